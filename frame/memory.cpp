@@ -1,0 +1,69 @@
+#include "frame/memory.h"
+
+#include <cstdlib>
+#include <cstring>
+
+#include "dax/memory.h"
+#include "zur/memory.h"
+
+namespace dax {
+
+// The start of the system's block is kept in the eight bytes before the result. Those may have any alignment.
+void* alignedAlloc(uint64_t size, int32_t alignment) {
+  if (size == 0 || alignment <= 0) return nullptr;
+  uint64_t total;
+  if (__builtin_add_overflow(size, static_cast<uint64_t>(alignment) + sizeof(void*), &total)) return nullptr;
+  void* const start = std::malloc(total);
+  if (!start) return nullptr;
+
+  const uintptr_t first = reinterpret_cast<uintptr_t>(start) + sizeof(void*);
+  const uintptr_t past = first % static_cast<uintptr_t>(alignment);
+  const uintptr_t skip = past == 0 ? 0 : static_cast<uintptr_t>(alignment) - past;
+  char* const block = static_cast<char*>(start) + sizeof(void*) + skip;
+  std::memcpy(block - sizeof(void*), &start, sizeof(void*));
+  return block;
+}
+
+void alignedFree(void* block) {
+  if (!block) return;
+  void* start;
+  std::memcpy(&start, static_cast<char*>(block) - sizeof(void*), sizeof(void*));
+  std::free(start);
+}
+
+}  // namespace dax
+
+void* ZUR_Malloc(uint64_t size, int32_t alignment) {
+  return dax::alignedAlloc(size, alignment);
+}
+
+void ZUR_Free(void* block) {
+  dax::alignedFree(block);
+}
+
+void* DAX_CpuMemMalloc(uint64_t size, int32_t alignment) {
+  return dax::alignedAlloc(size, alignment);
+}
+
+void DAX_CpuMemFree(void* block) {
+  dax::alignedFree(block);
+}
+
+void* DAXCUDA_Malloc() {
+  return nullptr;
+}
+
+void DAXCUDA_Free(void*) {}
+
+void* DAX_MemMalloc(uint64_t size, int32_t alignment, uint32_t kind) {
+  if (size == 0 || alignment <= 0) return nullptr;
+  if (kind == DAX_MEMORY_CPU) return DAX_CpuMemMalloc(size, alignment);
+  if (kind == DAX_MEMORY_DEVICE) return DAXCUDA_Malloc();
+  return nullptr;
+}
+
+void DAX_MemFree(void* block, uint32_t kind) {
+  if (!block) return;
+  if (kind == DAX_MEMORY_CPU) DAX_CpuMemFree(block);
+  if (kind == DAX_MEMORY_DEVICE) DAXCUDA_Free(block);
+}

@@ -1,0 +1,14 @@
+// NEON intrinsics: the compiler's own on 64-bit ARM, SIMDe's elsewhere. Kernels use them only where DAX_HAVE_NEON is 1.
+#pragma once
+
+#if DAX_HAVE_NEON
+#if defined(__aarch64__)
+#include <arm_neon.h>
+#else
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Wshadow"
+#define SIMDE_ENABLE_NATIVE_ALIASES
+#include <simde/arm/neon.h>
+#pragma GCC diagnostic pop
+#endif
+#endif

@@ -1,0 +1,67 @@
+// The reference pool: one oneTBB arena per pool.
+#include <oneapi/tbb/info.h>
+#include <oneapi/tbb/parallel_for.h>
+#include <oneapi/tbb/task_arena.h>
+
+#include <algorithm>
+#include <atomic>
+#include <new>
+
+#include "daxhost.h"
+
+namespace {
+
+constexpr uint32_t kMostThreads = 1024;
+
+struct Pool {
+  explicit Pool(int threads) : arena(threads) {}
+  tbb::task_arena arena;
+};
+
+// Runs tile number `index`. A slot of the arena is a worker index: no two threads hold one at the same time. Tiles are
+// isolated, so that a thread that waits inside a nested call does not start another tile of the outer one.
+void runTile(DaxTileFunction tile, void* context, int32_t total, int32_t tileSize, int64_t index,
+             std::atomic<DaxStatus>& result) {
+  const int64_t first = index * tileSize;
+  const int64_t end = std::min<int64_t>(first + tileSize, total);
+  const auto worker = static_cast<uint32_t>(tbb::this_task_arena::current_thread_index());
+  DaxStatus status = DAX_STS_OK;
+  tbb::this_task_arena::isolate(
+      [&] { status = tile(context, static_cast<uint32_t>(first), static_cast<int32_t>(end), worker); });
+  DaxStatus none = DAX_STS_OK;
+  if (status != DAX_STS_OK) result.compare_exchange_strong(none, status);
+}
+
+}  // namespace
+
+void* DAXHOST_CreatePool(uint32_t threads) {
+  if (threads > kMostThreads) return nullptr;
+  const int count = threads == 0 ? tbb::info::default_concurrency() : static_cast<int>(threads);
+  return new (std::nothrow) Pool(count);
+}
+
+void DAXHOST_DestroyPool(void* pool) {
+  delete static_cast<Pool*>(pool);
+}
+
+uint32_t DAX_THREADPOOL_GetThreadsCnt(void* pool) {
+  return pool ? static_cast<uint32_t>(static_cast<Pool*>(pool)->arena.max_concurrency()) : 1;
+}
+
+DaxStatus DAX_THREADPOOL_Compute1DTiled(void* pool, DaxTileFunction tile, void* context, int32_t total,
+                                        int32_t tileSize) try {
+  if (!pool || !tile) return DAX_STS_NULL_POINTER;
+  if (total < 1) return DAX_STS_OK;
+  if (tileSize < 1) return DAX_STS_BAD_PARAM;
+
+  const int64_t tiles = (int64_t{total} + tileSize - 1) / tileSize;
+  std::atomic<DaxStatus> result{DAX_STS_OK};
+  static_cast<Pool*>(pool)->arena.execute([&] {
+    tbb::parallel_for(
+        int64_t{0}, tiles, [&](int64_t i) { runTile(tile, context, total, tileSize, i, result); },
+        tbb::simple_partitioner{});
+  });
+  return result;
+} catch (...) {
+  return DAX_STS_NO_MEMORY;
+}

@@ -1,0 +1,12 @@
+/* Image families. */
+#ifndef DAXI_H
+#define DAXI_H
+
+#include "daxi/add.h"
+#include "daxi/blob_find.h"
+#include "daxi/blob_select.h"
+#include "daxi/check_data.h"
+#include "daxi/copy_border.h"
+#include "daxi/threshold.h"
+
+#endif

@@ -1,0 +1,191 @@
+/* Blob selection: measures the domains of a labelling, filters, ranks and scores them.
+ *
+ * For each domain, in label order: basic features, then a cascade of range filters that stops at the first refusal and
+ * computes a feature only when a filter or the sort key needs it. At most `maxCount` blobs are kept, the best by the
+ * sort key (with flags 0, the first ones). The kept blobs get all remaining features, are sorted, and scored.
+ *
+ * Coordinates: pixel centres are integers, x to the right, y down. Features of a blob, with pixels as points:
+ *   area            pixels; in gray mode the sum of gray values / 255
+ *   rect            upright rectangle of the runs; width and height count pixels
+ *   centroid        mean of the pixels, in gray mode weighted by gray value; (0, 0) when the weights sum to 0
+ *   perimeter       length of the outer boundary through pixel centres: 1 a straight step, 1.4142135 a diagonal one.
+ * Holes do not count. An a x b rectangle has 2(a - 1) + 2(b - 1) circularity     area / pi / R^2, at most 1, with R the
+ * distance from the centroid to the farthest run end, or, where the contour was traced to filter or sort by perimeter,
+ * to the farthest contour point principalAngle  1/2 atan2(2 Sxy, Sxx - Syy) of the second moments, radians box
+ * rectangle of least area around the pixel centres, one side along an edge of their convex hull (of equal ones the last
+ * found, going round from the topmost, then leftmost centre by increasing angle of x towards y). boxWidth >= boxHeight;
+ * boxAngle is the direction of the long side in (-pi/2, pi/2], of a square's side in (-pi/4, pi/4]. A row of pixels has
+ * boxHeight 0 rectangularity  area / (boxWidth boxHeight), at most 1 axisRatio       boxHeight / boxWidth, 1 when both
+ * are 0 centralBias     distance of box centre and centroid A blob of area <= 1 has perimeter, circularity and
+ * rectangularity 1 and principal angle 0.
+ *
+ * Domains are seen through the region `size`: of runs that reach beyond it only the part inside is measured.
+ *
+ * Results are the same to the last bit on every machine, with any instruction set. */
+#ifndef DAXI_BLOB_SELECT_H
+#define DAXI_BLOB_SELECT_H
+
+#include "blob_find.h"
+
+DAX_BEGIN_DECLS
+
+/* Largest maxCount. */
+#define DAXI_BLOB_MAX_COUNT 20000
+
+/* Filters, for BlobSelectCfg.flags. */
+enum {
+  DAXI_BLOB_BY_AREA = 0x1,
+  DAXI_BLOB_BY_PERIMETER = 0x2,
+  DAXI_BLOB_BY_SHORT_AXIS = 0x4,
+  DAXI_BLOB_BY_LONG_AXIS = 0x8,
+  DAXI_BLOB_BY_CIRCULARITY = 0x10,
+  DAXI_BLOB_BY_RECTANGULARITY = 0x20,
+  DAXI_BLOB_BY_CENTRAL_BIAS = 0x40,
+  DAXI_BLOB_BY_AXIS_RATIO = 0x80,
+  DAXI_BLOB_BY_BOX_ANGLE = 0x100,
+  DAXI_BLOB_BY_RECT_WIDTH = 0x200,
+  DAXI_BLOB_BY_RECT_HEIGHT = 0x400,
+  DAXI_BLOB_BY_OUTSIDE_PIXELS = 0x800, /* no effect in the first version of selection */
+  DAXI_BLOB_FLAGS_MAX = 0x1FFFF        /* higher values are refused */
+};
+
+/* Sort order, for BlobSelectCfg.sortOrder. */
+enum { DAXI_BLOB_ASCENDING = 1, DAXI_BLOB_DESCENDING = 2, DAXI_BLOB_UNSORTED = 3 };
+
+/* Sort keys, for BlobSelectCfg.sortKey. */
+enum {
+  DAXI_BLOB_KEY_AREA = 1,
+  DAXI_BLOB_KEY_PERIMETER = 2,
+  DAXI_BLOB_KEY_CIRCULARITY = 3,
+  DAXI_BLOB_KEY_RECTANGULARITY = 4,
+  DAXI_BLOB_KEY_CENTROID_X = 5,
+  DAXI_BLOB_KEY_CENTROID_Y = 6,
+  DAXI_BLOB_KEY_BOX_ANGLE = 7,
+  DAXI_BLOB_KEY_BOX_WIDTH = 8,
+  DAXI_BLOB_KEY_BOX_HEIGHT = 9,
+  DAXI_BLOB_KEY_RECT_X = 10,
+  DAXI_BLOB_KEY_RECT_Y = 11,
+  DAXI_BLOB_KEY_PRINCIPAL_ANGLE = 12,
+  DAXI_BLOB_KEY_AXIS_RATIO = 13
+};
+
+/* A blob. 160 bytes; reserved fields are left as the caller had them. */
+typedef struct BlobInfo {
+  float area;
+  int32_t rectX;      /* pixels */
+  int32_t rectY;      /* pixels */
+  int32_t rectWidth;  /* pixels */
+  int32_t rectHeight; /* pixels */
+  float centroidX;    /* pixels */
+  float centroidY;    /* pixels */
+  float perimeter;    /* pixels */
+  float circularity;  /* 0..1 */
+  float boxX;         /* box centre, pixels */
+  float boxY;
+  float boxWidth;        /* long side, pixels */
+  float boxHeight;       /* short side, pixels */
+  float boxAngle;        /* radians */
+  float shortAxis;       /* = boxHeight */
+  float longAxis;        /* = boxWidth */
+  float axisRatio;       /* 0..1 */
+  float rectangularity;  /* 0..1 */
+  float centralBias;     /* pixels */
+  float principalAngle;  /* radians */
+  uint32_t borderPixels; /* not written by the first version of selection */
+  float score;           /* written when the weights of the active filters sum to more than 0 */
+  const DaxiDomain* domain;
+  uint32_t label;
+  uint32_t reserved[5];
+  uint32_t cls; /* class of the domain's head run */
+  uint32_t reserved2[9];
+} BlobInfo;
+
+/* An accepted range, both ends included with a slack of 1e-5. */
+typedef struct DaxiRange {
+  float min;
+  float max;
+} DaxiRange;
+
+/* An accepted range with the weight of its feature in the score. */
+typedef struct DaxiWeightedRange {
+  float min;
+  float max;
+  float weight; /* 0..1 */
+} DaxiWeightedRange;
+
+/* Configuration. 184 bytes. A range counts only when its filter is among the flags; the weights are checked always.
+ *
+ * Score: each active filter with range [a, b] and weight w adds w (1 - |2 v / (a + b + 1.1920929e-7) - 1|); for the box
+ * angle v is angle + pi/2 and pi is added to a + b. The sum is divided by the sum of the active weights. */
+typedef struct BlobSelectCfg {
+  uint32_t grayMode; /* 0: binary features; else area and centroid weighted by the gray image */
+  int32_t maxCount;  /* most blobs kept, 1..20000 */
+  uint32_t flags;    /* DAXI_BLOB_BY_..., ored; at most 0x1FFFF */
+  DaxiRange area;    /* 0 <= min <= max, as the next three */
+  DaxiRange perimeter;
+  DaxiRange shortAxis;
+  DaxiRange longAxis;
+  DaxiRange axisRatio; /* 0 <= min <= max <= 1, as the next two */
+  DaxiRange circularity;
+  DaxiRange rectangularity;
+  DaxiRange centralBias; /* 0 <= min <= max */
+  float areaWeight;      /* 0..1, as all weights */
+  float perimeterWeight;
+  float shortAxisWeight;
+  float longAxisWeight;
+  float axisRatioWeight;
+  float circularityWeight;
+  float rectangularityWeight;
+  float centralBiasWeight;
+  uint32_t sortOrder; /* DAXI_BLOB_ASCENDING, ... */
+  uint32_t sortKey;   /* DAXI_BLOB_KEY_... */
+  uint32_t reserved[4];
+  DaxiWeightedRange boxAngle; /* radians; min <= max, as the next two */
+  DaxiWeightedRange rectWidth;
+  DaxiWeightedRange rectHeight;
+  const uint8_t* mask;  /* optional; not read by the first version of selection */
+  int32_t maskStep;     /* bytes; at least 0 when there is a mask */
+  int32_t outsideLimit; /* at least 0 when flag 0x800 is set */
+} BlobSelectCfg;
+
+/* Result. The caller sets `array` to room for maxCount records; selection writes `count` and `domains`. */
+typedef struct BlobSelectResult {
+  BlobInfo* array;
+  uint32_t count;
+  const DaxiDomainList* domains;
+} BlobSelectResult;
+
+/* Bytes of work buffer for DAXI_BlobSelect_8u_C1R with this region size, whatever the configuration.
+ *
+ * Checks, in order: bytes null -> 0x10000014; width or height outside 1..65536 -> 0x10000019. Thread-safe. */
+DAX_API DaxStatus DAXI_BlobSelectBufferSize_8u(DaxiSize size, uint64_t* bytes);
+
+/* Selects blobs.
+ *
+ *   gray, grayStep     gray image, step in bytes; read in gray mode
+ *   image2, step2      second image; checked, and kept for later use: this version reads nothing from it
+ *   size               region, sides 1..65536
+ *   domains            result of a labelling
+ *   domainCount        how many domains to examine, in label order: 1..number of domains
+ *   result             result->array is the caller's; on success count and domains are written
+ *   cfg                configuration
+ *   buffer             work buffer, at least DAXI_BlobSelectBufferSize_8u bytes, aligned as by malloc
+ *
+ * Equal sort keys come out by label, ascending, in both orders. DAXI_BLOB_UNSORTED keeps the largest areas and the
+ * order in which they were found, a blob that displaced another standing in its place.
+ *
+ * Checks, in order:
+ *   domains (or the arrays inside), result, result->array, cfg or buffer null   0x10000014
+ *   gray, then image2: null, size below 1 x 1, step < width                     0x10000014, 0x1000001a, 0x1000001b
+ *   a side above 65536                                                          0x1000001a
+ *   maxCount, flags, ranges of the set flags, outside limit, weights, sort order, sort key, mask step   0x10000019
+ *   domainCount < 1 or above the number of domains                              0x10000019
+ * A failed call writes nothing. Records beyond result->count may have been used as scratch. Thread-safe for distinct
+ * results and buffers. */
+DAX_API DaxStatus DAXI_BlobSelect_8u_C1R(const uint8_t* gray, int32_t grayStep, const uint8_t* image2, int32_t step2,
+                                         DaxiSize size, const DaxiDomainList* domains, int32_t domainCount,
+                                         BlobSelectResult* result, const BlobSelectCfg* cfg, void* buffer);
+
+DAX_END_DECLS
+
+#endif
