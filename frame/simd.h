@@ -10,5 +10,10 @@
 #define SIMDE_ENABLE_NATIVE_ALIASES
 #include <simde/arm/neon.h>
 #pragma GCC diagnostic pop
+
+// Missing from SIMDe.
+inline void vst1q_u8_x4(uint8_t* to, uint8x16x4_t from) {
+  for (int i = 0; i < 4; ++i) vst1q_u8(to + 16 * i, from.val[i]);
+}
 #endif
 #endif

@@ -9,6 +9,7 @@
 #include <cstring>
 #include <new>
 #include <type_traits>
+#include <utility>
 
 namespace dax::test {
 
@@ -33,7 +34,11 @@ class GuardedBuffer {
     data_ = reinterpret_cast<T*>(map_ + page + (guard == Guard::after ? room - bytes : 0));
     std::memset(static_cast<void*>(data_), poison, bytes);
   }
-  ~GuardedBuffer() { munmap(map_, mapped_); }
+  ~GuardedBuffer() {
+    if (map_) munmap(map_, mapped_);
+  }
+  GuardedBuffer(GuardedBuffer&& other) noexcept
+      : count_(other.count_), mapped_(other.mapped_), map_(std::exchange(other.map_, nullptr)), data_(other.data_) {}
   GuardedBuffer(const GuardedBuffer&) = delete;
   GuardedBuffer& operator=(const GuardedBuffer&) = delete;
 
