@@ -1,0 +1,45 @@
+// Text in and out: numbers, ranges, and names that are safe to print.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+namespace dax::tool {
+
+// A finite number that makes up the whole text.
+std::optional<double> parseNumber(std::string_view text);
+
+// An integer of [low, high] that makes up the whole text.
+std::optional<int> parseInteger(std::string_view text, int low, int high);
+
+// "a..b", "a.." or "..b"; none when the text is no range or a > b.
+struct OpenRange {
+  std::optional<double> min;
+  std::optional<double> max;
+};
+std::optional<OpenRange> parseRange(std::string_view text);
+
+// The parts between separators; an empty text has one empty part.
+std::vector<std::string_view> split(std::string_view text, char separator);
+
+// The two sides of the first separator; none without one.
+std::optional<std::pair<std::string_view, std::string_view>> splitPair(std::string_view text, char separator);
+
+// The shortest decimal that reads back as the same single-precision value.
+std::string shortest(float value);
+
+std::string fixed(double value, int decimals);
+
+// Text with control characters and malformed UTF-8 replaced by U+FFFD: one line, safe for terminals and documents.
+std::string printable(std::string_view text);
+
+// printable() text in quotes, for messages.
+std::string inQuotes(std::string_view text);
+
+// printable() text for HTML elements and quoted attributes.
+std::string escapeHtml(std::string_view text);
+
+}  // namespace dax::tool
