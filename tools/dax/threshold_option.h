@@ -1,0 +1,34 @@
+// The threshold as text: "otsu", "128", "80..160", "soft:low=60,high=140", ...
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "daxi/threshold.h"
+
+namespace dax::tool {
+
+struct Threshold {
+  DaxiThresholdBinCfg cfg;
+  bool invert;  // what the configuration leaves out is the object
+
+  const char* name() const;
+};
+
+inline constexpr const char* kThresholdHelp =
+    "Thresholds:\n"
+    "  otsu              level that parts dark and bright best, found in each image\n"
+    "  N                 objects have grey >= N (with --dark: < N)\n"
+    "  N..M              objects have N <= grey <= M; either end may be left out\n"
+    "  mask              the image is a mask: every grey above 0 is object\n"
+    "  soft:low=N,high=M[,steps=S]\n"
+    "                    ramp from N to M of S grey levels; objects weigh more than 0\n"
+    "  relative[:dark=R,bright=R,low=Q,high=Q,steps=S]\n"
+    "                    ramp between levels of the histogram: dark is where a share R of\n"
+    "                    the pixels is darker, bright where R is brighter, low and high are\n"
+    "                    positions between them, 0..1 (R 0.01, Q 0.5, S 0 unless given)";
+
+// Throws std::invalid_argument with a message for the reader.
+Threshold parseThreshold(std::string_view text, bool darkObjects);
+
+}  // namespace dax::tool
