@@ -1,0 +1,68 @@
+#include <CLI/CLI.hpp>
+#include <filesystem>
+#include <memory>
+
+#include "commands.h"
+#include "image_file.h"
+#include "output_file.h"
+#include "scene.h"
+#include "text.h"
+
+namespace dax::tool {
+namespace {
+
+namespace fs = std::filesystem;
+
+struct SceneOptions {
+  std::string image;
+  std::string truth;
+  std::string size = "1200x900";
+  uint64_t seed = 1;
+};
+
+[[noreturn]] void reject(const std::string& message) {
+  throw Failure(ExitStatus::kUsage, message);
+}
+
+DaxiSize parseSize(const std::string& text) {
+  const auto sides = splitPair(text, 'x');
+  const auto width = sides ? parseInteger(sides->first, kLeastSceneSide, kMostSceneSide) : std::nullopt;
+  const auto height = sides ? parseInteger(sides->second, kLeastSceneSide, kMostSceneSide) : std::nullopt;
+  if (!width || !height) reject("--size: " + inQuotes(text) + " is not WxH with sides of 150..8192");
+  return {*width, *height};
+}
+
+ExitStatus run(const SceneOptions& options) {
+  const fs::path image = options.image;
+  const bool isPng = image.extension() == ".png";
+  if (!isPng && image.extension() != ".pgm") reject(printable(options.image) + ": does not end in .png or .pgm");
+  if (options.image == options.truth) reject("--truth: is the picture itself");
+  const Scene scene = renderScene(parseSize(options.size), options.seed);
+  setUpDecoders();
+  writeFile(image, isPng ? encodePng(scene.image) : encodePgm(scene.image));
+  if (!options.truth.empty()) writeFile(options.truth, truthToJson(scene.truth));
+  return ExitStatus::kOk;
+}
+
+}  // namespace
+
+Command addRenderScene(CLI::App& app) {
+  CLI::App* scene = app.add_subcommand("render-scene", "Draw a sample picture of parts whose measures are known");
+  auto options = std::make_shared<SceneOptions>();
+  scene->add_option("OUT", options->image, "the picture, .png or .pgm")->required()->type_name("");
+  scene->add_option("--truth", options->truth, "write what the parts measure, for dax inspect --truth")
+      ->type_name("FILE.json");
+  scene->add_option("--size", options->size, "sides in pixels, 150..8192 [1200x900]")->type_name("WxH");
+  scene->add_option("--seed", options->seed, "which of many scenes; one seed, one picture [1]")->type_name("N");
+  scene->footer(
+      "Bright parts (discs, rings, rectangles, slots, hexagonal nuts, L brackets) and specks of\n"
+      "dust lie on a darker, uneven background with noise. The same seed gives the same pixels on\n"
+      "every machine.\n\n"
+      "Example:\n"
+      "  dax render-scene scene.png --truth scene.json\n"
+      "  dax inspect scene.png --area 200.. --truth scene.json\n\n" +
+      std::string(kExitStatusHelp));
+  return {scene, [options] { return run(*options); }};
+}
+
+}  // namespace dax::tool
