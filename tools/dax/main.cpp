@@ -1,1 +1,77 @@
-int main() {}
+// dax: machine vision from the command line.
+#include <CLI/CLI.hpp>
+#include <iostream>
+#include <memory>
+#include <new>
+
+#include "commands.h"
+#include "dax.h"
+#include "text.h"
+
+namespace dax::tool {
+
+void report(const Failure& failure) {
+  std::cerr << "dax: " << failure.what() << '\n';
+}
+
+namespace {
+
+constexpr const char* kFooter =
+    "Examples:\n"
+    "  dax inspect parts.png --area 200.. --report parts.html\n"
+    "  dax render-scene scene.png --truth scene.json\n\n"
+    "dax COMMAND --help tells all of a command.\n\n";
+
+// Help that names the type of a value and leaves the rest to the description.
+class Help : public CLI::Formatter {
+ public:
+  std::string make_option_opts(const CLI::Option* option) const override {
+    const std::string type = option->get_type_size() == 0 ? "" : option->get_type_name();
+    return type.empty() ? "" : " " + type.substr(0, type.find(':'));
+  }
+};
+
+ExitStatus dispatch(int argc, char** argv) {
+  CLI::App app("Finds and measures objects in images.", "dax");
+  app.formatter(std::make_shared<Help>());
+  app.get_formatter()->column_width(30);
+  app.set_version_flag("--version", std::string("dax ") + DAX_GetVersion(), "show the version");
+  app.set_help_flag("-h,--help", "show this help");
+  app.require_subcommand(1);
+  app.footer(std::string(kFooter) + kExitStatusHelp);
+  const Command commands[] = {addInspect(app), addRenderScene(app)};
+  try {
+    app.parse(argc, argv);
+  } catch (const CLI::ParseError& error) {
+    if (error.get_exit_code() == 0) {
+      app.exit(error);
+      return ExitStatus::kOk;
+    }
+    throw Failure(ExitStatus::kUsage, printable(error.what()) + " (dax --help tells more)");
+  }
+  for (const Command& command : commands) {
+    if (command.app->parsed()) return command.run();
+  }
+  return ExitStatus::kUsage;
+}
+
+ExitStatus runProgram(int argc, char** argv) {
+  try {
+    return dispatch(argc, argv);
+  } catch (const Failure& failure) {
+    report(failure);
+    return failure.status();
+  } catch (const std::bad_alloc&) {
+    report({ExitStatus::kInternal, "out of memory"});
+  } catch (const std::exception& error) {
+    report({ExitStatus::kInternal, printable(error.what())});
+  }
+  return ExitStatus::kInternal;
+}
+
+}  // namespace
+}  // namespace dax::tool
+
+int main(int argc, char** argv) {
+  return static_cast<int>(dax::tool::runProgram(argc, argv));
+}

@@ -1,0 +1,22 @@
+// The commands of the program. Each adds its subcommand; `run` is called when the command line names it.
+#pragma once
+
+#include <CLI/App.hpp>
+#include <functional>
+
+#include "failure.h"
+
+namespace dax::tool {
+
+struct Command {
+  CLI::App* app;
+  std::function<ExitStatus()> run;
+};
+
+Command addInspect(CLI::App& app);
+Command addRenderScene(CLI::App& app);
+
+// One line on standard error.
+void report(const Failure& failure);
+
+}  // namespace dax::tool

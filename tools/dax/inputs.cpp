@@ -1,0 +1,95 @@
+#include "inputs.h"
+
+#include <algorithm>
+#include <set>
+
+#include "failure.h"
+#include "image_file.h"
+#include "output_file.h"
+#include "text.h"
+
+namespace dax::tool {
+namespace {
+
+namespace fs = std::filesystem;
+
+bool isFolder(const fs::path& path) {
+  std::error_code ignored;
+  return fs::is_directory(path, ignored);
+}
+
+std::vector<fs::path> imagesBelow(const fs::path& folder) {
+  std::vector<fs::path> images;
+  std::error_code error;
+  fs::recursive_directory_iterator entry(folder, fs::directory_options::skip_permission_denied, error);
+  for (; !error && entry != fs::recursive_directory_iterator(); entry.increment(error)) {
+    if (hasImageExtension(entry->path()) && !isFolder(entry->path())) images.push_back(entry->path());
+  }
+  const std::string name = printable(folder.string());
+  if (error) throw Failure(ExitStatus::kCannotRead, name + ": cannot be read: " + error.message());
+  if (images.empty()) throw Failure(ExitStatus::kCannotRead, name + ": holds no images");
+  std::sort(images.begin(), images.end());
+  return images;
+}
+
+// Gives each input a name of its own in a folder: "disc-overlay.png", "disc-overlay-2.png", ...
+class OutputNames {
+ public:
+  OutputNames(fs::path folder, std::string ending, std::string extension)
+      : folder_(std::move(folder)), ending_(std::move(ending)), extension_(std::move(extension)) {
+    if (!folder_.empty()) makeFolder(folder_);
+  }
+
+  fs::path of(const fs::path& input) {
+    if (folder_.empty()) return {};
+    const std::string stem = input.stem().string() + ending_;
+    std::string name = stem + extension_;
+    for (int i = 2; !taken_.insert(name).second; ++i) name = stem + "-" + std::to_string(i) + extension_;
+    return folder_ / name;
+  }
+
+ private:
+  fs::path folder_;
+  std::string ending_;
+  std::string extension_;
+  std::set<std::string> taken_;
+};
+
+void requireUsable(const char* option, const fs::path& output, const fs::path& input, const std::string& extension) {
+  if (output.empty()) return;
+  std::error_code ignored;
+  if (output.extension() != extension) {
+    throw Failure(ExitStatus::kUsage,
+                  std::string(option) + ": " + printable(output.string()) + " does not end in " + extension);
+  }
+  if (fs::equivalent(output, input, ignored)) {
+    throw Failure(ExitStatus::kUsage, std::string(option) + ": " + printable(output.string()) + " is the input itself");
+  }
+}
+
+}  // namespace
+
+std::vector<Job> planJobs(const InspectOptions& options) {
+  const bool several = options.inputs.size() > 1 || std::any_of(options.inputs.begin(), options.inputs.end(), isFolder);
+  if (!several) {
+    const fs::path input = options.inputs.front();
+    requireUsable("--overlay", options.overlay, input, ".png");
+    requireUsable("--report", options.report, input, ".html");
+    return {{input, options.overlay, options.report}};
+  }
+  if (!options.truth.empty()) throw Failure(ExitStatus::kUsage, "--truth: takes one image, not several or a folder");
+  // Folders are walked before output folders are made, which may lie inside them.
+  std::vector<fs::path> inputs;
+  for (const std::string& input : options.inputs) {
+    const auto images = isFolder(input) ? imagesBelow(input) : std::vector<fs::path>{input};
+    inputs.insert(inputs.end(), images.begin(), images.end());
+  }
+  OutputNames overlays(options.overlay, "-overlay", ".png");
+  OutputNames reports(options.report, "-report", ".html");
+  std::vector<Job> jobs;
+  jobs.reserve(inputs.size());
+  for (const fs::path& input : inputs) jobs.push_back({input, overlays.of(input), reports.of(input)});
+  return jobs;
+}
+
+}  // namespace dax::tool

@@ -1,0 +1,162 @@
+#include <unistd.h>
+
+#include <algorithm>
+#include <cstdio>
+#include <iostream>
+#include <memory>
+#include <mutex>
+#include <new>
+
+#include "commands.h"
+#include "daxhost.h"
+#include "image_file.h"
+#include "inputs.h"
+#include "inspect_options.h"
+#include "listing.h"
+#include "output_file.h"
+#include "overlay.h"
+#include "report.h"
+#include "text.h"
+
+namespace dax::tool {
+namespace {
+
+// A counter on the terminal, if there is one.
+class Progress {
+ public:
+  explicit Progress(size_t total) : total_(total), shown_(total > 1 && isatty(STDERR_FILENO) != 0) {}
+  ~Progress() {
+    if (shown_) std::fputs("\r\x1b[K", stderr);
+  }
+  Progress(const Progress&) = delete;
+  Progress& operator=(const Progress&) = delete;
+
+  void advance(const std::string& file) {
+    if (!shown_) return;
+    const std::lock_guard lock(mutex_);
+    std::fprintf(stderr, "\r\x1b[K%zu of %zu  %s", ++done_, total_, file.c_str());
+    std::fflush(stderr);
+  }
+
+ private:
+  std::mutex mutex_;
+  size_t done_ = 0;
+  size_t total_;
+  bool shown_;
+};
+
+void draw(const Job& job, const GreyImage& grey, const InspectOptions& options, Outcome& outcome) {
+  const Inspection& inspection = outcome.inspection;
+  if (!job.overlay.empty()) writeFile(job.overlay, drawOverlay(grey, inspection, options.overlayScale));
+  if (!job.report.empty()) {
+    writeFile(job.report, makeReport(outcome.file, grey, inspection, options.settings.threshold));
+  }
+}
+
+void inspectFile(const Job& job, const InspectOptions& options, Outcome& outcome) {
+  StageTimes& times = outcome.times;
+  GreyImage grey;
+  {
+    const ImageFile file = times.measure(Stage::kRead, [&] { return ImageFile::read(job.input); });
+    grey = times.measure(Stage::kGrey, [&] { return file.toGrey(); });
+  }
+  outcome.inspection = inspect(grey, options.settings, times);
+  times.measure(Stage::kDraw, [&] { draw(job, grey, options, outcome); });
+  outcome.inspection.contours.clear();
+}
+
+// A failure names the image, whatever part of the work it comes from.
+Failure named(const std::string& file, ExitStatus status, const std::string& message) {
+  const bool isNamed = status == ExitStatus::kCannotRead || status == ExitStatus::kCannotWrite;
+  return {status, isNamed ? message : file + ": " + message};
+}
+
+Outcome inspectJob(const Job& job, const InspectOptions& options) {
+  Outcome outcome{printable(job.input.string()), {}, {}, std::nullopt};
+  try {
+    inspectFile(job, options, outcome);
+  } catch (const Failure& failure) {
+    outcome.failure = named(outcome.file, failure.status(), failure.what());
+  } catch (const std::bad_alloc&) {
+    outcome.failure = named(outcome.file, ExitStatus::kInternal, "out of memory");
+  } catch (const std::exception& error) {
+    outcome.failure = named(outcome.file, ExitStatus::kInternal, printable(error.what()));
+  }
+  if (outcome.failure) outcome.inspection = {};
+  return outcome;
+}
+
+struct Batch {
+  const std::vector<Job>& jobs;
+  const InspectOptions& options;
+  std::vector<Outcome> outcomes;
+  Progress progress;
+
+  static DaxStatus tile(void* context, uint32_t index, int32_t /*bound*/, uint32_t /*worker*/) {
+    Batch& batch = *static_cast<Batch*>(context);
+    batch.outcomes[index] = inspectJob(batch.jobs[index], batch.options);
+    batch.progress.advance(batch.outcomes[index].file);
+    return DAX_STS_OK;
+  }
+};
+
+std::vector<Outcome> inspectAll(const std::vector<Job>& jobs, const InspectOptions& options) {
+  const std::unique_ptr<void, void (*)(void*)> pool(DAXHOST_CreatePool(options.threads), DAXHOST_DestroyPool);
+  if (!pool) throw std::bad_alloc();
+  Batch batch{jobs, options, std::vector<Outcome>(jobs.size()), Progress(jobs.size())};
+  DAX_THREADPOOL_Compute1DTiled(pool.get(), Batch::tile, &batch, static_cast<int32_t>(jobs.size()), 1);
+  return std::move(batch.outcomes);
+}
+
+void write(const InspectOptions& options, const Listing& listing) {
+  switch (options.format) {
+    case ListingFormat::kTable:
+      writeTable(std::cout, listing);
+      break;
+    case ListingFormat::kJson:
+      writeJson(std::cout, listing);
+      break;
+    case ListingFormat::kCsv:
+      writeCsv(std::cout, listing);
+      break;
+  }
+  std::cout.flush();
+  if (!std::cout) throw Failure(ExitStatus::kCannotWrite, "standard output: cannot be written");
+  if (listing.truth && options.format == ListingFormat::kCsv) std::cerr << listing.truth->text();
+  if (options.time) writeTimes(std::cerr, listing.outcomes);
+}
+
+ExitStatus statusOf(const std::vector<Outcome>& outcomes) {
+  if (outcomes.size() == 1 && outcomes.front().failure) return outcomes.front().failure->status();
+  const bool failed = std::any_of(outcomes.begin(), outcomes.end(), [](const Outcome& o) { return !!o.failure; });
+  return failed ? ExitStatus::kSomeFailed : ExitStatus::kOk;
+}
+
+ExitStatus run(const InspectOptions& options) {
+  std::optional<Truth> truth;
+  if (!options.truth.empty()) truth = readTruth(options.truth);
+  const std::vector<Job> jobs = planJobs(options);
+  setUpDecoders();
+  const std::vector<Outcome> outcomes = inspectAll(jobs, options);
+  const ExitStatus status = statusOf(outcomes);
+
+  std::optional<TruthComparison> comparison;
+  if (truth && status == ExitStatus::kOk) {
+    comparison = compare(*truth, outcomes.front().inspection.blobs, options.tolerances);
+  }
+  write(options, {outcomes, options.settings.threshold, comparison ? &*comparison : nullptr});
+  for (const Outcome& outcome : outcomes) {
+    if (outcome.failure) report(*outcome.failure);
+  }
+  return comparison && !comparison->agrees() ? ExitStatus::kTruthFailed : status;
+}
+
+}  // namespace
+
+Command addInspect(CLI::App& app) {
+  CLI::App* inspect = app.add_subcommand("inspect", "Find, measure and select objects in images");
+  auto commandLine = std::make_shared<InspectCommandLine>(*inspect);
+  return {inspect, [commandLine] { return run(commandLine->finish()); }};
+}
+
+}  // namespace dax::tool

@@ -1,0 +1,40 @@
+// Results as a table, JSON or CSV.
+#pragma once
+
+#include <optional>
+#include <ostream>
+#include <span>
+#include <string>
+
+#include "failure.h"
+#include "inspect_options.h"
+
+namespace dax::tool {
+
+// What became of one image.
+struct Outcome {
+  std::string file;  // printable
+  Inspection inspection;
+  StageTimes times;
+  std::optional<Failure> failure;
+};
+
+struct Listing {
+  std::span<const Outcome> outcomes;
+  const Threshold& threshold;
+  const TruthComparison* truth;  // null: none
+};
+
+void writeTable(std::ostream& out, const Listing& listing);
+void writeJson(std::ostream& out, const Listing& listing);
+void writeCsv(std::ostream& out, const Listing& listing);
+void writeTimes(std::ostream& out, std::span<const Outcome> outcomes);
+
+// "1200 x 900, Otsu level 127, 40 of 88 regions"
+std::string summary(const Inspection& inspection, const Threshold& threshold);
+
+// The features of the table: titles, and the fields of a blob.
+std::vector<std::string> tableTitles(bool scored);
+std::vector<std::string> tableFields(const BlobInfo& blob, bool scored);
+
+}  // namespace dax::tool

@@ -1,0 +1,15 @@
+// Reports: one page with picture and table.
+#pragma once
+
+#include <string>
+
+#include "grey_image.h"
+#include "inspection.h"
+
+namespace dax::tool {
+
+// A page that needs nothing beside itself: the picture embedded, the blobs drawn over it, their features in a table.
+std::string makeReport(const std::string& file, const GreyImage& image, const Inspection& inspection,
+                       const Threshold& threshold);
+
+}  // namespace dax::tool
