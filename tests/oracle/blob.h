@@ -51,4 +51,57 @@ inline Labels floodFill(const Mask& mask, int32_t connectivity) {
   return labels;
 }
 
+using Points = std::vector<std::pair<double, double>>;
+
+inline Points pixelsOf(const Mask& mask, const Labels& labels, int32_t label) {
+  Points points;
+  for (int32_t y = 0; y < mask.height; ++y) {
+    for (int32_t x = 0; x < mask.width; ++x) {
+      if (labels.of[static_cast<size_t>(y) * mask.width + x] == label) points.push_back({x, y});
+    }
+  }
+  return points;
+}
+
+// Mean and second moments of weighted points.
+struct Moments {
+  double mass = 0, x = 0, y = 0, xx = 0, xy = 0, yy = 0;
+};
+
+template <class Weight>
+Moments moments(const Points& points, Weight weight) {
+  Moments m;
+  for (const auto& [x, y] : points) m.mass += weight(x, y), m.x += x * weight(x, y), m.y += y * weight(x, y);
+  m.x /= m.mass, m.y /= m.mass;
+  for (const auto& [x, y] : points) {
+    m.xx += (x - m.x) * (x - m.x), m.xy += (x - m.x) * (y - m.y), m.yy += (y - m.y) * (y - m.y);
+  }
+  return m;
+}
+
+inline double largestDistance2(const Points& points, double cx, double cy) {
+  double largest = 0;
+  for (const auto& [x, y] : points) largest = std::max(largest, (x - cx) * (x - cx) + (y - cy) * (y - cy));
+  return largest;
+}
+
+// The least area of a rectangle around the points with a side through two of them.
+inline double leastBoxArea(const Points& points) {
+  double least = INFINITY;
+  for (const auto& [ax, ay] : points) {
+    for (const auto& [bx, by] : points) {
+      const double length = std::hypot(bx - ax, by - ay);
+      if (length == 0) continue;
+      const double ux = (bx - ax) / length, uy = (by - ay) / length;
+      double uMin = 0, uMax = 0, vMin = 0, vMax = 0;
+      for (const auto& [x, y] : points) {
+        const double u = (x - ax) * ux + (y - ay) * uy, v = (y - ay) * ux - (x - ax) * uy;
+        uMin = std::min(uMin, u), uMax = std::max(uMax, u), vMin = std::min(vMin, v), vMax = std::max(vMax, v);
+      }
+      if (vMin > -1e-9 || vMax < 1e-9) least = std::min(least, (uMax - uMin) * (vMax - vMin));
+    }
+  }
+  return points.size() == 1 ? 0 : least;
+}
+
 }  // namespace dax::oracle

@@ -1,0 +1,123 @@
+// The cascade: which features to compute and which ranges to test, in which order.
+#include "measure/blob_select.h"
+
+namespace dax {
+namespace {
+
+constexpr float kSlack = 1e-5f;
+
+bool inRange(float value, float min, float max) {
+  return value >= min - kSlack && value <= max + kSlack;
+}
+
+template <class Range>
+bool inRange(float value, const Range& range) {
+  return inRange(value, range.min, range.max);
+}
+
+bool testArea(const SelectContext& c, BlobInfo& b) {
+  return inRange(b.area, c.cfg.area);
+}
+bool testPerimeter(const SelectContext& c, BlobInfo& b) {
+  return inRange(b.perimeter, c.cfg.perimeter);
+}
+bool testShortAxis(const SelectContext& c, BlobInfo& b) {
+  return inRange(b.shortAxis, c.cfg.shortAxis);
+}
+bool testLongAxis(const SelectContext& c, BlobInfo& b) {
+  return inRange(b.longAxis, c.cfg.longAxis);
+}
+bool testAxisRatio(const SelectContext& c, BlobInfo& b) {
+  return inRange(b.axisRatio, c.cfg.axisRatio);
+}
+bool testCircularity(const SelectContext& c, BlobInfo& b) {
+  return inRange(b.circularity, c.cfg.circularity);
+}
+bool testRectangularity(const SelectContext& c, BlobInfo& b) {
+  return inRange(b.rectangularity, c.cfg.rectangularity);
+}
+bool testCentralBias(const SelectContext& c, BlobInfo& b) {
+  return inRange(b.centralBias, c.cfg.centralBias);
+}
+bool testBoxAngle(const SelectContext& c, BlobInfo& b) {
+  return inRange(b.boxAngle, c.cfg.boxAngle);
+}
+bool testRectWidth(const SelectContext& c, BlobInfo& b) {
+  return inRange(static_cast<float>(b.rectWidth), c.cfg.rectWidth);
+}
+bool testRectHeight(const SelectContext& c, BlobInfo& b) {
+  return inRange(static_cast<float>(b.rectHeight), c.cfg.rectHeight);
+}
+
+// A calculator as a step that refuses nothing.
+template <auto calculate>
+bool compute(const SelectContext& context, BlobInfo& blob) {
+  calculate(&context, &blob);
+  return true;
+}
+constexpr CascadeStep kComputeCircularity = compute<DAXI_BlobSelect_calculate_circularity>;
+constexpr CascadeStep kComputeContour = compute<DAXI_BlobSelect_calculate_contourlen>;
+constexpr CascadeStep kComputeBoth = compute<DAXI_BlobSelect_calculate_circularity_and_contourlen>;
+constexpr CascadeStep kComputePrincipalAngle = compute<DAXI_BlobSelect_calculate_principal_axis_angle>;
+constexpr CascadeStep kComputeBox = compute<DAXI_BlobSelect_calculate_base_on_box>;
+
+void addBasicTests(uint32_t flags, Cascade& cascade) {
+  if (flags & DAXI_BLOB_BY_AREA) cascade.test(testArea);
+  if (flags & DAXI_BLOB_BY_RECT_WIDTH) cascade.test(testRectWidth);
+  if (flags & DAXI_BLOB_BY_RECT_HEIGHT) cascade.test(testRectHeight);
+}
+
+// Circularity comes from the contour where the contour is traced anyway to rank or to test both, else from the runs.
+void addContourSteps(uint32_t flags, uint32_t key, Cascade& cascade) {
+  const bool byPerimeter = flags & DAXI_BLOB_BY_PERIMETER, byCircularity = flags & DAXI_BLOB_BY_CIRCULARITY;
+  const bool ranksByPerimeter = key == DAXI_BLOB_KEY_PERIMETER, ranksByCircularity = key == DAXI_BLOB_KEY_CIRCULARITY;
+  if ((byPerimeter && byCircularity) || ((byPerimeter || byCircularity) && ranksByPerimeter)) {
+    cascade.compute(kComputeBoth, kContourLength | kCircularity);
+    if (byPerimeter) cascade.test(testPerimeter);
+    if (byCircularity) cascade.test(testCircularity);
+    return;
+  }
+  if (byPerimeter || ranksByPerimeter) cascade.compute(kComputeContour, kContourLength);
+  if (byPerimeter) cascade.test(testPerimeter);
+  if (byCircularity || ranksByCircularity) cascade.compute(kComputeCircularity, kCircularity);
+  if (byCircularity) cascade.test(testCircularity);
+}
+
+constexpr uint32_t kBoxFlags = DAXI_BLOB_BY_SHORT_AXIS | DAXI_BLOB_BY_LONG_AXIS | DAXI_BLOB_BY_RECTANGULARITY |
+                               DAXI_BLOB_BY_CENTRAL_BIAS | DAXI_BLOB_BY_AXIS_RATIO | DAXI_BLOB_BY_BOX_ANGLE;
+
+bool isBoxKey(uint32_t key) {
+  return key == DAXI_BLOB_KEY_RECTANGULARITY || key == DAXI_BLOB_KEY_BOX_ANGLE || key == DAXI_BLOB_KEY_BOX_WIDTH ||
+         key == DAXI_BLOB_KEY_BOX_HEIGHT || key == DAXI_BLOB_KEY_AXIS_RATIO;
+}
+
+void addBoxSteps(uint32_t flags, uint32_t key, Cascade& cascade) {
+  if ((flags & kBoxFlags) == 0 && !isBoxKey(key)) return;
+  cascade.compute(kComputeBox, kBoxFeatures);
+  if (flags & DAXI_BLOB_BY_SHORT_AXIS) cascade.test(testShortAxis);
+  if (flags & DAXI_BLOB_BY_LONG_AXIS) cascade.test(testLongAxis);
+  if (flags & DAXI_BLOB_BY_AXIS_RATIO) cascade.test(testAxisRatio);
+  if (flags & DAXI_BLOB_BY_RECTANGULARITY) cascade.test(testRectangularity);
+  if (flags & DAXI_BLOB_BY_CENTRAL_BIAS) cascade.test(testCentralBias);
+  if (flags & DAXI_BLOB_BY_BOX_ANGLE) cascade.test(testBoxAngle);
+}
+
+}  // namespace
+
+bool Cascade::accepts(const SelectContext& context, BlobInfo& blob) const {
+  for (int i = 0; i < count; ++i) {
+    if (!steps[i](context, blob)) return false;
+  }
+  return true;
+}
+
+}  // namespace dax
+
+void DAXI_BlobSelect_create_cascade_filter(const BlobSelectCfg* cfg, dax::Cascade* cascade) {
+  dax::addBasicTests(cfg->flags, *cascade);
+  dax::addContourSteps(cfg->flags, cfg->sortKey, *cascade);
+  if (cfg->sortKey == DAXI_BLOB_KEY_PRINCIPAL_ANGLE) {
+    cascade->compute(dax::kComputePrincipalAngle, dax::kPrincipalAngle);
+  }
+  dax::addBoxSteps(cfg->flags, cfg->sortKey, *cascade);
+}
