@@ -119,6 +119,11 @@ Threshold parseThreshold(std::string_view text, bool darkObjects) {
     case DAXI_THRESHOLD_BAND:
       threshold.invert = darkObjects;
       break;
+    case DAXI_THRESHOLD_OTSU:
+      // The level belongs to the dark class; polarity 0 would set it too, and so all of an image of two greys.
+      threshold.cfg.polarity = 1;
+      threshold.invert = !darkObjects;
+      break;
     default:
       threshold.cfg.polarity = darkObjects ? 1 : 0;
   }

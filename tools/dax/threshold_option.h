@@ -10,14 +10,15 @@ namespace dax::tool {
 
 struct Threshold {
   DaxiThresholdBinCfg cfg;
-  bool invert;  // what the configuration leaves out is the object
+  bool invert;  // the objects are what the configuration leaves out
 
   const char* name() const;
 };
 
 inline constexpr const char* kThresholdHelp =
     "Thresholds:\n"
-    "  otsu              level that parts dark and bright best, found in each image\n"
+    "  otsu              the level that parts dark and bright best, found in each image;\n"
+    "                    objects have grey > level (with --dark: <= level)\n"
     "  N                 objects have grey >= N (with --dark: < N)\n"
     "  N..M              objects have N <= grey <= M; either end may be left out\n"
     "  mask              the image is a mask: every grey above 0 is object\n"

@@ -1,0 +1,49 @@
+import json
+import os
+import subprocess
+
+import pytest
+
+TOOL = os.environ["DAX_TOOL"]
+
+
+class Run:
+    """One run of the program. Whatever happens, it ends by itself and reports errors in lines of its own."""
+
+    def __init__(self, folder, arguments):
+        done = subprocess.run([TOOL, *map(str, arguments)], cwd=folder, capture_output=True, timeout=300)
+        self.status = done.returncode
+        self.out = done.stdout.decode()
+        self.err = done.stderr.decode()
+        assert 0 <= self.status <= 7, f"crashed with {self.status}: {self.err}"
+
+    @property
+    def json(self):
+        return json.loads(self.out)
+
+    @property
+    def blobs(self):
+        return self.json["images"][0]["blobs"]
+
+
+@pytest.fixture
+def dax(tmp_path):
+    """Runs the program in the test's folder."""
+
+    def run(*arguments, status=0):
+        result = Run(tmp_path, arguments)
+        assert result.status == status, (arguments, result.status, result.err)
+        return result
+
+    return run
+
+
+@pytest.fixture
+def parts():
+    """Four bright rectangles, by area: 12 x 10, 30 x 3, 4 x 20 and 5 x 5."""
+    import pictures
+
+    picture = pictures.blank(80, 60)
+    for x, y, width, height in [(5, 5, 12, 10), (30, 6, 30, 3), (66, 20, 4, 20), (10, 40, 5, 5)]:
+        pictures.draw(picture, x, y, width, height)
+    return picture
