@@ -126,6 +126,7 @@ def bmp(picture):
 
 
 def tiff_of(order, bits, samples, data, picture):
+    """Pixels first, directory last."""
     width, height = size(picture)
     photometric = 2 if samples == 3 else 1
     entries = [(256, width), (257, height), (258, bits), (259, 1), (262, photometric), (273, 8), (277, samples),
@@ -157,6 +158,15 @@ def tiff_rgb(picture):
 
 def tiff_rgb16(picture):
     return tiff_of("<", 16, 3, rgb16(picture, "<"), picture)
+
+
+def tiff_directory_first(picture):
+    data = grey8(picture)
+    whole = tiff_of("<", 8, 1, data, picture)
+    directory = whole[8 + len(data) :]
+    strip = struct.pack("<HHII", 273, 4, 1, 8)
+    moved = struct.pack("<HHII", 273, 4, 1, 8 + len(directory))
+    return b"II*\0" + struct.pack("<I", 8) + directory.replace(strip, moved) + data
 
 
 def jpeg_segment(marker, data):
@@ -193,7 +203,8 @@ def jpeg(picture):
     ])
 
 
-GREY = {"pgm": pgm, "pgm_text": pgm_text, "png": png, "tiff": tiff}
+GREY = {"pgm": pgm, "pgm_text": pgm_text, "png": png, "tiff": tiff,
+        "tiff_directory_first": tiff_directory_first}
 GREY16 = {"pgm16": pgm16, "png16": png16, "tiff_big_endian16": tiff_big_endian16}
 COLOUR = {"ppm": ppm, "ppm_text": ppm_text, "png_rgb": png_rgb, "png_rgba": png_rgba, "png_palette": png_palette,
           "bmp": bmp, "tiff_rgb": tiff_rgb}

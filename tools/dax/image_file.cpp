@@ -79,9 +79,11 @@ const char* sniff(const fs::path& path, std::string_view bytes) {
   return format->name;
 }
 
-// "dax: reason (details)" without what the decoder says about a file that it does not know by name.
+// What went wrong, of "Magick: what (file name) reported by source:line (function)"; the name is empty.
 std::string reason(const std::exception& exception) {
   std::string text = exception.what();
+  text.erase(std::min(text.size(), text.rfind(" reported by ")));
+  if (text.ends_with(" ()")) text.resize(text.size() - 3);
   const size_t colon = text.find(": ");
   if (colon != std::string::npos) text.erase(0, colon + 2);
   return printable(text);

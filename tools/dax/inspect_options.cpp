@@ -169,6 +169,8 @@ InspectOptions InspectCommandLine::finish() try {
   }
   applyWeights();
   applySort();
+  // Without any filter the library would keep the first objects, not the best.
+  if (options_.settings.select.flags == 0) activate(options_.settings.select, *findFilter("area"), {});
   options_.settings.select.grayMode = grayWeighted_ ? 1 : 0;
   options_.settings.contours = !options_.overlay.empty() || !options_.report.empty();
   options_.format = json_ ? ListingFormat::kJson : csv_ ? ListingFormat::kCsv : ListingFormat::kTable;
