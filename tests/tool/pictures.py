@@ -111,6 +111,37 @@ def png_rgba(picture):
     return png_of(6, 8, data, picture)
 
 
+def read_png(content):
+    """Rows of bytes and bytes per pixel, of 8-bit grey or RGB."""
+    at, parts = 8, {}
+    while at < len(content):
+        (length,) = struct.unpack_from(">I", content, at)
+        name = content[at + 4 : at + 8]
+        parts[name] = parts.get(name, b"") + content[at + 8 : at + 8 + length]
+        at += 12 + length
+    width, height, depth, colour_type = struct.unpack_from(">IIBB", parts[b"IHDR"])
+    assert depth == 8 and colour_type in (0, 2)
+    pixel = 3 if colour_type == 2 else 1
+    data = zlib.decompress(parts[b"IDAT"])
+    above, rows = bytearray(width * pixel), []
+    for y in range(height):
+        start = y * (1 + width * pixel)
+        above = unfilter(data[start], bytearray(data[start + 1 : start + 1 + width * pixel]), above, pixel)
+        rows.append(above)
+    return rows, pixel
+
+
+def unfilter(kind, row, above, pixel):
+    for i in range(len(row)):
+        left = row[i - pixel] if i >= pixel else 0
+        corner = above[i - pixel] if i >= pixel else 0
+        distances = [(abs(p), v) for p, v in [(above[i] - corner, left), (left - corner, above[i]),
+                                              (left + above[i] - 2 * corner, corner)]]
+        paeth = min(distances, key=lambda d: d[0])[1]
+        row[i] = (row[i] + [0, left, above[i], (left + above[i]) // 2, paeth][kind]) & 255
+    return row
+
+
 def png_palette(picture):
     colours = sorted({p for row in picture for p in row})
     data = b"".join(bytes(colours.index(p) for p in row) for row in picture)

@@ -6,6 +6,7 @@
 #include <memory>
 #include <mutex>
 #include <new>
+#include <thread>
 
 #include "commands.h"
 #include "daxhost.h"
@@ -100,8 +101,14 @@ struct Batch {
   }
 };
 
+// More threads than processors do not help; the pool takes 0 for one a processor.
+uint32_t poolThreads(uint32_t wanted) {
+  return wanted < std::thread::hardware_concurrency() ? wanted : 0;
+}
+
 std::vector<Outcome> inspectAll(const std::vector<Job>& jobs, const InspectOptions& options) {
-  const std::unique_ptr<void, void (*)(void*)> pool(DAXHOST_CreatePool(options.threads), DAXHOST_DestroyPool);
+  const std::unique_ptr<void, void (*)(void*)> pool(DAXHOST_CreatePool(poolThreads(options.threads)),
+                                                    DAXHOST_DestroyPool);
   if (!pool) throw std::bad_alloc();
   Batch batch{jobs, options, std::vector<Outcome>(jobs.size()), Progress(jobs.size())};
   DAX_THREADPOOL_Compute1DTiled(pool.get(), Batch::tile, &batch, static_cast<int32_t>(jobs.size()), 1);
@@ -132,6 +139,15 @@ ExitStatus statusOf(const std::vector<Outcome>& outcomes) {
   return failed ? ExitStatus::kSomeFailed : ExitStatus::kOk;
 }
 
+TruthComparison compareOutcome(const Outcome& outcome, const Truth& truth, const InspectOptions& options) {
+  const DaxiSize size = outcome.inspection.size;
+  if (size.width != truth.width || size.height != truth.height) {
+    throw Failure(ExitStatus::kTruthFailed, printable(options.truth.string()) + ": is the truth of an image of " +
+                                                std::to_string(truth.width) + " x " + std::to_string(truth.height));
+  }
+  return compare(truth, outcome.inspection.blobs, options.tolerances);
+}
+
 ExitStatus run(const InspectOptions& options) {
   std::optional<Truth> truth;
   if (!options.truth.empty()) truth = readTruth(options.truth);
@@ -142,7 +158,7 @@ ExitStatus run(const InspectOptions& options) {
 
   std::optional<TruthComparison> comparison;
   if (truth && status == ExitStatus::kOk) {
-    comparison = compare(*truth, outcomes.front().inspection.blobs, options.tolerances);
+    comparison = compareOutcome(outcomes.front(), *truth, options);
   }
   write(options, {outcomes, options.settings.threshold, comparison ? &*comparison : nullptr});
   for (const Outcome& outcome : outcomes) {

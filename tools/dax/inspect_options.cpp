@@ -119,7 +119,7 @@ void InspectCommandLine::addOutputs(CLI::App& app) {
   app.add_option("--report", options_.report, "self-contained page: picture and table")
       ->type_name("OUT.html")
       ->group(group);
-  app.add_option("--threads", options_.threads, "images inspected at a time; 0: one a processor [1]")
+  app.add_option("--threads", options_.threads, "images inspected at a time, at most one a processor; 0: as many [1]")
       ->check(CLI::Range(0, 1024))
       ->type_name("N")
       ->group(group);

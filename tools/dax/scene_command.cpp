@@ -17,7 +17,7 @@ struct SceneOptions {
   std::string image;
   std::string truth;
   std::string size = "1200x900";
-  uint64_t seed = 1;
+  int64_t seed = 1;
 };
 
 [[noreturn]] void reject(const std::string& message) {
@@ -37,7 +37,7 @@ ExitStatus run(const SceneOptions& options) {
   const bool isPng = image.extension() == ".png";
   if (!isPng && image.extension() != ".pgm") reject(printable(options.image) + ": does not end in .png or .pgm");
   if (options.image == options.truth) reject("--truth: is the picture itself");
-  const Scene scene = renderScene(parseSize(options.size), options.seed);
+  const Scene scene = renderScene(parseSize(options.size), static_cast<uint64_t>(options.seed));
   setUpDecoders();
   writeFile(image, isPng ? encodePng(scene.image) : encodePgm(scene.image));
   if (!options.truth.empty()) writeFile(options.truth, truthToJson(scene.truth));
@@ -53,7 +53,9 @@ Command addRenderScene(CLI::App& app) {
   scene->add_option("--truth", options->truth, "write what the parts measure, for dax inspect --truth")
       ->type_name("FILE.json");
   scene->add_option("--size", options->size, "sides in pixels, 150..8192 [1200x900]")->type_name("WxH");
-  scene->add_option("--seed", options->seed, "which of many scenes; one seed, one picture [1]")->type_name("N");
+  scene->add_option("--seed", options->seed, "which of many scenes; one seed, one picture [1]")
+      ->check(CLI::NonNegativeNumber)
+      ->type_name("N");
   scene->footer(
       "Bright parts (discs, rings, rectangles, slots, hexagonal nuts, L brackets) and specks of\n"
       "dust lie on a darker, uneven background with noise. The same seed gives the same pixels on\n"

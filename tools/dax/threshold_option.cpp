@@ -67,9 +67,7 @@ DaxiThresholdBinCfg soft(std::string_view settings) {
   return cfg;
 }
 
-DaxiThresholdBinCfg relative(std::string_view settings) {
-  Values values{{"dark", 0.01}, {"bright", 0.01}, {"low", 0.5}, {"high", 0.5}, {"steps", 0}};
-  if (!settings.empty()) readValues(settings, values);
+DaxiThresholdBinCfg relative(const Values& values) {
   DaxiThresholdBinCfg cfg{};
   cfg.method = DAXI_THRESHOLD_RELATIVE_SOFT;
   cfg.darkTail = real(values, "dark");
@@ -94,11 +92,15 @@ DaxiThresholdBinCfg configuration(std::string_view text) {
     return cfg;
   }
   if (text == "mask") return single(1);
-  if (text == "relative") return relative({});
+  Values shares{{"dark", 0.01}, {"bright", 0.01}, {"low", 0.5}, {"high", 0.5}, {"steps", 0}};
+  if (text == "relative") return relative(shares);
   if (text.find("..") != std::string_view::npos) return band(text);
   const auto pair = splitPair(text, ':');
   if (pair && pair->first == "soft") return soft(pair->second);
-  if (pair && pair->first == "relative") return relative(pair->second);
+  if (pair && pair->first == "relative") {
+    readValues(pair->second, shares);
+    return relative(shares);
+  }
   return single(greyLevel(text));
 }
 
