@@ -11,6 +11,12 @@
 #include <simde/arm/neon.h>
 #pragma GCC diagnostic pop
 
+// SIMDe copies this byte by byte.
+#undef vld1q_u8_x4
+inline uint8x16x4_t vld1q_u8_x4(const uint8_t* from) {
+  return {{vld1q_u8(from), vld1q_u8(from + 16), vld1q_u8(from + 32), vld1q_u8(from + 48)}};
+}
+
 // Missing from SIMDe.
 inline void vst1q_u8_x4(uint8_t* to, uint8x16x4_t from) {
   for (int i = 0; i < 4; ++i) vst1q_u8(to + 16 * i, from.val[i]);

@@ -128,20 +128,38 @@ class RunJoiner {
   uint32_t aboveEnd_ = 0;  // end of the runs above
 };
 
-// Finds the runs of a row, 64 pixels at a time: a run starts or ends where a bit differs from its left neighbour.
+// The places in a word of 64 pixels at which a run starts or ends: where a bit differs from its left neighbour.
+class Edges {
+ public:
+  Edges(uint64_t bits, bool inside, int32_t x) : bits_(bits ^ (bits << 1 | uint64_t{inside})), x_(x) {}
+  bool any() const { return bits_ != 0; }
+  int32_t take() {
+    const int32_t edge = x_ + std::countr_zero(bits_);
+    bits_ &= bits_ - 1;
+    return edge;
+  }
+
+ private:
+  uint64_t bits_;
+  int32_t x_;
+};
+
+// Finds the runs of a row, 64 pixels at a time. Edges are taken in pairs; a run may go on into the next word.
 template <class Bits64>
 void scanRow(const uint8_t* row, int32_t width, Bits64 foregroundBits64, RunJoiner& joiner) {
   bool inside = false;
   int32_t start = 0;
   for (int32_t x = 0; x < width; x += 64) {
     const int32_t n = width - x;
-    const uint64_t bits = n >= 64 ? foregroundBits64(row + x) : portable::foregroundBits(row + x, n);
-    uint64_t edges = bits ^ (bits << 1 | uint64_t{inside});
-    for (; edges != 0; edges &= edges - 1) {
-      const int32_t edge = x + std::countr_zero(edges);
-      if (inside) joiner.add(start, edge - 1);
-      start = edge;
-      inside = !inside;
+    Edges edges(n >= 64 ? foregroundBits64(row + x) : portable::foregroundBits(row + x, n), inside, x);
+    while (edges.any()) {
+      if (!inside) {
+        start = edges.take();
+        inside = true;
+        if (!edges.any()) break;
+      }
+      joiner.add(start, edges.take() - 1);
+      inside = false;
     }
   }
   if (inside) joiner.add(start, width - 1);

@@ -28,7 +28,7 @@ struct SelectContext {
   DomainBitmap bitmap;
   PointI32* hull;
 
-  DomainView view(const DaxiDomain& domain) const { return {domains.runs, &domain, size}; }
+  DomainView view(const DaxiDomain& domain) const { return viewDomain(domains, domain, size); }
   DomainView view(const BlobInfo& blob) const { return view(*blob.domain); }
 };
 

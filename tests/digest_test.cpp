@@ -1,0 +1,108 @@
+// Digests of outputs over fixed inputs. The numbers are the same on every machine: a change of one bit in one result
+// shows here, and so does a machine that computes differently.
+#include <gtest/gtest.h>
+
+#include "daxi.h"
+#include "tests/support/labeller.h"
+
+namespace dax::test {
+namespace {
+
+// FNV-1a.
+class Digest {
+ public:
+  Digest& add(const void* data, size_t bytes) {
+    for (size_t i = 0; i < bytes; ++i) value_ = (value_ ^ static_cast<const uint8_t*>(data)[i]) * 0x100000001B3u;
+    return *this;
+  }
+  template <class T>
+  Digest& add(const TestImage<T>& image) {
+    for (int32_t y = 0; y < image.size().height; ++y) {
+      add(image.row(y), static_cast<size_t>(image.size().width) * sizeof(T));
+    }
+    return *this;
+  }
+  uint64_t value() const { return value_; }
+
+ private:
+  uint64_t value_ = 0xCBF29CE484222325u;
+};
+
+using Image = TestImage<uint8_t>;
+
+// Smooth random hills: sums of random levels over a window, so that thresholds give blobs.
+Image hills(DaxiSize size, uint64_t seed) {
+  TestImage<uint8_t> noise({size.width + 8, size.height + 8});
+  noise.randomize(seed);
+  Image image(size);
+  image.fill([&](int32_t x, int32_t y) {
+    int32_t sum = 0;
+    for (int32_t i = 0; i < 81; ++i) sum += noise.at(x + i % 9, y + i / 9);
+    return std::clamp((sum / 81 - 128) * 5 + 128, 0, 255);
+  });
+  return image;
+}
+
+TEST(Digests, CopyBorder) {
+  TestImage<float> src({37, 23});
+  src.randomize(1);
+  Digest digest;
+  for (auto* const border : {DAXI_CopyReplicateBorder_32f_C1R, DAXI_CopyMirrorBorder_32f_C1R,
+                             DAXI_CopySymmetricBorder_32f_C1R, DAXI_CopyCircularBorder_32f_C1R}) {
+    TestImage<float> dst({140, 90});
+    ASSERT_EQ(border(src.data(), src.step(), src.size(), dst.data(), dst.step(), dst.size(), 30, 51), DAX_STS_OK);
+    digest.add(dst);
+  }
+  EXPECT_EQ(digest.value(), 0x7BC30AE92DF1C490u);
+}
+
+TEST(Digests, Threshold) {
+  const Image src = hills({301, 203}, 2);
+  Digest digest;
+  for (uint32_t method = 1; method <= 6; ++method) {
+    DaxiThresholdBinCfg cfg = {method, 1, 0.03f, 0.11f, 0.1f, 0.83f, 77, 40, 190, 120, 60};
+    Image dst(src.size());
+    uint8_t levels[2];
+    ASSERT_EQ(DAXI_ThresholdBinV2_8u_C1R(src.data(), src.step(), dst.data(), dst.step(), src.size(), &cfg, levels,
+                                         levels + 1),
+              DAX_STS_OK);
+    digest.add(dst).add(levels, 2);
+  }
+  EXPECT_EQ(digest.value(), 0x22150A20762B2ED9u);
+}
+
+TEST(Digests, Blobs) {
+  const Image gray = hills({640, 480}, 3);
+  Image mask(gray.size());
+  mask.fill([&](int32_t x, int32_t y) { return gray.at(x, y) > 140 ? 255 : 0; });
+  Digest digest;
+  for (const int32_t connectivity : {4, 8}) {
+    Labeller label(mask.size(), connectivity);
+    const DaxiDomainList& list = label(mask, DAX_ISA_NEON);
+    digest.add(list.runs, list.runCount * sizeof(DomainRun));
+    uint64_t bytes = 0;
+    ASSERT_EQ(DAXI_BlobSelectBufferSize_8u(mask.size(), &bytes), DAX_STS_OK);
+    std::vector<uint8_t> buffer(bytes);
+    for (uint32_t key = 1; key <= 13; ++key) {
+      BlobSelectCfg cfg = {};
+      cfg.grayMode = key % 2;
+      cfg.maxCount = 200;
+      cfg.flags = key % 3 ? 0x1 : 0x13;
+      cfg.area = {2, 5000}, cfg.perimeter = {0, 1000}, cfg.circularity = {0, 1};
+      cfg.areaWeight = 1, cfg.circularityWeight = 0.5f;
+      cfg.sortKey = key, cfg.sortOrder = 1 + key % 3;
+      std::vector<BlobInfo> blobs(200);
+      BlobSelectResult result = {blobs.data(), 0, nullptr};
+      ASSERT_EQ(DAXI_BlobSelect_8u_C1R(gray.data(), gray.step(), gray.data(), gray.step(), gray.size(), &list,
+                                       static_cast<int32_t>(list.domainCount), &result, &cfg, buffer.data()),
+                DAX_STS_OK);
+      EXPECT_EQ(result.count, 200u);
+      for (BlobInfo& blob : blobs) blob.domain = nullptr;
+      digest.add(blobs.data(), blobs.size() * sizeof(BlobInfo));
+    }
+  }
+  EXPECT_EQ(digest.value(), 0x6FB69BAA142E9D0Du);
+}
+
+}  // namespace
+}  // namespace dax::test

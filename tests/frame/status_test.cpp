@@ -1,0 +1,170 @@
+#include <gtest/gtest.h>
+
+#include <ctime>
+#include <string>
+
+#include "dax.h"
+#include "daxi/add.h"
+#include "daxi/check_data.h"
+#include "frame/check.h"
+#include "frame/cpu_feature.h"
+#include "frame/pixel_types.h"
+#include "frame/work_buffer.h"
+#include "tests/support/check_order.h"
+#include "tests/support/test_image.h"
+#include "zur/clock.h"
+
+namespace dax::test {
+namespace {
+
+TEST(Status, PlatformCodesMap) {
+  EXPECT_EQ(DAX_ZurStatusToDaxAlgStatus(0), 0u);
+  EXPECT_EQ(DAX_ZurStatusToDaxAlgStatus(1), 0x1000001du);
+  for (int32_t k = 1; k <= 29; ++k)
+    EXPECT_EQ(DAX_ZurStatusToDaxAlgStatus(-k), 0x10000000u + static_cast<uint32_t>(k) - 1);
+  for (const int32_t s : {2, 40, -30, -1000, INT32_MIN, INT32_MAX})
+    EXPECT_EQ(DAX_ZurStatusToDaxAlgStatus(s), 0x10000000u) << s;
+}
+
+TEST(Status, TextsAndVersion) {
+  const std::string unknown = DAX_GetStatusText(0x12345678);
+  for (const DaxStatus code : {DaxStatus{0}, DaxStatus{DAX_STS_FAILURE}, DaxStatus{DAX_STS_LU}, DaxStatus{0x10000103},
+                               DaxStatus{0x10000204}, DaxStatus{0x1000030e}}) {
+    EXPECT_NE(DAX_GetStatusText(code), unknown) << code;
+  }
+  EXPECT_EQ(DAX_GetVersion(), std::to_string(DAX_VERSION_MAJOR) + "." + std::to_string(DAX_VERSION_MINOR) + "." +
+                                  std::to_string(DAX_VERSION_PATCH));
+}
+
+// All members of one layout, by the channels that a row needs.
+template <class Check, class Image>
+void expectRowRule(Check check, Image image, int64_t channels) {
+  EXPECT_EQ(check(nullptr, 100, DaxiSize{0, 1}), DAX_STS_NULL_POINTER);
+  for (const DaxiSize size : {DaxiSize{0, 5}, {5, 0}, {-1, 5}, {5, INT32_MIN}}) {
+    EXPECT_EQ(check(image, -1, size), DAX_STS_BAD_SIZE);
+  }
+  for (const int32_t width : {1, 10, 100, 715827882, 715827883, 1073741824, INT32_MAX}) {
+    for (const int64_t step :
+         {int64_t{width} * channels, int64_t{width} * channels - 1, int64_t{INT32_MAX}, int64_t{-width}}) {
+      if (step > INT32_MAX) continue;
+      EXPECT_EQ(check(image, static_cast<int32_t>(step), DaxiSize{width, 1}),
+                step >= width * channels ? DAX_STS_OK : DAX_STS_BAD_STEP)
+          << width << " " << step;
+    }
+  }
+}
+
+// The array of planes ends with its last element at a forbidden page: no further element may be read.
+template <class T, int kPlanes, class Check>
+void expectPlanarRule(Check check) {
+  T pixel = {};
+  GuardedBuffer<const T*> planes(kPlanes);
+  for (const T*& plane : planes) plane = &pixel;
+  expectRowRule(check, static_cast<const T* const*>(planes.data()), 1);
+  for (int i = 0; i < kPlanes; ++i) {
+    planes[static_cast<size_t>(i)] = nullptr;
+    EXPECT_EQ(check(planes.data(), 1, DaxiSize{0, 1}), DAX_STS_NULL_POINTER);
+    planes[static_cast<size_t>(i)] = &pixel;
+  }
+}
+
+TEST(CheckData, AllMembers) {
+#define DAX_EXPECT_RULES(SUFFIX, T)                          \
+  {                                                          \
+    const T pixel = {};                                      \
+    expectRowRule(DAXI_CheckData_##SUFFIX##_C1R, &pixel, 1); \
+    expectRowRule(DAXI_CheckData_##SUFFIX##_C3R, &pixel, 3); \
+    expectPlanarRule<T, 3>(DAXI_CheckData_##SUFFIX##_P3R);   \
+  }
+  DAX_PIXEL_TYPES(DAX_EXPECT_RULES)
+#undef DAX_EXPECT_RULES
+  const uint8_t pixel = 0;
+  expectRowRule(DAXI_CheckData_8u_C2R, &pixel, 2);
+  expectPlanarRule<uint8_t, 2>(DAXI_CheckData_8u_P2R);
+}
+
+struct AddArguments {
+  const uint8_t* src1;
+  int32_t step1;
+  const uint8_t* src2;
+  int32_t step2;
+  uint8_t* dst;
+  int32_t dstStep;
+  DaxiSize size;
+  int32_t isa;
+};
+
+TEST(Add, SaturatesAndTwinsAgree) {
+  for (int32_t width = 1; width < 70; ++width) {
+    TestImage<uint8_t> a({width, 2}, 1), b({width, 2}, 2), portable({width, 2}, 3), neon({width, 2});
+    a.randomize(1), b.randomize(2);
+    for (auto* dst : {&portable, &neon}) {
+      ASSERT_EQ(DAXI_Add_8u_C1RSfs_IS(a.data(), a.step(), b.data(), b.step(), dst->data(), dst->step(), a.size(),
+                                      dst == &neon ? DAX_ISA_NEON : DAX_ISA_PORTABLE),
+                DAX_STS_OK);
+    }
+    ASSERT_TRUE(samePixels(portable, neon));
+    for (int32_t x = 0; x < width; ++x) ASSERT_EQ(portable.at(x, 1), std::min(a.at(x, 1) + b.at(x, 1), 255));
+  }
+}
+
+TEST(Add, ChecksInOrder) {
+  TestImage<uint8_t> a({8, 2}), dst({8, 2});
+  dst.remember();
+  const std::vector<CheckClause<AddArguments>> clauses = {
+      {"first null", DAX_STS_NULL_POINTER, [](AddArguments& c) { c.src1 = nullptr; }},
+      {"second null", DAX_STS_NULL_POINTER, [](AddArguments& c) { c.src2 = nullptr; }},
+      {"destination null", DAX_STS_NULL_POINTER, [](AddArguments& c) { c.dst = nullptr; }},
+      {"width", DAX_STS_BAD_SIZE, [](AddArguments& c) { c.size.width = 0; }},
+      {"second step", DAX_STS_BAD_STEP, [](AddArguments& c) { c.step2 = 7; }},
+      {"destination step", DAX_STS_BAD_STEP, [](AddArguments& c) { c.dstStep = 7; }},
+      {"code", DAX_STS_BAD_ISA, [](AddArguments& c) { c.isa = -1; }},
+  };
+  expectCheckOrder<AddArguments>(
+      {a.data(), 8, a.data(), 8, dst.data(), 8, {8, 2}, 0}, clauses,
+      [](const AddArguments& c) {
+        return DAXI_Add_8u_C1RSfs_IS(c.src1, c.step1, c.src2, c.step2, c.dst, c.dstStep, c.size, c.isa);
+      },
+      [&] { return dst.untouched(); });
+}
+
+TEST(CpuFeature, OnlyTheNeonFlag) {
+  DaxCpuFeature feature;
+  std::memset(&feature, 0xFF, sizeof(feature));
+  const int32_t code = _DAX_GetCpuFeatureV2(&feature);
+  EXPECT_EQ(code, feature.neon == 1 ? DAX_ISA_NEON : DAX_ISA_PORTABLE);
+  for (const uint32_t flag : feature.reserved) EXPECT_EQ(flag, 0u);
+}
+
+TEST(Clock, RunsForwardInItsUnit) {
+  EXPECT_EQ(ZUR_GetCpuClocks(), 0u);
+  const double frequency = DAX_GetCpuFrequency();
+  EXPECT_GE(frequency, 1e6);
+  const uint64_t start = DAX_GetCpuClocks();
+  timespec pause = {0, 20000000};
+  nanosleep(&pause, nullptr);
+  const double seconds = static_cast<double>(DAX_GetCpuClocks() - start) / 1000 / frequency;
+  EXPECT_GE(seconds, 0.0199);
+  EXPECT_LT(seconds, 5);
+}
+
+// Pieces start at multiples of 128 bytes; sizes that do not fit a signed 64-bit integer are refused, wrapped ones too.
+TEST(BufferLayout, AddsUpAndRefusesOverflow) {
+  uint64_t bytes = 5;
+  BufferLayout layout;
+  const BufferPiece<uint32_t> a = layout.add<uint32_t>(33);
+  const BufferPiece<uint8_t> b = layout.add<uint8_t>(1);
+  EXPECT_EQ(a.offset, 0u);
+  EXPECT_EQ(b.offset, 256u);
+  ASSERT_EQ(layout.store(&bytes), DAX_STS_OK);
+  EXPECT_EQ(bytes, 384u);
+  for (const uint64_t count : {uint64_t{1} << 60, uint64_t{1600000000} * 1600000000, UINT64_MAX}) {
+    BufferLayout large;
+    large.add<uint64_t>(count);
+    EXPECT_EQ(large.store(&bytes), DAX_STS_BUFFER_OVERFLOW) << count;
+    EXPECT_EQ(bytes, 384u);
+  }
+}
+
+}  // namespace
+}  // namespace dax::test
