@@ -5,13 +5,21 @@ import subprocess
 import pytest
 
 TOOL = os.environ["DAX_TOOL"]
+# A sanitizer's verdict must not pass for a status of the program.
+SANITIZED = {
+    **os.environ,
+    "ASAN_OPTIONS": "exitcode=99",
+    "UBSAN_OPTIONS": "exitcode=99",
+    "LSAN_OPTIONS": f"exitcode=99:print_suppressions=0:suppressions={os.path.dirname(__file__)}/leaks.supp",
+}
 
 
 class Run:
     """One run of the program. Whatever happens, it ends by itself and reports errors in lines of its own."""
 
     def __init__(self, folder, arguments):
-        done = subprocess.run([TOOL, *map(str, arguments)], cwd=folder, capture_output=True, timeout=300)
+        done = subprocess.run([TOOL, *map(str, arguments)], cwd=folder, capture_output=True, timeout=300,
+                              env=SANITIZED)
         self.status = done.returncode
         self.out = done.stdout.decode()
         self.err = done.stderr.decode()

@@ -151,7 +151,8 @@ def test_failed_writing_leaves_nothing(dax, tmp_path, picture, option, name):
 
 def test_output_replaces_a_file_as_the_user_would(dax, tmp_path, picture):
     (tmp_path / "out.png").write_bytes(b"old")
-    os.umask(0o027)
+    mask = os.umask(0o027)
     dax("inspect", picture, "--overlay", "out.png")
+    os.umask(mask)
     assert (tmp_path / "out.png").stat().st_mode & 0o777 == 0o640
     assert (tmp_path / "out.png").read_bytes().startswith(b"\x89PNG")
