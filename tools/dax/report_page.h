@@ -14,7 +14,7 @@ body { margin: 0; padding: 1.25rem; background: var(--page); color: var(--text);
 header { margin-bottom: 1rem; }
 h1 { margin: 0; font-size: 1.3rem; overflow-wrap: anywhere; }
 header p { margin: .15rem 0 0; color: var(--dim); }
-main { display: grid; grid-template-columns: minmax(0, 1fr) minmax(0, 1fr); gap: 1.25rem; align-items: start; }
+main { display: grid; grid-template-columns: minmax(0, 1fr) fit-content(60%); gap: 1.25rem; align-items: start; }
 @media (max-width: 75rem) { main { grid-template-columns: minmax(0, 1fr); } }
 figure, .table { margin: 0; background: var(--panel); border: 1px solid var(--line); border-radius: 8px;
   overflow: auto; }
@@ -23,12 +23,13 @@ figure { position: sticky; top: 1.25rem; }
   .table { max-height: none; } }
 .picture { display: block; width: 100%; max-height: calc(100vh - 2.5rem); }
 .table { max-height: calc(100vh - 2.5rem); }
-table { border-collapse: collapse; width: 100%; font-size: .85rem; font-variant-numeric: tabular-nums; }
-th, td { padding: .32rem .55rem; text-align: right; white-space: nowrap; }
+table { border-collapse: collapse; width: 100%; font-size: .8rem; font-variant-numeric: tabular-nums; }
+th, td { padding: .32rem .42rem; text-align: right; white-space: nowrap; }
 th { position: sticky; top: 0; background: var(--panel); color: var(--dim); font-weight: 600;
   box-shadow: inset 0 -1px var(--line); }
-tbody tr { border-bottom: 1px solid var(--line); cursor: pointer; }
+tbody tr { border-bottom: 1px solid var(--line); cursor: pointer; scroll-margin-top: 2.2rem; }
 tbody tr:last-child { border-bottom: 0; }
+@media (max-width: 75rem) { tbody tr { scroll-margin-top: 58vh; } }
 tr.marked { background: var(--mark); }
 tr:focus { outline: 2px solid var(--accent); outline-offset: -2px; }
 .none { padding: 1rem; color: var(--dim); }
