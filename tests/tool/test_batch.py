@@ -31,7 +31,8 @@ def test_folders_are_walked_in_order(dax, folder):
     images = dax("inspect", "in", "--json").json["images"]
     assert [image["file"] for image in images] == IN_ORDER
     assert [image["blobs"][0]["area"] for image in images] == [16, 9, 36, 49, 64, 81]
-    assert [i["file"] for i in dax("inspect", "in/z.tif", "in/b", "--json").json["images"]] == ["in/z.tif", *IN_ORDER[2:5]]
+    mixed = dax("inspect", "in/z.tif", "in/b", "--json").json["images"]
+    assert [image["file"] for image in mixed] == ["in/z.tif", *IN_ORDER[2:5]]
     assert "in/empty: holds no images" in dax("inspect", "in/empty", status=3).err
 
 
@@ -61,7 +62,8 @@ def test_each_image_has_outputs_of_its_own(dax, tmp_path, folder):
         dax("inspect", "in/a.png", "in/b/a.bmp", "in/a.png", "--overlay", "in", "--report", "in/reports")
     assert {path: content for path, content in everything(folder).items() if path in inputs} == inputs
     made = {str(path) for path in set(everything(folder)) - set(inputs)}
-    assert made == {f"a-overlay{n}.png" for n in ("", "-2", "-3")} | {f"reports/a-report{n}.html" for n in ("", "-2", "-3")}
+    numbers = ("", "-2", "-3")
+    assert made == {f"a-overlay{n}.png" for n in numbers} | {f"reports/a-report{n}.html" for n in numbers}
 
 
 def test_output_folder_that_cannot_be(dax, tmp_path, folder):
@@ -78,5 +80,5 @@ def test_progress_on_a_terminal(dax, tmp_path, folder):
     shown = os.read(master, 1 << 16).decode()
     os.close(master)
     assert done.returncode == 0
-    assert "\r\x1b[K6 of 6  in/" in shown and shown.endswith("\r\x1b[K")
+    assert "\r\x1b[K6 of 6 images" in shown and shown.endswith("\r\x1b[K")
     assert dax("inspect", "in").err == ""

@@ -65,7 +65,8 @@ def tiff_of_sides(width, height):
 
 
 HUGE = {
-    "png": png_of_sides(2**31 - 1, 2**31 - 1), "png sides": png_of_sides(65537, 1), "png area": png_of_sides(65536, 65536),
+    "png": png_of_sides(2**31 - 1, 2**31 - 1), "png side": png_of_sides(65537, 1),
+    "png area": png_of_sides(65536, 65536),
     "bmp": bmp_of_sides(2**31 - 1, 2**31 - 1), "bmp side": bmp_of_sides(70000, 1), "bmp negative": bmp_of_sides(-1, 16),
     "bmp lowest": bmp_of_sides(32, -(2**31)), "zero": bmp_of_sides(0, 0),
     "pgm": b"P5\n99999999999 99999999999\n255\n", "pgm side": b"P5\n65537 1\n255\n" + bytes(65537),

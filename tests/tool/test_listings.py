@@ -23,9 +23,9 @@ def test_the_three_agree(dax, tmp_path, parts, options):
     rows = list(csv.DictReader(io.StringIO(dax("inspect", "parts.png", *options, "--csv").out)))
     table = dax("inspect", "parts.png", *options).out.splitlines()
 
-    assert table[0] == f"parts.png: 80 x 60, Otsu level 20, {len(json['blobs'])} of 4 regions"
+    assert table[0] == f"parts.png: 80 x 60, threshold otsu 20, {len(json['blobs'])} of 4 regions"
     assert (json["width"], json["height"], json["regions"]) == (80, 60, 4)
-    assert json["threshold"] == {"kind": "Otsu level", "low": 20, "high": 20}
+    assert json["threshold"] == {"method": "otsu", "low": 20, "high": 20}
     assert len(rows) == len(json["blobs"]) == max(0, len(table) - 2)
     for number, (blob, row, line) in enumerate(zip(json["blobs"], rows, table[2:]), 1):
         assert (row.pop("file"), int(row.pop("number"))) == ("parts.png", number)

@@ -3,8 +3,6 @@
 import pictures
 import pytest
 
-NUMBERS = ["area", "perimeter", "box_width", "box_height", "box_angle", "axis_ratio", "circularity", "rectangularity",
-           "central_bias", "rect_width", "rect_height"]
 # Command-line name of each filter, and the feature that it looks at.
 FILTERS = {"area": "area", "perimeter": "perimeter", "long-axis": "box_width", "short-axis": "box_height",
            "axis-ratio": "axis_ratio", "box-angle": "box_angle", "circularity": "circularity",

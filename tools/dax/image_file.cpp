@@ -50,22 +50,23 @@ std::string systemMessage(int error) {
   return std::generic_category().message(error);
 }
 
-std::string readBytes(const fs::path& path) {
+uintmax_t regularFileSize(const fs::path& path) {
   std::error_code error;
   const fs::file_status status = fs::status(path, error);
-  if (!fs::exists(status))
-    fail(path,
-         "cannot be opened: " + (error ? error : std::make_error_code(std::errc::no_such_file_or_directory)).message());
+  if (!fs::exists(status)) fail(path, "cannot be opened: " + error.message());
   if (!fs::is_regular_file(status)) fail(path, fs::is_directory(status) ? "is a folder" : "is not a regular file");
   const uintmax_t size = fs::file_size(path, error);
   if (error) fail(path, "cannot be read: " + error.message());
   if (size > kMostFileBytes) fail(path, "is larger than 1 GiB");
+  return size;
+}
 
+std::string readBytes(const fs::path& path) {
+  std::string bytes(regularFileSize(path), '\0');
   errno = 0;
   std::ifstream file(path, std::ios::binary);
   if (!file) fail(path, "cannot be opened: " + systemMessage(errno));
-  std::string bytes(size, '\0');
-  file.read(bytes.data(), static_cast<std::streamsize>(size));
+  file.read(bytes.data(), static_cast<std::streamsize>(bytes.size()));
   if (file.bad()) fail(path, "cannot be read: " + systemMessage(errno));
   bytes.resize(static_cast<size_t>(file.gcount()));
   return bytes;

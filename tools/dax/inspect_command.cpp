@@ -32,10 +32,10 @@ class Progress {
   Progress(const Progress&) = delete;
   Progress& operator=(const Progress&) = delete;
 
-  void advance(const std::string& file) {
+  void advance() {
     if (!shown_) return;
     const std::lock_guard lock(mutex_);
-    std::fprintf(stderr, "\r\x1b[K%zu of %zu  %s", ++done_, total_, file.c_str());
+    std::fprintf(stderr, "\r\x1b[K%zu of %zu images", ++done_, total_);
     std::fflush(stderr);
   }
 
@@ -96,7 +96,7 @@ struct Batch {
   static DaxStatus tile(void* context, uint32_t index, int32_t /*bound*/, uint32_t /*worker*/) {
     Batch& batch = *static_cast<Batch*>(context);
     batch.outcomes[index] = inspectJob(batch.jobs[index], batch.options);
-    batch.progress.advance(batch.outcomes[index].file);
+    batch.progress.advance();
     return DAX_STS_OK;
   }
 };

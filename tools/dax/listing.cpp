@@ -65,7 +65,7 @@ Json toJson(const Outcome& outcome, const Threshold& threshold) {
   const Inspection& inspection = outcome.inspection;
   json["width"] = inspection.size.width;
   json["height"] = inspection.size.height;
-  json["threshold"] = {{"kind", threshold.name()}, {"low", inspection.low}, {"high", inspection.high}};
+  json["threshold"] = {{"method", threshold.name()}, {"low", inspection.low}, {"high", inspection.high}};
   json["regions"] = inspection.regions;
   json["blobs"] = Json::array();
   for (const BlobInfo& blob : inspection.blobs) json["blobs"].push_back(toJson(blob, inspection.scored));
@@ -94,7 +94,7 @@ Fields timeFields(const std::string& name, const StageTimes& times) {
 }  // namespace
 
 std::string summary(const Inspection& inspection, const Threshold& threshold) {
-  return std::to_string(inspection.size.width) + " x " + std::to_string(inspection.size.height) + ", " +
+  return std::to_string(inspection.size.width) + " x " + std::to_string(inspection.size.height) + ", threshold " +
          threshold.name() + " " + levels(inspection) + ", " + std::to_string(inspection.blobs.size()) + " of " +
          std::to_string(inspection.regions) + " regions";
 }

@@ -30,7 +30,7 @@ void writeJson(std::ostream& out, const Listing& listing);
 void writeCsv(std::ostream& out, const Listing& listing);
 void writeTimes(std::ostream& out, std::span<const Outcome> outcomes);
 
-// "1200 x 900, Otsu level 127, 40 of 88 regions"
+// "1200 x 900, threshold otsu 127, 40 of 88 regions"
 std::string summary(const Inspection& inspection, const Threshold& threshold);
 
 // The features of the table: titles, and the fields of a blob.

@@ -107,7 +107,7 @@ DaxiThresholdBinCfg configuration(std::string_view text) {
 }  // namespace
 
 const char* Threshold::name() const {
-  constexpr std::array kNames = {"", "copy", "level", "band", "Otsu level", "soft ramp", "relative ramp"};
+  constexpr std::array kNames = {"", "copy", "level", "band", "otsu", "soft", "relative"};
   return kNames[cfg.method];
 }
 
