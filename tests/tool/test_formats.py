@@ -13,7 +13,7 @@ LEVELS = [257 * v for v in (1, 2, 3, 20, 77, 127, 128, 129, 200, 254, 255)]
 # Around the steps from one 8-bit level to the next, which lie at 257 k + 128.5.
 FINE_LEVELS = LEVELS + [257 * k + d for k in (1, 100, 254) for d in (128, 129)] + [1000, 40000, 65534]
 PRIMARIES = [(65535, 0, 0), (0, 65535, 0), (0, 0, 65535), (65535, 65535, 0), (257 * 12, 257 * 200, 257 * 99),
-             (257 * 251, 257 * 3, 257 * 17)]
+             (257 * 251, 257 * 3, 257 * 17), (257 * 3, 257 * 49, 257 * 60)]  # the last one is half way between greys
 FINE_COLOURS = PRIMARIES + [(30000, 12345, 54321), (1, 65535, 40000), (12850, 12850, 12851)]
 
 
