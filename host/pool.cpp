@@ -1,4 +1,5 @@
 // The reference pool: one oneTBB arena per pool.
+#include <oneapi/tbb/global_control.h>
 #include <oneapi/tbb/info.h>
 #include <oneapi/tbb/parallel_for.h>
 #include <oneapi/tbb/task_arena.h>
@@ -13,8 +14,11 @@ namespace {
 
 constexpr uint32_t kMostThreads = 1024;
 
+// The scheduler gives an arena no more workers than the machine has processors, unless a control allows more. Of
+// several controls the least counts, so that all pools allow the same.
 struct Pool {
   explicit Pool(int threads) : arena(threads) {}
+  tbb::global_control control{tbb::global_control::max_allowed_parallelism, kMostThreads};
   tbb::task_arena arena;
 };
 
@@ -56,11 +60,13 @@ DaxStatus DAX_THREADPOOL_Compute1DTiled(void* pool, DaxTileFunction tile, void* 
 
   const int64_t tiles = (int64_t{total} + tileSize - 1) / tileSize;
   std::atomic<DaxStatus> result{DAX_STS_OK};
-  static_cast<Pool*>(pool)->arena.execute([&] {
+  const auto runAll = [&] {
     tbb::parallel_for(
         int64_t{0}, tiles, [&](int64_t i) { runTile(tile, context, total, tileSize, i, result); },
         tbb::simple_partitioner{});
-  });
+  };
+  // Entering an arena ends the isolation of the tile that calls; it begins anew inside.
+  static_cast<Pool*>(pool)->arena.execute([&] { tbb::this_task_arena::isolate(runAll); });
   return result;
 } catch (...) {
   return DAX_STS_NO_MEMORY;

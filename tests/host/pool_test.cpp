@@ -59,6 +59,20 @@ TEST(HostPool, EveryTileOnceWithItsOwnWorker) {
   }
 }
 
+// A pool may have more workers than the machine has processors: tiles that wait for each other all run at once.
+TEST(HostPool, HasAsManyWorkersAsAsked) {
+  constexpr int32_t kWorkers = 6;
+  const Pool pool(kWorkers);
+  std::atomic<int> arrived = 0;
+  const DaxTileFunction meet = [](void* context, uint32_t, int32_t, uint32_t) -> DaxStatus {
+    auto& count = *static_cast<std::atomic<int>*>(context);
+    ++count;
+    for (int i = 0; i < 1000 && count < kWorkers; ++i) std::this_thread::sleep_for(std::chrono::milliseconds(5));
+    return count == kWorkers ? DAX_STS_OK : DAX_STS_FAILURE;
+  };
+  EXPECT_EQ(DAX_THREADPOOL_Compute1DTiled(pool.get(), meet, &arrived, kWorkers, 1), DAX_STS_OK);
+}
+
 // Callers on several threads at once share a pool, each with worker indices of its own call.
 TEST(HostPool, ConcurrentCallers) {
   const Pool pool(3);
