@@ -1,4 +1,4 @@
-// The labelling worker and the memory that it works in.
+// The labelling workers and the memory that they work in.
 #pragma once
 
 #include "daxi/blob_find.h"
@@ -6,9 +6,19 @@
 
 namespace dax {
 
-// The model: the result of a labelling, sized for the worst image.
+// What the worst image of a size needs.
+struct FindNeed {
+  uint64_t runs;
+  uint64_t labels;
+  uint64_t domains;
+};
+
+FindNeed maskNeed(DaxiSize size, int32_t connectivity);
+FindNeed classNeed(DaxiSize size);
+
+// The model: the result of a labelling.
 struct FindModel {
-  FindModel(DaxiSize size, int32_t connectivity);
+  explicit FindModel(const FindNeed& need);
   BufferLayout layout;
   BufferPiece<DaxiDomainList> list;
   BufferPiece<DomainRun> runs;
@@ -17,10 +27,14 @@ struct FindModel {
 
 // The work buffer: label equivalences.
 struct FindScratch {
-  FindScratch(DaxiSize size, int32_t connectivity);
+  explicit FindScratch(const FindNeed& need);
   BufferLayout layout;
   BufferPiece<uint32_t> parents;
 };
+
+// Labels an image of classes, as below.
+const DaxiDomainList* findClassDomains(const uint8_t* src, int32_t srcStep, DaxiSize size, int32_t connectivity,
+                                       void* model, void* buffer, int32_t isa);
 
 }  // namespace dax
 

@@ -23,7 +23,7 @@ typedef struct DomainRun {
   uint16_t row;
   uint16_t start; /* first column */
   uint16_t end;   /* last column, inclusive */
-  uint16_t cls;   /* class of the run; 0 from single-class labelling */
+  uint16_t cls;   /* class of the run; 0 from labelling without classes */
   uint32_t label; /* label of the domain */
   uint32_t next;  /* index in the run array of the domain's next run; DAXI_RUN_END ends the chain */
 } DomainRun;
@@ -67,6 +67,54 @@ DAX_API DaxStatus DAXI_BlobFindBufferSize_8u(DaxiSize size, int32_t connectivity
  * memory. */
 DAX_API DaxStatus DAXI_BlobFind_8u_C1R(const uint8_t* src, int32_t srcStep, DaxiSize size, int32_t connectivity,
                                        void* model, const DaxiDomainList** domains, void* buffer);
+
+/* The same with the image's pointer not const, for hosts that pass their own buffer: the image is left as it is. The
+ * _IS form takes an instruction-set code; checked last: isa < 0 -> 0x1000001c. */
+DAX_API DaxStatus DAXI_BlobFind_8u_C1IR(uint8_t* srcDst, int32_t step, DaxiSize size, int32_t connectivity, void* model,
+                                        const DaxiDomainList** domains, void* buffer);
+DAX_API DaxStatus DAXI_BlobFind_8u_C1IR_IS(uint8_t* srcDst, int32_t step, DaxiSize size, int32_t connectivity,
+                                           void* model, const DaxiDomainList** domains, void* buffer, int32_t isa);
+
+/* Sizes for labelling by class, where every pixel can be a domain of its own. One more check, the last: width * height
+ * above 2^32 - 2, which run indices cannot hold -> 0x10000019. Thread-safe. */
+DAX_API DaxStatus DAXI_BlobFindMultiClsModelSize_8u(DaxiSize size, uint64_t* bytes);
+DAX_API DaxStatus DAXI_BlobFindMultiClsBufferSize_8u(DaxiSize size, uint64_t* bytes);
+
+/* Labels an image of classes: the value of a pixel is its class, 0 is background. A run ends where the value changes,
+ * only runs of one class join, and every run carries its class. Arguments and checks as DAXI_BlobFind_8u_C1R, with
+ * memory of the MultiCls sizes; width * height above 2^32 - 2 -> 0x1000001a. Forms as above. */
+DAX_API DaxStatus DAXI_BlobFindMultiCls_8u_C1R(const uint8_t* src, int32_t srcStep, DaxiSize size, int32_t connectivity,
+                                               void* model, const DaxiDomainList** domains, void* buffer);
+DAX_API DaxStatus DAXI_BlobFindMultiCls_8u_C1IR(uint8_t* srcDst, int32_t step, DaxiSize size, int32_t connectivity,
+                                                void* model, const DaxiDomainList** domains, void* buffer);
+DAX_API DaxStatus DAXI_BlobFindMultiCls_8u_C1IR_IS(uint8_t* srcDst, int32_t step, DaxiSize size, int32_t connectivity,
+                                                   void* model, const DaxiDomainList** domains, void* buffer,
+                                                   int32_t isa);
+
+/* A labelling's memory, owned by the library: as large as the image's contents ask for, not as the worst image would.
+ */
+typedef struct DaxiBlobModel DaxiBlobModel;
+
+/* Labels a mask into a new model. `*model` is written, whatever it held; release it with
+ * DAXI_BlobFindV2DestroyModel_8u. The list lives as long as the model.
+ *
+ * Checks, in order: a null pointer -> 0x10000014; a side outside 1..65536 -> 0x1000001a; step < width -> 0x1000001b; no
+ * memory -> 0x1000002b. A failed call writes nothing and keeps no memory. Thread-safe. */
+DAX_API DaxStatus DAXI_BlobFindV2_8u_C1R(const uint8_t* src, int32_t srcStep, DaxiSize size, int32_t connectivity,
+                                         DaxiBlobModel** model, const DaxiDomainList** domains);
+DAX_API DaxStatus DAXI_BlobFindV2_8u_C1IR(uint8_t* srcDst, int32_t step, DaxiSize size, int32_t connectivity,
+                                          DaxiBlobModel** model, const DaxiDomainList** domains);
+
+/* Labels a mask into a model that is kept from call to call: `*model` is null at first, and later what an earlier call
+ * left there. A stream of images allocates only when it meets its largest. The list of the call before is gone. Checks
+ * as the second version; after a failure the model can be used again. Thread-safe for distinct models. */
+DAX_API DaxStatus DAXI_BlobFindV3_8u_C1IR(uint8_t* srcDst, int32_t step, DaxiSize size, int32_t connectivity,
+                                          DaxiBlobModel** model, const DaxiDomainList** domains);
+
+/* Releases a model and sets `*model` to null; a null `*model` is ignored, so that releasing twice is harmless. model
+ * null -> 0x10000014. */
+DAX_API DaxStatus DAXI_BlobFindV2DestroyModel_8u(DaxiBlobModel** model);
+DAX_API DaxStatus DAXI_BlobFindV3DestroyModel_8u(DaxiBlobModel** model);
 
 /* Number of domains; 0 for a null list. Thread-safe. */
 DAX_API uint32_t _DAXI_DomainCount(const DaxiDomainList* domains);

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <utility>
+
 #include "tests/support/check_order.h"
 #include "tests/support/labeller.h"
 
@@ -11,23 +13,30 @@ namespace {
 using Image = TestImage<uint8_t>;
 
 // Every pixel of every chain has its domain's label, no run could be longer, and runs stand in raster order.
-::testing::AssertionResult equalsFloodFill(const Image& image, int32_t connectivity, const DaxiDomainList& list) {
+::testing::AssertionResult equalsFloodFill(const Image& image, int32_t connectivity, const DaxiDomainList& list,
+                                           bool classes = false) {
   const oracle::Mask mask = toMask(image);
-  const oracle::Labels expected = oracle::floodFill(mask, connectivity);
+  const oracle::Labels expected = oracle::floodFill(mask, connectivity, classes);
   if (static_cast<int32_t>(_DAXI_DomainCount(&list)) != expected.count) {
     return ::testing::AssertionFailure() << list.domainCount << " domains, not " << expected.count;
   }
+  const auto goesOn = [&](int32_t x, int32_t y, int32_t value) {
+    return classes ? mask.value(x, y) == value : mask.at(x, y);
+  };
   std::vector<int32_t> labels(mask.pixels.size(), -1);
   uint32_t runs = 0;
   for (uint32_t d = 0; d < list.domainCount; ++d) {
     const DaxiDomain& domain = *_DAXI_SelectDomainIndex(&list, d);
     uint32_t inChain = 0, index = DAXI_RUN_END;
     for (const DomainRun* run = &domain.head;; run = &list.runs[index]) {
-      if (run->label != d || run->cls != 0 || mask.at(run->start - 1, run->row) || mask.at(run->end + 1, run->row)) {
+      const int32_t value = mask.value(run->start, run->row);
+      if (run->label != d || run->cls != (classes ? value : 0) || goesOn(run->start - 1, run->row, value) ||
+          goesOn(run->end + 1, run->row, value)) {
         return ::testing::AssertionFailure() << "run in row " << run->row << " of domain " << d;
       }
-      for (int32_t x = run->start; x <= run->end; ++x)
-        labels[static_cast<size_t>(run->row) * mask.width + x] = run->label;
+      for (int32_t x = run->start; x <= run->end; ++x) {
+        labels[static_cast<size_t>(run->row) * mask.width + x] = static_cast<int32_t>(run->label);
+      }
       ++inChain;
       if (run->next == DAXI_RUN_END) break;
       if (index != DAXI_RUN_END && run->next <= index) return ::testing::AssertionFailure() << "chain goes back";
@@ -116,6 +125,69 @@ TEST(BlobFind, HardShapes) {
   }
 }
 
+// Labels an image of classes in memory of exactly the queried sizes.
+const DaxiDomainList& labelClasses(const Image& image, int32_t connectivity, int32_t isa, GuardedBuffer<uint8_t>& model,
+                                   GuardedBuffer<uint8_t>& buffer) {
+  return *findClassDomains(image.data(), image.step(), image.size(), connectivity, model.data(), buffer.data(), isa);
+}
+
+// All images of 4 x 3 pixels with three values, and ragged random ones; every pixel may be a domain of its own.
+TEST(BlobFindClasses, SmallAndRaggedImages) {
+  const auto check = [](const Image& image, int32_t isa) {
+    uint64_t modelBytes = 0, bufferBytes = 0;
+    ASSERT_EQ(DAXI_BlobFindMultiClsModelSize_8u(image.size(), &modelBytes), DAX_STS_OK);
+    ASSERT_EQ(DAXI_BlobFindMultiClsBufferSize_8u(image.size(), &bufferBytes), DAX_STS_OK);
+    GuardedBuffer<uint8_t> model(modelBytes), buffer(bufferBytes);
+    for (const int32_t connectivity : {4, 8}) {
+      ASSERT_TRUE(equalsFloodFill(image, connectivity, labelClasses(image, connectivity, isa, model, buffer), true));
+    }
+  };
+  Image small({4, 3});
+  for (int32_t code = 0; code < 531441; code += 31) {  // 3^12
+    int32_t rest = code;
+    small.fill([&](int32_t, int32_t) { return std::exchange(rest, rest / 3) % 3; });
+    ASSERT_NO_FATAL_FAILURE(check(small, code % 2 ? DAX_ISA_NEON : DAX_ISA_PORTABLE)) << code;
+  }
+  Random random(21);
+  for (int32_t width = 1; width <= 210; width += width < 70 ? 1 : 7) {
+    Image image({width, 11}, width % 3, kGuards[width % 2]);
+    const int32_t values = 2 + random.below(5);
+    image.fill([&](int32_t, int32_t) { return random.below(3) ? 200 : random.below(values); });
+    for (const int32_t isa : {DAX_ISA_PORTABLE, DAX_ISA_NEON}) ASSERT_NO_FATAL_FAILURE(check(image, isa)) << width;
+  }
+  Image distinct({64, 40});
+  distinct.fill([](int32_t x, int32_t y) { return 1 + (x * 7 + y * 13) % 255; });
+  ASSERT_NO_FATAL_FAILURE(check(distinct, DAX_ISA_NEON));
+}
+
+// Models of the library's own: the same lists; one that is kept serves images of any size in any order.
+TEST(BlobModels, SameListsAsInCallersMemory) {
+  DaxiBlobModel* kept = nullptr;
+  Random random(5);
+  for (int round = 0; round < 40; ++round) {
+    Image image({1 + random.below(200), 1 + random.below(90)});
+    const int32_t density = random.below(11);
+    image.fill([&](int32_t, int32_t) { return random.below(10) < density ? 255 : 0; });
+    image.remember();
+    const int32_t connectivity = round % 2 ? 4 : 8;
+    DaxiBlobModel* own = nullptr;
+    const DaxiDomainList *ownList = nullptr, *keptList = nullptr;
+    ASSERT_EQ(DAXI_BlobFindV2_8u_C1IR(image.data(), image.step(), image.size(), connectivity, &own, &ownList),
+              DAX_STS_OK);
+    ASSERT_EQ(DAXI_BlobFindV3_8u_C1IR(image.data(), image.step(), image.size(), connectivity, &kept, &keptList),
+              DAX_STS_OK);
+    EXPECT_TRUE(equalsFloodFill(image, connectivity, *ownList)) << round;
+    EXPECT_TRUE(equalsFloodFill(image, connectivity, *keptList)) << round;
+    EXPECT_TRUE(image.untouched());
+    EXPECT_EQ(DAXI_BlobFindV2DestroyModel_8u(&own), DAX_STS_OK);
+    EXPECT_EQ(own, nullptr);
+    EXPECT_EQ(DAXI_BlobFindV2DestroyModel_8u(&own), DAX_STS_OK);
+  }
+  EXPECT_EQ(DAXI_BlobFindV3DestroyModel_8u(&kept), DAX_STS_OK);
+  EXPECT_EQ(DAXI_BlobFindV3DestroyModel_8u(&kept), DAX_STS_OK);
+  EXPECT_EQ(DAXI_BlobFindV3DestroyModel_8u(nullptr), DAX_STS_NULL_POINTER);
+}
+
 TEST(BlobFind, ListAccess) {
   EXPECT_EQ(_DAXI_DomainCount(nullptr), 0u);
   EXPECT_EQ(_DAXI_SelectDomainIndex(nullptr, 0), nullptr);
@@ -134,6 +206,7 @@ struct Arguments {
   void* model;
   const DaxiDomainList** list;
   void* buffer;
+  int32_t isa;
 };
 
 TEST(BlobFindChecks, OrderAndCodes) {
@@ -141,7 +214,7 @@ TEST(BlobFindChecks, OrderAndCodes) {
   src.fill([](int32_t, int32_t) { return 1; });
   GuardedBuffer<uint8_t> model(4096), buffer(256);
   const DaxiDomainList* list = nullptr;
-  const std::vector<CheckClause<Arguments>> clauses = {
+  std::vector<CheckClause<Arguments>> clauses = {
       {"source null", DAX_STS_NULL_POINTER, [](Arguments& a) { a.src = nullptr; }},
       {"model null", DAX_STS_NULL_POINTER, [](Arguments& a) { a.model = nullptr; }},
       {"list null", DAX_STS_NULL_POINTER, [](Arguments& a) { a.list = nullptr; }},
@@ -150,10 +223,43 @@ TEST(BlobFindChecks, OrderAndCodes) {
       {"too wide", DAX_STS_BAD_SIZE, [](Arguments& a) { a.size.width = 65537; }},
       {"step", DAX_STS_BAD_STEP, [](Arguments& a) { a.step = 7; }},
   };
+  const auto untouched = [&] {
+    return list == nullptr && std::all_of(model.begin(), model.end(), [](uint8_t b) { return b == 0xA5; });
+  };
+  const Arguments good{src.data(), 8, {8, 2}, model.data(), &list, buffer.data(), 0};
   expectCheckOrder<Arguments>(
-      {src.data(), 8, {8, 2}, model.data(), &list, buffer.data()}, clauses,
+      good, clauses,
       [](const Arguments& a) { return DAXI_BlobFind_8u_C1R(a.src, a.step, a.size, 8, a.model, a.list, a.buffer); },
-      [&] { return list == nullptr && std::all_of(model.begin(), model.end(), [](uint8_t b) { return b == 0xA5; }); });
+      untouched);
+
+  clauses.push_back({"code", DAX_STS_BAD_ISA, [](Arguments& a) { a.isa = -1; }});
+  for (auto* const find : {DAXI_BlobFind_8u_C1IR_IS, DAXI_BlobFindMultiCls_8u_C1IR_IS}) {
+    list = nullptr;
+    std::fill(model.begin(), model.end(), 0xA5);
+    expectCheckOrder<Arguments>(
+        good, clauses,
+        [&](const Arguments& a) {
+          return find(const_cast<uint8_t*>(a.src), a.step, a.size, 8, a.model, a.list, a.buffer, a.isa);
+        },
+        untouched);
+  }
+}
+
+// The buffer of a model has no part in its checks: the model itself comes back untouched.
+TEST(BlobFindChecks, Models) {
+  Image src({8, 2});
+  DaxiBlobModel *model = nullptr, *second = nullptr;
+  const DaxiDomainList* list = nullptr;
+  for (auto* const find : {DAXI_BlobFindV2_8u_C1IR, DAXI_BlobFindV3_8u_C1IR}) {
+    EXPECT_EQ(find(nullptr, 8, {0, 2}, 8, &model, &list), DAX_STS_NULL_POINTER);
+    EXPECT_EQ(find(src.data(), 8, {8, 2}, 8, nullptr, &list), DAX_STS_NULL_POINTER);
+    EXPECT_EQ(find(src.data(), 8, {8, 2}, 8, &model, nullptr), DAX_STS_NULL_POINTER);
+    EXPECT_EQ(find(src.data(), 7, {8, 0}, 8, &model, &list), DAX_STS_BAD_SIZE);
+    EXPECT_EQ(find(src.data(), 7, {65537, 2}, 8, &model, &list), DAX_STS_BAD_SIZE);
+    EXPECT_EQ(find(src.data(), 7, {8, 2}, 8, &model, &list), DAX_STS_BAD_STEP);
+    EXPECT_EQ(model, second);
+    EXPECT_EQ(list, nullptr);
+  }
 }
 
 TEST(BlobFindChecks, SizeQueries) {
@@ -166,6 +272,13 @@ TEST(BlobFindChecks, SizeQueries) {
     }
     EXPECT_EQ(query({65536, 65536}, 4, &bytes), DAX_STS_OK);
     EXPECT_GT(bytes, uint64_t{1} << 31);
+  }
+  for (auto* const query : {DAXI_BlobFindMultiClsModelSize_8u, DAXI_BlobFindMultiClsBufferSize_8u}) {
+    uint64_t bytes = 7;
+    EXPECT_EQ(query({8, 8}, nullptr), DAX_STS_NULL_POINTER);
+    EXPECT_EQ(query({65536, 65536}, &bytes), DAX_STS_BAD_PARAM);  // one run more than indices can hold
+    EXPECT_EQ(bytes, 7u);
+    EXPECT_EQ(query({65536, 65535}, &bytes), DAX_STS_OK);
   }
 }
 

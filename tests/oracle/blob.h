@@ -14,9 +14,11 @@ namespace dax::oracle {
 struct Mask {
   int32_t width, height;
   std::vector<uint8_t> pixels;
-  bool at(int32_t x, int32_t y) const {
-    return x >= 0 && y >= 0 && x < width && y < height && pixels[static_cast<size_t>(y) * width + x] != 0;
+  // 0 outside.
+  uint8_t value(int32_t x, int32_t y) const {
+    return x >= 0 && y >= 0 && x < width && y < height ? pixels[static_cast<size_t>(y) * width + x] : 0;
   }
+  bool at(int32_t x, int32_t y) const { return value(x, y) != 0; }
 };
 
 // Labels in raster order of the first pixel; -1 is background.
@@ -25,7 +27,8 @@ struct Labels {
   int32_t count = 0;
 };
 
-inline Labels floodFill(const Mask& mask, int32_t connectivity) {
+// With classes, only pixels of one value are neighbours.
+inline Labels floodFill(const Mask& mask, int32_t connectivity, bool classes = false) {
   Labels labels{std::vector<int32_t>(mask.pixels.size(), -1), 0};
   std::vector<std::pair<int32_t, int32_t>> stack;
   for (int32_t y = 0; y < mask.height; ++y) {
@@ -41,7 +44,8 @@ inline Labels floodFill(const Mask& mask, int32_t connectivity) {
         for (int32_t dy = -1; dy <= 1; ++dy) {
           for (int32_t dx = -1; dx <= 1; ++dx) {
             const bool neighbour = connectivity == 4 ? (dx == 0) != (dy == 0) : dx != 0 || dy != 0;
-            if (neighbour && mask.at(px + dx, py + dy)) stack.push_back({px + dx, py + dy});
+            if (!neighbour || !mask.at(px + dx, py + dy)) continue;
+            if (!classes || mask.value(px + dx, py + dy) == mask.value(px, py)) stack.push_back({px + dx, py + dy});
           }
         }
       }
