@@ -33,6 +33,15 @@ std::span<Entry> entries(Entry* table, int32_t count) {
   return {table, static_cast<size_t>(count)};
 }
 
+// Before the first block is asked for, no entry has one: a table that could be filled in part only can then be freed whole.
+template <class Entry>
+void clearBlocks(Entry* table, int32_t count) {
+  for (Entry& entry : entries(table, count)) {
+    entry.base = nullptr;
+    if constexpr (requires { entry.second; }) entry.second = nullptr;
+  }
+}
+
 template <class Entry>
 DaxStatus checkTable(const Entry* table, int32_t count) {
   DAX_REQUIRE(table, DAX_STS_NULL_POINTER);
@@ -90,9 +99,11 @@ void clear(DaxMemTabEntryV3& entry) {
 int32_t ZUR_AllocMemTab(ZurMemTabEntry* table, int32_t count) {
   if (!table) return kZurNull;
   if (count < 1) return kZurParam;
+  clearBlocks(table, count);
   for (ZurMemTabEntry& entry : entries(table, count)) {
-    entry.base = entry.size == 0 ? nullptr : ZUR_Malloc(entry.size, asSigned(entry.alignment));
-    if (entry.size != 0 && !entry.base) return kZurNull;
+    if (entry.size == 0) continue;
+    entry.base = ZUR_Malloc(entry.size, asSigned(entry.alignment));
+    if (!entry.base) return kZurNull;
   }
   return kZurOk;
 }
@@ -120,9 +131,11 @@ int32_t ZUR_CheckMemTab(const ZurMemTabEntry* table, int32_t count, uint32_t ali
 
 DaxStatus DAX_AllocMemTab(DaxMemTabEntry* table, int32_t count) {
   DAX_REQUIRE_OK(checkTable(table, count));
+  clearBlocks(table, count);
   for (DaxMemTabEntry& entry : entries(table, count)) {
-    entry.base = entry.size == 0 ? nullptr : DAX_MemMalloc(entry.size, asSigned(entry.alignment), entry.kind);
-    DAX_REQUIRE(entry.size == 0 || entry.base, DAX_STS_NO_MEMORY);
+    if (entry.size == 0) continue;
+    entry.base = DAX_MemMalloc(entry.size, asSigned(entry.alignment), entry.kind);
+    DAX_REQUIRE(entry.base, DAX_STS_NO_MEMORY);
   }
   return DAX_STS_OK;
 }
@@ -152,13 +165,13 @@ DaxStatus DAX_CheckMemTabV3(const DaxMemTabEntryV3* table, int32_t count, uint32
 
 DaxStatus DAX_AllocMemTabV3(DaxMemTabEntryV3* table, int32_t count) {
   DAX_REQUIRE_OK(checkTable(table, count));
+  clearBlocks(table, count);
   for (DaxMemTabEntryV3& entry : entries(table, count)) {
-    const bool knownKind = entry.kind == DAX_MEMORY_CPU || entry.kind == DAX_MEMORY_DEVICE;
-    entry.base = entry.size == 0 || !knownKind
-                     ? nullptr
-                     : DAX_MemMalloc(entry.size, asSigned(entry.alignment), static_cast<uint32_t>(entry.kind));
+    if (entry.size == 0) continue;
+    DAX_REQUIRE(entry.kind == DAX_MEMORY_CPU || entry.kind == DAX_MEMORY_DEVICE, DAX_STS_NO_MEMORY);
+    entry.base = DAX_MemMalloc(entry.size, asSigned(entry.alignment), static_cast<uint32_t>(entry.kind));
     entry.second = entry.base;
-    DAX_REQUIRE(entry.size == 0 || entry.base, DAX_STS_NO_MEMORY);
+    DAX_REQUIRE(entry.base, DAX_STS_NO_MEMORY);
   }
   return DAX_STS_OK;
 }
@@ -177,11 +190,10 @@ DaxStatus DAX_FreeMemTabV3(DaxMemTabEntryV3* table, int32_t count) {
 DaxStatus DAX_AllocCpuMemTabV3(DaxMemTabEntryV3* table, int32_t count, const DaxHostAllocator* allocator) {
   DAX_REQUIRE_OK(checkTable(table, count));
   DAX_REQUIRE(allocator && allocator->allocate, DAX_STS_NULL_POINTER);
+  clearBlocks(table, count);
   for (DaxMemTabEntryV3& entry : entries(table, count)) {
     DAX_REQUIRE(entry.kind == DAX_MEMORY_CPU, DAX_STS_NO_MEMORY);
-    // A callback that reports success without writing a block must not make a stale pointer look like one.
     DaxMemTabEntryV3 request = entry;
-    request.base = request.second = nullptr;
     request.hostContext = allocator->context;
     const DaxStatus status = allocator->allocate(&request, 1);
     entry.base = entry.second = status == DAX_STS_OK ? request.base : nullptr;

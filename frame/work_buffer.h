@@ -29,6 +29,15 @@ class BufferLayout {
     return piece;
   }
 
+  // `count` slices of `bytes` each, a multiple of 128, one behind the other.
+  BufferPiece<uint8_t> addSlices(uint64_t bytes, uint64_t count) {
+    uint64_t all;
+    overflow_ |= __builtin_mul_overflow(bytes, count, &all);
+    return add<uint8_t>(all);
+  }
+
+  uint64_t total() const { return total_; }
+
   // Stores the size for a query: fails when it does not fit a signed 64-bit integer.
   DaxStatus store(uint64_t* bytes) const {
     if (overflow_ || total_ > INT64_MAX) return DAX_STS_BUFFER_OVERFLOW;

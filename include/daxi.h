@@ -3,10 +3,13 @@
 #define DAXI_H
 
 #include "daxi/add.h"
+#include "daxi/blob_draw.h"
 #include "daxi/blob_find.h"
 #include "daxi/blob_select.h"
+#include "daxi/blob_select_v4.h"
 #include "daxi/check_data.h"
 #include "daxi/copy_border.h"
+#include "daxi/region.h"
 #include "daxi/threshold.h"
 
 #endif

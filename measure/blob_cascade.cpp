@@ -49,6 +49,23 @@ bool testRectHeight(const SelectContext& c, BlobInfo& b) {
   return inRange(static_cast<float>(b.rectHeight), c.cfg.rectHeight);
 }
 
+bool inAreaRange(int64_t area, int32_t min, int32_t max) {
+  return min <= max ? area >= min && area <= max : area > min || area < max;
+}
+
+// Areas are below 2^33, so that they fit a 64-bit integer.
+bool testWholeArea(const SelectContext& c, BlobInfo& b) {
+  const auto area = static_cast<int64_t>(b.area);
+  const BlobSelectV4Cfg& v4 = *c.rules.v4;
+  if (v4.perClass == 0) return inAreaRange(area, v4.areaMin, v4.areaMax);
+  return b.cls < 256 && inAreaRange(area, v4.classAreaMin[b.cls], v4.classAreaMax[b.cls]);
+}
+
+bool testOutsidePixels(const SelectContext& c, BlobInfo& b) {
+  return c.cfg.mask ? DAXI_BlobSelect_by_out_pixel_num_mask_img(&c, &b)
+                    : DAXI_BlobSelect_by_out_pixel_num_roi_rect(&c, &b);
+}
+
 // A calculator as a step that refuses nothing.
 template <auto calculate>
 bool compute(const SelectContext& context, BlobInfo& blob) {
@@ -61,8 +78,8 @@ constexpr CascadeStep kComputeBoth = compute<DAXI_BlobSelect_calculate_circulari
 constexpr CascadeStep kComputePrincipalAngle = compute<DAXI_BlobSelect_calculate_principal_axis_angle>;
 constexpr CascadeStep kComputeBox = compute<DAXI_BlobSelect_calculate_base_on_box>;
 
-void addBasicTests(uint32_t flags, Cascade& cascade) {
-  if (flags & DAXI_BLOB_BY_AREA) cascade.test(testArea);
+void addBasicTests(uint32_t flags, const SelectRules& rules, Cascade& cascade) {
+  if (flags & DAXI_BLOB_BY_AREA) cascade.test(rules.v4 ? testWholeArea : testArea);
   if (flags & DAXI_BLOB_BY_RECT_WIDTH) cascade.test(testRectWidth);
   if (flags & DAXI_BLOB_BY_RECT_HEIGHT) cascade.test(testRectHeight);
 }
@@ -113,11 +130,14 @@ bool Cascade::accepts(const SelectContext& context, BlobInfo& blob) const {
 
 }  // namespace dax
 
-void DAXI_BlobSelect_create_cascade_filter(const BlobSelectCfg* cfg, dax::Cascade* cascade) {
-  dax::addBasicTests(cfg->flags, *cascade);
+void DAXI_BlobSelect_create_cascade_filter(const BlobSelectCfg* cfg, const dax::SelectRules* rules,
+                                           dax::Cascade* cascade) {
+  dax::addBasicTests(cfg->flags, *rules, *cascade);
+  if (rules->basicOnly) return;
   dax::addContourSteps(cfg->flags, cfg->sortKey, *cascade);
   if (cfg->sortKey == DAXI_BLOB_KEY_PRINCIPAL_ANGLE) {
     cascade->compute(dax::kComputePrincipalAngle, dax::kPrincipalAngle);
   }
   dax::addBoxSteps(cfg->flags, cfg->sortKey, *cascade);
+  if (rules->countsOutside && (cfg->flags & DAXI_BLOB_BY_OUTSIDE_PIXELS)) cascade->test(dax::testOutsidePixels);
 }

@@ -80,26 +80,17 @@ float square(float v) {
   return v * v;
 }
 
+// A contour of the largest image can have more than 2^31 steps.
 struct ContourMeasure {
-  int32_t axial = 0;
-  int32_t diagonal = 0;
+  int64_t steps = 0;
+  int64_t diagonal = 0;
   float radius2 = 0;
-  float length() const { return static_cast<float>(diagonal) * kDiagonal + static_cast<float>(axial); }
+  void add(uint8_t code) {
+    ++steps;
+    diagonal += code & 1;
+  }
+  float length() const { return static_cast<float>(diagonal) * kDiagonal + static_cast<float>(steps - diagonal); }
 };
-
-template <class Visit>
-void forEachContourPoint(const SelectContext& context, const BlobInfo& blob, Visit&& visit) {
-  const DomainView view = context.view(blob);
-  DomainBitmap bitmap = context.bitmap;
-  RunSpan first{-1, 0, 0};
-  forEachRun(view, [&](RunSpan run) {
-    if (first.row < 0) first = run;
-    bitmap.setBits(run);
-  });
-  if (first.row < 0) return;
-  traceContour(bitmap, first.start, first.row, visit);
-  forEachRun(view, [&](RunSpan run) { bitmap.clearWords(run); });
-}
 
 }  // namespace
 
@@ -126,6 +117,19 @@ void calculateBasicFeatures(const SelectContext& context, const DaxiDomain& doma
   blob.cls = domain.head.cls;
 }
 
+void completeFeatures(const SelectContext& context, uint32_t done, BlobInfo& blob) {
+  const bool needsLength = (done & kContourLength) == 0, needsCircularity = (done & kCircularity) == 0;
+  if (needsLength && needsCircularity) {
+    DAXI_BlobSelect_calculate_circularity_and_contourlen(&context, &blob);
+  } else if (needsCircularity) {
+    DAXI_BlobSelect_calculate_circularity(&context, &blob);
+  } else if (needsLength) {
+    DAXI_BlobSelect_calculate_contourlen(&context, &blob);
+  }
+  if ((done & kPrincipalAngle) == 0) DAXI_BlobSelect_calculate_principal_axis_angle(&context, &blob);
+  if ((done & kBoxFeatures) == 0) DAXI_BlobSelect_calculate_base_on_box(&context, &blob);
+}
+
 }  // namespace dax
 
 void DAXI_BlobSelect_calculate_circularity(const dax::SelectContext* context, BlobInfo* blob) {
@@ -148,13 +152,9 @@ void DAXI_BlobSelect_calculate_contourlen(const dax::SelectContext* context, Blo
     blob->perimeter = 1;
     return;
   }
-  int32_t steps = 0;
   dax::ContourMeasure contour;
-  dax::forEachContourPoint(*context, *blob, [&](uint8_t code, int32_t, int32_t) {
-    ++steps;
-    contour.diagonal += code & 1;
-  });
-  contour.axial = steps - contour.diagonal;
+  dax::forEachContourPoint(context->view(*blob), context->bitmap,
+                           [&](uint8_t code, int32_t, int32_t) { contour.add(code); });
   blob->perimeter = contour.length();
 }
 
@@ -164,15 +164,12 @@ void DAXI_BlobSelect_calculate_circularity_and_contourlen(const dax::SelectConte
     return;
   }
   const float cx = blob->centroidX, cy = blob->centroidY;
-  int32_t steps = 0;
   dax::ContourMeasure contour;
-  dax::forEachContourPoint(*context, *blob, [&](uint8_t code, int32_t x, int32_t y) {
-    ++steps;
-    contour.diagonal += code & 1;
+  dax::forEachContourPoint(context->view(*blob), context->bitmap, [&](uint8_t code, int32_t x, int32_t y) {
+    contour.add(code);
     contour.radius2 =
         std::max(contour.radius2, dax::square(static_cast<float>(x) - cx) + dax::square(static_cast<float>(y) - cy));
   });
-  contour.axial = steps - contour.diagonal;
   blob->perimeter = contour.length();
   blob->circularity = dax::circularity(blob->area, contour.radius2);
 }
@@ -198,8 +195,7 @@ void DAXI_BlobSelect_calculate_principal_axis_angle(const dax::SelectContext* co
 
 void DAXI_BlobSelect_calculate_base_on_box(const dax::SelectContext* context, BlobInfo* blob) {
   const dax::DomainView view = context->view(*blob);
-  dax::RotatedBox box;
-  DAXI_REG_EncloseBox(context->hull, _DAXI_DomainConvexHull_ROI(&view, context->hull), dax::kLeastArea, &box);
+  const DaxiRotatedBox box = dax::encloseBox(context->hull, dax::domainHull(view, context->hull), DAXI_BOX_LEAST_AREA);
   blob->boxX = box.x;
   blob->boxY = box.y;
   blob->boxWidth = blob->longAxis = box.width;
@@ -209,4 +205,28 @@ void DAXI_BlobSelect_calculate_base_on_box(const dax::SelectContext* context, Bl
   const float boxArea = box.width * box.height;
   blob->rectangularity = blob->area <= 1 || blob->area >= boxArea ? 1 : blob->area / boxArea;
   blob->centralBias = std::sqrt(dax::square(box.x - blob->centroidX) + dax::square(box.y - blob->centroidY));
+}
+
+bool DAXI_BlobSelect_by_out_pixel_num_roi_rect(const dax::SelectContext* context, BlobInfo* blob) {
+  const int32_t lastColumn = context->size.width - 1, lastRow = context->size.height - 1;
+  uint64_t count = 0;
+  dax::forEachRun(context->view(*blob), [&](dax::RunSpan run) {
+    if (run.row == 0 || run.row == lastRow) {
+      count += static_cast<uint64_t>(run.length());
+    } else {
+      count += uint64_t{run.start == 0} + uint64_t{run.end == lastColumn};
+    }
+  });
+  blob->borderPixels = static_cast<uint32_t>(count);
+  return count <= static_cast<uint64_t>(context->cfg.outsideLimit);
+}
+
+bool DAXI_BlobSelect_by_out_pixel_num_mask_img(const dax::SelectContext* context, BlobInfo* blob) {
+  uint64_t count = 0;
+  dax::forEachRun(context->view(*blob), [&](dax::RunSpan run) {
+    const uint8_t* const row = dax::rowAt(context->cfg.mask, context->cfg.maskStep, run.row);
+    for (int32_t x = run.start; x <= run.end; ++x) count += row[x] == 0;
+  });
+  blob->borderPixels = static_cast<uint32_t>(std::min<uint64_t>(count, UINT32_MAX));
+  return count <= static_cast<uint64_t>(context->cfg.outsideLimit);
 }

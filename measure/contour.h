@@ -22,8 +22,10 @@ class DomainBitmap {
  public:
   static size_t bytes(DaxiSize size) { return stride(size) * (static_cast<size_t>(size.height) + 2); }
 
-  // `memory` holds bytes(size) bytes, all zero, aligned to 8.
+  // `memory` holds bytes(size) bytes, aligned to 8.
   DomainBitmap(uint8_t* memory, DaxiSize size) : memory_(memory), stride_(stride(size)) {}
+
+  void clear(DaxiSize size) const { std::memset(memory_, 0, bytes(size)); }
 
   void setBits(RunSpan run) const {
     const int32_t first = run.start + 1, last = run.end + 1;
@@ -93,6 +95,21 @@ void traceContour(const DomainBitmap& bitmap, int32_t startX, int32_t startY, Vi
     visit(code, x, y);
     code = kNextCode[bitmap.neighbours(x, y)][code];
   } while (x != startX || y != startY || code != firstCode);
+}
+
+// Follows the boundary of a domain on a clear bitmap, which is clear again afterwards; visits as traceContour. Returns
+// the first pixel; a row of -1: the domain lies outside.
+template <class Visit>
+RunSpan forEachContourPoint(const DomainView& view, DomainBitmap bitmap, Visit&& visit) {
+  RunSpan first{-1, 0, 0};
+  forEachRun(view, [&](RunSpan run) {
+    if (first.row < 0) first = run;
+    bitmap.setBits(run);
+  });
+  if (first.row < 0) return first;
+  traceContour(bitmap, first.start, first.row, visit);
+  forEachRun(view, [&](RunSpan run) { bitmap.clearWords(run); });
+  return first;
 }
 
 }  // namespace dax

@@ -14,7 +14,7 @@ struct Vector {
   int64_t y;
 };
 
-Vector between(PointI32 a, PointI32 b) {
+Vector between(DaxiPoint32s a, DaxiPoint32s b) {
   return {int64_t{b.x} - a.x, int64_t{b.y} - a.y};
 }
 
@@ -29,7 +29,7 @@ Vector perpendicular(Vector v) {
 // A rectangle along the edge direction u: the extents of the polygon along u and across, relative to the edge's first
 // point and multiplied by |u|, as whole numbers.
 struct Candidate {
-  PointI32 origin;
+  DaxiPoint32s origin;
   Vector u;
   int64_t uMin, uMax, vMax;
 
@@ -42,7 +42,8 @@ struct Candidate {
 
 // Compares measure / |u|^2 without dividing.
 bool improves(const Candidate& candidate, const Candidate& best, int32_t mode) {
-  if (mode == kLeastPerimeter) return candidate.perimeter2() * best.length2() < best.perimeter2() * candidate.length2();
+  if (mode == DAXI_BOX_LEAST_PERIMETER)
+    return candidate.perimeter2() * best.length2() < best.perimeter2() * candidate.length2();
   return candidate.area() * best.length2() <= best.area() * candidate.length2();
 }
 
@@ -50,7 +51,7 @@ bool improves(const Candidate& candidate, const Candidate& best, int32_t mode) {
 // farthest along it, across it, and back.
 class Calipers {
  public:
-  Calipers(const PointI32* points, int32_t count) : points_(points), count_(count) {}
+  Calipers(const DaxiPoint32s* points, int32_t count) : points_(points), count_(count) {}
 
   Candidate along(int32_t edge) {
     const Vector u = step(edge);
@@ -58,13 +59,13 @@ class Calipers {
     front_ = advance(front_ > edge ? front_ : edge + 1, u);
     across_ = advance(across_ > front_ ? across_ : front_, v);
     back_ = advance(back_ > across_ ? back_ : across_, {-u.x, -u.y});
-    const PointI32 origin = at(edge);
+    const DaxiPoint32s origin = at(edge);
     return {origin, u, dot(u, between(origin, at(back_))), dot(u, between(origin, at(front_))),
             dot(v, between(origin, at(across_)))};
   }
 
  private:
-  PointI32 at(int32_t i) const { return points_[i % count_]; }
+  DaxiPoint32s at(int32_t i) const { return points_[i % count_]; }
   Vector step(int32_t i) const { return between(at(i), at(i + 1)); }
 
   // Goes on from corner i while that leads further in the direction, once around at most.
@@ -73,12 +74,12 @@ class Calipers {
     return i;
   }
 
-  const PointI32* points_;
+  const DaxiPoint32s* points_;
   int32_t count_;
   int32_t front_ = 0, across_ = 0, back_ = 0;
 };
 
-Candidate bestCandidate(const PointI32* points, int32_t count, int32_t mode) {
+Candidate bestCandidate(const DaxiPoint32s* points, int32_t count, int32_t mode) {
   Calipers calipers(points, count);
   Candidate best = calipers.along(0);
   for (int32_t edge = 1; edge < count; ++edge) {
@@ -96,7 +97,7 @@ double lineAngle(Vector d, bool square) {
   return atan2Exact(static_cast<double>(d.y), static_cast<double>(d.x));
 }
 
-RotatedBox toBox(const Candidate& c) {
+DaxiRotatedBox toBox(const Candidate& c) {
   const double length2 = static_cast<double>(c.length2()), length = std::sqrt(length2);
   // The centre is half way between the extents, carried back from (u, v) to (x, y).
   const double uMid = 0.5 * static_cast<double>(c.uMin + c.uMax) / length2;
@@ -105,7 +106,7 @@ RotatedBox toBox(const Candidate& c) {
   const bool uIsLong = c.along() >= c.vMax;
   const double along = static_cast<double>(c.along()) / length, across = static_cast<double>(c.vMax) / length;
 
-  RotatedBox box;
+  DaxiRotatedBox box;
   box.x = static_cast<float>(c.origin.x + (uMid * ux - vMid * uy));
   box.y = static_cast<float>(c.origin.y + (uMid * uy + vMid * ux));
   box.width = static_cast<float>(uIsLong ? along : across);
@@ -115,14 +116,11 @@ RotatedBox toBox(const Candidate& c) {
 }
 
 }  // namespace
-}  // namespace dax
 
-void DAXI_REG_EncloseBox(const dax::PointI32* points, int32_t count, int32_t mode, dax::RotatedBox* box) {
-  if (count == 0) {
-    *box = {};
-  } else if (count == 1) {
-    *box = {static_cast<float>(points[0].x), static_cast<float>(points[0].y), 0, 0, 0};
-  } else {
-    *box = dax::toBox(dax::bestCandidate(points, count, mode));
-  }
+DaxiRotatedBox encloseBox(const DaxiPoint32s* points, int32_t count, int32_t mode) {
+  if (count == 0) return {};
+  if (count == 1) return {static_cast<float>(points[0].x), static_cast<float>(points[0].y), 0, 0, 0};
+  return toBox(bestCandidate(points, count, mode));
 }
+
+}  // namespace dax

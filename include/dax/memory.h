@@ -69,8 +69,8 @@ DAX_API void* DAX_MemMalloc(uint64_t size, int32_t alignment, uint32_t kind);
 /* Frees by kind; null and unknown kinds are ignored. Thread-safe. */
 DAX_API void DAX_MemFree(void* block, uint32_t kind);
 
-/* Allocates every entry of non-zero size by its kind and sets the base of the others to null. Table null -> 0x10000014,
- * count below 1 -> 0x10000019, no memory -> 0x1000002b with the earlier entries left allocated. */
+/* Sets all bases to null, then allocates every entry of non-zero size by its kind. Table null -> 0x10000014, count below
+ * 1 -> 0x10000019, no memory -> 0x1000002b with the earlier entries left allocated: free the table. */
 DAX_API DaxStatus DAX_AllocMemTab(DaxMemTabEntry* table, int32_t count);
 
 /* Frees every block and clears its size and base. Codes as DAX_AllocMemTab. Freeing twice is harmless. */
@@ -94,7 +94,7 @@ DAX_API DaxStatus DAX_FreeMemTabV3(DaxMemTabEntryV3* table, int32_t count);
 /* As DAX_CheckMemTabV2; for entries of kind 4 second is checked like base (0x10000002, 0x10000006). */
 DAX_API DaxStatus DAX_CheckMemTabV3(const DaxMemTabEntryV3* table, int32_t count, uint32_t alignment);
 
-/* Allocates every entry, those of size 0 included, through the host. Table null -> 0x10000014; count below 1 ->
+/* Sets all bases to null, then allocates every entry, those of size 0 included, through the host. Table null -> 0x10000014; count below 1 ->
  * 0x10000019; allocator or its allocate function null -> 0x10000014; then per entry: kind other than 1 -> 0x1000002b;
  * the callback's non-zero status is returned and the entry's pointers are cleared. Earlier entries stay allocated. The
  * request is a copy of the entry with both pointers cleared and the host's context. */

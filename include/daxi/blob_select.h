@@ -5,21 +5,31 @@
  * sort key (with flags 0, the first ones). The kept blobs get all remaining features, are sorted, and scored.
  *
  * Coordinates: pixel centres are integers, x to the right, y down. Features of a blob, with pixels as points:
+ *
  *   area            pixels; in gray mode the sum of gray values / 255
  *   rect            upright rectangle of the runs; width and height count pixels
- *   centroid        mean of the pixels, in gray mode weighted by gray value; (0, 0) when the weights sum to 0
+ *   centroid        mean of the pixels, as sum * (1 / area) in single precision; in gray mode weighted by gray value,
+ *                   and (0, 0) when the weights sum to 0
  *   perimeter       length of the outer boundary through pixel centres: 1 a straight step, 1.4142135 a diagonal one.
- * Holes do not count. An a x b rectangle has 2(a - 1) + 2(b - 1) circularity     area / pi / R^2, at most 1, with R the
- * distance from the centroid to the farthest run end, or, where the contour was traced to filter or sort by perimeter,
- * to the farthest contour point principalAngle  1/2 atan2(2 Sxy, Sxx - Syy) of the second moments, radians box
- * rectangle of least area around the pixel centres, one side along an edge of their convex hull (of equal ones the last
- * found, going round from the topmost, then leftmost centre by increasing angle of x towards y). boxWidth >= boxHeight;
- * boxAngle is the direction of the long side in (-pi/2, pi/2], of a square's side in (-pi/4, pi/4]. A row of pixels has
- * boxHeight 0 rectangularity  area / (boxWidth boxHeight), at most 1 axisRatio       boxHeight / boxWidth, 1 when both
- * are 0 centralBias     distance of box centre and centroid A blob of area <= 1 has perimeter, circularity and
- * rectangularity 1 and principal angle 0.
+ *                   Holes do not count. An a x b rectangle has 2(a - 1) + 2(b - 1)
+ *   circularity     area / pi / R^2, at most 1. R is the distance from the centroid to the farthest run end; or to the
+ *                   farthest contour point, when the contour is traced for perimeter and circularity at once: with both
+ *                   filters on, with one of them on and the perimeter as sort key, or when neither filter nor sort key
+ *                   asks for one of them. Both give the same where the region does not cut the blob
+ *   principalAngle  1/2 atan2(2 Sxy, Sxx - Syy) of the second moments of the pixels about the centroid, radians
+ *   box             rectangle of least area around the pixel centres, one side along an edge of their convex hull (of
+ *                   equal ones the last found, going round from the topmost, then leftmost centre by increasing angle of
+ *                   x towards y). boxWidth >= boxHeight; boxAngle is the direction of the long side in (-pi/2, pi/2], of
+ *                   a square's side in (-pi/4, pi/4]. A row of pixels has boxHeight 0
+ *   rectangularity  area / (boxWidth boxHeight), at most 1
+ *   axisRatio       boxHeight / boxWidth, 1 when both are 0
+ *   centralBias     distance of box centre and centroid
  *
- * Domains are seen through the region `size`: of runs that reach beyond it only the part inside is measured.
+ * A blob of area <= 1 has perimeter, circularity and rectangularity 1 and principal angle 0.
+ *
+ * Domains are seen through the region `size`: of runs that reach beyond it only the part inside is measured. A domain
+ * outside the region has area 0 and an upright rectangle of no size. Where the region cuts a domain into pieces, the
+ * contour is that of the piece with the first pixel, and its length 0 when this is a single pixel.
  *
  * Results are the same to the last bit on every machine, with any instruction set. */
 #ifndef DAXI_BLOB_SELECT_H
@@ -45,7 +55,7 @@ enum {
   DAXI_BLOB_BY_BOX_ANGLE = 0x100,
   DAXI_BLOB_BY_RECT_WIDTH = 0x200,
   DAXI_BLOB_BY_RECT_HEIGHT = 0x400,
-  DAXI_BLOB_BY_OUTSIDE_PIXELS = 0x800, /* no effect in the first version of selection */
+  DAXI_BLOB_BY_OUTSIDE_PIXELS = 0x800, /* from the third version on; without effect before */
   DAXI_BLOB_FLAGS_MAX = 0x1FFFF        /* higher values are refused */
 };
 
@@ -69,7 +79,8 @@ enum {
   DAXI_BLOB_KEY_AXIS_RATIO = 13
 };
 
-/* A blob. 160 bytes; reserved fields are left as the caller had them. */
+/* A blob. 160 bytes. Reserved fields, and fields that a call does not compute, mean nothing afterwards: records move
+ * whole when they are ranked. */
 typedef struct BlobInfo {
   float area;
   int32_t rectX;      /* pixels */
@@ -91,7 +102,7 @@ typedef struct BlobInfo {
   float rectangularity;  /* 0..1 */
   float centralBias;     /* pixels */
   float principalAngle;  /* radians */
-  uint32_t borderPixels; /* not written by the first version of selection */
+  uint32_t borderPixels; /* written where filter 0x800 acts */
   float score;           /* written when the weights of the active filters sum to more than 0 */
   const DaxiDomain* domain;
   uint32_t label;
@@ -116,7 +127,9 @@ typedef struct DaxiWeightedRange {
 /* Configuration. 184 bytes. A range counts only when its filter is among the flags; the weights are checked always.
  *
  * Score: each active filter with range [a, b] and weight w adds w (1 - |2 v / (a + b + 1.1920929e-7) - 1|); for the box
- * angle v is angle + pi/2 and pi is added to a + b. The sum is divided by the sum of the active weights. */
+ * angle v is angle + pi/2 and pi is added to a + b. The sum is divided by the sum of the active weights.
+ * A score is 1 in the middle of all ranges and can be any number outside; a range that is infinite, or whose ends add up
+ * to 0, gives it no meaning. */
 typedef struct BlobSelectCfg {
   uint32_t grayMode; /* 0: binary features; else area and centroid weighted by the gray image */
   int32_t maxCount;  /* most blobs kept, 1..20000 */
@@ -143,7 +156,7 @@ typedef struct BlobSelectCfg {
   DaxiWeightedRange boxAngle; /* radians; min <= max, as the next two */
   DaxiWeightedRange rectWidth;
   DaxiWeightedRange rectHeight;
-  const uint8_t* mask;  /* optional; not read by the first version of selection */
+  const uint8_t* mask;  /* optional, for filter 0x800: covers the region; zero is outside */
   int32_t maskStep;     /* bytes; at least 0 when there is a mask */
   int32_t outsideLimit; /* at least 0 when flag 0x800 is set */
 } BlobSelectCfg;
@@ -185,6 +198,53 @@ DAX_API DaxStatus DAXI_BlobSelectBufferSize_8u(DaxiSize size, uint64_t* bytes);
 DAX_API DaxStatus DAXI_BlobSelect_8u_C1R(const uint8_t* gray, int32_t grayStep, const uint8_t* image2, int32_t step2,
                                          DaxiSize size, const DaxiDomainList* domains, int32_t domainCount,
                                          BlobSelectResult* result, const BlobSelectCfg* cfg, void* buffer);
+
+/* As DAXI_BlobSelect_8u_C1R for all domains, without the second image. A list without domains gives no blobs and
+ * success. */
+DAX_API DaxStatus DAXI_BlobSelectV2_8u_C1R(const uint8_t* gray, int32_t grayStep, DaxiSize size,
+                                           const DaxiDomainList* domains, BlobSelectResult* result,
+                                           const BlobSelectCfg* cfg, void* buffer);
+
+/* Selection by area and upright rectangle alone: no contour, no box. Writes area, rect, centroid, domain, label, class
+ * and score; the other features are left as they are. Filters, order and ties as DAXI_BlobSelect_8u_C1R, without the
+ * second image. Flags other than area, rect width and rect height, and sort keys other than area, centroid and rect ->
+ * 0x10000019, checked after the configuration. Takes the same work buffer. */
+DAX_API DaxStatus DAXI_FastBlobSelect_8u_C1R(const uint8_t* gray, int32_t grayStep, DaxiSize size,
+                                             const DaxiDomainList* domains, int32_t domainCount,
+                                             BlobSelectResult* result, const BlobSelectCfg* cfg, void* buffer);
+
+/* Third version: adds filter 0x800, the last of the cascade. It counts the outside pixels of a blob into borderPixels
+ * and accepts it when they are at most outsideLimit. With a mask these are the blob's pixels at which the mask is zero.
+ * Without one they are the pixels on the border of the region: every pixel in the first and the last row, and in other
+ * rows one for a run that starts in the first column and one for a run that ends in the last. All else as
+ * DAXI_BlobSelect_8u_C1R. */
+DAX_API DaxStatus DAXI_BlobSelectV3BufferSize_8u(DaxiSize size, uint64_t* bytes);
+DAX_API DaxStatus DAXI_BlobSelectV3_8u_C1R(const uint8_t* gray, int32_t grayStep, const uint8_t* image2, int32_t step2,
+                                           DaxiSize size, const DaxiDomainList* domains, int32_t domainCount,
+                                           BlobSelectResult* result, const BlobSelectCfg* cfg, void* buffer);
+
+/* On the host's pool, with the result of the single-threaded form byte for byte. `threads` is the number of workers
+ * that the pool has; with fewer than 2, or pool null, the call runs on its own thread. The work buffer has the size
+ * that the _MT query gives for the same number of threads. The host's status is returned; where that is a failure, the
+ * records of the result hold nothing of use. Queries and calls check as their single-threaded forms do; a size beyond
+ * 2^63 - 1 -> 0x10000015. */
+DAX_API DaxStatus DAXI_BlobSelectBufferSize_8u_MT(DaxiSize size, uint32_t threads, uint64_t* bytes);
+DAX_API DaxStatus DAXI_BlobSelect_8u_C1R_MT(const uint8_t* gray, int32_t grayStep, const uint8_t* image2, int32_t step2,
+                                            DaxiSize size, const DaxiDomainList* domains, int32_t domainCount,
+                                            BlobSelectResult* result, const BlobSelectCfg* cfg, void* buffer,
+                                            uint32_t threads, void* pool);
+DAX_API DaxStatus DAXI_BlobSelectV3BufferSize_8u_MT(DaxiSize size, uint32_t threads, uint64_t* bytes);
+DAX_API DaxStatus DAXI_BlobSelectV3_8u_C1R_MT(const uint8_t* gray, int32_t grayStep, const uint8_t* image2,
+                                              int32_t step2, DaxiSize size, const DaxiDomainList* domains,
+                                              int32_t domainCount, BlobSelectResult* result, const BlobSelectCfg* cfg,
+                                              void* buffer, uint32_t threads, void* pool);
+
+/* Sorts records by a key, ascending or descending (DAXI_BLOB_UNSORTED: not at all); equal keys by label, ascending, NaN
+ * last.
+ *
+ * Checks, in order: blobs null -> 0x10000014; count < 0, or key or order unknown -> 0x10000019. Thread-safe for
+ * distinct records. */
+DAX_API DaxStatus DAXI_BlobSort(BlobInfo* blobs, int32_t count, uint32_t sortKey, uint32_t sortOrder);
 
 DAX_END_DECLS
 

@@ -65,7 +65,8 @@ DAX_API DaxStatus DAXI_ThresholdBinV2_8u_C1R_IS(const uint8_t* src, int32_t srcS
  * 9(1), 1979), the lowest such level on ties, 0 for an image of one grey value. Sets pixels with src >= t.
  *
  * With p[i] = count / pixels in single precision and sums in ascending order: mean = sum i p[i]; w = sum p[0..i],
- * m = sum i p[i] up to i, variance(i) = (mean w - m)^2 / (w - w^2 + 1.1920929e-7). */
+ * m = sum i p[i] up to i, variance(i) = (mean w - m)^2 / (w - w^2 + 1.1920929e-7). The search ends before a level at
+ * which rounding has brought w to 1.0000001 or more. */
 DAX_API DaxStatus DAXI_AdpThresholdOtsu_8u_C1R(const uint8_t* src, int32_t srcStep, uint8_t* dst, int32_t dstStep,
                                                DaxiSize size);
 

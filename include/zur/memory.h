@@ -21,8 +21,8 @@ DAX_API void* ZUR_Malloc(uint64_t size, int32_t alignment);
 /* Releases a block of ZUR_Malloc; null is ignored. Thread-safe. */
 DAX_API void ZUR_Free(void* block);
 
-/* Allocates every entry of non-zero size and sets the base of the others to null. Table null -> -21, count below 1 ->
- * -26, no memory -> -21 with the earlier entries left allocated. */
+/* Sets all bases to null, then allocates every entry of non-zero size. Table null -> -21, count below 1 -> -26, no
+ * memory -> -21 with the earlier entries left allocated: free the table. */
 DAX_API int32_t ZUR_AllocMemTab(ZurMemTabEntry* table, int32_t count);
 
 /* Frees every block and sets its base to null; the sizes stay. Table null -> -21, count below 1 -> -26. Freeing twice

@@ -159,7 +159,9 @@ void expectTableLife(Alloc alloc, Free release, Status shortage) {
   table[1].size = 0;
   table[1].base = &table;  // stale
   table[2].size = uint64_t{1} << 62;
+  table[3].base = &table;  // never reached, and must not be freed
   EXPECT_EQ(alloc(table, 4), shortage);
+  EXPECT_EQ(table[3].base, nullptr);
   EXPECT_NE(table[0].base, nullptr);
   EXPECT_EQ(table[1].base, nullptr);
   EXPECT_EQ(table[2].base, nullptr);
@@ -287,6 +289,8 @@ TEST(HostAllocator, RequestsAndFailures) {
 
   table[0].kind = 2, table[0].base = host.memory;
   EXPECT_EQ(DAX_AllocCpuMemTabV3(table, 1, &allocator), DAX_STS_NO_MEMORY);
+  EXPECT_EQ(table[0].base, nullptr);
+  table[0].base = host.memory;
   EXPECT_EQ(DAX_FreeCpuMemTabV3(table, 1, &allocator), DAX_STS_NO_MEMORY);
   EXPECT_EQ(DAX_AllocCpuMemTabV3(nullptr, 0, nullptr), DAX_STS_NULL_POINTER);
   EXPECT_EQ(DAX_AllocCpuMemTabV3(table, 0, nullptr), DAX_STS_BAD_PARAM);
