@@ -11,9 +11,9 @@ static_assert(sizeof(DaxiPoint32s) == 8 && sizeof(DaxiRotatedBox) == 20);
 namespace dax {
 namespace {
 
-// Differences of coordinates within this bound are below 2^25, so that products of three of them fit 128 bits with
-// ease.
-constexpr int32_t kMostCoordinate = 1 << 24;
+// With coordinates within this bound, differences are at most D = 2^20, and the largest number that comparing rectangles
+// meets, 32 D^6, fits 128 bits.
+constexpr int32_t kMostCoordinate = 1 << 19;
 
 struct PointScratch {
   explicit PointScratch(int32_t count)

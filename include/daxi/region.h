@@ -43,7 +43,7 @@ DAX_API DaxStatus _DAXI_DomainConvexHull_ROI(const DaxiDomainList* domains, cons
  * given as by _DAXI_DomainConvexHull_ROI, in strict turns. One point gives a box of no size, two a box of no height.
  *
  * Checks, in order: a null pointer -> 0x10000014; count < 1 -> 0x1000001a; mode other than 1 and 2 -> 0x10000019; a
- * coordinate beyond +-2^24 -> 0x10000032. */
+ * coordinate beyond +-2^19 -> 0x10000032. */
 DAX_API DaxStatus DAXI_REG_EncloseBox(const DaxiPoint32s* points, int32_t count, int32_t mode, DaxiRotatedBox* box);
 
 /* Bytes of work buffer for _DAXI_PtEncloseBox_32s. bytes null -> 0x10000014; count < 1 -> 0x10000019. */
