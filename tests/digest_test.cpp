@@ -56,6 +56,22 @@ TEST(Digests, CopyBorder) {
   EXPECT_EQ(digest.value(), 0x7BC30AE92DF1C490u);
 }
 
+TEST(Digests, FilterMedian) {
+  Digest digest;
+  const auto add = [&]<class T>(DaxStatus (*median)(const T*, int32_t, T*, int32_t, DaxiSize)) {
+    TestImage<T> src({301, 37}), dst(src.size());
+    src.randomize(4);
+    ASSERT_EQ(median(src.data(), src.step(), dst.data(), dst.step(), src.size()), DAX_STS_OK);
+    digest.add(dst);
+  };
+  add(DAXI_FilterMedian3x3_8u_C1R);
+  add(DAXI_FilterMedian3x3_16u_C1R);
+  add(DAXI_FilterMedian3x3_16s_C1R);
+  add(DAXI_FilterMedian3x3_32f_C1R);
+  add(DAXI_FilterMedian3x3_64f_C1R);
+  EXPECT_EQ(digest.value(), 0x62584CBCF12CC33Du);
+}
+
 TEST(Digests, Threshold) {
   const Image src = hills({301, 203}, 2);
   Digest digest;
