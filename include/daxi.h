@@ -9,6 +9,8 @@
 #include "daxi/blob_select_v4.h"
 #include "daxi/check_data.h"
 #include "daxi/copy_border.h"
+#include "daxi/erode3x3.h"
+#include "daxi/filter_median3x3.h"
 #include "daxi/region.h"
 #include "daxi/threshold.h"
 

@@ -56,6 +56,37 @@ TEST(Digests, CopyBorder) {
   EXPECT_EQ(digest.value(), 0x7BC30AE92DF1C490u);
 }
 
+TEST(Digests, Erode) {
+  const Image gray = hills({301, 203}, 5);
+  Image mask(gray.size()), dst(gray.size());
+  mask.fill([&](int32_t x, int32_t y) { return gray.at(x, y) > 120 ? gray.at(x, y) : 0; });
+  std::vector<uint8_t> buffer(301 * 204);
+  Digest digest;
+  for (const int32_t iterations : {1, 2, 30}) {
+    ASSERT_EQ(
+        DAXI_Erode3x3_8u_C1R(mask.data(), mask.step(), dst.data(), dst.step(), mask.size(), iterations, buffer.data()),
+        DAX_STS_OK);
+    digest.add(dst);
+  }
+  EXPECT_EQ(digest.value(), 0x4D680024EDF33C59u);
+}
+
+TEST(Digests, FilterMedian) {
+  Digest digest;
+  const auto add = [&]<class T>(DaxStatus (*median)(const T*, int32_t, T*, int32_t, DaxiSize)) {
+    TestImage<T> src({301, 37}), dst(src.size());
+    src.randomize(4);
+    ASSERT_EQ(median(src.data(), src.step(), dst.data(), dst.step(), src.size()), DAX_STS_OK);
+    digest.add(dst);
+  };
+  add(DAXI_FilterMedian3x3_8u_C1R);
+  add(DAXI_FilterMedian3x3_16u_C1R);
+  add(DAXI_FilterMedian3x3_16s_C1R);
+  add(DAXI_FilterMedian3x3_32f_C1R);
+  add(DAXI_FilterMedian3x3_64f_C1R);
+  EXPECT_EQ(digest.value(), 0x62584CBCF12CC33Du);
+}
+
 TEST(Digests, Threshold) {
   const Image src = hills({301, 203}, 2);
   Digest digest;
