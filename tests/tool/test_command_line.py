@@ -38,6 +38,13 @@ def picture(tmp_path, parts):
     ["inspect", "parts.png", "--overlay", "parts.png"], ["inspect", "parts.png", "--overlay-scale", "9"],
     ["inspect", "parts.png", "--report", "out.png"], ["inspect", "parts.png", "--max-area-error", "3"],
     ["inspect", "parts.png", "parts.png", "--truth", "truth.json"],
+    *(["inspect", "parts.png", "--classes", *more] for more in (
+        ["--threshold", "9"], ["--dark"], ["--bright"], ["--gray-weighted"], ["--class-area", "0=1..9"],
+        ["--class-area", "256=1..9"], ["--class-area", "1..9"], ["--class-area", "1=.."], ["--class-area", "1=5"],
+        ["--class-area", "1=-3..5"], ["--class-area", "1=2.5..5"], ["--class-area", "1=1..2147483648"],
+        ["--class-area", "1=2..3", "--class-area", "1=4..5"], ["--class-area", "1=2..3", "--area", "2.5.."])),
+    ["inspect", "parts.png", "--class-area", "1=2..3"], ["inspect", "parts.png", "--outside-limit", "-1"],
+    ["inspect", "parts.png", "--outside-limit", "0.5"], ["inspect", "parts.png", "--outside-mask", "parts.png"],
     ["render-scene"], ["render-scene", "scene.gif"], ["render-scene", "scene.png", "--size", "100x100"],
     ["render-scene", "scene.png", "--size", "200"], ["render-scene", "scene.png", "--size", "200x9000"],
     ["render-scene", "scene.png", "--seed", "-1"], ["render-scene", "scene.png", "--truth", "scene.png"],
@@ -61,7 +68,8 @@ def test_help_tells_every_option_and_status(dax):
     text = dax("inspect", "--help").out
     for option in ["--threshold", "--dark", "--bright", "--connectivity", "--area", "--rect-height", "--weight",
                    "--sort", "--order", "--count", "--gray-weighted", "--json", "--csv", "--overlay", "--report",
-                   "--threads", "--time", "--truth"]:
+                   "--threads", "--time", "--truth", "--classes", "--class-area", "--outside-limit", "--outside-mask",
+                   "--rejected"]:
         assert option in text
     for command in (["--help"], ["inspect", "--help"], ["render-scene", "--help"]):
         text = dax(*command).out

@@ -6,6 +6,9 @@
 namespace dax::tool {
 namespace {
 
+constexpr Feature kClass{"class", "class", 0, [](const BlobInfo& b) { return static_cast<float>(b.cls); }};
+constexpr Feature kOutside{"outside_pixels", "outside", 0,
+                           [](const BlobInfo& b) { return static_cast<float>(b.borderPixels); }};
 constexpr std::array kFeatures = {
     Feature{"x", "x", 1, [](const BlobInfo& b) { return b.centroidX; }},
     Feature{"y", "y", 1, [](const BlobInfo& b) { return b.centroidY; }},
@@ -29,8 +32,12 @@ constexpr std::array kFeatures = {
 
 }  // namespace
 
-std::span<const Feature> features() {
-  return kFeatures;
+std::vector<Feature> features(const InspectionSettings& settings) {
+  std::vector<Feature> result;
+  if (settings.byClass) result.push_back(kClass);
+  result.insert(result.end(), kFeatures.begin(), kFeatures.end());
+  if (settings.select.common.flags & DAXI_BLOB_BY_OUTSIDE_PIXELS) result.push_back(kOutside);
+  return result;
 }
 
 float degrees(float radians) {

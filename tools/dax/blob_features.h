@@ -1,11 +1,11 @@
 // What is told about a blob, in output order: the one list behind the table, JSON and CSV.
 #pragma once
 
-#include <span>
 #include <string>
 #include <string_view>
+#include <vector>
 
-#include "daxi/blob_select.h"
+#include "inspection.h"
 
 namespace dax::tool {
 
@@ -16,8 +16,8 @@ struct Feature {
   float (*value)(const BlobInfo& blob);
 };
 
-// Lengths in pixels, angles in degrees.
-std::span<const Feature> features();
+// Lengths in pixels, angles in degrees. The class and the outside pixels are told where the settings ask about them.
+std::vector<Feature> features(const InspectionSettings& settings);
 
 // "degrees" from the library's radians.
 float degrees(float radians);

@@ -50,18 +50,18 @@ void draw(const Job& job, const GreyImage& grey, const InspectOptions& options, 
   const Inspection& inspection = outcome.inspection;
   if (!job.overlay.empty()) writeFile(job.overlay, drawOverlay(grey, inspection, options.overlayScale));
   if (!job.report.empty()) {
-    writeFile(job.report, makeReport(outcome.file, grey, inspection, options.settings.threshold));
+    writeFile(job.report, makeReport(outcome.file, grey, inspection, options.settings));
   }
 }
 
-void inspectFile(const Job& job, const InspectOptions& options, Outcome& outcome) {
+void inspectFile(const Job& job, const InspectOptions& options, const Workers& workers, Outcome& outcome) {
   StageTimes& times = outcome.times;
   GreyImage grey;
   {
     const ImageFile file = times.measure(Stage::kRead, [&] { return ImageFile::read(job.input); });
     grey = times.measure(Stage::kGrey, [&] { return file.toGrey(); });
   }
-  outcome.inspection = inspect(grey, options.settings, times);
+  outcome.inspection = inspect(grey, options.settings, workers, times);
   times.measure(Stage::kDraw, [&] { draw(job, grey, options, outcome); });
   outcome.inspection.contours.clear();
 }
@@ -72,10 +72,10 @@ Failure named(const std::string& file, ExitStatus status, const std::string& mes
   return {status, isNamed ? message : file + ": " + message};
 }
 
-Outcome inspectJob(const Job& job, const InspectOptions& options) {
+Outcome inspectJob(const Job& job, const InspectOptions& options, const Workers& workers) {
   Outcome outcome{printable(job.input.string()), {}, {}, std::nullopt};
   try {
-    inspectFile(job, options, outcome);
+    inspectFile(job, options, workers, outcome);
   } catch (const Failure& failure) {
     outcome.failure = named(outcome.file, failure.status(), failure.what());
   } catch (const std::bad_alloc&) {
@@ -95,7 +95,7 @@ struct Batch {
 
   static DaxStatus tile(void* context, uint32_t index, int32_t /*bound*/, uint32_t /*worker*/) {
     Batch& batch = *static_cast<Batch*>(context);
-    batch.outcomes[index] = inspectJob(batch.jobs[index], batch.options);
+    batch.outcomes[index] = inspectJob(batch.jobs[index], batch.options, {});
     batch.progress.advance();
     return DAX_STS_OK;
   }
@@ -110,6 +110,10 @@ std::vector<Outcome> inspectAll(const std::vector<Job>& jobs, const InspectOptio
   const std::unique_ptr<void, void (*)(void*)> pool(DAXHOST_CreatePool(poolThreads(options.threads)),
                                                     DAXHOST_DestroyPool);
   if (!pool) throw std::bad_alloc();
+  // Several images are shared out whole; of a single one the threads share the blobs.
+  if (jobs.size() == 1) {
+    return {inspectJob(jobs.front(), options, {pool.get(), DAX_THREADPOOL_GetThreadsCnt(pool.get())})};
+  }
   Batch batch{jobs, options, std::vector<Outcome>(jobs.size()), Progress(jobs.size())};
   DAX_THREADPOOL_Compute1DTiled(pool.get(), Batch::tile, &batch, static_cast<int32_t>(jobs.size()), 1);
   return std::move(batch.outcomes);
@@ -148,11 +152,14 @@ TruthComparison compareOutcome(const Outcome& outcome, const Truth& truth, const
   return compare(truth, outcome.inspection.blobs, options.tolerances);
 }
 
-ExitStatus run(const InspectOptions& options) {
+ExitStatus run(InspectOptions options) {
   std::optional<Truth> truth;
   if (!options.truth.empty()) truth = readTruth(options.truth);
   const std::vector<Job> jobs = planJobs(options);
   setUpDecoders();
+  if (!options.outsideMask.empty()) {
+    options.settings.outsideMask = std::make_shared<const GreyImage>(ImageFile::read(options.outsideMask).toGrey());
+  }
   const std::vector<Outcome> outcomes = inspectAll(jobs, options);
   const ExitStatus status = statusOf(outcomes);
 
@@ -160,7 +167,7 @@ ExitStatus run(const InspectOptions& options) {
   if (truth && status == ExitStatus::kOk) {
     comparison = compareOutcome(outcomes.front(), *truth, options);
   }
-  write(options, {outcomes, options.settings.threshold, comparison ? &*comparison : nullptr});
+  write(options, {outcomes, options.settings, comparison ? &*comparison : nullptr});
   for (const Outcome& outcome : outcomes) {
     if (outcome.failure) report(*outcome.failure);
   }

@@ -20,7 +20,8 @@ struct InspectOptions {
   ListingFormat format = ListingFormat::kTable;
   std::filesystem::path overlay;  // a file, of several images a folder; empty: none
   std::filesystem::path report;
-  double overlayScale = 0;  // 0: chosen by the size of the image
+  double overlayScale = 0;            // 0: chosen by the size of the image
+  std::filesystem::path outsideMask;  // empty: none
   std::filesystem::path truth;
   Tolerances tolerances;
   uint32_t threads = 1;
@@ -38,8 +39,10 @@ class InspectCommandLine {
  private:
   void addObjects(CLI::App& app);
   void addFilters(CLI::App& app);
+  void addClassAndOutside(CLI::App& app, const std::string& group);
   void addOutputs(CLI::App& app);
   void addChecks(CLI::App& app);
+  void applyClassAreas();
   void applyWeights();
   void applySort();
 
@@ -47,6 +50,7 @@ class InspectCommandLine {
   std::string threshold_ = "otsu";
   bool bright_ = false;
   bool dark_ = false;
+  std::vector<std::string> classAreas_;
   std::vector<std::string> weights_;
   std::string sort_ = "area";
   std::string order_ = "desc";

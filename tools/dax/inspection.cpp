@@ -1,40 +1,15 @@
 #include "inspection.h"
 
-#include <cstdio>
-#include <cstdlib>
-#include <memory>
-#include <new>
 #include <numeric>
 #include <string>
 
 #include "daxi/threshold.h"
 #include "failure.h"
 #include "filters.h"
+#include "library_call.h"
 
 namespace dax::tool {
 namespace {
-
-void check(DaxStatus status, const char* step) {
-  if (status == DAX_STS_OK) return;
-  char code[16];
-  std::snprintf(code, sizeof code, "0x%08x", status);
-  throw Failure(ExitStatus::kRefused, std::string(step) + " refused: " + DAX_GetStatusText(status) + " (" + code + ")");
-}
-
-// Memory that a size query asked for. Left uninitialised: of the worst case that it provides for, little is touched.
-class Memory {
- public:
-  explicit Memory(uint64_t bytes) : block_(std::malloc(bytes == 0 ? 1 : bytes)) {
-    if (!block_) throw std::bad_alloc();
-  }
-  void* get() const { return block_.get(); }
-
- private:
-  struct Free {
-    void operator()(void* block) const { std::free(block); }
-  };
-  std::unique_ptr<void, Free> block_;
-};
 
 GreyImage threshold(const GreyImage& image, const Threshold& option, Inspection& result) {
   GreyImage mask = makeGreyImage(image.size);
@@ -49,23 +24,36 @@ GreyImage threshold(const GreyImage& image, const Threshold& option, Inspection&
   return mask;
 }
 
+// The queries and the call of a labelling: of a mask, or of an image of classes.
+struct Labeller {
+  DaxStatus (*modelSize)(DaxiSize size, int32_t connectivity, uint64_t* bytes);
+  DaxStatus (*bufferSize)(DaxiSize size, int32_t connectivity, uint64_t* bytes);
+  decltype(&DAXI_BlobFind_8u_C1R) find;
+};
+
+constexpr Labeller kOfMask{DAXI_BlobFindModelSize_8u, DAXI_BlobFindBufferSize_8u, DAXI_BlobFind_8u_C1R};
+constexpr Labeller kByClass{
+    [](DaxiSize size, int32_t, uint64_t* bytes) { return DAXI_BlobFindMultiClsModelSize_8u(size, bytes); },
+    [](DaxiSize size, int32_t, uint64_t* bytes) { return DAXI_BlobFindMultiClsBufferSize_8u(size, bytes); },
+    DAXI_BlobFindMultiCls_8u_C1R};
+
 // A labelling and the memory that it lives in.
 class Labelling {
  public:
-  Labelling(const GreyImage& mask, int connectivity) : model_(modelSize(mask.size, connectivity)) {
-    uint64_t bytes;
-    check(DAXI_BlobFindBufferSize_8u(mask.size, connectivity, &bytes), "labelling");
-    const Memory buffer(bytes);
-    check(DAXI_BlobFind_8u_C1R(mask.pixels.data(), mask.step(), mask.size, connectivity, model_.get(), &domains_,
-                               buffer.get()),
+  Labelling(const GreyImage& image, int connectivity, const Labeller& labeller)
+      : model_(ask(labeller.modelSize, image.size, connectivity)) {
+    const Memory buffer(ask(labeller.bufferSize, image.size, connectivity));
+    check(labeller.find(image.pixels.data(), image.step(), image.size, connectivity, model_.get(), &domains_,
+                        buffer.get()),
           "labelling");
   }
   const DaxiDomainList& domains() const { return *domains_; }
 
  private:
-  static uint64_t modelSize(DaxiSize size, int connectivity) {
+  template <class Query>
+  static uint64_t ask(Query query, DaxiSize size, int connectivity) {
     uint64_t bytes;
-    check(DAXI_BlobFindModelSize_8u(size, connectivity, &bytes), "labelling");
+    check(query(size, connectivity, &bytes), "labelling");
     return bytes;
   }
 
@@ -73,18 +61,28 @@ class Labelling {
   const DaxiDomainList* domains_ = nullptr;
 };
 
-std::vector<BlobInfo> select(const GreyImage& image, const DaxiDomainList& domains, const BlobSelectCfg& cfg) {
-  if (_DAXI_DomainCount(&domains) == 0) return {};
-  uint64_t bytes;
-  check(DAXI_BlobSelectBufferSize_8u(image.size, &bytes), "selection");
-  const Memory buffer(bytes);
-  std::vector<BlobInfo> blobs(static_cast<size_t>(cfg.maxCount));
-  BlobSelectResult result{blobs.data(), 0, nullptr};
-  check(
-      DAXI_BlobSelect_8u_C1R(image.pixels.data(), image.step(), image.pixels.data(), image.step(), image.size, &domains,
-                             static_cast<int32_t>(_DAXI_DomainCount(&domains)), &result, &cfg, buffer.get()),
-      "selection");
-  return {blobs.begin(), blobs.begin() + result.count};
+Labelling label(const GreyImage& image, const InspectionSettings& settings, StageTimes& times, Inspection& result) {
+  const int connectivity = settings.connectivity;
+  if (settings.byClass) {
+    return times.measure(Stage::kLabel, [&] { return Labelling(image, connectivity, kByClass); });
+  }
+  const GreyImage mask = times.measure(Stage::kThreshold, [&] { return threshold(image, settings.threshold, result); });
+  return times.measure(Stage::kLabel, [&] { return Labelling(mask, connectivity, kOfMask); });
+}
+
+// The configuration with the mask of the settings, if any, which has to cover the image.
+BlobSelectV4Cfg withMask(const InspectionSettings& settings, DaxiSize size) {
+  BlobSelectV4Cfg cfg = settings.select;
+  const GreyImage* mask = settings.outsideMask.get();
+  if (!mask) return cfg;
+  if (mask->size.width != size.width || mask->size.height != size.height) {
+    throw Failure(ExitStatus::kRefused, "--outside-mask is " + std::to_string(mask->size.width) + " x " +
+                                            std::to_string(mask->size.height) + ", the image " +
+                                            std::to_string(size.width) + " x " + std::to_string(size.height));
+  }
+  cfg.common.mask = mask->pixels.data();
+  cfg.common.maskStep = mask->step();
+  return cfg;
 }
 
 }  // namespace
@@ -97,15 +95,20 @@ void StageTimes::add(const StageTimes& other) {
   for (size_t i = 0; i < seconds_.size(); ++i) seconds_[i] += other.seconds_[i];
 }
 
-Inspection inspect(const GreyImage& image, const InspectionSettings& settings, StageTimes& times) {
+Inspection inspect(const GreyImage& image, const InspectionSettings& settings, const Workers& workers,
+                   StageTimes& times) {
   Inspection result;
   result.size = image.size;
-  result.scored = isScored(settings.select);
-  const GreyImage mask = times.measure(Stage::kThreshold, [&] { return threshold(image, settings.threshold, result); });
-  const Labelling labelling = times.measure(Stage::kLabel, [&] { return Labelling(mask, settings.connectivity); });
+  result.scored = isScored(settings.select.common);
+  const BlobSelectV4Cfg cfg = withMask(settings, image.size);
+  const Labelling labelling = label(image, settings, times, result);
   const DaxiDomainList& domains = labelling.domains();
   result.regions = _DAXI_DomainCount(&domains);
-  result.blobs = times.measure(Stage::kSelect, [&] { return select(image, domains, settings.select); });
+  times.measure(Stage::kSelect, [&] {
+    const Labelled labelled{image, domains};
+    result.blobs = select(labelled, cfg, workers);
+    if (settings.rejected) result.rejected = findRejected(labelled, cfg, result.blobs, workers);
+  });
   if (settings.contours) {
     result.contours =
         times.measure(Stage::kDraw, [&] { return traceContours(domains, result.blobs, settings.connectivity); });

@@ -4,11 +4,12 @@
 #include <array>
 #include <chrono>
 #include <cstdint>
+#include <memory>
 #include <vector>
 
 #include "contour.h"
-#include "daxi/blob_select.h"
 #include "grey_image.h"
+#include "selection.h"
 #include "threshold_option.h"
 
 namespace dax::tool {
@@ -46,8 +47,11 @@ class StageTimes {
 struct InspectionSettings {
   Threshold threshold{};
   int connectivity = 8;
-  BlobSelectCfg select{};
-  bool contours = false;  // wanted
+  bool byClass = false;  // the grey value is the class: no threshold
+  BlobSelectV4Cfg select{};
+  std::shared_ptr<const GreyImage> outsideMask;  // null: none
+  bool rejected = false;                         // wanted
+  bool contours = false;                         // wanted
 };
 
 struct Inspection {
@@ -56,11 +60,13 @@ struct Inspection {
   uint8_t high = 0;
   uint32_t regions = 0;         // before selection
   std::vector<BlobInfo> blobs;  // their domain pointers are void
+  std::vector<Rejection> rejected;
   std::vector<Contour> contours;
   bool scored = false;
 };
 
 // Throws Failure(kRefused) with the library's status text.
-Inspection inspect(const GreyImage& image, const InspectionSettings& settings, StageTimes& times);
+Inspection inspect(const GreyImage& image, const InspectionSettings& settings, const Workers& workers,
+                   StageTimes& times);
 
 }  // namespace dax::tool

@@ -4,7 +4,6 @@
 #include <iomanip>
 #include <nlohmann/json.hpp>
 
-#include "blob_features.h"
 #include "text.h"
 
 namespace dax::tool {
@@ -30,18 +29,37 @@ void writeColumns(std::ostream& out, const std::vector<Fields>& lines) {
   }
 }
 
-void writeSection(std::ostream& out, const Outcome& outcome, const Threshold& threshold) {
-  const Inspection& inspection = outcome.inspection;
-  out << outcome.file << ": " << summary(inspection, threshold) << '\n';
+void writeBlobs(std::ostream& out, const Inspection& inspection, const InspectionSettings& settings) {
   if (inspection.blobs.empty()) return;
-  std::vector<Fields> lines{tableTitles(inspection.scored)};
+  const TableColumns columns(settings, inspection.scored);
+  std::vector<Fields> lines{columns.titles()};
   lines.front().insert(lines.front().begin(), "#");
   for (const BlobInfo& blob : inspection.blobs) {
-    Fields fields = tableFields(blob, inspection.scored);
+    Fields fields = columns.fields(blob);
     fields.insert(fields.begin(), std::to_string(lines.size()));
     lines.push_back(std::move(fields));
   }
   writeColumns(out, lines);
+}
+
+void writeRejected(std::ostream& out, const Inspection& inspection, const InspectionSettings& settings) {
+  out << "rejected: " << inspection.rejected.size() << " regions\n";
+  if (inspection.rejected.empty()) return;
+  const TableColumns columns(settings, false);
+  std::vector<Fields> lines{columns.titles()};
+  lines.front().insert(lines.front().begin(), "rejected by");
+  for (const auto& [blob, by] : inspection.rejected) {
+    Fields fields = columns.fields(blob);
+    fields.insert(fields.begin(), std::string(by));
+    lines.push_back(std::move(fields));
+  }
+  writeColumns(out, lines);
+}
+
+void writeSection(std::ostream& out, const Outcome& outcome, const InspectionSettings& settings) {
+  out << outcome.file << ": " << summary(outcome.inspection, settings) << '\n';
+  writeBlobs(out, outcome.inspection, settings);
+  if (settings.rejected) writeRejected(out, outcome.inspection, settings);
 }
 
 // The shortest decimal again: a float handed over as a double would show digits that it does not have.
@@ -49,14 +67,14 @@ double decimal(float value) {
   return parseNumber(shortest(value)).value_or(0);
 }
 
-Json toJson(const BlobInfo& blob, bool scored) {
+Json toJson(const BlobInfo& blob, const std::vector<Feature>& features, bool scored) {
   Json json{{"label", blob.label}};
-  for (const Feature& feature : features()) json[std::string(feature.name)] = decimal(feature.value(blob));
+  for (const Feature& feature : features) json[std::string(feature.name)] = decimal(feature.value(blob));
   json["score"] = scored ? Json(decimal(blob.score)) : Json();
   return json;
 }
 
-Json toJson(const Outcome& outcome, const Threshold& threshold) {
+Json toJson(const Outcome& outcome, const InspectionSettings& settings) {
   Json json{{"file", outcome.file}};
   if (outcome.failure) {
     json["error"] = outcome.failure->what();
@@ -65,10 +83,20 @@ Json toJson(const Outcome& outcome, const Threshold& threshold) {
   const Inspection& inspection = outcome.inspection;
   json["width"] = inspection.size.width;
   json["height"] = inspection.size.height;
-  json["threshold"] = {{"method", threshold.name()}, {"low", inspection.low}, {"high", inspection.high}};
+  json["threshold"] =
+      settings.byClass
+          ? Json()
+          : Json{{"method", settings.threshold.name()}, {"low", inspection.low}, {"high", inspection.high}};
   json["regions"] = inspection.regions;
   json["blobs"] = Json::array();
-  for (const BlobInfo& blob : inspection.blobs) json["blobs"].push_back(toJson(blob, inspection.scored));
+  const std::vector<Feature> listed = features(settings);
+  for (const BlobInfo& blob : inspection.blobs) json["blobs"].push_back(toJson(blob, listed, inspection.scored));
+  if (!settings.rejected) return json;
+  json["rejected"] = Json::array();
+  for (const auto& [blob, by] : inspection.rejected) {
+    json["rejected"].push_back(toJson(blob, listed, false));
+    json["rejected"].back()["rejected_by"] = by;
+  }
   return json;
 }
 
@@ -83,6 +111,23 @@ std::string csvField(const std::string& text) {
   return result + "\"";
 }
 
+// What stands before and after the features of a line.
+struct CsvEnds {
+  std::string file;
+  std::string number;
+  std::string score;
+  std::string_view rejectedBy;
+};
+
+void writeCsvLine(std::ostream& out, const BlobInfo& blob, const InspectionSettings& settings,
+                  const std::vector<Feature>& features, const CsvEnds& ends) {
+  out << ends.file << ',' << ends.number << ',' << blob.label;
+  for (const Feature& feature : features) out << ',' << shortest(feature.value(blob));
+  out << ',' << ends.score;
+  if (settings.rejected) out << ',' << ends.rejectedBy;
+  out << '\n';
+}
+
 Fields timeFields(const std::string& name, const StageTimes& times) {
   Fields fields;
   for (size_t i = 0; i < kStageNames.size(); ++i) fields.push_back(fixed(1e3 * times.of(static_cast<Stage>(i)), 2));
@@ -93,27 +138,29 @@ Fields timeFields(const std::string& name, const StageTimes& times) {
 
 }  // namespace
 
-std::string summary(const Inspection& inspection, const Threshold& threshold) {
-  return std::to_string(inspection.size.width) + " x " + std::to_string(inspection.size.height) + ", threshold " +
-         threshold.name() + " " + levels(inspection) + ", " + std::to_string(inspection.blobs.size()) + " of " +
-         std::to_string(inspection.regions) + " regions";
+std::string summary(const Inspection& inspection, const InspectionSettings& settings) {
+  const std::string means =
+      settings.byClass ? "classes" : std::string("threshold ") + settings.threshold.name() + " " + levels(inspection);
+  return std::to_string(inspection.size.width) + " x " + std::to_string(inspection.size.height) + ", " + means + ", " +
+         std::to_string(inspection.blobs.size()) + " of " + std::to_string(inspection.regions) + " regions";
 }
 
-Fields tableTitles(bool scored) {
+TableColumns::TableColumns(const InspectionSettings& settings, bool scored)
+    : features_(features(settings)), scored_(scored) {
+  std::erase_if(features_, [](const Feature& feature) { return feature.title.empty(); });
+}
+
+Fields TableColumns::titles() const {
   Fields titles;
-  for (const Feature& feature : features()) {
-    if (!feature.title.empty()) titles.emplace_back(feature.title);
-  }
-  if (scored) titles.emplace_back("score");
+  for (const Feature& feature : features_) titles.emplace_back(feature.title);
+  if (scored_) titles.emplace_back("score");
   return titles;
 }
 
-Fields tableFields(const BlobInfo& blob, bool scored) {
+Fields TableColumns::fields(const BlobInfo& blob) const {
   Fields fields;
-  for (const Feature& feature : features()) {
-    if (!feature.title.empty()) fields.push_back(fixed(feature.value(blob), feature.decimals));
-  }
-  if (scored) fields.push_back(fixed(blob.score, 3));
+  for (const Feature& feature : features_) fields.push_back(fixed(feature.value(blob), feature.decimals));
+  if (scored_) fields.push_back(fixed(blob.score, 3));
   return fields;
 }
 
@@ -123,30 +170,33 @@ void writeTable(std::ostream& out, const Listing& listing) {
     if (outcome.failure) continue;
     if (!first) out << '\n';
     first = false;
-    writeSection(out, outcome, listing.threshold);
+    writeSection(out, outcome, listing.settings);
   }
   if (listing.truth) out << '\n' << listing.truth->text();
 }
 
 void writeJson(std::ostream& out, const Listing& listing) {
   Json json{{"images", Json::array()}};
-  for (const Outcome& outcome : listing.outcomes) json["images"].push_back(toJson(outcome, listing.threshold));
+  for (const Outcome& outcome : listing.outcomes) json["images"].push_back(toJson(outcome, listing.settings));
   if (listing.truth) json["truth"] = listing.truth->json();
   out << json.dump(2) << '\n';
 }
 
 void writeCsv(std::ostream& out, const Listing& listing) {
+  const InspectionSettings& settings = listing.settings;
+  const std::vector<Feature> listed = features(settings);
   out << "file,number,label";
-  for (const Feature& feature : features()) out << ',' << feature.name;
-  out << ",score\n";
+  for (const Feature& feature : listed) out << ',' << feature.name;
+  out << ",score" << (settings.rejected ? ",rejected by\n" : "\n");
   for (const Outcome& outcome : listing.outcomes) {
+    const Inspection& inspection = outcome.inspection;
     const std::string file = csvField(outcome.file);
     size_t number = 0;
-    for (const BlobInfo& blob : outcome.inspection.blobs) {
-      out << file << ',' << ++number << ',' << blob.label;
-      for (const Feature& feature : features()) out << ',' << shortest(feature.value(blob));
-      out << ',' << (outcome.inspection.scored ? shortest(blob.score) : "") << '\n';
+    for (const BlobInfo& blob : inspection.blobs) {
+      const std::string score = inspection.scored ? shortest(blob.score) : "";
+      writeCsvLine(out, blob, settings, listed, {file, std::to_string(++number), score, ""});
     }
+    for (const auto& [blob, by] : inspection.rejected) writeCsvLine(out, blob, settings, listed, {file, "", "", by});
   }
 }
 

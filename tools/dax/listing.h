@@ -6,6 +6,7 @@
 #include <span>
 #include <string>
 
+#include "blob_features.h"
 #include "failure.h"
 #include "inspect_options.h"
 
@@ -21,7 +22,7 @@ struct Outcome {
 
 struct Listing {
   std::span<const Outcome> outcomes;
-  const Threshold& threshold;
+  const InspectionSettings& settings;
   const TruthComparison* truth;  // null: none
 };
 
@@ -31,10 +32,18 @@ void writeCsv(std::ostream& out, const Listing& listing);
 void writeTimes(std::ostream& out, std::span<const Outcome> outcomes);
 
 // "1200 x 900, threshold otsu 127, 40 of 88 regions"
-std::string summary(const Inspection& inspection, const Threshold& threshold);
+std::string summary(const Inspection& inspection, const InspectionSettings& settings);
 
-// The features of the table: titles, and the fields of a blob.
-std::vector<std::string> tableTitles(bool scored);
-std::vector<std::string> tableFields(const BlobInfo& blob, bool scored);
+// The columns of tables of blobs.
+class TableColumns {
+ public:
+  TableColumns(const InspectionSettings& settings, bool scored);
+  std::vector<std::string> titles() const;
+  std::vector<std::string> fields(const BlobInfo& blob) const;
+
+ private:
+  std::vector<Feature> features_;  // with a title
+  bool scored_;
+};
 
 }  // namespace dax::tool

@@ -70,22 +70,23 @@ void writePicture(std::ostream& out, const GreyImage& image, const Inspection& i
   out << "</svg>\n";
 }
 
-void writeRow(std::ostream& out, size_t number, const BlobInfo& blob, bool scored) {
+void writeRow(std::ostream& out, size_t number, const std::vector<std::string>& fields) {
   out << "<tr tabindex=\"" << (number == 1 ? "0" : "-1") << "\"><td>" << number << "</td>";
-  for (const std::string& field : tableFields(blob, scored)) out << "<td>" << field << "</td>";
+  for (const std::string& field : fields) out << "<td>" << field << "</td>";
   out << "</tr>\n";
 }
 
-void writeTable(std::ostream& out, const Inspection& inspection) {
+void writeTable(std::ostream& out, const Inspection& inspection, const InspectionSettings& settings) {
   if (inspection.blobs.empty()) {
     out << "<p class=\"none\">No objects.</p>\n";
     return;
   }
+  const TableColumns columns(settings, inspection.scored);
   out << "<table>\n<thead><tr><th scope=\"col\">#</th>";
-  for (const std::string& title : tableTitles(inspection.scored)) out << "<th scope=\"col\">" << title << "</th>";
+  for (const std::string& title : columns.titles()) out << "<th scope=\"col\">" << title << "</th>";
   out << "</tr></thead>\n<tbody>\n";
   size_t number = 0;
-  for (const BlobInfo& blob : inspection.blobs) writeRow(out, ++number, blob, inspection.scored);
+  for (const BlobInfo& blob : inspection.blobs) writeRow(out, ++number, columns.fields(blob));
   out << "</tbody>\n</table>\n";
 }
 
@@ -100,15 +101,15 @@ void writeHead(std::ostream& out, const std::string& title) {
 }  // namespace
 
 std::string makeReport(const std::string& file, const GreyImage& image, const Inspection& inspection,
-                       const Threshold& threshold) {
+                       const InspectionSettings& settings) {
   const std::string name = escapeHtml(file);
   std::ostringstream out;
   writeHead(out, name);
-  out << "<body>\n<header>\n<h1>" << name << "</h1>\n<p>" << escapeHtml(summary(inspection, threshold))
+  out << "<body>\n<header>\n<h1>" << name << "</h1>\n<p>" << escapeHtml(summary(inspection, settings))
       << "</p>\n</header>\n<main>\n<figure>\n";
   writePicture(out, image, inspection);
   out << "</figure>\n<div class=\"table\">\n";
-  writeTable(out, inspection);
+  writeTable(out, inspection, settings);
   out << "</div>\n</main>\n<script>" << kReportScript << "</script>\n</body>\n</html>\n";
   return out.str();
 }

@@ -10,6 +10,6 @@ namespace dax::tool {
 
 // A page that needs nothing beside itself: the picture embedded, the blobs drawn over it, their features in a table.
 std::string makeReport(const std::string& file, const GreyImage& image, const Inspection& inspection,
-                       const Threshold& threshold);
+                       const InspectionSettings& settings);
 
 }  // namespace dax::tool
