@@ -6,48 +6,27 @@ namespace {
 
 constexpr float kSlack = 1e-5f;
 
-bool inRange(float value, float min, float max) {
-  return value >= min - kSlack && value <= max + kSlack;
-}
-
 template <class Range>
 bool inRange(float value, const Range& range) {
-  return inRange(value, range.min, range.max);
+  return value >= range.min - kSlack && value <= range.max + kSlack;
 }
 
-bool testArea(const SelectContext& c, BlobInfo& b) {
-  return inRange(b.area, c.cfg.area);
+// A feature against its range.
+template <auto feature, auto range>
+bool test(const SelectContext& context, BlobInfo& blob) {
+  return inRange(static_cast<float>(blob.*feature), context.cfg.*range);
 }
-bool testPerimeter(const SelectContext& c, BlobInfo& b) {
-  return inRange(b.perimeter, c.cfg.perimeter);
-}
-bool testShortAxis(const SelectContext& c, BlobInfo& b) {
-  return inRange(b.shortAxis, c.cfg.shortAxis);
-}
-bool testLongAxis(const SelectContext& c, BlobInfo& b) {
-  return inRange(b.longAxis, c.cfg.longAxis);
-}
-bool testAxisRatio(const SelectContext& c, BlobInfo& b) {
-  return inRange(b.axisRatio, c.cfg.axisRatio);
-}
-bool testCircularity(const SelectContext& c, BlobInfo& b) {
-  return inRange(b.circularity, c.cfg.circularity);
-}
-bool testRectangularity(const SelectContext& c, BlobInfo& b) {
-  return inRange(b.rectangularity, c.cfg.rectangularity);
-}
-bool testCentralBias(const SelectContext& c, BlobInfo& b) {
-  return inRange(b.centralBias, c.cfg.centralBias);
-}
-bool testBoxAngle(const SelectContext& c, BlobInfo& b) {
-  return inRange(b.boxAngle, c.cfg.boxAngle);
-}
-bool testRectWidth(const SelectContext& c, BlobInfo& b) {
-  return inRange(static_cast<float>(b.rectWidth), c.cfg.rectWidth);
-}
-bool testRectHeight(const SelectContext& c, BlobInfo& b) {
-  return inRange(static_cast<float>(b.rectHeight), c.cfg.rectHeight);
-}
+constexpr CascadeStep kTestArea = test<&BlobInfo::area, &BlobSelectCfg::area>;
+constexpr CascadeStep kTestPerimeter = test<&BlobInfo::perimeter, &BlobSelectCfg::perimeter>;
+constexpr CascadeStep kTestShortAxis = test<&BlobInfo::shortAxis, &BlobSelectCfg::shortAxis>;
+constexpr CascadeStep kTestLongAxis = test<&BlobInfo::longAxis, &BlobSelectCfg::longAxis>;
+constexpr CascadeStep kTestAxisRatio = test<&BlobInfo::axisRatio, &BlobSelectCfg::axisRatio>;
+constexpr CascadeStep kTestCircularity = test<&BlobInfo::circularity, &BlobSelectCfg::circularity>;
+constexpr CascadeStep kTestRectangularity = test<&BlobInfo::rectangularity, &BlobSelectCfg::rectangularity>;
+constexpr CascadeStep kTestCentralBias = test<&BlobInfo::centralBias, &BlobSelectCfg::centralBias>;
+constexpr CascadeStep kTestBoxAngle = test<&BlobInfo::boxAngle, &BlobSelectCfg::boxAngle>;
+constexpr CascadeStep kTestRectWidth = test<&BlobInfo::rectWidth, &BlobSelectCfg::rectWidth>;
+constexpr CascadeStep kTestRectHeight = test<&BlobInfo::rectHeight, &BlobSelectCfg::rectHeight>;
 
 bool inAreaRange(int64_t area, int32_t min, int32_t max) {
   return min <= max ? area >= min && area <= max : area > min || area < max;
@@ -79,9 +58,9 @@ constexpr CascadeStep kComputePrincipalAngle = compute<DAXI_BlobSelect_calculate
 constexpr CascadeStep kComputeBox = compute<DAXI_BlobSelect_calculate_base_on_box>;
 
 void addBasicTests(uint32_t flags, const SelectRules& rules, Cascade& cascade) {
-  if (flags & DAXI_BLOB_BY_AREA) cascade.test(rules.v4 ? testWholeArea : testArea);
-  if (flags & DAXI_BLOB_BY_RECT_WIDTH) cascade.test(testRectWidth);
-  if (flags & DAXI_BLOB_BY_RECT_HEIGHT) cascade.test(testRectHeight);
+  if (flags & DAXI_BLOB_BY_AREA) cascade.test(rules.v4 ? testWholeArea : kTestArea);
+  if (flags & DAXI_BLOB_BY_RECT_WIDTH) cascade.test(kTestRectWidth);
+  if (flags & DAXI_BLOB_BY_RECT_HEIGHT) cascade.test(kTestRectHeight);
 }
 
 // Circularity comes from the contour where the contour is traced anyway to rank or to test both, else from the runs.
@@ -90,14 +69,14 @@ void addContourSteps(uint32_t flags, uint32_t key, Cascade& cascade) {
   const bool ranksByPerimeter = key == DAXI_BLOB_KEY_PERIMETER, ranksByCircularity = key == DAXI_BLOB_KEY_CIRCULARITY;
   if ((byPerimeter && byCircularity) || ((byPerimeter || byCircularity) && ranksByPerimeter)) {
     cascade.compute(kComputeBoth, kContourLength | kCircularity);
-    if (byPerimeter) cascade.test(testPerimeter);
-    if (byCircularity) cascade.test(testCircularity);
+    if (byPerimeter) cascade.test(kTestPerimeter);
+    if (byCircularity) cascade.test(kTestCircularity);
     return;
   }
   if (byPerimeter || ranksByPerimeter) cascade.compute(kComputeContour, kContourLength);
-  if (byPerimeter) cascade.test(testPerimeter);
+  if (byPerimeter) cascade.test(kTestPerimeter);
   if (byCircularity || ranksByCircularity) cascade.compute(kComputeCircularity, kCircularity);
-  if (byCircularity) cascade.test(testCircularity);
+  if (byCircularity) cascade.test(kTestCircularity);
 }
 
 constexpr uint32_t kBoxFlags = DAXI_BLOB_BY_SHORT_AXIS | DAXI_BLOB_BY_LONG_AXIS | DAXI_BLOB_BY_RECTANGULARITY |
@@ -111,12 +90,12 @@ bool isBoxKey(uint32_t key) {
 void addBoxSteps(uint32_t flags, uint32_t key, Cascade& cascade) {
   if ((flags & kBoxFlags) == 0 && !isBoxKey(key)) return;
   cascade.compute(kComputeBox, kBoxFeatures);
-  if (flags & DAXI_BLOB_BY_SHORT_AXIS) cascade.test(testShortAxis);
-  if (flags & DAXI_BLOB_BY_LONG_AXIS) cascade.test(testLongAxis);
-  if (flags & DAXI_BLOB_BY_AXIS_RATIO) cascade.test(testAxisRatio);
-  if (flags & DAXI_BLOB_BY_RECTANGULARITY) cascade.test(testRectangularity);
-  if (flags & DAXI_BLOB_BY_CENTRAL_BIAS) cascade.test(testCentralBias);
-  if (flags & DAXI_BLOB_BY_BOX_ANGLE) cascade.test(testBoxAngle);
+  if (flags & DAXI_BLOB_BY_SHORT_AXIS) cascade.test(kTestShortAxis);
+  if (flags & DAXI_BLOB_BY_LONG_AXIS) cascade.test(kTestLongAxis);
+  if (flags & DAXI_BLOB_BY_AXIS_RATIO) cascade.test(kTestAxisRatio);
+  if (flags & DAXI_BLOB_BY_RECTANGULARITY) cascade.test(kTestRectangularity);
+  if (flags & DAXI_BLOB_BY_CENTRAL_BIAS) cascade.test(kTestCentralBias);
+  if (flags & DAXI_BLOB_BY_BOX_ANGLE) cascade.test(kTestBoxAngle);
 }
 
 }  // namespace
