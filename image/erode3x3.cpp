@@ -52,7 +52,7 @@ struct RowTriple {
 
 // Row of the column pass from rows in which only the first and the last pixel can be other than 0 and 255.
 bool erodeAcross(const RowTriple& rows, uint8_t* dst, const uint8_t* old, int32_t width, AcrossKernel masksAcross) {
-  const auto& [above, centre, below] = rows;
+  const uint8_t *const above = rows.above, *const centre = rows.centre, *const below = rows.below;
   if (!above || !below) return portable::keepWhereSet(centre, above ? above : below, dst, old, width);
   const auto edge = [&](int32_t x) {
     return portable::erodeAcross(above + x, centre + x, below + x, dst + x, old + x, 1);

@@ -1,5 +1,6 @@
 // Ranking blobs by a sort key: the heap of the best, and the final order.
 #include <algorithm>
+#include <cmath>
 
 #include "frame/check.h"
 #include "measure/blob_select.h"
@@ -38,7 +39,7 @@ template <class Key>
 bool ranksBefore(Key a, Key b, bool descending, uint32_t labelA, uint32_t labelB) {
   if (a < b) return !descending;
   if (a > b) return descending;
-  const bool nanA = a != a, nanB = b != b;
+  const bool nanA = std::isnan(a), nanB = std::isnan(b);
   return nanA == nanB ? labelA < labelB : nanB;
 }
 
