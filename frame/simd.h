@@ -8,18 +8,78 @@
 #pragma GCC diagnostic push
 #pragma GCC diagnostic ignored "-Wshadow"
 #define SIMDE_ENABLE_NATIVE_ALIASES
+// Kernels convert no floats that the integer cannot hold.
+#define SIMDE_FAST_CONVERSION_RANGE
 #include <simde/arm/neon.h>
 #pragma GCC diagnostic pop
+#endif
 
-// SIMDe copies this byte by byte.
+namespace dax {
+
+// Element k of vector i becomes element i of vector k.
+inline uint32x4x4_t transposed(const uint32x4x4_t& v) {
+  const uint32x4_t a = vzip1q_u32(v.val[0], v.val[2]), b = vzip1q_u32(v.val[1], v.val[3]);
+  const uint32x4_t c = vzip2q_u32(v.val[0], v.val[2]), d = vzip2q_u32(v.val[1], v.val[3]);
+  return {{vzip1q_u32(a, b), vzip2q_u32(a, b), vzip1q_u32(c, d), vzip2q_u32(c, d)}};
+}
+
+inline float32x4x4_t transposed(const float32x4x4_t& v) {
+  const float32x4_t a = vzip1q_f32(v.val[0], v.val[2]), b = vzip1q_f32(v.val[1], v.val[3]);
+  const float32x4_t c = vzip2q_f32(v.val[0], v.val[2]), d = vzip2q_f32(v.val[1], v.val[3]);
+  return {{vzip1q_f32(a, b), vzip2q_f32(a, b), vzip1q_f32(c, d), vzip2q_f32(c, d)}};
+}
+
+}  // namespace dax
+
+#if !defined(__aarch64__)
+
+// Four vectors one after the other: SIMDe loads them element by element and cannot store them.
 #undef vld1q_u8_x4
-inline uint8x16x4_t vld1q_u8_x4(const uint8_t* from) {
-  return {{vld1q_u8(from), vld1q_u8(from + 16), vld1q_u8(from + 32), vld1q_u8(from + 48)}};
+#undef vld1q_u16_x4
+#undef vld1q_s16_x4
+#undef vld1q_u32_x4
+#undef vld1q_f32_x4
+#define DAX_FOUR_VECTORS(T, FOUR, SUFFIX)                                                          \
+  inline FOUR vld1q_##SUFFIX##_x4(const T* from) {                                                 \
+    constexpr int kNext = 16 / sizeof(T);                                                          \
+    return {{vld1q_##SUFFIX(from), vld1q_##SUFFIX(from + kNext), vld1q_##SUFFIX(from + 2 * kNext), \
+             vld1q_##SUFFIX(from + 3 * kNext)}};                                                   \
+  }                                                                                                \
+  inline void vst1q_##SUFFIX##_x4(T* to, FOUR from) {                                              \
+    constexpr int kNext = 16 / sizeof(T);                                                          \
+    for (int i = 0; i < 4; ++i) vst1q_##SUFFIX(to + i * kNext, from.val[i]);                       \
+  }
+DAX_FOUR_VECTORS(uint8_t, uint8x16x4_t, u8)
+DAX_FOUR_VECTORS(uint16_t, uint16x8x4_t, u16)
+DAX_FOUR_VECTORS(int16_t, int16x8x4_t, s16)
+DAX_FOUR_VECTORS(uint32_t, uint32x4x4_t, u32)
+DAX_FOUR_VECTORS(float, float32x4x4_t, f32)
+#undef DAX_FOUR_VECTORS
+
+// Every fourth element: SIMDe moves one after the other.
+#undef vld4_u16
+inline uint16x4x4_t vld4_u16(const uint16_t* from) {
+  const uint16x8_t low = vld1q_u16(from), high = vld1q_u16(from + 8);
+  const uint16x8_t even = vzip1q_u16(low, high), odd = vzip2q_u16(low, high);
+  const uint16x8_t first = vzip1q_u16(even, odd), last = vzip2q_u16(even, odd);
+  return {{vget_low_u16(first), vget_high_u16(first), vget_low_u16(last), vget_high_u16(last)}};
+}
+#undef vld4q_u32
+inline uint32x4x4_t vld4q_u32(const uint32_t* from) {
+  return dax::transposed(vld1q_u32_x4(from));
+}
+#undef vld4q_f32
+inline float32x4x4_t vld4q_f32(const float* from) {
+  return dax::transposed(vld1q_f32_x4(from));
+}
+#undef vst4q_u32
+inline void vst4q_u32(uint32_t* to, uint32x4x4_t from) {
+  vst1q_u32_x4(to, dax::transposed(from));
 }
 
 // Missing from SIMDe.
-inline void vst1q_u8_x4(uint8_t* to, uint8x16x4_t from) {
-  for (int i = 0; i < 4; ++i) vst1q_u8(to + 16 * i, from.val[i]);
+inline uint32x4_t vsliq_n_u32(uint32x4_t a, uint32x4_t b, int bits) {
+  return vorrq_u32(vandq_u32(a, vdupq_n_u32((1u << bits) - 1)), vshlq_u32(b, vdupq_n_s32(bits)));
 }
 #endif
 #endif

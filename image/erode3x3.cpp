@@ -16,20 +16,23 @@ namespace dax {
 namespace {
 
 using RunKernel = void (*)(const uint8_t* src, uint8_t* dst, int32_t n, uint8_t before);
-using AcrossKernel = bool (*)(const uint8_t* above, const uint8_t* centre, const uint8_t* below, uint8_t* dst,
-                              const uint8_t* old, int32_t n);
+using SweepKernel = bool (*)(const uint8_t* src, const SweepRows& rows, uint8_t* dst, const uint8_t* old, int32_t n);
 
 struct ErodeKernels {
   RunKernel run;
-  AcrossKernel masksAcross;         // for rows of 0 and 255
-  AcrossKernel masksAcrossCompare;  // the same, and tells whether anything changed
+  SweepKernel sweep;
+  SweepKernel sweepAndCompare;  // tells whether anything changed, the other need not
 };
 
 ErodeKernels pickKernels([[maybe_unused]] int32_t isa) {
 #if DAX_HAVE_NEON
-  if (usesNeon(isa)) return {neon::erodeRun, neon::erodeMasksAcross<false>, neon::erodeMasksAcross<true>};
+  if (usesNeon(isa)) return {neon::erodeRun, neon::erodeSweep<false>, neon::erodeSweep<true>};
 #endif
-  return {portable::erodeRun, portable::erodeAcross, portable::erodeAcross};
+  return {portable::erodeRun, portable::erodeSweep, portable::erodeSweep};
+}
+
+uint8_t keptPixel(uint8_t pixel, uint8_t neighbour) {
+  return pixel != 0 ? neighbour : 0;
 }
 
 void erodeRow(const uint8_t* src, uint8_t* dst, int32_t width, RunKernel run) {
@@ -37,44 +40,45 @@ void erodeRow(const uint8_t* src, uint8_t* dst, int32_t width, RunKernel run) {
     dst[0] = 0;
     return;
   }
-  const uint8_t left = src[0];
-  const uint8_t first = left != 0 ? src[1] : 0;
-  const uint8_t last = src[width - 1] != 0 ? src[width - 2] : 0;
+  const uint8_t left = src[0], first = keptPixel(src[0], src[1]);
+  const uint8_t last = keptPixel(src[width - 1], src[width - 2]);
   run(src + 1, dst + 1, width - 2, left);
   dst[0] = first;
   dst[width - 1] = last;
 }
 
-// Three rows of the column pass; null where the image ends, on one side at most.
-struct RowTriple {
-  const uint8_t *above, *centre, *below;
-};
-
-// Row of the column pass from rows in which only the first and the last pixel can be other than 0 and 255.
-bool erodeAcross(const RowTriple& rows, uint8_t* dst, const uint8_t* old, int32_t width, AcrossKernel masksAcross) {
-  const uint8_t *const above = rows.above, *const centre = rows.centre, *const below = rows.below;
-  if (!above || !below) return portable::keepWhereSet(centre, above ? above : below, dst, old, width);
-  const auto edge = [&](int32_t x) {
-    return portable::erodeAcross(above + x, centre + x, below + x, dst + x, old + x, 1);
+// Row pass of one row and column pass of the row above it. Of the rows only the first and last pixels can be other than
+// 0 and 255.
+bool erodeSweep(const uint8_t* src, const SweepRows& rows, uint8_t* dst, const uint8_t* old, int32_t width,
+                SweepKernel sweep) {
+  const auto sweepEdge = [&](int32_t x, uint8_t below) {
+    rows.below[x] = below;
+    return portable::erodeAcross(rows.above + x, rows.centre + x, rows.below + x, dst + x, old + x, 1);
   };
-  bool changed = edge(0);
-  if (width > 1) changed |= edge(width - 1);
-  if (width > 2) changed |= masksAcross(above + 1, centre + 1, below + 1, dst + 1, old + 1, width - 2);
+  if (width == 1) return sweepEdge(0, 0);
+  bool changed = sweepEdge(0, keptPixel(src[0], src[1]));
+  changed |= sweepEdge(width - 1, keptPixel(src[width - 1], src[width - 2]));
+  if (width > 2) changed |= sweep(src + 1, rows.from(1), dst + 1, old + 1, width - 2);
   return changed;
 }
 
-// Both passes in one sweep: the column pass follows the row pass a row behind, whose last three rows are in `ring`.
+// Both passes in one sweep over two rows and more: the column pass follows the row pass a row behind, whose last three
+// rows are in `ring`.
 bool erodeOnce(const uint8_t* src, int32_t srcStep, uint8_t* dst, int32_t dstStep, DaxiSize size, uint8_t* ring,
-               RunKernel run, AcrossKernel masksAcross) {
+               RunKernel run, SweepKernel sweep) {
   const auto ringRow = [&](int32_t y) { return ring + ptrdiff_t{y % 3} * size.width; };
-  bool changed = false;
-  for (int32_t y = 0; y <= size.height; ++y) {
-    const bool ends = y == size.height;
-    if (!ends) erodeRow(rowAt(src, srcStep, y), ringRow(y), size.width, run);
-    if (y == 0) continue;
-    const RowTriple rows{y > 1 ? ringRow(y - 2) : nullptr, ringRow(y - 1), ends ? nullptr : ringRow(y)};
-    changed |= erodeAcross(rows, rowAt(dst, dstStep, y - 1), rowAt(src, srcStep, y - 1), size.width, masksAcross);
+  const auto srcRow = [&](int32_t y) { return rowAt(src, srcStep, y); };
+  const auto dstRow = [&](int32_t y) { return rowAt(dst, dstStep, y); };
+  const int32_t last = size.height - 1;
+
+  erodeRow(srcRow(0), ringRow(0), size.width, run);
+  erodeRow(srcRow(1), ringRow(1), size.width, run);
+  bool changed = portable::keepWhereSet(ringRow(0), ringRow(1), dstRow(0), srcRow(0), size.width);
+  for (int32_t y = 1; y < last; ++y) {
+    const SweepRows rows{ringRow(y - 1), ringRow(y), ringRow(y + 1)};
+    changed |= erodeSweep(srcRow(y + 1), rows, dstRow(y), srcRow(y), size.width, sweep);
   }
+  changed |= portable::keepWhereSet(ringRow(last), ringRow(last - 1), dstRow(last), srcRow(last), size.width);
   return changed;
 }
 
@@ -97,11 +101,11 @@ void erode3x3(const uint8_t* src, int32_t srcStep, uint8_t* dst, int32_t dstStep
   const ErodeKernels kernels = pickKernels(isa);
   uint8_t* const ring = ErodeBuffer(size).pixels.in(buffer);
   for (int32_t i = 1; i < iterations; ++i) {
-    if (!erodeOnce(src, srcStep, dst, dstStep, size, ring, kernels.run, kernels.masksAcrossCompare)) return;
+    if (!erodeOnce(src, srcStep, dst, dstStep, size, ring, kernels.run, kernels.sweepAndCompare)) return;
     src = dst;
     srcStep = dstStep;
   }
-  erodeOnce(src, srcStep, dst, dstStep, size, ring, kernels.run, kernels.masksAcross);
+  erodeOnce(src, srcStep, dst, dstStep, size, ring, kernels.run, kernels.sweep);
 }
 
 void erodeRows(const uint8_t* src, int32_t srcStep, uint8_t* dst, int32_t dstStep, DaxiSize size, int32_t isa) {
@@ -112,12 +116,14 @@ void erodeRows(const uint8_t* src, int32_t srcStep, uint8_t* dst, int32_t dstSte
 }
 
 void erodeColumns(const uint8_t* src, int32_t srcStep, uint8_t* dst, int32_t dstStep, DaxiSize size) {
-  if (size.height == 1) return clear(dst, dstStep, size);
-  for (int32_t y = 0; y < size.height; ++y) {
-    const uint8_t* const centre = rowAt(src, srcStep, y);
-    const RowTriple rows{y > 0 ? centre - srcStep : nullptr, centre, y + 1 < size.height ? centre + srcStep : nullptr};
-    erodeAcross(rows, rowAt(dst, dstStep, y), centre, size.width, portable::erodeAcross);
+  const auto srcRow = [&](int32_t y) { return rowAt(src, srcStep, y); };
+  const int32_t last = size.height - 1;
+  if (last == 0) return clear(dst, dstStep, size);
+  portable::keepWhereSet(srcRow(0), srcRow(1), dst, src, size.width);
+  for (int32_t y = 1; y < last; ++y) {
+    portable::erodeAcross(srcRow(y - 1), srcRow(y), srcRow(y + 1), rowAt(dst, dstStep, y), srcRow(y), size.width);
   }
+  portable::keepWhereSet(srcRow(last), srcRow(last - 1), rowAt(dst, dstStep, last), srcRow(last), size.width);
 }
 
 }  // namespace dax

@@ -30,23 +30,30 @@ inline void erodeRun(const uint8_t* src, uint8_t* dst, int32_t n, uint8_t before
   portable::erodeRun(src + i, dst + i, n - i, vgetq_lane_u8(clearBefore, 15) ? 0 : 255);
 }
 
-// Across rows that hold 0 and 255 only. Compares with `old` only when asked to, and else returns false. The last block
-// overlaps the one before it, so dst must not overlap the rows.
+// The twin of portable::erodeSweep for rows that hold 0 and 255 only. Compares with `old` only when asked to, and else
+// returns false. The second block overlaps the first, so that the others start at multiples of 64 in rows whose first
+// inner column is src; the last one overlaps the one before it.
 template <bool kCompare>
-bool erodeMasksAcross(const uint8_t* above, const uint8_t* centre, const uint8_t* below, uint8_t* dst,
-                      const uint8_t* old, int32_t n) {
-  if (n < 64) return portable::erodeAcross(above, centre, below, dst, old, n);
+bool erodeSweep(const uint8_t* src, const SweepRows& rows, uint8_t* dst, const uint8_t* old, int32_t n) {
+  if (n < 64) return portable::erodeSweep(src, rows, dst, old, n);
   uint8x16_t difference = vdupq_n_u8(0);
-  for (int32_t i = 0; i < n; i += 64) {
-    i = std::min(i, n - 64);
-    const uint8x16x4_t a = vld1q_u8_x4(above + i), b = vld1q_u8_x4(below + i);
-    uint8x16x4_t result = vld1q_u8_x4(centre + i);
-    for (int k = 0; k < 4; ++k) result.val[k] = vbicq_u8(result.val[k], vbicq_u8(a.val[k], b.val[k]));
-    if constexpr (kCompare) {
-      const uint8x16x4_t before = vld1q_u8_x4(old + i);
-      for (int k = 0; k < 4; ++k) difference = vorrq_u8(difference, veorq_u8(result.val[k], before.val[k]));
+  for (int32_t i = 0;;) {
+    const uint8x16x4_t before = vld1q_u8_x4(src + i - 1), after = vld1q_u8_x4(src + i + 1);
+    const uint8x16x4_t above = vld1q_u8_x4(rows.above + i);
+    uint8x16x4_t below = vld1q_u8_x4(src + i), result = vld1q_u8_x4(rows.centre + i);
+    for (int k = 0; k < 4; ++k) {
+      const uint8x16_t ends = vbicq_u8(vceqzq_u8(after.val[k]), vceqzq_u8(before.val[k]));
+      below.val[k] = vmvnq_u8(vorrq_u8(vceqzq_u8(below.val[k]), ends));
+      result.val[k] = vbicq_u8(result.val[k], vbicq_u8(above.val[k], below.val[k]));
     }
+    if constexpr (kCompare) {
+      const uint8x16x4_t was = vld1q_u8_x4(old + i);
+      for (int k = 0; k < 4; ++k) difference = vorrq_u8(difference, veorq_u8(result.val[k], was.val[k]));
+    }
+    vst1q_u8_x4(rows.below + i, below);
     vst1q_u8_x4(dst + i, result);
+    if (i == n - 64) break;
+    i = std::min(i == 0 ? 63 : i + 64, n - 64);
   }
   return kCompare && vmaxvq_u8(difference) != 0;
 }

@@ -3,6 +3,18 @@
 
 #include <cstdint>
 
+namespace dax {
+
+// Three rows of the result of the row pass.
+struct SweepRows {
+  const uint8_t *above, *centre;
+  uint8_t* below;
+
+  SweepRows from(int32_t x) const { return {above + x, centre + x, below + x}; }
+};
+
+}  // namespace dax
+
 namespace dax::portable {
 
 inline uint8_t erodedPixel(uint8_t before, uint8_t pixel, uint8_t after) {
@@ -39,6 +51,13 @@ inline bool keepWhereSet(const uint8_t* centre, const uint8_t* neighbour, uint8_
     dst[i] = pixel;
   }
   return difference != 0;
+}
+
+// Both passes at once, for n pixels inside a row: the row pass of `src` into rows.below, and the column pass of the
+// three rows into dst.
+inline bool erodeSweep(const uint8_t* src, const SweepRows& rows, uint8_t* dst, const uint8_t* old, int32_t n) {
+  erodeRun(src, rows.below, n, src[-1]);
+  return erodeAcross(rows.above, rows.centre, rows.below, dst, old, n);
 }
 
 }  // namespace dax::portable

@@ -98,6 +98,7 @@ Image<T> noise(DaxiSize size) {
 template Image<uint8_t> noise(DaxiSize size);
 template Image<uint16_t> noise(DaxiSize size);
 template Image<int16_t> noise(DaxiSize size);
+template Image<int32_t> noise(DaxiSize size);
 template Image<float> noise(DaxiSize size);
 
 Image<uint8_t> rawNoiseMask(DaxiSize size) {
