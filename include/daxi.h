@@ -12,6 +12,8 @@
 #include "daxi/erode3x3.h"
 #include "daxi/filter_box.h"
 #include "daxi/filter_median3x3.h"
+#include "daxi/line_fit.h"
+#include "daxi/point.h"
 #include "daxi/region.h"
 #include "daxi/threshold.h"
 
