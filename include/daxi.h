@@ -7,6 +7,8 @@
 #include "daxi/blob_find.h"
 #include "daxi/blob_select.h"
 #include "daxi/blob_select_v4.h"
+#include "daxi/caliper.h"
+#include "daxi/caliper_pair.h"
 #include "daxi/check_data.h"
 #include "daxi/copy_border.h"
 #include "daxi/erode3x3.h"
