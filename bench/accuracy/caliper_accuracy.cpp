@@ -69,8 +69,8 @@ Cfg config(uint32_t half, double contrast) {
   return cfg;
 }
 
-CaliperBox boxAt(double x, double angle) {
-  return {static_cast<float>(x), kMiddle, 40, 15, static_cast<float>(angle)};
+CaliperBox boxAt(double x, double y, double angle) {
+  return {static_cast<float>(x), static_cast<float>(y), 40, 15, static_cast<float>(angle)};
 }
 
 double edgePosition(const Pixels& pixels, const CaliperBox& box, uint32_t half, double contrast) {
@@ -95,24 +95,38 @@ void printEdges() {
       const Pixels pixels = render([&](int x, int y) { return 30 + 190 * edge.coverage(x, y); });
       for (uint32_t half = 1; half <= kHalfWidths; ++half) {
         std::printf("edge,%d,%u,%g,%.6f\n", degrees, half, offset,
-                    edgePosition(pixels, boxAt(kMiddle, angle), half, 190) - offset);
+                    edgePosition(pixels, boxAt(kMiddle, kMiddle, angle), half, 190) - offset);
       }
     }
   }
 }
 
-// Upright boxes whose centre lies anywhere between pixel centres.
-void printPhases() {
-  for (int phase = 0; phase < kStepsOfAPixel; ++phase) {
+// What a lens makes of an edge: its coverage, blurred by a Gaussian.
+double blurred(StraightEdge edge, double sigma, double x, double y) {
+  constexpr double kStep = 0.25, kReach = 4;
+  const double middle = edge.offset;
+  double sum = 0, weights = 0;
+  for (double t = -kReach; t <= kReach; t += kStep) {
+    const double weight = std::exp(-t * t / 2);
+    edge.offset = middle + t * sigma;
+    sum += weight * edge.coverage(x, y);
+    weights += weight;
+  }
+  return sum / weights;
+}
+
+// Boxes whose centre lies anywhere between pixel centres; edges sharp, and blurred.
+void printPhases(const char* kind, int degreesStep, double sigma) {
+  Chance chance;
+  for (int degrees = 0; degrees <= 90; degrees += degreesStep) {
     for (int step = 0; step < kStepsOfAPixel; ++step) {
-      const double x = kMiddle + static_cast<double>(phase) / kStepsOfAPixel;
-      const double offset = static_cast<double>(step) / kStepsOfAPixel - 0.5;
-      const StraightEdge edge{x, kMiddle, 0, offset};
-      const Pixels pixels = render([&](int px, int py) { return 30 + 190 * edge.coverage(px, py); });
+      const double angle = degrees * kRadians, offset = static_cast<double>(step) / kStepsOfAPixel - 0.5;
+      const CaliperBox box = boxAt(kMiddle + chance.uniform(0, 1), kMiddle + chance.uniform(0, 1), angle);
+      const StraightEdge edge{box.x, box.y, angle, offset};
+      const Pixels pixels = render(
+          [&](int x, int y) { return 30 + 190 * (sigma > 0 ? blurred(edge, sigma, x, y) : edge.coverage(x, y)); });
       for (uint32_t half = 1; half <= kHalfWidths; ++half) {
-        const CaliperBox box = boxAt(x, 0);
-        const double truth = kMiddle + static_cast<double>(phase) / kStepsOfAPixel + offset - box.x;
-        std::printf("phase,%d,%u,%g,%.6f\n", phase, half, offset, edgePosition(pixels, box, half, 190) - truth);
+        std::printf("%s,%d,%u,%g,%.6f\n", kind, degrees, half, offset, edgePosition(pixels, box, half, 190) - offset);
       }
     }
   }
@@ -127,7 +141,7 @@ void printNoisyEdges() {
       const Pixels pixels = render([&](int x, int y) { return 80 + 100 * edge.coverage(x, y) + 5 * chance.normal(); });
       for (uint32_t half = 1; half <= kHalfWidths; ++half) {
         std::printf("noisy,%d,%u,%g,%.6f\n", degrees, half, offset,
-                    edgePosition(pixels, boxAt(kMiddle, angle), half, 100) - offset);
+                    edgePosition(pixels, boxAt(kMiddle, kMiddle, angle), half, 100) - offset);
       }
     }
   }
@@ -157,7 +171,7 @@ void printStripes() {
       const Pixels pixels = render([&](int x, int y) { return 30 + 190 * (from.coverage(x, y) - to.coverage(x, y)); });
       for (uint32_t half = 1; half <= kHalfWidths && 2 * half + 1 < width; ++half) {
         std::printf("stripe,%d,%u,%g,%.6f\n", degrees, half, width,
-                    stripeWidth(pixels, boxAt(kMiddle, angle), half) - width);
+                    stripeWidth(pixels, boxAt(kMiddle, kMiddle, angle), half) - width);
       }
     }
   }
@@ -222,7 +236,8 @@ void printLines() {
 
 int main() {
   printEdges();
-  printPhases();
+  printPhases("phase", 1, 0);
+  printPhases("blurred", 3, 0.7);
   printNoisyEdges();
   printStripes();
   printLines();
