@@ -22,6 +22,7 @@ class NearestSet {
     distances[capacity - 1] = worst_;
   }
 
+  int32_t count() const { return count_; }
   float worst() const { return worst_; }
 
   // At equal distances the earlier one stays in front.
@@ -161,7 +162,8 @@ void searchInSpace(const KdView& tree, const float* query, NearestSet& set, void
 
 }  // namespace
 
-void searchNearest(const KdView& tree, const KdNearestCall& call, void* stack, int32_t isa) {
+int32_t searchNearest(const KdView& tree, const KdNearestCall& call, void* stack, int32_t isa) {
+  int32_t found = 0;
   for (int32_t i = 0; i < call.queryCount; ++i) {
     const float* const query = call.queries + ptrdiff_t{i} * tree.dimension;
     const ptrdiff_t row = ptrdiff_t{i} * call.k;
@@ -174,7 +176,9 @@ void searchNearest(const KdView& tree, const KdNearestCall& call, void* stack, i
     } else {
       searchInSpace<false>(tree, query, set, stack);
     }
+    found = set.count();
   }
+  return found;
 }
 
 }  // namespace dax

@@ -5,7 +5,7 @@
 
 namespace dax {
 
-// The nearest points of each of `queryCount` rows. The stack has 16 bytes for every point of the tree, in three
+// The nearest points of each of `queryCount` rows; returns how many were found for the last one. The stack has 16 bytes for every point of the tree, in three
 // dimensions 24.
 struct KdNearestCall {
   const float* queries;
@@ -14,7 +14,7 @@ struct KdNearestCall {
   uint32_t* indices;
   float* distances;
 };
-void searchNearest(const KdView& tree, const KdNearestCall& call, void* stack, int32_t isa);
+int32_t searchNearest(const KdView& tree, const KdNearestCall& call, void* stack, int32_t isa);
 
 // Number of neighbours that a search for k of them finds.
 inline int32_t nearestCount(const KdView& tree, int32_t k) {

@@ -43,7 +43,9 @@ TEST(KdTreeV2, InnerTreesAreAsExact) {
       ASSERT_LE(record.nodeCount, static_cast<uint32_t>(std::max(n, 100)));
       for (uint32_t i = 0; i < record.nodeCount; ++i) {
         const KdNode& node = record.nodes[i];
-        if (kind == PointKind::uniform && !node.first) { ASSERT_LE(node.hi - node.lo, 12u); }
+        if (kind == PointKind::uniform && !node.first) {
+          ASSERT_LE(node.hi - node.lo, 12u);
+        }
       }
       for (size_t q = 0; q < queries.size(); q += 3) {
         const std::vector<float> expected = oracle::sortedDistances(points, 3, &queries[q]);
