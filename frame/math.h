@@ -38,4 +38,34 @@ inline double atan2Exact(double y, double x) {
   return y < 0 ? -angle : angle;
 }
 
+struct SinCos {
+  double sine;
+  double cosine;
+};
+
+// Sine and cosine of |angle| <= 1e6 to about 1e-16: the angle less a multiple of pi/2, which is taken off in two parts,
+// the first with few enough bits that its product is exact; then the series.
+inline SinCos sinCosExact(double angle) {
+  constexpr double kHalfPiHigh = 0x1.921FB544p+0, kHalfPiLow = 0x1.0B4611A626331p-34;
+  const double turns = std::floor(angle / (std::numbers::pi / 2) + 0.5);
+  const double r = (angle - turns * kHalfPiHigh) - turns * kHalfPiLow;
+  const double s = r * r;
+  // clang-format off
+  const double sine = r * (1 + s * (-1.0 / 6 + s * (1.0 / 120 + s * (-1.0 / 5040 + s * (1.0 / 362880
+      + s * (-1.0 / 39916800 + s * (1.0 / 6227020800 + s * (-1.0 / 1307674368000))))))));
+  const double cosine = 1 + s * (-1.0 / 2 + s * (1.0 / 24 + s * (-1.0 / 720 + s * (1.0 / 40320
+      + s * (-1.0 / 3628800 + s * (1.0 / 479001600 + s * (-1.0 / 87178291200 + s * (1.0 / 20922789888000))))))));
+  // clang-format on
+  switch (static_cast<int>(turns) & 3) {
+    case 0:
+      return {sine, cosine};
+    case 1:
+      return {cosine, -sine};
+    case 2:
+      return {-sine, -cosine};
+    default:
+      return {-cosine, sine};
+  }
+}
+
 }  // namespace dax
