@@ -38,4 +38,36 @@ inline double atan2Exact(double y, double x) {
   return y < 0 ? -angle : angle;
 }
 
+struct SineCosine {
+  double sine;
+  double cosine;
+};
+
+// Sine and cosine for |angle| up to 1e6, each within 2e-16; beyond that the angle's own last digits tell. Reduced by the nearest
+// multiple of pi/2 in three parts, whose first two have 33 bits, so that their products are exact; then Taylor series.
+// Infinities and NaN give NaN.
+inline SineCosine sineCosine(double angle) {
+  if (!(std::fabs(angle) <= 1e6)) angle = std::fmod(angle, 2 * std::numbers::pi);
+  const double quarters = std::floor(angle * (2 / std::numbers::pi) + 0.5);
+  const double r =
+      ((angle - quarters * 1.5707963267341256) - quarters * 6.077100506303966e-11) - quarters * 2.0222662487959506e-21;
+  const double q = r * r;
+  const double sine =
+      r + r * q *
+              (-1.0 / 6 +
+               q * (1.0 / 120 +
+                    q * (-1.0 / 5040 + q * (1.0 / 362880 + q * (-1.0 / 39916800 + q * (1.0 / 6227020800 +
+                                                                                       q * (-1.0 / 1307674368000)))))));
+  const double cosine =
+      1 + q * (-0.5 + q * (1.0 / 24 +
+                           q * (-1.0 / 720 +
+                                q * (1.0 / 40320 + q * (-1.0 / 3628800 +
+                                                        q * (1.0 / 479001600 + q * (-1.0 / 87178291200 +
+                                                                                    q * (1.0 / 20922789888000))))))));
+  if (!(std::fabs(quarters) <= 1e6)) return {r - r, r - r};
+  const auto turn = static_cast<int>(quarters) & 3;
+  const double s = turn & 1 ? cosine : sine, c = turn & 1 ? sine : cosine;
+  return {turn & 2 ? -s : s, turn == 1 || turn == 2 ? -c : c};
+}
+
 }  // namespace dax
