@@ -47,7 +47,7 @@ class Hblk {
 };
 
 int32_t checkShape(int32_t n, int32_t m, const PrmtHblkShape& shape) {
-  DAX_REQUIRE(shape.countB == 0 || (shape.linkStart && shape.linkA), PRMT_STS_NULL_POINTER);
+  DAX_REQUIRE(shape.countB <= 0 || (shape.linkStart && shape.linkA), PRMT_STS_NULL_POINTER);
   DAX_REQUIRE(n >= 1 && m >= 1, PRMT_STS_BAD_PARAM);
   DAX_REQUIRE(shape.sizeA >= 1 && shape.sizeA <= 64 && shape.countA >= 1, PRMT_STS_BAD_PARAM);
   DAX_REQUIRE(shape.sizeB >= 1 && shape.sizeB <= 16 && shape.countB >= 0, PRMT_STS_BAD_PARAM);

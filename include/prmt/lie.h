@@ -5,7 +5,7 @@
  * of the groups; Log gives |w| <= pi. Update is what solvers need: the parameters are Log(X), the step is applied on the
  * right, Log(X) <- Log(X Exp(step)).
  *
- * Made of the basic operations and own sines and arc tangents: the same bits on every machine. Results are within 1e-15 of
+ * Made of the basic operations and own sines and arc tangents: the same bits on every machine. Results are within 2e-15 of
  * the true ones, relative to the largest element, for |w| <= 1000; Log within 1e-14. Matrices must be rotations to about
  * 1e-12. Outputs may be inputs. A null argument -> -21, else 0. Thread-safe. */
 #ifndef PRMT_LIE_H
