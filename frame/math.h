@@ -68,4 +68,11 @@ inline SinCos sinCosExact(double angle) {
   }
 }
 
+// The same for any angle: beyond 1e6 the angle's own last digits tell. Infinities and NaN give NaN.
+inline SinCos sinCosAny(double angle) {
+  if (!(std::fabs(angle) <= 1e6)) angle = std::fmod(angle, 2 * std::numbers::pi);
+  if (!(std::fabs(angle) <= 1e6)) return {angle - angle, angle - angle};
+  return sinCosExact(angle);
+}
+
 }  // namespace dax
