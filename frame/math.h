@@ -75,4 +75,30 @@ inline SinCos sinCosAny(double angle) {
   return sinCosExact(angle);
 }
 
+// e^x for |x| <= 700 to about 1e-16: x less a multiple of ln 2, then the series.
+inline double expExact(double x) {
+  constexpr double kLn2High = 0x1.62E42FEEp-1, kLn2Low = 0x1.A39EF35793C76p-33;
+  const double powers = std::floor(x / std::numbers::ln2 + 0.5);
+  const double r = (x - powers * kLn2High) - powers * kLn2Low;
+  double sum = 1;
+  for (int n = 14; n >= 1; --n) sum = 1 + r * sum / n;
+  return std::ldexp(sum, static_cast<int>(powers));
+}
+
+// The n-th root (n >= 1) of a finite value >= 0, to a few units of the last place: Newton's method, which falls towards
+// the root from the power of two above it.
+inline double rootExact(double value, int n) {
+  if (!(value > 0) || n == 1) return value;
+  int exponent;
+  std::frexp(value, &exponent);
+  double root = std::ldexp(1.0, exponent > 0 ? (exponent + n - 1) / n : exponent / n);
+  for (;;) {
+    double power = 1;
+    for (int i = 1; i < n; ++i) power *= root;
+    const double next = ((n - 1) * root + value / power) / n;
+    if (!(next < root)) return root;
+    root = next;
+  }
+}
+
 }  // namespace dax

@@ -1,0 +1,11 @@
+#include "measure/caliper_call.h"
+
+DAX_CALIPER_ANY_REGION(DAXI_CalipEdgeDetect, CaliperBox, CaliperEdgeCfg, CaliperEdgeResult)
+DAX_CALIPER_BOX_ONLY(DAXI_CalipEdgeDetect, CaliperEdgeCfg, CaliperEdgeResult)
+DAX_CALIPER_ANY_REGION(DAXI_CalipEdgeDetectRhomboid, CaliperRhomboid, CaliperEdgeCfg, CaliperEdgeResult)
+DAX_CALIPER_ANY_REGION(DAXI_CalipEdgeDetectAnnulus, CaliperAnnulus, CaliperEdgeCfg, CaliperEdgeResult)
+
+void _DAXI_CalipEdgeDetect_8u_C1R(const dax::CaliperImage<uint8_t>* image, const dax::CaliperGrid* grid,
+                                  const CaliperEdgeCfg* cfg, CaliperEdgeResult* result, void* buffer) {
+  dax::detect(*image, *grid, *cfg, *result, nullptr, buffer, dax::currentIsa());
+}
