@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cmath>
+#include <cstdint>
 #include <numbers>
 
 namespace dax {
@@ -36,6 +37,46 @@ inline double atan2Exact(double y, double x) {
   if (ay > ax) angle = std::numbers::pi / 2 - angle;
   if (x < 0) angle = std::numbers::pi - angle;
   return y < 0 ? -angle : angle;
+}
+
+struct SinCos {
+  double sine;
+  double cosine;
+};
+
+// Sine and cosine to about 1e-15, for |angle| up to some thousands: what is left of the nearest multiple of pi/2 by the
+// power series.
+constexpr SinCos sinCosExact(double angle) {
+  constexpr double kHalfPi = std::numbers::pi / 2, kHalfPiRest = 6.123233995736766e-17;
+  const double turns = angle / kHalfPi;
+  const auto quarter = static_cast<int64_t>(turns + (turns < 0 ? -0.5 : 0.5));
+  const double r = (angle - static_cast<double>(quarter) * kHalfPi) - static_cast<double>(quarter) * kHalfPiRest;
+  const double r2 = r * r;
+  double sine = 1, cosine = 1;
+  for (int k = 18; k >= 2; k -= 2) {
+    sine = 1 - sine * r2 / (k * (k + 1));
+    cosine = 1 - cosine * r2 / (k * (k - 1));
+  }
+  sine *= r;
+  switch (quarter & 3) {
+    case 0:
+      return {sine, cosine};
+    case 1:
+      return {cosine, -sine};
+    case 2:
+      return {-sine, -cosine};
+    default:
+      return {-cosine, sine};
+  }
+}
+
+// e^x for x in -40..0 to about 1e-15: the power series of x / 64, squared six times.
+constexpr double expExact(double x) {
+  const double part = x / 64;
+  double e = 1;
+  for (int k = 16; k >= 1; --k) e = 1 + e * part / k;
+  for (int k = 0; k < 6; ++k) e *= e;
+  return e;
 }
 
 }  // namespace dax
