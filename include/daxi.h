@@ -9,6 +9,7 @@
 #include "daxi/blob_select_v4.h"
 #include "daxi/check_data.h"
 #include "daxi/chessboard.h"
+#include "daxi/chessboard_hessian.h"
 #include "daxi/chessboard_subpix.h"
 #include "daxi/copy_border.h"
 #include "daxi/erode3x3.h"
