@@ -1,0 +1,11 @@
+/* Point clouds and range images. */
+#ifndef DAX3DPCL_H
+#define DAX3DPCL_H
+
+#include "dax3dpcl/cloud.h"
+#include "dax3dpcl/range_calib.h"
+#include "dax3dpcl/range_file.h"
+#include "dax3dpcl/range_record.h"
+#include "dax3dpcl/record_check.h"
+
+#endif
