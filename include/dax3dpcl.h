@@ -6,6 +6,9 @@
 #include "dax3dpcl/range_calib.h"
 #include "dax3dpcl/range_file.h"
 #include "dax3dpcl/range_record.h"
+#include "dax3dpcl/range_to_xyz.h"
 #include "dax3dpcl/record_check.h"
+#include "dax3dpcl/speckle.h"
+#include "dax3dpcl/voxel_grid.h"
 
 #endif
