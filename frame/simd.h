@@ -29,6 +29,17 @@ inline float32x4x4_t transposed(const float32x4x4_t& v) {
   return {{vzip1q_f32(a, b), vzip2q_f32(a, b), vzip1q_f32(c, d), vzip2q_f32(c, d)}};
 }
 
+// The 64 bits of four blocks of flags, each byte 0 or 255: a byte keeps the bit of its place among eight, and three
+// rounds of pairwise sums gather eight bytes in one.
+inline uint64_t gatherBits(uint8x16_t a, uint8x16_t b, uint8x16_t c, uint8x16_t d) {
+  constexpr uint8_t kPlaces[16] = {1, 2, 4, 8, 16, 32, 64, 128, 1, 2, 4, 8, 16, 32, 64, 128};
+  const uint8x16_t places = vld1q_u8(kPlaces);
+  const uint8x16_t low = vpaddq_u8(vandq_u8(a, places), vandq_u8(b, places));
+  const uint8x16_t high = vpaddq_u8(vandq_u8(c, places), vandq_u8(d, places));
+  const uint8x16_t all = vpaddq_u8(low, high);
+  return vgetq_lane_u64(vreinterpretq_u64_u8(vpaddq_u8(all, all)), 0);
+}
+
 }  // namespace dax
 
 #if !defined(__aarch64__)
