@@ -11,6 +11,7 @@
 #include "daxi/copy_border.h"
 #include "daxi/erode3x3.h"
 #include "daxi/filter_box.h"
+#include "daxi/filter_mean.h"
 #include "daxi/filter_median3x3.h"
 #include "daxi/region.h"
 #include "daxi/threshold.h"
