@@ -119,31 +119,27 @@ uint32_t slide(const Column* enter, const Column* leave, int32_t n, uint32_t sum
   return sum;
 }
 
-// Column sums with those outside the row on either side: one that never counts, `before` ones, `width`, `after` ones.
+// Column sums of a row or a part of it, with those that windows reach beyond it on either side: one that the first
+// window does not count any more, `before` ones, `width`, `after` ones.
 template <class Column>
 struct ExtendedColumns {
   Column* first;
   int32_t width;
   WindowReach reach;
 
-  static int64_t count(int32_t width, int32_t mask) { return int64_t{width} + mask; }
-
   Column* columns() const { return first + 1 + reach.before; }
 
   void clear() const { std::fill_n(first, 1 + reach.before + int64_t{width} + reach.after, Column{}); }
 
-  void mirror() const {
-    reverseRun(columns() - reach.before, columns(), reach.before);
-    reverseRun(columns() + width, columns() + width - reach.after, reach.after);
-  }
+  void mirrorLeft() const { reverseRun(columns() - reach.before, columns(), reach.before); }
+  void mirrorRight() const { reverseRun(columns() + width, columns() + width - reach.after, reach.after); }
 
   // Gives the sums around columns 0..width - 1 to `store`.
   template <class Store>
   void slide(const Store& store) const {
     const int32_t mask = reach.before + 1 + reach.after;
     uint32_t sum = 0;
-    for (int32_t i = 1; i < mask; ++i) sum += first[i];
-    first[0] = 0;
+    for (int32_t i = 0; i < mask; ++i) sum += first[i];
     neon::slide(first + mask, first, width, sum, store);
   }
 };
