@@ -16,6 +16,7 @@
 #include "daxi/copy_border.h"
 #include "daxi/erode3x3.h"
 #include "daxi/filter_box.h"
+#include "daxi/filter_mean.h"
 #include "daxi/filter_median3x3.h"
 #include "daxi/line_fit.h"
 #include "daxi/point.h"

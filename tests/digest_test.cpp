@@ -92,6 +92,31 @@ TEST(Digests, FilterBox) {
   EXPECT_EQ(digest.value(), 0xF1EAF9B45932609Eu);
 }
 
+TEST(Digests, FilterMean) {
+  std::vector<double> buffer(302 * 204);
+  Digest digest;
+  const auto add = [&]<class T>(DaxStatus (*mean)(const T*, int32_t, T*, int32_t, DaxiSize, DaxiSize, void*)) {
+    TestImage<T> src({301, 203}), dst(src.size());
+    Random random(8);
+    src.fill([&](int32_t, int32_t) { return T(random.below(256)) / T(3); });
+    for (const DaxiSize mask : {DaxiSize{3, 3}, {16, 5}, {201, 101}}) {
+      ASSERT_EQ(mean(src.data(), src.step(), dst.data(), dst.step(), src.size(), mask, buffer.data()), DAX_STS_OK);
+      digest.add(dst);
+    }
+  };
+  add(DAXI_FilterMean_8u_C1R);
+  add(DAXI_FilterMean_16u_C1R);
+  add(DAXI_FilterMean_16s_C1R);
+  add(DAXI_FilterMean_32f_C1R);
+  add(DAXI_FilterMean_64f_C1R);
+  add(DAXI_FilterMeanInt_8u_C1R);
+  add(DAXI_FilterMeanInt_16u_C1R);
+  add(DAXI_FilterMeanInt_16s_C1R);
+  add(DAXI_FilterMeanInt_32f_C1R);
+  add(DAXI_FilterMeanInt_64f_C1R);
+  EXPECT_EQ(digest.value(), 0xAC16227DB9AC0895u);
+}
+
 TEST(Digests, FilterMedian) {
   Digest digest;
   const auto add = [&]<class T>(DaxStatus (*median)(const T*, int32_t, T*, int32_t, DaxiSize)) {
