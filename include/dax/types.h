@@ -10,12 +10,6 @@ typedef struct DaxiSize {
   int32_t height;
 } DaxiSize;
 
-/* A point in pixels; pixel centres lie at integer coordinates. */
-typedef struct DaxiPoint32f {
-  float x;
-  float y;
-} DaxiPoint32f;
-
 /* One pixel of a 32fc image. */
 typedef struct DaxComplex32f {
   float re;

@@ -12,6 +12,7 @@
 
 #include "../dax/status.h"
 #include "../dax/types.h"
+#include "point.h"
 
 DAX_BEGIN_DECLS
 
