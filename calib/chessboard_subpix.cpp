@@ -36,7 +36,7 @@ struct Source {
 // exp(-i^2 / half^2) for i = -half..half, then zeros.
 void fillWeights(float* weights, int32_t half) {
   for (int32_t i = -half; i <= half; ++i) {
-    weights[i + half] = static_cast<float>(expExact(-static_cast<double>(i * i) / (half * half)));
+    weights[i + half] = static_cast<float>(expOfTable(-static_cast<double>(i * i) / (half * half)));
   }
   std::fill(weights + 2 * half + 1, weights + kWindowRow, 0.0f);
 }

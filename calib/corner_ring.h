@@ -4,6 +4,7 @@
 #include <cstdint>
 
 #include "dax/types.h"
+#include "daxi/point.h"
 
 namespace dax {
 

@@ -18,7 +18,7 @@ constexpr std::array<float, kRadius + 1> kWeights = [] {
   std::array<double, kRadius + 1> w{};
   double sum = 0;
   for (size_t i = 0; i <= kRadius; ++i) {
-    w[i] = expExact(-static_cast<double>(i * i) / (2 * kSigma * kSigma));
+    w[i] = expOfTable(-static_cast<double>(i * i) / (2 * kSigma * kSigma));
     sum += i == 0 ? w[i] : 2 * w[i];
   }
   std::array<float, kRadius + 1> weights{};
