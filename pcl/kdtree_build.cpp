@@ -25,7 +25,7 @@ RowKernels rowKernels([[maybe_unused]] int32_t d, [[maybe_unused]] int32_t isa) 
   return {portable::exactBox, portable::axisExtent, portable::countCut};
 }
 
-// Boxes go by the numbers of their nodes. Children come together and behind their parent; so in the order of falling
+// Boxes go by the numbers of their nodes. Children come side by side and behind their parent; so in the order of falling
 // numbers exact boxes are made from the leaves up.
 class Builder {
  public:

@@ -12,14 +12,42 @@
 namespace dax {
 namespace {
 
+// The nearest point so far.
+class NearestOne {
+ public:
+  NearestOne(const KdNearestCall& call, int32_t row)
+      : storedIndex_(call.indices + row), storedDistance_(call.distances + row) {}
+  int32_t count() const { return found_ ? 1 : 0; }
+  float worst() const { return distance_; }
+  void offer(uint32_t index, float distance) {
+    if (!(distance < distance_)) return;
+    found_ = true;
+    index_ = index;
+    distance_ = distance;
+  }
+  void store() const {
+    *storedIndex_ = index_;
+    *storedDistance_ = distance_;
+  }
+
+ private:
+  uint32_t* storedIndex_;
+  float* storedDistance_;
+  bool found_ = false;
+  uint32_t index_ = 0;
+  float distance_ = FLT_MAX;
+};
+
 // The neighbours found so far, in ascending order, in the caller's arrays.
 class NearestSet {
  public:
-  NearestSet(uint32_t* indices, float* distances, int32_t capacity)
-      : indices_(indices), distances_(distances), capacity_(capacity) {
-    std::memset(indices, 0, sizeof(uint32_t) * static_cast<size_t>(capacity));
-    std::memset(distances, 0, sizeof(float) * static_cast<size_t>(capacity));
-    distances[capacity - 1] = worst_;
+  NearestSet(const KdNearestCall& call, int32_t row)
+      : indices_(call.indices + ptrdiff_t{row} * call.k),
+        distances_(call.distances + ptrdiff_t{row} * call.k),
+        capacity_(call.k) {
+    std::memset(indices_, 0, sizeof(uint32_t) * static_cast<size_t>(capacity_));
+    std::memset(distances_, 0, sizeof(float) * static_cast<size_t>(capacity_));
+    distances_[capacity_ - 1] = worst_;
   }
 
   int32_t count() const { return count_; }
@@ -37,6 +65,7 @@ class NearestSet {
     indices_[i] = index;
     worst_ = distances_[capacity_ - 1];
   }
+  void store() const {}
 
  private:
   uint32_t* indices_;
@@ -134,51 +163,62 @@ class NearestAnywhere {
 };
 
 // One query in three dimensions.
-template <bool kNeon>
+template <bool kNeon, class Set>
 struct NearestInSpace {
-  const KdView& tree;
+  const float* points;
+  const uint32_t* index;
   const float* query;
-  NearestSet& set;
+  Set& set;
 
   bool reaches(float bound) const { return bound < set.worst(); }
   float limit() const { return set.worst(); }
   bool take(uint32_t position, float distance) {
-    set.offer(tree.index[position], distance);
+    set.offer(index[position], distance);
     return true;
   }
   bool leaf(uint32_t lo, uint32_t hi) {
 #if DAX_HAVE_NEON
-    if (kNeon) return neon::scanLeaf(tree.points, lo, hi, query, *this);
+    if (kNeon) return neon::scanLeaf(points, lo, hi, query, *this);
 #endif
-    return portable::scanLeaf(tree.points, lo, hi, query, *this);
+    return portable::scanLeaf(points, lo, hi, query, *this);
   }
 };
 
+template <bool kNeon, class Set>
+int32_t searchInSpace(const KdView& tree, const KdNearestCall& call, void* stack) {
+  int32_t found = 0;
+  const float* query = call.queries;
+  for (int32_t i = 0; i < call.queryCount; ++i, query += 3) {
+    Set set(call, i);
+    NearestInSpace<kNeon, Set> visitor{tree.points, tree.index, query, set};
+    walk(wholeTree(tree, query), query, static_cast<KdPending*>(stack), visitor);
+    set.store();
+    found = set.count();
+  }
+  return found;
+}
+
 template <bool kNeon>
-void searchInSpace(const KdView& tree, const float* query, NearestSet& set, void* stack) {
-  NearestInSpace<kNeon> visitor{tree, query, set};
-  walk(wholeTree(tree, query), query, static_cast<KdPending*>(stack), visitor);
+int32_t searchInSpace(const KdView& tree, const KdNearestCall& call, void* stack) {
+  if (call.k == 1) return searchInSpace<kNeon, NearestOne>(tree, call, stack);
+  return searchInSpace<kNeon, NearestSet>(tree, call, stack);
+}
+
+int32_t searchAnywhere(const KdView& tree, const KdNearestCall& call, void* stack) {
+  int32_t found = 0;
+  for (int32_t i = 0; i < call.queryCount; ++i) {
+    NearestSet set(call, i);
+    if (tree.root) NearestAnywhere(tree, stack, call.queries + ptrdiff_t{i} * tree.dimension, set).search();
+    found = set.count();
+  }
+  return found;
 }
 
 }  // namespace
 
 int32_t searchNearest(const KdView& tree, const KdNearestCall& call, void* stack, int32_t isa) {
-  int32_t found = 0;
-  for (int32_t i = 0; i < call.queryCount; ++i) {
-    const float* const query = call.queries + ptrdiff_t{i} * tree.dimension;
-    const ptrdiff_t row = ptrdiff_t{i} * call.k;
-    NearestSet set(call.indices + row, call.distances + row, call.k);
-    if (!tree.root) continue;
-    if (tree.dimension != 3) {
-      NearestAnywhere(tree, stack, query, set).search();
-    } else if (usesNeon(isa)) {
-      searchInSpace<true>(tree, query, set, stack);
-    } else {
-      searchInSpace<false>(tree, query, set, stack);
-    }
-    found = set.count();
-  }
-  return found;
+  if (!tree.root || tree.dimension != 3) return searchAnywhere(tree, call, stack);
+  return usesNeon(isa) ? searchInSpace<true>(tree, call, stack) : searchInSpace<false>(tree, call, stack);
 }
 
 }  // namespace dax

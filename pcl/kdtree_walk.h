@@ -13,10 +13,10 @@ struct KdPending {
 };
 static_assert(sizeof(KdPending) == 24);
 
-// The whole tree, seen from a query of three coordinates; absent axes are 0.
-inline KdPending wholeTree(const KdView& tree, const float* query) {
+// The whole tree, seen from a query in its first axes, up to three; absent ones are 0.
+inline KdPending wholeTree(const KdView& tree, const float* query, int32_t axes = 3) {
   KdPending whole{tree.root, 0, {0, 0, 0}};
-  for (int32_t a = 0; a < std::min(tree.dimension, 3); ++a) {
+  for (int32_t a = 0; a < axes; ++a) {
     whole.axes[a] = axisDistance(query[a], tree.rootBox + 2 * a);
     whole.bound += whole.axes[a];
   }
@@ -37,19 +37,22 @@ void walk(KdPending at, const float* query, KdPending* stack, Visitor& visitor) 
         node = node->first;
         continue;
       }
+      const KdNode* const first = node->first;
+      const KdNode* const second = node->second;
       const float toFirst = query[axis] - node->lowBound, toSecond = query[axis] - node->highBound;
       const bool firstIsNear = toFirst + toSecond < 0;
+      const KdNode* const far = firstIsNear ? second : first;
       const float toFar = firstIsNear ? toSecond : toFirst;
+      node = firstIsNear ? first : second;
       const float cut = toFar * toFar;
       const float farBound = at.bound + cut - at.axes[axis];
       if (visitor.reaches(farBound)) {
         *top = at;
-        top->node = firstIsNear ? node->second : node->first;
+        top->node = far;
         top->bound = farBound;
         top->axes[axis] = cut;
         ++top;
       }
-      node = firstIsNear ? node->first : node->second;
     }
     if (!visitor.leaf(node->lo, node->hi)) return;
     do {

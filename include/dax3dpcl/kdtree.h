@@ -29,7 +29,7 @@ typedef struct DAX3DPCL_KDTREE_NODE {
   float lowBound;  /* largest coordinate along the axis in the first child */
   float highBound; /* smallest coordinate along the axis in the second child */
   struct DAX3DPCL_KDTREE_NODE* first;
-  struct DAX3DPCL_KDTREE_NODE* second;
+  struct DAX3DPCL_KDTREE_NODE* second; /* follows the first in memory */
 } DAX3DPCL_KDTREE_NODE;
 
 typedef struct DAX3DPCL_KDTREE {
