@@ -12,7 +12,8 @@ constexpr int32_t kNone = -1;
 // variable's list holds the elements that it belongs to and then its neighbours that no element covers; an element's list
 // its variables. Variables that cannot be told apart are merged, elements inside others absorbed; both leave the graph.
 struct Quotient {
-  Quotient(Arena& arena, int32_t nodes, int32_t columns, uint64_t adjacent) {
+  Quotient(Arena& arena, int32_t nodes, int32_t columns, uint64_t adjacent)
+      : room(adjacent + static_cast<uint64_t>(nodes)) {
     const auto n = static_cast<uint64_t>(nodes);
     start = arena.borrow<int64_t>(n);
     mark = arena.borrow<int64_t>(n);
@@ -21,25 +22,24 @@ struct Quotient {
       *each = arena.borrow<int32_t>(n);
     }
     head = arena.borrow<int32_t>(static_cast<uint64_t>(columns) + 1);
-    room = adjacent + n;
     lists = arena.borrow<int32_t>(room);
   }
 
-  int64_t* start;     // of the node's list
-  int64_t* mark;      // of elements: see countOutside(); 0: no element of the graph
-  int64_t* seen;      // of nodes in the list that others are compared with: the tag
-  int32_t* length;    // of the list
-  int32_t* elements;  // how many of a variable's list are elements
-  int32_t* weight;    // columns of a variable; 0: left the graph; negative: in the clique being made
-  int32_t* degree;    // of a variable about the weight of its neighbours, of an element that of its variables
-  int32_t* next;      // variables of one degree, or of one hash value
-  int32_t* previous;
-  int32_t* chain;   // nodes that are eliminated together with this one
-  int32_t* tail;    // end of the chain
-  int32_t* bucket;  // first variable of each hash value
-  int32_t* alive;   // scratch
-  int32_t* head;    // first variable of each degree
-  int32_t* lists;
+  int64_t* start = nullptr;     // of the node's list
+  int64_t* mark = nullptr;      // of elements: see countOutside(); 0: no element of the graph
+  int64_t* seen = nullptr;      // of nodes in the list that others are compared with: the tag
+  int32_t* length = nullptr;    // of the list
+  int32_t* elements = nullptr;  // how many of a variable's list are elements
+  int32_t* weight = nullptr;    // columns of a variable; 0: left the graph; negative: in the clique being made
+  int32_t* degree = nullptr;    // of a variable about the weight of its neighbours, of an element that of its variables
+  int32_t* next = nullptr;      // variables of one degree, or of one hash value
+  int32_t* previous = nullptr;
+  int32_t* chain = nullptr;   // nodes that are eliminated together with this one
+  int32_t* tail = nullptr;    // end of the chain
+  int32_t* bucket = nullptr;  // first variable of each hash value
+  int32_t* alive = nullptr;   // scratch
+  int32_t* head = nullptr;    // first variable of each degree
+  int32_t* lists = nullptr;
   uint64_t room;
 };
 
