@@ -147,7 +147,7 @@ void _DAXI_CaliperBoxCopyBLV1_16s_C1R(const dax::CaliperImage<int16_t>* image, c
 void DAXI_CalipEdgeDetect_RhomboidCopyBL_8u_C1R(const dax::CaliperImage<uint8_t>* image, const dax::CaliperGrid* grid,
                                                 int32_t firstRow, int32_t rows, uint16_t* patch, uint8_t* valid,
                                                 int32_t isa);
-// One sample, at a position in 1/4096 pixel inside the image.
+// One sample, at a position in 1/2048 pixel inside the image.
 uint16_t DAXI_CalipEdgeDetectAnnulus_bl_interp(const dax::CaliperImage<uint8_t>* image, int64_t x, int64_t y);
 // Samples and projects the rows.
 void DAXI_CalipEdgeDetectAnnulus_projection(const dax::CaliperImage<uint8_t>* image, const dax::CaliperGrid* grid,
@@ -206,7 +206,8 @@ void DAXI_CalipEdgePair_heap_adjust_descend_32f(CaliperEdgePair* pairs, int32_t 
 // Sorts a heap, best first.
 void DAXI_CalipEdgePairDetect_rank_criterion(dax::CaliperPairHeap* heap);
 
-// Measures with the instruction set of the processor.
+// A single 8-bit region: its signal, copied to `profile` unless that is null, and its edges.
 void _DAXI_CalipEdgeDetect_8u_C1R(const dax::CaliperImage<uint8_t>* image, const dax::CaliperGrid* grid,
-                                  const CaliperEdgeCfg* cfg, CaliperEdgeResult* result, void* buffer);
+                                  const CaliperEdgeCfg* cfg, CaliperEdgeResult* result, CaliperProfile* profile,
+                                  void* buffer, int32_t isa);
 }

@@ -127,11 +127,22 @@ void detect(const CaliperImage<T>& image, const CaliperGrid& grid, const Cfg& cf
   extract(signal, grid, cfg, result, at, buffer);
 }
 
+// The worker of a call; that of 8-bit images and single edges has a name of its own.
+template <class T, class Cfg, class Result>
+void runWorker(const CaliperImage<T>& image, const CaliperGrid& grid, const Cfg& cfg, Result& result,
+               CaliperProfile* profile, void* buffer, int32_t isa) {
+  if constexpr (std::is_same_v<T, uint8_t> && std::is_same_v<Cfg, CaliperEdgeCfg>) {
+    _DAXI_CalipEdgeDetect_8u_C1R(&image, &grid, &cfg, &result, profile, buffer, isa);
+  } else {
+    detect(image, grid, cfg, result, profile, buffer, isa);
+  }
+}
+
 template <class Call>
 DaxStatus detectOne(const Call& call) {
   DAX_REQUIRE_OK(checkCall(call));
   const CaliperGrid grid = gridOf(*call.regions, call.cfg->projection);
-  detect(call.image, grid, *call.cfg, *call.results, call.profile, call.buffer, call.isa());
+  runWorker(call.image, grid, *call.cfg, *call.results, call.profile, call.buffer, call.isa());
   return DAX_STS_OK;
 }
 
@@ -142,7 +153,7 @@ DaxStatus detectMany(const Call& call, uint32_t threads, void* pool) {
   const auto run = [&](int32_t first, int32_t end, void* slice) {
     for (int32_t i = first; i < end; ++i) {
       const CaliperGrid grid = gridOf(call.regions[i], call.cfg->projection);
-      detect(call.image, grid, *call.cfg, call.results[i], nullptr, slice, isa);
+      runWorker(call.image, grid, *call.cfg, call.results[i], nullptr, slice, isa);
     }
   };
   if (!hasPool(pool, threads) || call.count < 2) {

@@ -16,7 +16,7 @@ inline uint16x8_t interpolate(uint16x8_t top, uint16x8_t bottom, uint16x8_t fx, 
     return vmlal_u16(vmull_u16(vand_u16(pixels, lowByte), left), vshr_n_u16(pixels, 8), right);
   };
   const auto down = [](uint32x4_t above, uint32x4_t below, uint16x4_t up, uint16x4_t lower) {
-    return vrshrn_n_u32(vmlaq_u32(vmulq_u32(above, vmovl_u16(up)), below, vmovl_u16(lower)), 16);
+    return vrshrn_n_u32(vmlaq_u32(vmulq_u32(above, vmovl_u16(up)), below, vmovl_u16(lower)), kRoundingBits);
   };
   const auto half = [&](uint16x4_t t, uint16x4_t b, uint16x4_t x0, uint16x4_t x1, uint16x4_t y0, uint16x4_t y1) {
     const uint16x4_t lowByte = vget_low_u16(low);

@@ -9,8 +9,9 @@
 
 namespace dax {
 
-constexpr int kTrackBits = 30;     // fraction bits of a position on its way along a row
-constexpr int kPositionBits = 12;  // of a sample's position, and so of its weights
+constexpr int kTrackBits = 30;                        // fraction bits of a position on its way along a row
+constexpr int kPositionBits = 11;                     // of a sample's position, and so of its weights
+constexpr int kRoundingBits = 2 * kPositionBits - 8;  // 8-bit pixels and both weights together are 30 bits
 constexpr int32_t kOnePixel = 1 << kPositionBits;
 
 // Positions along a row, in 2^-30 pixel, half a position's unit added so that they are rounded by a shift.
@@ -50,14 +51,14 @@ inline SamplePlace placeOf(const SampleTrack& track, int32_t j, DaxiSize size) {
 
 template <class T>
 CaliperSample<T> interpolate(const T* pixels, int32_t step, const SamplePlace& at) {
-  // 8 + 12 + 12 bits fit without a sign.
   using Weight = std::conditional_t<std::is_same_v<T, uint8_t>, uint32_t, int64_t>;
   const T* const row0 = pixels + at.y0 * step;
   const T* const row1 = pixels + at.y1() * step;
   const auto wx = static_cast<Weight>(at.fx), wy = static_cast<Weight>(at.fy);
   const Weight top = row0[at.x0] * (kOnePixel - wx) + row0[at.x1()] * wx;
   const Weight bottom = row1[at.x0] * (kOnePixel - wx) + row1[at.x1()] * wx;
-  return static_cast<CaliperSample<T>>((top * (kOnePixel - wy) + bottom * wy + (1 << 15)) >> 16);
+  return static_cast<CaliperSample<T>>((top * (kOnePixel - wy) + bottom * wy + (1 << (kRoundingBits - 1))) >>
+                                       kRoundingBits);
 }
 
 template <class T>

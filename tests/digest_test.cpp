@@ -133,6 +133,71 @@ TEST(Digests, FilterMedian) {
   EXPECT_EQ(digest.value(), 0x62584CBCF12CC33Du);
 }
 
+TEST(Digests, Calipers) {
+  const Image image = hills({301, 203}, 7);
+  CaliperEdgePairCfg pairs = {};
+  pairs.polarity = 3, pairs.maxPairs = 100, pairs.threshold = 1, pairs.scoreFlags = 0x3FF, pairs.expectedWidth = 9;
+  for (CaliperCriterion* c = &pairs.contrast; c <= &pairs.gray; ++c) *c = {0, -5, 3, 40, 0.3f, 0.9f};
+  CaliperEdgeCfg edges = {};
+  edges.polarity = 3, edges.maxEdges = 100, edges.threshold = 1, edges.scoreFlags = 0x207;
+  for (CaliperCriterion* c = &edges.contrast; c <= &edges.gray; ++c) *c = {1, 3, 60, 250, 0.3f, 0.9f};
+  std::vector<double> buffer(1 << 16);
+  std::vector<CaliperEdge> foundEdges(100);
+  std::vector<CaliperEdgePair> foundPairs(100);
+  std::vector<DaxiPoint32f> points(200);
+  CaliperEdgeResult edgeResult = {foundEdges.data(), points.data(), 0};
+  CaliperEdgePairResult pairResult = {foundPairs.data(), points.data(), 0};
+  int32_t found = 0;
+  Digest digest;
+  const auto measure = [&](auto* detect, auto* detectPairs, const auto& region) {
+    for (uint32_t i = 0; i < 6; ++i) {
+      edges.projection = pairs.projection = i % 2;
+      edges.filterHalfWidth = pairs.filterHalfWidth = 1 + 4 * i;
+      ASSERT_EQ(detect(image.data(), image.step(), image.size(), &region, &edges, &edgeResult, buffer.data()),
+                DAX_STS_OK);
+      found += edgeResult.count + pairResult.count;
+      digest.add(edgeResult.edges, static_cast<size_t>(edgeResult.count) * sizeof(CaliperEdge));
+      digest.add(edgeResult.points, static_cast<size_t>(edgeResult.count) * sizeof(DaxiPoint32f));
+      ASSERT_EQ(detectPairs(image.data(), image.step(), image.size(), &region, &pairs, &pairResult, buffer.data()),
+                DAX_STS_OK);
+      digest.add(pairResult.pairs, static_cast<size_t>(pairResult.count) * sizeof(CaliperEdgePair));
+    }
+  };
+  for (int i = 0; i < 20; ++i) {
+    const float angle = -3.1f + 0.31f * static_cast<float>(i), x = 20.3f + 13.0f * static_cast<float>(i);
+    measure(DAXI_CalipEdgeDetect_8u_C1R, DAXI_CalipEdgePairDetect_8u_C1R, CaliperBox{x, 99.7f, 150, 120.4f, angle});
+    measure(DAXI_CalipEdgeDetectRhomboid_8u_C1R, DAXI_CalipEdgePairDetectRhomboid_8u_C1R,
+            CaliperRhomboid{x, 99.7f, 150, 120.4f, angle, angle > 2 ? 0.1f : angle + 1});
+    measure(DAXI_CalipEdgeDetectAnnulus_8u_C1R, DAXI_CalipEdgePairDetectAnnulus_8u_C1R,
+            CaliperAnnulus{x, 99.7f, 12.3f, 140, angle, 1.5f});
+  }
+  EXPECT_GT(found, 5000);
+  EXPECT_EQ(digest.value(), 0x4EB71ABBFA4E90CEu);
+}
+
+TEST(Digests, LineFit) {
+  Random random(8);
+  std::vector<DaxiPoint32f> points;
+  for (int i = 0; i < 400; ++i) {
+    const auto x = static_cast<float>(random.below(60000)) / 100, noise = static_cast<float>(random.below(200)) / 100;
+    points.push_back({x, i % 4 ? 300 - 0.4f * x + noise : static_cast<float>(random.below(400))});
+  }
+  std::vector<double> buffer(4000);
+  std::vector<uint8_t> inliers(400);
+  std::vector<float> weights(400);
+  Digest digest;
+  for (int32_t i = 0; i < 18; ++i) {
+    const LineFitCfg cfg = {1 + i % 3, 1 + i / 3 % 3, 30, 100, 4, static_cast<uint32_t>(i / 9), -0.4f, 0.3f};
+    DaxiLine line;
+    float rms;
+    ASSERT_EQ(
+        DAXI_LineFitRegre_32f(points.data(), 400, &cfg, &line, inliers.data(), weights.data(), &rms, buffer.data()),
+        DAX_STS_OK);
+    digest.add(&line, sizeof line).add(&rms, sizeof rms).add(inliers.data(), 400).add(weights.data(), 1600);
+  }
+  EXPECT_EQ(digest.value(), 0x8FC811A2D494C715u);
+}
+
 TEST(Digests, Threshold) {
   const Image src = hills({301, 203}, 2);
   Digest digest;

@@ -16,7 +16,7 @@
  * k - height' / 2, its columns j at j - (width' - 1) / 2. So in an annulus projection 1 searches radially, 0 along the
  * arc. n is the length of the profile.
  *
- * Samples are bilinear, at positions rounded to 1/4096 pixel and moved into the image where they lie outside (which
+ * Samples are bilinear, at positions rounded to 1/2048 pixel and moved into the image where they lie outside (which
  * repeats the edge pixels); values are rounded to 1/256 grey level. A position on the profile is in pixels from the
  * centre, and its image point centre + position * direction; in an annulus it is radius - mean radius, or the length of
  * the arc at the mean radius.

@@ -17,8 +17,8 @@ Gray noise(DaxiSize size, uint64_t seed, int32_t padding = 0, Guard guard = Guar
   return image;
 }
 
-// Positions are rounded to 1/4096 and values to 1/256, across differences of up to 255.
-constexpr double kMostError = 0.07;
+// Positions are rounded to 1/2048 and values to 1/256, across differences of up to 255.
+constexpr double kMostError = 0.13;
 
 template <class Region>
 void checkProfile(const Gray& image, const Region& region) {
