@@ -75,13 +75,14 @@ void clearSpeckles(const SpeckleRegions& regions, DaxiSize size, T* dst, DAX3DPC
                    uint32_t maxSize, T invalid) {
   const int64_t width = size.width, pixels = width * size.height;
   const int64_t first = start.y * width, last = end.y * width;
+  int64_t row = 0;
   for (uint32_t run = 0; run < regions.count() && regions.start(run) < last; ++run) {
     const int64_t begin = regions.start(run);
+    while (begin >= row + width) row += width;
     if (begin < first || regions.regionSize(run) > maxSize) continue;
     const int64_t next = run + 1 < regions.count() ? regions.start(run + 1) : pixels;
-    const int64_t row = begin / width * width;
     const int64_t from = std::max(begin, row + start.x), to = std::min(next, row + end.x);
-    if (from < to) std::fill(dst + from, dst + to, invalid);
+    for (int64_t i = from; i < to; ++i) dst[i] = invalid;
   }
 }
 
