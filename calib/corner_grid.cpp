@@ -8,8 +8,8 @@
 namespace dax {
 namespace {
 
-constexpr float kAlongCosine = 0.97f;  // of the angle between an edge and the way to the next corner: 14 degrees
-constexpr float kSameLine = 0.94f;     // of the angle between that way and the next corner's edge: 20 degrees
+constexpr float kAlongCosine = 0.93f;  // of the angle between an edge and the way to the next corner: 21 degrees
+constexpr float kSameLine = 0.9f;      // of the angle between that way and the next corner's edge: 26 degrees
 constexpr float kUnlikeSteps = 2.2f;   // ratio of the distances to opposite neighbours
 constexpr int32_t kLeastComponent = 4;
 constexpr int32_t kMostRounds = 64;  // of growth

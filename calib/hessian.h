@@ -24,7 +24,7 @@ struct LocateBuffer {
   BufferPiece<float> smooth;
   BufferPiece<float> response;
   BufferPiece<uint8_t> gauss;
-  BufferPiece<int32_t> near;  // index of a corner found in each block of 4 x 4 pixels, -1: none
+  BufferPiece<int32_t> near;
 };
 
 // Images of a locator's work buffer, filled.

@@ -5,6 +5,7 @@
 
 #include "calib/corner_ring.h"
 #include "calib/hessian.h"
+#include "calib/local_maxima.h"
 #include "frame/math.h"
 #include "frame/rows.h"
 #include "frame/vector4.h"
@@ -19,8 +20,6 @@ constexpr double kRingRadius = 1.6;  // of the suppression's
 constexpr int32_t kRingSamples = 17;
 constexpr float kLeastContrast = 10, kLeastProbedContrast = 6;
 constexpr float kEdgeScale = 3;
-constexpr int32_t kNearBlock = 4;
-constexpr float kSamePlace = 3;
 constexpr float kFarthest = 3;  // from the pixel where the search for the saddle begins
 // Probing: how far off, how weak and how turned a corner may be, by its neighbour.
 constexpr float kProbedOffset = 0.3f, kProbedResponse = 0.1f, kProbedCosine = 0.94f;
@@ -63,67 +62,6 @@ float fillResponse(const float* smooth, float* response, DaxiSize size) {
   for (int32_t i = 0; i < 4; ++i) least = std::min(least, least4[i]);
   return std::fabs(least * kThresholdFraction);
 }
-
-// Calls visit(x, y) for the greatest responses of blocks.
-template <class Visit>
-void forEachMaximum(const float* response, DaxiSize size, int32_t r, float threshold, Visit visit) {
-  const auto isGreatest = [&](int32_t x, int32_t y, float value) {
-    for (int32_t v = y - r; v < y + r; ++v) {
-      const float* const row = rowAt(response, size.width, v);
-      if (std::any_of(row + x - r, row + x + r, [value](float other) { return other > value; })) return false;
-    }
-    return true;
-  };
-  for (int32_t top = 2 * r; top < size.height - 2 * r; top += r + 1) {
-    for (int32_t left = 2 * r; left < size.width - 2 * r; left += r + 1) {
-      float greatest = threshold;
-      int32_t x = -1, y = -1;
-      for (int32_t v = top; v <= top + r; ++v) {
-        const float* const row = rowAt(response, size.width, v);
-        for (int32_t u = left; u <= left + r; ++u) {
-          if (row[u] > greatest) greatest = row[u], x = u, y = v;
-        }
-      }
-      if (x >= 0 && isGreatest(x, y, greatest)) visit(x, y);
-    }
-  }
-}
-
-// Where corners are already.
-class NearMap {
- public:
-  NearMap(int32_t* blocks, DaxiSize size, const CheckerboardCorner* corners)
-      : blocks_(blocks), columns_(size.width / kNearBlock + 1), rows_(size.height / kNearBlock + 1), corners_(corners) {
-    std::fill_n(blocks, ptrdiff_t{columns_} * rows_, -1);
-  }
-
-  bool holds(DaxiPoint32f p) const {
-    const int32_t column = columnOf(p), row = rowOf(p);
-    for (int32_t r = std::max(row - 1, 0); r <= std::min(row + 1, rows_ - 1); ++r) {
-      for (int32_t c = std::max(column - 1, 0); c <= std::min(column + 1, columns_ - 1); ++c) {
-        const int32_t i = blocks_[ptrdiff_t{r} * columns_ + c];
-        if (i >= 0 && std::fabs(corners_[i].point.x - p.x) <= kSamePlace &&
-            std::fabs(corners_[i].point.y - p.y) <= kSamePlace)
-          return true;
-      }
-    }
-    return false;
-  }
-
-  void add(int32_t i) {
-    blocks_[ptrdiff_t{rowOf(corners_[i].point)} * columns_ + columnOf(corners_[i].point)] = i;
-  }
-
- private:
-  int32_t columnOf(DaxiPoint32f p) const {
-    return std::clamp(static_cast<int32_t>(p.x) / kNearBlock, 0, columns_ - 1);
-  }
-  int32_t rowOf(DaxiPoint32f p) const { return std::clamp(static_cast<int32_t>(p.y) / kNearBlock, 0, rows_ - 1); }
-
-  int32_t* blocks_;
-  int32_t columns_, rows_;
-  const CheckerboardCorner* corners_;
-};
 
 class RingTest {
  public:
@@ -225,8 +163,7 @@ LocateBuffer::LocateBuffer(DaxiSize size)
       smooth(layout.add<float>(pixels(size))),
       response(layout.add<float>(pixels(size))),
       gauss(layout.add<uint8_t>(GaussBuffer(size).layout.total())),
-      near(layout.add<int32_t>(static_cast<uint64_t>(size.width / kNearBlock + 1) *
-                               static_cast<uint64_t>(size.height / kNearBlock + 1))) {}
+      near(layout.add<int32_t>(NearMap::blocks(size))) {}
 
 HessianPlanes prepareHessian(const uint8_t* src, int32_t srcStep, DaxiSize size, int32_t filter, void* buffer,
                              int32_t isa) {

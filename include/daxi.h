@@ -13,6 +13,7 @@
 #include "daxi/chessboard.h"
 #include "daxi/chessboard_hessian.h"
 #include "daxi/chessboard_subpix.h"
+#include "daxi/chessboard_sym.h"
 #include "daxi/copy_border.h"
 #include "daxi/erode3x3.h"
 #include "daxi/filter_box.h"
