@@ -8,9 +8,11 @@
 #pragma GCC diagnostic push
 #pragma GCC diagnostic ignored "-Wshadow"
 #define SIMDE_ENABLE_NATIVE_ALIASES
-// Kernels convert no NaN and no float that the integer cannot hold.
+// Kernels convert no float that the integer cannot hold, and those of files that say so no NaN.
 #define SIMDE_FAST_CONVERSION_RANGE
+#ifdef DAX_SIMD_CONVERTS_NO_NAN
 #define SIMDE_FAST_NANS
+#endif
 #include <simde/arm/neon.h>
 #pragma GCC diagnostic pop
 #endif

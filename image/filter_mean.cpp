@@ -1,3 +1,4 @@
+#define DAX_SIMD_CONVERTS_NO_NAN
 #include "image/filter_mean.h"
 
 #include <type_traits>

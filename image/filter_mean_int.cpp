@@ -1,3 +1,4 @@
+#define DAX_SIMD_CONVERTS_NO_NAN
 #include <type_traits>
 
 #include "daxi/filter_mean.h"
