@@ -51,7 +51,7 @@ DaxStatus checkParam(const CheckerboardHessianParam& p) {
 }
 
 DaxStatus checkDetect(const void* src, int32_t srcStep, DaxiSize size, const void* const (&outputs)[4],
-                     const CheckerboardHessianParam* param) {
+                      const CheckerboardHessianParam* param) {
   DAX_REQUIRE(src && param, DAX_STS_NULL_POINTER);
   for (const void* const output : outputs) DAX_REQUIRE(output, DAX_STS_NULL_POINTER);
   DAX_REQUIRE(isSide(size), DAX_STS_IMAGE_SIZE);

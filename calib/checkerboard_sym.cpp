@@ -144,10 +144,10 @@ DaxStatus DAXI_CheckerboardCornerSym_8u_C1R(const uint8_t* src, int32_t srcStep,
   return dax::findOne({src, srcStep, nullptr, 0, size, cfg, buffer, pool}, points, corners, result, false);
 }
 
-DaxStatus DAXI_CheckerboardCornerSym_8u_C1RM(const uint8_t* src, int32_t srcStep, const uint8_t* mask,
-                                             int32_t maskStep, DaxiSize size, DaxiPoint32f* points,
-                                             CheckerboardCorner* corners, CheckerboardGrid* result,
-                                             const CheckerboardSymCfg* cfg, void* buffer, void* pool) {
+DaxStatus DAXI_CheckerboardCornerSym_8u_C1RM(const uint8_t* src, int32_t srcStep, const uint8_t* mask, int32_t maskStep,
+                                             DaxiSize size, DaxiPoint32f* points, CheckerboardCorner* corners,
+                                             CheckerboardGrid* result, const CheckerboardSymCfg* cfg, void* buffer,
+                                             void* pool) {
   return dax::findOne({src, srcStep, mask, maskStep, size, cfg, buffer, pool}, points, corners, result, true);
 }
 

@@ -190,7 +190,8 @@ DaxStatus check(const uint8_t* src, int32_t srcStep, DaxiSize size, const DaxiPo
 DaxStatus bufferSize(DaxiSize halfWindow, uint64_t* bytes) {
   DAX_REQUIRE(bytes, DAX_STS_NULL_POINTER);
   DAX_REQUIRE(isHalfWindow(halfWindow), DAX_STS_BAD_PARAM);
-  const auto n = static_cast<uint64_t>((2 * halfWindow.width + 5) * (2 * halfWindow.height + 5));
+  const int32_t patch = (2 * halfWindow.width + 5) * (2 * halfWindow.height + 5);
+  const uint64_t n{static_cast<uint32_t>(patch)};
   BufferLayout layout;
   for (int32_t i = 0; i < 11; ++i) layout.add<float>(n);
   for (int32_t i = 0; i < 2; ++i) layout.add<uint8_t>(n);

@@ -263,9 +263,8 @@ struct FoundBoards {
   bool overlap(const CheckerboardCorner* all, const CheckerboardGrid& board) const {
     const int32_t n = board.columns * board.rows;
     return std::any_of(indices + corners, indices + corners + n, [&](int32_t i) {
-      return std::any_of(indices, indices + corners, [&](int32_t j) {
-        return length(all[i].point - all[j].point) <= kSamePlace;
-      });
+      return std::any_of(indices, indices + corners,
+                         [&](int32_t j) { return length(all[i].point - all[j].point) <= kSamePlace; });
     });
   }
 };

@@ -65,9 +65,7 @@ float fillResponse(const float* smooth, float* response, DaxiSize size) {
 
 class RingTest {
  public:
-  explicit RingTest(const HessianPlanes& planes) : planes_(planes) {
-    ringDirections(directions_.data(), kRingSamples);
-  }
+  explicit RingTest(const HessianPlanes& planes) : planes_(planes) { ringDirections(directions_.data(), kRingSamples); }
 
   bool passes(int32_t x, int32_t y, int32_t r) const {
     const auto radius = static_cast<float>(kRingRadius * r);
@@ -105,9 +103,7 @@ struct Quadric {
     a /= 70, b /= 100, c /= 70, d /= 50, e /= 50;
   }
   float determinant() const { return 4 * a * c - b * b; }
-  DaxiPoint32f centre() const {
-    return {(b * e - 2 * c * d) / determinant(), (b * d - 2 * a * e) / determinant()};
-  }
+  DaxiPoint32f centre() const { return {(b * e - 2 * c * d) / determinant(), (b * d - 2 * a * e) / determinant()}; }
   float along(DaxiPoint32f u) const { return a * u.x * u.x + b * u.x * u.y + c * u.y * u.y; }
 
   float a = 0, b = 0, c = 0, d = 0, e = 0;

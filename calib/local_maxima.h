@@ -61,17 +61,13 @@ class NearMap {
     return false;
   }
 
-  void add(int32_t i) {
-    blocks_[ptrdiff_t{rowOf(corners_[i].point)} * columns_ + columnOf(corners_[i].point)] = i;
-  }
+  void add(int32_t i) { blocks_[ptrdiff_t{rowOf(corners_[i].point)} * columns_ + columnOf(corners_[i].point)] = i; }
 
  private:
   static constexpr int32_t kBlock = 4;
   static constexpr float kSamePlace = 3;
 
-  int32_t columnOf(DaxiPoint32f p) const {
-    return std::clamp(static_cast<int32_t>(p.x) / kBlock, 0, columns_ - 1);
-  }
+  int32_t columnOf(DaxiPoint32f p) const { return std::clamp(static_cast<int32_t>(p.x) / kBlock, 0, columns_ - 1); }
   int32_t rowOf(DaxiPoint32f p) const { return std::clamp(static_cast<int32_t>(p.y) / kBlock, 0, rows_ - 1); }
 
   int32_t* blocks_;  // index of a corner in each block of 4 x 4 pixels, -1: none

@@ -20,10 +20,10 @@ constexpr int32_t kSamples = 16, kQuarter = 4, kHalf = 8;
 constexpr int32_t kSampledRadius = 5;
 constexpr double kScaleStep = 1.5;
 constexpr double kLimitMargin = 1.1920929e-7;
-constexpr float kLeastShare = 0.3f;    // of the response that the least contrast gives at a perfect corner
-constexpr float kWindowShare = 0.6f;   // half window of the refinement by the radius
+constexpr float kLeastShare = 0.3f;   // of the response that the least contrast gives at a perfect corner
+constexpr float kWindowShare = 0.6f;  // half window of the refinement by the radius
 constexpr int32_t kMostHalfWindow = 9;
-constexpr float kMostShift = 0.75f;    // of the refinement by the radius
+constexpr float kMostShift = 0.75f;  // of the refinement by the radius
 constexpr int32_t kIterations = 12;
 constexpr float kEpsilon = 1e-4f;
 constexpr float kProbedContrast = 0.6f;  // of the least one
@@ -215,7 +215,8 @@ bool probeSymmetric(const void* context, DaxiPoint32f expected, float spacing, c
   const bool inside = expected.x >= 0 && expected.x <= static_cast<float>(call.size.width - 1) && expected.y >= 0 &&
                       expected.y <= static_cast<float>(call.size.height - 1);
   if (!inside) return false;
-  if (call.mask && rowAt(call.mask, call.maskStep, static_cast<int32_t>(expected.y))[static_cast<int32_t>(expected.x)] == 0)
+  if (call.mask &&
+      rowAt(call.mask, call.maskStep, static_cast<int32_t>(expected.y))[static_cast<int32_t>(expected.x)] == 0)
     return false;
   const uint8_t* const grey = SymmetryBuffer(call.size).grey.in(call.buffer);
   const float radius = std::clamp(0.45f * spacing, 3.0f, 14.0f);

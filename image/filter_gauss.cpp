@@ -26,6 +26,12 @@ constexpr std::array<float, kRadius + 1> kWeights = [] {
   return weights;
 }();
 
+// Place of the tap at -6..6.
+constexpr size_t tap(int32_t offset) {
+  const int32_t place = kRadius + offset;
+  return static_cast<size_t>(place);
+}
+
 // Folds the taps of values at(-6)..at(6) from the centre outwards.
 template <class At>
 auto fold(At at) {
@@ -47,9 +53,9 @@ void smoothAlong(const uint8_t* src, int32_t width, float* padded, float* to) {
 void smoothAcross(const std::array<const float*, kTaps>& rows, float* dst, int32_t width) {
   int32_t x = 0;
   for (; x + 4 <= width; x += 4) {
-    store4(dst + x, fold([&](int32_t i) { return load4(rows[static_cast<size_t>(kRadius + i)] + x); }));
+    store4(dst + x, fold([&](int32_t i) { return load4(rows[tap(i)] + x); }));
   }
-  for (; x < width; ++x) dst[x] = fold([&](int32_t i) { return rows[static_cast<size_t>(kRadius + i)][x]; });
+  for (; x < width; ++x) dst[x] = fold([&](int32_t i) { return rows[tap(i)][x]; });
 }
 
 }  // namespace
@@ -72,7 +78,7 @@ void _DAXI_FilterGauss_8u32f_C1R(const uint8_t* src, int32_t srcStep, float* dst
     }
     std::array<const float*, dax::kTaps> rows;
     for (int32_t i = -dax::kRadius; i <= dax::kRadius; ++i) {
-      rows[static_cast<size_t>(dax::kRadius + i)] = row(std::clamp(y + i, 0, size.height - 1));
+      rows[dax::tap(i)] = row(std::clamp(y + i, 0, size.height - 1));
     }
     dax::smoothAcross(rows, dax::rowAt(dst, dstStep, y), size.width);
   }

@@ -104,7 +104,7 @@ class Builder {
   Cut chooseCut(uint32_t lo, uint32_t hi, const float* nodeBox) const {
     int32_t axis = 0;
     const float longest = longestSide(nodeBox, axis);
-    float extent[2], spread = -1;
+    float extent[2] = {}, spread = -1;
     for (int32_t a = 0; a < build_.d; ++a) {
       if (!(nodeBox[2 * a + 1] - nodeBox[2 * a] > longest * 0.9999999f)) continue;
       float interval[2];

@@ -27,7 +27,8 @@ double uniform(Random& random, double low, double high) {
 }
 
 BoardView randomView(Random& random) {
-  static const ChessboardPatternSize kSizes[] = {{3, 3}, {4, 3}, {5, 4}, {7, 5}, {8, 6}, {9, 6}, {11, 8}, {14, 10}, {20, 14}};
+  static const ChessboardPatternSize kSizes[] = {{3, 3}, {4, 3},  {5, 4},   {7, 5},  {8, 6},
+                                                 {9, 6}, {11, 8}, {14, 10}, {20, 14}};
   const ChessboardPatternSize pattern = kSizes[random.below(9)];
   BoardView view;
   view.columns = pattern.columns, view.rows = pattern.rows;
@@ -102,7 +103,8 @@ int32_t windowFor(const std::vector<DaxiPoint32f>& corners) {
   double nearest = 1e9;
   for (size_t i = 0; i < corners.size(); ++i) {
     for (size_t j = 0; j < i; ++j) {
-      nearest = std::min(nearest, dax::test::distance(corners[i], {static_cast<double>(corners[j].x), static_cast<double>(corners[j].y)}));
+      nearest = std::min(nearest, dax::test::distance(corners[i], {static_cast<double>(corners[j].x),
+                                                                   static_cast<double>(corners[j].y)}));
     }
   }
   return std::clamp(static_cast<int32_t>(0.4 * nearest), 2, 8);
@@ -138,7 +140,8 @@ void rendered(const char* set, const std::vector<BoardView>& views, const std::v
 
 int main(int argc, char** argv) {
   std::vector<Detector> all = accuracy::detectors();
-  if (argc > 1 && std::strcmp(argv[1], "lost") != 0) all.insert(all.end(), accuracy::peerDetectors().begin(), accuracy::peerDetectors().end());
+  if (argc > 1 && std::strcmp(argv[1], "lost") != 0)
+    all.insert(all.end(), accuracy::peerDetectors().begin(), accuracy::peerDetectors().end());
   const int32_t count = argc > 2 ? std::atoi(argv[2]) : 100;
   Random random(42);
   std::vector<BoardView> views;

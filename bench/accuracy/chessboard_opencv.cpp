@@ -25,12 +25,15 @@ const std::vector<Detector>& peerDetectors() {
   static const std::vector<Detector> all = {
       {"OpenCV, quads",
        [](const Image& i, ChessboardPatternSize p) {
-         return peer(i, p, [](const cv::Mat& m, cv::Size s, auto& points) { return cv::findChessboardCorners(m, s, points); });
+         return peer(
+             i, p, [](const cv::Mat& m, cv::Size s, auto& points) { return cv::findChessboardCorners(m, s, points); });
        },
        true},
       {"OpenCV, sectors",
        [](const Image& i, ChessboardPatternSize p) {
-         return peer(i, p, [](const cv::Mat& m, cv::Size s, auto& points) { return cv::findChessboardCornersSB(m, s, points); });
+         return peer(i, p, [](const cv::Mat& m, cv::Size s, auto& points) {
+           return cv::findChessboardCornersSB(m, s, points);
+         });
        },
        true},
   };

@@ -77,9 +77,8 @@ DAX_API DaxStatus DAXI_CheckerboardCornerSym_8u_C1RM(const uint8_t* src, int32_t
  * beyond maxBoards are left out; maxBoards < 1 -> 0x10000019, the last check. */
 DAX_API DaxStatus DAXI_CheckerboardCornerSymMul_8u_C1R(const uint8_t* src, int32_t srcStep, DaxiSize size,
                                                        DaxiPoint32f* points, CheckerboardCorner* corners,
-                                                       CheckerboardGrid* boards, int32_t maxBoards,
-                                                       int32_t* boardCount, const CheckerboardSymCfg* cfg, void* buffer,
-                                                       void* pool);
+                                                       CheckerboardGrid* boards, int32_t maxBoards, int32_t* boardCount,
+                                                       const CheckerboardSymCfg* cfg, void* buffer, void* pool);
 DAX_API DaxStatus DAXI_CheckerboardCornerSymMul_8u_C1RM(const uint8_t* src, int32_t srcStep, const uint8_t* mask,
                                                         int32_t maskStep, DaxiSize size, DaxiPoint32f* points,
                                                         CheckerboardCorner* corners, CheckerboardGrid* boards,

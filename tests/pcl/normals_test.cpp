@@ -85,7 +85,9 @@ TEST(Normals, OfAWholeSetAgreeWithJacobi) {
     const double trace = axes.values[0] + axes.values[1] + axes.values[2];
     ASSERT_LT(angleBetween(normal, axes.vectors[0]), 1e-6 / gap);
     ASSERT_NEAR(normal.curvature, std::fabs(axes.values[0]) / trace, 1e-6);
-    if (extent[2] == 0) { ASSERT_EQ(normal.curvature, 0); }
+    if (extent[2] == 0) {
+      ASSERT_EQ(normal.curvature, 0);
+    }
   }
 }
 
@@ -172,7 +174,9 @@ TEST(Normals, OfPointsAgreeWithJacobiOverTheirNeighbours) {
         const oracle::Axes axes = oracle::principalAxes(around);
         const double gap = (axes.values[1] - axes.values[0]) / axes.values[2];
         // The rounding of the mean, at coordinates of 10, of neighbourhoods of 0.01.
-        if (gap > 0.01) { ASSERT_LT(angleBetween(normals[i], axes.vectors[0]), 2e-3 / gap); }
+        if (gap > 0.01) {
+          ASSERT_LT(angleBetween(normals[i], axes.vectors[0]), 2e-3 / gap);
+        }
       }
     }
   }
@@ -193,7 +197,9 @@ TEST(Normals, OfASphereAreRadial) {
   for (size_t i = 0; i < 3000; ++i) {
     const float* const p = &points[3 * i];
     ASSERT_LT(in[i].nx * p[0] + in[i].ny * p[1] + in[i].nz * p[2], -0.98f);
-    if (p[2] > 0.3f) { ASSERT_GT(out[i].nx * p[0] + out[i].ny * p[1] + out[i].nz * p[2], 0.98f); }
+    if (p[2] > 0.3f) {
+      ASSERT_GT(out[i].nx * p[0] + out[i].ny * p[1] + out[i].nz * p[2], 0.98f);
+    }
   }
 }
 
