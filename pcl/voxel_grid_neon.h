@@ -10,10 +10,11 @@ inline uint32x4_t isInside(const VoxelAxis& axis, float32x4_t values) {
   return vandq_u32(vcgeq_f32(values, vdupq_n_f32(axis.low)), vcleq_f32(values, vdupq_n_f32(axis.high)));
 }
 
-// Of values outside the box: anything.
-inline int32x4_t keyPart(const VoxelAxis& axis, float32x4_t values) {
-  const int32x4_t cells = vcvtq_s32_f32(vmulq_n_f32(values, axis.perUnit));
-  return vmulq_n_s32(vsubq_s32(cells, vdupq_n_s32(axis.base)), axis.stride);
+// 0 outside the box, where cells have no numbers.
+inline int32x4_t keyPart(const VoxelAxis& axis, float32x4_t values, uint32x4_t inside) {
+  const uint32x4_t cells = vreinterpretq_u32_s32(vcvtq_s32_f32(vmulq_n_f32(values, axis.perUnit)));
+  const uint32x4_t fromBase = vsubq_u32(cells, vdupq_n_u32(static_cast<uint32_t>(axis.base)));
+  return vmulq_n_s32(vreinterpretq_s32_u32(vandq_u32(fromBase, inside)), axis.stride);
 }
 
 inline int32_t keyPoints(const VoxelGrid& grid, const float* points, int32_t n, KeyedPoint* pairs) {
@@ -23,8 +24,8 @@ inline int32_t keyPoints(const VoxelGrid& grid, const float* points, int32_t n, 
     const float32x4x3_t p = vld3q_f32(points + ptrdiff_t{3} * i);
     const uint32x4_t inside =
         vandq_u32(vandq_u32(isInside(grid.x, p.val[0]), isInside(grid.y, p.val[1])), isInside(grid.z, p.val[2]));
-    const int32x4_t keys =
-        vaddq_s32(vaddq_s32(keyPart(grid.x, p.val[0]), keyPart(grid.y, p.val[1])), keyPart(grid.z, p.val[2]));
+    const int32x4_t keys = vaddq_s32(vaddq_s32(keyPart(grid.x, p.val[0], inside), keyPart(grid.y, p.val[1], inside)),
+                                     keyPart(grid.z, p.val[2], inside));
     const int32x4_t indices = vaddq_s32(vdupq_n_s32(i), vld1q_s32(kSteps));
     // Room for four is there: no more points than these came before.
     int32_t* const to = &pairs[count].key;

@@ -90,7 +90,7 @@ void checkConversion(DaxiSize size, int32_t density, const Params& params) {
     // Memory for the valid points alone: nothing may be written beyond.
     rangeToXyz<T, Formula>(&map, exact.data(), 0, &points, &cloud, isa);
     ASSERT_TRUE(cloud.width == static_cast<int32_t>(packed.size() / 3) && cloud.height == 1);
-    ASSERT_EQ(std::memcmp(exact.data(), packed.data(), packed.size() * sizeof(float)), 0);
+    ASSERT_TRUE(std::equal(packed.begin(), packed.end(), exact.begin(), sameBits<float>));
   }
 }
 
