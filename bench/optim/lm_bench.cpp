@@ -14,7 +14,10 @@ void check(int32_t status) {
 
 struct SmallProblem {
   explicit SmallProblem(const bench::Small& small)
-      : data(bench::regression(small.problem)), model(small.model), start(data.starts[small.start]) {
+      : data(bench::regression(small.problem)),
+        model(small.model),
+        start(data.starts[small.start]),
+        zeros(size_t(data.m)) {
     check(PRMT_LM_BufferSize_f64(data.n, data.m, 0, &bytes));
     buffer.resize(bytes);
   }
@@ -25,8 +28,9 @@ struct SmallProblem {
   }
   static int32_t jacobian(const double* x, int32_t n, int32_t m, void* user, PrmtMsp* to) {
     const SmallProblem& p = *static_cast<SmallProblem*>(user);
+    // The first call lays the pattern: everything.
     for (int32_t j = 0; to->start[n] < int64_t{m} * n && j < n; ++j) {
-      for (int32_t i = 0; i < m; ++i) check(PRMT_MSP_AddEle_tpl_f64(to, i, j, 0));
+      check(PRMT_MSP_AddBlk_tpl_f64(to, 0, j, p.zeros.data(), m, 1, 1));
     }
     for (int32_t i = 0; i < m; ++i) p.model(x, p.data.x[size_t(i)], to->value + i, m);
     return 0;
@@ -38,14 +42,14 @@ struct SmallProblem {
   void run() {
     x = start;
     const PrmtLmFunctions functions{residuals, jacobian, update, 0};
-    PrmtLmParam param{1e-12, 1e-9 * data.squares, 500, 1e-9, 0.01, 10, 0, 0};
+    PrmtLmParam param{1e-12, 1e-9 * data.squares, 500, 1e-9, 1e-4, 10, 0, 0};
     double norm = 0;
     uint64_t size = bytes;
     check(PRMT_LM_Process_f64(x.data(), data.n, data.m, &functions, this, &param, &rmse, &norm, buffer.data(), &size));
   }
   const bench::Regression& data;
   bench::Model model;
-  std::vector<double> start, x;
+  std::vector<double> start, x, zeros;
   std::vector<uint8_t> buffer;
   uint64_t bytes = 0;
   double rmse = 0;
