@@ -30,7 +30,7 @@ struct Coefficients {
   explicit Coefficients(const double* w) {
     const double square = squaredNorm(w);
     const double t = std::sqrt(square);
-    const SineCosine whole = sineCosine(t), half = sineCosine(t / 2);
+    const SinCos whole = sinCosAny(t), half = sinCosAny(t / 2);
     first = t > 0 ? whole.sine / t : 1;
     const double ratio = t > 0 ? half.sine / t : 0.5;
     second = 2 * ratio * ratio;
@@ -64,7 +64,7 @@ double logCoefficient(const double* w) {
     return polynomial(kSeries, square);
   }
   const double t = std::sqrt(square);
-  const SineCosine half = sineCosine(t / 2);
+  const SinCos half = sinCosAny(t / 2);
   return (1 - t / 2 * half.cosine / half.sine) / square;
 }
 

@@ -1,0 +1,16 @@
+"""Machine vision on NumPy arrays: the functions of the DAX library, called through its C interface.
+
+    import dax
+    parts = dax.select_blobs(dax.label(dax.otsu(image)), image, area=(50, 5000))
+
+Every call checks its arguments; what the library refuses is raised as dax.Error with the clause of the contract. Work
+memory is handled inside, and the interpreter lock is released while the library works. Results do not depend on the
+machine, the instruction set or the number of threads.
+"""
+from ._library import version
+from .blobs import Blobs, Labelling, label, select_blobs
+from .errors import Error
+from .filters import Thresholded, box_sum, copy_border, erode3x3, median3x3, otsu, threshold
+from .pool import Pool
+
+__version__ = version()

@@ -1,0 +1,127 @@
+#!/usr/bin/env python3
+"""Makes the two generated modules of the package from the public headers, so that no prototype is written twice.
+
+usage: make_interface.py CPP INCLUDE OUTPUT     CPP: a C compiler driver; INCLUDE: the headers; OUTPUT: the package
+
+_interface.py holds the prototypes and records for cffi's out-of-line ABI mode: plain Python, nothing compiled.
+_contracts.py holds what the comments say about each status: {function: {code: [clause, ...]}}.
+"""
+import pathlib
+import re
+import subprocess
+import sys
+import tempfile
+
+import cffi
+
+UMBRELLAS = ("dax.h", "zur.h", "daxi.h", "dax3dpcl.h", "prmt.h", "daxhost.h")
+STANDARD = ("stddef.h", "stdint.h")
+
+
+def declarations(compiler, include):
+    """The headers as C that cffi reads: preprocessed, without attributes and standard headers."""
+    with tempfile.TemporaryDirectory() as stubs:
+        for name in STANDARD:
+            pathlib.Path(stubs, name).write_text("")
+        text = "".join(f'#include "{name}"\n' for name in UMBRELLAS if (include / name).exists())
+        command = [compiler, "-E", "-P", "-nostdinc", "-D__attribute__(x)=", "-I", stubs, "-I", str(include), "-xc", "-"]
+        return subprocess.run(command, input=text, text=True, capture_output=True, check=True).stdout
+
+
+def write_interface(source, output):
+    ffi = cffi.FFI()
+    ffi.cdef(source)
+    ffi.set_source("dax._interface", None)
+    ffi.emit_python_code(str(output / "_interface.py"))
+
+
+# A blank line ends what a comment is about.
+PIECE = re.compile(r"/\*(?P<comment>.*?)\*/|^DAX_API (?P<prototype>[^;]*);|(?P<gap>\n\n)", re.S | re.M)
+REFERENCE = re.compile(r"\b[Aa]s (?:of )?(_?(?:DAX|ZUR|PRM)[A-Z0-9]*_\w+)")
+CODES = re.compile(r"0x1[0-9a-f]{7}(?:(?:,| and| or| else)* 0x1[0-9a-f]{7})*")
+CODE = re.compile(r"0x1[0-9a-f]{7}")
+
+
+def lines_of(comment):
+    """A comment as its rows of tables, which end in codes after two blanks or more, and all prose as one line."""
+    rows, prose, hanging = [], [], ""
+    for line in re.sub(r"\n \* ?", "\n", comment).split("\n"):
+        if re.search(r"\S {2,}0x1[0-9a-f]{7}", line):
+            rows.append(hanging + line)
+            hanging = ""
+        elif line.startswith("  "):
+            hanging += line.strip() + " "
+        else:
+            prose.append(hanging + line)
+            hanging = ""
+    return [" ".join(prose)] + rows
+
+
+def clauses(comment):
+    """Each (code, clause) of a comment. A clause is what stands before its code, back to the last separator; of several
+    codes in a row each belongs to one of the clauses before them, or all to one."""
+    found = []
+    for line in lines_of(comment):
+        start = 0
+        for match in CODES.finditer(line):
+            text, start = " ".join(line[start:match.start()].split()), match.end()
+            text = re.split(r"(?<=\w)[.;:] |in order[,:] |^\W+", text.rstrip(" ->(,"))[-1]
+            text = re.sub(r",? else$", "", text.strip(" ,;.->")) + ")" * (text.count("(") - text.count(")"))
+            codes = [int(code, 16) for code in CODE.findall(match.group())]
+            parts = re.split(r", then |, ", text)
+            if len(parts) != len(codes):
+                parts = [text] * len(codes)
+            found += [(code, part) for code, part in zip(codes, parts) if part]
+    return found
+
+
+def contracts(include):
+    """What the comment of each function says about each code, or the one that it shares or refers to; then its header."""
+    own, table = {}, {}
+    for header in sorted(include.glob("*/*.h")):
+        pieces = list(PIECE.finditer(header.read_text()))
+        head, comment = pieces[0]["comment"] or "", ""
+        for piece in pieces[1:]:
+            if piece["prototype"]:
+                name = re.search(r"[ *]([A-Za-z_0-9]+)\(", piece["prototype"])[1]
+                own[name] = (comment, head)
+            else:
+                comment = piece["comment"] or ""
+    for name, comments in own.items():
+        known = table[name] = {}
+        for text in referred(own, name) + [comments[1]]:
+            for code, clause in clauses(text):
+                known.setdefault(code, [])
+                if clause not in known[code]:
+                    known[code].append(clause)
+    return table
+
+
+def referred(own, name):
+    """A function's comment, and after it those of the functions as which it works."""
+    chain, names = [], [name]
+    for each in names:
+        if each in own and own[each][0] not in chain:
+            chain.append(own[each][0])
+            names += REFERENCE.findall(own[each][0])
+    return chain
+
+
+def write_contracts(table, output):
+    lines = ["# Generated from the comments of the public headers.", "CLAUSES = {"]
+    for name, known in sorted(table.items()):
+        codes = ", ".join(f"{code:#x}: {clauses!r}" for code, clauses in known.items())
+        lines.append(f"    {name!r}: {{{codes}}},")
+    (output / "_contracts.py").write_text("\n".join(lines + ["}", ""]))
+
+
+def main():
+    if len(sys.argv) != 4:
+        sys.exit(__doc__)
+    compiler, include, output = sys.argv[1], pathlib.Path(sys.argv[2]), pathlib.Path(sys.argv[3])
+    output.mkdir(parents=True, exist_ok=True)
+    write_interface(declarations(compiler, include), output)
+    write_contracts(contracts(include), output)
+
+
+main()
