@@ -53,8 +53,8 @@ class Order {
 
 // Runs tile number `index`. A slot of the arena is a worker index: no two threads hold one at the same time. Tiles are
 // isolated, so that a thread that waits inside a nested call does not start another tile of the outer one.
-void runTile(DaxTileFunction tile, void* context, int32_t total, int32_t tileSize, int64_t index,
-             Order& order, std::atomic<DaxStatus>& result) {
+void runTile(DaxTileFunction tile, void* context, int32_t total, int32_t tileSize, int64_t index, Order& order,
+             std::atomic<DaxStatus>& result) {
   const int64_t first = index * tileSize;
   const int64_t end = std::min<int64_t>(first + tileSize, total);
   const auto worker = static_cast<uint32_t>(tbb::this_task_arena::current_thread_index());

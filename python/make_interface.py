@@ -66,12 +66,12 @@ def clauses(comment):
         for match in CODES.finditer(line):
             text, start = " ".join(line[start:match.start()].split()), match.end()
             text = re.split(r"(?<=\w)[.;:] |in order[,:] |^\W+", text.rstrip(" ->(,"))[-1]
-            text = text.strip(" ,;.->") + ")" * (text.count("(") - text.count(")"))
+            text = re.sub(r",? else$", "", text.strip(" ,;.->")) + ")" * (text.count("(") - text.count(")"))
             codes = [int(code, 16) for code in CODE.findall(match.group())]
             parts = re.split(r", then |, ", text)
             if len(parts) != len(codes):
                 parts = [text] * len(codes)
-            found += [(code, part) for code, part in zip(codes, parts) if part and part != "else"]
+            found += [(code, part) for code, part in zip(codes, parts) if part]
     return found
 
 

@@ -2,9 +2,7 @@
 import doctest
 import importlib
 import inspect
-import pathlib
 import pkgutil
-import re
 
 import numpy as np
 import pytest
@@ -27,10 +25,3 @@ def test_every_function_is_documented_and_typed():
         assert ">>> " in (member.__doc__ or "") or name == "version", name
         hints = inspect.signature(member)
         assert all(p.annotation is not p.empty for p in hints.parameters.values()), name
-
-
-def test_readme(capsys):
-    readme = pathlib.Path(__file__).parents[2] / "README.md"
-    for sample in re.findall(r"```python\n(.*?)```", readme.read_text(), re.S):
-        exec(sample, {})
-    assert "area 2400 at (59.50, 39.50)" in capsys.readouterr().out
