@@ -4,13 +4,9 @@
 #define DAXI_REGION_H
 
 #include "blob_find.h"
+#include "point.h"
 
 DAX_BEGIN_DECLS
-
-typedef struct DaxiPoint32s {
-  int32_t x;
-  int32_t y;
-} DaxiPoint32s;
 
 /* A rotated rectangle, in pixels and radians: width >= height, the angle that of the long side in (-pi/2, pi/2], of a
  * square's side in (-pi/4, pi/4]. */

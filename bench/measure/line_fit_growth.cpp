@@ -1,0 +1,52 @@
+// How the line fit grows with its points, from 50 to 10000. Prints a table of docs/performance.md.
+#include <algorithm>
+#include <chrono>
+#include <cmath>
+#include <cstdio>
+
+#include "daxi/line_fit.h"
+#include "measure/line_points.h"
+#include "support/operation.h"
+
+namespace {
+
+// The least of several fits, milliseconds; of a slow one, the only.
+double milliseconds(int32_t count, double outliers, int32_t method) {
+  const auto points = bench::linePoints(count, outliers);
+  const auto n = static_cast<size_t>(count);
+  uint64_t bytes = 0;
+  bench::require(DAXI_LineFitRegreBufferSize_32f(count, &bytes));
+  std::vector<double> buffer(bytes / sizeof(double) + 1);
+  std::vector<uint8_t> inliers(n);
+  std::vector<float> weights(n);
+  DaxiLine line;
+  float rms;
+  const LineFitCfg cfg = {method, DAXI_LINE_HUBER, 50, static_cast<int32_t>(count * outliers), 5, 0, 0, 0};
+  double best = INFINITY;
+  for (int round = 0; round < 5 && best > (round ? 0 : -1) && best * round < 5000; ++round) {
+    const auto start = std::chrono::steady_clock::now();
+    bench::require(
+        DAXI_LineFitRegre_32f(points.data(), count, &cfg, &line, inliers.data(), weights.data(), &rms, buffer.data()));
+    best = std::min(best, std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - start).count());
+  }
+  return best;
+}
+
+}  // namespace
+
+int main() {
+  std::printf(
+      "| points | method 1, ms | method 2, ms | method 3, ms | method 2, half outliers, ms | method 3, same |\n");
+  std::printf("| ---: | ---: | ---: | ---: | ---: | ---: |\n");
+  for (const int32_t count : {50, 100, 200, 500, 1000, 2000, 5000, 10000}) {
+    std::printf("| %d | %.3f | %.2f | %.2f |", count, milliseconds(count, 0.1, 1), milliseconds(count, 0.1, 2),
+                milliseconds(count, 0.1, 3));
+    if (count <= 2000) {
+      std::printf(" %.2f", milliseconds(count, 0.5, 2));
+    } else {
+      std::printf(" –");
+    }
+    std::printf(" | %.2f |\n", milliseconds(count, 0.5, 3));
+    std::fflush(stdout);
+  }
+}
