@@ -45,9 +45,12 @@ struct SinCos {
 
 // Sine and cosine of |angle| <= 1e6 to about 1e-16: the angle less a multiple of pi/2, which is taken off in two parts,
 // the first with few enough bits that its product is exact; then the series.
-inline SinCos sinCosExact(double angle) {
+constexpr SinCos sinCosExact(double angle) {
   constexpr double kHalfPiHigh = 0x1.921FB544p+0, kHalfPiLow = 0x1.0B4611A626331p-34;
-  const double turns = std::floor(angle / (std::numbers::pi / 2) + 0.5);
+  const double nearest = angle / (std::numbers::pi / 2) + 0.5;
+  // Its floor, which is no constant expression.
+  const auto whole = static_cast<int>(nearest);
+  const double turns = whole > nearest ? whole - 1 : whole;
   const double r = (angle - turns * kHalfPiHigh) - turns * kHalfPiLow;
   const double s = r * r;
   // clang-format off
@@ -68,6 +71,13 @@ inline SinCos sinCosExact(double angle) {
   }
 }
 
+// The same for any angle: beyond 1e6 the angle's own last digits tell. Infinities and NaN give NaN.
+inline SinCos sinCosAny(double angle) {
+  if (!(std::fabs(angle) <= 1e6)) angle = std::fmod(angle, 2 * std::numbers::pi);
+  if (!(std::fabs(angle) <= 1e6)) return {angle - angle, angle - angle};
+  return sinCosExact(angle);
+}
+
 // e^x for |x| <= 700 to about 1e-16: x less a multiple of ln 2, then the series.
 inline double expExact(double x) {
   constexpr double kLn2High = 0x1.62E42FEEp-1, kLn2Low = 0x1.A39EF35793C76p-33;
@@ -76,6 +86,15 @@ inline double expExact(double x) {
   double sum = 1;
   for (int n = 14; n >= 1; --n) sum = 1 + r * sum / n;
   return std::ldexp(sum, static_cast<int>(powers));
+}
+
+// e^x for x in -40..0 to about 1e-15, for tables that the compiler makes: the power series of x / 64, squared six times.
+constexpr double expOfTable(double x) {
+  const double part = x / 64;
+  double e = 1;
+  for (int k = 16; k >= 1; --k) e = 1 + e * part / k;
+  for (int k = 0; k < 6; ++k) e *= e;
+  return e;
 }
 
 // The n-th root (n >= 1) of a finite value >= 0, to a few units of the last place: Newton's method, which falls towards

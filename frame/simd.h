@@ -8,8 +8,11 @@
 #pragma GCC diagnostic push
 #pragma GCC diagnostic ignored "-Wshadow"
 #define SIMDE_ENABLE_NATIVE_ALIASES
-// Kernels convert no floats that the integer cannot hold.
+// Kernels convert no float that the integer cannot hold, and those of files that say so no NaN.
 #define SIMDE_FAST_CONVERSION_RANGE
+#ifdef DAX_SIMD_CONVERTS_NO_NAN
+#define SIMDE_FAST_NANS
+#endif
 #include <simde/arm/neon.h>
 #pragma GCC diagnostic pop
 #endif
@@ -28,6 +31,51 @@ inline float32x4x4_t transposed(const float32x4x4_t& v) {
   const float32x4_t c = vzip2q_f32(v.val[0], v.val[2]), d = vzip2q_f32(v.val[1], v.val[3]);
   return {{vzip1q_f32(a, b), vzip2q_f32(a, b), vzip1q_f32(c, d), vzip2q_f32(c, d)}};
 }
+
+// The 64 bits of four blocks of flags, each byte 0 or 255: a byte keeps the bit of its place among eight, and three
+// rounds of pairwise sums gather eight bytes in one.
+inline uint64_t gatherBits(uint8x16_t a, uint8x16_t b, uint8x16_t c, uint8x16_t d) {
+  constexpr uint8_t kPlaces[16] = {1, 2, 4, 8, 16, 32, 64, 128, 1, 2, 4, 8, 16, 32, 64, 128};
+  const uint8x16_t places = vld1q_u8(kPlaces);
+  const uint8x16_t low = vpaddq_u8(vandq_u8(a, places), vandq_u8(b, places));
+  const uint8x16_t high = vpaddq_u8(vandq_u8(c, places), vandq_u8(d, places));
+  const uint8x16_t all = vpaddq_u8(low, high);
+  return vgetq_lane_u64(vreinterpretq_u64_u8(vpaddq_u8(all, all)), 0);
+}
+
+// Differences of the lower or the upper halves of two vectors in lanes of twice the size. (SIMDe widens in pieces.)
+#if defined(__aarch64__)
+#define DAX_WIDE_DIFFERENCES(VECTOR, WIDE, SUFFIX, WIDE_SUFFIX)        \
+  inline WIDE lowDifference(VECTOR a, VECTOR b) {                      \
+    return vsubl_##SUFFIX(vget_low_##SUFFIX(a), vget_low_##SUFFIX(b)); \
+  }                                                                    \
+  inline WIDE highDifference(VECTOR a, VECTOR b) {                     \
+    return vsubl_high_##SUFFIX(a, b);                                  \
+  }
+#else
+#define DAX_WIDE_DIFFERENCES(VECTOR, WIDE, SUFFIX, WIDE_SUFFIX)                                           \
+  inline WIDE lowDifference(VECTOR a, VECTOR b) {                                                         \
+    return vsubq_##WIDE_SUFFIX(vreinterpretq_##WIDE_SUFFIX##_##SUFFIX(vzip1q_##SUFFIX(a, upperBits(a))),  \
+                               vreinterpretq_##WIDE_SUFFIX##_##SUFFIX(vzip1q_##SUFFIX(b, upperBits(b)))); \
+  }                                                                                                       \
+  inline WIDE highDifference(VECTOR a, VECTOR b) {                                                        \
+    return vsubq_##WIDE_SUFFIX(vreinterpretq_##WIDE_SUFFIX##_##SUFFIX(vzip2q_##SUFFIX(a, upperBits(a))),  \
+                               vreinterpretq_##WIDE_SUFFIX##_##SUFFIX(vzip2q_##SUFFIX(b, upperBits(b)))); \
+  }
+inline uint8x16_t upperBits(uint8x16_t) {
+  return vdupq_n_u8(0);
+}
+inline uint16x8_t upperBits(uint16x8_t) {
+  return vdupq_n_u16(0);
+}
+inline int16x8_t upperBits(int16x8_t v) {
+  return vshrq_n_s16(v, 15);
+}
+#endif
+DAX_WIDE_DIFFERENCES(uint8x16_t, uint16x8_t, u8, u16)
+DAX_WIDE_DIFFERENCES(uint16x8_t, uint32x4_t, u16, u32)
+DAX_WIDE_DIFFERENCES(int16x8_t, int32x4_t, s16, s32)
+#undef DAX_WIDE_DIFFERENCES
 
 }  // namespace dax
 
@@ -56,14 +104,7 @@ DAX_FOUR_VECTORS(uint32_t, uint32x4x4_t, u32)
 DAX_FOUR_VECTORS(float, float32x4x4_t, f32)
 #undef DAX_FOUR_VECTORS
 
-// Every fourth element: SIMDe moves one after the other.
-#undef vld4_u16
-inline uint16x4x4_t vld4_u16(const uint16_t* from) {
-  const uint16x8_t low = vld1q_u16(from), high = vld1q_u16(from + 8);
-  const uint16x8_t even = vzip1q_u16(low, high), odd = vzip2q_u16(low, high);
-  const uint16x8_t first = vzip1q_u16(even, odd), last = vzip2q_u16(even, odd);
-  return {{vget_low_u16(first), vget_high_u16(first), vget_low_u16(last), vget_high_u16(last)}};
-}
+// Every fourth and every second element: SIMDe moves one after the other.
 #undef vld4q_u32
 inline uint32x4x4_t vld4q_u32(const uint32_t* from) {
   return dax::transposed(vld1q_u32_x4(from));
@@ -77,9 +118,20 @@ inline void vst4q_u32(uint32_t* to, uint32x4x4_t from) {
   vst1q_u32_x4(to, dax::transposed(from));
 }
 
+#undef vtrn1q_u8
+inline uint8x16_t vtrn1q_u8(uint8x16_t a, uint8x16_t b) {
+  const uint16x8_t even = vandq_u16(vreinterpretq_u16_u8(a), vdupq_n_u16(0xFF));
+  return vreinterpretq_u8_u16(vorrq_u16(even, vshlq_n_u16(vreinterpretq_u16_u8(b), 8)));
+}
+#undef vtrn1q_u16
+inline uint16x8_t vtrn1q_u16(uint16x8_t a, uint16x8_t b) {
+  const uint32x4_t even = vandq_u32(vreinterpretq_u32_u16(a), vdupq_n_u32(0xFFFF));
+  return vreinterpretq_u16_u32(vorrq_u32(even, vshlq_n_u32(vreinterpretq_u32_u16(b), 16)));
+}
+
 // Missing from SIMDe.
-inline uint32x4_t vsliq_n_u32(uint32x4_t a, uint32x4_t b, int bits) {
-  return vorrq_u32(vandq_u32(a, vdupq_n_u32((1u << bits) - 1)), vshlq_u32(b, vdupq_n_s32(bits)));
+inline float32x4_t vdivq_f32(float32x4_t a, float32x4_t b) {
+  return a / b;
 }
 #endif
 #endif

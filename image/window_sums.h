@@ -11,11 +11,6 @@
 
 namespace dax {
 
-// Index of the pixel i of a row or column that goes on symmetrically: -1 is 0, n is n - 1.
-inline int64_t mirrored(int64_t i, int64_t n) {
-  return i < 0 ? -1 - i : i < n ? i : 2 * n - 1 - i;
-}
-
 // Rows of an image by index, from outside it as well.
 template <class T>
 struct MirroredRows {
@@ -34,27 +29,37 @@ struct ClippedRows {
   }
 };
 
-// Calls row(y) for the rows first..end - 1 in turn, each time with the sums in `columns` over the window rows of y.
-// move(columns, enter, leave, n) adds a row and subtracts another one.
+// Sums of the columns over the window rows of row y, added from top to bottom.
+template <class Rows, class Column>
+void startColumns(const Rows& rows, WindowReach reach, int32_t y, Column* columns, int32_t width) {
+  std::fill_n(columns, width, Column{});
+  for (int64_t i = int64_t{y} - reach.before; i <= int64_t{y} + reach.after; ++i) {
+    if (const auto* const enter = rows(i)) portable::addRow(columns, enter, width);
+  }
+}
+
+// From the sums of row y to those of row y + 1. move(columns, enter, leave, n) adds a row and subtracts another one.
+template <class Rows, class Column, class Move>
+void advanceColumns(const Rows& rows, WindowReach reach, int32_t y, Column* columns, int32_t width, Move move) {
+  const auto* const enter = rows(int64_t{y} + 1 + reach.after);
+  const auto* const leave = rows(int64_t{y} - reach.before);
+  if (enter && leave) {
+    move(columns, enter, leave, width);
+  } else if (enter) {
+    portable::addRow(columns, enter, width);
+  } else if (leave) {
+    portable::subtractRow(columns, leave, width);
+  }
+}
+
+// Calls row(y) for the rows first..end - 1 in turn, each time with its sums in `columns`.
 template <class Rows, class Column, class Move, class Row>
 void forEachWindowRow(const Rows& rows, WindowReach reach, int32_t first, int32_t end, Column* columns, int32_t width,
                       Move move, Row row) {
-  std::fill_n(columns, width, Column{});
-  for (int64_t y = int64_t{first} - reach.before; y <= int64_t{first} + reach.after; ++y) {
-    if (const auto* const enter = rows(y)) portable::addRow(columns, enter, width);
-  }
+  startColumns(rows, reach, first, columns, width);
   for (int32_t y = first; y < end; ++y) {
+    if (y > first) advanceColumns(rows, reach, y - 1, columns, width, move);
     row(y);
-    if (y + 1 == end) return;
-    const auto* const enter = rows(int64_t{y} + 1 + reach.after);
-    const auto* const leave = rows(int64_t{y} - reach.before);
-    if (enter && leave) {
-      move(columns, enter, leave, width);
-    } else if (enter) {
-      portable::addRow(columns, enter, width);
-    } else if (leave) {
-      portable::subtractRow(columns, leave, width);
-    }
   }
 }
 

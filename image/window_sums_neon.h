@@ -25,11 +25,10 @@ struct WindowLanes;
     static auto loadFourColumns(const Column* from) { return vld1q_##COLUMN_SUFFIX##_x4(from); }                 \
     static void storeFourColumns(Column* to, COLUMN_VECTOR##x4_t sums) { vst1q_##COLUMN_SUFFIX##_x4(to, sums); } \
     static COLUMN_VECTOR##_t addLow(COLUMN_VECTOR##_t sums, VECTOR a, VECTOR b) {                                \
-      const auto difference = vsubl_##SUFFIX(vget_low_##SUFFIX(a), vget_low_##SUFFIX(b));                        \
-      return vaddq_##COLUMN_SUFFIX(sums, AS_COLUMN(difference));                                                 \
+      return vaddq_##COLUMN_SUFFIX(sums, AS_COLUMN(lowDifference(a, b)));                                        \
     }                                                                                                            \
     static COLUMN_VECTOR##_t addHigh(COLUMN_VECTOR##_t sums, VECTOR a, VECTOR b) {                               \
-      return vaddq_##COLUMN_SUFFIX(sums, AS_COLUMN(vsubl_high_##SUFFIX(a, b)));                                  \
+      return vaddq_##COLUMN_SUFFIX(sums, AS_COLUMN(highDifference(a, b)));                                       \
     }                                                                                                            \
   };
 DAX_WINDOW_LANES(uint8_t, u8, uint8x16_t, uint16_t, u16, uint16x8, )
@@ -60,15 +59,37 @@ void moveRow(typename WindowLanes<T>::Column* columns, const T* enter, const T* 
 
 // What enters and leaves the window at each of 16 steps; lane i of vector k is that of step 4 i + k.
 inline uint32x4x4_t differences(const uint16_t* enter, const uint16_t* leave) {
+#if defined(__aarch64__)
   const uint16x4x4_t in = vld4_u16(enter), out = vld4_u16(leave);
   return {{vsubl_u16(in.val[0], out.val[0]), vsubl_u16(in.val[1], out.val[1]), vsubl_u16(in.val[2], out.val[2]),
            vsubl_u16(in.val[3], out.val[3])}};
+#else
+  uint32x4_t even[2], odd[2];
+  for (int k = 0; k < 2; ++k) {
+    const uint32x4_t in = vreinterpretq_u32_u16(vld1q_u16(enter + 8 * k));
+    const uint32x4_t out = vreinterpretq_u32_u16(vld1q_u16(leave + 8 * k));
+    const uint32x4_t low = vdupq_n_u32(0xFFFF);
+    even[k] = vsubq_u32(vandq_u32(in, low), vandq_u32(out, low));
+    odd[k] = vsubq_u32(vshrq_n_u32(in, 16), vshrq_n_u32(out, 16));
+  }
+  return {{vuzp1q_u32(even[0], even[1]), vuzp1q_u32(odd[0], odd[1]), vuzp2q_u32(even[0], even[1]),
+           vuzp2q_u32(odd[0], odd[1])}};
+#endif
 }
 
 inline uint32x4x4_t differences(const uint32_t* enter, const uint32_t* leave) {
+#if defined(__aarch64__)
   const uint32x4x4_t in = vld4q_u32(enter), out = vld4q_u32(leave);
-  return {{vsubq_u32(in.val[0], out.val[0]), vsubq_u32(in.val[1], out.val[1]), vsubq_u32(in.val[2], out.val[2]),
-           vsubq_u32(in.val[3], out.val[3])}};
+#else
+  const uint32x4x4_t in = vld1q_u32_x4(enter), out = vld1q_u32_x4(leave);
+#endif
+  uint32x4x4_t steps;
+  for (int k = 0; k < 4; ++k) steps.val[k] = vsubq_u32(in.val[k], out.val[k]);
+#if defined(__aarch64__)
+  return steps;
+#else
+  return transposed(steps);
+#endif
 }
 
 // The running sum after each of 16 steps, in the same order. `carry` holds the sum before them in every lane.
@@ -98,31 +119,27 @@ uint32_t slide(const Column* enter, const Column* leave, int32_t n, uint32_t sum
   return sum;
 }
 
-// Column sums with those outside the row on either side: one that never counts, `before` ones, `width`, `after` ones.
+// Column sums of a row or a part of it, with those that windows reach beyond it on either side: one that the first
+// window does not count any more, `before` ones, `width`, `after` ones.
 template <class Column>
 struct ExtendedColumns {
   Column* first;
   int32_t width;
   WindowReach reach;
 
-  static int64_t count(int32_t width, int32_t mask) { return int64_t{width} + mask; }
-
   Column* columns() const { return first + 1 + reach.before; }
 
   void clear() const { std::fill_n(first, 1 + reach.before + int64_t{width} + reach.after, Column{}); }
 
-  void mirror() const {
-    reverseRun(columns() - reach.before, columns(), reach.before);
-    reverseRun(columns() + width, columns() + width - reach.after, reach.after);
-  }
+  void mirrorLeft() const { reverseRun(columns() - reach.before, columns(), reach.before); }
+  void mirrorRight() const { reverseRun(columns() + width, columns() + width - reach.after, reach.after); }
 
   // Gives the sums around columns 0..width - 1 to `store`.
   template <class Store>
   void slide(const Store& store) const {
     const int32_t mask = reach.before + 1 + reach.after;
     uint32_t sum = 0;
-    for (int32_t i = 1; i < mask; ++i) sum += first[i];
-    first[0] = 0;
+    for (int32_t i = 0; i < mask; ++i) sum += first[i];
     neon::slide(first + mask, first, width, sum, store);
   }
 };

@@ -1,7 +1,10 @@
 // Running sums, any type, any instruction set. Integer sums are modulo the size of their type.
 #pragma once
 
+#include <algorithm>
 #include <cstdint>
+
+#include "image/window_reach.h"
 
 namespace dax::portable {
 
@@ -24,18 +27,27 @@ void moveRow(Column* columns, const T* enter, const T* leave, int32_t n) {
   }
 }
 
-// Calls store(x, sum) for x = 0..n - 1 with the sums of column(x - before)..column(x + after), which gives the sums of
-// columns outside the row as well. The column that enters is added first.
-template <class Sum, class Reach, class ColumnAt, class Store>
-void slide(Reach reach, int32_t n, ColumnAt column, Store store) {
+// Calls store(x, sum, inside) for x = 0..n - 1 with the sums of columns x - before..x + after; `inside` tells of most
+// windows that they lie in the row. outside(i) gives the sums of the others' columns. The column that enters is added
+// first.
+template <class Sum, class Column, class Outside, class Store>
+void slide(const Column* columns, WindowReach reach, int32_t n, Outside outside, Store store) {
+  const int64_t before = reach.before, after = reach.after;
   Sum sum{};
-  for (int64_t i = -int64_t{reach.before}; i <= reach.after; ++i) sum += static_cast<Sum>(column(i));
-  store(0, sum);
-  for (int64_t x = 1; x < n; ++x) {
-    sum += static_cast<Sum>(column(x + reach.after));
-    sum -= static_cast<Sum>(column(x - 1 - reach.before));
-    store(static_cast<int32_t>(x), sum);
-  }
+  for (int64_t i = -before; i <= after; ++i) sum += static_cast<Sum>(outside(i));
+  store(0, sum, false);
+  int64_t x = 1;
+  const auto slideTo = [&](int64_t end, auto column, bool inside) {
+    for (; x < end; ++x) {
+      sum += static_cast<Sum>(column(x + after));
+      sum -= static_cast<Sum>(column(x - 1 - before));
+      store(static_cast<int32_t>(x), sum, inside);
+    }
+  };
+  slideTo(std::min<int64_t>(before + 1, n), outside, false);
+  slideTo(
+      n - after, [columns](int64_t i) { return columns[i]; }, true);
+  slideTo(n, outside, false);
 }
 
 }  // namespace dax::portable

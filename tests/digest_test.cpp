@@ -1,8 +1,13 @@
 // Digests of outputs over fixed inputs. The numbers are the same on every machine: a change of one bit in one result
-// shows here, and so does a machine that computes differently.
+// shows here, and so does a machine that computes differently. This file is compiled with NEON kernels, without them, and
+// for the reference pool; a family with _MT members takes its digest anew for 1 to 16 threads. After a change:
+// scripts/digests, which puts the numbers into the documents.
 #include <gtest/gtest.h>
 
+#include "dax3dpcl.h"
 #include "daxi.h"
+#include "prmt.h"
+#include "tests/support/any_pool.h"
 #include "tests/support/labeller.h"
 
 namespace dax::test {
@@ -91,6 +96,31 @@ TEST(Digests, FilterBox) {
   EXPECT_EQ(digest.value(), 0xF1EAF9B45932609Eu);
 }
 
+TEST(Digests, FilterMean) {
+  std::vector<double> buffer(302 * 204);
+  Digest digest;
+  const auto add = [&]<class T>(DaxStatus (*mean)(const T*, int32_t, T*, int32_t, DaxiSize, DaxiSize, void*)) {
+    TestImage<T> src({301, 203}), dst(src.size());
+    Random random(8);
+    src.fill([&](int32_t, int32_t) { return T(random.below(256)) / T(3); });
+    for (const DaxiSize mask : {DaxiSize{3, 3}, {16, 5}, {201, 101}}) {
+      ASSERT_EQ(mean(src.data(), src.step(), dst.data(), dst.step(), src.size(), mask, buffer.data()), DAX_STS_OK);
+      digest.add(dst);
+    }
+  };
+  add(DAXI_FilterMean_8u_C1R);
+  add(DAXI_FilterMean_16u_C1R);
+  add(DAXI_FilterMean_16s_C1R);
+  add(DAXI_FilterMean_32f_C1R);
+  add(DAXI_FilterMean_64f_C1R);
+  add(DAXI_FilterMeanInt_8u_C1R);
+  add(DAXI_FilterMeanInt_16u_C1R);
+  add(DAXI_FilterMeanInt_16s_C1R);
+  add(DAXI_FilterMeanInt_32f_C1R);
+  add(DAXI_FilterMeanInt_64f_C1R);
+  EXPECT_EQ(digest.value(), 0xAC16227DB9AC0895u);
+}
+
 TEST(Digests, FilterMedian) {
   Digest digest;
   const auto add = [&]<class T>(DaxStatus (*median)(const T*, int32_t, T*, int32_t, DaxiSize)) {
@@ -105,6 +135,18 @@ TEST(Digests, FilterMedian) {
   add(DAXI_FilterMedian3x3_32f_C1R);
   add(DAXI_FilterMedian3x3_64f_C1R);
   EXPECT_EQ(digest.value(), 0x62584CBCF12CC33Du);
+}
+
+TEST(Digests, FilterMedianOnPool) {
+  TestImage<uint8_t> src({301, 37}), dst(src.size());
+  src.randomize(4);
+  for (uint32_t threads = 1; threads <= 16; ++threads) {
+    AnyPool pool(threads);
+    ASSERT_EQ(DAXI_FilterMedian3x3_8u_C1R_NEON_MT(pool.get(), threads, src.data(), src.step(), dst.data(), dst.step(),
+                                                  src.size()),
+              DAX_STS_OK);
+    EXPECT_EQ(Digest().add(dst).value(), 0x49424509E44C80D2u) << threads << " threads";
+  }
 }
 
 TEST(Digests, Calipers) {
@@ -187,37 +229,207 @@ TEST(Digests, Threshold) {
   EXPECT_EQ(digest.value(), 0x22150A20762B2ED9u);
 }
 
-TEST(Digests, Blobs) {
-  const Image gray = hills({640, 480}, 3);
-  Image mask(gray.size());
-  mask.fill([&](int32_t x, int32_t y) { return gray.at(x, y) > 140 ? 255 : 0; });
+// Residuals of basic operations alone: rational functions of the parameters.
+int32_t rationalResiduals(const double* x, int32_t n, int32_t m, void*, double* r) {
+  for (int32_t i = 0; i < m; ++i) {
+    const double t = i * 0.25, a = x[i % n], b = x[(i * 7 + 3) % n];
+    r[i] = (a + t) / (1 + b * b + t * t) - 0.3 + 0.1 * (i % 5);
+  }
+  return 0;
+}
+int32_t addStep(double* x, const double* step, int32_t n, void*) {
+  for (int32_t j = 0; j < n; ++j) x[j] += step[j];
+  return 0;
+}
+int32_t differences(const double* x, int32_t n, int32_t m, void* user, PrmtMsp* jacobian) {
+  std::vector<double> scratch(static_cast<size_t>(2 * (m + n)));
+  return PRMT_JacNum_Process_f64(x, n, m, user, rationalResiduals, addStep, jacobian, scratch.data());
+}
+
+TEST(Digests, LeastSquares) {
+  constexpr int32_t kN = 41, kM = 150;
+  const PrmtLmFunctions functions{rationalResiduals, differences, addStep, 0};
+  std::vector<uint8_t> buffer(1 << 22);
+  Digest digest;
+  int32_t user = 0;
+  for (const int32_t variant : {0, 1, 2}) {
+    PrmtLmParam param{1e-12, 0, 6, 1e-6, 0.01, 10, 0, 0};
+    PrmtCgParam cg{1e-10, 100, 4, 0};
+    std::vector<double> x(kN + 2);
+    for (int32_t j = 0; j < kN; ++j) x[static_cast<size_t>(j)] = 0.1 * j - 2;
+    double* const outputs = x.data() + kN;
+    uint64_t bytes = buffer.size();
+    const auto run = [&] {
+      if (variant == 0) {
+        return PRMT_LM_Process_f64(x.data(), kN, kM, &functions, &user, &param, outputs, outputs + 1, buffer.data(),
+                                   &bytes);
+      }
+      if (variant == 1) {
+        return PRMT_LM_HUBER_Process_f64(x.data(), kN, kM, &functions, &user, &param, 0.2, outputs, outputs + 1,
+                                         buffer.data(), &bytes);
+      }
+      return PRMT_LM_CG_Process_f64(x.data(), kN, kM, &functions, &user, &param, &cg, outputs, outputs + 1,
+                                    buffer.data(), &bytes);
+    };
+    ASSERT_EQ(run(), 0);
+    digest.add(x.data(), x.size() * sizeof(double));
+  }
+  for (int32_t k = 0; k < 200; ++k) {
+    double twist[6], motion[16];
+    for (int32_t i = 0; i < 6; ++i) twist[i] = ((k * 37 + i * 11) % 101 - 50) * (k % 4 == 0 ? 1e-3 : 0.03);
+    PRMT_SE3_Exp_f64(twist, motion);
+    PRMT_SE3_Update_f64(twist, twist);
+    digest.add(motion, sizeof motion).add(twist, sizeof twist);
+  }
+  EXPECT_EQ(digest.value(), 0x108BF7CBED666067u);
+}
+
+// A mask and its grey image; a configuration for each sort key.
+struct BlobScene {
+  BlobScene() : gray(hills({640, 480}, 3)), mask(gray.size()) {
+    mask.fill([&](int32_t x, int32_t y) { return gray.at(x, y) > 140 ? 255 : 0; });
+  }
+  static BlobSelectCfg config(uint32_t key) {
+    BlobSelectCfg cfg = {};
+    cfg.grayMode = key % 2;
+    cfg.maxCount = 200;
+    cfg.flags = key % 3 ? 0x1 : 0x13;
+    cfg.area = {2, 5000}, cfg.perimeter = {0, 1000}, cfg.circularity = {0, 1};
+    cfg.areaWeight = 1, cfg.circularityWeight = 0.5f;
+    cfg.sortKey = key, cfg.sortOrder = 1 + key % 3;
+    return cfg;
+  }
+  Image gray, mask;
+};
+
+// The records of the best 200 blobs by each key, after those of the runs.
+template <class Select>
+uint64_t blobDigest(const BlobScene& scene, const Select& select) {
   Digest digest;
   for (const int32_t connectivity : {4, 8}) {
-    Labeller label(mask.size(), connectivity);
-    const DaxiDomainList& list = label(mask, DAX_ISA_NEON);
+    Labeller label(scene.mask.size(), connectivity);
+    const DaxiDomainList& list = label(scene.mask, DAX_ISA_NEON);
     digest.add(list.runs, list.runCount * sizeof(DomainRun));
-    uint64_t bytes = 0;
-    ASSERT_EQ(DAXI_BlobSelectBufferSize_8u(mask.size(), &bytes), DAX_STS_OK);
-    std::vector<uint8_t> buffer(bytes);
     for (uint32_t key = 1; key <= 13; ++key) {
-      BlobSelectCfg cfg = {};
-      cfg.grayMode = key % 2;
-      cfg.maxCount = 200;
-      cfg.flags = key % 3 ? 0x1 : 0x13;
-      cfg.area = {2, 5000}, cfg.perimeter = {0, 1000}, cfg.circularity = {0, 1};
-      cfg.areaWeight = 1, cfg.circularityWeight = 0.5f;
-      cfg.sortKey = key, cfg.sortOrder = 1 + key % 3;
+      const BlobSelectCfg cfg = BlobScene::config(key);
       std::vector<BlobInfo> blobs(200);
       BlobSelectResult result = {blobs.data(), 0, nullptr};
-      ASSERT_EQ(DAXI_BlobSelect_8u_C1R(gray.data(), gray.step(), gray.data(), gray.step(), gray.size(), &list,
-                                       static_cast<int32_t>(list.domainCount), &result, &cfg, buffer.data()),
-                DAX_STS_OK);
+      EXPECT_EQ(select(list, result, cfg), static_cast<DaxStatus>(DAX_STS_OK));
       EXPECT_EQ(result.count, 200u);
       for (BlobInfo& blob : blobs) blob.domain = nullptr;
       digest.add(blobs.data(), blobs.size() * sizeof(BlobInfo));
     }
   }
-  EXPECT_EQ(digest.value(), 0x6FB69BAA142E9D0Du);
+  return digest.value();
+}
+
+TEST(Digests, Blobs) {
+  const BlobScene scene;
+  uint64_t bytes = 0;
+  ASSERT_EQ(DAXI_BlobSelectBufferSize_8u(scene.mask.size(), &bytes), DAX_STS_OK);
+  std::vector<uint8_t> buffer(bytes);
+  const auto select = [&](const DaxiDomainList& list, BlobSelectResult& result, const BlobSelectCfg& cfg) {
+    return DAXI_BlobSelect_8u_C1R(scene.gray.data(), scene.gray.step(), scene.gray.data(), scene.gray.step(),
+                                  scene.gray.size(), &list, static_cast<int32_t>(list.domainCount), &result, &cfg,
+                                  buffer.data());
+  };
+  EXPECT_EQ(blobDigest(scene, select), 0x6FB69BAA142E9D0Du);
+}
+
+TEST(Digests, BlobsOnPool) {
+  const BlobScene scene;
+  for (uint32_t threads = 1; threads <= 16; ++threads) {
+    AnyPool pool(threads);
+    uint64_t bytes = 0;
+    ASSERT_EQ(DAXI_BlobSelectBufferSize_8u_MT(scene.mask.size(), threads, &bytes), DAX_STS_OK);
+    std::vector<uint8_t> buffer(bytes);
+    const auto select = [&](const DaxiDomainList& list, BlobSelectResult& result, const BlobSelectCfg& cfg) {
+      return DAXI_BlobSelect_8u_C1R_MT(scene.gray.data(), scene.gray.step(), scene.gray.data(), scene.gray.step(),
+                                       scene.gray.size(), &list, static_cast<int32_t>(list.domainCount), &result, &cfg,
+                                       buffer.data(), threads, pool.get());
+    };
+    EXPECT_EQ(blobDigest(scene, select), 0x6FB69BAA142E9D0Du) << threads << " threads";
+  }
+}
+
+TEST(Digests, Add) {
+  Image a({301, 37}), b(a.size()), dst(a.size());
+  a.randomize(9), b.randomize(10);
+  for (const int32_t isa : {DAX_ISA_PORTABLE, DAX_ISA_NEON}) {
+    ASSERT_EQ(DAXI_Add_8u_C1RSfs_IS(a.data(), a.step(), b.data(), b.step(), dst.data(), dst.step(), a.size(), isa),
+              DAX_STS_OK);
+    EXPECT_EQ(Digest().add(dst).value(), 0xAA703C013D10FB0Au);
+  }
+}
+
+// Classes, hulls and enclosing boxes of every domain.
+TEST(Digests, Regions) {
+  const BlobScene scene;
+  const DaxiSize size = scene.mask.size();
+  Labeller label(size, 8);
+  const DaxiDomainList& list = label(scene.mask, DAX_ISA_NEON);
+  std::vector<DaxiPoint32s> points(DAXI_HULL_POINTS(size.height));
+  Digest digest;
+  for (uint32_t i = 0; i < list.domainCount; ++i) {
+    const DaxiDomain* const domain = list.domains + i;
+    int32_t count = 0;
+    float rectangularity = 0;
+    ASSERT_EQ(_DAXI_DomainConvexHull_ROI(&list, domain, size, points.data(), &count), DAX_STS_OK);
+    digest.add(points.data(), static_cast<size_t>(count) * sizeof(DaxiPoint32s));
+    for (const int32_t mode : {DAXI_BOX_LEAST_AREA, DAXI_BOX_LEAST_PERIMETER}) {
+      DaxiRotatedBox box;
+      ASSERT_EQ(_DAXI_DomainEncloseBox(&list, domain, size, mode, points.data(), &box), DAX_STS_OK);
+      digest.add(&box, sizeof box);
+    }
+    ASSERT_EQ(_DAXI_DomainRectangularity(&list, domain, size, points.data(), &rectangularity), DAX_STS_OK);
+    digest.add(&rectangularity, sizeof rectangularity);
+  }
+  EXPECT_EQ(digest.value(), 0x5614FE2F059BD07Fu);
+}
+
+TEST(Digests, RangeToPoints) {
+  TestImage<int16_t> values({301, 203});
+  Image mask(values.size());
+  values.randomize(8), mask.randomize(9);
+  DAX3DPCL_RANGE_MAP map = {203, 301, {0.1f, -0.3f, 0.07f, 11.1f, 3, -5}, nullptr, mask.data(), values.data()};
+  std::vector<float> buffer(3 * 301 * 203 + 32);
+  float* points = nullptr;
+  DAX3DPCL_CLOUD_SIZE size = {};
+  Digest digest;
+  ASSERT_EQ(DAX3DPCL_PREP_CONVERT_Range2XYZ_16s32f(&map, buffer.data(), 1, &points, &size), DAX_STS_OK);
+  digest.add(points, size_t{12} * 301 * 203);
+  const float pinhole[6] = {0.01f, 0.3f, 511.7f, 499.1f, 150.3f, 101.9f};
+  std::copy(pinhole, pinhole + 6, map.params);
+  ASSERT_EQ(DAX3DPCL_PREP_CONVERT_Depth2XYZ_16s32f(&map, buffer.data(), 0, &points, &size), DAX_STS_OK);
+  digest.add(points, size_t{12} * static_cast<size_t>(size.width));
+
+  const DAX3DPCL_CLOUD3D cloud = {size.width, size.width, points};
+  const float box[6] = {-300, -200, -300, 250, 200, 300};
+  uint64_t resultBytes = 0, workBytes = 0;
+  ASSERT_EQ(DAX3DPCL_PREP_SAMPLE_VoxelGridResultSize(cloud.count, &resultBytes), DAX_STS_OK);
+  ASSERT_EQ(DAX3DPCL_PREP_SAMPLE_VoxelGridBufferSize(cloud.count, &workBytes), DAX_STS_OK);
+  std::vector<uint8_t> result(resultBytes), work(workBytes);
+  DAX3DPCL_CLOUD3D* thinned = nullptr;
+  ASSERT_EQ(DAX3DPCL_PREP_SAMPLE_VoxelGrid(&cloud, box, &thinned, result.data(), work.data(), 2, 3, 5), DAX_STS_OK);
+  digest.add(thinned->points, size_t{12} * static_cast<size_t>(thinned->count));
+  EXPECT_EQ(digest.value(), 0x62243EAFDD10350Fu);
+}
+
+TEST(Digests, Speckles) {
+  const Image gray = hills({301, 203}, 10);
+  TestImage<int16_t> src(gray.size()), dst(gray.size());
+  src.fill([&](int32_t x, int32_t y) { return gray.at(x, y) * 7 - 900; });
+  uint64_t bytes = 0;
+  ASSERT_EQ(DAX3DPCL_PREP_FILTER_Speckle_BufferSize(src.size(), &bytes), DAX_STS_OK);
+  std::vector<uint8_t> buffer(bytes);
+  Digest digest;
+  for (const int32_t maxDiff : {20, 60, 90}) {
+    ASSERT_EQ(DAX3DPCL_PREP_FILTER_Speckle_S16(src.size(), src.data(), dst.data(), {3, 5}, {300, 190}, maxDiff, 50,
+                                               -900, buffer.data()),
+              DAX_STS_OK);
+    digest.add(dst);
+  }
+  EXPECT_EQ(digest.value(), 0xDD2744EE5B17CEACu);
 }
 
 }  // namespace

@@ -3,10 +3,8 @@
 #include <sys/resource.h>
 
 #include <algorithm>
-#include <chrono>
 #include <cmath>
 #include <cstdio>
-#include <functional>
 #include <memory>
 #include <thread>
 #include <vector>
@@ -15,10 +13,13 @@
 #include "daxi.h"
 #include "support/image.h"
 #include "support/operation.h"
+#include "support/stopwatch.h"
 
 namespace {
 
 using bench::Image;
+using bench::least;
+using bench::milliseconds;
 using Memory = std::unique_ptr<uint8_t[]>;
 
 template <class Query>
@@ -26,19 +27,6 @@ Memory allocate(Query query) {
   uint64_t bytes = 0;
   bench::require(query(&bytes));
   return Memory(new uint8_t[bytes]);
-}
-
-double milliseconds(const std::function<void()>& run) {
-  const auto start = std::chrono::steady_clock::now();
-  run();
-  return std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - start).count();
-}
-
-// The least of several runs: what the machine can do when nothing else runs.
-double least(int rounds, const std::function<void()>& run) {
-  double best = INFINITY;
-  for (int i = 0; i < rounds; ++i) best = std::min(best, milliseconds(run));
-  return best;
 }
 
 // A mask with memory for its labelling, and its domains.

@@ -1,4 +1,4 @@
-/* Points of the image plane, x to the right, y down. */
+/* Points of the image plane, x to the right, y down; pixel centres lie at integer coordinates. */
 #ifndef DAXI_POINT_H
 #define DAXI_POINT_H
 

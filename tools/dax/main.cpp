@@ -19,6 +19,7 @@ namespace {
 constexpr const char* kFooter =
     "Examples:\n"
     "  dax inspect parts.png --area 200.. --report parts.html\n"
+    "  dax filter noisy.png clean.png --median3 --compare specks.png\n"
     "  dax render-scene scene.png --truth scene.json\n\n"
     "dax COMMAND --help tells all of a command.\n\n";
 
@@ -32,14 +33,14 @@ class Help : public CLI::Formatter {
 };
 
 ExitStatus dispatch(int argc, char** argv) {
-  CLI::App app("Finds and measures objects in images.", "dax");
+  CLI::App app("Filters images, finds and measures objects in them.", "dax");
   app.formatter(std::make_shared<Help>());
   app.get_formatter()->column_width(30);
   app.set_version_flag("--version", std::string("dax ") + DAX_GetVersion(), "show the version");
   app.set_help_flag("-h,--help", "show this help");
   app.require_subcommand(1);
   app.footer(std::string(kFooter) + kExitStatusHelp);
-  const Command commands[] = {addInspect(app), addRenderScene(app)};
+  const Command commands[] = {addInspect(app), addFilter(app), addRenderScene(app)};
   try {
     app.parse(argc, argv);
   } catch (const CLI::ParseError& error) {

@@ -5,6 +5,7 @@
 #include "commands.h"
 #include "image_file.h"
 #include "output_file.h"
+#include "picture_file.h"
 #include "scene.h"
 #include "text.h"
 
@@ -34,12 +35,11 @@ DaxiSize parseSize(const std::string& text) {
 
 ExitStatus run(const SceneOptions& options) {
   const fs::path image = options.image;
-  const bool isPng = image.extension() == ".png";
-  if (!isPng && image.extension() != ".pgm") reject(printable(options.image) + ": does not end in .png or .pgm");
+  requirePictureName(image);
   if (options.image == options.truth) reject("--truth: is the picture itself");
   const Scene scene = renderScene(parseSize(options.size), static_cast<uint64_t>(options.seed));
   setUpDecoders();
-  writeFile(image, isPng ? encodePng(scene.image) : encodePgm(scene.image));
+  writePicture(image, scene.image);
   if (!options.truth.empty()) writeFile(options.truth, truthToJson(scene.truth));
   return ExitStatus::kOk;
 }

@@ -1,0 +1,38 @@
+#include "calib/board.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "tests/support/board_image.h"
+
+namespace bench {
+
+const Board& board() {
+  static const Board made = [] {
+    dax::test::BoardView view;
+    view.rotation = 12;
+    view.tilt = 20;
+    view.tiltAxis = 30;
+    view.blur = 0.8;
+    view.noise = 2;
+    const dax::test::BoardImage rendered(view);
+    Board result{Image<uint8_t>(view.size), {}};
+    for (int32_t y = 0; y < view.size.height; ++y) {
+      std::copy_n(rendered.image.row(y), view.size.width, result.image.data() + ptrdiff_t{y} * view.size.width);
+    }
+    for (const auto& p : rendered.corners) result.corners.push_back({static_cast<float>(p.x), static_cast<float>(p.y)});
+    return result;
+  }();
+  return made;
+}
+
+Image<uint8_t> noBoard() {
+  const Image<uint8_t> mask = smoothBlobMask({640, 480}), grain = noise<uint8_t>({640, 480});
+  Image<uint8_t> image({640, 480});
+  for (size_t i = 0; i < image.pixels->size(); ++i) {
+    image.data()[i] = static_cast<uint8_t>(60 + mask.data()[i] / 2 + grain.data()[i] / 16);
+  }
+  return image;
+}
+
+}  // namespace bench

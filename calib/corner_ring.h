@@ -1,0 +1,47 @@
+// The grey values on a circle around a chessboard corner: dark, light, dark, light.
+#pragma once
+
+#include <cstdint>
+
+#include "dax/types.h"
+#include "daxi/point.h"
+
+namespace dax {
+
+// The two edges that cross in a corner, as lines: going on by a small angle from `intoDark` leads into a dark square,
+// from `intoLight` into a light one. Unit vectors.
+struct CornerEdges {
+  DaxiPoint32f intoDark;
+  DaxiPoint32f intoLight;
+};
+
+struct RingRules {
+  float contrast;  // least difference of the means of dark and light
+};
+
+// What a circle shows.
+struct RingView {
+  bool corner;     // whether it is that of a corner
+  float contrast;  // mean of the light samples less that of the dark ones
+  CornerEdges edges;
+};
+
+inline constexpr int32_t kMostRingSamples = 32;
+
+// Judges `count` samples at the angles 2 pi k / count, whose cosines and sines are given. They are thresholded at their
+// mean; there must be four changes, opposite sectors alike in width and level, and no sector narrower than 25 degrees.
+RingView viewRing(const float* samples, const DaxiPoint32f* directions, int32_t count, RingRules rules);
+
+// Unit vectors at the angles 2 pi k / count.
+void ringDirections(DaxiPoint32f* directions, int32_t count);
+
+// 32 samples of an image on a circle, interpolated bilinearly, the edge going on outside. Centre within +-2^20.
+RingView viewCircle(const uint8_t* src, int32_t srcStep, DaxiSize size, DaxiPoint32f centre, float radius,
+                    RingRules rules);
+
+}  // namespace dax
+
+// The edges around a corner, measured on a circle of the given radius or, where that shows none, of half of it. Returns
+// false where neither shows a corner, and leaves `edges` then.
+extern "C" bool DAXI_Common_around_edge_orit(const uint8_t* src, int32_t srcStep, DaxiSize size, DaxiPoint32f centre,
+                                             float radius, float contrast, dax::CornerEdges* edges);

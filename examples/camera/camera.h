@@ -1,0 +1,69 @@
+// A GenICam camera that delivers 8-bit grey frames, through Aravis.
+#pragma once
+
+#include <arv.h>
+
+#include <atomic>
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <stdexcept>
+#include <string>
+
+namespace live {
+
+// What went wrong with a camera, in words for its user.
+struct CameraError : std::runtime_error {
+  using std::runtime_error::runtime_error;
+};
+
+struct Unref {
+  void operator()(void* object) const { g_object_unref(object); }
+};
+template <class T>
+using Owned = std::unique_ptr<T, Unref>;
+
+// A frame inside the camera's buffer.
+struct Frame {
+  const uint8_t* pixels;
+  int32_t step, width, height;
+  uint64_t id;
+  int64_t arrivedMicroseconds;  // first packet, on the clock of g_get_real_time
+};
+
+enum class Grab { kFrame, kNothing, kDamaged };
+
+class Camera {
+ public:
+  // Opens a camera by its name or address, the first one found where `name` is empty, and starts it. A frame rate of 0
+  // leaves the camera's own. Throws CameraError.
+  Camera(const std::string& name, double framesPerSecond);
+  ~Camera();
+  Camera(const Camera&) = delete;
+  Camera& operator=(const Camera&) = delete;
+
+  const std::string& name() const { return name_; }
+
+  // Waits for a frame and hands it to `use`; the frame is the camera's again afterwards.
+  Grab grab(uint64_t timeoutMicroseconds, const std::function<void(const Frame&)>& use);
+
+  // Control has been lost: another host took it, or the camera does not answer. What is left then is to close it.
+  bool lost() const { return lost_; }
+  void markLost() { lost_ = true; }
+
+  // The cameras that can be seen now, one a line.
+  static std::string list();
+
+ private:
+  Camera() = default;
+  void open(const std::string& name);
+  void start(double framesPerSecond);
+  static void onControlLost(ArvDevice*, void* self) { static_cast<Camera*>(self)->lost_ = true; }
+
+  Owned<ArvCamera> camera_;
+  Owned<ArvStream> stream_;
+  std::string name_;
+  std::atomic<bool> lost_{false};
+};
+
+}  // namespace live

@@ -1,0 +1,72 @@
+/* The range file: one range image as a sequence of chunks.
+ *
+ * A chunk is its payload followed by two little-endian 32-bit words: tag and payload size in bytes. So a file is read
+ * from its end backwards.
+ *
+ *   tag         payload               meaning
+ *   0x617D18DB  2 * width * height    range values, 16-bit, row by row without padding
+ *   0xA5A53D03  width * height        validity mask
+ *   0xA5A53D0B  16 + pixels           colour: {0, width, height, format} as 32-bit words, then three planes (format
+ *                                     0x2180021 or 200) or three bytes a pixel (0x2180014, 201 and all others)
+ *   0xA5A53D07  12                    scale, three 32-bit floats
+ *   0xA5A53D08  12                    offset, three 32-bit floats
+ *   0xA5A53D02  4                     height
+ *   0xA5A53D01  4                     width
+ *   1           4                     type
+ *   2           140 or 280            the 35 calibration values as 32-bit or 64-bit floats
+ *
+ * Records are explained in dax3dpcl/range_record.h. Thread-safe on distinct records and files. */
+#ifndef DAX3DPCL_RANGE_FILE_H
+#define DAX3DPCL_RANGE_FILE_H
+
+#include "range_record.h"
+
+DAX_BEGIN_DECLS
+
+/* Writes range values, mask, scale, offset, height and width, in this order, from the memory of owner pointers. Type,
+ * colour and calibration are left out. A new file, or one that takes the place of a regular file, is written under a
+ * temporary name in the same folder (which must be writable), brought to the disk and renamed, so that a failure leaves
+ * the old file as it was. Other files (devices, links) are written directly.
+ *
+ * Checks, in order:
+ *   path, record, range owner 0, range plane 0 or mask owner 0 null       0x10000014
+ *   range format not 3 or mask format not 1                               0x10000007
+ *   sides of range and mask differ, or outside 1..32767                   0x10000008
+ *   range step or mask step not equal to the width                        0x10000009
+ * File not opened -> 0x10000025, not written -> 0x10000027. */
+DAX_API DaxStatus DAX3DPCL_UTILS_WRITE_RANGE_V4(const char* path, const DAX3D_RANGE_V4* record);
+
+/* Writes everything that the record holds, so that nothing is lost on reading: range values, mask (for type 0, and for
+ * type 1 when mask owner 0 is not null), colour (when colour owner 0 is not null), calibration as 64-bit floats, scale,
+ * offset, type, height and width.
+ *
+ * Checks, in order: path or record null -> 0x10000014; type above 1 -> 0x10000007; those above, those of the mask where
+ * it is written; then those of the colour where it is written: format neither 200 nor 201 -> 0x10000007; format 200:
+ * owner 1 or 2 null -> 0x10000014; sides outside 1..32767 -> 0x10000008; a step other than the width (201: 3 * width)
+ * -> 0x10000009. */
+DAX_API DaxStatus DAX3DPCL_UTILS_WRITE_RANGE_V4_V2(const char* path, const DAX3D_RANGE_V4* record);
+
+/* Reads a file into a record, which must be zeroed or hold what it says: memory that it owns is used when it is large
+ * enough, as the slot says (step * height elements, of two bytes where the format is 3), for the file; missing memory is allocated with ZUR_Malloc.
+ * Chunks that the file does not have leave their part of the record as it was; unknown tags are skipped.
+ *
+ * Chunks are met from the end of the file. Of several width or height chunks the first one met counts, of all others
+ * the last one met. Width and height must be met before range values. A mask shorter than the image leaves the other
+ * pixels invalid. After the walk the range slot has format 3 and the sides of the file, its step is the width, and so
+ * it is with the mask slot (format 1) when the type is 0 or there is a mask. A file too short for a trailer gives 0 and
+ * loads nothing.
+ *
+ *   path or record null                                                   0x10000014
+ *   file not opened                                                       0x10000025
+ *   not seekable; payload of a wrong size; more data than the record's
+ *   memory holds; colour data of more than width * height pixels          0x10000000
+ *   sides outside 1..32767                                                0x10000008
+ *   read failed or came up short                                          0x10000026
+ *   no memory                                                             0x1000002b
+ * The size of range values is checked before the sides. A failed read leaves what it had read; a slot never says more
+ * than its memory holds. Release the record in either case (dax3dpcl/range_record.h). */
+DAX_API DaxStatus DAX3DPCL_UTILS_READ_RANGE_V4(const char* path, DAX3D_RANGE_V4* record);
+
+DAX_END_DECLS
+
+#endif

@@ -1,0 +1,66 @@
+/* Chessboard corners: the inner corners of a printed board of known size, in an 8-bit image. Refine them with
+ * DAXI_ChessboardCornerGetSubpix_8u_C1R (chessboard_subpix.h).
+ *
+ * The image is binarised and eroded 1, 2, ... times, until its dark squares come apart; squares that touch corner to
+ * corner are linked; a group of linked squares whose corners form exactly the asked grid is the board. A shared corner
+ * is half way between the two squares' corners, and a few pixels off, the more the more often the image was eroded:
+ * about half an erosion up and left on average, up to 3 pixels on sharp boards.
+ *
+ * Corners come row by row. The first row is the one nearest the top of the image, and rows run so that turning from the
+ * direction of the rows to that of the columns is turning from x to y: boards seen in a mirror are read backwards. */
+#ifndef DAXI_CHESSBOARD_H
+#define DAXI_CHESSBOARD_H
+
+#include "../dax/status.h"
+#include "../dax/types.h"
+#include "point.h"
+
+DAX_BEGIN_DECLS
+
+/* Inner corners of a board: one less than its squares. */
+typedef struct ChessboardPatternSize {
+  int32_t columns; /* corners in a row */
+  int32_t rows;    /* corners in a column */
+} ChessboardPatternSize;
+
+/* How dark pixels are told. */
+enum {
+  DAXI_CHESSBOARD_OTSU = 0,      /* below the Otsu level of the image */
+  DAXI_CHESSBOARD_LOCAL_MEAN = 1 /* more than 3 grey levels below the mean of the surroundings, a window of 8 to 128
+                                    pixels by the size of the image; for uneven light */
+};
+
+/* Bytes of work buffer. Has no upper limit on the board.
+ *
+ * Checks, in order: bytes null -> 0x10000014; width or height below 64 or above 65536 -> 0x1000001a; columns or rows
+ * below 2 -> 0x10000019; a size that does not fit a signed 64-bit integer -> 0x10000015. Thread-safe. */
+DAX_API DaxStatus DAXI_ChessboardCornerBufferSize_8u(DaxiSize size, ChessboardPatternSize pattern, uint64_t* bytes);
+
+/* Finds the board.
+ *
+ *   src, srcStep    image and its row step in bytes
+ *   size            region, sides 64..65536
+ *   pattern         inner corners, columns and rows each 2..25. A board of 2 x 2 has too few squares to be found.
+ *   corners         receives columns * rows points, in pixels; undefined where no board was found
+ *   cornerCount     receives columns * rows when a group of squares had the board's shape, else 0
+ *   found           receives 1 or 0. A corner that is not more than 8 pixels inside the image makes it 0.
+ *   thresholdMode   DAXI_CHESSBOARD_OTSU or DAXI_CHESSBOARD_LOCAL_MEAN
+ *   maxLevel        erosions to try, 1..18; 8 are enough
+ *   buffer          at least the queried bytes, aligned as by malloc
+ *
+ * Checks, in order:
+ *   src, corners, cornerCount, found or buffer null                       0x10000014
+ *   srcStep < width                                                       0x1000001b
+ *   width or height below 64 or above 65536                               0x1000001a
+ *   columns or rows outside 2..25, thresholdMode above 1 (compared as an
+ *   unsigned number), maxLevel outside 1..18                              0x10000019
+ * A failed call writes nothing. Whether the board was found or not, a call that passes the checks returns 0.
+ * Thread-safe for distinct outputs and buffers. */
+DAX_API DaxStatus DAXI_ChessboardCorner_8u_C1R(const uint8_t* src, int32_t srcStep, DaxiSize size,
+                                               ChessboardPatternSize pattern, DaxiPoint32f* corners,
+                                               int32_t* cornerCount, int32_t* found, int32_t thresholdMode,
+                                               int32_t maxLevel, void* buffer);
+
+DAX_END_DECLS
+
+#endif
