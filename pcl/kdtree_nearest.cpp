@@ -16,7 +16,7 @@ namespace {
 class NearestOne {
  public:
   NearestOne(const KdNearestCall& call, int32_t row)
-      : storedIndex_(call.indices + row), storedDistance_(call.distances + row) {}
+      : storedIndex_(call.indices + row), storedDistance_(call.distances + row), distance_(call.limit) {}
   int32_t count() const { return found_ ? 1 : 0; }
   float worst() const { return distance_; }
   void offer(uint32_t index, float distance) {
@@ -27,7 +27,7 @@ class NearestOne {
   }
   void store() const {
     *storedIndex_ = index_;
-    *storedDistance_ = distance_;
+    *storedDistance_ = found_ ? distance_ : FLT_MAX;
   }
 
  private:
@@ -35,7 +35,7 @@ class NearestOne {
   float* storedDistance_;
   bool found_ = false;
   uint32_t index_ = 0;
-  float distance_ = FLT_MAX;
+  float distance_;
 };
 
 // The neighbours found so far, in ascending order, in the caller's arrays.
@@ -44,10 +44,12 @@ class NearestSet {
   NearestSet(const KdNearestCall& call, int32_t row)
       : indices_(call.indices + ptrdiff_t{row} * call.k),
         distances_(call.distances + ptrdiff_t{row} * call.k),
-        capacity_(call.k) {
+        capacity_(call.k),
+        limit_(call.limit),
+        worst_(call.limit) {
     std::memset(indices_, 0, sizeof(uint32_t) * static_cast<size_t>(capacity_));
     std::memset(distances_, 0, sizeof(float) * static_cast<size_t>(capacity_));
-    distances_[capacity_ - 1] = worst_;
+    distances_[capacity_ - 1] = FLT_MAX;
   }
 
   int32_t count() const { return count_; }
@@ -63,7 +65,7 @@ class NearestSet {
     }
     distances_[i] = distance;
     indices_[i] = index;
-    worst_ = distances_[capacity_ - 1];
+    worst_ = std::min(limit_, distances_[capacity_ - 1]);
   }
   void store() const {}
 
@@ -72,7 +74,8 @@ class NearestSet {
   float* distances_;
   int32_t capacity_;
   int32_t count_ = 0;
-  float worst_ = FLT_MAX;
+  float limit_;
+  float worst_;
 };
 
 // Sums the squares of four axes at a time and stops when the sum exceeds the limit.

@@ -29,11 +29,17 @@ template <bool kFurtherAxes = false, class Visitor>
 void walk(KdPending at, const float* query, KdPending* stack, Visitor& visitor) {
   for (KdPending* top = stack;;) {
     const KdNode* node = at.node;
+    const float bound = at.bound;
+    const auto wait = [&](const KdNode* region, float regionBound) {
+      top->node = region;
+      top->bound = regionBound;
+      std::copy_n(at.axes, 3, top->axes);
+      return top++;
+    };
     while (node->first) {
       const int32_t axis = node->axis;
       if (kFurtherAxes && axis >= 3) {
-        *top = at;
-        top++->node = node->second;
+        wait(node->second, bound);
         node = node->first;
         continue;
       }
@@ -45,14 +51,8 @@ void walk(KdPending at, const float* query, KdPending* stack, Visitor& visitor) 
       const float toFar = firstIsNear ? toSecond : toFirst;
       node = firstIsNear ? first : second;
       const float cut = toFar * toFar;
-      const float farBound = at.bound + cut - at.axes[axis];
-      if (visitor.reaches(farBound)) {
-        *top = at;
-        top->node = far;
-        top->bound = farBound;
-        top->axes[axis] = cut;
-        ++top;
-      }
+      const float farBound = bound + cut - at.axes[axis];
+      if (visitor.reaches(farBound)) wait(far, farBound)->axes[axis] = cut;
     }
     if (!visitor.leaf(node->lo, node->hi)) return;
     do {

@@ -8,9 +8,23 @@ memory is handled inside, and the interpreter lock is released while the library
 machine, the instruction set or the number of threads.
 """
 from ._library import version
-from .blobs import Blobs, Labelling, label, select_blobs
+from .blobs import Blobs, Labelling, RotatedBox, draw_contours, draw_labels, enclosing_box, label, select_blobs
 from .errors import Error
-from .filters import Thresholded, box_sum, copy_border, erode3x3, median3x3, otsu, threshold
+from .filters import (
+    Thresholded,
+    add,
+    box_sum,
+    clipped_mean,
+    copy_border,
+    erode3x3,
+    invert,
+    mean,
+    median3x3,
+    otsu,
+    relative_soft_weights,
+    soft_weights,
+    threshold,
+)
 from .pool import Pool
 
 __version__ = version()
