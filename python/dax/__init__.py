@@ -9,6 +9,19 @@ machine, the instruction set or the number of threads.
 """
 from ._library import version
 from .blobs import Blobs, Labelling, RotatedBox, draw_contours, draw_labels, enclosing_box, label, select_blobs
+from .calipers import (
+    Annulus,
+    Box,
+    EdgePairs,
+    Edges,
+    Profile,
+    Ramp,
+    Rhomboid,
+    find_edge_pairs,
+    find_edge_pairs_in,
+    find_edges,
+    find_edges_in,
+)
 from .errors import Error
 from .filters import (
     Thresholded,
@@ -25,6 +38,7 @@ from .filters import (
     soft_weights,
     threshold,
 )
+from .lines import Line, fit_line
 from .pool import Pool
 
 __version__ = version()
