@@ -22,6 +22,7 @@ from .calipers import (
     find_edges,
     find_edges_in,
 )
+from .clouds import KdTree, Neighbours, Normals, estimate_normals, face_viewpoint, normal_of, voxel_grid
 from .errors import Error
 from .filters import (
     Thresholded,
@@ -40,5 +41,16 @@ from .filters import (
 )
 from .lines import Line, fit_line
 from .pool import Pool
+from .ranges import (
+    Calibration,
+    Camera,
+    RangeImage,
+    depth_to_xyz,
+    range_from_rgbd,
+    range_to_xyz,
+    read_range,
+    remove_speckles,
+    write_range,
+)
 
 __version__ = version()
