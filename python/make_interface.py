@@ -67,7 +67,8 @@ def clauses(comment):
     codes together each belongs to one of the clauses before them, or all to one."""
     found = []
     for number, line in enumerate(lines_of(comment)):
-        separators = r"(?<=\w)[.;:] |in order[,:] |^\W+" if number == 0 else r"^\W+"
+        # Not within parentheses.
+        separators = r"(?<=\w)[.;:] (?![^(]*\))|in order[,:] |^\W+" if number == 0 else r"^\W+"
         start = 0
         for match in CODES.finditer(line):
             text, start = " ".join(line[start:match.start()].split()), match.end()
