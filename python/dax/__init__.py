@@ -22,6 +22,16 @@ from .calipers import (
     find_edges,
     find_edges_in,
 )
+from .chessboards import (
+    Board,
+    Corners,
+    arrange_corners,
+    find_checkerboards,
+    find_checkerboards_by_symmetry,
+    find_chessboard,
+    locate_corners,
+    refine_corners,
+)
 from .clouds import KdTree, Neighbours, Normals, estimate_normals, face_viewpoint, normal_of, voxel_grid
 from .errors import Error
 from .filters import (
