@@ -34,8 +34,8 @@ class Package:
                     for member in archive if not member.isdir()}
 
     def names(self):
-        """Paths below /usr, documents apart."""
-        return {name[len("/usr/"):] for name in self.files if "/share/doc/" not in name}
+        """Paths below /usr, but for documents and what is for the checker of packages."""
+        return {name[len("/usr/"):] for name in self.files if not re.match("/usr/share/(doc|lintian)/", name)}
 
 
 class Packages(unittest.TestCase):
