@@ -15,6 +15,7 @@ struct Command {
 
 Command addInspect(CLI::App& app);
 Command addFilter(CLI::App& app);
+Command addFit(CLI::App& app);
 Command addRenderScene(CLI::App& app);
 
 // One line on standard error.
