@@ -20,6 +20,8 @@ constexpr const char* kFooter =
     "Examples:\n"
     "  dax inspect parts.png --area 200.. --report parts.html\n"
     "  dax filter noisy.png clean.png --median3 --compare specks.png\n"
+    "  dax caliper parts.png --box 120,80,60,16,0 --pair --plot profile.png\n"
+    "  dax line parts.png --from 40,200 --to 360,210 --calipers 30 --overlay line.png\n"
     "  dax render-scene scene.png --truth scene.json\n\n"
     "dax COMMAND --help tells all of a command.\n\n";
 
@@ -33,14 +35,14 @@ class Help : public CLI::Formatter {
 };
 
 ExitStatus dispatch(int argc, char** argv) {
-  CLI::App app("Filters images, finds and measures objects in them.", "dax");
+  CLI::App app("Filters images, finds and measures objects and edges in them.", "dax");
   app.formatter(std::make_shared<Help>());
   app.get_formatter()->column_width(30);
   app.set_version_flag("--version", std::string("dax ") + DAX_GetVersion(), "show the version");
   app.set_help_flag("-h,--help", "show this help");
   app.require_subcommand(1);
   app.footer(std::string(kFooter) + kExitStatusHelp);
-  const Command commands[] = {addInspect(app), addFilter(app), addRenderScene(app)};
+  const Command commands[] = {addInspect(app), addFilter(app), addCaliper(app), addLine(app), addRenderScene(app)};
   try {
     app.parse(argc, argv);
   } catch (const CLI::ParseError& error) {
