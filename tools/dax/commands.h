@@ -17,6 +17,8 @@ Command addInspect(CLI::App& app);
 Command addFilter(CLI::App& app);
 Command addFit(CLI::App& app);
 Command addRenderScene(CLI::App& app);
+Command addRange(CLI::App& app);
+Command addCloud(CLI::App& app);
 
 // One line on standard error.
 void report(const Failure& failure);
