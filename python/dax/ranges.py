@@ -26,6 +26,13 @@ class Camera(NamedTuple):
     p2: float = 0.0
     k3: float = 0.0
 
+    def check(self) -> None:
+        """Raises dax.Error unless focal lengths and centre are above 0.
+
+        >>> dax.Camera(500, 500, 320, 240).check()
+        """
+        call("DAX3DPCL_UTILS_Check_CamIntrins", ffi.new("double[4]", list(self[:4])))
+
 
 @dataclasses.dataclass(frozen=True)
 class Calibration:

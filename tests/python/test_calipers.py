@@ -97,8 +97,11 @@ def test_many_regions_as_one_by_one(rng, pool, kind):
     for single, several in ((dax.find_edges, dax.find_edges_in), (dax.find_edge_pairs, dax.find_edge_pairs_in)):
         alone = [single(image, region, threshold=4) for region in regions]
         assert sum(map(len, alone)) > 0
-        masked = [single(image, region, threshold=4, mask=covered, profile=True) for region in regions]
-        for result in (several(image, regions, threshold=4), several(image, regions, threshold=4, pool=pool), masked):
+        forms = [{"mask": covered}, {"profile": True}, {"mask": covered, "profile": True}]
+        results = [[single(image, region, threshold=4, **form) for region in regions] for form in forms]
+        if kind == "boxes":
+            results.append([single(image.astype(np.int16), region, threshold=4) for region in regions])
+        for result in (several(image, regions, threshold=4), several(image, regions, threshold=4, pool=pool), *results):
             for one, other in zip(alone, result):
                 assert np.array_equal(one.points, other.points) and np.array_equal(one.score, other.score)
     assert dax.find_edges_in(image, []) == []

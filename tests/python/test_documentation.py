@@ -8,6 +8,7 @@ import numpy as np
 import pytest
 
 import dax
+from dax._library import version
 
 MODULES = [module.name for module in pkgutil.iter_modules(dax.__path__) if not module.name.startswith("_")]
 
@@ -25,3 +26,7 @@ def test_every_function_is_documented_and_typed():
         assert ">>> " in (member.__doc__ or "") or name == "version", name
         hints = inspect.signature(member)
         assert all(p.annotation is not p.empty for p in hints.parameters.values()), name
+
+
+def test_version():
+    assert dax.__version__ == version() and dax.__version__.count(".") == 2

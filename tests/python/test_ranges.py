@@ -81,6 +81,8 @@ def test_depth_cameras():
     with pytest.raises(dax.Error, match="depthScale"):
         dax.range_from_rgbd(depth, image.colour, np.nan)
     CAMERAS.check()
+    with pytest.raises(dax.Error):
+        CAMERAS.rgb._replace(fx=np.nan).check()
     for camera, pose in ((dax.Camera(0, 1, 1, 1), EYE), (CAMERAS.rgb, 2 * EYE)):
         with pytest.raises(dax.Error):
             dax.Calibration(CAMERAS.depth, camera, pose).check()
