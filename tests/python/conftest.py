@@ -38,5 +38,9 @@ def rng():
 
 @pytest.fixture
 def pool():
+    """A pool of two, or none where the library of pools was not built: calls without one must do the same."""
+    if _library.host is None:
+        yield None
+        return
     with dax.Pool(2) as pool:
         yield pool

@@ -2,7 +2,9 @@
 import doctest
 import importlib
 import inspect
+import pathlib
 import pkgutil
+import runpy
 
 import numpy as np
 import pytest
@@ -16,6 +18,8 @@ MODULES = [module.name for module in pkgutil.iter_modules(dax.__path__) if not m
 @pytest.mark.parametrize("name", MODULES)
 def test_examples(name):
     module = importlib.import_module(f"dax.{name}")
+    if name == "pool" and module.host is None:
+        pytest.skip("built without the library of pools")
     assert doctest.testmod(module, extraglobs={"dax": dax, "np": np}).failed == 0
 
 
@@ -30,3 +34,11 @@ def test_every_function_is_documented_and_typed():
 
 def test_version():
     assert dax.__version__ == version() and dax.__version__.count(".") == 2
+
+
+@pytest.mark.parametrize("path", sorted((pathlib.Path(__file__).parents[2] / "examples/python").glob("*.py")), ids=lambda path: path.stem)
+def test_example_programs(path, capsys):
+    if dax.pool.host is None:
+        pytest.skip("built without the library of pools")
+    runpy.run_path(str(path), run_name="__main__")
+    assert capsys.readouterr().out.strip()
