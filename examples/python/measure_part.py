@@ -39,7 +39,8 @@ def main():
     between = math.acos(min(1.0, abs(upper.a * lower.a + upper.b * lower.b)))
     print(f"upper side: {upper.inliers.sum()} of {len(upper_points)} edges, rms {upper.rms:.3f} pixels")
     print(f"lower side: {lower.inliers.sum()} of {len(lower_points)} edges, rms {lower.rms:.3f} pixels")
-    print(f"width {width:.2f} pixels (drawn {WIDTH}), direction {direction:.4f} rad (drawn {ANGLE}), sides within {between:.4f} rad")
+    print(f"width {width:.2f} pixels (drawn {WIDTH}), direction {direction:.4f} rad (drawn {ANGLE})")
+    print(f"sides parallel within {between:.4f} rad")
     assert abs(width - WIDTH) < 0.1 and abs(direction - ANGLE) < 0.002 and upper.inliers.sum() < len(upper_points)
 
 

@@ -58,4 +58,5 @@ def _precision(values: ArrayLike) -> str:
 def _check(name: str, what: str, values: ArrayLike, shape: tuple[int, ...]) -> None:
     suffix = _precision(values)
     dtype, ctype = (np.float32, "float") if suffix == "32f" else (np.float64, "double")
-    call(f"{name}_{suffix}", pointer(numbers(what, values, shape, dtype), ctype))
+    array = numbers(what, values, shape, dtype)
+    call(f"{name}_{suffix}", pointer(array, ctype))

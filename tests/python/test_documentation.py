@@ -36,7 +36,9 @@ def test_version():
     assert dax.__version__ == version() and dax.__version__.count(".") == 2
 
 
-@pytest.mark.parametrize("path", sorted((pathlib.Path(__file__).parents[2] / "examples/python").glob("*.py")), ids=lambda path: path.stem)
+@pytest.mark.parametrize(
+    "path", sorted((pathlib.Path(__file__).parents[2] / "examples/python").glob("*.py")), ids=lambda path: path.stem
+)
 def test_example_programs(path, capsys):
     if dax.pool.host is None:
         pytest.skip("built without the library of pools")
