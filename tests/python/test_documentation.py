@@ -28,8 +28,24 @@ def test_every_function_is_documented_and_typed():
         if name.startswith("_") or not inspect.isfunction(member):
             continue
         assert ">>> " in (member.__doc__ or "") or name == "version", name
-        hints = inspect.signature(member)
-        assert all(p.annotation is not p.empty for p in hints.parameters.values()), name
+        assert_typed(name, member)
+
+
+def assert_typed(name, function):
+    signature = inspect.signature(function)
+    given = [p for p in signature.parameters.values() if p.name not in ("self", "cls")]
+    assert all(p.annotation is not p.empty for p in given) and signature.return_annotation is not signature.empty, name
+
+
+def test_every_class_and_method_is_documented_and_typed():
+    for name, kind in vars(dax).items():
+        if not inspect.isclass(kind):
+            continue
+        assert kind.__doc__ and kind.__doc__.strip(), name
+        for method, member in vars(kind).items():
+            if inspect.isfunction(member) and not method.startswith("_"):
+                assert member.__doc__, f"{name}.{method}"
+                assert_typed(f"{name}.{method}", member)
 
 
 def test_version():
