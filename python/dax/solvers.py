@@ -148,7 +148,17 @@ def numeric_jacobian(residuals: Residuals, x: ArrayLike, update: Optional[Update
     scratch = memory(8 * (2 * m + 2 * n))
     measured = session.residuals(residuals, m)
     address = ffi.cast("double*", scratch)
-    session.call("PRMT_JacNum_Process_f64", pointer(at, "double"), n, m, session.user, measured, session.update, result._matrix, address)
+    session.call(
+        "PRMT_JacNum_Process_f64",
+        pointer(at, "double"),
+        n,
+        m,
+        session.user,
+        measured,
+        session.update,
+        result._matrix,
+        address,
+    )
     return result.toarray()
 
 
@@ -175,7 +185,9 @@ def minimize_normal(
     n = len(start)
     measured, filler = _Memo(energy), Filler("normal: H", (n, n))
     formed = normal(start.copy(), settings.initial_damping)
-    functions = ffi.new("PrmtLmHmspFunctions*", {"update": session.update, "elements": max(elements, filler.count(formed[0])) or 1})
+    functions = ffi.new(
+        "PrmtLmHmspFunctions*", {"update": session.update, "elements": max(elements, filler.count(formed[0])) or 1}
+    )
     functions.energy = session.energy(measured)
 
     def form(x: Vector, damping: float, right: Any) -> Any:
@@ -242,7 +254,9 @@ def minimize_blocks(
     measured = _Memo(energy)
     functions = ffi.new("PrmtLmHblkFunctions*", {"update": session.update, "shape": layout.record[0]})
     functions.energy = session.energy(measured)
-    functions.normal = session.callback("PrmtBlockFunction", lambda x, n, m, user, h: layout.fill(h, normal(_array(x, n).copy())))
+    functions.normal = session.callback(
+        "PrmtBlockFunction", lambda x, n, m, user, h: layout.fill(h, normal(_array(x, n).copy()))
+    )
     query = needed("PRMT_LM_HBLK_BufferSize_f64", n, 1, layout.record)
     step_norm = session.solve("PRMT_LM_HBLK_Process_f64", query, start, n, 1, functions, session.user, settings._record())
     return Minimum(start, float(measured(start.copy())), step_norm, measured.calls)
@@ -330,8 +344,16 @@ class _Layout:
     def fill(self, h: Any, blocks: Blocks) -> None:
         size_a, count_a, size_b, count_b, _ = self.shape
         whole = size_a * count_a
-        shapes = (whole, whole), (count_b, size_b, size_b), (self.count, size_a, size_b), (count_a, size_a), (count_b, size_b)
-        values = [numbers(f"normal: {name}", value, each, np.float64) for name, value, each in zip(Blocks._fields, blocks, shapes)]
+        shapes = (
+            (whole, whole),
+            (count_b, size_b, size_b),
+            (self.count, size_a, size_b),
+            (count_a, size_a),
+            (count_b, size_b),
+        )
+        values = [
+            numbers(f"normal: {name}", value, each, np.float64) for name, value, each in zip(Blocks._fields, blocks, shapes)
+        ]
         values[2] = values[2][self.order]
         for field, value in zip(("a", "b", "w", "rhsA", "rhsB"), values):
             if value.size:

@@ -233,7 +233,9 @@ class Filler:
                 raise ValueError(f"{self.name}: a tuple of {len(value)}, needed are rows, columns and values")
             length, parts = np.size(value[0]), ("rows", "columns", "values")
             kinds = np.int64, np.int64, np.float64
-            rows, columns, values = (numbers(f"{self.name}: {part}", each, (length,), kind) for part, each, kind in zip(parts, value, kinds))
+            rows, columns, values = (
+                numbers(f"{self.name}: {part}", each, (length,), kind) for part, each, kind in zip(parts, value, kinds)
+            )
             return rows, columns, values
         dense = numbers(self.name, value, self.shape, np.float64)
         columns, rows = np.divmod(np.arange(dense.size), self.shape[0])

@@ -45,8 +45,12 @@ def test_dense_variants_as_scipy(data):
         for method in ("cholesky", "cg"):
             found = dax.least_squares(residuals, [1, 1, 0], jacobian, method=method, settings=TIGHT)
             assert np.allclose(found.x, plain.x, atol=1e-6), (name, method)
-            assert found.energy == pytest.approx(plain.cost, rel=1e-9) and np.array_equal(found.residuals, residuals(found.x))
-    robust = scipy.optimize.least_squares(residuals, [1, 1, 0], slopes, loss="huber", f_scale=0.1, xtol=1e-14, ftol=1e-14, gtol=1e-14)
+            assert found.energy == pytest.approx(plain.cost, rel=1e-9) and np.array_equal(
+                found.residuals, residuals(found.x)
+            )
+    robust = scipy.optimize.least_squares(
+        residuals, [1, 1, 0], slopes, loss="huber", f_scale=0.1, xtol=1e-14, ftol=1e-14, gtol=1e-14
+    )
     found = dax.least_squares(residuals, [1, 1, 0], slopes, huber=0.1, settings=TIGHT)
     assert np.allclose(found.x, robust.x, atol=1e-5) and found.energy == pytest.approx(robust.cost, rel=1e-7)
     assert np.allclose(dax.numeric_jacobian(curve, [1, 1, 0]), slopes(np.array([1, 1, 0])), atol=1e-5)
@@ -97,7 +101,9 @@ def test_bundles(rng):
 
     def residuals(x):
         a, b = parts(x)
-        return np.concatenate([a[links[:, 0]] + b[links[:, 1]] ** 3 + b[links[:, 1]] - seen, 0.1 * (a - cameras)[links[:, 0]]], 1)
+        return np.concatenate(
+            [a[links[:, 0]] + b[links[:, 1]] ** 3 + b[links[:, 1]] - seen, 0.1 * (a - cameras)[links[:, 0]]], 1
+        )
 
     def jacobians(x):
         b = parts(x)[1][links[:, 1]]
