@@ -18,7 +18,7 @@ bool NormalEquations::form(const PrmtMsp& jacobian, const double* weights, const
   const int32_t m = jacobian.rows;
   for (int32_t i = 0; i < m; ++i) weighted_[i] = weights ? weights[i] * residuals[i] : residuals[i];
   if (isFull(jacobian)) {
-    for (int32_t j = 0; j < jacobian.cols; ++j) gradient_[j] = dot(jacobian.value + int64_t{j} * m, weighted_, m);
+    dots(weighted_, jacobian.value, m, jacobian.cols, m, gradient_);
     formDense(jacobian, weights);
   } else {
     multiplyTransposed(jacobian, weighted_, gradient_);
@@ -146,13 +146,13 @@ void NormalEquations::formSparse(const PrmtMsp& jacobian, const double* weights)
 void NormalEquations::formDense(const PrmtMsp& jacobian, const double* weights) {
   const int32_t n = jacobian.cols, m = jacobian.rows;
   double* to = matrix_.value;
-  for (int32_t j = 0; j < n; ++j) {
+  for (int32_t j = 0; j < n; to += n - j, ++j) {
     const double* column = jacobian.value + int64_t{j} * m;
     if (weights) {
       for (int32_t i = 0; i < m; ++i) weighted_[i] = weights[i] * column[i];
       column = weighted_;
     }
-    for (int32_t k = j; k < n; ++k) *to++ = dot(column, jacobian.value + int64_t{k} * m, m);
+    dots(column, jacobian.value + int64_t{j} * m, m, n - j, m, to);
   }
 }
 

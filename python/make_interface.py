@@ -4,7 +4,8 @@
 usage: make_interface.py CPP INCLUDE OUTPUT     CPP: a C compiler driver; INCLUDE: the headers; OUTPUT: the package
 
 _interface.py holds the prototypes and records for cffi's out-of-line ABI mode: plain Python, nothing compiled.
-_contracts.py holds what the comments say about each status: {function: {code: [clause, ...]}}.
+_contracts.py holds what the comments say about each status: {function: {code: [clause, ...]}}, and what the solvers'
+own codes mean.
 """
 import pathlib
 import re
@@ -37,13 +38,17 @@ def write_interface(source, output):
 
 # A blank line ends what a comment is about.
 PIECE = re.compile(r"/\*(?P<comment>.*?)\*/|^DAX_API (?P<prototype>[^;]*);|(?P<gap>\n\n)", re.S | re.M)
-REFERENCE = re.compile(r"\b[Aa]s (?:of )?(_?(?:DAX|ZUR|PRM)[A-Z0-9]*_\w+)")
-CODES = re.compile(r"0x1[0-9a-f]{7}(?:(?:,| and| or| else)* 0x1[0-9a-f]{7})*")
-CODE = re.compile(r"0x1[0-9a-f]{7}")
+REFERENCE = re.compile(r"\b[Aa]s(?: of| in| for)?(?: |\n \* )(_?(?:DAX|ZUR|PRMT|PRM)[A-Z0-9]*_\w+)")
+# Solvers have small negative codes, which are told from numbers by the arrow or the word before them.
+CODE = re.compile(r"0x1[0-9a-f]{7}|(?:(?<=-> )|(?<=else ))-\d\d?\b")
+CODES = re.compile(rf"(?:{CODE.pattern})(?:(?:,| and| or| else)* 0x1[0-9a-f]{{7}})*")
+# A comment that opens with a name is about all functions whose names begin so.
+SECTION = re.compile(r"\s*(DAX\w+): ")
+SOLVER_CODE = re.compile(r"PRMT_STS_\w+ = (-\d+),? +/\* (.*?) \*/")
 
 
 def lines_of(comment):
-    """A comment as its rows of tables, which end in codes after two blanks or more, and all prose as one line."""
+    """A comment as all its prose in one line, and the rows of its tables, which end in codes after two blanks or more."""
     rows, prose, hanging = [], [], ""
     for line in re.sub(r"\n \* ?", "\n", comment).split("\n"):
         if re.search(r"\S {2,}0x1[0-9a-f]{7}", line):
@@ -59,15 +64,17 @@ def lines_of(comment):
 
 def clauses(comment):
     """Each (code, clause) of a comment. A clause is what stands before its code, back to the last separator; of several
-    codes in a row each belongs to one of the clauses before them, or all to one."""
+    codes together each belongs to one of the clauses before them, or all to one."""
     found = []
-    for line in lines_of(comment):
+    for number, line in enumerate(lines_of(comment)):
+        # Not within parentheses.
+        separators = r"(?<=\w)[.;:] (?![^(]*\))|in order[,:] |^\W+" if number == 0 else r"^\W+"
         start = 0
         for match in CODES.finditer(line):
             text, start = " ".join(line[start:match.start()].split()), match.end()
-            text = re.split(r"(?<=\w)[.;:] |in order[,:] |^\W+", text.rstrip(" ->(,"))[-1]
+            text = re.split(separators, text.rstrip(" ->(,"))[-1]
             text = re.sub(r",? else$", "", text.strip(" ,;.->")) + ")" * (text.count("(") - text.count(")"))
-            codes = [int(code, 16) for code in CODE.findall(match.group())]
+            codes = [int(code, 0) for code in re.findall(r"0x\w+|-\d+", match.group())]
             parts = re.split(r", then |, ", text)
             if len(parts) != len(codes):
                 parts = [text] * len(codes)
@@ -76,20 +83,22 @@ def clauses(comment):
 
 
 def contracts(include):
-    """What the comment of each function says about each code, or the one that it shares or refers to; then its header."""
+    """What the comment of each function says about each code, or the one that it shares or refers to, and about its header."""
     own, table = {}, {}
     for header in sorted(include.glob("*/*.h")):
         pieces = list(PIECE.finditer(header.read_text()))
-        head, comment = pieces[0]["comment"] or "", ""
+        head, comment, sections = pieces[0]["comment"] or "", "", {}
         for piece in pieces[1:]:
             if piece["prototype"]:
                 name = re.search(r"[ *]([A-Za-z_0-9]+)\(", piece["prototype"])[1]
-                own[name] = (comment, head)
+                own[name] = (comment, "".join(text for stem, text in sections.items() if name.startswith(stem)) + head)
             else:
                 comment = piece["comment"] or ""
-    for name, comments in own.items():
+                if section := SECTION.match(comment):
+                    sections[section[1] + "_"] = comment
+    for name in own:
         known = table[name] = {}
-        for text in referred(own, name) + [comments[1]]:
+        for text in referred(own, name):
             for code, clause in clauses(text):
                 known.setdefault(code, [])
                 if clause not in known[code]:
@@ -98,17 +107,22 @@ def contracts(include):
 
 
 def referred(own, name):
-    """A function's comment, and after it those of the functions as which it works."""
-    chain, names = [], [name]
+    """A function's comment and its header's, and after them those of the functions as which it works."""
+    texts, names = [], [name]
     for each in names:
-        if each in own and own[each][0] not in chain:
-            chain.append(own[each][0])
-            names += REFERENCE.findall(own[each][0])
-    return chain
+        if each in own:
+            texts += own[each]
+            names += [other for other in REFERENCE.findall("".join(own[each])) if other not in names]
+    return dict.fromkeys(texts)
 
 
-def write_contracts(table, output):
-    lines = ["# Generated from the comments of the public headers.", "CLAUSES = {"]
+def solver_texts(include):
+    header = include / "prmt/status.h"
+    return {int(code): text for code, text in SOLVER_CODE.findall(header.read_text())} if header.exists() else {}
+
+
+def write_contracts(table, texts, output):
+    lines = ["# Generated from the comments of the public headers.", f"TEXTS = {texts!r}", "CLAUSES = {"]
     for name, known in sorted(table.items()):
         codes = ", ".join(f"{code:#x}: {clauses!r}" for code, clauses in known.items())
         lines.append(f"    {name!r}: {{{codes}}},")
@@ -121,7 +135,7 @@ def main():
     compiler, include, output = sys.argv[1], pathlib.Path(sys.argv[2]), pathlib.Path(sys.argv[3])
     output.mkdir(parents=True, exist_ok=True)
     write_interface(declarations(compiler, include), output)
-    write_contracts(contracts(include), output)
+    write_contracts(contracts(include), solver_texts(include), output)
 
 
 main()

@@ -19,23 +19,39 @@ ceres::Solver::Options baseOptions(ceres::LinearSolverType solver) {
   return options;
 }
 
+// Observations first .. first + count - 1.
 class SmallCost : public ceres::CostFunction {
  public:
-  explicit SmallCost(const bench::Small& small) : data_(bench::regression(small.problem)), model_(small.model) {
-    set_num_residuals(data_.m);
+  SmallCost(const bench::Small& small, int first, int count)
+      : data_(bench::regression(small.problem)),
+        model_(*small.model),
+        first_(size_t(first)),
+        kept_(size_t(count) * bench::kKept),
+        residuals_(size_t(count)) {
+    set_num_residuals(count);
     mutable_parameter_block_sizes()->push_back(data_.n);
   }
   bool Evaluate(double const* const* x, double* r, double** by) const override {
-    for (int i = 0; i < data_.m; ++i) {
-      double* const row = by && by[0] ? by[0] + i * data_.n : nullptr;
-      r[i] = model_(x[0], data_.x[size_t(i)], row, 1) - data_.y[size_t(i)];
+    const size_t count = residuals_.size();
+    if (!std::equal(at_.begin(), at_.end(), x[0], x[0] + data_.n)) {
+      at_.assign(x[0], x[0] + data_.n);
+      for (size_t i = 0; i < count; ++i) {
+        residuals_[i] = model_.value(x[0], data_.x[first_ + i], &kept_[i * bench::kKept]) - data_.y[first_ + i];
+      }
+    }
+    std::copy(residuals_.begin(), residuals_.end(), r);
+    if (!by || !by[0]) return true;
+    for (size_t i = 0; i < count; ++i) {
+      model_.derivatives(x[0], data_.x[first_ + i], &kept_[i * bench::kKept], by[0] + i * size_t(data_.n), 1);
     }
     return true;
   }
 
  private:
   const bench::Regression& data_;
-  bench::Model model_;
+  const bench::Model& model_;
+  size_t first_;
+  mutable std::vector<double> at_, kept_, residuals_;
 };
 
 Task prepareSmall(const bench::Small& small) {
@@ -45,8 +61,12 @@ Task prepareSmall(const bench::Small& small) {
     double cost = 0;
   };
   auto state = std::make_shared<State>();
-  state->start = state->x = bench::regression(small.problem).starts[small.start];
-  state->problem.AddResidualBlock(new SmallCost(small), nullptr, state->x.data());
+  const bench::Regression& data = bench::regression(small.problem);
+  state->start = state->x = data.starts[small.start];
+  const int count = small.together ? data.m : 1;
+  for (int first = 0; first < data.m; first += count) {
+    state->problem.AddResidualBlock(new SmallCost(small, first, count), nullptr, state->x.data());
+  }
   return {[state] {
             std::copy(state->start.begin(), state->start.end(), state->x.begin());
             ceres::Solver::Options options = baseOptions(ceres::DENSE_NORMAL_CHOLESKY);
@@ -210,11 +230,14 @@ Task prepareBundle() {
           [state] { return bench::sixDigits(state->cost); }};
 }
 
+const struct SmallOperations {
+  SmallOperations() {
+    for (const bench::Small& small : bench::kSmall) {
+      bench::Peer(small.operation, "ceres", [&small] { return prepareSmall(small); });
+    }
+  }
+} smallOperations;
 const bench::Peer operations[] = {
-    {bench::kSmall[0].operation, "ceres", [] { return prepareSmall(bench::kSmall[0]); }},
-    {bench::kSmall[1].operation, "ceres", [] { return prepareSmall(bench::kSmall[1]); }},
-    {bench::kSmall[2].operation, "ceres", [] { return prepareSmall(bench::kSmall[2]); }},
-    {bench::kSmall[3].operation, "ceres", [] { return prepareSmall(bench::kSmall[3]); }},
     {bench::kPoseGraph, "ceres", preparePoseGraph},
     {bench::kBundle, "ceres", prepareBundle},
 };

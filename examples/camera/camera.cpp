@@ -1,12 +1,11 @@
 #include "camera.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace live {
 
 namespace {
-
-constexpr int kBuffers = 8;
 
 // Calls a function of Aravis, whose last argument is where its failure goes.
 template <class Call>
@@ -39,9 +38,9 @@ std::string Camera::list() {
 }
 
 // Delegates, so that a camera that fails half-way is closed like any other.
-Camera::Camera(const std::string& name, double framesPerSecond) : Camera() {
+Camera::Camera(const std::string& name, double framesPerSecond, int queue) : Camera() {
   open(name);
-  start(framesPerSecond);
+  start(framesPerSecond, queue);
 }
 
 void Camera::open(const std::string& name) {
@@ -55,7 +54,7 @@ void Camera::open(const std::string& name) {
   g_signal_connect(arv_camera_get_device(camera_.get()), "control-lost", G_CALLBACK(onControlLost), this);
 }
 
-void Camera::start(double framesPerSecond) {
+void Camera::start(double framesPerSecond, int queue) {
   ArvCamera* camera = camera_.get();
   checked("the camera has no 8-bit grey format",
           [&](GError** e) { arv_camera_set_pixel_format(camera, ARV_PIXEL_FORMAT_MONO_8, e); });
@@ -69,7 +68,7 @@ void Camera::start(double framesPerSecond) {
   stream_.reset(checked("cannot create a stream",
                         [&](GError** e) { return arv_camera_create_stream(camera, nullptr, nullptr, e); }));
   if (!stream_) throw CameraError("cannot create a stream");
-  for (int i = 0; i < kBuffers; ++i) arv_stream_push_buffer(stream_.get(), arv_buffer_new_allocate(bytes));
+  for (int i = 0; i < queue; ++i) arv_stream_push_buffer(stream_.get(), arv_buffer_new_allocate(bytes));
   checked("cannot start the acquisition", [&](GError** e) { arv_camera_start_acquisition(camera, e); });
 }
 
@@ -86,6 +85,7 @@ Grab Camera::grab(uint64_t timeoutMicroseconds, const std::function<void(const F
   // The buffer goes back however this ends.
   const auto giveBack = [this](ArvBuffer* b) { arv_stream_push_buffer(stream_.get(), b); };
   const std::unique_ptr<ArvBuffer, decltype(giveBack)> held(buffer, giveBack);
+  gaps_.see(arv_buffer_get_frame_id(buffer));
   if (arv_buffer_get_status(buffer) != ARV_BUFFER_STATUS_SUCCESS ||
       arv_buffer_get_image_pixel_format(buffer) != ARV_PIXEL_FORMAT_MONO_8) {
     return Grab::kDamaged;
@@ -102,6 +102,13 @@ Grab Camera::grab(uint64_t timeoutMicroseconds, const std::function<void(const F
   use({static_cast<const uint8_t*>(pixels), step, width, height, arv_buffer_get_frame_id(buffer),
        static_cast<int64_t>(arv_buffer_get_system_timestamp(buffer) / 1000)});
   return Grab::kFrame;
+}
+
+uint64_t Camera::dropped() const {
+  guint64 completed = 0, failures = 0, withoutRoom = 0;
+  arv_stream_get_statistics(stream_.get(), &completed, &failures, &withoutRoom);
+  // Of a network camera Aravis counts packets, not frames.
+  return arv_camera_is_gv_device(camera_.get()) ? gaps_.lost() : std::max(gaps_.lost(), withoutRoom);
 }
 
 }  // namespace live

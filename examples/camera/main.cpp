@@ -1,6 +1,7 @@
 // Inspects the frames of a GenICam camera: a host with its own threads, that goes on when the camera disappears and
 // comes back.
 #include <chrono>
+#include <cinttypes>
 #include <csignal>
 #include <cstdio>
 #include <memory>
@@ -30,9 +31,15 @@ class Session {
 
   int run() {
     if (!connect()) return 3;
-    while (!finished()) {
-      watch();
-      if (!finished()) reconnect();
+    int status = 0;
+    try {
+      while (!finished()) {
+        watch();
+        if (!finished()) reconnect();
+      }
+    } catch (const InspectionError& error) {
+      std::fprintf(stderr, "inspect_camera: %s\n", error.what());
+      status = 1;
     }
     camera_.reset();
     printStatistics();
@@ -41,7 +48,7 @@ class Session {
       return 1;
     }
     std::printf("report: %s\n", options_.report.c_str());
-    return 0;
+    return status;
   }
 
  private:
@@ -65,24 +72,28 @@ class Session {
 
   void open() {
     // The camera that was there, not another one that answers first.
-    camera_ = std::make_unique<Camera>(options_.camera.empty() ? name_ : options_.camera, options_.framesPerSecond);
+    camera_ = std::make_unique<Camera>(options_.camera.empty() ? name_ : options_.camera, options_.framesPerSecond,
+                                       options_.queue);
     name_ = camera_->name();
     std::printf("camera: %s\n", name_.c_str());
   }
 
-  // Inspects frames until the camera is lost or the session ends.
+  // Inspects frames until the session ends, or the camera is lost and no frame of it waits any more.
   void watch() {
     const Clock::time_point opened = Clock::now();
     Clock::time_point heard = opened, printed = opened;
-    const double before = statistics_.connectedSeconds;
-    while (!finished() && !camera_->lost()) {
-      const Grab grab = camera_->grab(100000, [this](const Frame& frame) { inspect(frame); });
+    const double secondsBefore = statistics_.connectedSeconds;
+    const uint64_t droppedBefore = statistics_.dropped;
+    Grab grab = Grab::kFrame;
+    while (!finished() && !(camera_->lost() && grab == Grab::kNothing)) {
+      grab = camera_->grab(100000, [this](const Frame& frame) { inspect(frame); });
       const Clock::time_point now = Clock::now();
       if (grab == Grab::kFrame) heard = now;
       if (grab == Grab::kDamaged) ++statistics_.damaged;
       if (seconds(now - heard) > options_.silence) camera_->markLost();
       // The silence at the end of a connection is no time at which frames could have come.
-      statistics_.connectedSeconds = before + seconds(heard - opened);
+      statistics_.connectedSeconds = secondsBefore + seconds(heard - opened);
+      statistics_.dropped = droppedBefore + camera_->dropped();
       if (seconds(now - printed) >= 1) {
         printStatistics();
         printed = now;
@@ -95,7 +106,7 @@ class Session {
     const std::vector<BlobInfo>& objects = inspector_.inspect(frame);
     statistics_.inspection.add(1e3 * seconds(Clock::now() - start));
     statistics_.latency.add(1e-3 * static_cast<double>(g_get_real_time() - frame.arrivedMicroseconds));
-    ++statistics_.frames;
+    if (++statistics_.frames == 1) statistics_.firstFrame = frame.id;
     last_ = {frame.id, frame.width, frame.height, objects};
   }
 
@@ -116,12 +127,11 @@ class Session {
   void printStatistics() const {
     const Percentiles& inspection = statistics_.inspection;
     const Percentiles& latency = statistics_.latency;
-    std::printf(
-        "%8llu frames  %6.1f/s  %4zu objects  inspection ms p50 %.2f p95 %.2f p99 %.2f  latency ms p50 %.2f p95 %.2f "
-        "p99 "
-        "%.2f\n",
-        static_cast<unsigned long long>(statistics_.frames), statistics_.rate(), last_.objects.size(),
-        inspection.at(50), inspection.at(95), inspection.at(99), latency.at(50), latency.at(95), latency.at(99));
+    std::printf("%8" PRIu64 " frames  %6.1f/s  %4zu objects  inspection ms p50 %.2f p95 %.2f p99 %.2f  ",
+                statistics_.frames, statistics_.rate(), last_.objects.size(), inspection.at(50), inspection.at(95),
+                inspection.at(99));
+    std::printf("latency ms p50 %.2f p95 %.2f p99 %.2f  dropped %" PRIu64 "  damaged %" PRIu64 "\n", latency.at(50),
+                latency.at(95), latency.at(99), statistics_.dropped, statistics_.damaged);
   }
 
   const Options& options_;
@@ -143,10 +153,12 @@ int main(int argc, char** argv) {
     std::signal(signal, [](int) { live::stopped = 1; });
   }
   if (options.fake) arv_enable_interface("Fake");
+  int status = 1;
   try {
-    return live::Session(options).run();
+    status = live::Session(options).run();
   } catch (const std::exception& error) {
     std::fprintf(stderr, "inspect_camera: %s\n", error.what());
-    return 1;
   }
+  arv_shutdown();
+  return status;
 }

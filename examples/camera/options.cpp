@@ -18,6 +18,7 @@ constexpr const char* kUsage =
     "  --frames N      end after N frames\n"
     "  --area N        least area of an object, pixels [20]\n"
     "  --count N       most objects of a frame, 1..20000 [1000]\n"
+    "  --queue N       frames that may wait for their inspection, 1..256; more are dropped [8]\n"
     "  --threads N     threads of the pool, 0: one per processor [0]\n"
     "  --silence S     seconds without a frame after which the camera is taken for lost [2]\n"
     "  --report FILE   where the last report goes [camera-report.json]\n\n"
@@ -40,13 +41,14 @@ double number(const char* option, double least, double most) {
 }  // namespace
 
 Options parseOptions(int argc, char** argv) {
-  enum { kCamera = 256, kFake, kFps, kFrames, kArea, kCount, kThreads, kSilence, kReport, kHelp };
+  enum { kCamera = 256, kFake, kFps, kFrames, kArea, kCount, kQueue, kThreads, kSilence, kReport, kHelp };
   const option known[] = {{"camera", required_argument, nullptr, kCamera},
                           {"fake", no_argument, nullptr, kFake},
                           {"fps", required_argument, nullptr, kFps},
                           {"frames", required_argument, nullptr, kFrames},
                           {"area", required_argument, nullptr, kArea},
                           {"count", required_argument, nullptr, kCount},
+                          {"queue", required_argument, nullptr, kQueue},
                           {"threads", required_argument, nullptr, kThreads},
                           {"silence", required_argument, nullptr, kSilence},
                           {"report", required_argument, nullptr, kReport},
@@ -73,6 +75,9 @@ Options parseOptions(int argc, char** argv) {
         break;
       case kCount:
         options.maxCount = static_cast<int32_t>(number("count", 1, 20000));
+        break;
+      case kQueue:
+        options.queue = static_cast<int>(number("queue", 1, 256));
         break;
       case kThreads:
         options.threads = static_cast<uint32_t>(number("threads", 0, 1024));

@@ -39,7 +39,9 @@ class Percentiles {
 
 struct Statistics {
   uint64_t frames = 0;         // inspected
+  uint64_t firstFrame = 0;     // the camera's number of the first of them
   uint64_t damaged = 0;        // incomplete, or not what was asked for
+  uint64_t dropped = 0;        // sent by the camera, and never seen here
   uint64_t reconnections = 0;  // after a loss
   double connectedSeconds = 0;
   Percentiles inspection;  // milliseconds in the library

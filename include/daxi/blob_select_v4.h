@@ -20,8 +20,8 @@ typedef struct BlobSelectV4Cfg {
   int32_t classAreaMax[256];
 } BlobSelectV4Cfg;
 
-/* Selects blobs. Arguments, work buffer (DAXI_BlobSelectV3BufferSize_8u, and its _MT form) and checks as in the third
- * version; ranges of area are never refused. The score takes the range that the blob was tested with. */
+/* Selects blobs. Arguments, work buffer (DAXI_BlobSelectV3BufferSize_8u, and its _MT form) and checks as in
+ * DAXI_BlobSelectV3_8u_C1R; ranges of area are never refused. The score takes the range that the blob was tested with. */
 DAX_API DaxStatus DAXI_BlobSelectV4_8u_C1R(const uint8_t* gray, int32_t grayStep, const uint8_t* image2, int32_t step2,
                                            DaxiSize size, const DaxiDomainList* domains, int32_t domainCount,
                                            BlobSelectResult* result, const BlobSelectV4Cfg* cfg, void* buffer);

@@ -24,7 +24,7 @@
  * With pairChoice k >= 1 only the k-th pair in the order above, or the last where there are fewer, is returned, without
  * scoring (score 1). Time grows with the square of the number of edges.
  *
- * Checks are those of single edges with these differences in the configuration: maxPairs for maxEdges; the criteria in
+ * Checks are as of DAXI_CalipEdgeDetect_8u_C1R, with these differences in the configuration: maxPairs for maxEdges; the criteria in
  * the order above, of sizeDiffAsym both ramps; flags 0 or above 1023; with a flag of 0xF8, expectedWidth < 1.1920929e-7;
  * minScore < 0. Members and size queries correspond one to one. */
 #ifndef DAXI_CALIPER_PAIR_H

@@ -8,9 +8,59 @@ memory is handled inside, and the interpreter lock is released while the library
 machine, the instruction set or the number of threads.
 """
 from ._library import version
-from .blobs import Blobs, Labelling, label, select_blobs
+from .blobs import Blobs, Labelling, RotatedBox, draw_contours, draw_labels, enclosing_box, label, select_blobs
+from .calipers import (
+    Annulus,
+    Box,
+    EdgePairs,
+    Edges,
+    Profile,
+    Ramp,
+    Rhomboid,
+    find_edge_pairs,
+    find_edge_pairs_in,
+    find_edges,
+    find_edges_in,
+)
+from .chessboards import (
+    Board,
+    Corners,
+    arrange_corners,
+    find_checkerboards,
+    find_checkerboards_by_symmetry,
+    find_chessboard,
+    locate_corners,
+    refine_corners,
+)
+from .clouds import KdTree, Neighbours, Normals, estimate_normals, face_viewpoint, normal_of, voxel_grid
 from .errors import Error
-from .filters import Thresholded, box_sum, copy_border, erode3x3, median3x3, otsu, threshold
+from .filters import (
+    Thresholded,
+    add,
+    box_sum,
+    clipped_mean,
+    copy_border,
+    erode3x3,
+    invert,
+    mean,
+    median3x3,
+    otsu,
+    relative_soft_weights,
+    soft_weights,
+    threshold,
+)
+from .lines import Line, fit_line
 from .pool import Pool
+from .ranges import (
+    Calibration,
+    Camera,
+    RangeImage,
+    depth_to_xyz,
+    range_from_rgbd,
+    range_to_xyz,
+    read_range,
+    remove_speckles,
+    write_range,
+)
 
 __version__ = version()

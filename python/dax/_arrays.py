@@ -1,10 +1,17 @@
 """NumPy arrays as what the C interface takes: pointers, steps and sizes."""
+from typing import Any, Optional, Sequence, TypeVar
+
 import numpy as np
+from numpy.typing import ArrayLike, DTypeLike, NDArray
 
 from ._interface import ffi
 
+Array = NDArray[Any]
+Dtypes = Sequence["np.dtype[Any]"]
+T = TypeVar("T")
+
 # dtype: (suffix of the C names, C type of a pixel)
-PIXELS = {
+PIXELS: dict["np.dtype[Any]", tuple[str, str]] = {
     np.dtype(np.uint8): ("8u", "uint8_t"),
     np.dtype(np.uint16): ("16u", "uint16_t"),
     np.dtype(np.int16): ("16s", "int16_t"),
@@ -15,12 +22,13 @@ PIXELS = {
     np.dtype(np.complex64): ("32fc", "DaxComplex32f"),
     np.dtype(np.complex128): ("64fc", "DaxComplex64f"),
 }
+BYTES = (np.dtype(np.uint8),)
 
 
 class Image:
     """A two-dimensional array seen as an image: pointer, step in elements, size."""
 
-    def __init__(self, name, array):
+    def __init__(self, name: str, array: Array) -> None:
         self.array = array
         self.suffix, ctype = pixel_type(name, array)
         self.pointer = pointer(array, ctype)
@@ -29,25 +37,26 @@ class Image:
         self.size = {"width": array.shape[1], "height": array.shape[0]}
 
 
-def pixel_type(name, array):
+def pixel_type(name: str, array: Array) -> tuple[str, str]:
     if array.dtype not in PIXELS:
         raise TypeError(f"{name}: pixels of type {array.dtype}; known are " + ", ".join(str(dtype) for dtype in PIXELS))
     return PIXELS[array.dtype]
 
 
-def pointer(array, ctype):
+def pointer(array: Array, ctype: str) -> Any:
     return ffi.cast(f"{ctype}*", array.ctypes.data)
 
 
-def source(name, array, dtypes=None):
+def source(name: str, array: ArrayLike, dtypes: Optional[Dtypes] = None) -> Image:
     """An input image. Rows that are not contiguous are copied: the library takes a step, not a stride in the row."""
     array = np.asarray(array)
     _check_image(name, array, dtypes)
     return Image(name, array if _addressable(array) else np.ascontiguousarray(array))
 
 
-def target(name, array, shape, dtype):
-    """An output image: a new one, or the caller's, which is written where it lies or refused."""
+def target(name: str, array: Optional[Array], shape: tuple[int, ...], dtype: DTypeLike, packed: bool = False) -> Image:
+    """An output image: a new one, or the caller's, which is written where it lies or refused. packed: functions without
+    a step need rows without a gap."""
     if array is None:
         return Image(name, np.empty(shape, dtype))
     if not isinstance(array, np.ndarray):
@@ -55,12 +64,13 @@ def target(name, array, shape, dtype):
     _check_image(name, array, (np.dtype(dtype),))
     if array.shape != tuple(shape):
         raise ValueError(f"{name}: shape {array.shape}, needed is {tuple(shape)}")
-    if not _addressable(array) or not array.flags.writeable:
-        raise ValueError(f"{name}: needs writable rows of adjacent pixels, one below the other (strides {array.strides})")
+    if not _addressable(array) or not array.flags.writeable or (packed and not array.flags.c_contiguous):
+        gaps = ", without a gap between rows" if packed else ", one below the other"
+        raise ValueError(f"{name}: needs writable rows of adjacent pixels{gaps} (strides {array.strides})")
     return Image(name, array)
 
 
-def _check_image(name, array, dtypes):
+def _check_image(name: str, array: Array, dtypes: Optional[Dtypes]) -> None:
     if array.ndim != 2:
         raise ValueError(f"{name}: an image has two dimensions, not {array.ndim}")
     if dtypes is not None and array.dtype not in dtypes:
@@ -69,7 +79,7 @@ def _check_image(name, array, dtypes):
         raise ValueError(f"{name}: sides above 2^31 - 1")
 
 
-def _addressable(array):
+def _addressable(array: Array) -> bool:
     """Whether the rows lie as the library reads them: adjacent aligned pixels, rows that do not overlap, downwards."""
     if not array.flags.aligned or not array.dtype.isnative:
         return False
@@ -79,15 +89,39 @@ def _addressable(array):
     return (width <= 1 or pixel == item) and (height <= 1 or (row % item == 0 and width * item <= row < item * 2**31))
 
 
-def refuse_overlap(*images):
-    """For functions that do not work in place."""
+def refuse_overlap(*images: tuple[str, Image], in_place: bool = False) -> None:
+    """For functions whose images must not overlap; or only as wholes, where they work in place."""
     for i, (name, image) in enumerate(images):
         for other_name, other in images[:i]:
-            if np.may_share_memory(image.array, other.array):
+            same = in_place and (image.pointer, image.step) == (other.pointer, other.step)
+            if not same and np.may_share_memory(image.array, other.array):
                 raise ValueError(f"{name} and {other_name} overlap")
 
 
-def as_size(pair):
-    """(width, height) as the record of the C interface."""
-    width, height = pair
-    return {"width": width, "height": height}
+def of_shape(name: str, array: ArrayLike, shape: tuple[int, ...], dtypes: Dtypes = BYTES) -> Image:
+    """An input image that goes with another one."""
+    image = source(name, array, dtypes)
+    if image.array.shape != shape:
+        raise ValueError(f"{name}: shape {image.array.shape}, needed is {shape}")
+    return image
+
+
+def numbers(name: str, values: ArrayLike, shape: tuple[Optional[int], ...], dtype: DTypeLike = np.float32) -> Array:
+    """Input numbers as a packed array of one type; copied where they are not. None in the shape stands for any length."""
+    array = np.asarray(values)
+    if array.dtype.kind not in "fiub":
+        raise TypeError(f"{name}: of type {array.dtype}, needed are numbers")
+    if array.ndim != len(shape) or any(want not in (None, have) for want, have in zip(shape, array.shape)):
+        wanted = ", ".join("n" if want is None else str(want) for want in shape)
+        raise ValueError(f"{name}: shape {array.shape}, needed is ({wanted})")
+    if max(array.shape, default=0) > 2**31 - 1:
+        raise ValueError(f"{name}: longer than 2^31 - 1")
+    with np.errstate(over="ignore"):  # what single precision cannot hold is infinite
+        return np.require(array, dtype, ("C", "A"))
+
+
+def choice(name: str, value: str, values: dict[str, T]) -> T:
+    """What a word stands for."""
+    if value not in values:
+        raise ValueError(f"{name}: {value!r}, possible are " + ", ".join(values))
+    return values[value]

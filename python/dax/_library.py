@@ -1,6 +1,7 @@
 """Loads the shared library and calls it."""
 import os
 import pathlib
+from typing import Any, Optional
 
 from ._interface import ffi
 from .errors import Error
@@ -8,7 +9,7 @@ from .errors import Error
 NAME, HOST_NAME = "libdax.so.0", "libdaxhost.so.0"
 
 
-def _open(name, variable):
+def _open(name: str, variable: str) -> Any:
     """The library that the environment names, or the one beside the package, or the system's."""
     beside = pathlib.Path(__file__).with_name(name)
     path = os.environ.get(variable) or (str(beside) if beside.exists() else name)
@@ -17,7 +18,7 @@ def _open(name, variable):
     return ffi.dlopen(path, ffi.RTLD_NOW | ffi.RTLD_GLOBAL | ffi.RTLD_NODELETE)
 
 
-def _open_host():
+def _open_host() -> Optional[Any]:
     try:
         return _open(HOST_NAME, "DAX_HOST_LIBRARY")
     except OSError:
@@ -25,29 +26,41 @@ def _open_host():
 
 
 host = _open_host()  # before the library that imports from it
-library = _open(NAME, "DAX_LIBRARY")
+_library = _open(NAME, "DAX_LIBRARY")
 
 
-def text(status):
-    """What the library says about a status."""
-    return ffi.string(library.DAX_GetStatusText(status)).decode()
+def function(name: str) -> Any:
+    """An exported function."""
+    return getattr(_library, name)
 
 
-def call(name, *arguments):
+def call(name: str, *arguments: Any) -> None:
     """Calls an exported function that returns a status; the interpreter lock is released meanwhile."""
-    status = getattr(library, name)(*arguments)
+    status = function(name)(*arguments)
     if status:
         raise Error(name, status, text(status))
 
 
-def buffer(name, *arguments):
+def text(status: int) -> str:
+    """What the library says about a status. Those of the solvers are small and negative."""
+    if status < 0:
+        status = function("DAX_ZurStatusToDaxAlgStatus")(status)
+    return str(ffi.string(function("DAX_GetStatusText")(status)).decode())
+
+
+def buffer(name: str, *arguments: Any) -> Any:
     """A work buffer of the size that a query tells."""
+    return memory(needed(name, *arguments))
+
+
+def needed(name: str, *arguments: Any) -> int:
+    """The bytes that a query tells."""
     size = ffi.new("uint64_t*")
     call(name, *arguments, size)
-    return memory(size[0])
+    return int(size[0])
 
 
-def memory(size):
+def memory(size: int) -> Any:
     """That many bytes, aligned as by malloc and not cleared."""
     if size > 2**63 - 1:
         raise MemoryError(f"{size} bytes")
@@ -57,6 +70,6 @@ def memory(size):
 _allocate = ffi.new_allocator(should_clear_after_alloc=False)
 
 
-def version():
+def version() -> str:
     """Version of the loaded library, "major.minor.patch"."""
-    return ffi.string(library.DAX_GetVersion()).decode()
+    return str(ffi.string(function("DAX_GetVersion")()).decode())

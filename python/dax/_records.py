@@ -1,15 +1,17 @@
 """C records as NumPy types, read from the interface itself."""
 import functools
+from typing import Any
 
 import numpy as np
 
+from ._arrays import Array
 from ._interface import ffi
 
 _KINDS = {"float": "f", "double": "f"}
 
 
 @functools.lru_cache(maxsize=None)
-def dtype_of(ctype):
+def dtype_of(ctype: Any) -> "np.dtype[Any]":
     """The NumPy type of a C type: of a record one with its fields at their offsets; pointers as unsigned integers."""
     kind = ffi.typeof(ctype) if isinstance(ctype, str) else ctype
     if kind.kind == "struct":
@@ -30,7 +32,7 @@ def dtype_of(ctype):
     return np.dtype(f"{letter}{ffi.sizeof(kind)}")
 
 
-def view(ctype, pointer, count):
+def view(ctype: str, pointer: Any, count: int) -> Array:
     """`count` records at a pointer as an array that shares their memory. The caller keeps the memory."""
     dtype = dtype_of(ctype)
     if count == 0:

@@ -1,13 +1,13 @@
 """Blobs: the connected regions of a mask, measured, filtered, ranked and scored."""
 import dataclasses
-from typing import Literal, Optional
+from typing import Any, Literal, NamedTuple, Optional, Union
 
 import numpy as np
 from numpy.typing import ArrayLike, NDArray
 
-from ._arrays import source, target
+from ._arrays import BYTES, Array, Image, choice, numbers, of_shape, pointer, source, target
 from ._interface import ffi
-from ._library import buffer, call, library, memory
+from ._library import buffer, call, function
 from ._records import view
 from .pool import Pool, handle_of
 
@@ -44,15 +44,15 @@ class Labelling:
     size: (width, height) of the mask. runs: structured array of all runs (row, start, end, cls, label).
     """
 
-    def __init__(self, size, model, domains):
+    def __init__(self, size: tuple[int, int], model: Any, domains: Any) -> None:
         self._model = model  # the memory that everything below lies in
         self._domains = domains
-        self.size: tuple[int, int] = size
-        self.runs: NDArray = view("DomainRun", domains.runs, domains.runCount)
+        self.size = size
+        self.runs = view("DomainRun", domains.runs, domains.runCount)
         self.runs.flags.writeable = False
 
     def __len__(self) -> int:
-        return self._domains.domainCount
+        return int(function("_DAXI_DomainCount")(self._domains))
 
     def labels(self) -> NDArray[np.int32]:
         """(height, width): the label of each pixel, -1 where there is no domain.
@@ -67,7 +67,92 @@ class Labelling:
         steps[runs["row"], runs["start"]] += runs["label"].astype(np.int64) + 1
         # A run may start where another one ends.
         np.subtract.at(steps, (runs["row"], runs["end"].astype(np.int64) + 1), runs["label"].astype(np.int64) + 1)
-        return (np.cumsum(steps, axis=1)[:, :width] - 1).astype(np.int32)
+        labels: Array = (np.cumsum(steps, axis=1)[:, :width] - 1).astype(np.int32)
+        return labels
+
+    def hull(self, label: int) -> NDArray[np.int32]:
+        """(n, 2): corners x, y of the convex hull of a domain's pixel centres, from the topmost on, from x towards y.
+
+        >>> dax.label(np.ones((2, 3), np.uint8)).hull(0).tolist()
+        [[0, 0], [2, 0], [2, 1], [0, 1]]
+        """
+        corners, size = self._hull_room()
+        count = ffi.new("int32_t*")
+        call("_DAXI_DomainConvexHull_ROI", self._domains, self._domain(label), size, pointer(corners, "DaxiPoint32s"), count)
+        return corners[: count[0]].copy()
+
+    def enclosing_box(self, label: int, least: Literal["area", "perimeter"] = "area") -> "RotatedBox":
+        """The best rectangle around a domain's pixel centres.
+
+        >>> dax.label(np.ones((2, 3), np.uint8)).enclosing_box(0)
+        RotatedBox(x=1.0, y=0.5, width=2.0, height=1.0, angle=0.0)
+        """
+        mode = choice("least", least, _BOXES)
+        corners, size = self._hull_room()
+        box, room = ffi.new("DaxiRotatedBox*"), pointer(corners, "DaxiPoint32s")
+        call("_DAXI_DomainEncloseBox", self._domains, self._domain(label), size, mode, room, box)
+        return _rotated_box(box)
+
+    def rectangularity(self, label: int) -> float:
+        """Share of the rectangle of least area that a domain fills, at most 1.
+
+        >>> dax.label(np.ones((2, 3), np.uint8)).rectangularity(0)
+        1.0
+        """
+        corners, size = self._hull_room()
+        share, room = ffi.new("float*"), pointer(corners, "DaxiPoint32s")
+        call("_DAXI_DomainRectangularity", self._domains, self._domain(label), size, room, share)
+        return float(share[0])
+
+    def _hull_room(self) -> tuple[Array, dict[str, int]]:
+        width, height = self.size
+        return np.empty((3 * height + 1, 2), np.int32), {"width": width, "height": height}
+
+    def _domain(self, label: int) -> Any:
+        domain = function("_DAXI_SelectDomainIndex")(self._domains, label) if 0 <= label < 2**32 else ffi.NULL
+        if not domain:
+            raise IndexError(f"label: {label}, there are {len(self)}")
+        return domain
+
+
+class RotatedBox(NamedTuple):
+    """A rectangle in pixels and radians: centre, width >= height, angle of the long side in (-pi/2, pi/2]."""
+
+    x: float
+    y: float
+    width: float
+    height: float
+    angle: float
+
+
+_BOXES = {"area": 1, "perimeter": 2}
+
+
+def _rotated_box(box: Any) -> RotatedBox:
+    return RotatedBox(box.x, box.y, box.width, box.height, box.angle)
+
+
+def enclosing_box(points: ArrayLike, least: Literal["area", "perimeter"] = "area", convex: bool = False) -> RotatedBox:
+    """The best rectangle around points.
+
+    points: (n, 2) whole numbers x, y within +-2^19, in any order. convex: they are corners of a convex polygon in strict
+    turns, as `Labelling.hull` gives them; saves time.
+
+    >>> dax.enclosing_box([[0, 0], [4, 0], [4, 2], [0, 2], [1, 1]])
+    RotatedBox(x=2.0, y=1.0, width=4.0, height=2.0, angle=0.0)
+    """
+    mode = choice("least", least, _BOXES)
+    if np.asarray(points).dtype.kind not in "iu":
+        raise TypeError(f"points: of type {np.asarray(points).dtype}, needed are whole numbers")
+    if np.size(points) and np.abs(np.asarray(points, np.float64)).max() > 2**19:
+        raise ValueError("points: beyond +-2^19")
+    corners = numbers("points", points, (None, 2), np.int32)
+    box, address, count = ffi.new("DaxiRotatedBox*"), pointer(corners, "DaxiPoint32s"), len(corners)
+    if convex:
+        call("DAXI_REG_EncloseBox", address, count, mode, box)
+    else:
+        call("_DAXI_PtEncloseBox_32s", address, count, mode, box, buffer("_DAXI_PtEncloseBoxBufferSize_32s", count))
+    return _rotated_box(box)
 
 
 def label(mask: ArrayLike, connectivity: Literal[4, 8] = 8, classes: bool = False) -> Labelling:
@@ -81,7 +166,7 @@ def label(mask: ArrayLike, connectivity: Literal[4, 8] = 8, classes: bool = Fals
     """
     if connectivity not in (4, 8):
         raise ValueError(f"connectivity: {connectivity}, possible are 4 and 8")
-    src = source("mask", mask, (np.dtype(np.uint8),))
+    src = source("mask", mask, BYTES)
     domains = ffi.new("DaxiDomainList**")
     if classes:
         model = buffer("DAXI_BlobFindMultiClsModelSize_8u", src.size)
@@ -91,7 +176,7 @@ def label(mask: ArrayLike, connectivity: Literal[4, 8] = 8, classes: bool = Fals
     else:
         handle = ffi.new("DaxiBlobModel**")
         call("DAXI_BlobFindV2_8u_C1R", src.pointer, src.step, src.size, connectivity, handle, domains)
-        model = ffi.gc(handle, library.DAXI_BlobFindV2DestroyModel_8u)
+        model = ffi.gc(handle, function("DAXI_BlobFindV2DestroyModel_8u"))
     height, width = src.array.shape
     return Labelling((width, height), model, domains[0])
 
@@ -125,6 +210,7 @@ class Blobs:
 
 
 Range = tuple[float, float]
+AreaRange = Union[Range, dict[int, tuple[int, int]]]
 
 
 def select_blobs(
@@ -132,7 +218,7 @@ def select_blobs(
     image: Optional[ArrayLike] = None,
     *,
     gray_mode: bool = False,
-    area: Optional[Range] = None,
+    area: Optional[AreaRange] = None,
     perimeter: Optional[Range] = None,
     short_axis: Optional[Range] = None,
     long_axis: Optional[Range] = None,
@@ -155,7 +241,8 @@ def select_blobs(
 
     image: (height, width) uint8, for gray_mode: area and centroid weighted by gray value. Ranges are (least, largest),
     both included. outside_limit: most pixels where `mask` is 0, or without a mask on the border of the image. weights:
-    filter to weight 0..1, for the score. sort: area, perimeter, circularity, rectangularity, x, y, box_angle, box_width,
+    filter to weight 0..1, for the score. area may hold a range of whole numbers for each class, {cls: (least, largest)}:
+    classes that it does not name are refused; with least > largest it is what lies outside that is accepted. sort: area, perimeter, circularity, rectangularity, x, y, box_angle, box_width,
     box_height, rect_x, rect_y, principal_angle or axis_ratio.
 
     >>> mask = np.zeros((8, 8), np.uint8); mask[1:4, 1:3] = 1; mask[6, 6] = 1
@@ -165,18 +252,24 @@ def select_blobs(
     """
     arguments = locals()
     ranges = {name: arguments[name] for name in _FILTERS if arguments[name] is not None}
-    if sort not in _KEYS:
-        raise ValueError(f"sort: {sort!r}, possible are " + ", ".join(_KEYS))
-    if order not in _ORDERS:
-        raise ValueError(f"order: {order!r}, possible are " + ", ".join(_ORDERS))
+    key, direction = choice("sort", sort, _KEYS), choice("order", order, _ORDERS)
     if gray_mode and image is None:
         raise ValueError("gray_mode: needs the image")
+    by_class = ranges.pop("area") if isinstance(area, dict) else None
+    if by_class is not None:
+        ranges["area"] = (0, 0)  # not read
     cfg, inside = _configuration(ranges, weights or {}, outside_limit, mask, labelling)
-    cfg.grayMode, cfg.maxCount, cfg.sortKey, cfg.sortOrder = int(gray_mode), most, _KEYS[sort], _ORDERS[order]
-    return _select(labelling, image, cfg, pool)
+    cfg.grayMode, cfg.maxCount, cfg.sortKey, cfg.sortOrder = int(gray_mode), most, key, direction
+    return _select(labelling, image, cfg, by_class, pool)
 
 
-def _configuration(ranges, weights, outside_limit, mask, labelling):
+def _configuration(
+    ranges: dict[str, Range],
+    weights: dict[str, float],
+    outside_limit: Optional[int],
+    mask: Optional[ArrayLike],
+    labelling: Labelling,
+) -> tuple[Any, Optional[Image]]:
     """The record, and what has to live as long as it."""
     cfg = ffi.new("BlobSelectCfg*")
     for name, (low, high) in ranges.items():
@@ -196,21 +289,28 @@ def _configuration(ranges, weights, outside_limit, mask, labelling):
         cfg.flags |= _OUTSIDE
         cfg.outsideLimit = outside_limit
         if mask is not None:
-            inside = _of_size("mask", mask, labelling)
+            inside = of_shape("mask", mask, labelling.size[::-1])
             cfg.mask, cfg.maskStep = inside.pointer, inside.step
     elif mask is not None:
         raise ValueError("mask: goes with outside_limit")
     return cfg, inside
 
 
-def _of_size(name, image, labelling):
-    src = source(name, image, (np.dtype(np.uint8),))
-    if src.array.shape != labelling.size[::-1]:
-        raise ValueError(f"{name}: shape {src.array.shape}, that of the labelling is {labelling.size[::-1]}")
-    return src
+def _of_classes(cfg: Any, ranges: dict[int, tuple[int, int]]) -> Any:
+    """The record of the fourth version, with a range for each class."""
+    wide = ffi.new("BlobSelectV4Cfg*", {"common": cfg[0], "perClass": 1})
+    refused = 2**31 - 1  # an area that no image has
+    for cls in range(256):
+        wide.classAreaMin[cls], wide.classAreaMax[cls] = ranges.get(cls, (refused, refused))
+    for cls in ranges:
+        if not 0 <= cls <= 255:
+            raise ValueError(f"area: class {cls}, possible are 0..255")
+    return wide
 
 
-def _select(labelling, image, cfg, pool):
+def _select(
+    labelling: Labelling, image: Optional[ArrayLike], cfg: Any, by_class: Optional[dict[int, tuple[int, int]]], pool: Optional[Pool]
+) -> Blobs:
     count = len(labelling)
     records = ffi.new("BlobInfo[]", max(1, min(cfg.maxCount, count) if 0 < cfg.maxCount else 1))
     result = ffi.new("BlobSelectResult*", {"array": records})
@@ -218,19 +318,22 @@ def _select(labelling, image, cfg, pool):
         if 0 < cfg.maxCount:
             cfg.maxCount = min(cfg.maxCount, count)
         blank = np.zeros(labelling.size[::-1], np.uint8) if image is None else image
-        gray = _of_size("image", blank, labelling)
+        gray = of_shape("image", blank, labelling.size[::-1])
         threads, handle = handle_of(pool)
         work = buffer("DAXI_BlobSelectV3BufferSize_8u_MT", gray.size, threads)
+        name, record = ("DAXI_BlobSelectV3_8u_C1R_MT", cfg)
+        if by_class is not None:
+            name, record = ("DAXI_BlobSelectV4_8u_C1R_MT", _of_classes(cfg, by_class))
         call(
-            "DAXI_BlobSelectV3_8u_C1R_MT",
+            name,
             *(gray.pointer, gray.step, gray.pointer, gray.step, gray.size, labelling._domains, count),
-            *(result, cfg, work, threads, handle),
+            *(result, record, work, threads, handle),
         )
     return _blobs(view("BlobInfo", records, result.count), cfg)
 
 
-def _blobs(records, cfg):
-    def columns(*names):
+def _blobs(records: Array, cfg: Any) -> Blobs:
+    def columns(*names: str) -> Array:
         return np.stack([records[name] for name in names], axis=-1)
 
     scored = cfg.flags and len(records)
@@ -250,3 +353,46 @@ def _blobs(records, cfg):
         outside=records["borderPixels"].copy(),
         score=records["score"].copy() if scored else np.zeros(len(records), np.float32),
     )
+
+
+def draw_labels(image: Array, labelling: Labelling, blobs: Optional[Blobs] = None) -> Array:
+    """Writes 1 + label modulo 255 into the pixels of the blobs, or of all domains; the others stay.
+
+    image: (height, width) uint8, written where it lies, and returned.
+
+    >>> dax.draw_labels(np.zeros((2, 3), np.uint8), dax.label(np.array([[1, 0, 0], [0, 0, 1]], np.uint8)))
+    array([[1, 0, 0],
+           [0, 0, 2]], dtype=uint8)
+    """
+    dst, records, count = _canvas(image, labelling, blobs)
+    call("DAXI_DrawBlobLabel_8u_C1IR", dst.pointer, dst.step, dst.size, labelling._domains, records, count)
+    return image
+
+
+def draw_contours(image: Array, labelling: Labelling, blobs: Optional[Blobs] = None, value: int = 255) -> Array:
+    """Writes a value into the pixels of the outer boundary of the blobs, or of all domains. Arguments as `draw_labels`.
+
+    >>> mask = np.ones((3, 3), np.uint8)
+    >>> dax.draw_contours(np.zeros_like(mask), dax.label(mask), value=7)
+    array([[7, 7, 7],
+           [7, 0, 7],
+           [7, 7, 7]], dtype=uint8)
+    """
+    dst, records, count = _canvas(image, labelling, blobs)
+    work = buffer("DAXI_BlobSelectBufferSize_8u", dst.size)
+    arguments = dst.pointer, dst.step, dst.size, labelling._domains, records, count, value, work
+    call("DAXI_BlobSelect_draw_blob_contour", *arguments)
+    return image
+
+
+def _canvas(image: Array, labelling: Labelling, blobs: Optional[Blobs]) -> tuple[Image, Any, int]:
+    """The image, and the blobs as records of which drawing reads the domain."""
+    if image is None:
+        raise TypeError("image: needed to draw into")
+    dst = target("image", image, labelling.size[::-1], np.uint8)
+    if blobs is None:
+        return dst, ffi.NULL, 0
+    records = ffi.new("BlobInfo[]", max(1, len(blobs)))
+    for record, domain in zip(records, blobs.labels):
+        record.domain = labelling._domain(int(domain))
+    return dst, records, len(blobs)

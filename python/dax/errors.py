@@ -1,5 +1,5 @@
 """Failures as exceptions."""
-from ._contracts import CLAUSES
+from ._contracts import CLAUSES, TEXTS
 
 
 class Error(Exception):
@@ -8,9 +8,10 @@ class Error(Exception):
     function: the C function; status: its code; clauses: what its contract says about the code.
     """
 
-    def __init__(self, function, status, text):
+    def __init__(self, function: str, status: int, text: str) -> None:
         self.function = function
         self.status = status
         self.clauses = tuple(CLAUSES.get(function, {}).get(status, ()))
         reasons = ": " + "; or ".join(self.clauses) if self.clauses else ""
-        super().__init__(f"{function} returned {status:#x}, {text}{reasons}")
+        code = f"{status:#x}" if status >= 0 else str(status)
+        super().__init__(f"{function} returned {code}, {TEXTS.get(status, text)}{reasons}")

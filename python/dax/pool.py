@@ -1,4 +1,6 @@
 """Threads for the functions that take a pool."""
+from typing import Any, Optional
+
 from ._interface import ffi
 from ._library import host
 
@@ -15,7 +17,7 @@ class Pool:
     2
     """
 
-    def __init__(self, threads: int = 0):
+    def __init__(self, threads: int = 0) -> None:
         if host is None:
             raise OSError("the library of the thread pool (libdaxhost) was not found")
         if not 0 <= threads <= 1024:
@@ -24,7 +26,7 @@ class Pool:
         if not handle:
             raise MemoryError("no memory for a pool")
         self._handle = ffi.gc(handle, host.DAXHOST_DestroyPool)
-        self.threads = host.DAX_THREADPOOL_GetThreadsCnt(handle)
+        self.threads: int = host.DAX_THREADPOOL_GetThreadsCnt(handle)
 
     def close(self) -> None:
         """Ends the threads. A second time does nothing."""
@@ -35,11 +37,11 @@ class Pool:
     def __enter__(self) -> "Pool":
         return self
 
-    def __exit__(self, *_) -> None:
+    def __exit__(self, *_: object) -> None:
         self.close()
 
 
-def handle_of(pool):
+def handle_of(pool: Optional[Pool]) -> tuple[int, Any]:
     """(threads, handle) of a pool, or of none."""
     if pool is None:
         return 1, ffi.NULL

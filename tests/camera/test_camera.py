@@ -69,11 +69,11 @@ def check_statistics(report):
 
 def test_camera_in_the_program(tmp_path):
     path = tmp_path / "report.json"
-    result = run("--fake", "--frames", "30", "--fps", "100", "--report", str(path), "--threads", "2")
+    result = run("--fake", "--frames", "30", "--fps", "100", "--queue", "64", "--report", str(path), "--threads", "2")
     assert result.returncode == 0, result.stderr
     assert "camera: Fake_1" in result.stdout and "p99" in result.stdout
     report = json.loads(path.read_text())
-    assert report["frames"] == 30 and report["reconnections"] == 0
+    assert report["frames"] == 30 and report["reconnections"] == report["dropped"] == report["damaged"] == 0
     assert report["camera"] == "Fake_1"
     assert 20 < report["frames_per_second"] < 200
     assert list(tmp_path.iterdir()) == [path]
@@ -105,6 +105,39 @@ def test_camera_that_dies_and_returns(tmp_path, loopback):
     assert objects[0]["centroid"] == [49.5, 84.5] and objects[0]["long_side"] == 79
 
 
+@pytest.mark.parametrize("stop", [signal.SIGINT, signal.SIGTERM])
+def test_last_report_when_stopped(tmp_path, stop):
+    path = tmp_path / "report.json"
+    with Watched(PROGRAM, "--fake", "--report", str(path)) as program:
+        program.wait_for("camera: Fake_1")
+        time.sleep(0.3)
+        program.process.send_signal(stop)
+        assert program.process.wait(10) == 0
+    report = json.loads(path.read_text())
+    assert report["frames"] > 0 and report["last_frame"]["width"] == 512
+
+
+def test_no_frame_is_lost_in_silence(tmp_path, loopback):
+    """Frames that the camera sends while the program sleeps are counted: inspected, damaged or dropped."""
+    path = tmp_path / "report.json"
+    with simulator(loopback), Watched(PROGRAM, "--camera", f"Aravis-Fake-{loopback}", "--fps", "50", "--queue", "2",
+                                      "--report", str(path)) as program:
+        program.wait_for("4 objects")
+        program.process.send_signal(signal.SIGSTOP)
+        time.sleep(1)
+        program.process.send_signal(signal.SIGCONT)
+        before = int(program.wait_for(r"^ *(\d+) frames")[1])
+        while int(program.wait_for(r"^ *(\d+) frames")[1]) < before + 20:
+            pass
+        program.process.send_signal(signal.SIGTERM)
+        assert program.process.wait(10) == 0
+    report = json.loads(path.read_text())
+    assert report["dropped"] > 10 and report["reconnections"] == 0
+    seen = report["frames"] + report["damaged"] + report["dropped"]
+    # Its numbers are of 16 bits, without a 0.
+    assert seen == (report["last_frame"]["id"] - report["first_frame"]) % 65535 + 1
+
+
 def test_no_such_camera(tmp_path, loopback):
     result = run("--camera", "Nobody-Knows-It", cwd=tmp_path)
     assert result.returncode == 3
@@ -118,8 +151,14 @@ def test_report_that_cannot_be_written():
     assert result.returncode == 1 and "cannot write /nowhere/report.json" in result.stderr
 
 
-@pytest.mark.parametrize("arguments", [["--frames", "0"], ["--fps", "nan"], ["--count", "20001"], ["--what"],
+@pytest.mark.parametrize("arguments", [["--frames", "0"], ["--fps", "nan"], ["--count", "20001"], ["--queue", "0"], ["--what"],
                                        ["parts.png"], ["--report"]])
 def test_wrong_command_lines(arguments):
     result = run(*arguments)
     assert result.returncode == 2 and "usage:" in result.stderr
+
+
+def test_help():
+    result = run("--help")
+    assert result.returncode == 0 and not result.stderr
+    assert result.stdout.startswith("usage: inspect_camera") and "--queue N" in result.stdout

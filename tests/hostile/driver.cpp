@@ -47,6 +47,7 @@ struct Options {
   bool progress = false;
   bool verbose = false;
   bool list = false;
+  bool partial = false;
 };
 
 // What is running, for those who are told of a crash.
@@ -116,6 +117,7 @@ class Driver {
     for (const Function& function : allFunctions()) {
       if (!options.function.empty() && !fits(options.function, function.name)) continue;
       const Row* const row = findRow(function.name);
+      if (!row && options.partial) continue;
       if (!row) {
         std::fprintf(stderr, "hostile: %s has no row\n", function.name);
         ++findings_;
@@ -233,6 +235,8 @@ bool parse(int count, char** arguments, Options& options) {
       options.progress = true;
     } else if (option == "--verbose") {
       options.verbose = true;
+    } else if (option == "--partial") {
+      options.partial = true;
     } else if (option == "--list") {
       options.list = true;
     } else {
@@ -260,7 +264,7 @@ int main(int count, char** arguments) try {
   dax::hostile::Options options;
   if (!dax::hostile::parse(count, arguments, options)) {
     std::fputs(
-        "usage: hostile_driver [--seed N] [--first N] [--calls N] [--function NAME | PREFIX*] [--progress] [--list] "
+        "usage: hostile_driver [--seed N] [--first N] [--calls N] [--function NAME | PREFIX*] [--progress] [--list] [--partial] "
         "[--verbose]\n",
         stderr);
     return 2;

@@ -17,6 +17,7 @@ Command addInspect(CLI::App& app);
 Command addFilter(CLI::App& app);
 Command addCaliper(CLI::App& app);
 Command addLine(CLI::App& app);
+Command addFit(CLI::App& app);
 Command addRenderScene(CLI::App& app);
 
 // One line on standard error.

@@ -1,0 +1,2 @@
+CLAUSES: dict[str, dict[int, list[str]]]
+TEXTS: dict[int, str]

@@ -1,0 +1,132 @@
+"""Points, trees and normals against NumPy's long way, and what hostile clouds do."""
+import copy
+import pickle
+import threading
+
+import numpy as np
+import pytest
+
+import dax
+
+
+def test_neighbours_as_by_all_distances(rng, pool):
+    for d in (1, 2, 3, 7):
+        points = rng.normal(size=(300, d)).astype(np.float32)
+        queries = rng.normal(size=(40, d)).astype(np.float32)
+        squares = ((queries[:, None].astype(float) - points) ** 2).sum(-1)
+        order = np.argsort(squares, 1)[:, :9]
+        for tree in (dax.KdTree(points), dax.KdTree(points, 1, compact=True)):
+            found = tree.query(queries, 9)
+            assert np.array_equal(found.indices, order), d
+            assert np.allclose(found.squared_distances, np.take_along_axis(squares, order, 1), rtol=1e-5)
+            for other in (tree.query(queries, 9, pool), copy.copy(tree).query(queries, 9), pickle.loads(pickle.dumps(tree)).query(queries, 9)):
+                assert np.array_equal(other.indices, found.indices)
+                assert np.array_equal(other.squared_distances, found.squared_distances)
+        single = tree.query(queries[3], 9)
+        assert np.array_equal(single.indices, order[3]) and single.squared_distances.shape == (9,)
+
+
+def test_radius_as_by_all_distances(rng, pool):
+    points = rng.uniform(size=(500, 3)).astype(np.float32)
+    queries = rng.uniform(size=(30, 3)).astype(np.float32)
+    squares = ((queries[:, None].astype(float) - points) ** 2).sum(-1)
+    tree = dax.KdTree(points)
+    mask = rng.integers(0, 2, 500) * 256  # not 0, whatever the low byte
+    alone, together, masked = (tree.query_radius(queries, 0.2, 400, **more) for more in ({}, {"pool": pool}, {"mask": mask}))
+    for row in range(30):
+        near = np.flatnonzero(squares[row] < 0.04)
+        assert sorted(alone.indices[row][alone.indices[row] >= 0]) == near.tolist()
+        covered = near[mask[near] != 0]
+        kept = masked.indices[row][masked.indices[row] >= 0]
+        assert kept.tolist() == sorted(covered, key=lambda i: (squares[row, i], i))
+        assert np.allclose(masked.squared_distances[row, : len(kept)], squares[row, kept], rtol=1e-4)
+    assert np.array_equal(alone.indices, together.indices)
+    assert (tree.query_radius(queries, 0.2, 2).indices >= 0).sum(1).max() == 2
+    assert tree.query_radius(queries[0], 1e-4).indices.max() == -1
+
+
+def test_points_that_cannot_be_found():
+    points = np.array([[np.nan, 0], [1, 1], [np.inf, 1], [1, 1], [0, 0]], np.float32)
+    tree = dax.KdTree(points)
+    found = tree.query([[1, 1], [np.nan, 0], [0, 0]], 7)
+    assert [sorted(row[row >= 0]) for row in found.indices] == [[1, 3, 4], [], [1, 3, 4]]
+    assert (np.isinf(found.squared_distances) == (found.indices < 0)).all()
+    assert dax.KdTree([[5.0, 5.0]]).query([5, 5], 3).indices.tolist() == [0, -1, -1]
+    assert dax.KdTree([[np.nan, 0.0]]).query([0, 0]).indices.tolist() == [-1]
+    assert tree.query(np.zeros((0, 2))).indices.shape == (0, 1)
+    assert tree.query_radius(np.zeros((0, 2)), 1).indices.shape == (0, 100)
+    for wrong in (np.zeros((0, 2)), np.zeros((2, 0))):
+        with pytest.raises(dax.Error, match="n < 1"):
+            dax.KdTree(wrong)
+    with pytest.raises(ValueError, match="shape"):
+        tree.query([[1, 2, 3]])
+    with pytest.raises(TypeError):
+        dax.KdTree([["a", "b"]])
+    with pytest.raises(dax.Error, match="radius"):
+        tree.query_radius([1, 1], np.nan)
+    with pytest.raises(ValueError, match="k: 0"):
+        tree.query([1, 1], 0)
+    with pytest.raises(dax.Error, match="leafSize"):
+        dax.KdTree(points, 0)
+
+
+def test_threads_share_a_tree(rng):
+    points = rng.normal(size=(3000, 3))
+    tree, queries = dax.KdTree(points), rng.normal(size=(4, 500, 3))
+    results = [None] * 4
+
+    def work(i):
+        results[i] = tree.query(queries[i], 20).indices
+
+    threads = [threading.Thread(target=work, args=(i,)) for i in range(4)]
+    for thread in threads:
+        thread.start()
+    for thread in threads:
+        thread.join()
+    assert all(np.array_equal(results[i], tree.query(queries[i], 20).indices) for i in range(4))
+
+
+def test_voxels(rng):
+    points = rng.uniform(0.01, 5, (2000, 3)).astype(np.float32)
+    cells = np.floor(points / np.float32(0.5)).astype(int)
+    expected = [points[(cells == cell).all(1)].mean(0) for cell in np.unique(cells[:, ::-1], axis=0)[:, ::-1]]
+    assert np.allclose(dax.voxel_grid(points, 0.5, [[0, 0, 0], [5, 5, 5]]), expected, atol=1e-5)
+    points[::2] = np.nan
+    assert len(dax.voxel_grid(points, (10, 10, 2.5))) == 2
+    assert len(dax.voxel_grid(points, 1, [[9, 9, 9], [10, 10, 10]])) == 1
+    for wrong in ((0, None), (np.nan, None), (1, [[1, 1, 1], [0, 0, 0]]), (1e-6, None), (1, np.full((2, 3), np.inf))):
+        with pytest.raises(dax.Error, match="VoxelGrid"):
+            dax.voxel_grid(points, *wrong)
+    with pytest.raises(dax.Error, match="n < 1"):
+        dax.voxel_grid(np.zeros((0, 3)), 1)
+
+
+def test_normals_of_a_sphere(rng):
+    points = rng.normal(size=(2000, 3))
+    points /= np.linalg.norm(points, axis=1)[:, None]
+    outwards = dax.estimate_normals(points * 3 + 1, 12, viewpoint=(1, 1, 1)).normals * -1
+    assert (np.einsum("ij,ij->i", outwards, points) > 0.97).all()
+    found = dax.estimate_normals(points, 12)
+    assert np.allclose(np.linalg.norm(found.normals, axis=1), 1, atol=1e-5) and (found.curvature < 0.05).all()
+    turned = dax.face_viewpoint(found.normals, points, (0, 0, 0))
+    assert (np.einsum("ij,ij->i", turned, points) < 0).all()
+    patch = points[points[:, 2] > 0.95]
+    normal, curvature = dax.normal_of(patch)
+    least = np.linalg.eigh(np.cov(patch.T, bias=True))
+    assert abs(normal @ least[1][:, 0]) == pytest.approx(1, abs=1e-4)
+    assert curvature == pytest.approx(least[0][0] / least[0].sum(), rel=1e-3)
+
+
+def test_no_normals():
+    line = np.stack([np.arange(9), np.zeros(9), np.zeros(9)], 1)
+    assert dax.normal_of(line) is None
+    assert (dax.estimate_normals(line).normals == (0, 0, 1)).all()
+    lonely = dax.estimate_normals(line[:, [0, 2, 1]] * 100, radius=1, viewpoint=(0, 0, -5)).normals
+    assert (lonely == (0, 0, -1)).all()
+    for wrong in ({"k": 2}, {"radius": np.nan}, {"radius": 0}):
+        with pytest.raises(dax.Error):
+            dax.estimate_normals(line, **wrong)
+    with pytest.raises(dax.Error, match="count < 4"):
+        dax.normal_of(line[:3])
+    with pytest.raises(ValueError, match="viewpoint"):
+        dax.estimate_normals(line, viewpoint=(0, 0))
