@@ -49,6 +49,19 @@ from .filters import (
     soft_weights,
     threshold,
 )
+from .lie import (
+    se3_compose,
+    se3_exp,
+    se3_inverse,
+    se3_log,
+    se3_update,
+    so3_compose,
+    so3_exp,
+    so3_inverse,
+    so3_log,
+    so3_log_jacobian,
+    so3_update,
+)
 from .lines import Line, fit_line
 from .pool import Pool
 from .ranges import (
@@ -62,5 +75,18 @@ from .ranges import (
     remove_speckles,
     write_range,
 )
+from .solvers import (
+    Blocks,
+    BlockShape,
+    Minimum,
+    Settings,
+    Solution,
+    least_squares,
+    least_squares_blocks,
+    minimize_blocks,
+    minimize_normal,
+    numeric_jacobian,
+)
+from .sparse import SparseMatrix
 
 __version__ = version()
