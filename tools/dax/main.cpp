@@ -20,6 +20,8 @@ constexpr const char* kFooter =
     "Examples:\n"
     "  dax inspect parts.png --area 200.. --report parts.html\n"
     "  dax filter noisy.png clean.png --median3 --compare specks.png\n"
+    "  dax caliper parts.png --box 120,80,60,16,0 --pair --plot profile.png\n"
+    "  dax line parts.png --from 40,200 --to 360,210 --calipers 30 --overlay line.png\n"
     "  dax fit decay.csv --model exponential --plot decay.svg\n"
     "  dax render-scene scene.png --truth scene.json\n\n"
     "dax COMMAND --help tells all of a command.\n\n";
@@ -34,14 +36,15 @@ class Help : public CLI::Formatter {
 };
 
 ExitStatus dispatch(int argc, char** argv) {
-  CLI::App app("Filters images, finds and measures objects in them, fits curves to points.", "dax");
+  CLI::App app("Filters images, finds and measures objects and edges in them, fits curves to points.", "dax");
   app.formatter(std::make_shared<Help>());
   app.get_formatter()->column_width(30);
   app.set_version_flag("--version", std::string("dax ") + DAX_GetVersion(), "show the version");
   app.set_help_flag("-h,--help", "show this help");
   app.require_subcommand(1);
   app.footer(std::string(kFooter) + kExitStatusHelp);
-  const Command commands[] = {addInspect(app), addFilter(app), addFit(app), addRenderScene(app)};
+  const Command commands[] = {addInspect(app), addFilter(app), addCaliper(app),
+                              addLine(app),    addFit(app),    addRenderScene(app)};
   try {
     app.parse(argc, argv);
   } catch (const CLI::ParseError& error) {
