@@ -71,7 +71,7 @@ def clauses(comment):
         separators = r"(?<=\w)[.;:] (?![^(]*\))|in order[,:] |^\W+" if number == 0 else r"^\W+"
         start = 0
         for match in CODES.finditer(line):
-            text, start = " ".join(line[start:match.start()].split()), match.end()
+            text, start = " ".join(line[start : match.start()].split()), match.end()
             text = re.split(separators, text.rstrip(" ->(,"))[-1]
             text = re.sub(r",? else$", "", text.strip(" ,;.->")) + ")" * (text.count("(") - text.count(")"))
             codes = [int(code, 0) for code in re.findall(r"0x\w+|-\d+", match.group())]

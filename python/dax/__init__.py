@@ -3,6 +3,8 @@
     import dax
     parts = dax.select_blobs(dax.label(dax.otsu(image)), image, area=(50, 5000))
 
+Arrays of points are (n, 2) or (n, 3), images (height, width), results named tuples or small classes of arrays.
+
 Every call checks its arguments; what the library refuses is raised as dax.Error with the clause of the contract. Work
 memory is handled inside, and the interpreter lock is released while the library works. Results do not depend on the
 machine, the instruction set or the number of threads.
@@ -22,6 +24,7 @@ from .calipers import (
     find_edges,
     find_edges_in,
 )
+from .checks import check_box, check_camera_matrix, check_motion, check_normal, check_quaternion
 from .chessboards import (
     Board,
     Corners,
@@ -49,6 +52,19 @@ from .filters import (
     soft_weights,
     threshold,
 )
+from .lie import (
+    se3_compose,
+    se3_exp,
+    se3_inverse,
+    se3_log,
+    se3_update,
+    so3_compose,
+    so3_exp,
+    so3_inverse,
+    so3_log,
+    so3_log_jacobian,
+    so3_update,
+)
 from .lines import Line, fit_line
 from .pool import Pool
 from .ranges import (
@@ -62,5 +78,18 @@ from .ranges import (
     remove_speckles,
     write_range,
 )
+from .solvers import (
+    Blocks,
+    BlockShape,
+    Minimum,
+    Settings,
+    Solution,
+    least_squares,
+    least_squares_blocks,
+    minimize_blocks,
+    minimize_normal,
+    numeric_jacobian,
+)
+from .sparse import SparseMatrix
 
 __version__ = version()

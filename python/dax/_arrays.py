@@ -44,6 +44,7 @@ def pixel_type(name: str, array: Array) -> tuple[str, str]:
 
 
 def pointer(array: Array, ctype: str) -> Any:
+    """The address of an array, which the caller keeps alive."""
     return ffi.cast(f"{ctype}*", array.ctypes.data)
 
 

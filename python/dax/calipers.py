@@ -339,7 +339,7 @@ def _find(kind: str, image: ArrayLike, region: Region, cfg: Any, mask: Optional[
     src = source("image", image, (*BYTES, np.dtype(np.int16)) if plain else BYTES)
     version = "V1" if profile else ""
     work = buffer(f"DAXI_Calip{kind}Detect{part}{version}BufferSize_{src.suffix}", record)
-    results, records, points = _results(kind, cfg, 1)
+    results, records, points = _results(kind, cfg, [region])
     arguments = [src.pointer, src.step]
     if mask is not None:
         cover = of_shape("mask", mask, src.array.shape)
@@ -362,17 +362,20 @@ def _find_in(kind: str, image: ArrayLike, regions: Sequence[Region], cfg: Any, p
     rows = ffi.new(f"{_REGIONS[type(regions[0])][1]}[]", [[float(value) for value in region] for region in regions])
     threads, handle = handle_of(pool)
     work = buffer(f"DAXI_Calip{kind}Detect{part}V2BufferSize_8u", rows, len(regions), threads)
-    results, records, points = _results(kind, cfg, len(regions))
+    results, records, points = _results(kind, cfg, regions)
     name = f"DAXI_Calip{kind}Detect{part}V2_8u_C1R"
     call(name, src.pointer, src.step, src.size, rows, len(regions), cfg, results, work, threads, handle)
     counts = [results[i].count for i in range(len(regions))]
     return [(records[i, :count].copy(), points[i, :count].copy(), None) for i, count in enumerate(counts)]
 
 
-def _results(kind: str, cfg: Any, count: int) -> tuple[Any, Array, Array]:
-    """Results with room for what the configuration asks, and that room as arrays: (count, most) records, their points."""
-    most, field, each = (cfg.maxEdges, "edges", 1) if kind == "Edge" else (cfg.maxPairs, "pairs", 2)
-    room = max(most, 1)
+def _results(kind: str, cfg: Any, regions: Sequence[Region]) -> tuple[Any, Array, Array]:
+    """Results with room for what the configuration asks, and that room as arrays: (count, most) records, their points.
+    The configuration is made to ask for no more than there can be."""
+    count, longest = len(regions), max(_longest(region) for region in regions)
+    limit, field, each = ("maxEdges", "edges", 1) if kind == "Edge" else ("maxPairs", "pairs", 2)
+    setattr(cfg, limit, min(getattr(cfg, limit), longest**each))
+    room = max(getattr(cfg, limit), 1)
     records = ffi.new(f"Caliper{kind}[]", count * room)
     points = np.empty((count, room, each, 2), np.float32)
     results = ffi.new(f"Caliper{kind}Result[]", count)

@@ -137,7 +137,7 @@ def find_checkerboards(
     """
     src = source("image", image, BYTES)
     param = _hessian(extent, filter, sub_sampling, angle)
-    several = most != 1
+    most, several = min(most, _MOST), most != 1
     name = ("Mul" if several else "") + "CheckerboardCornerHessian"
     work = buffer(f"DAXI_{name}BufferSize_8u", src.size)
     points, corners, boards, count = _board_room(most)
@@ -174,7 +174,7 @@ def find_checkerboards_by_symmetry(
     cfg = ffi.new("CheckerboardSymCfg*", {"leastExtent": extent[0], "mostExtent": extent[1], "contrast": contrast})
     cfg.distance, cfg.largestRadius, cfg.filter = distance, radius, choice("filter", filter, _FILTERS)
     cfg.scales = 2 if ladder else 1
-    several = most != 1
+    most, several = min(most, _MOST), most != 1
     name = "CheckerboardCornerSym" + ("Mul" if several else "")
     work = buffer(f"DAXI_{name}BufferSize_8u", src.size)
     points, corners, boards, count = _board_room(most)
@@ -184,7 +184,15 @@ def find_checkerboards_by_symmetry(
         images += [cover.pointer, cover.step]
     outputs = points, corners, boards, *((most, count) if several else ())
     try:
-        call(f"DAXI_{name}_8u_C1R{'M' if mask is not None else ''}", *images, src.size, *outputs, cfg, work, handle_of(pool)[1])
+        call(
+            f"DAXI_{name}_8u_C1R{'M' if mask is not None else ''}",
+            *images,
+            src.size,
+            *outputs,
+            cfg,
+            work,
+            handle_of(pool)[1],
+        )
     except Error as error:
         if error.status == _NO_BOARD:
             return []
@@ -201,6 +209,7 @@ def locate_corners(image: ArrayLike, most: int = _MOST, filter: Literal["median"
     """
     src = source("image", image, BYTES)
     work = buffer("DAXI_CheckerboardCornerHessian_LocBufferSize_8u", src.size)
+    most = min(most, _MOST)
     corners, count = ffi.new("CheckerboardCorner[]", max(most, 1)), ffi.new("int32_t*")
     param = _hessian((2, 300), filter, 1, (40.0, 90.0))
     arguments = src.pointer, src.step, src.size, corners, most, count, work, param
@@ -221,7 +230,7 @@ def arrange_corners(corners: Corners, most: int = 1, extent: tuple[int, int] = (
         raise TypeError("corners: as locate_corners gives them")
     if not len(records):
         return []
-    several = most != 1
+    most, several = min(most, _MOST), most != 1
     name = f"DAXI_{'Mul' if several else ''}CheckerboardCornerHessian_Sort"
     work = buffer(f"{name}BufferSize", len(records))
     arranged = ffi.new("CheckerboardCorner[]", len(records))

@@ -207,7 +207,12 @@ def add(first: ArrayLike, second: ArrayLike, out: Optional[Array] = None) -> NDA
 
 _FASTEST = 100  # the vector kernels where there are some
 
-_SUMS = {"uint8": ("8u32s", np.int32), "int16": ("16s32f", np.float32), "int32": ("32s", np.int32), "float32": ("32f", np.float32)}
+_SUMS = {
+    "uint8": ("8u32s", np.int32),
+    "int16": ("16s32f", np.float32),
+    "int32": ("32s", np.int32),
+    "float32": ("32f", np.float32),
+}
 
 
 def box_sum(image: ArrayLike, radius: int, out: Optional[Array] = None) -> Array:

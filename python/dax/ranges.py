@@ -26,6 +26,13 @@ class Camera(NamedTuple):
     p2: float = 0.0
     k3: float = 0.0
 
+    def check(self) -> None:
+        """Raises dax.Error unless focal lengths and centre are above 0.
+
+        >>> dax.Camera(500, 500, 320, 240).check()
+        """
+        call("DAX3DPCL_UTILS_Check_CamIntrins", ffi.new("double[4]", list(self[:4])))
+
 
 @dataclasses.dataclass(frozen=True)
 class Calibration:
@@ -220,7 +227,10 @@ def _image(record: Any) -> RangeImage:
         colour = _plane(record.colour.image, 0, np.uint8, 3)
     values = np.frombuffer(ffi.buffer(ffi.addressof(record, "calib")), np.float64)
     if values.any():
-        depth, rgb = (Camera(*(getattr(camera, field) for field in Camera._fields)) for camera in (record.calib.depth, record.calib.rgb))
+        depth, rgb = (
+            Camera(*(getattr(camera, field) for field in Camera._fields))
+            for camera in (record.calib.depth, record.calib.rgb)
+        )
         calibration = Calibration(depth, rgb, np.array(list(record.calib.depthToRgb)).reshape(4, 4))
     scale, offset = ((triple.x, triple.y, triple.z) for triple in (record.scale, record.offset))
     return RangeImage(_plane(record.range.image, 0, np.int16), mask, scale, offset, colour, calibration)

@@ -204,6 +204,15 @@ void* Call::array(const char* name, int64_t count) {
   return data;
 }
 
+int64_t Call::product(std::initializer_list<int64_t> sides) {
+  int64_t result = 1;
+  for (const int64_t side : sides) {
+    if (side < 1) return -1;
+    result = std::min(result * side, int64_t{1} << 31);
+  }
+  return result;
+}
+
 void* Call::image(const char* name, const char* stepName, DaxiSize imageSize, int32_t channels) {
   if (drawn(name)) return get<void*>(name);
   const int64_t row = int64_t{imageSize.width} * channels;
@@ -262,8 +271,8 @@ void Call::spoilWord(const char* name, void* target, size_t from, size_t to) {
   }
 }
 
-void Call::pool(const char* poolName, const char* threadsName) {
-  const int64_t threads = number(threadsName, 0, 9);
+void Call::pool() {
+  const int64_t threads = has("threads") ? number("threads", 0, 9) : between(1, 9);
   mock.threads = threads >= 1 && threads <= 64 ? static_cast<uint32_t>(threads) : 4;
   mock.order = pick({MockPool::Order::shuffled, MockPool::Order::shuffled, MockPool::Order::backward});
   mock.passesLength = chance(50);
@@ -271,7 +280,7 @@ void Call::pool(const char* poolName, const char* threadsName) {
 #ifdef __SANITIZE_THREAD__
   mock.concurrent = chance(50);
 #endif
-  set<void*>(poolName, chance(15) || isSpoiled(poolName) ? nullptr : &mock);
+  set<void*>("pool", chance(15) || isSpoiled("pool") ? nullptr : &mock);
 }
 
 Block* Call::block(const void* data) {
@@ -306,14 +315,6 @@ void Call::fillMask(uint8_t* data, size_t bytes) {
   for (size_t i = 0; i < bytes; ++i) {
     if (random.below(length) == 0) value = random.below(100) < percent ? static_cast<uint8_t>(pick({255, 255, 1})) : 0;
     data[i] = value;
-  }
-}
-
-void Call::fillReals(float* data, size_t count) {
-  const bool wild = chance(20);
-  for (size_t i = 0; i < count; ++i) {
-    data[i] = wild ? static_cast<float>(std::clamp(hostileReal(), -double{FLT_MAX}, double{FLT_MAX}))
-                   : static_cast<float>(between(-1000, 1000)) / 8.0f;
   }
 }
 

@@ -6,6 +6,8 @@
 // touched. Arguments are drawn when they are first asked for, so rows give scalars before what depends on them.
 #pragma once
 
+#include <algorithm>
+#include <cfloat>
 #include <deque>
 #include <functional>
 #include <initializer_list>
@@ -40,6 +42,8 @@ struct Block {
   // An image's rows; what lies between them is padding, which no call may change.
   size_t rowBytes = 0, stepBytes = 0;
   std::function<size_t()> meaningful = {};  // how many bytes mean something after success; not set: all
+  std::function<void()> tidy = {};          // clears what is between the fields of records, after every call
+  bool firm = false;                        // no failure changes it, whatever else it leaves behind
   uint8_t* before = nullptr;
   uint8_t* after = nullptr;
 };
@@ -77,8 +81,17 @@ class Call {
   void notRead(const char* name) { notRead_ = name; }
   // `count` elements of the pointer's type. A negative count gives an address that faults.
   void* array(const char* name, int64_t count);
+  // How many elements these sides make; -1 where one of them is below 1.
+  static int64_t product(std::initializer_list<int64_t> sides);
   // A work buffer of as many bytes as the query says; an alignment below that of malloc is used.
   void* work(const char* name, const std::function<DaxStatus(uint64_t*)>& query, size_t alignment = 16);
+  // An array of floats or doubles with numbers in it.
+  template <class Real>
+  Real* reals(const char* name, int64_t count) {
+    auto* const result = static_cast<Real*>(array(name, count));
+    if (const Block* const made = block(result)) fillReals(result, made->bytes / sizeof(Real));
+    return result;
+  }
   // One record, zeroed; null where the argument is spoiled that way.
   template <class T>
   T* record(const char* name) {
@@ -94,8 +107,16 @@ class Call {
   }
   // Spoils a word of a record between two byte offsets, when its argument is one to be spoiled.
   void spoilWord(const char* name, void* record, size_t from, size_t to);
-  // The host's pool, or none, and its number of threads.
-  void pool(const char* pool = "pool", const char* threads = "threads");
+  // A record of 32-bit words that is passed by value.
+  template <class T>
+  T given(const char* name, T valid) {
+    if (drawn(name)) return get<T>(name);
+    spoilWord(name, &valid, 0, sizeof valid);
+    set(name, valid);
+    return valid;
+  }
+  // The host's pool, or none, and its number of threads where that is an argument.
+  void pool();
 
   Block* block(const void* data);
   Block* blockOf(const char* argument) { return block(get<void*>(argument)); }
@@ -103,7 +124,15 @@ class Call {
   // --- Contents ---
   void fillBytes(void* data, size_t bytes);
   void fillMask(uint8_t* data, size_t bytes);
-  void fillReals(float* data, size_t count);
+  // Multiples of 1/8 up to 1000; or else wild ones.
+  template <class Real>
+  void fillReals(Real* data, size_t count) {
+    const bool wild = chance(20);
+    for (size_t i = 0; i < count; ++i) {
+      data[i] = wild ? static_cast<Real>(std::clamp<double>(hostileReal(), -FLT_MAX, FLT_MAX))
+                     : static_cast<Real>(between(-8000, 8000)) / 8;
+    }
+  }
 
   // --- Arguments as they are ---
   bool has(const char* name) const { return find(name) >= 0; }
@@ -121,8 +150,9 @@ class Call {
   int64_t integer(const char* name) const;
 
   // --- What the driver must know ---
-  // A failure with this status may leave outputs written.
-  void mayWriteOn(DaxStatus status) { partial.push_back(status); }
+  // A failure with this status may leave outputs written, but for firm ones.
+  void mayWriteOn(int64_t status) { partial.push_back(static_cast<uint64_t>(status)); }
+  bool worksBeforeFailing = false;  // a failure may leave work buffers written
   // After each call that returned: tell what its result is worth comparing by, and release what it made.
   std::function<uint64_t(uint64_t result)> settle;
   bool once = false;  // the call cannot be repeated
@@ -135,7 +165,7 @@ class Call {
   const Function& function;
   std::vector<Value> values;
   std::deque<Block> blocks;  // whose addresses stay
-  std::vector<DaxStatus> partial;
+  std::vector<uint64_t> partial;
   MockPool mock;
   bool spoiledAny = false;
 
@@ -173,5 +203,10 @@ const Row* findRow(std::string_view function);
 const std::vector<Row>& frameRows();
 const std::vector<Row>& imageRows();
 const std::vector<Row>& blobRows();
+const std::vector<Row>& caliperRows();
+const std::vector<Row>& chessboardRows();
+const std::vector<Row>& optimRows();
+const std::vector<Row>& rangeRows();
+const std::vector<Row>& cloudRows();
 
 }  // namespace dax::hostile

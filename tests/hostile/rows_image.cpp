@@ -75,6 +75,52 @@ void median(Call& c) {
   if (c.has("pool")) c.pool();
 }
 
+// --- Means ---
+
+template <class Pixel>
+void meanNumbers(Call& c) {
+  if constexpr (std::is_floating_point_v<Pixel>) {
+    c.image("src", "srcStep", c.size("size"));
+    Block* const src = c.blockOf("src");
+    if (src && c.chance(70)) c.fillReals(reinterpret_cast<Pixel*>(src->data), src->bytes / sizeof(Pixel));
+  }
+}
+
+DaxiSize meanMask(Call& c, int32_t most = INT32_MAX) {
+  const DaxiSize size = c.size("size");
+  const auto side = [&](int32_t length) { return 1 + c.random.below(std::clamp(length, 1, most)); };
+  return c.sizeOr("mask", {side(size.width), side(size.height)});
+}
+
+template <class Pixel, Query query>
+void filterMean(Call& c) {
+  meanNumbers<Pixel>(c);
+  meanMask(c);
+  const bool summed = query == DAXI_FilterMeanBufferSize_64f ||
+                      std::string_view(c.function.name).find("MeanInt") != std::string_view::npos;
+  c.work(
+      "buffer", [&](uint64_t* bytes) { return query(c.size("size"), bytes); }, summed ? 8 : 4);
+}
+
+void filterMeanBytes(Call& c) {
+  const DaxiSize mask = meanMask(c, 255);
+  const bool small = c.chance(50);
+  if (c.has("pool")) c.pool();
+  const auto query = [&](uint64_t* bytes) {
+    if (c.has("pool")) return DAXI_FilterMeanBufferSize_8u_MT(c.size("size"), mask, c.get<uint32_t>("threads"), bytes);
+    return small ? DAXI_FilterMeanBufferSize_8u_V2(c.size("size"), mask, bytes)
+                 : DAXI_FilterMeanBufferSize_8u(c.size("size"), bytes);
+  };
+  c.work("buffer", query, 4);
+}
+
+void meanNeed(Call& c) {
+  meanMask(c, 255);
+  if (c.has("threads")) c.number("threads", 0, 70);
+}
+
+// --- Thresholds ---
+
 void thresholdBin(Call& c) {
   maybeInPlace(c);
   auto* const cfg = c.record<DaxiThresholdBinCfg>("cfg");
@@ -129,6 +175,19 @@ const std::vector<Row>& imageRows() {
       {"DAXI_FilterBox_32s_*", filterBox<DAXI_FilterBoxBufferSize_32s>},
       {"DAXI_FilterBox_32f_*", filterBox<DAXI_FilterBoxBufferSize_32f>},
       {"DAXI_FilterMedian3x3_*", median},
+      {"DAXI_FilterMeanBufferSize_8u_*", meanNeed},
+      {"DAXI_FilterMeanBufferSize_*", onlyImages},
+      {"DAXI_FilterMeanIntBufferSize_*", onlyImages},
+      {"DAXI_FilterMean_8u_*", filterMeanBytes},
+      {"DAXI_FilterMean_16u_C1R", filterMean<uint16_t, DAXI_FilterMeanBufferSize_16u>},
+      {"DAXI_FilterMean_16s_C1R", filterMean<int16_t, DAXI_FilterMeanBufferSize_16s>},
+      {"DAXI_FilterMean_32f_C1R", filterMean<float, DAXI_FilterMeanBufferSize_32f>},
+      {"DAXI_FilterMean_64f_C1R", filterMean<double, DAXI_FilterMeanBufferSize_64f>},
+      {"DAXI_FilterMeanInt_8u_C1R", filterMean<uint8_t, DAXI_FilterMeanIntBufferSize_8u>},
+      {"DAXI_FilterMeanInt_16u_C1R", filterMean<uint16_t, DAXI_FilterMeanIntBufferSize_16u>},
+      {"DAXI_FilterMeanInt_16s_C1R", filterMean<int16_t, DAXI_FilterMeanIntBufferSize_16s>},
+      {"DAXI_FilterMeanInt_32f_C1R", filterMean<float, DAXI_FilterMeanIntBufferSize_32f>},
+      {"DAXI_FilterMeanInt_64f_C1R", filterMean<double, DAXI_FilterMeanIntBufferSize_64f>},
       {"DAXI_AdpThresholdOtsu_8u_C1IR", onlyImages},
       {"DAXI_AdpThresholdOtsu_8u_C1R*", maybeInPlace},
       {"DAXI_ThresholdBin_0to255_8u_C1R_NEON", maybeInPlace},

@@ -55,6 +55,7 @@ def test_order_choice_criteria_and_profile():
     assert len(edges.profile.response) == 80 and edges.profile.kernel_length == 5
     assert np.array_equal(edges.response, edges.profile.response[edges.index])
     assert dax.find_edges(image, box, only=1).points[0, 0] == 19.5
+    assert len(dax.find_edges(image, box, most=2**31 - 1)) == 3  # no memory for more than there can be
     assert dax.find_edges(image, box, most=2).points[:, 0].tolist() == [39.5, 59.5]
     nearest = dax.find_edges(image, box, offset=dax.Ramp(10, 20, 20, falling=True))
     assert nearest.points[0, 0] in (19.5, 39.5) and nearest.score[0] == 1
@@ -70,7 +71,9 @@ def test_pairs():
     image = np.full((20, 90), 30, np.uint8)
     image[:, 20:28] = image[:, 50:60] = 130
     box = dax.Box(45, 10, 80, 11)
-    pairs = dax.find_edge_pairs(image, box, polarity="dark-to-light", expected_width=10, width_error=dax.Ramp(0, 1, 1, falling=True))
+    pairs = dax.find_edge_pairs(
+        image, box, polarity="dark-to-light", expected_width=10, width_error=dax.Ramp(0, 1, 1, falling=True)
+    )
     assert pairs.width[0] == pytest.approx(10) and pairs.points[0, :, 0].tolist() == [49.5, 59.5]
     assert pairs.contrast[0] == pytest.approx(np.abs(pairs.peaks[0]).sum()) and pairs.polarity[0].tolist() == [1, 2]
     assert (np.diff(pairs.score) <= 0).all() and len(pairs) == 3
@@ -97,8 +100,11 @@ def test_many_regions_as_one_by_one(rng, pool, kind):
     for single, several in ((dax.find_edges, dax.find_edges_in), (dax.find_edge_pairs, dax.find_edge_pairs_in)):
         alone = [single(image, region, threshold=4) for region in regions]
         assert sum(map(len, alone)) > 0
-        masked = [single(image, region, threshold=4, mask=covered, profile=True) for region in regions]
-        for result in (several(image, regions, threshold=4), several(image, regions, threshold=4, pool=pool), masked):
+        forms = [{"mask": covered}, {"profile": True}, {"mask": covered, "profile": True}]
+        results = [[single(image, region, threshold=4, **form) for region in regions] for form in forms]
+        if kind == "boxes":
+            results.append([single(image.astype(np.int16), region, threshold=4) for region in regions])
+        for result in (several(image, regions, threshold=4), several(image, regions, threshold=4, pool=pool), *results):
             for one, other in zip(alone, result):
                 assert np.array_equal(one.points, other.points) and np.array_equal(one.score, other.score)
     assert dax.find_edges_in(image, []) == []

@@ -34,7 +34,12 @@ def test_all_detectors(board, pool):
     found = dax.find_chessboard(image, columns, rows)
     assert np.abs(found - truth).max() < 4
     assert np.abs(dax.refine_corners(image, found, 6) - truth).max() < 0.15
-    assert np.abs(dax.refine_corners(image[::-1][::-1], found.reshape(-1, 2), (6, 5), verify=True).reshape(found.shape) - truth).max() < 0.15
+    assert (
+        np.abs(
+            dax.refine_corners(image[::-1][::-1], found.reshape(-1, 2), (6, 5), verify=True).reshape(found.shape) - truth
+        ).max()
+        < 0.15
+    )
     local = dax.find_chessboard(image, columns, rows, dark="local-mean")
     assert local is None or np.abs(local - truth).max() < 6
     (hessian,) = dax.find_checkerboards(image)
@@ -59,6 +64,7 @@ def test_several_boards_and_masks():
         boards = find(image, 5)
         assert len(boards) == 2
         assert np.abs(boards[0].corners - truth).max() < 0.5 and np.abs(boards[1].corners - other).max() < 0.5
+        assert len(find(image, 2**31 - 1)) == 2
         assert len(find(image, 1)) == 1 and len(find(image, 5, extent=(5, 300))) == 1
     masked = dax.find_checkerboards_by_symmetry(image, mask=right)
     assert len(masked) == 1 and np.abs(masked[0].corners - other).max() < 0.5

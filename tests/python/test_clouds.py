@@ -19,7 +19,11 @@ def test_neighbours_as_by_all_distances(rng, pool):
             found = tree.query(queries, 9)
             assert np.array_equal(found.indices, order), d
             assert np.allclose(found.squared_distances, np.take_along_axis(squares, order, 1), rtol=1e-5)
-            for other in (tree.query(queries, 9, pool), copy.copy(tree).query(queries, 9), pickle.loads(pickle.dumps(tree)).query(queries, 9)):
+            for other in (
+                tree.query(queries, 9, pool),
+                copy.copy(tree).query(queries, 9),
+                pickle.loads(pickle.dumps(tree)).query(queries, 9),
+            ):
                 assert np.array_equal(other.indices, found.indices)
                 assert np.array_equal(other.squared_distances, found.squared_distances)
         single = tree.query(queries[3], 9)

@@ -2,12 +2,15 @@
 import doctest
 import importlib
 import inspect
+import pathlib
 import pkgutil
+import runpy
 
 import numpy as np
 import pytest
 
 import dax
+from dax._library import version
 
 MODULES = [module.name for module in pkgutil.iter_modules(dax.__path__) if not module.name.startswith("_")]
 
@@ -15,6 +18,8 @@ MODULES = [module.name for module in pkgutil.iter_modules(dax.__path__) if not m
 @pytest.mark.parametrize("name", MODULES)
 def test_examples(name):
     module = importlib.import_module(f"dax.{name}")
+    if name == "pool" and module.host is None:
+        pytest.skip("built without the library of pools")
     assert doctest.testmod(module, extraglobs={"dax": dax, "np": np}).failed == 0
 
 
@@ -23,5 +28,35 @@ def test_every_function_is_documented_and_typed():
         if name.startswith("_") or not inspect.isfunction(member):
             continue
         assert ">>> " in (member.__doc__ or "") or name == "version", name
-        hints = inspect.signature(member)
-        assert all(p.annotation is not p.empty for p in hints.parameters.values()), name
+        assert_typed(name, member)
+
+
+def assert_typed(name, function):
+    signature = inspect.signature(function)
+    given = [p for p in signature.parameters.values() if p.name not in ("self", "cls")]
+    assert all(p.annotation is not p.empty for p in given) and signature.return_annotation is not signature.empty, name
+
+
+def test_every_class_and_method_is_documented_and_typed():
+    for name, kind in vars(dax).items():
+        if not inspect.isclass(kind):
+            continue
+        assert kind.__doc__ and kind.__doc__.strip(), name
+        for method, member in vars(kind).items():
+            if inspect.isfunction(member) and not method.startswith("_"):
+                assert member.__doc__, f"{name}.{method}"
+                assert_typed(f"{name}.{method}", member)
+
+
+def test_version():
+    assert dax.__version__ == version() and dax.__version__.count(".") == 2
+
+
+@pytest.mark.parametrize(
+    "path", sorted((pathlib.Path(__file__).parents[2] / "examples/python").glob("*.py")), ids=lambda path: path.stem
+)
+def test_example_programs(path, capsys):
+    if dax.pool.host is None:
+        pytest.skip("built without the library of pools")
+    runpy.run_path(str(path), run_name="__main__")
+    assert capsys.readouterr().out.strip()

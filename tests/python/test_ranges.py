@@ -71,7 +71,9 @@ def test_files_that_are_none(rng, tmp_path):
 def test_depth_cameras():
     depth = np.array([[0, 5], [7, -3]], np.int16)
     image = dax.range_from_rgbd(depth, np.full((4, 5, 3), 9, np.uint8)[:, ::-1], 0.5, CAMERAS)
-    assert image.scale == pytest.approx((1 / 500, 1 / 510, 0.5)) and image.offset == pytest.approx((-320 / 500, -240 / 510, 0))
+    assert image.scale == pytest.approx((1 / 500, 1 / 510, 0.5)) and image.offset == pytest.approx(
+        (-320 / 500, -240 / 510, 0)
+    )
     assert image.mask.tolist() == [[0, 255], [255, 255]] and image.colour.shape == (4, 5, 3) and (image.colour == 9).all()
     image.check_depth_camera()
     with pytest.raises(dax.Error):
@@ -81,6 +83,8 @@ def test_depth_cameras():
     with pytest.raises(dax.Error, match="depthScale"):
         dax.range_from_rgbd(depth, image.colour, np.nan)
     CAMERAS.check()
+    with pytest.raises(dax.Error):
+        CAMERAS.rgb._replace(fx=np.nan).check()
     for camera, pose in ((dax.Camera(0, 1, 1, 1), EYE), (CAMERAS.rgb, 2 * EYE)):
         with pytest.raises(dax.Error):
             dax.Calibration(CAMERAS.depth, camera, pose).check()
@@ -95,7 +99,10 @@ def test_points(rng, dtype):
     grid = np.stack([column, row, values.astype(np.float32)], -1) * scale + offset
     points = dax.range_to_xyz(values, scale, offset, mask)
     assert np.array_equal(points[mask > 0], grid[mask > 0]) and np.isnan(points[mask == 0]).all()
-    assert np.array_equal(dax.range_to_xyz(values[::-1], scale, offset, mask, organized=False), dax.range_to_xyz(values[::-1].copy(), scale, offset, mask)[mask > 0])
+    assert np.array_equal(
+        dax.range_to_xyz(values[::-1], scale, offset, mask, organized=False),
+        dax.range_to_xyz(values[::-1].copy(), scale, offset, mask)[mask > 0],
+    )
     z = values.astype(np.float32) * np.float32(0.1) + np.float32(2)
     camera = np.stack([(column - 15) * z * np.float32(1 / 50), (row - 6) * z * np.float32(1 / 60), z], -1)
     assert np.allclose(dax.depth_to_xyz(values, (50, 60, 15, 6), 0.1, 2), camera, rtol=1e-6)

@@ -13,16 +13,16 @@ namespace {
 constexpr int kLegibleSide = 960;  // small images are enlarged towards it
 constexpr double kFontSize = 13;   // output pixels, as all lengths of labels
 constexpr double kLabelMargin = 4;
-constexpr Colour kHalo{0, 0, 0, 0.55};
-constexpr Colour kLabelColour{0.06, 0.08, 0.11, 0.80};
-constexpr Colour kTextColour{1, 1, 1, 1};
+constexpr Ink kHalo{0, 0, 0, 0.55};
+constexpr Ink kLabelColour{0.06, 0.08, 0.11, 0.80};
+constexpr Ink kTextColour{1, 1, 1, 1};
 
 double usableScale(DaxiSize size, double scale) {
   const double side = std::max(size.width, size.height);
   if (scale == 0) scale = std::clamp(std::round(kLegibleSide / side), 1.0, 8.0);
-  if (side <= kMostSide && side * scale <= kMostSide) return scale;
+  if (side <= kMostDrawingSide && side * scale <= kMostDrawingSide) return scale;
   throw Failure(ExitStatus::kRefused,
-                "overlay: the picture would be wider or higher than " + std::to_string(kMostSide));
+                "overlay: the picture would be wider or higher than " + std::to_string(kMostDrawingSide));
 }
 
 }  // namespace
@@ -46,15 +46,15 @@ AnnotatedPicture::AnnotatedPicture(const GreyImage& image, double scale)
   cairo_set_font_size(c, kFontSize);
 }
 
-void AnnotatedPicture::line(std::span<const Point> points, bool closed, const Colour& colour, double width) {
+void AnnotatedPicture::line(std::span<const Point> points, bool closed, const Ink& colour, double width) {
   cairo_t* c = context_.get();
   cairo_new_path(c);
   for (const Point& point : points) cairo_line_to(c, out(point.x), out(point.y));
   if (closed) cairo_close_path(c);
-  setColour(c, kHalo);
+  setInk(c, kHalo);
   cairo_set_line_width(c, width + 1.6);
   cairo_stroke_preserve(c);
-  setColour(c, colour);
+  setInk(c, colour);
   cairo_set_line_width(c, width);
   cairo_stroke(c);
 }
@@ -96,9 +96,9 @@ void AnnotatedPicture::drawLabel(const Rect& r, const std::string& text) {
   cairo_arc(c, r.x + radius, r.y + r.height - radius, radius, quarter, 2 * quarter);
   cairo_arc(c, r.x + radius, r.y + radius, radius, 2 * quarter, 3 * quarter);
   cairo_close_path(c);
-  setColour(c, kLabelColour);
+  setInk(c, kLabelColour);
   cairo_fill(c);
-  setColour(c, kTextColour);
+  setInk(c, kTextColour);
   cairo_move_to(c, r.x + kLabelMargin, r.y + r.height - kLabelMargin - 0.5);
   cairo_show_text(c, text.c_str());
 }

@@ -5,8 +5,8 @@
 #include <string>
 #include <vector>
 
-#include "cairo_picture.h"
 #include "contour.h"
+#include "drawing.h"
 
 namespace dax::tool {
 
@@ -24,7 +24,7 @@ class AnnotatedPicture {
   AnnotatedPicture(const GreyImage& image, double scale);
 
   // Lines through points of the image, in whose coordinates pixel centres are integers; `width` in output pixels.
-  void line(std::span<const Point> points, bool closed, const Colour& colour, double width);
+  void line(std::span<const Point> points, bool closed, const Ink& colour, double width);
 
   // Keeps labels away from a rectangle of the image.
   void keepFree(const Rect& rect) { placed_.push_back(onPicture(rect)); }
@@ -32,7 +32,10 @@ class AnnotatedPicture {
   // A label above, below or beside a rectangle of the image, or on it; left out where there is no room.
   void label(const Rect& around, const std::string& text);
 
-  std::string png() { return encodePng(surface_.get(), context_.get()); }
+  std::string png() {
+    require(cairo_status(context_.get()));
+    return toPng(surface_);
+  }
 
  private:
   int scaled(int side) const;

@@ -8,9 +8,9 @@
 namespace dax::tool {
 namespace {
 
-constexpr Colour kRegionColour{0.36, 0.68, 0.95, 0.95};
-constexpr Colour kEdgeColour{0.16, 0.90, 0.62, 1};
-constexpr Colour kWidthColour{1.0, 0.72, 0.20, 1};
+constexpr Ink kRegionColour{0.36, 0.68, 0.95, 0.95};
+constexpr Ink kEdgeColour{0.16, 0.90, 0.62, 1};
+constexpr Ink kWidthColour{1.0, 0.72, 0.20, 1};
 constexpr int kPieces = 24;  // of a line, which may be an arc
 constexpr size_t kMostLabels = 100;
 
@@ -76,7 +76,7 @@ class CaliperDrawing {
     return lines;
   }
 
-  void lines(const std::vector<GridLine>& lines, const Colour& colour, double width) {
+  void lines(const std::vector<GridLine>& lines, const Ink& colour, double width) {
     picture_.line(points(caliper_.region, swapped(lines)), false, colour, width);
   }
 

@@ -19,6 +19,8 @@ Command addCaliper(CLI::App& app);
 Command addLine(CLI::App& app);
 Command addFit(CLI::App& app);
 Command addRenderScene(CLI::App& app);
+Command addRange(CLI::App& app);
+Command addCloud(CLI::App& app);
 
 // One line on standard error.
 void report(const Failure& failure);

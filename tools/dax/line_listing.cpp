@@ -9,7 +9,7 @@
 namespace dax::tool {
 namespace {
 
-constexpr Colour kLineColour{1.0, 0.72, 0.20, 1}, kInlierColour{0.16, 0.90, 0.62, 1},
+constexpr Ink kLineColour{1.0, 0.72, 0.20, 1}, kInlierColour{0.16, 0.90, 0.62, 1},
     kOutlierColour{0.95, 0.30, 0.25, 1};
 
 // "0.9701 x + 0.2425 y - 123.400 = 0"
@@ -20,7 +20,7 @@ std::string equation(const DaxiLine& line) {
   return fixed(line.a, 6) + " x" + term(line.b, 6) + " y" + term(line.c, 3) + " = 0";
 }
 
-void cross(AnnotatedPicture& picture, const DaxiPoint32f& at, const Colour& colour) {
+void cross(AnnotatedPicture& picture, const DaxiPoint32f& at, const Ink& colour) {
   constexpr float kArm = 2.5;
   const std::array falling = {Point{at.x - kArm, at.y - kArm}, Point{at.x + kArm, at.y + kArm}};
   const std::array rising = {Point{at.x - kArm, at.y + kArm}, Point{at.x + kArm, at.y - kArm}};

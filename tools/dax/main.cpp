@@ -23,7 +23,9 @@ constexpr const char* kFooter =
     "  dax caliper parts.png --box 120,80,60,16,0 --pair --plot profile.png\n"
     "  dax line parts.png --from 40,200 --to 360,210 --calipers 30 --overlay line.png\n"
     "  dax fit decay.csv --model exponential --plot decay.svg\n"
-    "  dax render-scene scene.png --truth scene.json\n\n"
+    "  dax render-scene scene.png --truth scene.json\n"
+    "  dax range convert heights.png parts.range --scale 0.1,0.1,0.01\n"
+    "  dax cloud normals parts.range parts.ply --picture parts.png\n\n"
     "dax COMMAND --help tells all of a command.\n\n";
 
 // Help that names the type of a value and leaves the rest to the description.
@@ -36,15 +38,15 @@ class Help : public CLI::Formatter {
 };
 
 ExitStatus dispatch(int argc, char** argv) {
-  CLI::App app("Filters images, finds and measures objects and edges in them, fits curves to points.", "dax");
+  CLI::App app("Filters and measures images, range images and point clouds, fits curves to points.", "dax");
   app.formatter(std::make_shared<Help>());
   app.get_formatter()->column_width(30);
   app.set_version_flag("--version", std::string("dax ") + DAX_GetVersion(), "show the version");
   app.set_help_flag("-h,--help", "show this help");
   app.require_subcommand(1);
   app.footer(std::string(kFooter) + kExitStatusHelp);
-  const Command commands[] = {addInspect(app), addFilter(app), addCaliper(app),
-                              addLine(app),    addFit(app),    addRenderScene(app)};
+  const Command commands[] = {addInspect(app), addFilter(app),      addCaliper(app), addLine(app),
+                              addFit(app),     addRenderScene(app), addRange(app),   addCloud(app)};
   try {
     app.parse(argc, argv);
   } catch (const CLI::ParseError& error) {

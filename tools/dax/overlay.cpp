@@ -9,8 +9,8 @@
 namespace dax::tool {
 namespace {
 
-constexpr Colour kContourColour{0.16, 0.90, 0.62, 1};
-constexpr Colour kBoxColour{1.0, 0.72, 0.20, 0.95};
+constexpr Ink kContourColour{0.16, 0.90, 0.62, 1};
+constexpr Ink kBoxColour{1.0, 0.72, 0.20, 0.95};
 
 std::array<Point, 4> corners(const BlobInfo& blob) {
   const double c = std::cos(blob.boxAngle);

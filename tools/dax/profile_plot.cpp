@@ -4,7 +4,7 @@
 #include <cmath>
 #include <span>
 
-#include "cairo_picture.h"
+#include "drawing.h"
 #include "text.h"
 
 namespace dax::tool {
@@ -13,9 +13,9 @@ namespace {
 constexpr size_t kMostPanels = 24, kColumns = 2;
 constexpr double kPanelWidth = 560, kPanelHeight = 300, kLeft = 54, kRight = 12, kTop = 26, kBottom = 24, kGap = 22;
 constexpr double kFontSize = 11;
-constexpr Colour kInk{0.20, 0.24, 0.28, 1}, kFrame{0.72, 0.75, 0.78, 1};
-constexpr Colour kProfile{0.12, 0.38, 0.55, 1}, kResponse{0.12, 0.52, 0.29, 1}, kThreshold{0.75, 0.22, 0.17, 1};
-constexpr Colour kEdge{0.84, 0.54, 0.06, 1};
+constexpr Ink kInk{0.20, 0.24, 0.28, 1}, kFrame{0.72, 0.75, 0.78, 1};
+constexpr Ink kProfile{0.12, 0.38, 0.55, 1}, kResponse{0.12, 0.52, 0.29, 1}, kThreshold{0.75, 0.22, 0.17, 1};
+constexpr Ink kEdge{0.84, 0.54, 0.06, 1};
 
 struct Range {
   double low, high;
@@ -55,7 +55,7 @@ class Axes {
     text(left_ + width_, top_ - 6, title, true);
   }
 
-  void curve(std::span<const float> values, const Colour& colour) const {
+  void curve(std::span<const float> values, const Ink& colour) const {
     cairo_new_path(c_);
     for (size_t i = 0; i < values.size(); ++i) {
       cairo_line_to(c_, x(static_cast<double>(i) - n_ / 2), y(values[i]));
@@ -63,7 +63,7 @@ class Axes {
     stroke(colour, 1.4);
   }
 
-  void level(double value, const Colour& colour, bool dashed) const {
+  void level(double value, const Ink& colour, bool dashed) const {
     const double dashes[] = {4, 3};
     if (dashed) cairo_set_dash(c_, dashes, 2, 0);
     cairo_move_to(c_, left_, y(value));
@@ -93,13 +93,13 @@ class Axes {
   void text(double x, double y, const std::string& words, bool endsThere) const {
     cairo_text_extents_t extents;
     cairo_text_extents(c_, words.c_str(), &extents);
-    setColour(c_, kInk);
+    setInk(c_, kInk);
     cairo_move_to(c_, endsThere ? x - extents.x_advance : x, y);
     cairo_show_text(c_, words.c_str());
   }
 
-  void stroke(const Colour& colour, double width) const {
-    setColour(c_, colour);
+  void stroke(const Ink& colour, double width) const {
+    setInk(c_, colour);
     cairo_set_line_width(c_, width);
     cairo_stroke(c_);
   }
@@ -120,7 +120,7 @@ std::vector<double> marks(const Caliper& caliper) {
 }
 
 void drawPanel(cairo_t* c, double left, double top, const Caliper& caliper, size_t number, double threshold) {
-  setColour(c, kInk);
+  setInk(c, kInk);
   cairo_move_to(c, left + kLeft, top + kTop - 8);
   cairo_show_text(c, (std::to_string(number) + "   " + describe(caliper.region)).c_str());
   const double width = kPanelWidth - kLeft - kRight;
@@ -152,7 +152,7 @@ std::string plotProfiles(const std::vector<Caliper>& calipers, const CaliperSett
                                       static_cast<int>(kPanelHeight * static_cast<double>(rows)));
   const Context context(cairo_create(surface.get()));
   cairo_t* c = context.get();
-  setColour(c, {1, 1, 1, 1});
+  setInk(c, {1, 1, 1, 1});
   cairo_paint(c);
   cairo_select_font_face(c, "sans-serif", CAIRO_FONT_SLANT_NORMAL, CAIRO_FONT_WEIGHT_NORMAL);
   cairo_set_font_size(c, kFontSize);
@@ -160,7 +160,8 @@ std::string plotProfiles(const std::vector<Caliper>& calipers, const CaliperSett
     drawPanel(c, kPanelWidth * static_cast<double>(i % columns), kPanelHeight * static_cast<double>(i / columns),
               calipers[i], i + 1, settings.usedThreshold());
   }
-  return encodePng(surface.get(), c);
+  require(cairo_status(c));
+  return toPng(surface);
 }
 
 }  // namespace dax::tool

@@ -1,6 +1,7 @@
-#include "cairo_picture.h"
+#include "drawing.h"
 
 #include <cstdint>
+#include <cstring>
 #include <new>
 
 #include "failure.h"
@@ -15,7 +16,7 @@ cairo_status_t append(void* bytes, const unsigned char* data, unsigned length) {
 
 }  // namespace
 
-void requireCairo(cairo_status_t status) {
+void require(cairo_status_t status) {
   if (status == CAIRO_STATUS_NO_MEMORY) throw std::bad_alloc();
   if (status != CAIRO_STATUS_SUCCESS) {
     throw Failure(ExitStatus::kInternal, std::string("picture: ") + cairo_status_to_string(status));
@@ -24,7 +25,7 @@ void requireCairo(cairo_status_t status) {
 
 Surface makeSurface(int width, int height) {
   Surface surface(cairo_image_surface_create(CAIRO_FORMAT_RGB24, width, height));
-  requireCairo(cairo_surface_status(surface.get()));
+  require(cairo_surface_status(surface.get()));
   return surface;
 }
 
@@ -41,10 +42,22 @@ Surface toSurface(const GreyImage& image) {
   return surface;
 }
 
-std::string encodePng(cairo_surface_t* surface, cairo_t* context) {
+void paint(const ColourImage& image, const Surface& surface) {
+  cairo_surface_flush(surface.get());
+  unsigned char* row = cairo_image_surface_get_data(surface.get());
+  for (int32_t y = 0; y < image.size.height; ++y, row += cairo_image_surface_get_stride(surface.get())) {
+    for (int32_t x = 0; x < image.size.width; ++x) {
+      const Colour& c = image.at(x, y);
+      const uint32_t pixel = uint32_t{c.red} << 16 | uint32_t{c.green} << 8 | c.blue;
+      std::memcpy(row + ptrdiff_t{4} * x, &pixel, sizeof pixel);
+    }
+  }
+  cairo_surface_mark_dirty(surface.get());
+}
+
+std::string toPng(const Surface& surface) {
   std::string bytes;
-  requireCairo(cairo_status(context));
-  requireCairo(cairo_surface_write_to_png_stream(surface, append, &bytes));
+  require(cairo_surface_write_to_png_stream(surface.get(), append, &bytes));
   return bytes;
 }
 
