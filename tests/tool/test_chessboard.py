@@ -43,7 +43,7 @@ def test_size_says_which_sides_are_rows(dax, tmp_path):
     assert (turned["columns"], turned["rows"]) == (6, 9)
     whole = [[(int(x), int(y)) for x, y in image["corners"]] for image in (turned, straight)]
     assert whole[0][:9] != whole[1][:9] and sorted(whole[0]) == sorted(whole[1])
-    assert dax("chessboard", "board.pgm", "--size", "4x3", "--json").json["images"][0]["found"] is False
+    assert dax("chessboard", "board.pgm", "--size", "12x9", "--json").json["images"][0]["found"] is False
 
 
 def test_folder_with_pictures_and_a_broken_file(dax, tmp_path):
