@@ -7,6 +7,7 @@
 #include <fstream>
 #include <iterator>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "dax3dpcl.h"
@@ -59,6 +60,20 @@ void saveClouds(const std::string& ply, const std::string& pcd) {
                                "1.5 -2 3 0 0 0 4.2e-38\nnan 1 1 0 0 0 0\n"));
 }
 
+void saveText(const std::string& folder) {
+  std::filesystem::create_directories(folder + "/points");
+  std::filesystem::create_directories(folder + "/truth");
+  const auto text = [&](const std::string& name, std::string_view content) {
+    save(folder + name, Bytes(content.begin(), content.end()));
+  };
+  text("/points/commas", "x,y\n1,2.5\n-3e-4,0x10\n\n# end\n");
+  text("/points/marked", "\xEF\xBB\xBF\"a\";\"b\"\r\n1;2;3\r\n");
+  text("/points/blanks", "1 2  3 4 5\n6 7 nan 9 1e999\n");
+  text("/truth/two", R"({"width": 9, "height": 8, "parts": [{"kind": "disc", "x": 1, "y": 2.5, "area": 30},
+    {"kind": "bar", "x": 1, "y": 2, "area": 3, "angle": -30, "angle_period": 180}]})");
+  text("/truth/none", R"({"width": 1e99, "height": [], "parts": [[[[{}]]]]})");
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -70,6 +85,7 @@ int main(int argc, char** argv) {
   std::filesystem::create_directories(ply);
   std::filesystem::create_directories(pcd);
   saveClouds(ply, pcd);
+  saveText(argv[1]);
   int failed = 0;
   for (const uint32_t type : {0u, 1u}) {
     for (const uint32_t colour : {0u, 200u, 201u}) {
