@@ -74,6 +74,22 @@ void saveText(const std::string& folder) {
   text("/truth/none", R"({"width": 1e99, "height": [], "parts": [[[[{}]]]]})");
 }
 
+// What the tree target takes: points in no order, of every dimension and kind of coordinate.
+void saveTrees(const std::string& directory) {
+  for (const int floats : {0, 0x80}) {
+    for (int d = 0; d < 5; ++d) {
+      Bytes bytes = {static_cast<char>(floats + d), static_cast<char>(d), static_cast<char>(5 * d), 12};
+      for (int i = 0; i < 100; ++i) {
+        const auto x = static_cast<float>(i * 37 % 101 - 50) / 8;
+        const auto* const from = reinterpret_cast<const char*>(&x);
+        bytes.insert(bytes.end(), from, from + (floats ? sizeof x : 0));
+        if (!floats) bytes.push_back(static_cast<char>(i * 37 % 101));
+      }
+      save(directory + "/dimension" + std::to_string(d + 1) + (floats ? "-floats" : "-bytes"), bytes);
+    }
+  }
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -86,6 +102,9 @@ int main(int argc, char** argv) {
   std::filesystem::create_directories(pcd);
   saveClouds(ply, pcd);
   saveText(argv[1]);
+  const std::string trees = std::string(argv[1]) + "/kdtree";
+  std::filesystem::create_directories(trees);
+  saveTrees(trees);
   int failed = 0;
   for (const uint32_t type : {0u, 1u}) {
     for (const uint32_t colour : {0u, 200u, 201u}) {

@@ -103,8 +103,8 @@ struct KdView {
   int32_t pointCount;
   int32_t dimension;
   const float* points;
-  const uint32_t* index;
-  const float* rootBox;  // {low, high} of every axis
+  const uint32_t* index;  // searches for the nearest do without: then positions are found
+  const float* rootBox;   // {low, high} of every axis
   const KdNode* root;
 };
 
@@ -113,6 +113,18 @@ inline float axisDistance(float q, const float* interval) {
   if (q < interval[0]) return (q - interval[0]) * (q - interval[0]);
   if (q > interval[1]) return (q - interval[1]) * (q - interval[1]);
   return 0;
+}
+
+// The children of an inner node as seen from a query.
+struct KdSides {
+  const KdNode* near;
+  const KdNode* far;
+  float toFar;
+};
+inline KdSides kdSides(const KdNode& node, const float* query) {
+  const float toFirst = query[node.axis] - node.lowBound, toSecond = query[node.axis] - node.highBound;
+  if (toFirst + toSecond < 0) return {node.first, node.second, toSecond};
+  return {node.second, node.first, toFirst};
 }
 
 // Rebases the child pointers of a copied pool, whose root lay at `oldRoot`, and returns the root's new place.

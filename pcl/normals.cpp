@@ -36,6 +36,7 @@ class NormalEstimator {
         radiusSquared_(radius * radius),
         isa_(currentIsa()) {
     const NormalBuffer at(k);
+    tree_.index = nullptr;
     call_ = {nullptr, 1, k, at.indices.in(buffer), at.distances.in(buffer), FLT_MAX};
     gathered_ = at.gathered.in(buffer);
   }
@@ -48,15 +49,13 @@ class NormalEstimator {
   }
 
  private:
-  // Copies the neighbours within the radius, which come first; returns their number.
+  // Copies the neighbours within the radius from the tree, where they lie close together; returns their number.
   int32_t gather(const float* point) {
     const int32_t found = search(point);
-    int32_t count = 0;
-    for (; count < found && call_.distances[count] < radiusSquared_; ++count) {
-      const float* const p = points_ + size_t{3} * call_.indices[count];
-      std::copy_n(p, 3, gathered_ + ptrdiff_t{3} * count);
+    for (int32_t i = 0; i < found; ++i) {
+      std::copy_n(tree_.points + size_t{3} * call_.indices[i], 3, gathered_ + ptrdiff_t{3} * i);
     }
-    return count;
+    return found;
   }
 
   // Around a point lie k neighbours no further away than those of the last one and the way from there. So little is

@@ -60,9 +60,10 @@ void checkAgainstDefinition(PointKind kind, const Shape& shape, Guard guard = Gu
 }
 
 TEST(KdTree, IsDividedAndSearchedByItsDefinition) {
-  const Shape shapes[] = {{1, 3, 1, 1},    {2, 3, 1, 3},    {3, 1, 1, 2},   {40, 3, 1, 45},   {97, 2, 3, 8},
-                          {300, 3, 10, 1}, {300, 3, 4, 17}, {300, 4, 2, 5}, {250, 5, 10, 9},  {200, 7, 6, 4},
-                          {150, 8, 1, 3},  {150, 16, 9, 6}, {90, 3, 90, 7}, {800, 1, 10, 16}, {1500, 3, 10, 16}};
+  const Shape shapes[] = {{1, 3, 1, 1},    {2, 3, 1, 3},    {3, 1, 1, 2},     {40, 3, 1, 45},     {97, 2, 3, 8},
+                          {300, 3, 10, 1}, {300, 3, 4, 17}, {300, 4, 2, 5},   {250, 5, 10, 9},    {200, 7, 6, 4},
+                          {150, 8, 1, 3},  {150, 16, 9, 6}, {90, 3, 90, 7},   {800, 1, 10, 16},   {1500, 3, 10, 16},
+                          {300, 3, 5, 64}, {300, 3, 5, 65}, {300, 4, 2, 130}, {1500, 3, 10, 700}, {150, 2, 3, 200}};
   for (const PointKind kind : kPointKinds) {
     for (const Shape& shape : shapes) checkAgainstDefinition(kind, shape);
   }
