@@ -156,14 +156,15 @@ bool reachesImage(const Source& src, DaxiSize half, double x, double y) {
          within(y, -half.height - 2, src.size.height + half.height + 1);
 }
 
-DaxiPoint32f refineCorner(const Source& src, const WindowMask& mask, DaxiPoint32f start, int32_t maxIter,
-                          double epsilon) {
+// Moves a point to the corner; leaves it where it is and returns false when there is none.
+bool refineCorner(const Source& src, const WindowMask& mask, DaxiPoint32f& point, int32_t maxIter, double epsilon) {
+  const DaxiPoint32f start = point;
   double x = static_cast<double>(start.x), y = static_cast<double>(start.y), shift2 = HUGE_VAL;
   for (int32_t i = 0; i < maxIter && !(shift2 < epsilon); ++i) {
-    if (!reachesImage(src, mask.half, x, y)) return start;
+    if (!reachesImage(src, mask.half, x, y)) return false;
     const NormalSums s = sumWindow(src, mask, x, y);
     const double determinant = s.xx * s.yy - s.xy * s.xy;
-    if (!(std::fabs(determinant) >= kSingular)) return start;
+    if (!(std::fabs(determinant) >= kSingular)) return false;
     const double dx = (s.yy * s.p - s.xy * s.q) / determinant, dy = (s.xx * s.q - s.xy * s.p) / determinant;
     x += dx;
     y += dy;
@@ -171,7 +172,8 @@ DaxiPoint32f refineCorner(const Source& src, const WindowMask& mask, DaxiPoint32
   }
   const bool near = std::fabs(x - static_cast<double>(start.x)) <= mask.half.width &&
                     std::fabs(y - static_cast<double>(start.y)) <= mask.half.height;
-  return near ? DaxiPoint32f{static_cast<float>(x), static_cast<float>(y)} : start;
+  if (near) point = {static_cast<float>(x), static_cast<float>(y)};
+  return near;
 }
 
 bool isHalfWindow(DaxiSize half) {
@@ -239,7 +241,8 @@ void _DAXI_ChessboardCornerGetSubpix_8u_C1R(const uint8_t* src, int32_t srcStep,
   const dax::WindowMask mask(halfWindow);
   const dax::Source source{src, srcStep, size};
   for (int32_t i = 0; i < count; ++i) {
-    refined[i] = dax::refineCorner(source, mask, corners[i], maxIter, static_cast<double>(epsilon));
+    refined[i] = corners[i];
+    dax::refineCorner(source, mask, refined[i], maxIter, static_cast<double>(epsilon));
   }
 }
 
@@ -252,9 +255,10 @@ void _DAXI_ChessboardCornerGetSubpix_8u_C1R_v2(const uint8_t* src, int32_t srcSt
   const auto radius = static_cast<float>(std::min(halfWindow.width, halfWindow.height));
   for (int32_t i = 0; i < count; ++i) {
     const DaxiPoint32f start = corners[i];
-    const DaxiPoint32f at = dax::refineCorner(source, mask, start, maxIter, static_cast<double>(epsilon));
+    DaxiPoint32f at = start;
     dax::CornerEdges found{};
-    const bool corner = dax::reachesImage(source, halfWindow, static_cast<double>(at.x), static_cast<double>(at.y)) &&
+    const bool corner = dax::refineCorner(source, mask, at, maxIter, static_cast<double>(epsilon)) &&
+                        dax::reachesImage(source, halfWindow, static_cast<double>(at.x), static_cast<double>(at.y)) &&
                         DAXI_Common_around_edge_orit(src, srcStep, size, at, radius, dax::kLeastContrast, &found);
     refined[i] = corner ? at : start;
     if (edges) edges[i] = found;

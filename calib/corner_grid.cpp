@@ -10,6 +10,7 @@ namespace {
 
 constexpr float kAlongCosine = 0.93f;  // of the angle between an edge and the way to the next corner: 21 degrees
 constexpr float kSameLine = 0.9f;      // of the angle between that way and the next corner's edge: 26 degrees
+constexpr float kLeastStep = 7;        // pixels: from one corner to the next
 constexpr float kUnlikeSteps = 2.2f;   // ratio of the distances to opposite neighbours
 constexpr int32_t kLeastComponent = 4;
 constexpr int32_t kMostRounds = 64;  // of growth
@@ -151,7 +152,8 @@ class GridFinder {
       if (j == i || !(d2 < *std::max_element(nearest, nearest + 4)) || !(d2 > 0)) continue;
       const float distance = std::sqrt(d2);
       for (int32_t slot = 0; slot < 4; ++slot) {
-        const bool fits = d2 < nearest[slot] && dot(n.direction[slot], way) >= kAlongCosine * distance &&
+        const bool fits = d2 < nearest[slot] && distance >= std::max(corners_[j].radius, kLeastStep) &&
+                          dot(n.direction[slot], way) >= kAlongCosine * distance &&
                           liesAlong(node(j), way, distance, slot % 2 != 0);
         if (!fits) continue;
         nearest[slot] = d2;

@@ -26,8 +26,15 @@ constexpr int32_t kMostHalfWindow = 9;
 constexpr float kMostShift = 0.75f;  // of the refinement by the radius
 constexpr int32_t kIterations = 12;
 constexpr float kEpsilon = 1e-4f;
+constexpr float kInnerCircle = 0.6f, kInnerContrast = 0.3f;
+constexpr float kStraightCosine = 0.9f;
 constexpr float kProbedContrast = 0.6f;  // of the least one
 constexpr int32_t kLeastTileRows = 16, kLeastTileCandidates = 16;
+
+// Cosine of the angle between two lines.
+float alike(DaxiPoint32f a, DaxiPoint32f b) {
+  return std::fabs(a.x * b.x + a.y * b.y);
+}
 
 // One rung of the ladder.
 struct Scale {
@@ -162,7 +169,17 @@ class SymmetryLocator {
     const float most = kMostShift * radius;
     corner.response = static_cast<float>(candidate.response);
     corner.radius = radius;
-    candidate.accepted = dx * dx + dy * dy <= most * most;
+    candidate.accepted = dx * dx + dy * dy <= most * most && goesOutStraight(corner, radius, contrast);
+  }
+
+  // The edges of a corner cross circles of any radius in the same directions; those of a bar do not.
+  bool goesOutStraight(const CheckerboardCorner& corner, float radius, float contrast) const {
+    const auto see = [&](float r, float least) {
+      return viewCircle(grey(), call_.size.width, call_.size, corner.point, r, {least});
+    };
+    const RingView outer = see(radius, contrast), inner = see(kInnerCircle * radius, kInnerContrast * contrast);
+    return outer.corner && inner.corner && alike(outer.edges.intoDark, inner.edges.intoDark) >= kStraightCosine &&
+           alike(outer.edges.intoLight, inner.edges.intoLight) >= kStraightCosine;
   }
 
  public:
@@ -221,7 +238,6 @@ bool probeSymmetric(const void* context, DaxiPoint32f expected, float spacing, c
   const uint8_t* const grey = SymmetryBuffer(call.size).grey.in(call.buffer);
   const float radius = std::clamp(0.45f * spacing, 3.0f, 14.0f);
   if (!SymmetryLocator::refineSymmetric(grey, call.size, expected, radius, corner)) return false;
-  const auto alike = [](DaxiPoint32f a, DaxiPoint32f b) { return std::fabs(a.x * b.x + a.y * b.y); };
   const float dx = corner->point.x - expected.x, dy = corner->point.y - expected.y;
   const float most = kProbedOffset * spacing;
   corner->radius = radius;

@@ -35,17 +35,20 @@ endif()
 add_library(dax_library_settings INTERFACE)
 target_link_libraries(dax_library_settings INTERFACE dax_settings)
 target_include_directories(dax_library_settings INTERFACE ${PROJECT_SOURCE_DIR} ${PROJECT_SOURCE_DIR}/include)
-target_compile_definitions(dax_library_settings INTERFACE DAX_HAVE_NEON=${dax_neon})
 # The library does without the C++ run time: no exceptions, no type information, no guarded statics.
 target_compile_options(
   dax_library_settings
   INTERFACE $<$<COMPILE_LANGUAGE:CXX>:-fno-exceptions -fno-rtti -fno-threadsafe-statics -fno-asynchronous-unwind-tables>
             -fvisibility=hidden -fno-math-errno)
 
-# dax_objects(FOLDER file...): compiles the files and adds them to the library and to the tests.
+# dax_objects(FOLDER file...): compiles the files and adds them to the library and to the tests. The global property
+# DAX_SOURCES lists them all, for a build of another kind.
 add_library(dax_all_objects INTERFACE)
 function(dax_objects folder)
   add_library(dax_${folder} OBJECT ${ARGN})
   target_link_libraries(dax_${folder} PRIVATE dax_library_settings)
+  target_compile_definitions(dax_${folder} PRIVATE DAX_HAVE_NEON=${dax_neon})
+  list(TRANSFORM ARGN PREPEND ${CMAKE_CURRENT_SOURCE_DIR}/ OUTPUT_VARIABLE sources)
+  set_property(GLOBAL APPEND PROPERTY DAX_SOURCES ${sources})
   target_sources(dax_all_objects INTERFACE $<TARGET_OBJECTS:dax_${folder}>)
 endfunction()

@@ -113,6 +113,14 @@ inline uint32x4x4_t vld4q_u32(const uint32_t* from) {
 inline float32x4x4_t vld4q_f32(const float* from) {
   return dax::transposed(vld1q_f32_x4(from));
 }
+// Every third.
+#undef vld3q_f32
+inline float32x4x3_t vld3q_f32(const float* from) {
+  const float32x4_t a = vld1q_f32(from), b = vld1q_f32(from + 4), c = vld1q_f32(from + 8);
+  return {{__builtin_shufflevector(__builtin_shufflevector(a, b, 0, 3, 6, 6), c, 0, 1, 2, 5),
+           __builtin_shufflevector(__builtin_shufflevector(a, b, 1, 4, 7, 7), c, 0, 1, 2, 6),
+           __builtin_shufflevector(__builtin_shufflevector(a, b, 2, 5, 5, 5), c, 0, 1, 4, 7)}};
+}
 #undef vst4q_u32
 inline void vst4q_u32(uint32_t* to, uint32x4x4_t from) {
   vst1q_u32_x4(to, dax::transposed(from));

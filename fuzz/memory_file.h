@@ -7,6 +7,7 @@
 #include <cstdint>
 #include <cstdlib>
 #include <string>
+#include <vector>
 
 namespace dax::fuzz {
 
@@ -22,6 +23,11 @@ class MemoryFile {
   MemoryFile(const MemoryFile&) = delete;
   MemoryFile& operator=(const MemoryFile&) = delete;
 
+  std::vector<uint8_t> contents() const {
+    std::vector<uint8_t> bytes(static_cast<size_t>(lseek(descriptor_, 0, SEEK_END)));
+    if (pread(descriptor_, bytes.data(), bytes.size(), 0) != static_cast<ssize_t>(bytes.size())) std::abort();
+    return bytes;
+  }
   std::string path() const { return "/proc/self/fd/" + std::to_string(descriptor_); }
 
  private:

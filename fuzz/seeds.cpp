@@ -11,6 +11,8 @@
 
 #include "dax3dpcl.h"
 #include "tests/support/range_sample.h"
+#include "tools/dax/pcd_format.h"
+#include "tools/dax/ply_format.h"
 
 namespace {
 
@@ -34,6 +36,29 @@ void saveRecord(const std::string& path, const RangeSample& sample, char range, 
   save(path, bytes);
 }
 
+Bytes bytesOf(const std::string& text) {
+  return {text.begin(), text.end()};
+}
+
+void saveClouds(const std::string& ply, const std::string& pcd) {
+  dax::tool::Cloud cloud = {{1, 2, 3, -4.5f, 0, 1e-7f, 7, 8, 9e9f}, {}, 0};
+  for (const bool normals : {false, true}) {
+    if (normals) cloud.normals = {0, 0, 1, 0, 1, 0, 0, 0.5f, 0, -1, 0, 0.25f};
+    for (const bool text : {false, true}) {
+      const std::string name = std::string(normals ? "/normals" : "/points") + (text ? "-text" : "-binary");
+      save(ply + name, bytesOf(dax::tool::writePly(cloud, text)));
+      save(pcd + name, bytesOf(dax::tool::writePcd(cloud, text)));
+    }
+  }
+  save(ply + "/types",
+       bytesOf("ply\r\nformat ascii 1.0\ncomment c\nelement vertex 2\nproperty uchar red\n"
+               "property double x\nproperty short y\nproperty int z\nelement face 1\n"
+               "property list uchar int vertex_indices\nend_header\n255 1e3 -2 +3\n0 nan 2 3\n3 0 1 1\n"));
+  save(pcd + "/types", bytesOf("# .PCD v.7\nVERSION .7\nFIELDS x y z _ rgb\nSIZE 8 2 1 1 4\nTYPE F I U U F\n"
+                               "COUNT 1 1 1 3 1\nWIDTH 2\nHEIGHT 1\nPOINTS 2\nDATA ascii\n"
+                               "1.5 -2 3 0 0 0 4.2e-38\nnan 1 1 0 0 0 0\n"));
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -41,6 +66,10 @@ int main(int argc, char** argv) {
   const std::string files = std::string(argv[1]) + "/range_file", records = std::string(argv[1]) + "/range_record";
   std::filesystem::create_directories(files);
   std::filesystem::create_directories(records);
+  const std::string ply = std::string(argv[1]) + "/ply", pcd = std::string(argv[1]) + "/pcd";
+  std::filesystem::create_directories(ply);
+  std::filesystem::create_directories(pcd);
+  saveClouds(ply, pcd);
   int failed = 0;
   for (const uint32_t type : {0u, 1u}) {
     for (const uint32_t colour : {0u, 200u, 201u}) {

@@ -10,6 +10,13 @@
 
 #include "daxhost.h"
 
+#if DAX_HOST_ANNOTATES
+#include <sanitizer/tsan_interface.h>
+#else
+static void __tsan_acquire(void*) {}
+static void __tsan_release(void*) {}
+#endif
+
 namespace {
 
 constexpr uint32_t kMostThreads = 1024;
@@ -20,18 +27,42 @@ struct Pool {
   explicit Pool(int threads) : arena(threads) {}
   tbb::global_control control{tbb::global_control::max_allowed_parallelism, kMostThreads};
   tbb::task_arena arena;
+  char slots[kMostThreads] = {};  // addresses for Order
+};
+
+// What a call of the pool orders, told to the thread sanitizer, which cannot see into the scheduler: all that came
+// before the call before every tile, every tile before the return, and the tiles of one worker index in turn. Nothing
+// else is ordered, so that tiles which touch the same memory are found out. See docs/testing.md.
+class Order {
+ public:
+  explicit Order(Pool& pool) : slots_(pool.slots) { __tsan_release(&begin_); }
+  void beginTile(uint32_t worker) {
+    __tsan_acquire(&begin_);
+    __tsan_acquire(slots_ + worker);
+  }
+  void endTile(uint32_t worker) {
+    __tsan_release(slots_ + worker);
+    __tsan_release(&end_);
+  }
+  void endCall() { __tsan_acquire(&end_); }
+
+ private:
+  char* slots_;
+  char begin_ = 0, end_ = 0;
 };
 
 // Runs tile number `index`. A slot of the arena is a worker index: no two threads hold one at the same time. Tiles are
 // isolated, so that a thread that waits inside a nested call does not start another tile of the outer one.
-void runTile(DaxTileFunction tile, void* context, int32_t total, int32_t tileSize, int64_t index,
+void runTile(DaxTileFunction tile, void* context, int32_t total, int32_t tileSize, int64_t index, Order& order,
              std::atomic<DaxStatus>& result) {
   const int64_t first = index * tileSize;
   const int64_t end = std::min<int64_t>(first + tileSize, total);
   const auto worker = static_cast<uint32_t>(tbb::this_task_arena::current_thread_index());
   DaxStatus status = DAX_STS_OK;
+  order.beginTile(worker);
   tbb::this_task_arena::isolate(
       [&] { status = tile(context, static_cast<uint32_t>(first), static_cast<int32_t>(end), worker); });
+  order.endTile(worker);
   DaxStatus none = DAX_STS_OK;
   if (status != DAX_STS_OK) result.compare_exchange_strong(none, status);
 }
@@ -58,15 +89,18 @@ DaxStatus DAX_THREADPOOL_Compute1DTiled(void* pool, DaxTileFunction tile, void* 
   if (total < 1) return DAX_STS_OK;
   if (tileSize < 1) return DAX_STS_BAD_PARAM;
 
+  Pool& tasks = *static_cast<Pool*>(pool);
+  Order order(tasks);
   const int64_t tiles = (int64_t{total} + tileSize - 1) / tileSize;
   std::atomic<DaxStatus> result{DAX_STS_OK};
   const auto runAll = [&] {
     tbb::parallel_for(
-        int64_t{0}, tiles, [&](int64_t i) { runTile(tile, context, total, tileSize, i, result); },
+        int64_t{0}, tiles, [&](int64_t i) { runTile(tile, context, total, tileSize, i, order, result); },
         tbb::simple_partitioner{});
   };
   // Entering an arena ends the isolation of the tile that calls; it begins anew inside.
-  static_cast<Pool*>(pool)->arena.execute([&] { tbb::this_task_arena::isolate(runAll); });
+  tasks.arena.execute([&] { tbb::this_task_arena::isolate(runAll); });
+  order.endCall();
   return result;
 } catch (...) {
   return DAX_STS_NO_MEMORY;

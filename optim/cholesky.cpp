@@ -96,7 +96,8 @@ void solve(const PrmCholesky& f, double* x) {
     for (int32_t j = panel.columns - 1; j >= 0; --j) {
       const double* const column = panel.values + int64_t{j} * panel.rowCount;
       double rest = x[panel.first + j];
-      for (int32_t i = j + 1; i < panel.rowCount; ++i) rest -= column[i] * x[panel.rows[i]];
+      // What was found last comes last, so that the others need not wait for it.
+      for (int32_t i = panel.rowCount - 1; i > j; --i) rest -= column[i] * x[panel.rows[i]];
       x[panel.first + j] = rest / column[j];
     }
   }

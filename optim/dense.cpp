@@ -109,22 +109,55 @@ void solveLowerTransposed(int32_t n, const double* l, ptrdiff_t ld, double* x) {
   }
 }
 
-double dot(const double* a, const double* b, int64_t n) {
-  Pair even = {0, 0}, odd = {0, 0};
-  int64_t i = 0;
-  for (; i + 4 <= n; i += 4) {
-    even += load(a + i) * load(b + i);
-    odd += load(a + i + 2) * load(b + i + 2);
-  }
-  double sums[4] = {even[0], even[1], odd[0], odd[1]};
-  for (int64_t k = 0; i + k < n; ++k) sums[k] += a[i + k] * b[i + k];
-  return (sums[0] + sums[2]) + (sums[1] + sums[3]);
+namespace {
+
+// The four partial sums of a scalar product. As many registers as the machine needs for them; passed by reference, since how
+// it is returned would depend on that.
+typedef double Quad __attribute__((vector_size(32)));
+
+inline void loadQuad(Quad& quad, const double* from) {
+  std::memcpy(&quad, from, sizeof quad);
 }
 
-double sumOfSquares(const double* v, int64_t n) {
-  double sum = 0;
-  for (int64_t i = 0; i < n; ++i) sum += v[i] * v[i];
-  return sum;
+// The first 1 to 3 elements; zeros for the others.
+inline void loadRest(Quad& quad, const double* from, int64_t count) {
+  quad = Quad{from[0], count > 1 ? from[1] : 0, count > 2 ? from[2] : 0, 0};
+}
+
+template <int kCount>
+void dotsOf(const double* v, const double* columns, ptrdiff_t ld, int64_t n, double* products) {
+  Quad sums[kCount] = {}, factor, other;
+  int64_t i = 0;
+  for (; i + 4 <= n; i += 4) {
+    loadQuad(factor, v + i);
+    for (int k = 0; k < kCount; ++k) {
+      loadQuad(other, columns + i + k * ld);
+      sums[k] += factor * other;
+    }
+  }
+  if (i < n) {
+    loadRest(factor, v + i, n - i);
+    for (int k = 0; k < kCount; ++k) {
+      loadRest(other, columns + i + k * ld, n - i);
+      sums[k] += factor * other;
+    }
+  }
+  for (int k = 0; k < kCount; ++k) products[k] = (sums[k][0] + sums[k][2]) + (sums[k][1] + sums[k][3]);
+}
+
+}  // namespace
+
+double dot(const double* a, const double* b, int64_t n) {
+  double product;
+  dotsOf<1>(a, b, 0, n, &product);
+  return product;
+}
+
+void dots(const double* v, const double* columns, ptrdiff_t ld, int32_t count, int64_t n, double* products) {
+  int32_t k = 0;
+  for (; k + 4 <= count; k += 4) dotsOf<4>(v, columns + k * ld, ld, n, products + k);
+  if (count - k >= 2) dotsOf<2>(v, columns + k * ld, ld, n, products + k), k += 2;
+  if (k < count) dotsOf<1>(v, columns + k * ld, ld, n, products + k);
 }
 
 namespace {

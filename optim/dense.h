@@ -25,8 +25,12 @@ void solveLowerTransposed(int32_t n, const double* l, ptrdiff_t ld, double* x);
 // Scalar product in four partial sums, of the indices that are equal modulo 4.
 double dot(const double* a, const double* b, int64_t n);
 
-// Sum of squares in index order.
-double sumOfSquares(const double* v, int64_t n);
+// Scalar products of v with `count` columns, each as dot() forms it.
+void dots(const double* v, const double* columns, ptrdiff_t ld, int32_t count, int64_t n, double* products);
+
+inline double sumOfSquares(const double* v, int64_t n) {
+  return dot(v, v, n);
+}
 
 }  // namespace dax
 

@@ -129,6 +129,17 @@ void rotate(const double* motion, const double* v, double* to, int toStep) {
   }
 }
 
+// v <- Log(Exp(v) Exp(step)) in either group.
+int32_t update(double* v, const double* step, int32_t (*exp)(const double*, double*),
+               int32_t (*compose)(const double*, const double*, double*), int32_t (*log)(const double*, double*)) {
+  DAX_REQUIRE(v && step, PRMT_STS_NULL_POINTER);
+  double element[16], move[16];
+  exp(v, element);
+  exp(step, move);
+  compose(element, move, element);
+  return log(element, v);
+}
+
 }  // namespace
 }  // namespace dax
 
@@ -163,12 +174,7 @@ int32_t PRMT_SO3_Inverse_f64(const double* rotation, double* inverse) {
 }
 
 int32_t PRMT_SO3_Update_f64(double* w, const double* step) {
-  DAX_REQUIRE(w && step, PRMT_STS_NULL_POINTER);
-  double rotation[9], turn[9];
-  PRMT_SO3_Exp_f64(w, rotation);
-  PRMT_SO3_Exp_f64(step, turn);
-  PRMT_SO3_Compose_f64(rotation, turn, rotation);
-  return PRMT_SO3_Log_f64(rotation, w);
+  return dax::update(w, step, PRMT_SO3_Exp_f64, PRMT_SO3_Compose_f64, PRMT_SO3_Log_f64);
 }
 
 int32_t PRMT_SO3_LogJacobian_f64(const double* w, double* jacobian) {
@@ -229,10 +235,5 @@ int32_t PRMT_SE3_Inverse_f64(const double* motion, double* inverse) {
 }
 
 int32_t PRMT_SE3_Update_f64(double* twist, const double* step) {
-  DAX_REQUIRE(twist && step, PRMT_STS_NULL_POINTER);
-  double motion[16], move[16];
-  PRMT_SE3_Exp_f64(twist, motion);
-  PRMT_SE3_Exp_f64(step, move);
-  PRMT_SE3_Compose_f64(motion, move, motion);
-  return PRMT_SE3_Log_f64(motion, twist);
+  return dax::update(twist, step, PRMT_SE3_Exp_f64, PRMT_SE3_Compose_f64, PRMT_SE3_Log_f64);
 }

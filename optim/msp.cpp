@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstring>
+#include <numeric>
 
 #include "frame/check.h"
 
@@ -53,6 +54,11 @@ int64_t ensureRun(PrmtMsp& matrix, int32_t row, int32_t rows, int32_t col) {
   const int64_t missing = rows - (last - first);
   if (missing == 0) return first;
   openGap(matrix, col, last, missing);
+  if (missing == rows) {
+    std::iota(matrix.row + first, matrix.row + first + rows, row);
+    std::fill_n(matrix.value + first, rows, 0.0);
+    return first;
+  }
   // Spread what was there, from the last one on.
   int64_t from = last - 1;
   for (int32_t i = rows - 1; i >= 0; --i) {

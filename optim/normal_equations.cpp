@@ -5,15 +5,23 @@
 #include "optim/dense.h"
 
 namespace dax {
+namespace {
+
+bool isFull(const PrmtMsp& matrix) {
+  return elementsOf(matrix) == int64_t{matrix.rows} * matrix.cols;
+}
+
+}  // namespace
 
 bool NormalEquations::form(const PrmtMsp& jacobian, const double* weights, const double* residuals) {
   if (jacobian.patternVersion != version_ && !adopt(jacobian)) return false;
   const int32_t m = jacobian.rows;
   for (int32_t i = 0; i < m; ++i) weighted_[i] = weights ? weights[i] * residuals[i] : residuals[i];
-  multiplyTransposed(jacobian, weighted_, gradient_);
-  if (elementsOf(jacobian) == int64_t{m} * jacobian.cols) {
+  if (isFull(jacobian)) {
+    dots(weighted_, jacobian.value, m, jacobian.cols, m, gradient_);
     formDense(jacobian, weights);
   } else {
+    multiplyTransposed(jacobian, weighted_, gradient_);
     formSparse(jacobian, weights);
   }
   return true;
@@ -47,6 +55,14 @@ bool NormalEquations::adopt(const PrmtMsp& jacobian) {
   arena_.release(mark_);
   version_ = -1;
   takeVectors(n, jacobian.rows);
+  if (isFull(jacobian)) {
+    matrix_ = takeMatrix(arena_, n, n, int64_t{n} * (n + 1) / 2);
+    if (!arena_.fits()) return false;
+    layFull();
+    if (!analyse(arena_, matrix_, factor_)) return false;
+    version_ = jacobian.patternVersion;
+    return true;
+  }
   rows_ = takeMatrix(arena_, n, jacobian.rows, elementsOf(jacobian));
   matrix_ = takeMatrix(arena_, n, n, 0);
   if (!arena_.fits()) return false;
@@ -62,6 +78,16 @@ bool NormalEquations::adopt(const PrmtMsp& jacobian) {
   if (!analyse(arena_, matrix_, factor_)) return false;
   version_ = jacobian.patternVersion;
   return true;
+}
+
+// Everything on and below the diagonal.
+void NormalEquations::layFull() {
+  int64_t end = 0;
+  for (int32_t j = 0; j < matrix_.cols; ++j) {
+    matrix_.start[j] = end;
+    for (int32_t i = j; i < matrix_.cols; ++i) matrix_.row[end++] = i;
+  }
+  matrix_.start[matrix_.cols] = end;
 }
 
 // Visits for each column j of A, ascending, its elements p of the Jacobian with the elements of their rows
@@ -120,13 +146,13 @@ void NormalEquations::formSparse(const PrmtMsp& jacobian, const double* weights)
 void NormalEquations::formDense(const PrmtMsp& jacobian, const double* weights) {
   const int32_t n = jacobian.cols, m = jacobian.rows;
   double* to = matrix_.value;
-  for (int32_t j = 0; j < n; ++j) {
+  for (int32_t j = 0; j < n; to += n - j, ++j) {
     const double* column = jacobian.value + int64_t{j} * m;
     if (weights) {
       for (int32_t i = 0; i < m; ++i) weighted_[i] = weights[i] * column[i];
       column = weighted_;
     }
-    for (int32_t k = j; k < n; ++k) *to++ = dot(column, jacobian.value + int64_t{k} * m, m);
+    dots(column, jacobian.value + int64_t{j} * m, m, n - j, m, to);
   }
 }
 

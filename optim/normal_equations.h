@@ -23,6 +23,7 @@ class NormalEquations {
  private:
   bool adopt(const PrmtMsp& jacobian);
   void takeVectors(int32_t n, int32_t m);
+  void layFull();
   template <class Visit>
   void forEachProduct(const PrmtMsp& jacobian, const Visit& visit);
   int64_t layPattern(const PrmtMsp& jacobian, bool write);

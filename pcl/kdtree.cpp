@@ -22,7 +22,7 @@ void placePieces(DAX3DPCL_KDTREE& tree) {
 }  // namespace
 
 void buildKdTree(DAX3DPCL_KDTREE* tree, const float* points, int32_t n, int32_t d, int32_t leafSize, int32_t isa) {
-  *tree = {n, d, leafSize, nullptr, nullptr, nullptr, nullptr, nullptr, 0, nullptr, nullptr};
+  startRecord(tree, n, d, leafSize);
   placePieces(*tree);
   if (d < 1 || leafSize < 1) return;
   const KdBuild build{tree->points, tree->index, tree->rootBox, tree->nodes, tree->boxStack, mostNodes(n), n, d,

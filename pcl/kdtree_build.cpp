@@ -36,7 +36,7 @@ class Builder {
     const auto n = static_cast<uint32_t>(build_.n);
     kernels_.exactBox(rows_, 0, n, build_.rootBox);
     std::memcpy(box(build_.nodes[0]), build_.rootBox, boxBytes());
-    build_.nodes[0] = leaf(0, n);
+    makeLeaf(build_.nodes[0], 0, n);
     if (build_.room < mostNodes(build_.n)) {
       divideByLevels();
     } else {
@@ -47,7 +47,12 @@ class Builder {
   }
 
  private:
-  static KdNode leaf(uint32_t lo, uint32_t hi) { return {lo, hi, 0, 0, 0, nullptr, nullptr}; }
+  // Padding is zero too, so that equal trees are equal bytes.
+  static void makeLeaf(KdNode& node, uint32_t lo, uint32_t hi) {
+    std::memset(&node, 0, sizeof node);
+    node.lo = lo;
+    node.hi = hi;
+  }
 
   float* box(const KdNode& node) const { return build_.boxes + (&node - build_.nodes) * 2 * build_.d; }
   size_t boxBytes() const { return sizeof(float) * 2 * static_cast<size_t>(build_.d); }
@@ -84,8 +89,8 @@ class Builder {
     node.axis = cut.axis;
     node.first = &build_.nodes[count_];
     node.second = node.first + 1;
-    *node.first = leaf(lo, middle);
-    *node.second = leaf(middle, hi);
+    makeLeaf(*node.first, lo, middle);
+    makeLeaf(*node.second, middle, hi);
     for (const KdNode* child : {node.first, node.second}) std::memcpy(box(*child), box(node), boxBytes());
     box(*node.first)[2 * cut.axis + 1] = cut.value;
     box(*node.second)[2 * cut.axis] = cut.value;

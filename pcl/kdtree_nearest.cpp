@@ -1,3 +1,4 @@
+#include <bit>
 #include <cfloat>
 #include <cstring>
 
@@ -16,7 +17,7 @@ namespace {
 class NearestOne {
  public:
   NearestOne(const KdNearestCall& call, int32_t row)
-      : storedIndex_(call.indices + row), storedDistance_(call.distances + row) {}
+      : storedIndex_(call.indices + row), storedDistance_(call.distances + row), distance_(call.limit) {}
   int32_t count() const { return found_ ? 1 : 0; }
   float worst() const { return distance_; }
   void offer(uint32_t index, float distance) {
@@ -27,7 +28,7 @@ class NearestOne {
   }
   void store() const {
     *storedIndex_ = index_;
-    *storedDistance_ = distance_;
+    *storedDistance_ = found_ ? distance_ : FLT_MAX;
   }
 
  private:
@@ -35,7 +36,57 @@ class NearestOne {
   float* storedDistance_;
   bool found_ = false;
   uint32_t index_ = 0;
-  float distance_ = FLT_MAX;
+  float distance_;
+};
+
+// A few neighbours found so far, in ascending order. An entry is a distance, whose bits order as it does, above an index;
+// in front stands one that nothing is less than.
+class NearestFew {
+ public:
+  static constexpr int32_t kMost = 32;
+
+  NearestFew(const KdNearestCall& call, int32_t row)
+      : indices_(call.indices + ptrdiff_t{row} * call.k),
+        distances_(call.distances + ptrdiff_t{row} * call.k),
+        capacity_(call.k),
+        worst_(call.limit) {
+    entries_[0] = 0;
+  }
+
+  int32_t count() const { return count_; }
+  float worst() const { return worst_; }
+
+  // At equal distances the earlier one stays in front.
+  void offer(uint32_t index, float distance) {
+    if (!(distance < worst_)) return;
+    const uint64_t entry = uint64_t{std::bit_cast<uint32_t>(distance)} << 32;
+    if (count_ < capacity_) ++count_;
+    uint64_t* at = entries_ + count_;
+    for (; at[-1] > (entry | UINT32_MAX); --at) *at = at[-1];
+    *at = entry | index;
+    if (count_ == capacity_) worst_ = distanceOf(entries_[count_]);
+  }
+
+  void store() const {
+    for (int32_t i = 0; i < count_; ++i) {
+      indices_[i] = static_cast<uint32_t>(entries_[i + 1]);
+      distances_[i] = distanceOf(entries_[i + 1]);
+    }
+    if (count_ == capacity_) return;
+    std::fill(indices_ + count_, indices_ + capacity_, 0u);
+    std::fill(distances_ + count_, distances_ + capacity_ - 1, 0.0f);
+    distances_[capacity_ - 1] = FLT_MAX;
+  }
+
+ private:
+  static float distanceOf(uint64_t entry) { return std::bit_cast<float>(static_cast<uint32_t>(entry >> 32)); }
+
+  uint32_t* indices_;
+  float* distances_;
+  int32_t capacity_;
+  int32_t count_ = 0;
+  float worst_;
+  uint64_t entries_[kMost + 1];
 };
 
 // The neighbours found so far, in ascending order, in the caller's arrays.
@@ -44,10 +95,12 @@ class NearestSet {
   NearestSet(const KdNearestCall& call, int32_t row)
       : indices_(call.indices + ptrdiff_t{row} * call.k),
         distances_(call.distances + ptrdiff_t{row} * call.k),
-        capacity_(call.k) {
+        capacity_(call.k),
+        limit_(call.limit),
+        worst_(call.limit) {
     std::memset(indices_, 0, sizeof(uint32_t) * static_cast<size_t>(capacity_));
     std::memset(distances_, 0, sizeof(float) * static_cast<size_t>(capacity_));
-    distances_[capacity_ - 1] = worst_;
+    distances_[capacity_ - 1] = FLT_MAX;
   }
 
   int32_t count() const { return count_; }
@@ -63,7 +116,7 @@ class NearestSet {
     }
     distances_[i] = distance;
     indices_[i] = index;
-    worst_ = distances_[capacity_ - 1];
+    worst_ = std::min(limit_, distances_[capacity_ - 1]);
   }
   void store() const {}
 
@@ -72,7 +125,8 @@ class NearestSet {
   float* distances_;
   int32_t capacity_;
   int32_t count_ = 0;
-  float worst_ = FLT_MAX;
+  float limit_;
+  float worst_;
 };
 
 // Sums the squares of four axes at a time and stops when the sum exceeds the limit.
@@ -201,6 +255,7 @@ int32_t searchInSpace(const KdView& tree, const KdNearestCall& call, void* stack
 template <bool kNeon>
 int32_t searchInSpace(const KdView& tree, const KdNearestCall& call, void* stack) {
   if (call.k == 1) return searchInSpace<kNeon, NearestOne>(tree, call, stack);
+  if (call.k <= NearestFew::kMost) return searchInSpace<kNeon, NearestFew>(tree, call, stack);
   return searchInSpace<kNeon, NearestSet>(tree, call, stack);
 }
 

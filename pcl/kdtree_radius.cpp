@@ -57,7 +57,7 @@ template <class Visitor, bool kFurtherAxes>
 int32_t search(const KdView& tree, const KdRadiusCall& call, float limitSquared, void* stack) {
   Visitor visitor{{tree, call, limitSquared}};
   const KdPending whole = wholeTree(tree, call.query, std::min(tree.dimension, 3));
-  if (!visitor.reaches(whole.bound)) return 0;
+  if (!visitor.reaches(whole.bound())) return 0;
   walk<kFurtherAxes>(whole, call.query, static_cast<KdPending*>(stack), visitor);
   return visitor.count;
 }

@@ -1,18 +1,21 @@
 // Searches in a KD-tree, for both generations, with a choice of kernels. A tree without a root holds nothing.
 #pragma once
 
+#include <cfloat>
+
 #include "pcl/kdtree_tree.h"
 
 namespace dax {
 
-// The nearest points of each of `queryCount` rows; returns how many were found for the last one. The stack has 16 bytes for every point of the tree, in three
-// dimensions 24.
+// The nearest points of each of `queryCount` rows; returns how many were found for the last one. The stack has 16 bytes
+// for every point of the tree, in three dimensions 24.
 struct KdNearestCall {
   const float* queries;
   int32_t queryCount;
   int32_t k;
   uint32_t* indices;
   float* distances;
+  float limit = FLT_MAX;  // points at this distance or beyond are not wanted
 };
 int32_t searchNearest(const KdView& tree, const KdNearestCall& call, void* stack, int32_t isa);
 

@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
 
 #include "dax3dpcl/kdtree.h"
 #include "dax3dpcl/kdtree_v2.h"
@@ -20,6 +21,15 @@ static_assert(sizeof(DAX3DPCL_KDTREE_V2) == 64 && offsetof(DAX3DPCL_KDTREE_V2, n
 
 // Bytes of the record at the start of a block.
 inline constexpr uint64_t kKdRecord = 128;
+
+// A record of either generation without a root, to the last byte of its place.
+template <class Tree>
+void startRecord(Tree* tree, int32_t n, int32_t d, int32_t leafSize) {
+  std::memset(static_cast<void*>(tree), 0, kKdRecord);
+  tree->pointCount = n;
+  tree->dimension = d;
+  tree->leafSize = leafSize;
+}
 
 // Nodes of a binary tree with n leaves.
 inline uint64_t mostNodes(int32_t n) {

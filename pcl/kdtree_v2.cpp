@@ -61,7 +61,7 @@ DaxStatus checkBuild(const DAX3DPCL_KDTREE_V2* tree, const float* points, int32_
 
 void buildKdTreeV2(DAX3DPCL_KDTREE_V2* tree, const float* points, int32_t n, int32_t d, int32_t leafSize, void* stack,
                    uint64_t room, int32_t isa) {
-  *tree = {n, d, leafSize, nullptr, nullptr, nullptr, nullptr, 0, nullptr};
+  startRecord(tree, n, d, leafSize);
   placePieces(*tree);
   if (d < 1 || leafSize < 1) return;
   const KdBuild build{tree->points, tree->index, tree->rootBox, tree->nodes, static_cast<float*>(stack), room, n, d,

@@ -47,7 +47,8 @@ class WorkerStacks {
 // The rows first..end - 1 of a search.
 KdNearestCall rowsOf(const KdNearestCall& call, int32_t d, int32_t first, int32_t end) {
   const ptrdiff_t row = ptrdiff_t{first} * call.k;
-  return {call.queries + ptrdiff_t{first} * d, end - first, call.k, call.indices + row, call.distances + row};
+  return {
+      call.queries + ptrdiff_t{first} * d, end - first, call.k, call.indices + row, call.distances + row, call.limit};
 }
 
 KdRadiusCall rowOf(const KdRadiusCall& call, int32_t d, int32_t i) {

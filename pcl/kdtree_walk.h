@@ -1,24 +1,26 @@
 // The way of a search through the tree, in up to three axes, on a stack of its own.
 #pragma once
 
+#include "frame/vector4.h"
 #include "pcl/kdtree_tree.h"
 
 namespace dax {
 
-// A region still to be searched: a lower bound of the squared distance to it, and its parts by axis.
+// A region still to be searched: a lower bound of the squared distance to it, behind its parts by axis. They move as one
+// vector.
 struct KdPending {
   const KdNode* node;
-  float bound;
-  float axes[3];
+  float parts[4];
+  float bound() const { return parts[3]; }
 };
 static_assert(sizeof(KdPending) == 24);
 
 // The whole tree, seen from a query in its first axes, up to three; absent ones are 0.
 inline KdPending wholeTree(const KdView& tree, const float* query, int32_t axes = 3) {
-  KdPending whole{tree.root, 0, {0, 0, 0}};
+  KdPending whole{tree.root, {0, 0, 0, 0}};
   for (int32_t a = 0; a < axes; ++a) {
-    whole.axes[a] = axisDistance(query[a], tree.rootBox + 2 * a);
-    whole.bound += whole.axes[a];
+    whole.parts[a] = axisDistance(query[a], tree.rootBox + 2 * a);
+    whole.parts[3] += whole.parts[a];
   }
   return whole;
 }
@@ -29,11 +31,16 @@ template <bool kFurtherAxes = false, class Visitor>
 void walk(KdPending at, const float* query, KdPending* stack, Visitor& visitor) {
   for (KdPending* top = stack;;) {
     const KdNode* node = at.node;
+    const Float4 parts = load4(at.parts);
+    const auto wait = [&](const KdNode* region) {
+      top->node = region;
+      store4(top->parts, parts);
+      return top++;
+    };
     while (node->first) {
       const int32_t axis = node->axis;
       if (kFurtherAxes && axis >= 3) {
-        *top = at;
-        top++->node = node->second;
+        wait(node->second);
         node = node->first;
         continue;
       }
@@ -45,20 +52,18 @@ void walk(KdPending at, const float* query, KdPending* stack, Visitor& visitor) 
       const float toFar = firstIsNear ? toSecond : toFirst;
       node = firstIsNear ? first : second;
       const float cut = toFar * toFar;
-      const float farBound = at.bound + cut - at.axes[axis];
+      const float farBound = parts[3] + cut - at.parts[axis];
       if (visitor.reaches(farBound)) {
-        *top = at;
-        top->node = far;
-        top->bound = farBound;
-        top->axes[axis] = cut;
-        ++top;
+        float* const farParts = wait(far)->parts;
+        farParts[axis] = cut;
+        farParts[3] = farBound;
       }
     }
     if (!visitor.leaf(node->lo, node->hi)) return;
     do {
       if (top == stack) return;
       --top;
-    } while (!visitor.reaches(top->bound));
+    } while (!visitor.reaches(top->bound()));
     at = *top;
   }
 }

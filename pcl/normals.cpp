@@ -1,6 +1,8 @@
 #include "pcl/normals.h"
 
+#include <algorithm>
 #include <cfloat>
+#include <cmath>
 
 #include "frame/check.h"
 #include "frame/cpu_feature.h"
@@ -27,9 +29,14 @@ constexpr DAX3DPCL_NORMAL kDefaultNormal{0, 0, 1, 0};
 class NormalEstimator {
  public:
   NormalEstimator(const float* points, DAX3DPCL_KDTREE& tree, int32_t k, float radius, void* buffer)
-      : points_(points), tree_(tree), stack_(tree.boxStack), radiusSquared_(radius * radius), isa_(currentIsa()) {
+      : last_(points),
+        points_(points),
+        tree_(tree),
+        stack_(tree.boxStack),
+        radiusSquared_(radius * radius),
+        isa_(currentIsa()) {
     const NormalBuffer at(k);
-    call_ = {nullptr, 1, k, at.indices.in(buffer), at.distances.in(buffer)};
+    call_ = {nullptr, 1, k, at.indices.in(buffer), at.distances.in(buffer), FLT_MAX};
     gathered_ = at.gathered.in(buffer);
   }
 
@@ -43,8 +50,7 @@ class NormalEstimator {
  private:
   // Copies the neighbours within the radius, which come first; returns their number.
   int32_t gather(const float* point) {
-    call_.queries = point;
-    const int32_t found = searchNearest(tree_, call_, stack_, isa_);
+    const int32_t found = search(point);
     int32_t count = 0;
     for (; count < found && call_.distances[count] < radiusSquared_; ++count) {
       const float* const p = points_ + size_t{3} * call_.indices[count];
@@ -53,6 +59,30 @@ class NormalEstimator {
     return count;
   }
 
+  // Around a point lie k neighbours no further away than those of the last one and the way from there. So little is
+  // searched, with a margin for rounding; should it not suffice, then all within the radius.
+  int32_t search(const float* point) {
+    call_.queries = point;
+    const float near = lastReach_ + std::sqrt(squaredDistanceTo(point));
+    const float all = std::min(FLT_MAX, radiusSquared_);
+    call_.limit = std::min(all, near * near * 1.001f);
+    int32_t found = searchNearest(tree_, call_, stack_, isa_);
+    if (found < call_.k && call_.limit < all) {
+      call_.limit = all;
+      found = searchNearest(tree_, call_, stack_, isa_);
+    }
+    lastReach_ = found == call_.k ? std::sqrt(call_.distances[found - 1]) : FLT_MAX;
+    last_ = point;
+    return found;
+  }
+
+  float squaredDistanceTo(const float* p) const {
+    const float x = p[0] - last_[0], y = p[1] - last_[1], z = p[2] - last_[2];
+    return x * x + y * y + z * z;
+  }
+
+  const float* last_;
+  float lastReach_ = FLT_MAX;
   const float* points_;
   KdView tree_;
   void* stack_;
@@ -72,7 +102,10 @@ DaxStatus _DAX3DPCL_FEATURE_NORM_PCAEstimate_BufferSize(int32_t k, uint64_t* byt
 void _DAX3DPCL_FEATURE_NORM_PCAEstimate(const float* points, int32_t n, DAX3DPCL_KDTREE* tree, int32_t k,
                                         const float* viewpoint, DAX3DPCL_NORMAL* normals, void* buffer, float radius) {
   dax::NormalEstimator estimate(points, *tree, k, radius, buffer);
-  for (int32_t i = 0; i < n; ++i) {
+  // In tree order a search goes where the last one went, and finds its nodes and points in the cache.
+  const int32_t inTree = tree->root ? tree->pointCount : 0;
+  for (int32_t j = 0; j < n; ++j) {
+    const int32_t i = j < inTree ? static_cast<int32_t>(tree->index[j]) : j;
     normals[i] = estimate.at(i);
     if (viewpoint) _DAX3DPCL_FEATURE_NORM_FlipTowardsViewPoint_I(normals + i, points + ptrdiff_t{3} * i, viewpoint);
   }

@@ -49,7 +49,7 @@ PixelBits bitsOf(const T* row, const T* above, int32_t x, int32_t width, const L
 template <class T>
 SpeckleRegions findRegions(DaxiSize size, const T* src, int32_t maxDiff, T invalid, const RunTable& table,
                            int32_t isa) {
-  const Likeness<T> likeness = {static_cast<uint16_t>(std::clamp(maxDiff - 1, 0, UINT16_MAX)), invalid};
+  const Likeness<T> likeness = {static_cast<uint16_t>(std::clamp(maxDiff, 1, UINT16_MAX + 1) - 1), invalid};
   const uint64_t connects = maxDiff >= 1 ? UINT64_MAX : 0;
   std::memset(table.words, 0, static_cast<size_t>((int64_t{size.width} + kWord - 1) / kWord) * sizeof(RowWord));
   SpeckleRegions regions(table);

@@ -1,10 +1,13 @@
 // Digests of outputs over fixed inputs. The numbers are the same on every machine: a change of one bit in one result
-// shows here, and so does a machine that computes differently.
+// shows here, and so does a machine that computes differently. This file is compiled with NEON kernels, without them, and
+// for the reference pool; a family with _MT members takes its digest anew for 1 to 16 threads. After a change:
+// scripts/digests, which puts the numbers into the documents.
 #include <gtest/gtest.h>
 
 #include "dax3dpcl.h"
 #include "daxi.h"
 #include "prmt.h"
+#include "tests/support/any_pool.h"
 #include "tests/support/labeller.h"
 
 namespace dax::test {
@@ -132,6 +135,18 @@ TEST(Digests, FilterMedian) {
   add(DAXI_FilterMedian3x3_32f_C1R);
   add(DAXI_FilterMedian3x3_64f_C1R);
   EXPECT_EQ(digest.value(), 0x62584CBCF12CC33Du);
+}
+
+TEST(Digests, FilterMedianOnPool) {
+  TestImage<uint8_t> src({301, 37}), dst(src.size());
+  src.randomize(4);
+  for (uint32_t threads = 1; threads <= 16; ++threads) {
+    AnyPool pool(threads);
+    ASSERT_EQ(DAXI_FilterMedian3x3_8u_C1R_NEON_MT(pool.get(), threads, src.data(), src.step(), dst.data(), dst.step(),
+                                                  src.size()),
+              DAX_STS_OK);
+    EXPECT_EQ(Digest().add(dst).value(), 0x49424509E44C80D2u) << threads << " threads";
+  }
 }
 
 TEST(Digests, Calipers) {
@@ -266,40 +281,110 @@ TEST(Digests, LeastSquares) {
     PRMT_SE3_Update_f64(twist, twist);
     digest.add(motion, sizeof motion).add(twist, sizeof twist);
   }
-  EXPECT_EQ(digest.value(), 0x108BF7CBED666067u);
+  EXPECT_EQ(digest.value(), 0x170E66C992EA246Fu);
 }
 
-TEST(Digests, Blobs) {
-  const Image gray = hills({640, 480}, 3);
-  Image mask(gray.size());
-  mask.fill([&](int32_t x, int32_t y) { return gray.at(x, y) > 140 ? 255 : 0; });
+// A mask and its grey image; a configuration for each sort key.
+struct BlobScene {
+  BlobScene() : gray(hills({640, 480}, 3)), mask(gray.size()) {
+    mask.fill([&](int32_t x, int32_t y) { return gray.at(x, y) > 140 ? 255 : 0; });
+  }
+  static BlobSelectCfg config(uint32_t key) {
+    BlobSelectCfg cfg = {};
+    cfg.grayMode = key % 2;
+    cfg.maxCount = 200;
+    cfg.flags = key % 3 ? 0x1 : 0x13;
+    cfg.area = {2, 5000}, cfg.perimeter = {0, 1000}, cfg.circularity = {0, 1};
+    cfg.areaWeight = 1, cfg.circularityWeight = 0.5f;
+    cfg.sortKey = key, cfg.sortOrder = 1 + key % 3;
+    return cfg;
+  }
+  Image gray, mask;
+};
+
+// The records of the best 200 blobs by each key, after those of the runs.
+template <class Select>
+uint64_t blobDigest(const BlobScene& scene, const Select& select) {
   Digest digest;
   for (const int32_t connectivity : {4, 8}) {
-    Labeller label(mask.size(), connectivity);
-    const DaxiDomainList& list = label(mask, DAX_ISA_NEON);
+    Labeller label(scene.mask.size(), connectivity);
+    const DaxiDomainList& list = label(scene.mask, DAX_ISA_NEON);
     digest.add(list.runs, list.runCount * sizeof(DomainRun));
-    uint64_t bytes = 0;
-    ASSERT_EQ(DAXI_BlobSelectBufferSize_8u(mask.size(), &bytes), DAX_STS_OK);
-    std::vector<uint8_t> buffer(bytes);
     for (uint32_t key = 1; key <= 13; ++key) {
-      BlobSelectCfg cfg = {};
-      cfg.grayMode = key % 2;
-      cfg.maxCount = 200;
-      cfg.flags = key % 3 ? 0x1 : 0x13;
-      cfg.area = {2, 5000}, cfg.perimeter = {0, 1000}, cfg.circularity = {0, 1};
-      cfg.areaWeight = 1, cfg.circularityWeight = 0.5f;
-      cfg.sortKey = key, cfg.sortOrder = 1 + key % 3;
+      const BlobSelectCfg cfg = BlobScene::config(key);
       std::vector<BlobInfo> blobs(200);
       BlobSelectResult result = {blobs.data(), 0, nullptr};
-      ASSERT_EQ(DAXI_BlobSelect_8u_C1R(gray.data(), gray.step(), gray.data(), gray.step(), gray.size(), &list,
-                                       static_cast<int32_t>(list.domainCount), &result, &cfg, buffer.data()),
-                DAX_STS_OK);
+      EXPECT_EQ(select(list, result, cfg), static_cast<DaxStatus>(DAX_STS_OK));
       EXPECT_EQ(result.count, 200u);
       for (BlobInfo& blob : blobs) blob.domain = nullptr;
       digest.add(blobs.data(), blobs.size() * sizeof(BlobInfo));
     }
   }
-  EXPECT_EQ(digest.value(), 0x6FB69BAA142E9D0Du);
+  return digest.value();
+}
+
+TEST(Digests, Blobs) {
+  const BlobScene scene;
+  uint64_t bytes = 0;
+  ASSERT_EQ(DAXI_BlobSelectBufferSize_8u(scene.mask.size(), &bytes), DAX_STS_OK);
+  std::vector<uint8_t> buffer(bytes);
+  const auto select = [&](const DaxiDomainList& list, BlobSelectResult& result, const BlobSelectCfg& cfg) {
+    return DAXI_BlobSelect_8u_C1R(scene.gray.data(), scene.gray.step(), scene.gray.data(), scene.gray.step(),
+                                  scene.gray.size(), &list, static_cast<int32_t>(list.domainCount), &result, &cfg,
+                                  buffer.data());
+  };
+  EXPECT_EQ(blobDigest(scene, select), 0x6FB69BAA142E9D0Du);
+}
+
+TEST(Digests, BlobsOnPool) {
+  const BlobScene scene;
+  for (uint32_t threads = 1; threads <= 16; ++threads) {
+    AnyPool pool(threads);
+    uint64_t bytes = 0;
+    ASSERT_EQ(DAXI_BlobSelectBufferSize_8u_MT(scene.mask.size(), threads, &bytes), DAX_STS_OK);
+    std::vector<uint8_t> buffer(bytes);
+    const auto select = [&](const DaxiDomainList& list, BlobSelectResult& result, const BlobSelectCfg& cfg) {
+      return DAXI_BlobSelect_8u_C1R_MT(scene.gray.data(), scene.gray.step(), scene.gray.data(), scene.gray.step(),
+                                       scene.gray.size(), &list, static_cast<int32_t>(list.domainCount), &result, &cfg,
+                                       buffer.data(), threads, pool.get());
+    };
+    EXPECT_EQ(blobDigest(scene, select), 0x6FB69BAA142E9D0Du) << threads << " threads";
+  }
+}
+
+TEST(Digests, Add) {
+  Image a({301, 37}), b(a.size()), dst(a.size());
+  a.randomize(9), b.randomize(10);
+  for (const int32_t isa : {DAX_ISA_PORTABLE, DAX_ISA_NEON}) {
+    ASSERT_EQ(DAXI_Add_8u_C1RSfs_IS(a.data(), a.step(), b.data(), b.step(), dst.data(), dst.step(), a.size(), isa),
+              DAX_STS_OK);
+    EXPECT_EQ(Digest().add(dst).value(), 0xAA703C013D10FB0Au);
+  }
+}
+
+// Classes, hulls and enclosing boxes of every domain.
+TEST(Digests, Regions) {
+  const BlobScene scene;
+  const DaxiSize size = scene.mask.size();
+  Labeller label(size, 8);
+  const DaxiDomainList& list = label(scene.mask, DAX_ISA_NEON);
+  std::vector<DaxiPoint32s> points(DAXI_HULL_POINTS(size.height));
+  Digest digest;
+  for (uint32_t i = 0; i < list.domainCount; ++i) {
+    const DaxiDomain* const domain = list.domains + i;
+    int32_t count = 0;
+    float rectangularity = 0;
+    ASSERT_EQ(_DAXI_DomainConvexHull_ROI(&list, domain, size, points.data(), &count), DAX_STS_OK);
+    digest.add(points.data(), static_cast<size_t>(count) * sizeof(DaxiPoint32s));
+    for (const int32_t mode : {DAXI_BOX_LEAST_AREA, DAXI_BOX_LEAST_PERIMETER}) {
+      DaxiRotatedBox box;
+      ASSERT_EQ(_DAXI_DomainEncloseBox(&list, domain, size, mode, points.data(), &box), DAX_STS_OK);
+      digest.add(&box, sizeof box);
+    }
+    ASSERT_EQ(_DAXI_DomainRectangularity(&list, domain, size, points.data(), &rectangularity), DAX_STS_OK);
+    digest.add(&rectangularity, sizeof rectangularity);
+  }
+  EXPECT_EQ(digest.value(), 0x5614FE2F059BD07Fu);
 }
 
 TEST(Digests, RangeToPoints) {

@@ -1,5 +1,6 @@
 // Recall, false boards, errors and times of the board detectors, on rendered boards, photographs and images without
-// boards. Lines of tab-separated values; what the columns are is in scripts/chessboard-accuracy.
+// boards. Lines of tab-separated values; what the columns are is in scripts/accuracy-chessboard.
+#include <array>
 #include <chrono>
 #include <cstdio>
 #include <cstdlib>
@@ -110,7 +111,7 @@ int32_t windowFor(const std::vector<DaxiPoint32f>& corners) {
   return std::clamp(static_cast<int32_t>(0.4 * nearest), 2, 8);
 }
 
-void rendered(const char* set, const std::vector<BoardView>& views, const std::vector<Detector>& all, bool verbose) {
+void rendered(const char* set, const std::vector<BoardView>& views, const std::vector<Detector>& all) {
   std::vector<Tally> tallies(all.size());
   for (const BoardView& view : views) {
     const BoardImage board(view);
@@ -120,14 +121,7 @@ void rendered(const char* set, const std::vector<BoardView>& views, const std::v
       std::vector<double> errors;
       if (hasShape(found, pattern)) errors = errorsOf(found.corners, board.corners);
       const bool good = !errors.empty() && *std::max_element(errors.begin(), errors.end()) <= kLostPixels;
-      if (!good) {
-        if (verbose) {
-          std::printf("lost\t%s\t%d x %d: %d x %d\ttilt %.0f rotation %.0f blur %.1f noise %.1f gradient %.1f distortion %.3f window %d\n", all[i].name,
-                      view.columns, view.rows, found.columns, found.rows, view.tilt, view.rotation, view.blur, view.noise, view.gradient,
-                      view.distortion, windowFor(errors.empty() ? [&]{std::vector<DaxiPoint32f> t; for (auto& p : board.corners) t.push_back({(float)p.x,(float)p.y}); return t;}() : found.corners));
-        }
-        continue;
-      }
+      if (!good) continue;
       ++tallies[i].found;
       append(tallies[i].errors, errors);
       append(tallies[i].refined, errorsOf(refine(board.image, found.corners, windowFor(found.corners)), board.corners));
@@ -136,15 +130,187 @@ void rendered(const char* set, const std::vector<BoardView>& views, const std::v
   for (size_t i = 0; i < all.size(); ++i) tallies[i].print(set, all[i].name);
 }
 
-}  // namespace
+// Root of the mean squared distance between the corners and those of an ideal board, mapped to them by the homography
+// that fits best: linear least squares on normalised coordinates (R. Hartley, A. Zisserman, Multiple View Geometry, 4.1).
+double homographyResidual(const std::vector<DaxiPoint32f>& corners, int32_t columns) {
+  const auto n = corners.size();
+  double cx = 0, cy = 0;
+  for (const DaxiPoint32f& p : corners) cx += p.x / static_cast<double>(n), cy += p.y / static_cast<double>(n);
+  constexpr double kScale = 0.01;
+  std::array<std::array<double, 9>, 8> m{};
+  const auto add = [&](const std::array<double, 9>& row) {
+    for (size_t i = 0; i < 8; ++i) {
+      for (size_t j = 0; j < 9; ++j) m[i][j] += row[i] * row[j];
+    }
+  };
+  for (size_t i = 0; i < n; ++i) {
+    const double x = static_cast<double>(i % static_cast<size_t>(columns)) - 4;
+    const double y = static_cast<double>(i / static_cast<size_t>(columns)) - 3;
+    const double u = (static_cast<double>(corners[i].x) - cx) * kScale,
+                 v = (static_cast<double>(corners[i].y) - cy) * kScale;
+    add({x, y, 1, 0, 0, 0, -u * x, -u * y, u});
+    add({0, 0, 0, x, y, 1, -v * x, -v * y, v});
+  }
+  for (size_t k = 0; k < 8; ++k) {
+    for (size_t i = 0; i < 8; ++i) {
+      if (i == k) continue;
+      const double f = m[i][k] / m[k][k];
+      for (size_t j = k; j < 9; ++j) m[i][j] -= f * m[k][j];
+    }
+  }
+  std::array<double, 8> h;
+  for (size_t k = 0; k < 8; ++k) h[k] = m[k][8] / m[k][k];
+  double sum = 0;
+  for (size_t i = 0; i < n; ++i) {
+    const double x = static_cast<double>(i % static_cast<size_t>(columns)) - 4;
+    const double y = static_cast<double>(i / static_cast<size_t>(columns)) - 3;
+    const double w = h[6] * x + h[7] * y + 1;
+    const double u = (h[0] * x + h[1] * y + h[2]) / w / kScale + cx, v = (h[3] * x + h[4] * y + h[5]) / w / kScale + cy;
+    sum += std::pow(u - static_cast<double>(corners[i].x), 2) + std::pow(v - static_cast<double>(corners[i].y), 2);
+  }
+  return std::sqrt(sum / static_cast<double>(n));
+}
 
-int main(int argc, char** argv) {
-  std::vector<Detector> all = accuracy::detectors();
-  if (argc > 1 && std::strcmp(argv[1], "lost") != 0)
-    all.insert(all.end(), accuracy::peerDetectors().begin(), accuracy::peerDetectors().end());
-  const int32_t count = argc > 2 ? std::atoi(argv[2]) : 100;
+bool load(const char* path, std::vector<uint8_t>& pixels, DaxiSize& size) {
+  if (accuracy::readPhotograph(path, pixels, size)) return true;
+  std::fprintf(stderr, "%s: cannot be read\n", path);
+  return false;
+}
+
+Image toImage(const std::vector<uint8_t>& pixels, DaxiSize size) {
+  Image image(size);
+  image.fill([&](int32_t x, int32_t y) {
+    return pixels[static_cast<size_t>(y) * static_cast<size_t>(size.width) + static_cast<size_t>(x)];
+  });
+  return image;
+}
+
+// Photographs of a board of 9 x 6 corners: found ones; errors are residuals of the homography, of corners as found and
+// as refined.
+void photographs(const std::vector<const char*>& paths, const std::vector<Detector>& all) {
+  const ChessboardPatternSize pattern{9, 6};
+  std::vector<Tally> tallies(all.size());
+  for (const char* const path : paths) {
+    std::vector<uint8_t> pixels;
+    DaxiSize size{};
+    if (!load(path, pixels, size)) std::exit(1);
+    const Image image = toImage(pixels, size);
+    for (size_t i = 0; i < all.size(); ++i) {
+      const Found found = timed(all[i], image, pattern, tallies[i]);
+      if (!hasShape(found, pattern)) {
+        std::fprintf(stderr, "%s: lost by %s\n", path, all[i].name);
+        continue;
+      }
+      ++tallies[i].found;
+      tallies[i].errors.push_back(homographyResidual(found.corners, found.columns));
+      tallies[i].refined.push_back(homographyResidual(refine(image, found.corners, 11), found.columns));
+    }
+  }
+  for (size_t i = 0; i < all.size(); ++i) tallies[i].print("photographs", all[i].name);
+}
+
+// Tiles of photographs without boards, then noise of every grain, then stripes and dots: 500 images. What is found is
+// false.
+std::vector<Image> imagesWithoutBoards(const std::vector<const char*>& paths) {
+  std::vector<Image> images;
+  Random random(7);
+  for (const char* const path : paths) {
+    std::vector<uint8_t> pixels;
+    DaxiSize size{};
+    if (!load(path, pixels, size)) continue;
+    for (int32_t k = 0; k < 12 && images.size() < 350 && std::min(size.width, size.height) >= 64; ++k) {
+      const DaxiSize part{std::min(size.width, 64 + random.below(576)), std::min(size.height, 64 + random.below(416))};
+      const int32_t left = random.below(size.width - part.width + 1), top = random.below(size.height - part.height + 1);
+      Image tile(part);
+      tile.fill([&](int32_t x, int32_t y) {
+        return pixels[static_cast<size_t>(y + top) * static_cast<size_t>(size.width) + static_cast<size_t>(x + left)];
+      });
+      images.push_back(std::move(tile));
+    }
+  }
+  while (images.size() < 500) {
+    const DaxiSize size{640, 480};
+    Image image(size);
+    const int32_t kind = random.below(4), grain = 1 + random.below(20), amplitude = 1 + random.below(127);
+    Image cells({size.width / grain + 2, size.height / grain + 2});
+    cells.randomize(random.next());
+    image.fill([&](int32_t x, int32_t y) {
+      const int32_t bond = kind == 1 && y / grain % 2 ? grain / 2 : 0;
+      const int32_t c = cells.at((x + bond) / grain, y / grain) - 128;
+      switch (kind) {
+        case 0:
+          return 128 + c * amplitude / 128;  // noise in cells
+        case 1:
+          return c > 0 ? 40 : 210;  // black and white bricks
+        case 2:
+          return 128 + (x / grain % 2 ? amplitude : -amplitude) + c / 8;  // stripes
+        default:
+          return (x % (3 * grain) < grain && y % (3 * grain) < grain) ? 30 : 200 + c / 4;  // squares apart
+      }
+    });
+    images.push_back(std::move(image));
+  }
+  return images;
+}
+
+void withoutBoards(const std::vector<const char*>& paths, const std::vector<Detector>& all) {
+  std::vector<Tally> tallies(all.size());
+  int32_t number = 0;
+  for (const Image& image : imagesWithoutBoards(paths)) {
+    for (size_t i = 0; i < all.size(); ++i) {
+      const Found found = timed(all[i], image, {9, 6}, tallies[i]);
+      if (found.columns == 0) continue;
+      ++tallies[i].found;
+      std::fprintf(stderr, "image %d: %s finds %d x %d at %.0f, %.0f\n", number, all[i].name, found.columns, found.rows,
+                   static_cast<double>(found.corners[0].x), static_cast<double>(found.corners[0].y));
+    }
+    ++number;
+  }
+  for (size_t i = 0; i < all.size(); ++i) tallies[i].print("no board", all[i].name);
+}
+
+std::vector<BoardView> randomViews(int32_t count) {
   Random random(42);
   std::vector<BoardView> views;
   for (int32_t i = 0; i < count; ++i) views.push_back(randomView(random));
-  rendered("rendered", views, all, argc > 1 && std::strcmp(argv[1], "lost") == 0);
+  return views;
+}
+
+// Boards as on a good day: little blur, even light, the given noise, squares of 20 pixels and more.
+std::vector<BoardView> easyViews(int32_t count, double noise) {
+  Random random(43);
+  std::vector<BoardView> views;
+  while (static_cast<int32_t>(views.size()) < count) {
+    BoardView view = randomView(random);
+    if (view.columns > 11) continue;
+    view.size = {800, 600};
+    view.tilt *= 0.6, view.blur = 0.5 + view.blur / 5, view.gradient = 1, view.distortion = 0, view.noise = noise;
+    views.push_back(view);
+  }
+  return views;
+}
+
+int usage() {
+  std::fputs("usage: chessboard_accuracy rendered COUNT | photographs FILE... | none FILE...\n", stderr);
+  return 2;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  if (argc < 2) return usage();
+  std::vector<Detector> all = accuracy::detectors();
+  all.insert(all.end(), accuracy::peerDetectors().begin(), accuracy::peerDetectors().end());
+  const std::vector<const char*> paths(argv + 2, argv + argc);
+  if (std::strcmp(argv[1], "rendered") == 0 && argc == 3) {
+    rendered("hard", randomViews(std::atoi(argv[2])), all);
+    rendered("clean", easyViews(std::atoi(argv[2]) / 4, 0), all);
+    rendered("noise 5", easyViews(std::atoi(argv[2]) / 4, 5), all);
+  } else if (std::strcmp(argv[1], "photographs") == 0) {
+    photographs(paths, all);
+  } else if (std::strcmp(argv[1], "none") == 0) {
+    withoutBoards(paths, all);
+  } else {
+    return usage();
+  }
 }

@@ -25,6 +25,7 @@ std::vector<Implementation>& implementations() {
 
 Own::Own(const char* operation, size_t floorBytes, std::function<Task()> prepare) {
   implementations().push_back({operation, kOwn, std::move(prepare)});
+  if (floorBytes == 0) return;
   implementations().push_back({operation, kFloor, [floorBytes] { return prepareCopy(floorBytes); }});
 }
 

@@ -28,7 +28,7 @@ std::vector<Implementation>& implementations();
 constexpr const char* kOwn = "dax";
 constexpr const char* kFloor = "memcpy";
 
-// Objects of these types at namespace scope add implementations.
+// Objects of these types at namespace scope add implementations. Without bytes there is no floor.
 struct Own {
   Own(const char* operation, size_t floorBytes, std::function<Task()> prepare);
 };

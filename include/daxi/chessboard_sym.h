@@ -11,8 +11,8 @@
  *   4. Corners are arranged and boards ordered as by the Hessian detector (chessboard_hessian.h). Gaps in grids are
  *      looked at again.
  *
- * Squares must be wider than the smallest radius that is tried. With or without a pool, and with any number of threads,
- * the result is the same. */
+ * Squares must be wider than the smallest radius that is tried, and than 7 pixels. With or without a pool, and with any
+ * number of threads, the result is the same. */
 #ifndef DAXI_CHESSBOARD_SYM_H
 #define DAXI_CHESSBOARD_SYM_H
 

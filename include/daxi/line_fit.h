@@ -19,7 +19,7 @@
  * The sign of (a, b) is what step 4 gives: a line has two.
  *
  * Initial lines, by `initMethod`:
- *   1  total least squares over all points.
+ *   1  total least squares over all points. Outliers pull it away: T must leave room for that, or the inliers are lost.
  *   2  search over pairs. For each i, and each j > i that no line through i has come within 0.5 of, the line through both
  *      points is tried; pairs closer than the root of 1.1920929e-7 are not. Its support are the points within
  *      T + 1.1920929e-7, its count their number + 1. The line with the least mean distance (sum of distances / count, of

@@ -63,7 +63,8 @@ typedef struct PrmtLmParam {
 typedef int32_t (*PrmtResidualFunction)(const double* x, int32_t n, int32_t m, void* user, double* residuals);
 
 /* Adds the derivatives of the residuals by the parameters to an m x n matrix whose values are 0. The first call of a solve
- * gets an empty matrix, later ones the pattern of the call before. Where x lives on a manifold: by the step at 0. */
+ * gets an empty matrix, later ones the pattern of the call before. Where x lives on a manifold: by the step at 0. The residuals
+ * at x were the last that were asked for: what they took long to compute may have been kept in `user`. */
 typedef int32_t (*PrmtJacobianFunction)(const double* x, int32_t n, int32_t m, void* user, PrmtMsp* jacobian);
 
 /* x <- x (+) step. */

@@ -225,6 +225,8 @@ def arrange_corners(corners: Corners, most: int = 1, extent: tuple[int, int] = (
     >>> [board.corners.shape for board in dax.arrange_corners(dax.locate_corners(image))]
     [(5, 7, 2)]
     """
+    if not isinstance(corners, Corners):
+        raise TypeError("corners: as locate_corners gives them")
     records = np.ascontiguousarray(corners.records)
     if records.dtype != dtype_of("CheckerboardCorner") or records.ndim != 1:
         raise TypeError("corners: as locate_corners gives them")

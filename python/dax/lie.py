@@ -119,13 +119,15 @@ def se3_update(twist: ArrayLike, step: ArrayLike) -> Doubles:
 
 def _spread(arguments: tuple[tuple[ArrayLike, _Core], ...]) -> tuple[tuple[int, ...], list[Array]]:
     """The leading axes of all arguments, and each as (count, its own axes)."""
-    arrays = [np.asarray(value, np.float64) for value, _ in arguments]
+    arrays = [np.asarray(value) for value, _ in arguments]
     for array, (_, core) in zip(arrays, arguments):
+        if array.dtype.kind not in "fiub":
+            raise TypeError(f"of type {array.dtype}, needed are numbers")
         if array.shape[max(array.ndim - len(core), 0) :] != core:
             raise ValueError(f"shape {array.shape}, needed is (..., {', '.join(map(str, core))})")
     leading = np.broadcast_shapes(*(array.shape[: array.ndim - len(core)] for array, (_, core) in zip(arrays, arguments)))
     spread = [np.broadcast_to(array, leading + core).reshape(-1, *core) for array, (_, core) in zip(arrays, arguments)]
-    return leading, [np.ascontiguousarray(array) for array in spread]
+    return leading, [np.ascontiguousarray(array, np.float64) for array in spread]
 
 
 def _each(name: str, result: _Core, *arguments: tuple[ArrayLike, _Core]) -> Doubles:

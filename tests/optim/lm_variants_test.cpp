@@ -312,6 +312,9 @@ TEST(LmVariants, Checks) {
   Options options;
   const int32_t n = scene.problem.n, m = scene.problem.m;
   const int32_t backwards[3] = {0, 2, 1}, twice[3] = {0, 2, 2}, same[2] = {1, 1}, late[3] = {1, 1, 1}, far[2] = {0, 2};
+  const int32_t forward[3] = {0, 2, 1};
+  GuardedBuffer<int32_t> lastLink(1);
+  *lastLink.data() = 0;
   uint64_t bytes = 0;
   const struct {
     const char* name;
@@ -326,6 +329,7 @@ TEST(LmVariants, Checks) {
       {"large second block", {1, 1, 17, 1, twice, same}, 18, -26},
       {"negative count", {1, 2, 1, -1, nullptr, nullptr}, 1, -26},
       {"starts go back", {1, 2, 1, 2, backwards, far}, 4, -26},
+      {"starts go back behind the last link", {1, 2, 1, 2, forward, lastLink.data()}, 4, -26},
       {"start late", {1, 2, 1, 2, late, same}, 4, -26},
       {"a link twice", {1, 2, 1, 2, twice, same}, 4, -26},
       {"link outside", {1, 2, 1, 2, twice, far}, 4, -26},

@@ -169,6 +169,45 @@ TEST(KdTree, WorksWhereItIsCopiedTo) {
   }
 }
 
+// Whatever was there before, padding included.
+TEST(KdTree, BuildsAreEqualBytes) {
+  const std::vector<float> points = makePoints(PointKind::clustered, 300, 3);
+  FirstTree first(points, 3, 4);
+  SecondTree second(points, 3, 4), inner(points, 3, 4, true);
+  Bytes stack = queried(DAX3DPCL_SEARCH_KDTREE_Build_V2_BufferSize, Guard::after, 300, 3);
+  const auto built = [](auto& tree, uint8_t before, const auto& build) {
+    std::fill(tree.block().begin(), tree.block().end(), before);
+    build();
+    const auto* const record = tree.record();
+    const auto* const nodes = reinterpret_cast<const uint8_t*>(record->nodes);
+    std::vector<uint8_t> bytes(tree.block().begin(), tree.block().begin() + 128);
+    bytes.insert(bytes.end(), nodes, nodes + sizeof(KdNode) * record->nodeCount);
+    return bytes;
+  };
+  const auto check = [&](auto& tree, const auto& build) { EXPECT_EQ(built(tree, 0, build), built(tree, 0xEE, build)); };
+  check(first, [&] { _DAX3DPCL_SEARCH_KDTREE_BuildIndex(first.record(), points.data(), 300, 3, 4); });
+  check(second,
+        [&] { _DAX3DPCL_SEARCH_KDTREE_BuildIndex_V2(second.record(), points.data(), 300, 3, 4, stack.data()); });
+  check(inner,
+        [&] { _DAX3DPCL_SEARCH_KDTREE_BuildIndex_V2_Inner(inner.record(), points.data(), 300, 3, 4, stack.data()); });
+}
+
+// Neither the build nor a search looks at every pair: minutes, if one did.
+TEST(KdTree, ManyPointsInOnePlace) {
+  constexpr int32_t kCount = 100000;
+  for (const float elsewhere : {1.0f, kNaN, kInf}) {
+    std::vector<float> points(size_t{3} * kCount, 1.0f);
+    for (size_t i = 0; i < points.size() / 2; ++i) points[i] = elsewhere;
+    FirstTree tree(points, 3, 1);
+    EXPECT_EQ(tree.record()->nodeCount, 2u * kCount - 1);
+    const float near[3] = {1, 1, 1}, away[3] = {3, 1, 1};
+    for (int32_t i = 0; i < 1000; ++i) {
+      ASSERT_EQ(tree.nearest(near, 40).back().distance, 0.0f);
+      ASSERT_EQ(tree.nearest(away, 40).back().distance, 4.0f);
+    }
+  }
+}
+
 TEST(KdTree, WithoutRootFindsNothing) {
   GuardedBuffer<DAX3DPCL_KDTREE> zeroed(1, Guard::after, 0);
   const float query[3] = {};

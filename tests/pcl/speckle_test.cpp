@@ -62,7 +62,7 @@ TYPED_TEST(Speckle, RandomImagesOfManySizes) {
       const auto image = levels<TypeParam>(size, static_cast<uint64_t>(size.width * count), count);
       const TypeParam invalid = image[image.size() / 2];
       const Window whole = {0, 0, size.width, size.height};
-      for (const int32_t maxDiff : {-1, 0, 1, 3, 4, 65535, 65536, INT32_MAX}) {
+      for (const int32_t maxDiff : {INT32_MIN, -1, 0, 1, 3, 4, 65535, 65536, INT32_MAX}) {
         for (const int32_t maxSize : {1, 2, 7, 40}) expectFiltered(image, size, whole, maxDiff, maxSize, invalid);
       }
     }

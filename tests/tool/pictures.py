@@ -112,7 +112,7 @@ def png_rgba(picture):
 
 
 def read_png(content):
-    """Rows of bytes and bytes per pixel, of 8-bit grey or RGB."""
+    """Rows of bytes and bytes per pixel, of 8-bit grey or RGB, or 16-bit grey."""
     at, parts = 8, {}
     while at < len(content):
         (length,) = struct.unpack_from(">I", content, at)
@@ -120,8 +120,8 @@ def read_png(content):
         parts[name] = parts.get(name, b"") + content[at + 8 : at + 8 + length]
         at += 12 + length
     width, height, depth, colour_type = struct.unpack_from(">IIBB", parts[b"IHDR"])
-    assert depth == 8 and colour_type in (0, 2)
-    pixel = 3 if colour_type == 2 else 1
+    assert (depth, colour_type) in ((8, 0), (8, 2), (16, 0))
+    pixel = 3 if colour_type == 2 else depth // 8
     data = zlib.decompress(parts[b"IDAT"])
     above, rows = bytearray(width * pixel), []
     for y in range(height):

@@ -15,7 +15,10 @@ struct Command {
 
 Command addInspect(CLI::App& app);
 Command addFilter(CLI::App& app);
+Command addFit(CLI::App& app);
 Command addRenderScene(CLI::App& app);
+Command addRange(CLI::App& app);
+Command addCloud(CLI::App& app);
 
 // One line on standard error.
 void report(const Failure& failure);

@@ -18,6 +18,12 @@ struct GreyImage {
   uint8_t* row(int32_t y) { return pixels.data() + static_cast<size_t>(y) * size.width; }
 };
 
+// The same with 16 bits.
+struct Grey16Image {
+  DaxiSize size;
+  std::vector<uint16_t> pixels;
+};
+
 inline GreyImage makeGreyImage(DaxiSize size) {
   return {size, std::vector<uint8_t>(static_cast<size_t>(size.width) * size.height)};
 }

@@ -5,14 +5,12 @@
 #include <algorithm>
 #include <array>
 #include <cctype>
-#include <cerrno>
 #include <cstring>
-#include <fstream>
 #include <string_view>
-#include <system_error>
 
 #include "daxi/blob_find.h"
 #include "failure.h"
+#include "input_file.h"
 #include "text.h"
 
 namespace dax::tool {
@@ -21,7 +19,6 @@ namespace {
 namespace fs = std::filesystem;
 using namespace std::string_view_literals;
 
-constexpr uintmax_t kMostFileBytes = uintmax_t{1} << 30;
 constexpr int64_t kMostPixels = int64_t{1} << 28;
 // All images in the decoder at a time; a pixel takes 8 bytes.
 constexpr int64_t kMostDecoderBytes = 3 * 8 * kMostPixels / 2;
@@ -44,32 +41,6 @@ constexpr std::array kFormats = {
 
 [[noreturn]] void fail(const fs::path& path, const std::string& what) {
   throw Failure(ExitStatus::kCannotRead, printable(path.string()) + ": " + what);
-}
-
-std::string systemMessage(int error) {
-  return std::generic_category().message(error);
-}
-
-uintmax_t regularFileSize(const fs::path& path) {
-  std::error_code error;
-  const fs::file_status status = fs::status(path, error);
-  if (!fs::exists(status)) fail(path, "cannot be opened: " + error.message());
-  if (!fs::is_regular_file(status)) fail(path, fs::is_directory(status) ? "is a folder" : "is not a regular file");
-  const uintmax_t size = fs::file_size(path, error);
-  if (error) fail(path, "cannot be read: " + error.message());
-  if (size > kMostFileBytes) fail(path, "is larger than 1 GiB");
-  return size;
-}
-
-std::string readBytes(const fs::path& path) {
-  std::string bytes(regularFileSize(path), '\0');
-  errno = 0;
-  std::ifstream file(path, std::ios::binary);
-  if (!file) fail(path, "cannot be opened: " + systemMessage(errno));
-  file.read(bytes.data(), static_cast<std::streamsize>(bytes.size()));
-  if (file.bad()) fail(path, "cannot be read: " + systemMessage(errno));
-  bytes.resize(static_cast<size_t>(file.gcount()));
-  return bytes;
 }
 
 const char* sniff(const fs::path& path, std::string_view bytes) {
@@ -114,13 +85,28 @@ void decode(const fs::path& path, const std::string& bytes, const char* format, 
   if (image.columns() > DAXI_BLOB_MAX_SIDE || image.rows() > DAXI_BLOB_MAX_SIDE) fail(path, "is too large");
 }
 
+// In units of 1 / 1000.
+uint32_t weightedGrey(const Magick::PixelPacket& pixel) {
+  const uint32_t red = ScaleQuantumToShort(pixel.red);
+  const uint32_t green = ScaleQuantumToShort(pixel.green);
+  const uint32_t blue = ScaleQuantumToShort(pixel.blue);
+  return 299 * red + 587 * green + 114 * blue;
+}
+
 void greyRow(const Magick::PixelPacket* source, uint8_t* row, int32_t width) {
   for (int32_t x = 0; x < width; ++x) {
-    const uint32_t red = ScaleQuantumToShort(source[x].red);
-    const uint32_t green = ScaleQuantumToShort(source[x].green);
-    const uint32_t blue = ScaleQuantumToShort(source[x].blue);
-    row[x] = static_cast<uint8_t>((299 * red + 587 * green + 114 * blue + 128500) / 257000);
+    row[x] = static_cast<uint8_t>((weightedGrey(source[x]) + 128500) / 257000);
   }
+}
+
+std::string encode16(const Grey16Image& image, const char* format) {
+  Magick::Image encoder(static_cast<unsigned>(image.size.width), static_cast<unsigned>(image.size.height), "I",
+                        Magick::ShortPixel, image.pixels.data());
+  encoder.type(Magick::GrayscaleType);
+  encoder.depth(16);
+  Magick::Blob blob;
+  encoder.write(&blob, format);
+  return {static_cast<const char*>(blob.data()), blob.length()};
 }
 
 }  // namespace
@@ -141,7 +127,7 @@ void setUpDecoders() {
 }
 
 ImageFile ImageFile::read(const fs::path& path) {
-  const std::string bytes = readBytes(path);
+  const std::string bytes = readFile(path);
   const char* format = sniff(path, bytes);
   auto image = std::make_unique<Magick::Image>();
   decode(path, bytes, format, *image);
@@ -152,9 +138,30 @@ ImageFile::ImageFile(std::unique_ptr<Magick::Image> image) : image_(std::move(im
 ImageFile::ImageFile(ImageFile&&) noexcept = default;
 ImageFile::~ImageFile() = default;
 
-GreyImage ImageFile::toGrey() const {
+bool ImageFile::has16Bits() const {
+  return image_->depth() > 8;
+}
+
+void ImageFile::makeRgb() const {
   const Magick::ColorspaceType space = image_->colorSpace();
   if (space != Magick::RGBColorspace && space != Magick::GRAYColorspace) image_->colorSpace(Magick::RGBColorspace);
+}
+
+Grey16Image ImageFile::toGrey16() const {
+  makeRgb();
+  const size_t width = image_->columns(), height = image_->rows();
+  Grey16Image grey = {{static_cast<int32_t>(width), static_cast<int32_t>(height)},
+                      std::vector<uint16_t>(width * height)};
+  for (size_t y = 0; y < height; ++y) {
+    const Magick::PixelPacket* const source = image_->getConstPixels(0, static_cast<ssize_t>(y), width, 1);
+    std::transform(source, source + width, grey.pixels.begin() + static_cast<ptrdiff_t>(y * width),
+                   [](const auto& pixel) { return static_cast<uint16_t>((weightedGrey(pixel) + 500) / 1000); });
+  }
+  return grey;
+}
+
+GreyImage ImageFile::toGrey() const {
+  makeRgb();
   GreyImage grey = makeGreyImage({static_cast<int32_t>(image_->columns()), static_cast<int32_t>(image_->rows())});
   for (int32_t y = 0; y < grey.size.height; ++y) {
     greyRow(image_->getConstPixels(0, y, image_->columns(), 1), grey.row(y), grey.size.width);
@@ -178,6 +185,14 @@ std::string encodePng(const GreyImage& image) {
   Magick::Blob blob;
   encoder.write(&blob, "PNG");
   return {static_cast<const char*>(blob.data()), blob.length()};
+}
+
+std::string encodePng(const Grey16Image& image) {
+  return encode16(image, "PNG");
+}
+
+std::string encodeTiff(const Grey16Image& image) {
+  return encode16(image, "TIFF");
 }
 
 std::string encodePgm(const GreyImage& image) {

@@ -30,7 +30,13 @@ class ImageFile {
   // BT.601, and for 8-bit images (R = 257 r) exactly the same weights of r, g and b.
   GreyImage toGrey() const;
 
+  // Grey values of 16 bits, with the same weights. False for images of fewer bits, whose values would be made up.
+  bool has16Bits() const;
+  Grey16Image toGrey16() const;
+
  private:
+  void makeRgb() const;
+
   explicit ImageFile(std::unique_ptr<Magick::Image> image);
   std::unique_ptr<Magick::Image> image_;
 };
@@ -41,5 +47,9 @@ bool hasImageExtension(const std::filesystem::path& path);
 // Encoded 8-bit grey images.
 std::string encodePng(const GreyImage& image);
 std::string encodePgm(const GreyImage& image);
+
+// Encoded 16-bit grey images.
+std::string encodePng(const Grey16Image& image);
+std::string encodeTiff(const Grey16Image& image);
 
 }  // namespace dax::tool

@@ -1,15 +1,10 @@
-#include <unistd.h>
-
 #include <algorithm>
-#include <cstdio>
 #include <iostream>
 #include <memory>
-#include <mutex>
 #include <new>
-#include <thread>
 
 #include "commands.h"
-#include "daxhost.h"
+#include "dax/threadpool.h"
 #include "image_file.h"
 #include "inputs.h"
 #include "inspect_options.h"
@@ -18,33 +13,10 @@
 #include "overlay.h"
 #include "report.h"
 #include "text.h"
+#include "workers.h"
 
 namespace dax::tool {
 namespace {
-
-// A counter on the terminal, if there is one.
-class Progress {
- public:
-  explicit Progress(size_t total) : total_(total), shown_(total > 1 && isatty(STDERR_FILENO) != 0) {}
-  ~Progress() {
-    if (shown_) std::fputs("\r\x1b[K", stderr);
-  }
-  Progress(const Progress&) = delete;
-  Progress& operator=(const Progress&) = delete;
-
-  void advance() {
-    if (!shown_) return;
-    const std::lock_guard lock(mutex_);
-    std::fprintf(stderr, "\r\x1b[K%zu of %zu images", ++done_, total_);
-    std::fflush(stderr);
-  }
-
- private:
-  std::mutex mutex_;
-  size_t done_ = 0;
-  size_t total_;
-  bool shown_;
-};
 
 void draw(const Job& job, const GreyImage& grey, const InspectOptions& options, Outcome& outcome) {
   const Inspection& inspection = outcome.inspection;
@@ -101,21 +73,15 @@ struct Batch {
   }
 };
 
-// More threads than processors do not help; the pool takes 0 for one a processor.
-uint32_t poolThreads(uint32_t wanted) {
-  return wanted < std::thread::hardware_concurrency() ? wanted : 0;
-}
-
 std::vector<Outcome> inspectAll(const std::vector<Job>& jobs, const InspectOptions& options) {
-  const std::unique_ptr<void, void (*)(void*)> pool(DAXHOST_CreatePool(poolThreads(options.threads)),
-                                                    DAXHOST_DestroyPool);
-  if (!pool) throw std::bad_alloc();
+  const Pool pool(options.threads);
+  const Workers workers = pool.workers();
   // Several images are shared out whole; of a single one the threads share the blobs.
   if (jobs.size() == 1) {
-    return {inspectJob(jobs.front(), options, {pool.get(), DAX_THREADPOOL_GetThreadsCnt(pool.get())})};
+    return {inspectJob(jobs.front(), options, workers)};
   }
-  Batch batch{jobs, options, std::vector<Outcome>(jobs.size()), Progress(jobs.size())};
-  DAX_THREADPOOL_Compute1DTiled(pool.get(), Batch::tile, &batch, static_cast<int32_t>(jobs.size()), 1);
+  Batch batch{jobs, options, std::vector<Outcome>(jobs.size()), Progress(jobs.size(), "images")};
+  DAX_THREADPOOL_Compute1DTiled(workers.pool, Batch::tile, &batch, static_cast<int32_t>(jobs.size()), 1);
   return std::move(batch.outcomes);
 }
 

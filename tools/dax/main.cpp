@@ -20,7 +20,10 @@ constexpr const char* kFooter =
     "Examples:\n"
     "  dax inspect parts.png --area 200.. --report parts.html\n"
     "  dax filter noisy.png clean.png --median3 --compare specks.png\n"
-    "  dax render-scene scene.png --truth scene.json\n\n"
+    "  dax fit decay.csv --model exponential --plot decay.svg\n"
+    "  dax render-scene scene.png --truth scene.json\n"
+    "  dax range convert heights.png parts.range --scale 0.1,0.1,0.01\n"
+    "  dax cloud normals parts.range parts.ply --picture parts.png\n\n"
     "dax COMMAND --help tells all of a command.\n\n";
 
 // Help that names the type of a value and leaves the rest to the description.
@@ -33,14 +36,15 @@ class Help : public CLI::Formatter {
 };
 
 ExitStatus dispatch(int argc, char** argv) {
-  CLI::App app("Filters images, finds and measures objects in them.", "dax");
+  CLI::App app("Filters and measures images, range images and point clouds, fits curves to points.", "dax");
   app.formatter(std::make_shared<Help>());
   app.get_formatter()->column_width(30);
   app.set_version_flag("--version", std::string("dax ") + DAX_GetVersion(), "show the version");
   app.set_help_flag("-h,--help", "show this help");
   app.require_subcommand(1);
   app.footer(std::string(kFooter) + kExitStatusHelp);
-  const Command commands[] = {addInspect(app), addFilter(app), addRenderScene(app)};
+  const Command commands[] = {addInspect(app),     addFilter(app), addFit(app),
+                              addRenderScene(app), addRange(app),  addCloud(app)};
   try {
     app.parse(argc, argv);
   } catch (const CLI::ParseError& error) {

@@ -1,54 +1,30 @@
 #include "overlay.h"
 
-#include <cairo.h>
-
 #include <algorithm>
 #include <array>
 #include <cmath>
-#include <memory>
-#include <new>
 #include <numbers>
 #include <vector>
 
+#include "drawing.h"
 #include "failure.h"
 #include "text.h"
 
 namespace dax::tool {
 namespace {
 
-constexpr int kMostSide = 32767;   // of a cairo image
 constexpr int kLegibleSide = 960;  // small images are enlarged towards it
 constexpr double kFontSize = 13;   // output pixels, as all lengths of labels
 constexpr double kLabelMargin = 4;
 
-struct Colour {
+struct Ink {
   double red, green, blue, alpha;
 };
-constexpr Colour kHalo{0, 0, 0, 0.55};
-constexpr Colour kContourColour{0.16, 0.90, 0.62, 1};
-constexpr Colour kBoxColour{1.0, 0.72, 0.20, 0.95};
-constexpr Colour kLabelColour{0.06, 0.08, 0.11, 0.80};
-constexpr Colour kTextColour{1, 1, 1, 1};
-
-struct Destroy {
-  void operator()(cairo_surface_t* surface) const { cairo_surface_destroy(surface); }
-  void operator()(cairo_t* context) const { cairo_destroy(context); }
-};
-using Surface = std::unique_ptr<cairo_surface_t, Destroy>;
-using Context = std::unique_ptr<cairo_t, Destroy>;
-
-void require(cairo_status_t status) {
-  if (status == CAIRO_STATUS_NO_MEMORY) throw std::bad_alloc();
-  if (status != CAIRO_STATUS_SUCCESS) {
-    throw Failure(ExitStatus::kInternal, std::string("overlay: ") + cairo_status_to_string(status));
-  }
-}
-
-Surface makeSurface(int width, int height) {
-  Surface surface(cairo_image_surface_create(CAIRO_FORMAT_RGB24, width, height));
-  require(cairo_surface_status(surface.get()));
-  return surface;
-}
+constexpr Ink kHalo{0, 0, 0, 0.55};
+constexpr Ink kContourColour{0.16, 0.90, 0.62, 1};
+constexpr Ink kBoxColour{1.0, 0.72, 0.20, 0.95};
+constexpr Ink kLabelColour{0.06, 0.08, 0.11, 0.80};
+constexpr Ink kTextColour{1, 1, 1, 1};
 
 Surface toSurface(const GreyImage& image) {
   Surface surface = makeSurface(image.size.width, image.size.height);
@@ -132,24 +108,17 @@ class Drawing {
   }
 
   std::string png() {
-    std::string bytes;
     require(cairo_status(context_.get()));
-    require(cairo_surface_write_to_png_stream(surface_.get(), append, &bytes));
-    return bytes;
+    return toPng(surface_);
   }
 
  private:
-  static cairo_status_t append(void* bytes, const unsigned char* data, unsigned length) {
-    static_cast<std::string*>(bytes)->append(reinterpret_cast<const char*>(data), length);
-    return CAIRO_STATUS_SUCCESS;
-  }
-
   int scaled(int side) const { return std::max(1, static_cast<int>(std::lround(side * scale_))); }
 
   // Pixel centres of the image are integers, of the output half integers.
   double out(double coordinate) const { return (coordinate + 0.5) * scale_; }
 
-  void stroke(const Colour& colour, double width) {
+  void stroke(const Ink& colour, double width) {
     cairo_t* c = context_.get();
     set(kHalo);
     cairo_set_line_width(c, width + 1.6);
@@ -159,7 +128,7 @@ class Drawing {
     cairo_stroke(c);
   }
 
-  void set(const Colour& c) { cairo_set_source_rgba(context_.get(), c.red, c.green, c.blue, c.alpha); }
+  void set(const Ink& c) { cairo_set_source_rgba(context_.get(), c.red, c.green, c.blue, c.alpha); }
 
   bool isFree(const Rect& rect) const {
     const bool inside = rect.x >= 0 && rect.y >= 0 && rect.x + rect.width <= width_ && rect.y + rect.height <= height_;
@@ -201,9 +170,9 @@ double legibleScale(DaxiSize size) {
 std::string drawOverlay(const GreyImage& image, const Inspection& inspection, double scale) {
   if (scale == 0) scale = legibleScale(image.size);
   const double side = std::max(image.size.width, image.size.height);
-  if (side > kMostSide || side * scale > kMostSide) {
+  if (side > kMostDrawingSide || side * scale > kMostDrawingSide) {
     throw Failure(ExitStatus::kRefused,
-                  "overlay: the picture would be wider or higher than " + std::to_string(kMostSide));
+                  "overlay: the picture would be wider or higher than " + std::to_string(kMostDrawingSide));
   }
   Drawing drawing(image, scale);
   for (const BlobInfo& blob : inspection.blobs) drawing.box(blob);

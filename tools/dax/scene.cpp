@@ -4,6 +4,7 @@
 #include <cmath>
 #include <numbers>
 
+#include "random.h"
 #include "shapes.h"
 
 namespace dax::tool {
@@ -13,29 +14,6 @@ constexpr int kCell = 150;        // pixels; one part a cell
 constexpr int kSamples = 8;       // per pixel side
 constexpr int kLeastLevel = 165;  // of parts
 constexpr int kMostLevel = 215;
-
-// SplitMix64.
-class Random {
- public:
-  explicit Random(uint64_t seed) : state_(seed) {}
-
-  uint64_t bits() {
-    state_ += 0x9E3779B97F4A7C15u;
-    uint64_t z = state_;
-    z = (z ^ (z >> 30)) * 0xBF58476D1CE4E5B9u;
-    z = (z ^ (z >> 27)) * 0x94D049BB133111EBu;
-    return z ^ (z >> 31);
-  }
-
-  // An integer of [low, high].
-  int integer(int low, int high) { return low + static_cast<int>(bits() % static_cast<uint64_t>(high - low + 1)); }
-
-  // A multiple of 1/64 in [low, high].
-  double real(int low, int high) { return integer(low * 64, high * 64) / 64.0; }
-
- private:
-  uint64_t state_;
-};
 
 // A shape in its place. The angle is 2 atan(t) with a rational t, and so sine and cosine are quotients.
 struct Placed {

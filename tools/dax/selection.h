@@ -6,14 +6,9 @@
 
 #include "daxi/blob_select_v4.h"
 #include "grey_image.h"
+#include "workers.h"
 
 namespace dax::tool {
-
-// Threads that share the work on one image.
-struct Workers {
-  void* pool = nullptr;  // null: the calling thread alone
-  uint32_t count = 1;
-};
 
 // What a selection works on.
 struct Labelled {

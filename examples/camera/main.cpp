@@ -1,0 +1,164 @@
+// Inspects the frames of a GenICam camera: a host with its own threads, that goes on when the camera disappears and
+// comes back.
+#include <chrono>
+#include <cinttypes>
+#include <csignal>
+#include <cstdio>
+#include <memory>
+
+#include "camera.h"
+#include "inspector.h"
+#include "options.h"
+#include "report.h"
+#include "statistics.h"
+
+namespace live {
+
+namespace {
+
+using Clock = std::chrono::steady_clock;
+
+volatile std::sig_atomic_t stopped = 0;
+
+double seconds(Clock::duration duration) {
+  return std::chrono::duration<double>(duration).count();
+}
+
+class Session {
+ public:
+  explicit Session(const Options& options)
+      : options_(options), inspector_(options.threads, options.leastArea, options.maxCount) {}
+
+  int run() {
+    if (!connect()) return 3;
+    int status = 0;
+    try {
+      while (!finished()) {
+        watch();
+        if (!finished()) reconnect();
+      }
+    } catch (const InspectionError& error) {
+      std::fprintf(stderr, "inspect_camera: %s\n", error.what());
+      status = 1;
+    }
+    camera_.reset();
+    printStatistics();
+    if (!writeReport(options_.report, name_, statistics_, last_)) {
+      std::fprintf(stderr, "inspect_camera: cannot write %s\n", options_.report.c_str());
+      return 1;
+    }
+    std::printf("report: %s\n", options_.report.c_str());
+    return status;
+  }
+
+ private:
+  bool finished() const { return stopped || (options_.frames != 0 && statistics_.frames >= options_.frames); }
+
+  // The first time a camera has to be there: a wrong name should not wait for ever.
+  bool connect() {
+    try {
+      open();
+      return true;
+    } catch (const CameraError& error) {
+      const std::string seen = Camera::list();
+      std::fprintf(stderr, "inspect_camera: %s\n%s%s", error.what(),
+                   seen.empty()
+                       ? "No camera answers. Is it powered, in this network, and let through by the firewall?\n"
+                       : "Cameras that answer:\n",
+                   seen.c_str());
+      return false;
+    }
+  }
+
+  void open() {
+    // The camera that was there, not another one that answers first.
+    camera_ = std::make_unique<Camera>(options_.camera.empty() ? name_ : options_.camera, options_.framesPerSecond,
+                                       options_.queue);
+    name_ = camera_->name();
+    std::printf("camera: %s\n", name_.c_str());
+  }
+
+  // Inspects frames until the session ends, or the camera is lost and no frame of it waits any more.
+  void watch() {
+    const Clock::time_point opened = Clock::now();
+    Clock::time_point heard = opened, printed = opened;
+    const double secondsBefore = statistics_.connectedSeconds;
+    const uint64_t droppedBefore = statistics_.dropped;
+    Grab grab = Grab::kFrame;
+    while (!finished() && !(camera_->lost() && grab == Grab::kNothing)) {
+      grab = camera_->grab(100000, [this](const Frame& frame) { inspect(frame); });
+      const Clock::time_point now = Clock::now();
+      if (grab == Grab::kFrame) heard = now;
+      if (grab == Grab::kDamaged) ++statistics_.damaged;
+      if (seconds(now - heard) > options_.silence) camera_->markLost();
+      // The silence at the end of a connection is no time at which frames could have come.
+      statistics_.connectedSeconds = secondsBefore + seconds(heard - opened);
+      statistics_.dropped = droppedBefore + camera_->dropped();
+      if (seconds(now - printed) >= 1) {
+        printStatistics();
+        printed = now;
+      }
+    }
+  }
+
+  void inspect(const Frame& frame) {
+    const Clock::time_point start = Clock::now();
+    const std::vector<BlobInfo>& objects = inspector_.inspect(frame);
+    statistics_.inspection.add(1e3 * seconds(Clock::now() - start));
+    statistics_.latency.add(1e-3 * static_cast<double>(g_get_real_time() - frame.arrivedMicroseconds));
+    if (++statistics_.frames == 1) statistics_.firstFrame = frame.id;
+    last_ = {frame.id, frame.width, frame.height, objects};
+  }
+
+  void reconnect() {
+    std::printf("camera lost: waiting for it\n");
+    camera_.reset();
+    while (!finished()) {
+      try {
+        open();
+        ++statistics_.reconnections;
+        return;
+      } catch (const CameraError&) {
+        g_usleep(200000);
+      }
+    }
+  }
+
+  void printStatistics() const {
+    const Percentiles& inspection = statistics_.inspection;
+    const Percentiles& latency = statistics_.latency;
+    std::printf("%8" PRIu64 " frames  %6.1f/s  %4zu objects  inspection ms p50 %.2f p95 %.2f p99 %.2f  ",
+                statistics_.frames, statistics_.rate(), last_.objects.size(), inspection.at(50), inspection.at(95),
+                inspection.at(99));
+    std::printf("latency ms p50 %.2f p95 %.2f p99 %.2f  dropped %" PRIu64 "  damaged %" PRIu64 "\n", latency.at(50),
+                latency.at(95), latency.at(99), statistics_.dropped, statistics_.damaged);
+  }
+
+  const Options& options_;
+  Inspector inspector_;
+  std::unique_ptr<Camera> camera_;
+  std::string name_;
+  Statistics statistics_;
+  LastFrame last_;
+};
+
+}  // namespace
+
+}  // namespace live
+
+int main(int argc, char** argv) {
+  const live::Options options = live::parseOptions(argc, argv);
+  std::setvbuf(stdout, nullptr, _IOLBF, 0);
+  for (const int signal : {SIGINT, SIGTERM}) {
+    std::signal(signal, [](int) { live::stopped = 1; });
+  }
+  if (options.fake) arv_enable_interface("Fake");
+  int status = 1;
+  try {
+    status = live::Session(options).run();
+  } catch (const std::exception& error) {
+    std::fprintf(stderr, "inspect_camera: %s\n", error.what());
+  }
+  arv_shutdown();
+  return status;
+}

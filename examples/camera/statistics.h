@@ -1,0 +1,53 @@
+// Rate and latencies of a stream of frames.
+#pragma once
+
+#include <algorithm>
+#include <cmath>
+#include <cstddef>
+#include <cstdint>
+#include <vector>
+
+namespace live {
+
+// The latest values of a quantity, and their percentiles.
+class Percentiles {
+ public:
+  void add(double value) {
+    if (values_.size() < kMost) {
+      values_.push_back(value);
+    } else {
+      values_[next_] = value;
+      next_ = (next_ + 1) % kMost;
+    }
+  }
+
+  // Nearest rank: the least value that at least `percent` of them do not exceed; 0 without values.
+  double at(double percent) const {
+    if (values_.empty()) return 0;
+    std::vector<double> sorted = values_;
+    const auto count = static_cast<double>(sorted.size());
+    const auto rank = static_cast<std::ptrdiff_t>(std::max(1.0, std::ceil(percent / 100 * count))) - 1;
+    std::nth_element(sorted.begin(), sorted.begin() + rank, sorted.end());
+    return sorted[static_cast<size_t>(rank)];
+  }
+
+ private:
+  static constexpr size_t kMost = 10000;
+  std::vector<double> values_;
+  size_t next_ = 0;
+};
+
+struct Statistics {
+  uint64_t frames = 0;         // inspected
+  uint64_t firstFrame = 0;     // the camera's number of the first of them
+  uint64_t damaged = 0;        // incomplete, or not what was asked for
+  uint64_t dropped = 0;        // sent by the camera, and never seen here
+  uint64_t reconnections = 0;  // after a loss
+  double connectedSeconds = 0;
+  Percentiles inspection;  // milliseconds in the library
+  Percentiles latency;     // milliseconds from a frame's first packet to its result
+
+  double rate() const { return connectedSeconds > 0 ? static_cast<double>(frames) / connectedSeconds : 0; }
+};
+
+}  // namespace live

@@ -1,0 +1,212 @@
+// One generated call: the vocabulary in which a row says what the arguments of a function mean.
+//
+// A row names arguments as the prototype does and gives each a meaning; the call draws a value for it, valid unless the
+// argument is one of those to be spoiled, and lays out memory of exactly the size that the contract asks for with these
+// values. Memory that the contract does not give, as for an image of negative size, is an address that faults when it is
+// touched. Arguments are drawn when they are first asked for, so rows give scalars before what depends on them.
+#pragma once
+
+#include <algorithm>
+#include <cfloat>
+#include <deque>
+#include <functional>
+#include <initializer_list>
+#include <string>
+#include <vector>
+
+#include "dax/status.h"
+#include "tests/hostile/arena.h"
+#include "tests/hostile/function.h"
+#include "tests/support/mock_pool.h"
+#include "tests/support/test_image.h"
+
+namespace dax::hostile {
+
+using test::MockPool;
+using test::Random;
+
+enum class Role {
+  input,    // no call may change it
+  output,   // unchanged after a failure; the same from all twins
+  work,     // a work buffer: unchanged after a failure, of no meaning afterwards
+  foreign,  // changes as it likes: memory of the host, or results that differ from call to call
+};
+
+// A piece of memory that a call receives.
+struct Block {
+  std::string name;
+  uint8_t* data;
+  size_t bytes;
+  Role role;
+  size_t realBytes = 0;  // elements are floats of this size: any NaN is as good as another
+  // An image's rows; what lies between them is padding, which no call may change.
+  size_t rowBytes = 0, stepBytes = 0;
+  std::function<size_t()> meaningful = {};  // how many bytes mean something after success; not set: all
+  std::function<void()> tidy = {};          // clears what is between the fields of records, after every call
+  bool firm = false;                        // no failure changes it, whatever else it leaves behind
+  uint8_t* before = nullptr;
+  uint8_t* after = nullptr;
+};
+
+class Call {
+ public:
+  Call(const Function& function, Arena& arena, uint64_t seed);
+
+  // --- Chance ---
+  Random random;
+  bool chance(int32_t percent) { return random.below(100) < percent; }
+  int64_t between(int64_t low, int64_t high);
+  template <class T>
+  T pick(std::initializer_list<T> choices) {
+    return choices.begin()[random.below(static_cast<int32_t>(choices.size()))];
+  }
+  int64_t hostileInteger();
+  double hostileReal();
+
+  // --- Scalars: drawn once, then the same ---
+  int64_t number(const char* name, int64_t low, int64_t high);
+  int64_t anyOf(const char* name, std::initializer_list<int64_t> valid);
+  double real(const char* name, double low, double high);
+  // Sides from `least` on; small, wide or tall.
+  DaxiSize size(const char* name, int32_t least = 1);
+  // `valid` unless it is to be spoiled.
+  DaxiSize sizeOr(const char* name, DaxiSize valid);
+
+  // --- Memory ---
+  // An image and its step: rows of the size's width, the last one without padding.
+  void* image(const char* name, const char* step, DaxiSize size, int32_t channels = 1);
+  // An image that may be another one, with the same step.
+  void inPlace(const char* name, const char* step, const char* of, const char* stepOf);
+  // Marks an image as one whose pixels are not read: any size can be claimed.
+  void notRead(const char* name) { notRead_ = name; }
+  // `count` elements of the pointer's type. A negative count gives an address that faults.
+  void* array(const char* name, int64_t count);
+  // How many elements these sides make; -1 where one of them is below 1.
+  static int64_t product(std::initializer_list<int64_t> sides);
+  // A work buffer of as many bytes as the query says; an alignment below that of malloc is used.
+  void* work(const char* name, const std::function<DaxStatus(uint64_t*)>& query, size_t alignment = 16);
+  // An array of floats or doubles with numbers in it.
+  template <class Real>
+  Real* reals(const char* name, int64_t count) {
+    auto* const result = static_cast<Real*>(array(name, count));
+    if (const Block* const made = block(result)) fillReals(result, made->bytes / sizeof(Real));
+    return result;
+  }
+  // One record, zeroed; null where the argument is spoiled that way.
+  template <class T>
+  T* record(const char* name) {
+    T* const result = static_cast<T*>(array(name, 1));
+    if (result) std::memset(static_cast<void*>(result), 0, sizeof(T));
+    return result;
+  }
+  // Memory that records point to.
+  void* memory(const char* name, int64_t bytes, Role role, size_t alignment = 16);
+  template <class T>
+  T* elements(const char* name, int64_t count, Role role) {
+    return static_cast<T*>(memory(name, count * int64_t{sizeof(T)}, role, alignof(T)));
+  }
+  // Spoils a word of a record between two byte offsets, when its argument is one to be spoiled.
+  void spoilWord(const char* name, void* record, size_t from, size_t to);
+  // A record of 32-bit words that is passed by value.
+  template <class T>
+  T given(const char* name, T valid) {
+    if (drawn(name)) return get<T>(name);
+    spoilWord(name, &valid, 0, sizeof valid);
+    set(name, valid);
+    return valid;
+  }
+  // The host's pool, or none, and its number of threads where that is an argument.
+  void pool();
+
+  Block* block(const void* data);
+  Block* blockOf(const char* argument) { return block(get<void*>(argument)); }
+
+  // --- Contents ---
+  void fillBytes(void* data, size_t bytes);
+  void fillMask(uint8_t* data, size_t bytes);
+  // Multiples of 1/8 up to 1000; or else wild ones.
+  template <class Real>
+  void fillReals(Real* data, size_t count) {
+    const bool wild = chance(20);
+    for (size_t i = 0; i < count; ++i) {
+      data[i] = wild ? static_cast<Real>(std::clamp<double>(hostileReal(), -FLT_MAX, FLT_MAX))
+                     : static_cast<Real>(between(-8000, 8000)) / 8;
+    }
+  }
+
+  // --- Arguments as they are ---
+  bool has(const char* name) const { return find(name) >= 0; }
+  bool isSpoiled(const char* name) const;
+  template <class T>
+  void set(const char* name, const T& value) {
+    const auto i = static_cast<size_t>(index(name));
+    values[i].set(value);
+    isSet_[i] = true;
+  }
+  template <class T>
+  T get(const char* name) const {
+    return values[static_cast<size_t>(index(name))].get<T>();
+  }
+  int64_t integer(const char* name) const;
+
+  // --- What the driver must know ---
+  // A failure with this status may leave outputs written, but for firm ones.
+  void mayWriteOn(int64_t status) { partial.push_back(static_cast<uint64_t>(status)); }
+  bool worksBeforeFailing = false;  // a failure may leave work buffers written
+  // After each call that returned: tell what its result is worth comparing by, and release what it made.
+  std::function<uint64_t(uint64_t result)> settle;
+  bool once = false;  // the call cannot be repeated
+  std::string complaint;
+
+  // Gives every argument that the row has not mentioned the meaning of its name and type.
+  void complete();
+  std::string description() const;
+
+  const Function& function;
+  std::vector<Value> values;
+  std::deque<Block> blocks;  // whose addresses stay
+  std::vector<uint64_t> partial;
+  MockPool mock;
+  bool spoiledAny = false;
+
+ private:
+  int find(std::string_view name) const;
+  int index(const char* name) const;
+  const Type& type(const char* name) const { return function.arguments[static_cast<size_t>(index(name))].type; }
+  bool drawn(const char* name) const { return isSet_[static_cast<size_t>(index(name))]; }
+  void setInteger(const char* name, int64_t value);
+  int32_t step(const char* name, int64_t row);
+  void* place(const char* name, int64_t bytes, size_t alignment, Role role);
+  void completeArgument(size_t i);
+
+  Arena& arena_;
+  std::vector<bool> isSet_, spoiled_;
+  std::string_view notRead_;
+};
+
+// How a function's arguments are made. A pattern ends in * for all functions that begin so; the first that fits counts.
+struct Row {
+  enum Flag : unsigned {
+    plain = 0,
+    neverFails = 1,  // its result is no status, or always 0
+    neverSucceeds = 2,
+    varies = 4,  // another result every time
+    text = 8,    // the result is a string
+  };
+  const char* pattern;
+  void (*plan)(Call& call);
+  unsigned flags = plain;
+};
+
+// The rows of all families; null when a function has none.
+const Row* findRow(std::string_view function);
+const std::vector<Row>& frameRows();
+const std::vector<Row>& imageRows();
+const std::vector<Row>& blobRows();
+const std::vector<Row>& caliperRows();
+const std::vector<Row>& chessboardRows();
+const std::vector<Row>& optimRows();
+const std::vector<Row>& rangeRows();
+const std::vector<Row>& cloudRows();
+
+}  // namespace dax::hostile

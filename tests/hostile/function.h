@@ -1,0 +1,134 @@
+// An exported function as the driver sees it: its arguments by name and kind, and a way to call it.
+#pragma once
+
+#include <bit>
+#include <cstdint>
+#include <cstring>
+#include <string_view>
+#include <type_traits>
+#include <utility>
+#include <vector>
+
+#include "dax/types.h"
+
+namespace dax::hostile {
+
+enum class Kind { integer, real, size, record, function, pointer };
+
+struct Type {
+  Kind kind = Kind::record;
+  size_t bytes = 0;
+  bool isSigned = false;
+  // Of what a pointer points to: its size, 0 for void and opaque records.
+  size_t element = 0;
+  bool isConst = false;
+  bool isReal = false;
+};
+
+template <class T>
+constexpr size_t sizeOrZero() {
+  if constexpr (requires { sizeof(T); }) {
+    return std::is_void_v<T> ? 0 : sizeof(T);
+  } else {
+    return 0;
+  }
+}
+template <>
+constexpr size_t sizeOrZero<void>() {
+  return 0;
+}
+template <>
+constexpr size_t sizeOrZero<const void>() {
+  return 0;
+}
+
+template <class T>
+constexpr Type typeOf() {
+  Type type{Kind::record, sizeof(T)};
+  if constexpr (std::is_integral_v<T>) {
+    type = {Kind::integer, sizeof(T), std::is_signed_v<T>};
+  } else if constexpr (std::is_floating_point_v<T>) {
+    type = {Kind::real, sizeof(T), true};
+  } else if constexpr (std::is_same_v<T, DaxiSize>) {
+    type.kind = Kind::size;
+  } else if constexpr (std::is_pointer_v<T>) {
+    using Target = std::remove_pointer_t<T>;
+    type.kind = std::is_function_v<Target> ? Kind::function : Kind::pointer;
+    if constexpr (!std::is_function_v<Target>) type.element = sizeOrZero<Target>();
+    type.isConst = std::is_const_v<Target>;
+    using Plain = std::remove_const_t<Target>;
+    type.isReal = std::is_floating_point_v<Plain>;
+  }
+  return type;
+}
+
+// The bytes of one argument; records of up to 64 bytes may be passed by value.
+struct Value {
+  alignas(16) uint8_t bytes[64] = {};
+  template <class T>
+  T get() const {
+    static_assert(sizeof(T) <= sizeof(bytes) && std::is_trivially_copyable_v<T>);
+    T value;
+    std::memcpy(&value, bytes, sizeof(T));
+    return value;
+  }
+  template <class T>
+  void set(const T& value) {
+    static_assert(sizeof(T) <= sizeof(bytes) && std::is_trivially_copyable_v<T>);
+    std::memcpy(bytes, &value, sizeof(T));
+  }
+};
+
+using Code = void (*)();
+
+struct Argument {
+  const char* name;
+  Type type;
+};
+
+struct Function {
+  const char* name;
+  std::string_view returns;  // as it is written in the header
+  Code code;
+  uint64_t (*invoke)(Code code, const Value* values);
+  std::vector<Argument> arguments;
+
+  // A status that is not 0 says that the call has refused its arguments or failed.
+  bool returnsStatus() const { return returns == "DaxStatus" || returns == "int32_t"; }
+};
+
+template <class R>
+uint64_t resultBits(R result) {
+  if constexpr (std::is_pointer_v<R>) {
+    return reinterpret_cast<uintptr_t>(result);
+  } else if constexpr (std::is_floating_point_v<R>) {
+    return std::bit_cast<uint64_t>(static_cast<double>(result));
+  } else {
+    return static_cast<uint64_t>(result);
+  }
+}
+
+template <class R, class... A>
+Function describe(const char* name, std::string_view returns, R (*code)(A...), std::vector<const char*> names) {
+  Function function{name, returns, reinterpret_cast<Code>(code), nullptr, {}};
+  size_t i = 0;
+  (function.arguments.push_back({names.at(i++), typeOf<A>()}), ...);
+  function.invoke = [](Code untyped, [[maybe_unused]] const Value* values) -> uint64_t {
+    const auto typed = reinterpret_cast<R (*)(A...)>(untyped);
+    const auto call = [&]<size_t... I>(std::index_sequence<I...>) {
+      return typed(values[I].template get<A>()...);
+    };
+    if constexpr (std::is_void_v<R>) {
+      call(std::index_sequence_for<A...>{});
+      return 0;
+    } else {
+      return resultBits(call(std::index_sequence_for<A...>{}));
+    }
+  };
+  return function;
+}
+
+// Every exported function, in alphabetical order.
+const std::vector<Function>& allFunctions();
+
+}  // namespace dax::hostile

@@ -1,0 +1,216 @@
+"""Clouds: neighbours, normals and thinning against their definitions, pictures, threads, and what is refused."""
+
+import csv
+import json
+import math
+import random
+import struct
+
+import clouds
+import pictures
+import pytest
+from clouds import single
+
+
+def scattered(count, seed=1):
+    rng = random.Random(seed)
+    return [tuple(single(rng.uniform(-5, 5)) for _ in range(3)) for _ in range(count)]
+
+
+def sphere(count, radius=10.0):
+    """Points spread evenly (a golden spiral)."""
+    points = []
+    for i in range(count):
+        z = 1 - (2 * i + 1) / count
+        r, angle = math.sqrt(1 - z * z), math.pi * (1 + math.sqrt(5)) * i
+        points.append(tuple(single(radius * c) for c in (r * math.cos(angle), r * math.sin(angle), z)))
+    return points
+
+
+def write(tmp_path, points, name="in.ply"):
+    make = clouds.ply if name.endswith(".ply") else clouds.pcd
+    (tmp_path / name).write_bytes(make(points, "binary_little_endian" if name.endswith(".ply") else "binary"))
+
+
+def read(tmp_path, name):
+    return clouds.read_cloud((tmp_path / name).read_bytes())
+
+
+FORMATS = {
+    "ply text": lambda p: clouds.ply(p), "ply binary": lambda p: clouds.ply(p, "binary_little_endian"),
+    "ply crlf": lambda p: clouds.ply(p, eol="\r\n"),
+    "ply faces": lambda p: clouds.ply(p, more="element face 1\nproperty list uchar int vertex_indices") + b"3 0 1 2\n",
+    "ply doubles": lambda p: clouds.ply([(1, *q, 7) for q in p], "binary_little_endian", ("red", "x", "y", "z", "w"),
+                                        types=["uchar", "double", "double", "double", "short"]),
+    "ply order": lambda p: clouds.ply([(z, x, y) for x, y, z in p], names=("z", "x", "y")),
+    "pcd text": lambda p: clouds.pcd(p), "pcd binary": lambda p: clouds.pcd(p, "binary"),
+    "pcd grid": lambda p: clouds.pcd(p, "binary", sides=(len(p) // 2, 2)),
+    "pcd fields": lambda p: clouds.pcd([(*q, 0.5) for q in p], "binary", ("x", "y", "z", "rgb")),
+}
+
+
+@pytest.mark.parametrize("form", FORMATS)
+def test_formats(dax, tmp_path, form):
+    points = scattered(10)
+    (tmp_path / "in").write_bytes(FORMATS[form](points))
+    for result in ("out.ply", "out.pcd"):
+        dax("cloud", "normals", "in", result, "--k", "4")
+        assert [row[:3] for row in read(tmp_path, result)] == points
+
+
+def test_normals_are_read_and_written(dax, tmp_path):
+    points = sphere(300)
+    write(tmp_path, points)
+    dax("cloud", "normals", "in.ply", "a.ply")
+    dax("cloud", "normals", "in.ply", "b.pcd", "--ascii")
+    assert read(tmp_path, "a.ply") == [tuple(map(single, row)) for row in read(tmp_path, "b.pcd")]
+    assert json.loads(stats(dax, tmp_path, "b.pcd"))["normals"] and json.loads(stats(dax, tmp_path, "a.ply"))["normals"]
+
+
+def stats(dax, tmp_path, name):
+    dax("cloud", "stats", name, "stats.json")
+    return (tmp_path / "stats.json").read_text()
+
+
+def test_nan_points_are_left_out(dax, tmp_path):
+    good, nan, inf = scattered(6), float("nan"), float("inf")
+    points = [good[0], (nan, 0.0, 0.0), *good[1:4], (0.0, -inf, 1.0), *good[4:], (nan, nan, nan)]
+    for form in (clouds.ply(points), clouds.ply(points, "binary_little_endian"), clouds.pcd(points, "binary")):
+        (tmp_path / "in").write_bytes(form)
+        run = dax("cloud", "knn", "in", "out.csv", "--k", "1")
+        assert run.err == "dax: in: 3 points without finite coordinates left out\n"
+        assert len((tmp_path / "out.csv").read_text().splitlines()) == 1 + len(good)
+        told = json.loads(stats(dax, tmp_path, "in"))
+        assert (told["points"], told["dropped"]) == (6, 3)
+
+
+@pytest.mark.parametrize("count, k", [(1, 3), (5, 8), (200, 1), (200, 7)])
+def test_neighbours(dax, tmp_path, count, k):
+    points = scattered(count)
+    write(tmp_path, points)
+    dax("cloud", "knn", "in.ply", "out.csv", "--k", k)
+    rows = list(csv.DictReader((tmp_path / "out.csv").open()))
+    found = min(count, k)
+    assert [(int(r["point"]), int(r["rank"])) for r in rows] == [(i, j) for i in range(count) for j in range(found)]
+    for row in rows:
+        point = points[int(row["point"])]
+        expected = sorted(math.dist(point, other) for other in points)[int(row["rank"])]
+        assert float(row["distance"]) == pytest.approx(expected, rel=1e-5, abs=1e-6)
+        assert math.dist(point, points[int(row["neighbour"])]) == pytest.approx(expected, rel=1e-5, abs=1e-6)
+
+
+def test_normals_of_a_sphere(dax, tmp_path):
+    points = sphere(2000)
+    write(tmp_path, points)
+    for viewpoint, seen in (("0,0,0", lambda z: False), ("0,0,1000", lambda z: z > 0.1)):
+        dax("cloud", "normals", "in.ply", "out.ply", "--viewpoint", viewpoint)
+        for x, y, z, nx, ny, nz, curvature in read(tmp_path, "out.ply"):
+            outward = (x * nx + y * ny + z * nz) / 10
+            assert abs(outward) > 0.995 and 0 < curvature < 0.02
+            assert abs(z - 0.1) < 0.2 or (outward > 0) == seen(z)  # the rim is seen along its plane
+
+
+def test_radius(dax, tmp_path):
+    """Neighbours at and beyond the radius do not count: four points of a small square stand out from a large one."""
+    square = [(x * 1.0, y * 1.0, 0.5 * x) for x in (0, 1) for y in (0, 1)]
+    write(tmp_path, square + [(100.0 + x, 0.0, 0.0) for x in range(3)])
+    dax("cloud", "normals", "in.ply", "out.ply", "--k", "8", "--radius", "5", "--viewpoint", "0,0,99")
+    rows = read(tmp_path, "out.ply")
+    tilt = math.hypot(1, 0.5)
+    assert all(row[3:6] == pytest.approx((-0.5 / tilt, 0, 1 / tilt), abs=1e-5) for row in rows[:4])
+    assert all(row[3:] == (0, 0, 1, 0) for row in rows[4:])
+
+
+@pytest.mark.parametrize("leaf", [(1.0, 1.0, 1.0), (3.0, 0.7, 20.0)])
+def test_downsample(dax, tmp_path, leaf):
+    points = scattered(3000)
+    write(tmp_path, points, "in.pcd")
+    value = "1" if leaf[0] == leaf[1] else ",".join(map(str, leaf))
+    run = dax("cloud", "downsample", "in.pcd", "out.pcd", "--leaf", value)
+    cells = {}
+    for point in points:
+        key = tuple(int(single(c * single(1 / single(size)))) for c, size in zip(point, leaf))
+        cells.setdefault(key[::-1], []).append(point)
+    assert run.out == f"{len(cells)} of 3000 points\n"
+    for found, key in zip(read(tmp_path, "out.pcd"), sorted(cells), strict=True):
+        assert found == pytest.approx([sum(c) / len(c) for c in zip(*cells[key])], abs=1e-5)
+
+
+def test_stats(dax, tmp_path):
+    write(tmp_path, [(x * 1.0, y * 2.0, 5.0) for x in range(4) for y in range(3)] + [(10.0, 0.0, 5.0)])
+    told = json.loads(stats(dax, tmp_path, "in.ply"))
+    assert (told["points"], told["least"], told["most"]) == (13, [0, 0, 5], [10, 4, 5])
+    assert told["centroid"] == pytest.approx([28 / 13, 24 / 13, 5])
+    assert told["spacing"] == pytest.approx({"least": 1, "median": 1, "mean": 19 / 13, "most": 7})
+    assert dax("cloud", "stats", "in.ply").out.splitlines()[0].split() == ["points", "13"]
+
+
+def test_range_files_are_clouds(dax, tmp_path):
+    (tmp_path / "in.range").write_bytes(clouds.range_file([[1, None, 3], [4, 5, 6]], scale=(2, 3, 0.5)))
+    told = json.loads(stats(dax, tmp_path, "in.range"))
+    assert (told["points"], told["least"], told["most"]) == (5, [0, 0, 0.5], [4, 3, 3])
+
+
+@pytest.mark.parametrize("command", [["normals", "out.ply"], ["knn", "out.csv"]])
+def test_threads_do_not_matter(dax, tmp_path, command):
+    write(tmp_path, scattered(40000))
+    results = []
+    for threads in (1, 2, 3, 64):
+        dax("cloud", command[0], "in.ply", command[1], "--k", "6", "--threads", threads)
+        results.append((tmp_path / command[1]).read_bytes())
+    assert all(result == results[0] for result in results)
+
+
+def test_picture_of_a_sphere(dax, tmp_path):
+    """Round, in the middle, bright to the upper left, dark to the lower right, with the background around it."""
+    write(tmp_path, sphere(4000))
+    for up in "xyz":
+        dax("cloud", "stats", "in.ply", "--picture", "out.png", "--picture-size", "200x160", "--up", up)
+        rows, pixel = pictures.read_png((tmp_path / "out.png").read_bytes())
+        grey = [[sum(row[3 * x : 3 * x + 3]) for x in range(200)] for row in rows]
+        background = grey[0][0]
+        assert (len(rows), pixel) == (160, 3) and grey[159][199] == grey[80][20] == background
+        disc = [(x, y) for y in range(160) for x in range(200) if grey[y][x] != background]
+        assert len(disc) == pytest.approx(math.pi * 60 * 60, rel=0.1)
+        assert sum(x for x, _ in disc) / len(disc) == pytest.approx(100, abs=2)
+        assert grey[50][75] > 2 * grey[115][130]
+
+
+def test_pictures_of_other_commands(dax, tmp_path):
+    write(tmp_path, sphere(500))
+    for arguments in (["normals", "in.ply", "a.ply"], ["downsample", "in.ply", "b.ply", "--leaf", "2"],
+                      ["knn", "in.ply", "c.csv", "--k", "2"]):
+        dax("cloud", *arguments, "--picture", f"{arguments[0]}.png", "--view", "30,-90", "--picture-size", "64x64")
+        rows, _ = pictures.read_png((tmp_path / f"{arguments[0]}.png").read_bytes())
+        assert len({bytes(row) for row in rows}) > 5
+
+
+@pytest.mark.parametrize("arguments", [
+    [], ["normals", "in.ply"], ["smooth", "in.ply", "out.ply"], ["normals", "in.ply", "out.txt"],
+    ["normals", "in.ply", "out.ply", "--k", "3"], ["normals", "in.ply", "out.ply", "--k", "257"],
+    ["normals", "in.ply", "out.ply", "--radius", "0"], ["normals", "in.ply", "out.ply", "--viewpoint", "1,2"],
+    ["normals", "in.ply", "out.ply", "--viewpoint", "1,2,inf"], ["normals", "in.ply", "out.ply", "--threads", "65"],
+    ["downsample", "in.ply", "out.ply"], ["downsample", "in.ply", "out.ply", "--leaf", "0"],
+    ["downsample", "in.ply", "out.ply", "--leaf", "1,2"], ["downsample", "in.ply", "out.ply", "--leaf", "1,1,-1"],
+    ["knn", "in.ply", "out.ply"], ["knn", "in.ply", "out.csv", "--k", "0"], ["stats", "in.ply", "out.txt"],
+    ["stats", "in.ply", "--picture", "out.jpg"], ["stats", "in.ply", "--picture", "in.ply"],
+    ["stats", "in.ply", "--view", "1"], ["stats", "in.ply", "--up", "w"], ["stats", "in.ply", "--picture-size", "9x9"]])
+def test_usage_errors(dax, tmp_path, arguments):
+    write(tmp_path, scattered(10))
+    run = dax("cloud", *arguments, status=2)
+    assert run.out == "" and run.err.startswith("dax: ") and run.err.count("\n") == 1
+    assert [path.name for path in tmp_path.iterdir()] == ["in.ply"]
+
+
+def test_refusals(dax, tmp_path):
+    write(tmp_path, scattered(10))
+    assert "voxel grid refused" in dax("cloud", "downsample", "in.ply", "out.ply", "--leaf", "1e-5", status=5).err
+    for name in ("none/out.ply", "in.ply/out.ply"):
+        assert "cannot be written" in dax("cloud", "normals", "in.ply", name, status=4).err
+    assert [path.name for path in tmp_path.iterdir()] == ["in.ply"]
+
+
+def test_help(dax):
+    for command in (["range"], ["cloud"], ["range", "convert"], ["cloud", "normals"]):
+        text = dax(*command, "--help").out
+        assert all(f"\n  {status}  " in text for status in range(8)) and max(map(len, text.splitlines())) <= 100

@@ -1,0 +1,58 @@
+#include "cloud_file.h"
+
+#include <fstream>
+
+#include "failure.h"
+#include "input_file.h"
+#include "output_file.h"
+#include "pcd_format.h"
+#include "ply_format.h"
+#include "point_rows.h"
+#include "range_image.h"
+#include "text.h"
+
+namespace dax::tool {
+namespace {
+
+namespace fs = std::filesystem;
+
+std::string firstBytes(const fs::path& path) {
+  requireRegularFile(path);
+  std::string bytes(16, '\0');
+  std::ifstream file(path, std::ios::binary);
+  file.read(bytes.data(), static_cast<std::streamsize>(bytes.size()));
+  bytes.resize(static_cast<size_t>(file.gcount()));
+  return bytes;
+}
+
+Failure cannotRead(const fs::path& path, const std::string& what) {
+  return {ExitStatus::kCannotRead, printable(path.string()) + ": " + what};
+}
+
+}  // namespace
+
+Cloud readCloud(const fs::path& path) {
+  const std::string magic = firstBytes(path);
+  try {
+    if (isPly(magic)) return readPly(readFile(path));
+    if (isPcd(magic)) return readPcd(readFile(path));
+  } catch (const FormatError& error) {
+    throw cannotRead(path, error.what());
+  }
+  return RangeImage::read(path).toCloud();
+}
+
+bool hasCloudExtension(const fs::path& path) {
+  return path.extension() == ".ply" || path.extension() == ".pcd";
+}
+
+void requireCloudName(const fs::path& path) {
+  if (hasCloudExtension(path)) return;
+  throw Failure(ExitStatus::kUsage, printable(path.string()) + ": does not end in .ply or .pcd");
+}
+
+void writeCloud(const fs::path& path, const Cloud& cloud, bool text) {
+  writeFile(path, path.extension() == ".pcd" ? writePcd(cloud, text) : writePly(cloud, text));
+}
+
+}  // namespace dax::tool

@@ -1,0 +1,31 @@
+// Surfaces to draw on with cairo.
+#pragma once
+
+#include <cairo.h>
+
+#include <memory>
+#include <string>
+
+#include "colour_image.h"
+
+namespace dax::tool {
+
+struct DestroyDrawing {
+  void operator()(cairo_surface_t* surface) const { cairo_surface_destroy(surface); }
+  void operator()(cairo_t* context) const { cairo_destroy(context); }
+};
+using Surface = std::unique_ptr<cairo_surface_t, DestroyDrawing>;
+using Context = std::unique_ptr<cairo_t, DestroyDrawing>;
+
+// Throws std::bad_alloc or Failure(kInternal) for a status that is no success.
+void require(cairo_status_t status);
+
+inline constexpr int kMostDrawingSide = 32767;
+Surface makeSurface(int width, int height);
+
+// The pixels of an image of at most kMostDrawingSide to the upper left, on a surface that is as large or larger.
+void paint(const ColourImage& image, const Surface& surface);
+
+std::string toPng(const Surface& surface);
+
+}  // namespace dax::tool
