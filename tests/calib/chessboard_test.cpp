@@ -145,6 +145,23 @@ TEST(Chessboard, ImagesWithoutABoard) {
   EXPECT_FALSE(findQuads(smallest, {3, 3}, 1, 18).found);
 }
 
+// The largest board, and as many dark squares beside it as make 800 regions, or one more.
+TEST(Chessboard, AtMostEightHundredRegions) {
+  constexpr int32_t kBoardSquares = 338, kSide = 12;
+  for (const auto& [regions, found] : {std::pair{800, true}, {801, false}}) {
+    Image image({1024, 670});
+    image.fill([](int32_t, int32_t) { return 200; });
+    const auto darken = [&](int32_t left, int32_t top) {
+      for (int32_t y = top; y < top + kSide; ++y) std::fill_n(image.row(y) + left, kSide, uint8_t{40});
+    };
+    for (int32_t i = 0; i < 26 * 26; ++i) {
+      if ((i % 26 + i / 26) % 2 == 0) darken(20 + kSide * (i % 26), 20 + kSide * (i / 26));
+    }
+    for (int32_t i = 0; i < regions - kBoardSquares; ++i) darken(350 + 30 * (i % 22), 12 + 30 * (i / 22));
+    EXPECT_EQ(findQuads(image, {25, 25}, DAXI_CHESSBOARD_OTSU).found, found) << regions;
+  }
+}
+
 // More than 3 below the mean of a window whose sides follow from the image's, the edges going on outside.
 TEST(ChessboardMask, LocalMeanByDefinition) {
   for (const DaxiSize size : {DaxiSize{64, 65}, {128, 129}, {131, 64}, {256, 257}, {513, 70}}) {

@@ -202,6 +202,7 @@ TEST(CaliperHostile, RegionsFarOutsideAndTiny) {
       for (const float side : {1.0f, 1.4f, 3.0f, 40.0f, 3000.0f}) {
         checkProfile(image, CaliperBox{x, y, side, 5, angle});
         checkProfile(image, CaliperBox{0, y, 7, side, angle});
+        checkProfile(image, CaliperRhomboid{x, y, side, 5, angle, angle + 1});
         if (side < 3000) checkProfile(image, CaliperAnnulus{x, 0, side, side + 3, angle, 6.2831855f});
       }
     }
@@ -216,6 +217,19 @@ TEST(CaliperHostile, RegionsFarOutsideAndTiny) {
   const Measured got = measure(image, wide, edgeConfig(1));
   EXPECT_EQ(got.profile.front(), image.at(0, 0));
   EXPECT_EQ(got.profile.back(), image.at(29, 29));
+}
+
+// Every second sample rises by 5, the others fall: the response changes its sign from each to the next, but at the ends.
+TEST(CaliperHostile, EverySampleAnEdge) {
+  Gray image({100, 4});
+  image.fill([](int32_t x, int32_t) { return x % 2 == 0 ? 5 * (x / 2) : 255 - 5 * (x / 2); });
+  const CaliperBox box{50, 1.5f, 100, 4, 0};
+  CaliperEdgeCfg cfg = edgeConfig(1, 3, 1, 1);
+  EXPECT_EQ(measure(image, box, cfg).edges.size(), 96u);
+  cfg.maxEdges = 1;
+  EXPECT_EQ(measure(image, box, cfg).edges.size(), 1u);
+  cfg.edgeChoice = 98;
+  EXPECT_EQ(measure(image, box, cfg).edges.at(0).index, 97);
 }
 
 }  // namespace

@@ -15,6 +15,8 @@ struct Command {
 
 Command addInspect(CLI::App& app);
 Command addFilter(CLI::App& app);
+Command addCaliper(CLI::App& app);
+Command addLine(CLI::App& app);
 Command addFit(CLI::App& app);
 Command addRenderScene(CLI::App& app);
 Command addRange(CLI::App& app);

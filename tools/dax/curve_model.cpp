@@ -134,7 +134,8 @@ class Exponential : public Function {
   Exponential() : Function("exponential", "y = amplitude exp(rate x) + offset", {"amplitude", "rate", "offset"}) {}
   Values start(const Points& framed) const override {
     Search search;
-    for (double rate = 0.05; rate < 80; rate *= 1.5) {
+    for (int k = 0; k < 19; ++k) {
+      const double rate = 0.05 * std::pow(1.5, k);
       for (const double r : {rate, -rate}) {
         search.tryOut(framed, 2, {r},
                       [r](double u, double, double* f) { f[0] = std::exp(r * u - std::fabs(r)), f[1] = 1; });
@@ -165,8 +166,11 @@ class Gaussian : public Function {
                  {"height", "centre", "sigma", "offset"}) {}
   Values start(const Points& framed) const override {
     Search search;
-    for (double sigma = 0.02; sigma < 1.5; sigma *= 1.5) {
-      for (double centre = -1; centre < 1.01; centre += std::min(sigma, 0.1)) {
+    for (int k = 0; k < 11; ++k) {
+      const double sigma = 0.02 * std::pow(1.5, k);
+      const int centres = static_cast<int>(std::ceil(2 / std::min(sigma, 0.1)));
+      for (int i = 0; i <= centres; ++i) {
+        const double centre = 2.0 * i / centres - 1;
         search.tryOut(framed, 2, {centre, sigma}, [=](double u, double, double* f) {
           const double t = (u - centre) / sigma;
           f[0] = std::exp(-0.5 * t * t), f[1] = 1;
@@ -200,9 +204,9 @@ class Sine : public Function {
   // From a quarter of a cycle up to what the number of points can tell.
   Values start(const Points& framed) const override {
     Search search;
-    const double most = std::min(0.5 * static_cast<double>(framed.x.size()), 250.0);
-    for (double cycles = 0.25; cycles <= most; cycles += 0.25) {
-      const double w = std::numbers::pi * cycles;
+    const auto most = std::min<size_t>(2 * framed.x.size(), 1000);
+    for (size_t quarters = 1; quarters <= most; ++quarters) {
+      const double w = std::numbers::pi / 4 * static_cast<double>(quarters);
       search.tryOut(framed, 3, {w},
                     [w](double u, double, double* f) { f[0] = std::sin(w * u), f[1] = std::cos(w * u), f[2] = 1; });
     }

@@ -1,32 +1,19 @@
 #include "listing.h"
 
 #include <algorithm>
-#include <iomanip>
 #include <nlohmann/json.hpp>
 
+#include "columns.h"
 #include "text.h"
 
 namespace dax::tool {
 namespace {
 
 using Json = nlohmann::ordered_json;
-using Fields = std::vector<std::string>;
 
 std::string levels(const Inspection& inspection) {
   const std::string low = std::to_string(inspection.low);
   return inspection.low == inspection.high ? low : low + ".." + std::to_string(inspection.high);
-}
-
-// Right-aligned columns two spaces apart.
-void writeColumns(std::ostream& out, const std::vector<Fields>& lines) {
-  std::vector<size_t> widths(lines.front().size());
-  for (const Fields& line : lines) {
-    for (size_t i = 0; i < widths.size(); ++i) widths[i] = std::max(widths[i], line[i].size());
-  }
-  for (const Fields& line : lines) {
-    for (size_t i = 0; i < widths.size(); ++i) out << "  " << std::setw(static_cast<int>(widths[i])) << line[i];
-    out << '\n';
-  }
 }
 
 void writeBlobs(std::ostream& out, const Inspection& inspection, const InspectionSettings& settings) {
@@ -60,11 +47,6 @@ void writeSection(std::ostream& out, const Outcome& outcome, const InspectionSet
   out << outcome.file << ": " << summary(outcome.inspection, settings) << '\n';
   writeBlobs(out, outcome.inspection, settings);
   if (settings.rejected) writeRejected(out, outcome.inspection, settings);
-}
-
-// The shortest decimal again: a float handed over as a double would show digits that it does not have.
-double decimal(float value) {
-  return parseNumber(shortest(value)).value_or(0);
 }
 
 Json toJson(const BlobInfo& blob, const std::vector<Feature>& features, bool scored) {

@@ -20,6 +20,8 @@ constexpr const char* kFooter =
     "Examples:\n"
     "  dax inspect parts.png --area 200.. --report parts.html\n"
     "  dax filter noisy.png clean.png --median3 --compare specks.png\n"
+    "  dax caliper parts.png --box 120,80,60,16,0 --pair --plot profile.png\n"
+    "  dax line parts.png --from 40,200 --to 360,210 --calipers 30 --overlay line.png\n"
     "  dax fit decay.csv --model exponential --plot decay.svg\n"
     "  dax render-scene scene.png --truth scene.json\n"
     "  dax range convert heights.png parts.range --scale 0.1,0.1,0.01\n"
@@ -43,8 +45,8 @@ ExitStatus dispatch(int argc, char** argv) {
   app.set_help_flag("-h,--help", "show this help");
   app.require_subcommand(1);
   app.footer(std::string(kFooter) + kExitStatusHelp);
-  const Command commands[] = {addInspect(app),     addFilter(app), addFit(app),
-                              addRenderScene(app), addRange(app),  addCloud(app)};
+  const Command commands[] = {addInspect(app), addFilter(app),      addCaliper(app), addLine(app),
+                              addFit(app),     addRenderScene(app), addRange(app),   addCloud(app)};
   try {
     app.parse(argc, argv);
   } catch (const CLI::ParseError& error) {

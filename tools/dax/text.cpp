@@ -84,6 +84,10 @@ std::string shortest(float value) {
   return {text, std::to_chars(text, text + sizeof text, value).ptr};
 }
 
+double decimal(float value) {
+  return parseNumber(shortest(value)).value_or(0);
+}
+
 std::string fixed(double value, int decimals) {
   char text[384];
   std::snprintf(text, sizeof text, "%.*f", decimals, value);

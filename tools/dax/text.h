@@ -31,6 +31,9 @@ std::optional<std::pair<std::string_view, std::string_view>> splitPair(std::stri
 // The shortest decimal that reads back as the same single-precision value.
 std::string shortest(float value);
 
+// That decimal again as a number: a float handed over as a double would show digits that it does not have.
+double decimal(float value);
+
 std::string fixed(double value, int decimals);
 
 // Text with control characters and malformed UTF-8 replaced by U+FFFD: one line, safe for terminals and documents.
