@@ -92,10 +92,10 @@ def least_squares(
     """Minimises half the sum of squared residuals.
 
     residuals(x): (m,) at x of (n,). jacobian(x): derivatives (m, n) as a dense array, a SparseMatrix, a SciPy sparse
-    matrix, or a tuple of triplets (rows, columns, values); without it by forward differences of 1e-6. method: sparse Cholesky
-    factors, or conjugate gradients for large problems, with blocks of cg_block parameters (1..16) as preconditioner.
-    huber: residuals above it count linearly. elements: most elements of the Jacobian, where that changes; otherwise as
-    many as at x0.
+    matrix, or a tuple of triplets (rows, columns, values); without it by forward differences of 1e-6. method: sparse
+    Cholesky factors, or conjugate gradients for large problems, with blocks of cg_block parameters (1..16) as
+    preconditioner. huber: residuals above it count linearly. elements: most elements of the Jacobian, where that
+    changes; otherwise as many as at x0.
 
     >>> t = np.arange(5.0)
     >>> found = dax.least_squares(lambda x: x[0] * np.exp(-x[1] * t) - 3 * np.exp(-0.5 * t), [1, 1])
