@@ -432,5 +432,76 @@ TEST(Digests, Speckles) {
   EXPECT_EQ(digest.value(), 0xDD2744EE5B17CEACu);
 }
 
+// Points {x, y, z} of fine coordinates, and in turn of coarse ones, with many ties.
+std::vector<float> makeCloud() {
+  TestImage<int16_t> coordinates({3, 3000});
+  coordinates.randomize(11);
+  std::vector<float> points;
+  for (int32_t y = 0; y < 3000; ++y) {
+    for (int32_t x = 0; x < 3; ++x) {
+      const int16_t c = coordinates.at(x, y);
+      points.push_back(y % 2 == 0 ? static_cast<float>(c) / 4096 : static_cast<float>(c / 4096));
+    }
+  }
+  return points;
+}
+
+template <class Query, class... Arguments>
+std::vector<uint64_t> allocate(Query query, Arguments... arguments) {
+  uint64_t bytes = 0;
+  EXPECT_EQ(query(arguments..., &bytes), DAX_STS_OK);
+  return std::vector<uint64_t>(bytes / 8);
+}
+
+TEST(Digests, KdTreeOnPool) {
+  constexpr int32_t kCount = 3000, kWithin = 50;
+  const std::vector<float> points = makeCloud();
+  auto block = allocate(DAX3DPCL_SEARCH_KDTREE_V2_BufferSize, kCount, 3);
+  auto boxes = allocate(DAX3DPCL_SEARCH_KDTREE_Build_V2_BufferSize, kCount, 3);
+  auto* const tree = reinterpret_cast<DAX3DPCL_KDTREE_V2*>(block.data());
+  ASSERT_EQ(DAX3DPCL_SEARCH_KDTREE_BuildIndex_V2(tree, points.data(), kCount, 3, 10, boxes.data()), DAX_STS_OK);
+  for (uint32_t threads = 1; threads <= 16; ++threads) {
+    AnyPool pool(threads);
+    auto stack = allocate(DAX3DPCL_SEARCH_KDTREE_KNearestSearch_V2_mt_BufferSize, kCount, threads);
+    Digest digest;
+    digest.add(tree->index, sizeof(uint32_t) * kCount);
+    std::vector<uint32_t> indices(size_t{kCount} * 80);
+    std::vector<float> distances(indices.size());
+    std::vector<int32_t> counts(kCount);
+    const auto add = [&](DaxStatus status) {
+      ASSERT_EQ(status, DAX_STS_OK);
+      digest.add(indices.data(), sizeof(uint32_t) * indices.size());
+      digest.add(distances.data(), sizeof(float) * distances.size());
+      digest.add(counts.data(), sizeof(int32_t) * counts.size());
+    };
+    for (const int32_t k : {1, 16, 80}) {
+      add(DAX3DPCL_KDTREE_KNearestSearch_MT(pool.get(), threads, tree, points.data(), kCount, 3, k, indices.data(),
+                                            distances.data(), counts.data(), stack.data()));
+    }
+    add(DAX3DPCL_KDTREE_RNearestSearch_MT(pool.get(), threads, tree, points.data(), kCount, 3, kWithin, indices.data(),
+                                          distances.data(), counts.data(), stack.data(), 1.3f));
+    EXPECT_EQ(digest.value(), 0xF7F97F00F136D61Eu) << threads << " threads";
+  }
+}
+
+TEST(Digests, Normals) {
+  constexpr int32_t kCount = 3000;
+  const std::vector<float> points = makeCloud();
+  auto block = allocate(DAX3DPCL_SEARCH_KDTREE_BufferSize, kCount, 3);
+  auto* const tree = reinterpret_cast<DAX3DPCL_KDTREE*>(block.data());
+  ASSERT_EQ(DAX3DPCL_SEARCH_KDTREE_BuildIndex(tree, points.data(), kCount, 3, 10), DAX_STS_OK);
+  Digest digest;
+  for (const int32_t k : {5, 16, 80}) {
+    auto buffer = allocate(DAX3DPCL_FEATURE_NORM_PCAEstimate_BufferSize, kCount, k);
+    std::vector<DAX3DPCL_NORMAL> normals(kCount);
+    const float viewpoint[3] = {1, 2, 30};
+    ASSERT_EQ(DAX3DPCL_FEATURE_NORM_PCAEstimate(points.data(), kCount, tree, k, viewpoint, normals.data(),
+                                                buffer.data(), 2.5f),
+              DAX_STS_OK);
+    digest.add(normals.data(), sizeof(DAX3DPCL_NORMAL) * kCount);
+  }
+  EXPECT_EQ(digest.value(), 0x9B138E3B4C263ADBu);
+}
+
 }  // namespace
 }  // namespace dax::test
