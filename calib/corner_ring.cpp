@@ -4,7 +4,7 @@
 #include <array>
 #include <cmath>
 
-#include "frame/math.h"
+#include "calib/vector2.h"
 #include "frame/rows.h"
 
 namespace dax {
@@ -66,16 +66,9 @@ DaxiPoint32f directionAt(const DaxiPoint32f* directions, int32_t count, double p
   return {a.x + f * (b.x - a.x), a.y + f * (b.y - a.y)};
 }
 
-// The line through two opposite changes.
-DaxiPoint32f lineThrough(DaxiPoint32f a, DaxiPoint32f b) {
-  const float x = a.x - b.x, y = a.y - b.y;
-  const float length = std::sqrt(x * x + y * y);
-  return length > 0 ? DaxiPoint32f{x / length, y / length} : DaxiPoint32f{1, 0};
-}
-
 CornerEdges edgesOf(const Changes& c, const DaxiPoint32f* directions, int32_t count) {
   const auto at = [&](size_t i) { return directionAt(directions, count, c.at[i]); };
-  const DaxiPoint32f even = lineThrough(at(0), at(2)), odd = lineThrough(at(1), at(3));
+  const DaxiPoint32f even = unit(at(0) - at(2)), odd = unit(at(1) - at(3));
   return c.firstIntoDark ? CornerEdges{even, odd} : CornerEdges{odd, even};
 }
 
@@ -115,21 +108,11 @@ RingView viewRing(const float* samples, const DaxiPoint32f* directions, int32_t 
   return view;
 }
 
-void ringDirections(DaxiPoint32f* directions, int32_t count) {
-  for (int32_t k = 0; k < count; ++k) {
-    const SinCos at = sinCosExact(2 * std::numbers::pi * k / count);
-    directions[k] = {static_cast<float>(at.cosine), static_cast<float>(at.sine)};
-  }
-}
-
 RingView viewCircle(const uint8_t* src, int32_t srcStep, DaxiSize size, DaxiPoint32f centre, float radius,
                     RingRules rules) {
   static constexpr auto kDirections = [] {
     std::array<DaxiPoint32f, kCircleSamples> table{};
-    for (size_t k = 0; k < table.size(); ++k) {
-      const SinCos at = sinCosExact(2 * std::numbers::pi * static_cast<double>(k) / kCircleSamples);
-      table[k] = {static_cast<float>(at.cosine), static_cast<float>(at.sine)};
-    }
+    ringDirections(table.data(), kCircleSamples);
     return table;
   }();
   std::array<float, kCircleSamples> samples;
