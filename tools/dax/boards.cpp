@@ -127,7 +127,7 @@ int32_t windowFor(const Board& board) {
 // Red to violet, and red again.
 Ink colourOf(int32_t row) {
   constexpr Ink kColours[] = {{0.95, 0.30, 0.26, 1}, {0.98, 0.62, 0.15, 1}, {0.95, 0.87, 0.25, 1},
-                                 {0.40, 0.85, 0.35, 1}, {0.25, 0.75, 0.95, 1}, {0.65, 0.50, 0.95, 1}};
+                              {0.40, 0.85, 0.35, 1}, {0.25, 0.75, 0.95, 1}, {0.65, 0.50, 0.95, 1}};
   return kColours[row % 6];
 }
 
