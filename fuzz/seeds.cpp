@@ -7,6 +7,7 @@
 #include <fstream>
 #include <iterator>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "dax3dpcl.h"
@@ -59,6 +60,36 @@ void saveClouds(const std::string& ply, const std::string& pcd) {
                                "1.5 -2 3 0 0 0 4.2e-38\nnan 1 1 0 0 0 0\n"));
 }
 
+void saveText(const std::string& folder) {
+  std::filesystem::create_directories(folder + "/points");
+  std::filesystem::create_directories(folder + "/truth");
+  const auto text = [&](const std::string& name, std::string_view content) {
+    save(folder + name, Bytes(content.begin(), content.end()));
+  };
+  text("/points/commas", "x,y\n1,2.5\n-3e-4,0x10\n\n# end\n");
+  text("/points/marked", "\xEF\xBB\xBF\"a\";\"b\"\r\n1;2;3\r\n");
+  text("/points/blanks", "1 2  3 4 5\n6 7 nan 9 1e999\n");
+  text("/truth/two", R"({"width": 9, "height": 8, "parts": [{"kind": "disc", "x": 1, "y": 2.5, "area": 30},
+    {"kind": "bar", "x": 1, "y": 2, "area": 3, "angle": -30, "angle_period": 180}]})");
+  text("/truth/none", R"({"width": 1e99, "height": [], "parts": [[[[{}]]]]})");
+}
+
+// What the tree target takes: points in no order, of every dimension and kind of coordinate.
+void saveTrees(const std::string& directory) {
+  for (const int floats : {0, 0x80}) {
+    for (int d = 0; d < 5; ++d) {
+      Bytes bytes = {static_cast<char>(floats + d), static_cast<char>(d), static_cast<char>(20 * d), 12};
+      for (int i = 0; i < 100; ++i) {
+        const auto x = static_cast<float>(i * 37 % 101 - 50) / 8;
+        const auto* const from = reinterpret_cast<const char*>(&x);
+        bytes.insert(bytes.end(), from, from + (floats ? sizeof x : 0));
+        if (!floats) bytes.push_back(static_cast<char>(i * 37 % 101));
+      }
+      save(directory + "/dimension" + std::to_string(d + 1) + (floats ? "-floats" : "-bytes"), bytes);
+    }
+  }
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -70,6 +101,10 @@ int main(int argc, char** argv) {
   std::filesystem::create_directories(ply);
   std::filesystem::create_directories(pcd);
   saveClouds(ply, pcd);
+  saveText(argv[1]);
+  const std::string trees = std::string(argv[1]) + "/kdtree";
+  std::filesystem::create_directories(trees);
+  saveTrees(trees);
   int failed = 0;
   for (const uint32_t type : {0u, 1u}) {
     for (const uint32_t colour : {0u, 200u, 201u}) {

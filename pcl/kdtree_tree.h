@@ -83,14 +83,9 @@ struct KdLayoutV2 {
 
 // A tree as searches see it.
 struct KdView {
-  explicit KdView(const DAX3DPCL_KDTREE& tree)
-      : pointCount(tree.pointCount),
-        dimension(tree.dimension),
-        points(tree.points),
-        index(tree.index),
-        rootBox(tree.rootBox),
-        root(tree.root) {}
-  explicit KdView(const DAX3DPCL_KDTREE_V2& tree)
+  // Of either generation.
+  template <class Tree>
+  explicit KdView(const Tree& tree)
       : pointCount(tree.pointCount),
         dimension(tree.dimension),
         points(tree.points),
@@ -103,8 +98,8 @@ struct KdView {
   int32_t pointCount;
   int32_t dimension;
   const float* points;
-  const uint32_t* index;
-  const float* rootBox;  // {low, high} of every axis
+  const uint32_t* index;  // searches for the nearest do without: then positions are found
+  const float* rootBox;   // {low, high} of every axis
   const KdNode* root;
 };
 
@@ -113,6 +108,18 @@ inline float axisDistance(float q, const float* interval) {
   if (q < interval[0]) return (q - interval[0]) * (q - interval[0]);
   if (q > interval[1]) return (q - interval[1]) * (q - interval[1]);
   return 0;
+}
+
+// The children of an inner node as seen from a query.
+struct KdSides {
+  const KdNode* near;
+  const KdNode* far;
+  float toFar;
+};
+inline KdSides kdSides(const KdNode& node, const float* query) {
+  const float toFirst = query[node.axis] - node.lowBound, toSecond = query[node.axis] - node.highBound;
+  if (toFirst + toSecond < 0) return {node.first, node.second, toSecond};
+  return {node.second, node.first, toFirst};
 }
 
 // Rebases the child pointers of a copied pool, whose root lay at `oldRoot`, and returns the root's new place.

@@ -44,17 +44,12 @@ void walk(KdPending at, const float* query, KdPending* stack, Visitor& visitor) 
         node = node->first;
         continue;
       }
-      const KdNode* const first = node->first;
-      const KdNode* const second = node->second;
-      const float toFirst = query[axis] - node->lowBound, toSecond = query[axis] - node->highBound;
-      const bool firstIsNear = toFirst + toSecond < 0;
-      const KdNode* const far = firstIsNear ? second : first;
-      const float toFar = firstIsNear ? toSecond : toFirst;
-      node = firstIsNear ? first : second;
-      const float cut = toFar * toFar;
+      const KdSides sides = kdSides(*node, query);
+      node = sides.near;
+      const float cut = sides.toFar * sides.toFar;
       const float farBound = parts[3] + cut - at.parts[axis];
       if (visitor.reaches(farBound)) {
-        float* const farParts = wait(far)->parts;
+        float* const farParts = wait(sides.far)->parts;
         farParts[axis] = cut;
         farParts[3] = farBound;
       }

@@ -171,6 +171,28 @@ double homographyResidual(const std::vector<DaxiPoint32f>& corners, int32_t colu
   return std::sqrt(sum / static_cast<double>(n));
 }
 
+// The same after a radial term of the lens is taken out: r becomes r (1 + k (r / half diagonal)^2) about the centre of
+// the image, with the k that fits best, by golden section.
+double lensResidual(const std::vector<DaxiPoint32f>& corners, int32_t columns, DaxiSize size) {
+  const double cx = (size.width - 1) / 2.0, cy = (size.height - 1) / 2.0, half2 = cx * cx + cy * cy;
+  const auto residual = [&](double k) {
+    std::vector<DaxiPoint32f> straight;
+    for (const DaxiPoint32f& p : corners) {
+      const double dx = static_cast<double>(p.x) - cx, dy = static_cast<double>(p.y) - cy;
+      const double f = 1 + k * (dx * dx + dy * dy) / half2;
+      straight.push_back({static_cast<float>(cx + f * dx), static_cast<float>(cy + f * dy)});
+    }
+    return homographyResidual(straight, columns);
+  };
+  constexpr double kGolden = 0.6180339887498949;
+  double low = -1, high = 1;
+  for (int i = 0; i < 40; ++i) {
+    const double a = high - kGolden * (high - low), b = low + kGolden * (high - low);
+    (residual(a) < residual(b) ? high : low) = residual(a) < residual(b) ? b : a;
+  }
+  return residual((low + high) / 2);
+}
+
 bool load(const char* path, std::vector<uint8_t>& pixels, DaxiSize& size) {
   if (accuracy::readPhotograph(path, pixels, size)) return true;
   std::fprintf(stderr, "%s: cannot be read\n", path);
@@ -186,10 +208,10 @@ Image toImage(const std::vector<uint8_t>& pixels, DaxiSize size) {
 }
 
 // Photographs of a board of 9 x 6 corners: found ones; errors are residuals of the homography, of corners as found and
-// as refined.
+// as refined; in a second set those of refined corners without and with a radial term of the lens.
 void photographs(const std::vector<const char*>& paths, const std::vector<Detector>& all) {
   const ChessboardPatternSize pattern{9, 6};
-  std::vector<Tally> tallies(all.size());
+  std::vector<Tally> tallies(all.size()), lens(all.size());
   for (const char* const path : paths) {
     std::vector<uint8_t> pixels;
     DaxiSize size{};
@@ -203,10 +225,15 @@ void photographs(const std::vector<const char*>& paths, const std::vector<Detect
       }
       ++tallies[i].found;
       tallies[i].errors.push_back(homographyResidual(found.corners, found.columns));
-      tallies[i].refined.push_back(homographyResidual(refine(image, found.corners, 11), found.columns));
+      const std::vector<DaxiPoint32f> refined = refine(image, found.corners, windowFor(found.corners));
+      tallies[i].refined.push_back(homographyResidual(refined, found.columns));
+      ++lens[i].found;
+      lens[i].errors.push_back(tallies[i].refined.back());
+      lens[i].refined.push_back(lensResidual(refined, found.columns, size));
     }
   }
   for (size_t i = 0; i < all.size(); ++i) tallies[i].print("photographs", all[i].name);
+  for (size_t i = 0; i < all.size(); ++i) lens[i].print("lens", all[i].name);
 }
 
 // Tiles of photographs without boards, then noise of every grain, then stripes and dots: 500 images. What is found is

@@ -27,7 +27,68 @@ bench::Task refine() {
   }};
 }
 
+// One search, all memory ready.
+struct Search {
+  explicit Search(Image<uint8_t> picture)
+      : image(std::move(picture)), points(DAXI_CHECKERBOARD_MAX_CORNERS), corners(DAXI_CHECKERBOARD_MAX_CORNERS) {}
+  Image<uint8_t> image;
+  std::vector<DaxiPoint32f> points;
+  std::vector<CheckerboardCorner> corners;
+  std::vector<uint8_t> buffer;
+  void reserve(DaxStatus status, uint64_t bytes) {
+    bench::require(status);
+    buffer.resize(bytes);
+  }
+};
+
+bench::Task findQuads(const Image<uint8_t>& image) {
+  const auto s = std::make_shared<Search>(image);
+  uint64_t bytes = 0;
+  s->reserve(DAXI_ChessboardCornerBufferSize_8u(image.size, {9, 6}, &bytes), bytes);
+  return {[s] {
+    int32_t count = 0, found = 0;
+    bench::require(DAXI_ChessboardCorner_8u_C1R(s->image.data(), s->image.size.width, s->image.size, {9, 6},
+                                                s->points.data(), &count, &found, DAXI_CHESSBOARD_OTSU, 8,
+                                                s->buffer.data()));
+  }};
+}
+
+bench::Task findHessian(const Image<uint8_t>& image) {
+  const auto s = std::make_shared<Search>(image);
+  uint64_t bytes = 0;
+  s->reserve(DAXI_CheckerboardCornerHessianBufferSize_8u(image.size, &bytes), bytes);
+  return {[s] {
+    const CheckerboardHessianParam param{DAXI_CHECKERBOARD_MEDIAN, 1, 3, 300, 0, 180};
+    CheckerboardGrid grid;
+    bench::require(DAXI_CheckerboardCornerHessian_8u_C1R(s->image.data(), s->image.size.width, s->image.size,
+                                                         s->points.data(), s->corners.data(), s->buffer.data(), &param,
+                                                         &grid));
+  }};
+}
+
+bench::Task findSymmetric(const Image<uint8_t>& image) {
+  const auto s = std::make_shared<Search>(image);
+  uint64_t bytes = 0;
+  s->reserve(DAXI_CheckerboardCornerSymBufferSize_8u(image.size, &bytes), bytes);
+  return {[s] {
+    const CheckerboardSymCfg cfg{3, 300, 15, 6, 5, DAXI_CHECKERBOARD_MEDIAN, DAXI_CHECKERBOARD_LADDER};
+    CheckerboardGrid grid;
+    const DaxStatus status =
+        DAXI_CheckerboardCornerSym_8u_C1R(s->image.data(), s->image.size.width, s->image.size, s->points.data(),
+                                          s->corners.data(), &grid, &cfg, s->buffer.data(), nullptr);
+    if (status != DAXI_STS_NO_BOARD) bench::require(status);
+  }};
+}
+
+constexpr size_t kPixels = 640 * 480;
+
 const bench::Own operations[] = {
+    {"find by quads, 9 x 6", kPixels, [] { return findQuads(bench::board().image); }},
+    {"find by quads, no board", kPixels, [] { return findQuads(bench::noBoard()); }},
+    {"find by Hessian, 9 x 6", kPixels, [] { return findHessian(bench::board().image); }},
+    {"find by Hessian, no board", kPixels, [] { return findHessian(bench::noBoard()); }},
+    {"find by symmetry, 9 x 6", kPixels, [] { return findSymmetric(bench::board().image); }},
+    {"find by symmetry, no board", kPixels, [] { return findSymmetric(bench::noBoard()); }},
     {"refine 54 corners, 11 x 11, 10 times", 54 * sizeof(DaxiPoint32f), refine},
 };
 

@@ -25,7 +25,28 @@ bench::Task refine() {
   }};
 }
 
+bench::Task findQuads(const Image<uint8_t>& image) {
+  return {[=] {
+    std::vector<cv::Point2f> points;
+    cv::findChessboardCorners(bench::viewOf(image), {9, 6}, points);
+  }};
+}
+
+bench::Task findSectors(const Image<uint8_t>& image) {
+  return {[=] {
+    std::vector<cv::Point2f> points;
+    cv::findChessboardCornersSB(bench::viewOf(image), {9, 6}, points);
+  }};
+}
+
+// Beside both detectors that find out the size: the sectors, which are told it.
 const bench::OpenCvPeer operations[] = {
+    {"find by quads, 9 x 6", [] { return findQuads(bench::board().image); }},
+    {"find by quads, no board", [] { return findQuads(bench::noBoard()); }},
+    {"find by Hessian, 9 x 6", [] { return findSectors(bench::board().image); }},
+    {"find by Hessian, no board", [] { return findSectors(bench::noBoard()); }},
+    {"find by symmetry, 9 x 6", [] { return findSectors(bench::board().image); }},
+    {"find by symmetry, no board", [] { return findSectors(bench::noBoard()); }},
     {"refine 54 corners, 11 x 11, 10 times", refine},
 };
 

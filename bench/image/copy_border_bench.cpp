@@ -26,7 +26,7 @@ bench::Task prepare(Function<T, Value...> copy, Value... value) {
 }
 
 template <class T>
-constexpr size_t kBytes = bench::pixelCount(kBorderedSize) * sizeof(T);
+constexpr size_t kBytes = bench::pixelCount(bench::bordered(bench::kUsualSize)) * sizeof(T);
 
 const bench::Own operations[] = {
     {"replicate border of 16, 8u", kBytes<uint8_t>, [] { return prepare(DAXI_CopyReplicateBorder_8u_C1R); }},

@@ -7,6 +7,9 @@ namespace bench {
 
 constexpr int32_t kBorder = 16;
 constexpr int kBorderValue = 77;
-constexpr DaxiSize kBorderedSize{kSize.width + 2 * kBorder, kSize.height + 2 * kBorder};
+constexpr DaxiSize bordered(DaxiSize size) {
+  return {size.width + 2 * kBorder, size.height + 2 * kBorder};
+}
+inline const DaxiSize kBorderedSize = bordered(kSize);
 
 }  // namespace bench

@@ -21,7 +21,7 @@ bench::Task prepare(int32_t iterations) {
           [=] { return bench::digest(to); }};
 }
 
-constexpr size_t kBytes = bench::pixelCount(kSize);
+constexpr size_t kBytes = bench::pixelCount(bench::kUsualSize);
 
 const bench::Own operations[] = {
     {"erosion, 1 iteration", kBytes, [] { return prepare(1); }},

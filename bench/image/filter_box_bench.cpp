@@ -19,7 +19,7 @@ bench::Task prepare(DaxStatus (*box)(const T*, int32_t, Sum*, int32_t, DaxiSize,
           [=] { return bench::digest(to); }};
 }
 
-constexpr size_t kBytes = bench::pixelCount(kSize) * 4;
+constexpr size_t kBytes = bench::pixelCount(bench::kUsualSize) * 4;
 
 const bench::Own operations[] = {
     {"box sum, 8u32s, r = 7", kBytes, [] { return prepare(DAXI_FilterBox_8u32s_C1R, 7); }},

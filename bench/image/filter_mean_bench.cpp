@@ -21,7 +21,7 @@ bench::Task prepare(DaxStatus (*mean)(const T*, int32_t, T*, int32_t, DaxiSize, 
 }
 
 template <class T>
-constexpr size_t kBytes = bench::pixelCount(kSize) * sizeof(T);
+constexpr size_t kBytes = bench::pixelCount(bench::kUsualSize) * sizeof(T);
 
 const bench::Own operations[] = {
     {"mean 3 x 3, 8u", kBytes<uint8_t>, [] { return prepare(DAXI_FilterMean_8u_C1R, 3); }},

@@ -17,7 +17,7 @@ bench::Task prepare(DaxStatus (*median)(const T*, int32_t, T*, int32_t, DaxiSize
 }
 
 template <class T>
-constexpr size_t kBytes = bench::pixelCount(kSize) * sizeof(T);
+constexpr size_t kBytes = bench::pixelCount(bench::kUsualSize) * sizeof(T);
 
 const bench::Own operations[] = {
     {"median 3 x 3, 8u", kBytes<uint8_t>, [] { return prepare(DAXI_FilterMedian3x3_8u_C1R); }},

@@ -46,7 +46,7 @@ bench::Task prepareSoft() {
   });
 }
 
-constexpr size_t kBytes = bench::pixelCount(kSize);
+constexpr size_t kBytes = bench::pixelCount(bench::kUsualSize);
 
 const bench::Own operations[] = {
     {"single threshold, 8u", kBytes, prepareSingle},

@@ -93,7 +93,7 @@ bench::Task prepareSelect(MakeMask makeMask, const BlobSelectCfg& cfg) {
 
 constexpr auto smooth = bench::smoothBlobMask;
 constexpr auto raw = bench::rawNoiseMask;
-constexpr size_t kBytes = bench::pixelCount(kSize);
+constexpr size_t kBytes = bench::pixelCount(bench::kUsualSize);
 
 const bench::Own operations[] = {
     {"labelling, smooth blobs", kBytes, [] { return prepareFind(smooth); }},

@@ -8,7 +8,8 @@
 
 namespace {
 
-constexpr int32_t kPoints = 1000;
+constexpr int32_t kUsualPoints = 1000;
+const int32_t kPoints = bench::scaled(kUsualPoints);
 
 struct Fit {
   std::vector<DaxiPoint32f> points = bench::linePoints(kPoints, 0.1);
@@ -31,7 +32,7 @@ bench::Task prepare(int32_t method, int32_t weights) {
   }};
 }
 
-constexpr size_t kBytes = kPoints * 5;
+constexpr size_t kBytes = kUsualPoints * 5;
 
 const bench::Own operations[] = {
     {"line fit, method 1, least squares", kBytes, [] { return prepare(1, DAXI_LINE_LEAST_SQUARES); }},

@@ -1,6 +1,7 @@
 #include <memory>
 
 #include "measure/line_points.h"
+#include "support/amount.h"
 #include "support/opencv.h"
 
 namespace {
@@ -12,7 +13,7 @@ struct Fit {
 
 bench::Task prepare(int distance) {
   const auto fit = std::make_shared<Fit>();
-  for (const DaxiPoint32f p : bench::linePoints(1000, 0.1)) fit->points.emplace_back(p.x, p.y);
+  for (const DaxiPoint32f p : bench::linePoints(bench::scaled(1000), 0.1)) fit->points.emplace_back(p.x, p.y);
   return {[=] { cv::fitLine(fit->points, fit->line, distance, 0, 0.01, 0.01); }};
 }
 

@@ -37,7 +37,8 @@ bench::Task prepareBuild() {
 // The k nearest of every query; distances are those of every exact search.
 bench::Task prepareNearest(std::vector<float> queries, int32_t k) {
   const auto tree = std::make_shared<Tree>();
-  const auto indices = std::make_shared<std::vector<uint32_t>>(size_t{bench::kPoints} * static_cast<size_t>(k));
+  const auto indices =
+      std::make_shared<std::vector<uint32_t>>(static_cast<size_t>(bench::kPoints) * static_cast<size_t>(k));
   const auto distances = std::make_shared<std::vector<float>>(indices->size());
   return {[=] {
             int32_t count;
@@ -56,7 +57,7 @@ bench::Task prepareRadius() {
   const auto total = std::make_shared<uint64_t>();
   return {[=] {
             *total = 0;
-            for (size_t i = 0; i < bench::kPoints; ++i) {
+            for (size_t i = 0; i < static_cast<size_t>(bench::kPoints); ++i) {
               int32_t count;
               bench::require(DAX3DPCL_SEARCH_KDTREE_RNearestSearch_V2(tree->tree(), &tree->points[3 * i], 3, kMost,
                                                                       indices->data(), distances->data(), &count,
@@ -67,7 +68,7 @@ bench::Task prepareRadius() {
           [=] { return *total; }};
 }
 
-constexpr size_t kCloudBytes = size_t{bench::kPoints} * 12;
+constexpr size_t kCloudBytes = size_t{bench::kUsualPoints} * 12;
 
 const bench::Own build{"tree of 100000 points", kCloudBytes, prepareBuild};
 const bench::Own nearest{"16 nearest of every point", kCloudBytes,

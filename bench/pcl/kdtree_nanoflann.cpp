@@ -40,7 +40,7 @@ bench::Task prepareNearest(std::vector<float> queries, size_t k) {
   const auto indices = std::make_shared<std::vector<uint32_t>>(bench::kPoints * k);
   const auto distances = std::make_shared<std::vector<float>>(indices->size());
   return {[=] {
-            for (size_t i = 0; i < bench::kPoints; ++i) {
+            for (size_t i = 0; i < static_cast<size_t>(bench::kPoints); ++i) {
               tree->index->knnSearch(&queries[3 * i], k, &(*indices)[i * k], &(*distances)[i * k]);
             }
           },
@@ -55,7 +55,7 @@ bench::Task prepareRadius() {
             nanoflann::SearchParams unsorted;
             unsorted.sorted = false;
             *total = 0;
-            for (size_t i = 0; i < bench::kPoints; ++i) {
+            for (size_t i = 0; i < static_cast<size_t>(bench::kPoints); ++i) {
               *total += tree->index->radiusSearch(&tree->cloud.points[3 * i], bench::kRadius * bench::kRadius, *found,
                                                   unsorted);
             }

@@ -30,7 +30,7 @@ struct Estimation {
   }
 };
 
-const bench::Own normals{"tree and normals of 100000 points", bench::kPoints * sizeof(DAX3DPCL_NORMAL), [] {
+const bench::Own normals{"tree and normals of 100000 points", bench::kUsualPoints * sizeof(DAX3DPCL_NORMAL), [] {
                            const auto estimation = std::make_shared<Estimation>();
                            return bench::Task{[=] { estimation->run(); }};
                          }};

@@ -32,7 +32,7 @@ bench::Task prepare(Convert convert, bool grid, bool dropOuts, int32_t organized
           [=] { return values.data() && mask.data() ? bench::digest(buffer->data(), buffer->size()) : 0; }};
 }
 
-constexpr size_t kBytes = bench::pixelCount(kSize) * 12;
+constexpr size_t kBytes = bench::pixelCount(bench::kUsualSize) * 12;
 
 const bench::Own operations[] = {
     {"range to XYZ, organized, 16s", kBytes,

@@ -21,7 +21,7 @@ bench::Task prepare(const Image<int16_t>& from) {
           [=] { return bench::digest(to); }};
 }
 
-constexpr size_t kBytes = bench::pixelCount(kSize) * sizeof(int16_t);
+constexpr size_t kBytes = bench::pixelCount(bench::kUsualSize) * sizeof(int16_t);
 
 const bench::Own operations[] = {
     {"speckle filter, 16s, speckled surface", kBytes, [] { return prepare(bench::speckledSurface()); }},

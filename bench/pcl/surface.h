@@ -7,9 +7,12 @@
 #include <memory>
 #include <vector>
 
+#include "support/amount.h"
+
 namespace bench {
 
-constexpr int32_t kPoints = 100000;
+constexpr int32_t kUsualPoints = 100000;
+inline const int32_t kPoints = scaled(kUsualPoints);
 constexpr int32_t kNeighbours = 16;
 constexpr int32_t kLeafSize = 10;
 constexpr float kRadius = 1;

@@ -37,9 +37,10 @@ bench::Task prepare(int32_t n, float leaf) {
 }
 
 const bench::Own operations[] = {
-    {"voxel grid, 100000 points, leaf 1", bench::kPoints* size_t{12}, [] { return prepare(bench::kPoints, 1); }},
-    {"voxel grid, 100000 points, leaf 0.1", bench::kPoints* size_t{12}, [] { return prepare(bench::kPoints, 0.1f); }},
-    {"voxel grid, 2000000 points, leaf 1", size_t{24000000}, [] { return prepare(2000000, 1); }},
+    {"voxel grid, 100000 points, leaf 1", bench::kUsualPoints* size_t{12}, [] { return prepare(bench::kPoints, 1); }},
+    {"voxel grid, 100000 points, leaf 0.1", bench::kUsualPoints* size_t{12},
+     [] { return prepare(bench::kPoints, 0.1f); }},
+    {"voxel grid, 2000000 points, leaf 1", size_t{24000000}, [] { return prepare(bench::scaled(2000000), 1); }},
 };
 
 }  // namespace

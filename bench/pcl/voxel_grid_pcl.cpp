@@ -31,7 +31,7 @@ bench::Task prepare(int32_t n, float leaf) {
 const bench::Peer operations[] = {
     {"voxel grid, 100000 points, leaf 1", "pcl", [] { return prepare(bench::kPoints, 1); }},
     {"voxel grid, 100000 points, leaf 0.1", "pcl", [] { return prepare(bench::kPoints, 0.1f); }},
-    {"voxel grid, 2000000 points, leaf 1", "pcl", [] { return prepare(2000000, 1); }},
+    {"voxel grid, 2000000 points, leaf 1", "pcl", [] { return prepare(bench::scaled(2000000), 1); }},
 };
 
 }  // namespace

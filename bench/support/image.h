@@ -6,10 +6,12 @@
 #include <vector>
 
 #include "dax/types.h"
+#include "support/amount.h"
 
 namespace bench {
 
-constexpr DaxiSize kSize{1920, 1080};
+constexpr DaxiSize kUsualSize{1920, 1080};
+inline const DaxiSize kSize = scaled(kUsualSize);
 
 constexpr size_t pixelCount(DaxiSize size) {
   return static_cast<size_t>(size.width) * static_cast<size_t>(size.height);

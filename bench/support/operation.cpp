@@ -6,6 +6,7 @@
 #include <memory>
 
 #include "dax/status.h"
+#include "support/amount.h"
 
 namespace bench {
 namespace {
@@ -26,7 +27,9 @@ std::vector<Implementation>& implementations() {
 Own::Own(const char* operation, size_t floorBytes, std::function<Task()> prepare) {
   implementations().push_back({operation, kOwn, std::move(prepare)});
   if (floorBytes == 0) return;
-  implementations().push_back({operation, kFloor, [floorBytes] { return prepareCopy(floorBytes); }});
+  implementations().push_back({operation, kFloor, [floorBytes] {
+                                 return prepareCopy(static_cast<size_t>(static_cast<double>(floorBytes) * amount()));
+                               }});
 }
 
 Peer::Peer(const char* operation, const char* name, std::function<Task()> prepare) {

@@ -120,7 +120,8 @@ class EdgePairs(_Found):
     """Pairs of edges, the best first.
 
     points: (n, 2, 2) x, y of the first and the second edge. position: of their middle. width: between them. contrast:
-    sum of both |peak|. gray: sum of both grey values. positions, peaks: (n, 2) of the two edges. polarity: (n, 2).
+    sum of both peaks' magnitudes. gray: sum of both grey values. positions, peaks: (n, 2) of the two edges. polarity:
+    (n, 2).
     """
 
     width: NDArray[np.float32]
@@ -226,8 +227,8 @@ def find_edge_pairs(
 
     Arguments as for `find_edges`; polarity is that of the first edge, only the k-th pair. Criteria: contrast, gray,
     position (distance of the middle from the centre) and signed_position; the same relative to expected_width E; width /
-    E; width_error |width - E| / E; signed_width_error (width - E) / E with a ramp below 0 and one above; straddle, 1
-    where the edges lie on both sides of the centre.
+    E; width_error, the magnitude of (width - E) / E; signed_width_error (width - E) / E with a ramp below 0 and one
+    above; straddle, 1 where the edges lie on both sides of the centre.
 
     >>> image = np.zeros((20, 40), np.uint8); image[:, 15:23] = 100
     >>> pairs = dax.find_edge_pairs(image, dax.Box(20, 10, 30, 10), polarity="dark-to-light")

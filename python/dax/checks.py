@@ -27,7 +27,7 @@ def check_motion(matrix: ArrayLike, near_identity: bool = False) -> None:
 
 
 def check_quaternion(quaternion: ArrayLike) -> None:
-    """A quaternion (w, x, y, z): |w| at most 1, x^2 + y^2 + z^2 at most 1.
+    """A quaternion (w, x, y, z): w within +-1, x^2 + y^2 + z^2 at most 1.
 
     >>> dax.check_quaternion([1, 0, 0, 0])
     """

@@ -26,8 +26,8 @@ Window = Union[int, tuple[int, int]]
 @dataclasses.dataclass(frozen=True)
 class Board:
     """A board. corners: (rows, columns, 2). The others, (rows, columns, ...): into_dark, into_light, unit vectors along
-    the edges through a corner (turning on from x towards y leads into a dark or a light square); response; radius at which it
-    was found, pixels."""
+    the edges through a corner (turning on from x towards y leads into a dark or a light square); response; radius at
+    which it was found, pixels."""
 
     corners: NDArray[np.float32]
     into_dark: NDArray[np.float32]
@@ -37,7 +37,7 @@ class Board:
 
 
 class Corners(NamedTuple):
-    """Corners in no order, as the C interface has them: a structured array of point, intoDark, intoLight, response, radius."""
+    """Corners in no order, a structured array as in the C interface: point, intoDark, intoLight, response, radius."""
 
     records: Array
 
@@ -225,6 +225,8 @@ def arrange_corners(corners: Corners, most: int = 1, extent: tuple[int, int] = (
     >>> [board.corners.shape for board in dax.arrange_corners(dax.locate_corners(image))]
     [(5, 7, 2)]
     """
+    if not isinstance(corners, Corners):
+        raise TypeError("corners: as locate_corners gives them")
     records = np.ascontiguousarray(corners.records)
     if records.dtype != dtype_of("CheckerboardCorner") or records.ndim != 1:
         raise TypeError("corners: as locate_corners gives them")

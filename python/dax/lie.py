@@ -1,8 +1,8 @@
 """Rotations, SO(3), and rigid motions, SE(3), for update functions and residuals of the solvers.
 
-A rotation vector w (..., 3) turns by |w| radians about w / |w|. A twist (..., 6) is (v, w), the translational part first.
-Rotations are matrices of (..., 3, 3), motions of (..., 4, 4). Leading axes are broadcast. Results are the same to the last
-bit on every machine.
+A rotation vector (..., 3) turns by its length, in radians, about its direction. A twist (..., 6) is (v, w), the
+translational part first. Rotations are matrices of (..., 3, 3), motions of (..., 4, 4). Leading axes are broadcast.
+Results are the same to the last bit on every machine.
 """
 import numpy as np
 from numpy.typing import ArrayLike, NDArray
@@ -26,7 +26,7 @@ def so3_exp(w: ArrayLike) -> Doubles:
 
 
 def so3_log(rotation: ArrayLike) -> Doubles:
-    """The rotation vector of a rotation, |w| <= pi.
+    """The rotation vector of a rotation, at most pi long.
 
     >>> dax.so3_log(dax.so3_exp([0.1, 0.2, 0.3])).round(12)
     array([0.1, 0.2, 0.3])
@@ -62,7 +62,7 @@ def so3_update(w: ArrayLike, step: ArrayLike) -> Doubles:
 
 
 def so3_log_jacobian(w: ArrayLike) -> Doubles:
-    """(..., 3, 3) derivative of Log(Exp(w) Exp(d)) by d at 0; |w| < 2 pi.
+    """(..., 3, 3) derivative of Log(Exp(w) Exp(d)) by d at 0; w shorter than 2 pi.
 
     >>> dax.so3_log_jacobian([0, 0, 0])
     array([[1., 0., 0.],
@@ -119,13 +119,15 @@ def se3_update(twist: ArrayLike, step: ArrayLike) -> Doubles:
 
 def _spread(arguments: tuple[tuple[ArrayLike, _Core], ...]) -> tuple[tuple[int, ...], list[Array]]:
     """The leading axes of all arguments, and each as (count, its own axes)."""
-    arrays = [np.asarray(value, np.float64) for value, _ in arguments]
+    arrays = [np.asarray(value) for value, _ in arguments]
     for array, (_, core) in zip(arrays, arguments):
+        if array.dtype.kind not in "fiub":
+            raise TypeError(f"of type {array.dtype}, needed are numbers")
         if array.shape[max(array.ndim - len(core), 0) :] != core:
             raise ValueError(f"shape {array.shape}, needed is (..., {', '.join(map(str, core))})")
     leading = np.broadcast_shapes(*(array.shape[: array.ndim - len(core)] for array, (_, core) in zip(arrays, arguments)))
     spread = [np.broadcast_to(array, leading + core).reshape(-1, *core) for array, (_, core) in zip(arrays, arguments)]
-    return leading, [np.ascontiguousarray(array) for array in spread]
+    return leading, [np.ascontiguousarray(array, np.float64) for array in spread]
 
 
 def _each(name: str, result: _Core, *arguments: tuple[ArrayLike, _Core]) -> Doubles:

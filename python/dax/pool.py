@@ -45,6 +45,8 @@ def handle_of(pool: Optional[Pool]) -> tuple[int, Any]:
     """(threads, handle) of a pool, or of none."""
     if pool is None:
         return 1, ffi.NULL
+    if not isinstance(pool, Pool):
+        raise TypeError(f"pool: {type(pool).__name__}, needed is a Pool")
     if not pool._handle:
         raise ValueError("pool: it has been closed")
     return pool.threads, pool._handle

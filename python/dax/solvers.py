@@ -92,34 +92,34 @@ def least_squares(
     """Minimises half the sum of squared residuals.
 
     residuals(x): (m,) at x of (n,). jacobian(x): derivatives (m, n) as a dense array, a SparseMatrix, a SciPy sparse
-    matrix, or a tuple of triplets (rows, columns, values); without it by forward differences of 1e-6. method: sparse Cholesky
-    factors, or conjugate gradients for large problems, with blocks of cg_block parameters (1..16) as preconditioner.
-    huber: residuals above it count linearly. elements: most elements of the Jacobian, where that changes; otherwise as
-    many as at x0.
+    matrix, or a tuple of triplets (rows, columns, values); without it by forward differences of 1e-6. method: sparse
+    Cholesky factors, or conjugate gradients for large problems, with blocks of cg_block parameters (1..16) as
+    preconditioner. huber: residuals above it count linearly. elements: most elements of the Jacobian, where that
+    changes; otherwise as many as at x0.
 
     >>> t = np.arange(5.0)
     >>> found = dax.least_squares(lambda x: x[0] * np.exp(-x[1] * t) - 3 * np.exp(-0.5 * t), [1, 1])
     >>> np.abs(found.x - [3, 0.5]).max() < 1e-4
     True
     """
-    session, start = _Session(update), numbers("x0", x0, (None,), np.float64).copy()
+    callbacks, start = _Callbacks(update), numbers("x0", x0, (None,), np.float64).copy()
     measured = _Memo(residuals)
     n, m = len(start), numbers("residuals", measured(start.copy()), (None,), np.float64).size
-    functions = ffi.new("PrmtLmFunctions*", {"update": session.update})
-    functions.residuals = session.residuals(measured, m)
+    functions = ffi.new("PrmtLmFunctions*", {"update": callbacks.update})
+    functions.residuals = callbacks.residuals(measured, m)
     if jacobian is None:
-        functions.jacobian = session.differences(functions, n, m)
+        functions.jacobian = callbacks.differences(functions, n, m)
         functions.elements = elements
     else:
         derived, filler = _Memo(jacobian), Filler("jacobian", (m, n))
         functions.elements = max(elements, filler.count(derived(start.copy()))) or 1
-        functions.jacobian = session.matrix("PrmtJacobianFunction", lambda x, *_: derived(x), filler)
+        functions.jacobian = callbacks.matrix("PrmtJacobianFunction", lambda x, *_: derived(x), filler)
     variant, own = _variant(choice("method", method, {"cholesky": "", "cg": "CG_"}), huber)
     if variant == "CG_":
         own = (ffi.new("PrmtCgParam*", (cg_tolerance, cg_iterations, cg_block, 0)),)
     query = needed(f"PRMT_LM_{variant}BufferSize_f64", n, m, functions.elements) if n and m else 1
-    arguments = n, m, functions, session.user, settings._record(), *own
-    step_norm = session.solve(f"PRMT_LM_{variant}Process_f64", query, start, *arguments)
+    arguments = n, m, functions, callbacks.user, settings._record(), *own
+    step_norm = callbacks.solve(f"PRMT_LM_{variant}Process_f64", query, start, *arguments)
     last = numbers("residuals", measured(start.copy()), (m,), np.float64).copy()
     size = np.abs(last)
     energies = size**2 / 2 if huber is None else np.where(size <= huber, size**2 / 2, huber * (size - huber / 2))
@@ -141,21 +141,21 @@ def numeric_jacobian(residuals: Residuals, x: ArrayLike, update: Optional[Update
     array([[5., 2.],
            [0., 3.]])
     """
-    session, at = _Session(update), numbers("x", x, (None,), np.float64).copy()
+    callbacks, at = _Callbacks(update), numbers("x", x, (None,), np.float64).copy()
     m = numbers("residuals", residuals(at.copy()), (None,), np.float64).size
     n = len(at)
     result = SparseMatrix((m, n), m * n)
     scratch = memory(8 * (2 * m + 2 * n))
-    measured = session.residuals(residuals, m)
+    measured = callbacks.residuals(residuals, m)
     address = ffi.cast("double*", scratch)
-    session.call(
+    callbacks.call(
         "PRMT_JacNum_Process_f64",
         pointer(at, "double"),
         n,
         m,
-        session.user,
+        callbacks.user,
         measured,
-        session.update,
+        callbacks.update,
         result._matrix,
         address,
     )
@@ -181,23 +181,25 @@ def minimize_normal(
     >>> np.abs(found.x).max() < 1e-4
     True
     """
-    session, start = _Session(update), numbers("x0", x0, (None,), np.float64).copy()
+    callbacks, start = _Callbacks(update), numbers("x0", x0, (None,), np.float64).copy()
     n = len(start)
     measured, filler = _Memo(energy), Filler("normal: H", (n, n))
     formed = normal(start.copy(), settings.initial_damping)
     functions = ffi.new(
-        "PrmtLmHmspFunctions*", {"update": session.update, "elements": max(elements, filler.count(formed[0])) or 1}
+        "PrmtLmHmspFunctions*", {"update": callbacks.update, "elements": max(elements, filler.count(formed[0])) or 1}
     )
-    functions.energy = session.energy(measured)
+    functions.energy = callbacks.energy(measured)
 
     def form(x: Vector, damping: float, right: Any) -> Any:
         matrix, side = normal(x, damping)
         _array(right, n)[:] = numbers("normal: b", side, (n,), np.float64)
         return matrix
 
-    functions.normal = session.normal(form, filler)
+    functions.normal = callbacks.normal(form, filler)
     query = needed("PRMT_LM_HMSP_BufferSize_f64", n, 1, functions.elements) if n else 1
-    step_norm = session.solve("PRMT_LM_HMSP_Process_f64", query, start, n, 1, functions, session.user, settings._record())
+    step_norm = callbacks.solve(
+        "PRMT_LM_HMSP_Process_f64", query, start, n, 1, functions, callbacks.user, settings._record()
+    )
     return Minimum(start, float(measured(start.copy())), step_norm, measured.calls)
 
 
@@ -249,16 +251,18 @@ def minimize_blocks(
     >>> np.abs(dax.minimize_blocks(energy, normal, [5, 5, 5], shape).x - [0, 0, 1]).max() < 1e-4
     True
     """
-    session, start = _Session(update), numbers("x0", x0, (None,), np.float64).copy()
+    callbacks, start = _Callbacks(update), numbers("x0", x0, (None,), np.float64).copy()
     n, layout = len(start), _Layout(shape)
     measured = _Memo(energy)
-    functions = ffi.new("PrmtLmHblkFunctions*", {"update": session.update, "shape": layout.record[0]})
-    functions.energy = session.energy(measured)
-    functions.normal = session.callback(
+    functions = ffi.new("PrmtLmHblkFunctions*", {"update": callbacks.update, "shape": layout.record[0]})
+    functions.energy = callbacks.energy(measured)
+    functions.normal = callbacks.callback(
         "PrmtBlockFunction", lambda x, n, m, user, h: layout.fill(h, normal(_array(x, n).copy()))
     )
     query = needed("PRMT_LM_HBLK_BufferSize_f64", n, 1, layout.record)
-    step_norm = session.solve("PRMT_LM_HBLK_Process_f64", query, start, n, 1, functions, session.user, settings._record())
+    step_norm = callbacks.solve(
+        "PRMT_LM_HBLK_Process_f64", query, start, n, 1, functions, callbacks.user, settings._record()
+    )
     return Minimum(start, float(measured(start.copy())), step_norm, measured.calls)
 
 
@@ -376,7 +380,7 @@ class _Memo:
         return self.value
 
 
-class _Session:
+class _Callbacks:
     """The callbacks of one call, and the first exception that one of them raised."""
 
     def __init__(self, update: Optional[Update]) -> None:

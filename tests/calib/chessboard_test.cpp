@@ -158,7 +158,7 @@ TEST(Chessboard, AtMostEightHundredRegions) {
       if ((i % 26 + i / 26) % 2 == 0) darken(20 + kSide * (i % 26), 20 + kSide * (i / 26));
     }
     for (int32_t i = 0; i < regions - kBoardSquares; ++i) darken(350 + 30 * (i % 22), 12 + 30 * (i / 22));
-    EXPECT_EQ(findQuads(image, {25, 25}, DAXI_CHESSBOARD_OTSU).found, found) << regions;
+    EXPECT_EQ(findQuads(image, {25, 25}, DAXI_CHESSBOARD_LOCAL_MEAN).found, found) << regions;
   }
 }
 

@@ -7,8 +7,11 @@
 #include <vector>
 
 #include "dax/memory.h"
+#include "dax3dpcl/range_file.h"
 #include "daxi/blob_find.h"
+#include "fuzz/memory_file.h"
 #include "tests/support/failing_malloc.h"
+#include "tests/support/range_sample.h"
 #include "tests/support/test_image.h"
 #include "zur/memory.h"
 
@@ -47,6 +50,68 @@ bool labels(Find find, DaxiBlobModel** model, const TestImage<uint8_t>& image) {
   EXPECT_EQ(domains, before);
   EXPECT_EQ(*model, modelBefore);
   return false;
+}
+
+// --- Range records ---
+
+DAX3D_RANGE_V4 made;
+
+void releaseMade() {
+  DAX3DPCL_UTILS_RELEASE_RANGE_V4(&made);
+  for (void*& owner : made.colour.owner) {
+    ZUR_Free(owner);
+    owner = nullptr;
+  }
+}
+
+// Makes a record by `call`; a failure leaves it as it was.
+template <class Make>
+bool makes(Make call) {
+  DAX3D_RANGE_V4 before;
+  std::memset(static_cast<void*>(&before), 0, sizeof before);
+  std::memset(static_cast<void*>(&made), 0, sizeof made);
+  const DaxStatus status = call();
+  if (status == DAX_STS_OK) return true;
+  EXPECT_EQ(status, static_cast<DaxStatus>(DAX_STS_NO_MEMORY));
+  EXPECT_EQ(std::memcmp(&made, &before, sizeof made), 0);
+  return false;
+}
+
+// A failed read leaves what it had read, and slots that say no more than there is.
+bool readsFile() {
+  static const RangeSample sample(40, 30, DAX3D_RANGE_WITH_MASK, 200);
+  static fuzz::MemoryFile file;
+  static const DaxStatus written = DAX3DPCL_UTILS_WRITE_RANGE_V4_V2(file.path().c_str(), &sample.record);
+  EXPECT_EQ(written, DAX_STS_OK);
+  made = {};
+  const DaxStatus status = DAX3DPCL_UTILS_READ_RANGE_V4(file.path().c_str(), &made);
+  for (const DAX3D_IMAGE_SLOT* slot : {&made.range, &made.mask, &made.colour}) {
+    EXPECT_EQ(slot->owner[0], slot->image.plane[0]);
+    EXPECT_TRUE(slot->owner[0] || slot->image.height == 0 || slot->image.step[0] == 0);
+  }
+  EXPECT_TRUE(status == DAX_STS_OK || status == DAX_STS_NO_MEMORY);
+  return status == DAX_STS_OK;
+}
+
+std::vector<Scenario> rangeScenarios() {
+  return {
+      {"DAX3DPCL_UTILS_Copy_DAX3D_RANGE_V4",
+       [] {
+         static const RangeSample sample(40, 30, DAX3D_RANGE_WITH_MASK, 200);
+         return makes([] { return DAX3DPCL_UTILS_Copy_DAX3D_RANGE_V4(&sample.record, &made); });
+       },
+       releaseMade},
+      {"DAX3DPCL_UTILS_Construct_RGBD_DAX3D_RANGE_V4",
+       [] {
+         static const RangeSample sample(40, 30);
+         return makes([] {
+           return DAX3DPCL_UTILS_Construct_RGBD_DAX3D_RANGE_V4(sample.values.data(), 40, sample.colour.data(), 120,
+                                                               {40, 30}, {40, 30}, 0.5f, nullptr, &made);
+         });
+       },
+       releaseMade},
+      {"DAX3DPCL_UTILS_READ_RANGE_V4", readsFile, releaseMade},
+  };
 }
 
 std::vector<Scenario> scenarios() {
@@ -101,7 +166,9 @@ std::vector<Scenario> scenarios() {
 }
 
 TEST(Allocation, FailsCleanlyAtEveryPoint) {
-  for (const Scenario& scenario : scenarios()) {
+  std::vector<Scenario> all = scenarios();
+  for (Scenario& scenario : rangeScenarios()) all.push_back(std::move(scenario));
+  for (const Scenario& scenario : all) {
     SCOPED_TRACE(scenario.name);
     failAllocation(-1);
     ASSERT_TRUE(scenario.call());

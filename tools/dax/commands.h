@@ -18,6 +18,7 @@ Command addFilter(CLI::App& app);
 Command addCaliper(CLI::App& app);
 Command addLine(CLI::App& app);
 Command addFit(CLI::App& app);
+Command addChessboard(CLI::App& app);
 Command addRenderScene(CLI::App& app);
 Command addRange(CLI::App& app);
 Command addCloud(CLI::App& app);

@@ -69,26 +69,28 @@ void requireUsable(const char* option, const fs::path& output, const fs::path& i
 
 }  // namespace
 
-std::vector<Job> planJobs(const InspectOptions& options) {
-  const bool several = options.inputs.size() > 1 || std::any_of(options.inputs.begin(), options.inputs.end(), isFolder);
-  if (!several) {
-    const fs::path input = options.inputs.front();
-    requireUsable("--overlay", options.overlay, input, ".png");
-    requireUsable("--report", options.report, input, ".html");
-    return {{input, options.overlay, options.report}};
+bool areSeveral(const std::vector<std::string>& inputs) {
+  return inputs.size() > 1 || std::any_of(inputs.begin(), inputs.end(), isFolder);
+}
+
+std::vector<Job> planJobs(const std::vector<std::string>& inputs, const fs::path& overlay, const fs::path& report) {
+  if (!areSeveral(inputs)) {
+    const fs::path input = inputs.front();
+    requireUsable("--overlay", overlay, input, ".png");
+    requireUsable("--report", report, input, ".html");
+    return {{input, overlay, report}};
   }
-  if (!options.truth.empty()) throw Failure(ExitStatus::kUsage, "--truth: takes one image, not several or a folder");
   // Folders are walked before output folders are made, which may lie inside them.
-  std::vector<fs::path> inputs;
-  for (const std::string& input : options.inputs) {
+  std::vector<fs::path> files;
+  for (const std::string& input : inputs) {
     const auto images = isFolder(input) ? imagesBelow(input) : std::vector<fs::path>{input};
-    inputs.insert(inputs.end(), images.begin(), images.end());
+    files.insert(files.end(), images.begin(), images.end());
   }
-  OutputNames overlays(options.overlay, "-overlay", ".png");
-  OutputNames reports(options.report, "-report", ".html");
+  OutputNames overlays(overlay, "-overlay", ".png");
+  OutputNames reports(report, "-report", ".html");
   std::vector<Job> jobs;
-  jobs.reserve(inputs.size());
-  for (const fs::path& input : inputs) jobs.push_back({input, overlays.of(input), reports.of(input)});
+  jobs.reserve(files.size());
+  for (const fs::path& file : files) jobs.push_back({file, overlays.of(file), reports.of(file)});
   return jobs;
 }
 

@@ -121,7 +121,10 @@ TruthComparison compareOutcome(const Outcome& outcome, const Truth& truth, const
 ExitStatus run(InspectOptions options) {
   std::optional<Truth> truth;
   if (!options.truth.empty()) truth = readTruth(options.truth);
-  const std::vector<Job> jobs = planJobs(options);
+  if (truth && areSeveral(options.inputs)) {
+    throw Failure(ExitStatus::kUsage, "--truth: takes one image, not several or a folder");
+  }
+  const std::vector<Job> jobs = planJobs(options.inputs, options.overlay, options.report);
   setUpDecoders();
   if (!options.outsideMask.empty()) {
     options.settings.outsideMask = std::make_shared<const GreyImage>(ImageFile::read(options.outsideMask).toGrey());

@@ -23,6 +23,7 @@ constexpr const char* kFooter =
     "  dax caliper parts.png --box 120,80,60,16,0 --pair --plot profile.png\n"
     "  dax line parts.png --from 40,200 --to 360,210 --calipers 30 --overlay line.png\n"
     "  dax fit decay.csv --model exponential --plot decay.svg\n"
+    "  dax chessboard left/ --size 9x6 --json\n"
     "  dax render-scene scene.png --truth scene.json\n"
     "  dax range convert heights.png parts.range --scale 0.1,0.1,0.01\n"
     "  dax cloud normals parts.range parts.ply --picture parts.png\n\n"
@@ -45,8 +46,8 @@ ExitStatus dispatch(int argc, char** argv) {
   app.set_help_flag("-h,--help", "show this help");
   app.require_subcommand(1);
   app.footer(std::string(kFooter) + kExitStatusHelp);
-  const Command commands[] = {addInspect(app), addFilter(app),      addCaliper(app), addLine(app),
-                              addFit(app),     addRenderScene(app), addRange(app),   addCloud(app)};
+  const Command commands[] = {addInspect(app),     addFilter(app), addCaliper(app), addLine(app),      addFit(app),
+                              addRenderScene(app), addRange(app),  addCloud(app),   addChessboard(app)};
   try {
     app.parse(argc, argv);
   } catch (const CLI::ParseError& error) {

@@ -227,7 +227,7 @@ std::string writeRows(const Cloud& cloud, bool text) {
 std::vector<std::string_view> HeaderLines::next() {
   while (++lines_ <= kMostHeaderLines) {
     const size_t end = rest_.find('\n');
-    if (end == std::string_view::npos || end > kMostHeaderLine) break;
+    if (end > kMostHeaderLine) break;  // or there is none
     const std::string_view line = rest_.substr(0, end);
     rest_.remove_prefix(end + 1);
     std::vector<std::string_view> words;

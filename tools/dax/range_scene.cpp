@@ -13,7 +13,8 @@ namespace {
 constexpr int kCell = 150;  // pixels; one part a cell
 constexpr float kPitch = 0.1F;
 constexpr float kStep = 0.001F;
-constexpr double kChamfer = 0.4;     // height and width
+constexpr double kChamfer = 0.4;  // height and width
+constexpr int kChamferPixels = 4;
 constexpr double kLightSlope = 1.5;  // of the laser's plane
 constexpr int kLongestShadow = 60;   // pixels
 constexpr int kDropoutPerMille = 12;
@@ -25,20 +26,20 @@ struct Part {
   double x, y, sine, cosine;
   double height;
 
+  bool isInside(double u, double v, double reach) const {
+    return shape.contains(u + reach, v) && shape.contains(u - reach, v) && shape.contains(u, v + reach) &&
+           shape.contains(u, v - reach);
+  }
+
   // Above the plate; discs are domes, other parts have chamfers.
   double heightAt(double px, double py) const {
     const double dx = px - x, dy = py - y;
     const double u = dx * cosine + dy * sine, v = dy * cosine - dx * sine;
     if (!shape.contains(u, v)) return 0;
     if (shape.kind == ShapeKind::kDisc) return height * std::sqrt(1 - (u * u + v * v) / (1.001 * shape.a * shape.a));
-    double rim = 0;
-    for (; rim < kChamfer; rim += kPitch) {
-      const double reach = (rim + kPitch) / kPitch;
-      const bool inside = shape.contains(u + reach, v) && shape.contains(u - reach, v) &&
-                          shape.contains(u, v + reach) && shape.contains(u, v - reach);
-      if (!inside) break;
-    }
-    return height - kChamfer + std::min(rim, kChamfer);
+    int rim = 0;  // pixels to the nearest edge, as far as the chamfer goes
+    while (rim < kChamferPixels && isInside(u, v, rim + 1)) ++rim;
+    return height - kChamfer + kChamfer * rim / kChamferPixels;
   }
 };
 
@@ -100,8 +101,9 @@ void addParts(HeightField& field, DaxiSize size, Random& random) {
   for (int cell = 0; cell < columns * rows; ++cell) {
     const Shape shape = randomShape(random);
     const double t = random.integer(-255, 255) / 256.0, norm = 1 + t * t;
-    const double x = (cell % columns + 0.5) * size.width / columns + random.real(-14, 14);
-    const double y = (cell / columns + 0.5) * size.height / rows + random.real(-14, 14);
+    const int column = cell % columns, row = cell / columns;
+    const double x = (column + 0.5) * size.width / columns + random.real(-14, 14);
+    const double y = (row + 0.5) * size.height / rows + random.real(-14, 14);
     field.add({shape, x, y, 2 * t / norm, (1 - t * t) / norm, random.real(1, 4)});
   }
 }

@@ -1,0 +1,75 @@
+"""Boards: corners where the squares meet, in the order that the program promises, from files and folders."""
+
+import pictures
+import pytest
+
+SIDE, LEFT, TOP = 24, 60, 50
+
+
+def board(columns, rows, width=400, height=330):
+    """Dark squares around columns x rows inner corners, the first corner at (LEFT + SIDE, TOP + SIDE) - 0.5."""
+    picture = pictures.blank(width, height, 220)
+    for r in range(rows + 1):
+        for c in range(columns + 1):
+            if (r + c) % 2 == 0:
+                pictures.draw(picture, LEFT + SIDE * c, TOP + SIDE * r, SIDE, SIDE, 30 + 5 * (c % 3))
+    return picture
+
+
+def write(path, picture):
+    path.write_bytes(pictures.pgm(picture))
+
+
+def expect(image, columns, rows):
+    assert (image["found"], image["columns"], image["rows"]) == (True, columns, rows)
+    assert len(image["corners"]) == columns * rows
+    for i, (x, y) in enumerate(image["corners"]):
+        assert x == pytest.approx(LEFT + SIDE * (1 + i % columns) - 0.5, abs=0.1)
+        assert y == pytest.approx(TOP + SIDE * (1 + i // columns) - 0.5, abs=0.1)
+
+
+@pytest.mark.parametrize("how", [["--size", "9x6"], ["--auto"]])
+def test_corners_row_by_row(dax, tmp_path, how):
+    write(tmp_path / "board.pgm", board(9, 6))
+    images = dax("chessboard", "board.pgm", *how, "--json").json["images"]
+    assert len(images) == 1 and (images[0]["width"], images[0]["height"]) == (400, 330)
+    expect(images[0], 9, 6)
+
+
+def test_size_says_which_sides_are_rows(dax, tmp_path):
+    write(tmp_path / "board.pgm", board(9, 6))
+    turned = dax("chessboard", "board.pgm", "--size", "6x9", "--json").json["images"][0]
+    straight = dax("chessboard", "board.pgm", "--size", "9x6", "--json").json["images"][0]
+    assert (turned["columns"], turned["rows"]) == (6, 9)
+    whole = [[(int(x), int(y)) for x, y in image["corners"]] for image in (turned, straight)]
+    assert whole[0][:9] != whole[1][:9] and sorted(whole[0]) == sorted(whole[1])
+    assert dax("chessboard", "board.pgm", "--size", "12x9", "--json").json["images"][0]["found"] is False
+
+
+def test_folder_with_pictures_and_a_broken_file(dax, tmp_path):
+    images = tmp_path / "images"
+    images.mkdir()
+    write(images / "a.pgm", board(5, 4))
+    write(images / "b.pgm", pictures.blank(100, 80))
+    (images / "c.pgm").write_bytes(b"P5\n9")
+    run = dax("chessboard", "images", "--auto", "--overlay", "order", status=1)
+    assert "c.pgm" in run.err and len(run.err.splitlines()) == 1
+    lines = run.out.splitlines()
+    assert "5 x 4" in lines[1] and "none" in lines[2] and lines[3] == "1 board in 3 images"
+    rows, pixel = pictures.read_png((tmp_path / "order/a-overlay.png").read_bytes())
+    assert pixel == 3 and any(max(p) - min(p) > 60 for row in rows for p in zip(row[::3], row[1::3], row[2::3]))
+    rows, pixel = pictures.read_png((tmp_path / "order/b-overlay.png").read_bytes())
+    assert all(row[::3] == row[1::3] == row[2::3] for row in rows)
+
+
+@pytest.mark.parametrize("how", [[], ["--size", "9"], ["--size", "1x6"], ["--size", "26x6"], ["--size", "9x6", "--auto"],
+                                 ["--size", "9x6x2"], ["--auto", "--overlay", "order.jpg"]])
+def test_command_lines_that_are_refused(dax, tmp_path, how):
+    write(tmp_path / "board.pgm", board(3, 3))
+    assert len(dax("chessboard", "board.pgm", *how, status=2).err.splitlines()) == 1
+
+
+def test_images_too_small_are_refused_by_name(dax, tmp_path):
+    write(tmp_path / "tiny.pgm", pictures.blank(1, 1))
+    run = dax("chessboard", "tiny.pgm", "--auto", status=5)
+    assert run.err.startswith("dax: tiny.pgm: ")
