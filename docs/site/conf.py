@@ -18,3 +18,12 @@ html_static_path = ["static"]
 html_css_files = ["dax.css"]
 html_theme_options = {"sidebar_hide_name": False}
 
+
+
+def escape_bars(app, what, name, obj, options, lines):
+    """|x| in a docstring is an absolute value, not a substitution."""
+    lines[:] = [line if line.lstrip().startswith((">>>", "...")) else line.replace("|", r"\|") for line in lines]
+
+
+def setup(app):
+    app.connect("autodoc-process-docstring", escape_bars)

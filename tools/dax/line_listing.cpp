@@ -9,8 +9,7 @@
 namespace dax::tool {
 namespace {
 
-constexpr Ink kLineColour{1.0, 0.72, 0.20, 1}, kInlierColour{0.16, 0.90, 0.62, 1},
-    kOutlierColour{0.95, 0.30, 0.25, 1};
+constexpr Ink kLineColour{1.0, 0.72, 0.20, 1}, kInlierColour{0.16, 0.90, 0.62, 1}, kOutlierColour{0.95, 0.30, 0.25, 1};
 
 // "0.9701 x + 0.2425 y - 123.400 = 0"
 std::string equation(const DaxiLine& line) {
