@@ -10,9 +10,12 @@ NAME, HOST_NAME = "libdax.so.0", "libdaxhost.so.0"
 
 
 def _open(name: str, variable: str) -> Any:
-    """The library that the environment names, or the one beside the package, or the system's."""
-    beside = pathlib.Path(__file__).with_name(name)
-    path = os.environ.get(variable) or (str(beside) if beside.exists() else name)
+    """The library that the environment names, or the one beside the package, or that of the build in which the
+    package lies, or the system's."""
+    package = pathlib.Path(__file__).resolve().parent
+    build = package.parents[1]
+    near = [place / name for place in (package, build, build / "host") if (place / name).exists()]
+    path = os.environ.get(variable) or (str(near[0]) if near else name)
     # Global, so that the library finds the pool's functions; they are weak imports.
     # For good, since worker threads may outlive the last reference.
     return ffi.dlopen(path, ffi.RTLD_NOW | ffi.RTLD_GLOBAL | ffi.RTLD_NODELETE)

@@ -38,7 +38,8 @@ void addEdgeOptions(CLI::App& app, CaliperSettings& settings) {
          "0.19 of it at 6, 0.02 at 50 [that of 20 grey levels]")
       ->type_name("T")
       ->group(group);
-  app.add_option("--choose", settings.choice, "only the K-th along the profile (or the last), not the best")
+  app.add_option("--choose", settings.choice,
+                 "only the K-th along the profile (or the last), not the best;\nits score is 1")
       ->check(CLI::Range(1, 1000000))
       ->type_name("K")
       ->group(group);

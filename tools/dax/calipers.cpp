@@ -245,7 +245,7 @@ double CaliperSettings::stepResponse() const {
   const double h = halfWidth, sigma = 0.16667 * 2 * h;
   const auto gauss = [&](double x) { return std::exp(-x * x / (2 * sigma * sigma)); };
   double sum = 0;
-  for (double x = -h; x <= h; ++x) sum += gauss(x);
+  for (int x = -static_cast<int>(halfWidth); x <= static_cast<int>(halfWidth); ++x) sum += gauss(x);
   return ((gauss(0) + gauss(1)) / 2 - gauss(h)) / sum;
 }
 
@@ -260,6 +260,7 @@ Caliper measure(const GreyImage& image, const Region& region, const CaliperSetti
 std::vector<Caliper> measureAll(const GreyImage& image, const std::vector<Region>& regions,
                                 const CaliperSettings& settings) {
   std::vector<Caliper> calipers;
+  calipers.reserve(regions.size());
   for (const Region& region : regions) calipers.push_back(measure(image, region, settings));
   return calipers;
 }

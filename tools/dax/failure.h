@@ -20,7 +20,7 @@ enum class ExitStatus {
 inline constexpr const char* kExitStatusHelp =
     "Exit status:\n"
     "  0  success\n"
-    "  1  some of several images failed; the others were inspected\n"
+    "  1  some of several images failed; the others are done\n"
     "  2  the command line is wrong\n"
     "  3  an input is missing, unreadable, damaged or no image\n"
     "  4  an output cannot be written\n"
