@@ -114,9 +114,21 @@ template <class T>
 CaliperSignal measureSignal(const CaliperImage<T>& image, const CaliperGrid& grid, uint32_t halfWidth,
                             const CaliperBuffer& at, void* buffer, int32_t isa);
 
-// The factor of a criterion for a value.
-float criterionFactor(const CaliperCriterion& criterion, float value);
 bool isCriterion(const CaliperCriterion& criterion);
+
+// The factor of a criterion for a value; and the same where its flag is set, else 1.
+float criterionFactor(const CaliperCriterion& criterion, float value);
+float factorIfActive(uint32_t flags, uint32_t flag, const CaliperCriterion& criterion, float value);
+
+// The geometric mean of the factors of all criteria whose flags are set, from their product.
+float geometricMean(float product, uint32_t flags);
+
+// Whether what configurations of single edges and of pairs have in common is in its ranges.
+template <class Cfg>
+bool isEdgeSearch(const Cfg& cfg) {
+  return cfg.threshold >= -kCaliperSlack && cfg.filterHalfWidth >= 1 && cfg.filterHalfWidth <= 50 &&
+         cfg.polarity >= 1 && cfg.polarity <= 3 && cfg.projection <= 1 && cfg.minScore >= 0;
+}
 
 // Edges of a signal in order of the profile; how many. There are fewer than its length.
 int32_t findEdges(const CaliperSignal& signal, uint32_t polarity, float threshold, CaliperEdge* edges);

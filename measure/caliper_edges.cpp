@@ -33,6 +33,15 @@ float criterionFactor(const CaliperCriterion& c, float v) {
   return slack < c.x2 ? c.y0 : 0;
 }
 
+float factorIfActive(uint32_t flags, uint32_t flag, const CaliperCriterion& criterion, float value) {
+  return flags & flag ? criterionFactor(criterion, value) : 1.0f;
+}
+
+float geometricMean(float product, uint32_t flags) {
+  const int active = __builtin_popcount(flags);
+  return active > 1 ? static_cast<float>(rootExact(product, active)) : product;
+}
+
 namespace {
 
 // Extrema may be as flat as the comparisons' slack allows, on one side only.
@@ -108,10 +117,7 @@ void extract(const CaliperSignal& signal, const CaliperGrid& grid, const Caliper
 
 DaxStatus DAXI_CalipEdgeDetect_cfg_check(const CaliperEdgeCfg* cfg) {
   DAX_REQUIRE(cfg->maxEdges >= 1, DAX_STS_BAD_PARAM);
-  DAX_REQUIRE(cfg->threshold >= -dax::kCaliperSlack, DAX_STS_BAD_PARAM);
-  DAX_REQUIRE(cfg->filterHalfWidth >= 1 && cfg->filterHalfWidth <= 50, DAX_STS_BAD_PARAM);
-  DAX_REQUIRE(cfg->polarity >= 1 && cfg->polarity <= 3, DAX_STS_BAD_PARAM);
-  DAX_REQUIRE(cfg->projection <= 1, DAX_STS_BAD_PARAM);
+  DAX_REQUIRE(dax::isEdgeSearch(*cfg), DAX_STS_BAD_PARAM);
   const std::pair<uint32_t, const CaliperCriterion&> criteria[] = {{DAXI_CALIPER_BY_CONTRAST, cfg->contrast},
                                                                    {DAXI_CALIPER_BY_GRAY, cfg->gray},
                                                                    {DAXI_CALIPER_BY_DISTANCE, cfg->distance},
@@ -121,7 +127,6 @@ DaxStatus DAXI_CalipEdgeDetect_cfg_check(const CaliperEdgeCfg* cfg) {
   }
   const uint32_t flags = cfg->scoreFlags;
   DAX_REQUIRE(flags >= 1 && flags <= 1023 && (flags & 0x1F8) == 0, DAX_STS_BAD_PARAM);
-  DAX_REQUIRE(cfg->minScore >= 0, DAX_STS_BAD_PARAM);
   return DAX_STS_OK;
 }
 
@@ -142,9 +147,8 @@ int32_t DAXI_CalipEdgeDetect_find_local_extremum(const dax::CaliperSignal* signa
 }
 
 void DAXI_CalipEdgeDetect_comprehensive_assess(CaliperEdge* edges, int32_t count, const CaliperEdgeCfg* cfg) {
-  const int active = __builtin_popcount(cfg->scoreFlags);
   const auto factor = [cfg](uint32_t flag, const CaliperCriterion& criterion, float value) {
-    return cfg->scoreFlags & flag ? dax::criterionFactor(criterion, value) : 1.0f;
+    return dax::factorIfActive(cfg->scoreFlags, flag, criterion, value);
   };
   for (CaliperEdge* edge = edges; edge < edges + count; ++edge) {
     float score = edge->score;
@@ -152,7 +156,7 @@ void DAXI_CalipEdgeDetect_comprehensive_assess(CaliperEdge* edges, int32_t count
     score *= factor(DAXI_CALIPER_BY_GRAY, cfg->gray, edge->gray);
     score *= factor(DAXI_CALIPER_BY_DISTANCE, cfg->distance, std::fabs(edge->position));
     score *= factor(DAXI_CALIPER_BY_OFFSET, cfg->offset, edge->position);
-    edge->score = active > 1 ? static_cast<float>(dax::rootExact(score, active)) : score;
+    edge->score = dax::geometricMean(score, cfg->scoreFlags);
   }
 }
 

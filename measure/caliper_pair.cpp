@@ -1,9 +1,9 @@
 // Pairs of edges: formation, scores, the best of them.
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 #include "frame/check.h"
-#include "frame/math.h"
 #include "measure/caliper.h"
 
 namespace dax {
@@ -92,22 +92,11 @@ void extract(const CaliperSignal& signal, const CaliperGrid& grid, const Caliper
   }
 }
 
-namespace {
-
-// A criterion of a pair that is active.
-float factorOf(const CaliperEdgePairCfg& cfg, uint32_t flag, const CaliperCriterion& criterion, float value) {
-  return cfg.scoreFlags & flag ? criterionFactor(criterion, value) : 1.0f;
-}
-
-}  // namespace
 }  // namespace dax
 
 DaxStatus DAXI_CalipEdgePairDetect_cfg_check(const CaliperEdgePairCfg* cfg) {
   DAX_REQUIRE(cfg->maxPairs >= 1, DAX_STS_BAD_PARAM);
-  DAX_REQUIRE(cfg->threshold >= -dax::kCaliperSlack, DAX_STS_BAD_PARAM);
-  DAX_REQUIRE(cfg->filterHalfWidth >= 1 && cfg->filterHalfWidth <= 50, DAX_STS_BAD_PARAM);
-  DAX_REQUIRE(cfg->polarity >= 1 && cfg->polarity <= 3, DAX_STS_BAD_PARAM);
-  DAX_REQUIRE(cfg->projection <= 1, DAX_STS_BAD_PARAM);
+  DAX_REQUIRE(dax::isEdgeSearch(*cfg), DAX_STS_BAD_PARAM);
   const std::pair<uint32_t, const CaliperCriterion&> criteria[] = {
       {DAXI_CALIPER_PAIR_BY_CONTRAST, cfg->contrast},
       {DAXI_CALIPER_PAIR_BY_GRAY, cfg->gray},
@@ -126,13 +115,12 @@ DaxStatus DAXI_CalipEdgePairDetect_cfg_check(const CaliperEdgePairCfg* cfg) {
   DAX_REQUIRE(cfg->scoreFlags >= 1 && cfg->scoreFlags <= dax::kPairFlags, DAX_STS_BAD_PARAM);
   const bool needsWidth = (cfg->scoreFlags & dax::kNeedExpectedWidth) != 0;
   DAX_REQUIRE(!needsWidth || cfg->expectedWidth >= dax::kCaliperSlack, DAX_STS_BAD_PARAM);
-  DAX_REQUIRE(cfg->minScore >= 0, DAX_STS_BAD_PARAM);
   return DAX_STS_OK;
 }
 
 void _DAXI_CalipEdgePairDetect_common_comprehensive_assess(CaliperEdgePair* pair, const CaliperEdgePairCfg* cfg) {
   const auto apply = [pair, cfg](uint32_t flag, const CaliperCriterion& criterion, float value) {
-    pair->score *= dax::factorOf(*cfg, flag, criterion, value);
+    pair->score *= dax::factorIfActive(cfg->scoreFlags, flag, criterion, value);
   };
   const float position = pair->position, norm = position / cfg->expectedWidth;
   apply(DAXI_CALIPER_PAIR_BY_CONTRAST, cfg->contrast, pair->contrast);
@@ -145,7 +133,7 @@ void _DAXI_CalipEdgePairDetect_common_comprehensive_assess(CaliperEdgePair* pair
 
 void _DAXI_CalipEdgePairDetect_pitch_comprehensive_assess(CaliperEdgePair* pair, const CaliperEdgePairCfg* cfg) {
   const auto apply = [pair, cfg](uint32_t flag, const CaliperCriterion& criterion, float value) {
-    pair->score *= dax::factorOf(*cfg, flag, criterion, value);
+    pair->score *= dax::factorIfActive(cfg->scoreFlags, flag, criterion, value);
   };
   const float expected = cfg->expectedWidth, difference = (pair->width - expected) / expected;
   apply(DAXI_CALIPER_PAIR_BY_SIZE_NORM, cfg->sizeNorm, pair->width / expected);
@@ -163,8 +151,7 @@ void DAXI_CalipEdgePairDetect_comprehensive_assess0(CaliperEdgePair* pair, const
 
 void DAXI_CalipEdgePairDetect_comprehensive_assess1(CaliperEdgePair* pair, const CaliperEdgePairCfg* cfg) {
   DAXI_CalipEdgePairDetect_comprehensive_assess0(pair, cfg);
-  const int active = __builtin_popcount(cfg->scoreFlags);
-  if (active > 1) pair->score = static_cast<float>(dax::rootExact(pair->score, active));
+  pair->score = dax::geometricMean(pair->score, cfg->scoreFlags);
 }
 
 void DAXI_CalipEdgePair_heap_adjust_descend_32f(CaliperEdgePair* pairs, int32_t place, int32_t count) {

@@ -25,10 +25,6 @@ struct CaliperOptions {
   CaliperOutputs outputs;
 };
 
-[[noreturn]] void reject(const std::string& message) {
-  throw Failure(ExitStatus::kUsage, message);
-}
-
 template <class R>
 void parseRegions(const char* option, const std::vector<std::string>& texts, const char* form,
                   std::vector<Region>& regions) {
@@ -107,8 +103,7 @@ ExitStatus run(const CaliperOptions& options) {
   }
   if (!outputs.plot.empty()) writeFile(outputs.plot, plotProfiles(calipers, options.settings));
   (outputs.json ? writeJson : writeTable)(std::cout, options, image.size, calipers);
-  std::cout.flush();
-  if (!std::cout) throw Failure(ExitStatus::kCannotWrite, "standard output: cannot be written");
+  finishOutput();
   return ExitStatus::kOk;
 }
 

@@ -39,15 +39,12 @@ struct Result {
 
 std::optional<ChessboardPatternSize> sizeOf(const ChessboardOptions& options) {
   if (options.anySize == !options.size.empty()) {
-    throw Failure(ExitStatus::kUsage, "chessboard: takes one of --size and --auto");
+    reject("chessboard: takes one of --size and --auto");
   }
   if (options.anySize) return std::nullopt;
-  if (const auto sides = splitPair(options.size, 'x')) {
-    const auto columns = parseInteger(sides->first, kLeastCorners, kMostCorners);
-    const auto rows = parseInteger(sides->second, kLeastCorners, kMostCorners);
-    if (columns && rows) return ChessboardPatternSize{*columns, *rows};
-  }
-  throw Failure(ExitStatus::kUsage, "--size: " + inQuotes(options.size) + " is not COLUMNSxROWS, each 2 to 25");
+  const auto sides = parseIntegerPair(options.size, 'x', kLeastCorners, kMostCorners);
+  if (!sides) reject("--size: " + inQuotes(options.size) + " is not COLUMNSxROWS, each 2 to 25");
+  return ChessboardPatternSize{sides->first, sides->second};
 }
 
 void search(const Job& job, const std::optional<ChessboardPatternSize>& size, Result& result) {
@@ -131,8 +128,7 @@ ExitStatus run(const ChessboardOptions& options) {
     }
   }
   (options.json ? writeJson : writeTable)(std::cout, results);
-  std::cout.flush();
-  if (!std::cout) throw Failure(ExitStatus::kCannotWrite, "standard output: cannot be written");
+  finishOutput();
   for (const Result& result : results) {
     if (result.failure) report(*result.failure);
   }

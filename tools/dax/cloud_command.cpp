@@ -1,6 +1,5 @@
 #include <CLI/CLI.hpp>
 #include <algorithm>
-#include <array>
 #include <cmath>
 #include <filesystem>
 #include <iostream>
@@ -36,24 +35,14 @@ struct CloudOptions {
   bool text = false;
 };
 
-[[noreturn]] void reject(const std::string& message) {
-  throw Failure(ExitStatus::kUsage, message);
-}
-
-std::vector<double> parseNumbers(const char* option, const std::string& text, size_t count, const char* form) {
-  std::vector<double> values;
-  for (const std::string_view part : split(text, ',')) {
-    const auto number = parseNumber(part);
-    if (number && std::abs(*number) <= std::numeric_limits<float>::max()) values.push_back(*number);
-  }
-  if (values.size() != count || split(text, ',').size() != count) {
-    reject(std::string(option) + ": " + inQuotes(text) + " is not " + form);
-  }
-  return values;
+std::vector<double> numbersIn(const char* option, const std::string& text, size_t count, const char* form) {
+  const auto numbers = parseNumbers(text, count);
+  if (!numbers) reject(std::string(option) + ": " + inQuotes(text) + " is not " + form);
+  return *numbers;
 }
 
 DAX3D_VECTOR_32F parseVector(const char* option, const std::string& text, const char* form) {
-  const auto v = parseNumbers(option, text, 3, form);
+  const auto v = numbersIn(option, text, 3, form);
   return {static_cast<float>(v[0]), static_cast<float>(v[1]), static_cast<float>(v[2])};
 }
 
@@ -68,16 +57,14 @@ DAX3D_VECTOR_32F parseLeaf(const std::string& text) {
 View parseView(const CloudOptions& options) {
   View view;
   if (!options.view.empty()) {
-    const auto angles = parseNumbers("--view", options.view, 2, "AZIMUTH,ELEVATION");
+    const auto angles = numbersIn("--view", options.view, 2, "AZIMUTH,ELEVATION");
     view.azimuth = angles[0];
     view.elevation = angles[1];
   }
   view.up = options.up[0] - 'x';
-  const auto sides = splitPair(options.size, 'x');
-  const auto width = sides ? parseInteger(sides->first, 64, 8192) : std::nullopt;
-  const auto height = sides ? parseInteger(sides->second, 64, 8192) : std::nullopt;
-  if (!width || !height) reject("--picture-size: " + inQuotes(options.size) + " is not WxH with sides of 64..8192");
-  view.size = {*width, *height};
+  const auto sides = parseIntegerPair(options.size, 'x', 64, 8192);
+  if (!sides) reject("--picture-size: " + inQuotes(options.size) + " is not WxH with sides of 64..8192");
+  view.size = {sides->first, sides->second};
   return view;
 }
 
@@ -99,11 +86,6 @@ struct Plan {
 Pool startPool(const CloudOptions& options) {
   const uint32_t processors = std::max(1U, std::thread::hardware_concurrency());
   return Pool(std::min(options.threads == 0 ? processors : options.threads, kMostCloudThreads));
-}
-
-void print(const std::string& text) {
-  std::cout << text << std::flush;
-  if (!std::cout) throw Failure(ExitStatus::kCannotWrite, "standard output: cannot be written");
 }
 
 Cloud readInput(const CloudOptions& options) {

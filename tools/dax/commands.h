@@ -26,4 +26,13 @@ Command addCloud(CLI::App& app);
 // One line on standard error.
 void report(const Failure& failure);
 
+// Throws Failure(kUsage): the command line is wrong.
+[[noreturn]] void reject(const std::string& message);
+
+// Flushes standard output. Throws Failure(kCannotWrite) when not all of it could be written.
+void finishOutput();
+
+// Writes to standard output, and finishes it.
+void print(const std::string& text);
+
 }  // namespace dax::tool

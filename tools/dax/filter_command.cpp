@@ -2,7 +2,6 @@
 #include <algorithm>
 #include <cstdlib>
 #include <filesystem>
-#include <iostream>
 #include <map>
 #include <memory>
 
@@ -24,10 +23,6 @@ struct FilterOptions {
   std::map<const FilterOption*, std::string> values;
   std::map<const FilterOption*, CLI::Option*> given;
 };
-
-[[noreturn]] void reject(const std::string& message) {
-  throw Failure(ExitStatus::kUsage, message);
-}
 
 const FilterOption& chosen(const FilterOptions& options) {
   const FilterOption* result = nullptr;
@@ -105,8 +100,7 @@ ExitStatus run(const FilterOptions& options) {
   if (options.compare.empty()) return ExitStatus::kOk;
   const Difference difference(image, result);
   writePicture(options.compare, difference.stretched());
-  std::cout << difference.text() << '\n' << std::flush;
-  if (!std::cout) throw Failure(ExitStatus::kCannotWrite, "standard output: cannot be written");
+  print(difference.text() + '\n');
   return ExitStatus::kOk;
 }
 

@@ -25,10 +25,6 @@ struct FitOptions {
   bool json = false;
 };
 
-[[noreturn]] void reject(const std::string& message) {
-  throw Failure(ExitStatus::kUsage, message);
-}
-
 std::string formatted(const char* format, double value) {
   char text[64];
   std::snprintf(text, sizeof text, format, value);
@@ -43,11 +39,9 @@ std::string counted(size_t count, const char* one, const char* many) {
 struct Request {
   explicit Request(const FitOptions& options) : model(parseModel(options.model)) {
     if (!model) reject("--model: " + inQuotes(options.model) + " is not one of " + kModelNames);
-    const auto sides = splitPair(options.columns, ',');
-    const auto first = sides ? parseInteger(sides->first, 1, 1000) : std::nullopt;
-    const auto second = sides ? parseInteger(sides->second, 1, 1000) : std::nullopt;
-    if (!first || !second) reject("--columns: " + inQuotes(options.columns) + " is not X,Y with numbers from 1 on");
-    xColumn = *first, yColumn = *second;
+    const auto columns = parseIntegerPair(options.columns, ',', 1, 1000);
+    if (!columns) reject("--columns: " + inQuotes(options.columns) + " is not X,Y with numbers from 1 on");
+    xColumn = columns->first, yColumn = columns->second;
     if (!options.start.empty()) parseStart(options.start);
     if (options.plot.empty()) return;
     if (fs::path(options.plot).extension() != ".svg") reject(printable(options.plot) + ": does not end in .svg");
@@ -129,8 +123,7 @@ ExitStatus run(const FitOptions& options) {
     writeFile(options.plot, drawFit(*request.model, points, fit, name + ", " + request.model->formula));
   }
   (options.json ? writeJson : writeTable)(std::cout, *request.model, fit);
-  std::cout << std::flush;
-  if (!std::cout) throw Failure(ExitStatus::kCannotWrite, "standard output: cannot be written");
+  finishOutput();
   return ExitStatus::kOk;
 }
 

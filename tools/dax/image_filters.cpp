@@ -27,11 +27,9 @@ Memory workBuffer(const char* step, SizeQuery query, DaxiSize size) {
 }
 
 std::optional<DaxiSize> parseMask(std::string_view text, int most) {
-  const auto sides = splitPair(text, 'x');
-  const auto width = sides ? parseInteger(sides->first, 1, most) : std::nullopt;
-  const auto height = sides ? parseInteger(sides->second, 1, most) : std::nullopt;
-  if (!width || !height) return std::nullopt;
-  return DaxiSize{*width, *height};
+  const auto sides = parseIntegerPair(text, 'x', 1, most);
+  if (!sides) return std::nullopt;
+  return DaxiSize{sides->first, sides->second};
 }
 
 // filter(src, srcStep, dst, dstStep, size, argument, work buffer) on an image, for what `step` names.

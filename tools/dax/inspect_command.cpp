@@ -97,8 +97,7 @@ void write(const InspectOptions& options, const Listing& listing) {
       writeCsv(std::cout, listing);
       break;
   }
-  std::cout.flush();
-  if (!std::cout) throw Failure(ExitStatus::kCannotWrite, "standard output: cannot be written");
+  finishOutput();
   if (listing.truth && options.format == ListingFormat::kCsv) std::cerr << listing.truth->text();
   if (options.time) writeTimes(std::cerr, listing.outcomes);
 }
@@ -122,7 +121,7 @@ ExitStatus run(InspectOptions options) {
   std::optional<Truth> truth;
   if (!options.truth.empty()) truth = readTruth(options.truth);
   if (truth && areSeveral(options.inputs)) {
-    throw Failure(ExitStatus::kUsage, "--truth: takes one image, not several or a folder");
+    reject("--truth: takes one image, not several or a folder");
   }
   const std::vector<Job> jobs = planJobs(options.inputs, options.overlay, options.report);
   setUpDecoders();

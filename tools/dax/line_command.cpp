@@ -120,7 +120,7 @@ void writeJson(std::ostream& out, const LineOptions& options, DaxiSize size, con
 ExitStatus run(LineOptions options) {
   const LineSettings& line = options.line;
   if (std::hypot(line.to.x - line.from.x, line.to.y - line.from.y) < 1) {
-    throw Failure(ExitStatus::kUsage, "--from and --to are less than a pixel apart");
+    reject("--from and --to are less than a pixel apart");
   }
   requireUsable(options.outputs, options.input);
   options.calipers.count = 1;
@@ -142,8 +142,7 @@ ExitStatus run(LineOptions options) {
     std::cout << imageTitle(printable(options.input), image.size) << ", ";
     writeLine(std::cout, fitted, calipers.size());
   }
-  std::cout.flush();
-  if (!std::cout) throw Failure(ExitStatus::kCannotWrite, "standard output: cannot be written");
+  finishOutput();
   return ExitStatus::kOk;
 }
 

@@ -14,6 +14,20 @@ void report(const Failure& failure) {
   std::cerr << "dax: " << failure.what() << '\n';
 }
 
+void reject(const std::string& message) {
+  throw Failure(ExitStatus::kUsage, message);
+}
+
+void finishOutput() {
+  std::cout.flush();
+  if (!std::cout) throw Failure(ExitStatus::kCannotWrite, "standard output: cannot be written");
+}
+
+void print(const std::string& text) {
+  std::cout << text;
+  finishOutput();
+}
+
 namespace {
 
 constexpr const char* kFooter =

@@ -1,8 +1,6 @@
 #include <CLI/CLI.hpp>
-#include <array>
 #include <cmath>
 #include <filesystem>
-#include <iostream>
 #include <limits>
 #include <memory>
 
@@ -40,21 +38,10 @@ struct RangeOptions {
   bool text = false;
 };
 
-[[noreturn]] void reject(const std::string& message) {
-  throw Failure(ExitStatus::kUsage, message);
-}
-
 DAX3D_VECTOR_32F parseVector(const char* option, const std::string& text) {
-  const auto parts = split(text, ',');
-  std::array<float, 3> values = {};
-  bool good = parts.size() == values.size();
-  for (size_t i = 0; good && i < values.size(); ++i) {
-    const auto number = parseNumber(parts[i]);
-    good = number && std::abs(*number) <= std::numeric_limits<float>::max();
-    if (good) values[i] = static_cast<float>(*number);
-  }
-  if (!good) reject(std::string(option) + ": " + inQuotes(text) + " is not X,Y,Z");
-  return {values[0], values[1], values[2]};
+  const auto v = parseNumbers(text, 3);
+  if (!v) reject(std::string(option) + ": " + inQuotes(text) + " is not X,Y,Z");
+  return {static_cast<float>((*v)[0]), static_cast<float>((*v)[1]), static_cast<float>((*v)[2])};
 }
 
 std::optional<RangeHeader> parseHeader(const RangeOptions& options) {
@@ -80,11 +67,6 @@ bool isOtherName(const fs::path& path) {
 // A range file of such a name would take the place of a picture or cloud, and no program could read it.
 void requireRangeName(const fs::path& path) {
   if (isOtherName(path)) reject(printable(path.string()) + ": is the name of a picture or cloud; OUT is a range file");
-}
-
-void print(const std::string& text) {
-  std::cout << text << std::flush;
-  if (!std::cout) throw Failure(ExitStatus::kCannotWrite, "standard output: cannot be written");
 }
 
 RangeImage readPicture(const RangeOptions& options, const RangeHeader& header) {
@@ -174,11 +156,9 @@ ExitStatus despeckle(const RangeOptions& options) {
 
 ExitStatus scene(const RangeOptions& options) {
   requireRangeName(options.output);
-  const auto sides = splitPair(options.size, 'x');
-  const auto width = sides ? parseInteger(sides->first, 150, 8192) : std::nullopt;
-  const auto height = sides ? parseInteger(sides->second, 150, 8192) : std::nullopt;
-  if (!width || !height) reject("--size: " + inQuotes(options.size) + " is not WxH with sides of 150..8192");
-  renderRangeScene({*width, *height}, static_cast<uint64_t>(options.seed)).write(options.output);
+  const auto sides = parseIntegerPair(options.size, 'x', 150, 8192);
+  if (!sides) reject("--size: " + inQuotes(options.size) + " is not WxH with sides of 150..8192");
+  renderRangeScene({sides->first, sides->second}, static_cast<uint64_t>(options.seed)).write(options.output);
   return ExitStatus::kOk;
 }
 

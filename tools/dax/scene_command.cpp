@@ -21,16 +21,10 @@ struct SceneOptions {
   int64_t seed = 1;
 };
 
-[[noreturn]] void reject(const std::string& message) {
-  throw Failure(ExitStatus::kUsage, message);
-}
-
 DaxiSize parseSize(const std::string& text) {
-  const auto sides = splitPair(text, 'x');
-  const auto width = sides ? parseInteger(sides->first, kLeastSceneSide, kMostSceneSide) : std::nullopt;
-  const auto height = sides ? parseInteger(sides->second, kLeastSceneSide, kMostSceneSide) : std::nullopt;
-  if (!width || !height) reject("--size: " + inQuotes(text) + " is not WxH with sides of 150..8192");
-  return {*width, *height};
+  const auto sides = parseIntegerPair(text, 'x', kLeastSceneSide, kMostSceneSide);
+  if (!sides) reject("--size: " + inQuotes(text) + " is not WxH with sides of 150..8192");
+  return {sides->first, sides->second};
 }
 
 ExitStatus run(const SceneOptions& options) {

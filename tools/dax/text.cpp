@@ -3,6 +3,7 @@
 #include <charconv>
 #include <cmath>
 #include <cstdio>
+#include <limits>
 
 namespace dax::tool {
 namespace {
@@ -77,6 +78,25 @@ std::optional<std::pair<std::string_view, std::string_view>> splitPair(std::stri
   const size_t at = text.find(separator);
   if (at == std::string_view::npos) return std::nullopt;
   return std::pair{text.substr(0, at), text.substr(at + 1)};
+}
+
+std::optional<std::pair<int, int>> parseIntegerPair(std::string_view text, char separator, int low, int high) {
+  const auto sides = splitPair(text, separator);
+  const auto first = sides ? parseInteger(sides->first, low, high) : std::nullopt;
+  const auto second = sides ? parseInteger(sides->second, low, high) : std::nullopt;
+  if (!first || !second) return std::nullopt;
+  return std::pair{*first, *second};
+}
+
+std::optional<std::vector<double>> parseNumbers(std::string_view text, size_t count) {
+  std::vector<double> values;
+  for (const std::string_view part : split(text, ',')) {
+    const auto number = parseNumber(part);
+    if (!number || std::fabs(*number) > std::numeric_limits<float>::max()) return std::nullopt;
+    values.push_back(*number);
+  }
+  if (values.size() != count) return std::nullopt;
+  return values;
 }
 
 std::string shortest(float value) {

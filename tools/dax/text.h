@@ -28,6 +28,12 @@ std::vector<std::string_view> split(std::string_view text, char separator);
 // The two sides of the first separator; none without one.
 std::optional<std::pair<std::string_view, std::string_view>> splitPair(std::string_view text, char separator);
 
+// Two integers of [low, high] with a separator between them.
+std::optional<std::pair<int, int>> parseIntegerPair(std::string_view text, char separator, int low, int high);
+
+// So many numbers between commas, none beyond what a float holds.
+std::optional<std::vector<double>> parseNumbers(std::string_view text, size_t count);
+
 // The shortest decimal that reads back as the same single-precision value.
 std::string shortest(float value);
 
