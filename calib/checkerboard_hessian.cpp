@@ -18,7 +18,7 @@ constexpr int32_t kLeastSide = 64, kMostSide = 65536;
 struct DetectBuffer {
   explicit DetectBuffer(DaxiSize size)
       : locate(layout.add<uint8_t>(LocateBuffer(size).layout.total())),
-        sampled(layout.add<uint8_t>(static_cast<uint64_t>(size.width) * static_cast<uint64_t>(size.height) / 4)),
+        sampled(layout.add<uint8_t>(pixelsOf(size) / 4)),
         corners(layout.add<CheckerboardCorner>(kMostGridCorners)),
         grid(layout.add<uint8_t>(GridBuffer(kMostGridCorners).layout.total())) {}
   BufferLayout layout;

@@ -27,10 +27,6 @@ constexpr float kLongestEdge = 1.0e6f;  // squared; where the search for the sho
 // The box around the centres of a group, and around these and their mean.
 constexpr uint64_t kBoxPoints = kMostQuads + 1;
 
-uint64_t pixelCount(DaxiSize size) {
-  return static_cast<uint64_t>(size.width) * static_cast<uint64_t>(size.height);
-}
-
 uint64_t boxBufferBytes() {
   uint64_t bytes = 0;
   _DAXI_PtEncloseBoxBufferSize_32s(kMostQuads, &bytes);
@@ -39,8 +35,8 @@ uint64_t boxBufferBytes() {
 
 struct ChessboardBuffer {
   ChessboardBuffer(DaxiSize size, ChessboardPatternSize pattern)
-      : mask(layout.add<uint8_t>(pixelCount(size))),
-        erosion(layout.add<uint8_t>(pixelCount(size))),
+      : mask(layout.add<uint8_t>(pixelsOf(size))),
+        erosion(layout.add<uint8_t>(pixelsOf(size))),
         columns(layout.add<uint32_t>(static_cast<uint64_t>(size.width))),
         model(layout.add<uint8_t>(FindModel(maskNeed(size, kEightConnected)).layout.total())),
         labelling(layout.add<uint8_t>(FindScratch(maskNeed(size, kEightConnected)).layout.total())),

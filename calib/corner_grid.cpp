@@ -5,6 +5,8 @@
 #include <cmath>
 #include <limits>
 
+#include "calib/vector2.h"
+
 namespace dax {
 namespace {
 
@@ -22,25 +24,6 @@ struct Cell {
   int32_t row;
 };
 constexpr Cell kSteps[4] = {{1, 0}, {0, 1}, {-1, 0}, {0, -1}};
-
-DaxiPoint32f operator-(DaxiPoint32f a, DaxiPoint32f b) {
-  return {a.x - b.x, a.y - b.y};
-}
-DaxiPoint32f operator+(DaxiPoint32f a, DaxiPoint32f b) {
-  return {a.x + b.x, a.y + b.y};
-}
-DaxiPoint32f operator*(float f, DaxiPoint32f a) {
-  return {f * a.x, f * a.y};
-}
-float dot(DaxiPoint32f a, DaxiPoint32f b) {
-  return a.x * b.x + a.y * b.y;
-}
-float cross(DaxiPoint32f a, DaxiPoint32f b) {
-  return a.x * b.y - a.y * b.x;
-}
-float length(DaxiPoint32f a) {
-  return std::sqrt(dot(a, a));
-}
 
 bool isFinite(DaxiPoint32f p) {
   constexpr float kFar = 1e6f;
@@ -74,6 +57,32 @@ class GridFinder {
     for (int32_t i = 0; i < count_; ++i) dropUnlikeSteps(i);
     for (int32_t i = 0; i < count_; ++i) keepMutual(i);
   }
+
+  // Whether a corner is linked, and in no component yet.
+  bool isSeed(int32_t i) {
+    const int32_t* const to = node(i).neighbour;
+    return node(i).component < 0 && std::any_of(to, to + 4, [](int32_t j) { return j >= 0; });
+  }
+
+  // The cells of all corners linked to a seed, and of those that the prober adds; none where they are too few.
+  CellRectangle growFrom(int32_t seed) {
+    int32_t placed = placeFrom(seed);
+    if (placed < kLeastComponent) return {};
+    CellRectangle map = mapCells(placed);
+    for (int32_t round = 0; prober_ && map.columns > 0 && round < kMostRounds; ++round) {
+      const int32_t before = placed;
+      placed = grow(map, placed);
+      if (placed == before) break;
+      map = mapCells(placed);
+    }
+    return map;
+  }
+
+  int32_t count() const { return count_; }
+  const GridBuffer& buffer() const { return at_; }
+
+ private:
+  GridNode& node(int32_t i) { return at_.nodes.in(buffer_)[i]; }
 
   // Places all corners linked to a seed; returns how many, in the queue.
   int32_t placeFrom(int32_t seed) {
@@ -126,18 +135,7 @@ class GridFinder {
     return placed;
   }
 
-  int32_t component(int32_t i) { return node(i).component; }
-  bool isLinked(int32_t i) {
-    const int32_t* const to = node(i).neighbour;
-    return std::any_of(to, to + 4, [](int32_t j) { return j >= 0; });
-  }
-  int32_t count() const { return count_; }
-  const GridBuffer& buffer() const { return at_; }
-
- private:
-  GridNode& node(int32_t i) { return at_.nodes.in(buffer_)[i]; }
-
-  // The slot whose direction is nearest to a way, if it is near enough and of the given evenness.
+  // Whether a way of that length runs along the node's line of even or of odd slots.
   bool liesAlong(const GridNode& n, DaxiPoint32f way, float distance, bool even) const {
     return std::fabs(dot(n.direction[even ? 0 : 1], way)) >= kSameLine * distance;
   }
@@ -278,6 +276,18 @@ void sortBySize(FoundBoards& boards) {
   });
 }
 
+void writeBoards(const FoundBoards& found, int32_t count, const CheckerboardCorner* corners, CheckerboardCorner* sorted,
+                 CheckerboardGrid* boards) {
+  int32_t total = 0;
+  for (int32_t i = 0; i < count; ++i) {
+    const CheckerboardGrid& grid = found.grids[i];
+    const int32_t size = grid.columns * grid.rows;
+    boards[i] = {grid.columns, grid.rows, total};
+    for (int32_t k = 0; k < size; ++k) sorted[total + k] = corners[found.indices[grid.first + k]];
+    total += size;
+  }
+}
+
 }  // namespace
 
 GridBuffer::GridBuffer(int32_t count)
@@ -296,17 +306,8 @@ int32_t findBoards(CheckerboardCorner* corners, int32_t* count, GridLimits limit
   FoundBoards found{at.found.in(buffer), at.board.in(buffer)};
   const int32_t seeds = *count;
   for (int32_t seed = 0; seed < seeds; ++seed) {
-    if (finder.component(seed) >= 0 || !finder.isLinked(seed)) continue;
-    int32_t placed = finder.placeFrom(seed);
-    if (placed < kLeastComponent) continue;
-    CellRectangle map = finder.mapCells(placed);
-    for (int32_t round = 0; prober && map.columns > 0 && round < kMostRounds; ++round) {
-      const int32_t before = placed;
-      placed = finder.grow(map, placed);
-      if (placed == before) break;
-      map = finder.mapCells(placed);
-    }
-    const CellRectangle board = largestFullRectangle(map, at.heights.in(buffer));
+    if (!finder.isSeed(seed)) continue;
+    const CellRectangle board = largestFullRectangle(finder.growFrom(seed), at.heights.in(buffer));
     const int32_t size = board.columns * board.rows;
     if (!isWithin(board, limits) || !isRegular(corners, board) || found.corners + size > kMostGridCorners) continue;
     CheckerboardGrid grid = orderBoard(corners, board, found.indices + found.corners);
@@ -318,14 +319,8 @@ int32_t findBoards(CheckerboardCorner* corners, int32_t* count, GridLimits limit
   *count = finder.count();
 
   sortBySize(found);
-  int32_t total = 0;
   const int32_t kept = std::min(found.count, maxBoards);
-  for (int32_t i = 0; i < kept; ++i) {
-    boards[i] = {found.grids[i].columns, found.grids[i].rows, total};
-    const int32_t size = boards[i].columns * boards[i].rows;
-    for (int32_t k = 0; k < size; ++k) sorted[total + k] = corners[found.indices[found.grids[i].first + k]];
-    total += size;
-  }
+  writeBoards(found, kept, corners, sorted, boards);
   return kept;
 }
 

@@ -5,6 +5,7 @@
 
 #include "dax/types.h"
 #include "daxi/point.h"
+#include "frame/math.h"
 
 namespace dax {
 
@@ -26,14 +27,17 @@ struct RingView {
   CornerEdges edges;
 };
 
-inline constexpr int32_t kMostRingSamples = 32;
-
 // Judges `count` samples at the angles 2 pi k / count, whose cosines and sines are given. They are thresholded at their
 // mean; there must be four changes, opposite sectors alike in width and level, and no sector narrower than 25 degrees.
 RingView viewRing(const float* samples, const DaxiPoint32f* directions, int32_t count, RingRules rules);
 
 // Unit vectors at the angles 2 pi k / count.
-void ringDirections(DaxiPoint32f* directions, int32_t count);
+constexpr void ringDirections(DaxiPoint32f* directions, int32_t count) {
+  for (int32_t k = 0; k < count; ++k) {
+    const SinCos at = sinCosExact(2 * std::numbers::pi * k / count);
+    directions[k] = {static_cast<float>(at.cosine), static_cast<float>(at.sine)};
+  }
+}
 
 // 32 samples of an image on a circle, interpolated bilinearly, the edge going on outside. Centre within +-2^20.
 RingView viewCircle(const uint8_t* src, int32_t srcStep, DaxiSize size, DaxiPoint32f centre, float radius,

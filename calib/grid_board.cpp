@@ -1,27 +1,17 @@
 // Boards as rectangles of cells.
 #include <algorithm>
-#include <cmath>
 
 #include "calib/corner_grid.h"
+#include "calib/vector2.h"
 
 namespace dax {
 namespace {
 
 constexpr float kUneven = 0.3f;  // difference of neighbouring steps, by the sum of their lengths
 
-DaxiPoint32f between(DaxiPoint32f a, DaxiPoint32f b) {
-  return {b.x - a.x, b.y - a.y};
-}
-float length(DaxiPoint32f a) {
-  return std::sqrt(a.x * a.x + a.y * a.y);
-}
-float cross(DaxiPoint32f a, DaxiPoint32f b) {
-  return a.x * b.y - a.y * b.x;
-}
-
 bool stepsAlike(DaxiPoint32f a, DaxiPoint32f b, DaxiPoint32f c) {
-  const DaxiPoint32f first = between(a, b), second = between(b, c);
-  return length(between(first, second)) <= kUneven * (length(first) + length(second));
+  const DaxiPoint32f first = b - a, second = c - b;
+  return length(second - first) <= kUneven * (length(first) + length(second));
 }
 
 // The rectangle turned a quarter: its rows become columns, and a turn from rows to columns stays one.
@@ -45,7 +35,7 @@ class TurnedBoard {
   }
   DaxiPoint32f point(int32_t c, int32_t r) const { return corners_[index(c, r)].point; }
   // How far the first row runs along x, and how far it lies above the last one.
-  DaxiPoint32f rowWay() const { return between(point(0, 0), point(columns() - 1, 0)); }
+  DaxiPoint32f rowWay() const { return point(columns() - 1, 0) - point(0, 0); }
   bool firstOnTop() const { return point(0, 0).y <= point(0, rows() - 1).y; }
 
  private:
@@ -100,8 +90,8 @@ bool isRegular(const CheckerboardCorner* corners, const CellRectangle& board) {
       if (r >= 2 && !stepsAlike(point(c, r - 2), point(c, r - 1), point(c, r))) return false;
       if (c < 1 || r < 1) continue;
       const DaxiPoint32f a = point(c - 1, r - 1), b = point(c, r - 1), d = point(c - 1, r), e = point(c, r);
-      const bool convex = cross(between(a, b), between(a, d)) > 0 && cross(between(b, e), between(b, a)) > 0 &&
-                          cross(between(e, d), between(e, b)) > 0 && cross(between(d, a), between(d, e)) > 0;
+      const bool convex =
+          cross(b - a, d - a) > 0 && cross(e - b, a - b) > 0 && cross(d - e, b - e) > 0 && cross(a - d, e - d) > 0;
       if (!convex) return false;
     }
   }

@@ -6,6 +6,7 @@
 #include "calib/corner_ring.h"
 #include "calib/hessian.h"
 #include "calib/local_maxima.h"
+#include "calib/vector2.h"
 #include "frame/math.h"
 #include "frame/rows.h"
 #include "frame/vector4.h"
@@ -23,11 +24,6 @@ constexpr float kEdgeScale = 3;
 constexpr float kFarthest = 3;  // from the pixel where the search for the saddle begins
 // Probing: how far off, how weak and how turned a corner may be, by its neighbour.
 constexpr float kProbedOffset = 0.3f, kProbedResponse = 0.1f, kProbedCosine = 0.94f;
-
-DaxiPoint32f unit(float x, float y) {
-  const float length = std::sqrt(x * x + y * y);
-  return length > 0 ? DaxiPoint32f{x / length, y / length} : DaxiPoint32f{1, 0};
-}
 
 // Determinants of the Hessian in rows 1..height - 2, as magnitudes; the frame around them is 0. Returns the threshold.
 float fillResponse(const float* smooth, float* response, DaxiSize size) {
@@ -120,7 +116,7 @@ void setEdges(const Quadric& f, DaxiPoint32f first, DaxiPoint32f second, Checker
 void setEdges(const Quadric& f, CheckerboardCorner& corner) {
   const float s = std::sqrt(-f.determinant());
   const float q = -0.5f * (f.b >= 0 ? f.b + s : f.b - s);
-  setEdges(f, unit(q, f.a), unit(f.c, q), corner);
+  setEdges(f, unit({q, f.a}), unit({f.c, q}), corner);
 }
 
 bool fitsQuadric(const HessianPlanes& planes, int32_t x, int32_t y) {
@@ -145,19 +141,15 @@ struct DoubledAngles {
 };
 
 float alike(DaxiPoint32f a, DaxiPoint32f b) {
-  return std::fabs(a.x * b.x + a.y * b.y);
-}
-
-uint64_t pixels(DaxiSize size) {
-  return static_cast<uint64_t>(size.width) * static_cast<uint64_t>(size.height);
+  return std::fabs(dot(a, b));
 }
 
 }  // namespace
 
 LocateBuffer::LocateBuffer(DaxiSize size)
-    : grey(layout.add<uint8_t>(pixels(size))),
-      smooth(layout.add<float>(pixels(size))),
-      response(layout.add<float>(pixels(size))),
+    : grey(layout.add<uint8_t>(pixelsOf(size))),
+      smooth(layout.add<float>(pixelsOf(size))),
+      response(layout.add<float>(pixelsOf(size))),
       gauss(layout.add<uint8_t>(GaussBuffer(size).layout.total())),
       near(layout.add<int32_t>(NearMap::blocks(size))) {}
 

@@ -1,14 +1,14 @@
-#include "frame/memory.h"
+#include "dax/memory.h"
 
 #include <cstdlib>
 #include <cstring>
 
-#include "dax/memory.h"
 #include "zur/memory.h"
 
-namespace dax {
+namespace {
 
-// The start of the system's block is kept in the eight bytes before the result. Those may have any alignment.
+// Under both prefixes. The start of the system's block is kept in the eight bytes before the result, which may have any
+// alignment.
 void* alignedAlloc(uint64_t size, int32_t alignment) {
   if (size == 0 || alignment <= 0) return nullptr;
   uint64_t total;
@@ -31,22 +31,22 @@ void alignedFree(void* block) {
   std::free(start);
 }
 
-}  // namespace dax
+}  // namespace
 
 void* ZUR_Malloc(uint64_t size, int32_t alignment) {
-  return dax::alignedAlloc(size, alignment);
+  return alignedAlloc(size, alignment);
 }
 
 void ZUR_Free(void* block) {
-  dax::alignedFree(block);
+  alignedFree(block);
 }
 
 void* DAX_CpuMemMalloc(uint64_t size, int32_t alignment) {
-  return dax::alignedAlloc(size, alignment);
+  return alignedAlloc(size, alignment);
 }
 
 void DAX_CpuMemFree(void* block) {
-  dax::alignedFree(block);
+  alignedFree(block);
 }
 
 void* DAXCUDA_Malloc() {

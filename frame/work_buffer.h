@@ -5,8 +5,14 @@
 #include <cstdint>
 
 #include "dax/status.h"
+#include "dax/types.h"
 
 namespace dax {
+
+// Of a size whose sides are not negative.
+inline uint64_t pixelsOf(DaxiSize size) {
+  return static_cast<uint64_t>(size.width) * static_cast<uint64_t>(size.height);
+}
 
 // A typed part of a work buffer.
 template <class T>

@@ -87,8 +87,7 @@ void clear(uint8_t* dst, int32_t dstStep, DaxiSize size) {
 }
 
 struct ErodeBuffer {
-  explicit ErodeBuffer(DaxiSize size)
-      : pixels(layout.add<uint8_t>(static_cast<uint64_t>(size.width) * static_cast<uint64_t>(size.height))) {}
+  explicit ErodeBuffer(DaxiSize size) : pixels(layout.add<uint8_t>(pixelsOf(size))) {}
   BufferLayout layout;
   BufferPiece<uint8_t> pixels;
 };

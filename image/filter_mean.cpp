@@ -198,7 +198,7 @@ DaxStatus bufferSize(DaxiSize size, uint64_t* bytes) {
   DAX_REQUIRE(bytes, DAX_STS_NULL_POINTER);
   DAX_REQUIRE(atLeast(size, 1), DAX_STS_BAD_PARAM);
   BufferLayout layout;
-  layout.add<Entry>(static_cast<uint64_t>(size.width) * static_cast<uint64_t>(size.height));
+  layout.add<Entry>(pixelsOf(size));
   return layout.store(bytes);
 }
 
@@ -208,7 +208,7 @@ constexpr int32_t kLeastBandWidth = 9;
 // 16-bit entries of one thread; for bands at least an extended row of column sums, w + W.
 uint64_t byteEntries(DaxiSize size, DaxiSize mask) {
   const auto width = static_cast<uint64_t>(size.width), maskWidth = static_cast<uint64_t>(mask.width);
-  if (size.width < kLeastBandWidth) return width * static_cast<uint64_t>(size.height);
+  if (size.width < kLeastBandWidth) return pixelsOf(size);
   return width + maskWidth / 2 + (maskWidth / 16 + 1) * 8;
 }
 

@@ -61,7 +61,7 @@ FindNeed maskNeed(DaxiSize size, int32_t connectivity) {
 }
 
 FindNeed classNeed(DaxiSize size) {
-  const uint64_t pixels = static_cast<uint64_t>(size.width) * static_cast<uint64_t>(size.height);
+  const uint64_t pixels = pixelsOf(size);
   return {pixels, pixels, pixels};
 }
 

@@ -7,6 +7,11 @@
 
 namespace dax {
 
+// A count that is not negative.
+inline uint64_t unsignedOf(int64_t count) {
+  return static_cast<uint64_t>(count);
+}
+
 class Arena {
  public:
   // Without memory (null, 0) an arena measures.

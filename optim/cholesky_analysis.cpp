@@ -1,215 +1,12 @@
-// Symbolic analysis: which columns behave alike, in which order they are eliminated, what fills, which make a panel.
+// Symbolic analysis: the order of elimination, the supernodes, what fills, and where everything goes.
 #include <algorithm>
-#include <cstring>
 
 #include "optim/cholesky.h"
+#include "optim/elimination_tree.h"
 #include "optim/msp.h"
-#include "optim/ordering.h"
 
 namespace dax {
 namespace {
-
-constexpr int32_t kNone = -1;
-
-uint64_t unsignedOf(int64_t count) {
-  return static_cast<uint64_t>(count);
-}
-
-// The whole symmetric pattern, diagonal included, rows ascending.
-struct Symmetric {
-  Symmetric(Arena& arena, int32_t n, uint64_t elements)
-      : start(arena.borrow<int64_t>(unsignedOf(n) + 1)), row(arena.borrow<int32_t>(2 * elements + unsignedOf(n))) {}
-
-  void fill(const PrmtMsp& matrix) {
-    const int32_t n = matrix.cols;
-    std::fill_n(start, n + 1, 0);
-    forEachPair(matrix, [&](int32_t i, int32_t j) {
-      ++start[j + 1];
-      if (i != j) ++start[i + 1];
-    });
-    for (int32_t j = 0; j < n; ++j) start[j + 1] += start[j];
-    // start[j] runs to the start of j + 1 and is put back.
-    forEachPair(matrix, [&](int32_t i, int32_t j) {
-      row[start[j]++] = i;
-      if (i != j) row[start[i]++] = j;
-    });
-    for (int32_t j = n; j > 0; --j) start[j] = start[j - 1];
-    start[0] = 0;
-  }
-
-  // The elements on and below the diagonal by columns, each with its diagonal, there or not, first.
-  template <class Visit>
-  static void forEachPair(const PrmtMsp& matrix, const Visit& visit) {
-    for (int32_t j = 0; j < matrix.cols; ++j) {
-      visit(j, j);
-      for (int64_t p = findElement(matrix, j + 1, j); p < matrix.start[j + 1]; ++p) visit(matrix.row[p], j);
-    }
-  }
-
-  int64_t* start;
-  int32_t* row;
-};
-
-// Columns with the same pattern, as the parameters of one pose or point have, become one node of a graph.
-struct Nodes {
-  Nodes(Arena& arena, int32_t n, uint64_t elements)
-      : of(arena.borrow<int32_t>(unsignedOf(n))),
-        first(arena.borrow<int32_t>(unsignedOf(n))),
-        next(arena.borrow<int32_t>(unsignedOf(n))),
-        weight(arena.borrow<int32_t>(unsignedOf(n))),
-        start(arena.borrow<int64_t>(unsignedOf(n) + 1)),
-        adjacent(arena.borrow<int32_t>(2 * elements)),
-        hash(arena.borrow<uint64_t>(unsignedOf(n))) {}
-
-  void group(const Symmetric& matrix, int32_t n) {
-    for (int32_t j = 0; j < n; ++j) {
-      hash[j] = 0;
-      for (int64_t p = matrix.start[j]; p < matrix.start[j + 1]; ++p) {
-        hash[j] += (static_cast<uint64_t>(matrix.row[p]) + 1) * 0x9E3779B97F4A7C15u;
-      }
-      of[j] = kNone;
-    }
-    count = 0;
-    for (int32_t j = 0; j < n; ++j) {
-      if (of[j] != kNone) continue;
-      first[count] = j;
-      weight[count] = 0;
-      int32_t last = kNone;
-      // Columns alike are neighbours of each other.
-      for (int64_t p = matrix.start[j]; p < matrix.start[j + 1]; ++p) {
-        const int32_t k = matrix.row[p];
-        if (k < j || of[k] != kNone || !alike(matrix, j, k)) continue;
-        of[k] = count;
-        ++weight[count];
-        if (last != kNone) next[last] = k;
-        next[k] = kNone;
-        last = k;
-      }
-      ++count;
-    }
-  }
-
-  // Neighbours of each node, through its first column.
-  void connect(const Symmetric& matrix) {
-    int64_t end = 0;
-    for (int32_t u = 0; u < count; ++u) {
-      start[u] = end;
-      const int32_t j = first[u];
-      for (int64_t p = matrix.start[j]; p < matrix.start[j + 1]; ++p) {
-        const int32_t k = matrix.row[p];
-        if (of[k] != u && first[of[k]] == k) adjacent[end++] = of[k];
-      }
-    }
-    start[count] = end;
-  }
-
-  WeightedGraph graph(int32_t n) const { return {count, n, weight, start, adjacent}; }
-
-  int32_t* of;     // of each column
-  int32_t* first;  // column of each node
-  int32_t* next;   // column of the same node
-  int32_t* weight;
-  int64_t* start;
-  int32_t* adjacent;
-  uint64_t* hash;
-  int32_t count = 0;
-
- private:
-  bool alike(const Symmetric& matrix, int32_t j, int32_t k) const {
-    const int64_t length = matrix.start[j + 1] - matrix.start[j];
-    if (hash[j] != hash[k] || length != matrix.start[k + 1] - matrix.start[k]) return false;
-    return std::memcmp(matrix.row + matrix.start[j], matrix.row + matrix.start[k],
-                       static_cast<size_t>(length) * sizeof(int32_t)) == 0;
-  }
-};
-
-// The elimination tree of the nodes in postorder. Positions in this order name the nodes from here on.
-struct Tree {
-  Tree(Arena& arena, int32_t n)
-      : node(arena.borrow<int32_t>(unsignedOf(n))),
-        position(arena.borrow<int32_t>(unsignedOf(n))),
-        parent(arena.borrow<int32_t>(unsignedOf(n))),
-        below(arena.borrow<int32_t>(unsignedOf(n))),
-        mark(arena.borrow<int32_t>(unsignedOf(n))),
-        child(arena.borrow<int32_t>(unsignedOf(n))),
-        sibling(arena.borrow<int32_t>(unsignedOf(n))) {}
-
-  void build(const Nodes& nodes) {
-    place(nodes.count);
-    findParents(nodes);
-    sortPostorder(nodes.count);
-    place(nodes.count);
-    findParents(nodes);
-    countBelow(nodes);
-  }
-
-  int32_t* node;      // at each position
-  int32_t* position;  // of each node
-  int32_t* parent;    // position, or kNone
-  int32_t* below;     // columns of the factor's rows below the node's own
-  int32_t* mark;
-  int32_t* child;
-  int32_t* sibling;
-
- private:
-  void place(int32_t count) {
-    for (int32_t k = 0; k < count; ++k) position[node[k]] = k;
-  }
-
-  // Liu's algorithm; mark holds shortcuts towards the root.
-  void findParents(const Nodes& nodes) {
-    for (int32_t k = 0; k < nodes.count; ++k) {
-      parent[k] = mark[k] = kNone;
-      const int32_t u = node[k];
-      for (int64_t p = nodes.start[u]; p < nodes.start[u + 1]; ++p) {
-        for (int32_t i = position[nodes.adjacent[p]]; i != kNone && i < k;) {
-          const int32_t up = mark[i];
-          mark[i] = k;
-          if (up == kNone) parent[i] = k;
-          i = up;
-        }
-      }
-    }
-  }
-
-  void sortPostorder(int32_t count) {
-    std::fill_n(child, count, kNone);
-    for (int32_t k = count - 1; k >= 0; --k) {
-      if (parent[k] == kNone) continue;
-      sibling[k] = child[parent[k]];
-      child[parent[k]] = k;
-    }
-    int32_t done = 0;
-    for (int32_t root = 0; root < count; ++root) {
-      if (parent[root] != kNone) continue;
-      for (int32_t k = root;;) {
-        while (child[k] != kNone) k = child[k];
-        mark[done++] = node[k];
-        if (k == root) break;
-        // The next sibling becomes the parent's first child: a node is left when it has no child any more.
-        child[parent[k]] = sibling[k];
-        k = parent[k];
-      }
-    }
-    std::copy_n(mark, count, node);
-  }
-
-  // Row k of the factor has the nodes on the paths from its neighbours before it up to it.
-  void countBelow(const Nodes& nodes) {
-    std::fill_n(below, nodes.count, 0);
-    std::fill_n(mark, nodes.count, kNone);
-    for (int32_t k = 0; k < nodes.count; ++k) {
-      mark[k] = k;
-      const int32_t u = node[k];
-      for (int64_t p = nodes.start[u]; p < nodes.start[u + 1]; ++p) {
-        for (int32_t i = position[nodes.adjacent[p]]; i < k && mark[i] != k; i = parent[i]) {
-          below[i] += nodes.weight[u];
-          mark[i] = k;
-        }
-      }
-    }
-  }
-};
 
 // A panel while it is made: nodes begin..end - 1, their columns, columns of the rows below, and zeros that are stored.
 struct Candidate {
@@ -227,8 +24,9 @@ bool worthMerging(const Candidate& merged) {
   return merged.zeros * 20 <= size;
 }
 
-// Panels: nodes in a row of the tree with the same rows below, then children merged into parents where that pays.
-int32_t findPanels(const Nodes& nodes, const Tree& tree, Candidate* panels) {
+// Panels: nodes in a row of the tree with the same rows below, then children merged into parents where that pays (relaxed
+// supernodes: Ashcraft and Grimes 1989).
+int32_t findPanels(const CompressedGraph& nodes, const EliminationTree& tree, Candidate* panels) {
   int32_t count = 0;
   for (int32_t k = 0; k < nodes.count; ++k) {
     const int32_t weight = nodes.weight[tree.node[k]];
@@ -260,9 +58,9 @@ struct Scratch {
         nodeAt(arena.borrow<int32_t>(unsignedOf(n))),
         panelOf(arena.borrow<int32_t>(unsignedOf(n))),
         inverse(arena.borrow<int32_t>(unsignedOf(n))) {}
-  Symmetric matrix;
-  Nodes nodes;
-  Tree tree;
+  SymmetricPattern matrix;
+  CompressedGraph nodes;
+  EliminationTree tree;
   Candidate* panels;
   int32_t* columnOf;  // first column of the node at each position
   int32_t* nodeAt;    // position of the node of each column of the factor
@@ -394,9 +192,8 @@ bool analyse(Arena& arena, const PrmtMsp& matrix, PrmCholesky& factor) {
   Scratch s(arena, n, elements);
   if (!arena.fits()) return false;
   s.matrix.fill(matrix);
-  s.nodes.group(s.matrix, n);
-  s.nodes.connect(s.matrix);
-  if (!minimumDegree(arena, s.nodes.graph(n), s.tree.node)) return false;
+  s.nodes.compress(s.matrix, n);
+  if (!minimumDegree(arena, s.nodes.view(n), s.tree.node)) return false;
   s.tree.build(s.nodes);
   const int32_t panels = findPanels(s.nodes, s.tree, s.panels);
   int64_t rows = 0, values = 0;

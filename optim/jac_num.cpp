@@ -24,8 +24,7 @@ int32_t addColumn(PrmtMsp* jacobian, int32_t j, const double* base, const double
 
 int32_t PRMT_JacNum_Process_f64(const double* x, int32_t n, int32_t m, void* user, PrmtResidualFunction residuals,
                                 PrmtUpdateFunction update, PrmtMsp* jacobian, double* scratch) {
-  DAX_REQUIRE(x && user && residuals && update && jacobian && scratch, PRMT_STS_NULL_POINTER);
-  DAX_REQUIRE(jacobian->start && jacobian->row && jacobian->value, PRMT_STS_NULL_POINTER);
+  DAX_REQUIRE(x && user && residuals && update && dax::isSet(jacobian) && scratch, PRMT_STS_NULL_POINTER);
   DAX_REQUIRE(n >= 1 && m >= 1 && jacobian->rows == m && jacobian->cols == n, PRMT_STS_BAD_PARAM);
   double* const base = scratch;
   double* const moved = base + m;

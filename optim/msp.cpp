@@ -12,10 +12,6 @@ static_assert(sizeof(PrmtMsp) == 48 && offsetof(PrmtMsp, patternVersion) == 16 &
 namespace dax {
 namespace {
 
-bool isSet(const PrmtMsp* matrix) {
-  return matrix && matrix->start && matrix->row && matrix->value;
-}
-
 bool holds(const PrmtMsp& matrix, int32_t row, int32_t col) {
   return row >= 0 && row < matrix.rows && col >= 0 && col < matrix.cols;
 }

@@ -12,6 +12,11 @@
 
 namespace dax {
 
+// Whether there is a matrix with all its arrays.
+inline bool isSet(const PrmtMsp* matrix) {
+  return matrix && matrix->start && matrix->row && matrix->value;
+}
+
 inline int64_t elementsOf(const PrmtMsp& matrix) {
   return matrix.start[matrix.cols];
 }

@@ -7,10 +7,6 @@
 namespace dax {
 namespace {
 
-bool isSet(const PrmtMsp* matrix) {
-  return matrix && matrix->start && matrix->row && matrix->value;
-}
-
 // Collects the elements of one column at a time (Gustavson 1978): values by row, and which rows there are.
 struct Collector {
   Collector(Arena arena, int32_t rows)
@@ -21,11 +17,16 @@ struct Collector {
     if (seen) std::fill_n(seen, rows, -1);
   }
 
-  void add(const PrmtMsp& matrix, int32_t col, double factor, int32_t mark) {
+  void begin(int32_t resultColumn) {
+    column = resultColumn;
+    count = 0;
+  }
+
+  void add(const PrmtMsp& matrix, int32_t col, double factor) {
     for (int64_t p = matrix.start[col]; p < matrix.start[col + 1]; ++p) {
       const int32_t i = matrix.row[p];
-      if (seen[i] != mark) {
-        seen[i] = mark;
+      if (seen[i] != column) {
+        seen[i] = column;
         found[count++] = i;
         sum[i] = 0;
       }
@@ -37,18 +38,19 @@ struct Collector {
   int32_t* seen;  // the last column that had this row
   int32_t* found;
   uint64_t needed;
+  int32_t column = 0;
   int32_t count = 0;
 };
 
-// Forms a matrix column by column; collect(collector, j, mark) adds what makes column j. A first round counts, so that a
+// Forms a matrix column by column; collect(collector, j) adds what makes column j. A first round counts, so that a
 // result without room stays as it was.
 template <class Collect>
 int32_t formColumns(PrmtMsp& result, void* buffer, const Collect& collect) {
   Collector collector(Arena(buffer, UINT64_MAX), result.rows);
   int64_t elements = 0;
   for (int32_t j = 0; j < result.cols; ++j) {
-    collector.count = 0;
-    collect(collector, j, j);
+    collector.begin(j);
+    collect(collector, j);
     elements += collector.count;
   }
   DAX_REQUIRE(elements <= result.capacity, PRMT_STS_FULL);
@@ -56,8 +58,8 @@ int32_t formColumns(PrmtMsp& result, void* buffer, const Collect& collect) {
   std::fill_n(collector.seen, result.rows, -1);
   int64_t end = 0;
   for (int32_t j = 0; j < result.cols; ++j) {
-    collector.count = 0;
-    collect(collector, j, j);
+    collector.begin(j);
+    collect(collector, j);
     std::sort(collector.found, collector.found + collector.count);
     for (int32_t k = 0; k < collector.count; ++k, ++end) {
       result.row[end] = collector.found[k];
@@ -134,8 +136,8 @@ int32_t PRMT_MSP_Mul_bufsize_f64(const PrmtMsp* a, const PrmtMsp* b, uint64_t* b
 int32_t PRMT_MSP_Mul_f64(const PrmtMsp* a, const PrmtMsp* b, PrmtMsp* product, void* buffer) {
   DAX_REQUIRE(isSet(a) && isSet(b) && isSet(product) && buffer, PRMT_STS_NULL_POINTER);
   DAX_REQUIRE(a->cols == b->rows && product->rows == a->rows && product->cols == b->cols, PRMT_STS_BAD_PARAM);
-  return dax::formColumns(*product, buffer, [&](dax::Collector& column, int32_t j, int32_t mark) {
-    for (int64_t p = b->start[j]; p < b->start[j + 1]; ++p) column.add(*a, b->row[p], b->value[p], mark);
+  return dax::formColumns(*product, buffer, [&](dax::Collector& column, int32_t j) {
+    for (int64_t p = b->start[j]; p < b->start[j + 1]; ++p) column.add(*a, b->row[p], b->value[p]);
   });
 }
 
@@ -148,9 +150,9 @@ int32_t PRMT_MSP_Add_bufsize_f64(const PrmtMsp* a, const PrmtMsp* b, uint64_t* b
 int32_t PRMT_MSP_Add_f64(double alpha, const PrmtMsp* a, double beta, const PrmtMsp* b, PrmtMsp* sum, void* buffer) {
   DAX_REQUIRE(isSet(a) && isSet(b) && isSet(sum) && buffer, PRMT_STS_NULL_POINTER);
   DAX_REQUIRE(dax::sameShape(*a, *b) && dax::sameShape(*a, *sum), PRMT_STS_BAD_PARAM);
-  return dax::formColumns(*sum, buffer, [&](dax::Collector& column, int32_t j, int32_t mark) {
-    column.add(*a, j, alpha, mark);
-    column.add(*b, j, beta, mark);
+  return dax::formColumns(*sum, buffer, [&](dax::Collector& column, int32_t j) {
+    column.add(*a, j, alpha);
+    column.add(*b, j, beta);
   });
 }
 

@@ -51,18 +51,31 @@ void NormalEquations::measure(Arena& arena, int32_t n, int32_t m, uint64_t eleme
 }
 
 bool NormalEquations::adopt(const PrmtMsp& jacobian) {
-  const int32_t n = jacobian.cols;
   arena_.release(mark_);
   version_ = -1;
-  takeVectors(n, jacobian.rows);
-  if (isFull(jacobian)) {
-    matrix_ = takeMatrix(arena_, n, n, int64_t{n} * (n + 1) / 2);
-    if (!arena_.fits()) return false;
-    layFull();
-    if (!analyse(arena_, matrix_, factor_)) return false;
-    version_ = jacobian.patternVersion;
-    return true;
+  takeVectors(jacobian.cols, jacobian.rows);
+  if (!(isFull(jacobian) ? layFull(jacobian.cols) : laySparse(jacobian))) return false;
+  if (!analyse(arena_, matrix_, factor_)) return false;
+  version_ = jacobian.patternVersion;
+  return true;
+}
+
+// Everything on and below the diagonal.
+bool NormalEquations::layFull(int32_t n) {
+  matrix_ = takeMatrix(arena_, n, n, int64_t{n} * (n + 1) / 2);
+  if (!arena_.fits()) return false;
+  int64_t end = 0;
+  for (int32_t j = 0; j < n; ++j) {
+    matrix_.start[j] = end;
+    for (int32_t i = j; i < n; ++i) matrix_.row[end++] = i;
   }
+  matrix_.start[n] = end;
+  return true;
+}
+
+// Pairs of columns that share a row of the Jacobian. A first round counts them.
+bool NormalEquations::laySparse(const PrmtMsp& jacobian) {
+  const int32_t n = jacobian.cols;
   rows_ = takeMatrix(arena_, n, jacobian.rows, elementsOf(jacobian));
   matrix_ = takeMatrix(arena_, n, n, 0);
   if (!arena_.fits()) return false;
@@ -75,32 +88,20 @@ bool NormalEquations::adopt(const PrmtMsp& jacobian) {
   matrix_.value = arena_.take<double>(static_cast<uint64_t>(elements));
   if (!arena_.fits()) return false;
   layPattern(jacobian, true);
-  if (!analyse(arena_, matrix_, factor_)) return false;
-  version_ = jacobian.patternVersion;
   return true;
 }
 
-// Everything on and below the diagonal.
-void NormalEquations::layFull() {
-  int64_t end = 0;
-  for (int32_t j = 0; j < matrix_.cols; ++j) {
-    matrix_.start[j] = end;
-    for (int32_t i = j; i < matrix_.cols; ++i) matrix_.row[end++] = i;
-  }
-  matrix_.start[matrix_.cols] = end;
-}
-
-// Visits for each column j of A, ascending, its elements p of the Jacobian with the elements of their rows
-// from column j on, in the transpose: visit(j, p, from, to). p = -1 ends the column.
-template <class Visit>
-void NormalEquations::forEachProduct(const PrmtMsp& jacobian, const Visit& visit) {
+// For each column j of A, ascending: visit(j, p, from, to) for each element p of the Jacobian's column, with the elements
+// of its row from column j on, in the transpose; then finish(j).
+template <class Visit, class Finish>
+void NormalEquations::forEachProduct(const PrmtMsp& jacobian, const Visit& visit, const Finish& finish) {
   std::copy_n(rows_.start, jacobian.rows, cursor_);
   for (int32_t j = 0; j < jacobian.cols; ++j) {
     for (int64_t p = jacobian.start[j]; p < jacobian.start[j + 1]; ++p) {
       const int32_t i = jacobian.row[p];
       visit(j, p, cursor_[i]++, rows_.start[i + 1]);
     }
-    visit(j, -1, 0, 0);
+    finish(j);
   }
 }
 
@@ -109,12 +110,7 @@ int64_t NormalEquations::layPattern(const PrmtMsp& jacobian, bool write) {
   std::fill_n(seen_, jacobian.cols, -1);
   int64_t end = 0, begin = 0;
   matrix_.start[0] = 0;
-  forEachProduct(jacobian, [&](int32_t j, int64_t p, int64_t from, int64_t to) {
-    if (p < 0) {
-      if (write) std::sort(matrix_.row + begin, matrix_.row + end);
-      begin = matrix_.start[j + 1] = end;
-      return;
-    }
+  const auto collect = [&](int32_t j, int64_t, int64_t from, int64_t to) {
     for (int64_t q = from; q < to; ++q) {
       const int32_t k = rows_.row[q];
       if (seen_[k] == j) continue;
@@ -122,24 +118,29 @@ int64_t NormalEquations::layPattern(const PrmtMsp& jacobian, bool write) {
       if (write) matrix_.row[end] = k;
       ++end;
     }
-  });
+  };
+  const auto finish = [&](int32_t j) {
+    if (write) std::sort(matrix_.row + begin, matrix_.row + end);
+    begin = matrix_.start[j + 1] = end;
+  };
+  forEachProduct(jacobian, collect, finish);
   return end;
 }
 
 void NormalEquations::formSparse(const PrmtMsp& jacobian, const double* weights) {
   transpose(jacobian, rows_);
   std::fill_n(sums_, jacobian.cols, 0.0);
-  forEachProduct(jacobian, [&](int32_t j, int64_t p, int64_t from, int64_t to) {
-    if (p < 0) {
-      for (int64_t e = matrix_.start[j]; e < matrix_.start[j + 1]; ++e) {
-        matrix_.value[e] = sums_[matrix_.row[e]];
-        sums_[matrix_.row[e]] = 0;
-      }
-      return;
-    }
+  const auto add = [&](int32_t, int64_t p, int64_t from, int64_t to) {
     const double factor = weights ? weights[jacobian.row[p]] * jacobian.value[p] : jacobian.value[p];
     for (int64_t q = from; q < to; ++q) sums_[rows_.row[q]] += factor * rows_.value[q];
-  });
+  };
+  const auto store = [&](int32_t j) {
+    for (int64_t e = matrix_.start[j]; e < matrix_.start[j + 1]; ++e) {
+      matrix_.value[e] = sums_[matrix_.row[e]];
+      sums_[matrix_.row[e]] = 0;
+    }
+  };
+  forEachProduct(jacobian, add, store);
 }
 
 // A full Jacobian is a dense matrix, column by column.

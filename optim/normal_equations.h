@@ -23,9 +23,10 @@ class NormalEquations {
  private:
   bool adopt(const PrmtMsp& jacobian);
   void takeVectors(int32_t n, int32_t m);
-  void layFull();
-  template <class Visit>
-  void forEachProduct(const PrmtMsp& jacobian, const Visit& visit);
+  bool layFull(int32_t n);
+  bool laySparse(const PrmtMsp& jacobian);
+  template <class Visit, class Finish>
+  void forEachProduct(const PrmtMsp& jacobian, const Visit& visit, const Finish& finish);
   int64_t layPattern(const PrmtMsp& jacobian, bool write);
   void formSparse(const PrmtMsp& jacobian, const double* weights);
   void formDense(const PrmtMsp& jacobian, const double* weights);

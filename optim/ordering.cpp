@@ -6,8 +6,6 @@
 namespace dax {
 namespace {
 
-constexpr int32_t kNone = -1;
-
 // The quotient graph. A node is a variable, or, once eliminated, an element: the clique that its elimination made. A
 // variable's list holds the elements that it belongs to and then its neighbours that no element covers; an element's list
 // its variables. Variables that cannot be told apart are merged, elements inside others absorbed; both leave the graph.
@@ -231,7 +229,7 @@ class MinimumDegree {
       q_.bucket[key] = kNone;
       for (; i != kNone && q_.next[i] != kNone; i = q_.next[i]) {
         ++tag_;
-        for (int32_t p = 0; p < q_.length[i]; ++p) seen_(q_.lists[q_.start[i] + p]) = tag_;
+        for (int32_t p = 0; p < q_.length[i]; ++p) q_.seen[q_.lists[q_.start[i] + p]] = tag_;
         for (int32_t last = i, j = q_.next[i]; j != kNone; j = q_.next[j]) {
           if (!alike(i, j)) {
             last = j;
@@ -249,7 +247,7 @@ class MinimumDegree {
   bool alike(int32_t i, int32_t j) {
     if (q_.length[i] != q_.length[j] || q_.elements[i] != q_.elements[j]) return false;
     for (int32_t p = 0; p < q_.length[j]; ++p) {
-      if (seen_(q_.lists[q_.start[j] + p]) != tag_) return false;
+      if (q_.seen[q_.lists[q_.start[j] + p]] != tag_) return false;
     }
     return true;
   }
@@ -295,8 +293,6 @@ class MinimumDegree {
       end_ += q_.length[i];
     }
   }
-
-  int64_t& seen_(int32_t node) { return q_.seen[node]; }
 
   const Quotient& q_;
   int32_t n_;

@@ -7,6 +7,8 @@
 
 namespace dax {
 
+constexpr int32_t kNone = -1;  // no node
+
 // A graph without loops; node i has weight[i] columns and the neighbours adjacent[start[i]..start[i + 1]).
 struct WeightedGraph {
   int32_t nodes;

@@ -7,10 +7,6 @@
 namespace dax {
 namespace {
 
-uint64_t unsignedOf(int64_t count) {
-  return static_cast<uint64_t>(count);
-}
-
 int64_t linksOf(const PrmtHblkShape& shape) {
   return shape.countB > 0 ? shape.linkStart[shape.countB] : 0;
 }
@@ -95,32 +91,41 @@ bool SchurSolver::eliminate(const PrmtHblk& h, double lambda, double* step) {
     solveLower(b, l, b, z);
 
     const int32_t first = shape_.linkStart[j], count = shape_.linkStart[j + 1] - first;
-    const int32_t height = count * a;
-    const double* const w = h.w + int64_t{first} * a * b;
-    double* const y = scaledW_ + int64_t{first} * a * b;
-    // Row by row Y L^T = W.
-    for (int32_t q = 0; q < b; ++q) {
-      double* const column = y + int64_t{q} * height;
-      for (int32_t i = 0; i < height; ++i) column[i] = w[int64_t{i} * b + q];
-      for (int32_t p = 0; p < q; ++p) {
-        const double factor = l[q + p * b];
-        const double* const left = y + int64_t{p} * height;
-        for (int32_t i = 0; i < height; ++i) column[i] -= factor * left[i];
-      }
-      const double inverse = 1 / l[q + q * b];
-      for (int32_t i = 0; i < height; ++i) column[i] *= inverse;
-    }
     const int32_t* const links = shape_.linkA + first;
-    for (int32_t k = 0; k < count; ++k) {
-      double* const rhs = step + int64_t{links[k]} * a;
-      for (int32_t q = 0; q < b; ++q) {
-        const double* const column = y + int64_t{q} * height + int64_t{k} * a;
-        for (int32_t i = 0; i < a; ++i) rhs[i] -= column[i] * z[q];
-      }
-    }
+    double* const y = scaledW_ + int64_t{first} * a * b;
+    scaleRows(count * a, h.w + int64_t{first} * a * b, l, y);
+    reduceRhs(links, count, y, z, step);
     subtractSquare(links, count, y);
   }
   return true;
+}
+
+// Y = W L^-T, column by column.
+void SchurSolver::scaleRows(int32_t height, const double* w, const double* l, double* y) const {
+  const int32_t b = shape_.sizeB;
+  for (int32_t q = 0; q < b; ++q) {
+    double* const column = y + int64_t{q} * height;
+    for (int32_t i = 0; i < height; ++i) column[i] = w[int64_t{i} * b + q];
+    for (int32_t p = 0; p < q; ++p) {
+      const double factor = l[q + p * b];
+      const double* const left = y + int64_t{p} * height;
+      for (int32_t i = 0; i < height; ++i) column[i] -= factor * left[i];
+    }
+    const double inverse = 1 / l[q + q * b];
+    for (int32_t i = 0; i < height; ++i) column[i] *= inverse;
+  }
+}
+
+// The linked blocks of the right-hand side -= Y z.
+void SchurSolver::reduceRhs(const int32_t* links, int32_t count, const double* y, const double* z, double* rhs) const {
+  const int32_t a = shape_.sizeA, height = count * a;
+  for (int32_t k = 0; k < count; ++k) {
+    double* const block = rhs + int64_t{links[k]} * a;
+    for (int32_t q = 0; q < shape_.sizeB; ++q) {
+      const double* const column = y + int64_t{q} * height + int64_t{k} * a;
+      for (int32_t i = 0; i < a; ++i) block[i] -= column[i] * z[q];
+    }
+  }
 }
 
 // S -= Y Y^T, the rows of Y being those of the linked blocks of A.

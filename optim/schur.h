@@ -23,6 +23,8 @@ class SchurSolver {
  private:
   void loadReduced(const PrmtHblk& h, double lambda);
   bool eliminate(const PrmtHblk& h, double lambda, double* step);
+  void scaleRows(int32_t height, const double* w, const double* l, double* y) const;
+  void reduceRhs(const int32_t* links, int32_t count, const double* y, const double* z, double* rhs) const;
   void subtractSquare(const int32_t* links, int32_t count, const double* y);
   bool solveReduced(double* step);
   bool solveBySquares(double* step);

@@ -96,7 +96,7 @@ class Plane {
 
 // What a slot says that plane i has, in bytes.
 uint64_t statedBytes(const ZurImage& image, int i) {
-  const uint64_t elements = pixelsOf(std::max(image.step[i], 0), std::max(image.height, 0));
+  const uint64_t elements = pixelsOf({std::max(image.step[i], 0), std::max(image.height, 0)});
   return image.format == kValueFormat ? elements * sizeof(int16_t) : elements;
 }
 
@@ -268,7 +268,7 @@ class RangeReader {
     if (!planar) image.step[0] = 3 * width;
   }
 
-  uint64_t statedPixels() const { return pixelsOf(std::max(width_, 0), std::max(height_, 0)); }
+  uint64_t statedPixels() const { return pixelsOf({std::max(width_, 0), std::max(height_, 0)}); }
 
   InputFile& file_;
   DAX3D_RANGE_V4& record_;

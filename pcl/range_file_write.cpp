@@ -94,7 +94,7 @@ void writeColour(OutputFile& file, const DAX3D_IMAGE_SLOT& colour) {
   const bool planar = image.format == kPlanarColour;
   const ColourHeader header = {0, static_cast<uint32_t>(image.width), static_cast<uint32_t>(image.height),
                                planar ? kFilePlanarColour : kFilePackedColour};
-  const uint64_t pixels = pixelsOf(image.width, image.height);
+  const uint64_t pixels = pixelsOf({image.width, image.height});
   file.write(&header, sizeof(header));
   for (int i = 0; i < (planar ? 3 : 1); ++i) file.write(colour.owner[i], planar ? pixels : 3 * pixels);
   writeTrailer(file, kTagColour, sizeof(header) + 3 * pixels);
@@ -107,7 +107,7 @@ struct Contents {
 
 DaxStatus writeFile(const char* path, const DAX3D_RANGE_V4& record, Contents contents) {
   const ZurImage& image = record.range.image;
-  const uint64_t pixels = pixelsOf(image.width, image.height);
+  const uint64_t pixels = pixelsOf({image.width, image.height});
   OutputFile file(path);
   DAX_REQUIRE(file.isOpen(), DAX_STS_FILE_OPEN);
   writeChunk(file, kTagRange, record.range.owner[0], pixels * sizeof(int16_t));

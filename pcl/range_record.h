@@ -5,6 +5,7 @@
 
 #include "dax/types.h"
 #include "dax3dpcl/range_record.h"
+#include "frame/work_buffer.h"
 
 namespace dax {
 
@@ -15,10 +16,6 @@ constexpr int32_t kRecordAlignment = 128;
 
 inline bool sideFits(int64_t side) {
   return side >= 1 && side <= DAX3D_MAX_SIDE;
-}
-
-inline uint64_t pixelsOf(int32_t width, int32_t height) {
-  return static_cast<uint64_t>(width) * static_cast<uint64_t>(height);
 }
 
 // The slot's only plane is at this address, and owned.

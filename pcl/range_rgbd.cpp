@@ -55,8 +55,8 @@ DaxStatus _DAX3DPCL_UTILS_Construct_RGBD_DAX3D_RANGE_V4(const int16_t* depth, in
                                                         int32_t colourStep, DaxiSize depthSize, DaxiSize colourSize,
                                                         float depthScale, const DAX3D_RANGE_CALIB* calib,
                                                         DAX3D_RANGE_V4* record) {
-  const uint64_t depthPixels = dax::pixelsOf(depthSize.width, depthSize.height);
-  const uint64_t colourPixels = dax::pixelsOf(colourSize.width, colourSize.height);
+  const uint64_t depthPixels = dax::pixelsOf(depthSize);
+  const uint64_t colourPixels = dax::pixelsOf(colourSize);
   auto* const values = static_cast<int16_t*>(ZUR_Malloc(depthPixels * sizeof(int16_t), dax::kRecordAlignment));
   auto* const mask = static_cast<uint8_t*>(ZUR_Malloc(depthPixels, dax::kRecordAlignment));
   auto* const rgb = static_cast<uint8_t*>(ZUR_Malloc(colourPixels * 3, dax::kRecordAlignment));

@@ -63,9 +63,7 @@ void rangeToXyz(const DAX3DPCL_RANGE_MAP* map, void* buffer, int32_t organized, 
 namespace {
 
 struct XyzResult {
-  explicit XyzResult(DaxiSize size) {
-    layout.add<float[3]>(static_cast<uint64_t>(size.width) * static_cast<uint64_t>(size.height));
-  }
+  explicit XyzResult(DaxiSize size) { layout.add<float[3]>(pixelsOf(size)); }
   BufferLayout layout;
 };
 

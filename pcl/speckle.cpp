@@ -17,7 +17,7 @@ namespace {
 // Memory for one label, one pixel position of two words and one byte for each pixel.
 struct SpeckleBuffer {
   explicit SpeckleBuffer(DaxiSize size)
-      : pixels(static_cast<uint64_t>(size.width) * static_cast<uint64_t>(size.height)),
+      : pixels(pixelsOf(size)),
         parents(layout.add<uint32_t>(pixels)),
         startsAndSizes(layout.add<uint32_t[2]>(pixels)),
         words(layout.add<uint8_t>(pixels)) {}

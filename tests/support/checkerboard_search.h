@@ -17,7 +17,6 @@ struct FoundBoards {
   std::vector<CheckerboardCorner> corners;
 
   const DaxiPoint32f* pointsOf(size_t board) const { return points.data() + boards[board].first; }
-  const CheckerboardCorner* cornersOf(size_t board) const { return corners.data() + boards[board].first; }
 
   void cut(size_t count) {
     boards.resize(count);
