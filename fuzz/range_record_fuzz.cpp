@@ -2,6 +2,7 @@
 // records that have checks of their own.
 #include <algorithm>
 #include <array>
+#include <bit>
 #include <cmath>
 #include <cstring>
 #include <memory>
@@ -52,13 +53,19 @@ void expectCopy(const DAX3D_RANGE_V4& record) {
   release(copy);
 }
 
+// For comparisons that tell -0 from 0, and find NaN equal.
+template <class T>
+auto bytesOf(const T& value) {
+  return std::bit_cast<std::array<uint8_t, sizeof(T)>>(value);
+}
+
 void expectRoundTrip(const DAX3D_RANGE_V4& record) {
   const dax::fuzz::MemoryFile file;
   if (DAX3DPCL_UTILS_WRITE_RANGE_V4_V2(file.path().c_str(), &record) != DAX_STS_OK) return;
   DAX3D_RANGE_V4 back = {};
   require(DAX3DPCL_UTILS_READ_RANGE_V4(file.path().c_str(), &back) == DAX_STS_OK);
-  require(back.type == record.type && std::memcmp(&back.calib, &record.calib, sizeof(back.calib)) == 0);
-  require(std::memcmp(&back.scale, &record.scale, 2 * sizeof(back.scale)) == 0);
+  require(back.type == record.type && bytesOf(back.calib) == bytesOf(record.calib));
+  require(bytesOf(back.scale) == bytesOf(record.scale) && bytesOf(back.offset) == bytesOf(record.offset));
   require(back.range.image.width == record.range.image.width && back.range.image.height == record.range.image.height);
   require(!back.mask.owner[0] == !record.mask.owner[0]);
   require(!back.colour.owner[0] == !record.colour.owner[0]);

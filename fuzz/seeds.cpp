@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "dax3dpcl.h"
+#include "fuzz/image_seeds.h"
 #include "tests/support/range_sample.h"
 #include "tools/dax/pcd_format.h"
 #include "tools/dax/ply_format.h"
@@ -105,6 +106,9 @@ int main(int argc, char** argv) {
   const std::string trees = std::string(argv[1]) + "/kdtree";
   std::filesystem::create_directories(trees);
   saveTrees(trees);
+  const std::string images = std::string(argv[1]) + "/image";
+  std::filesystem::create_directories(images);
+  dax::fuzz::saveImages(images);
   int failed = 0;
   for (const uint32_t type : {0u, 1u}) {
     for (const uint32_t colour : {0u, 200u, 201u}) {

@@ -85,6 +85,25 @@ TEST(Digests, FilterMean) {
   EXPECT_EQ(digest.value(), 0xAC16227DB9AC0895u);
 }
 
+TEST(Digests, FilterMeanOnPool) {
+  Image src({301, 203}), dst(src.size());
+  src.randomize(8);
+  for (uint32_t threads = 1; threads <= 16; ++threads) {
+    AnyPool pool(threads);
+    Digest digest;
+    for (const DaxiSize mask : {DaxiSize{3, 3}, {16, 5}, {201, 12}}) {
+      uint64_t bytes = 0;
+      ASSERT_EQ(DAXI_FilterMeanBufferSize_8u_MT(src.size(), mask, threads, &bytes), DAX_STS_OK);
+      std::vector<uint8_t> buffer(bytes);
+      ASSERT_EQ(DAXI_FilterMean_8u_C1R_MT(src.data(), src.step(), dst.data(), dst.step(), src.size(), mask,
+                                          buffer.data(), threads, pool.get()),
+                DAX_STS_OK);
+      digest.add(dst);
+    }
+    EXPECT_EQ(digest.value(), 0x7559546A58D2A75Cu) << threads << " threads";
+  }
+}
+
 TEST(Digests, FilterMedian) {
   Digest digest;
   const auto add = [&]<class T>(DaxStatus (*median)(const T*, int32_t, T*, int32_t, DaxiSize)) {

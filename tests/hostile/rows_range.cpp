@@ -255,7 +255,7 @@ std::vector<uint8_t> fileOf(Call& c, bool spoiled) {
 const char* path(Call& c, const std::string& text) {
   auto* const name = static_cast<char*>(c.array("path", static_cast<int64_t>(text.size()) + 1));
   if (!name) return nullptr;
-  const char* const given = c.chance(5) ? "/nowhere" : text.c_str();
+  const char* const given = c.chance(5) ? "/nowhere/at/all" : text.c_str();
   std::copy_n(given, std::strlen(given) + 1, name);
   return name;
 }

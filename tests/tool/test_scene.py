@@ -149,6 +149,7 @@ def test_angles_are_compared_by_the_symmetry_of_the_shape(scene, turns):
     '{"width": 600, "height": 450, "parts": [{"kind": "disc", "x": "1", "y": 2, "area": 3}]}',
     '{"width": 600, "height": 450, "parts": [{"kind": "disc", "x": 1, "y": 2, "area": 0}]}',
     '{"width": 600, "height": 450, "parts": [{"kind": "nut", "x": 1, "y": 2, "area": 9, "angle": 5}]}',
+    *['{"width": %s, "height": 450, "parts": []}' % width for width in ("600.5", str(2**32 + 600), "1e99", "0")],
     '{"width": 600, "height": 450, "parts": [' + "[" * 5000])
 def test_what_is_no_truth(dax, scene, tmp_path, content):
     (tmp_path / "odd.json").write_text(content)

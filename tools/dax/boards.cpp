@@ -86,8 +86,8 @@ Board turned(const Board& board) {
   Board result{{rows, columns}, board.detector, {}};
   for (int32_t r = 0; r < columns; ++r) {
     for (int32_t c = 0; c < rows; ++c) {
-      const int32_t from = (rows - 1 - c) * columns + r;
-      result.corners.push_back(board.corners[static_cast<size_t>(from)]);
+      result.corners.push_back(
+          board.corners[static_cast<size_t>(rows - 1 - c) * static_cast<size_t>(columns) + static_cast<size_t>(r)]);
     }
   }
   // The first row stays the one nearer the top.

@@ -242,10 +242,11 @@ Sides sidesOf(const Region& region) {
 // Half the sum of a kernel's absolute values: 1 for those up to a half width of 5, else of differences of a Gaussian.
 double CaliperSettings::stepResponse() const {
   if (halfWidth <= 5) return 1;
-  const double h = halfWidth, sigma = 0.16667 * 2 * h;
+  const int h = static_cast<int>(halfWidth);
+  const double sigma = 0.16667 * 2 * h;
   const auto gauss = [&](double x) { return std::exp(-x * x / (2 * sigma * sigma)); };
   double sum = 0;
-  for (int x = -static_cast<int>(halfWidth); x <= static_cast<int>(halfWidth); ++x) sum += gauss(x);
+  for (int x = -h; x <= h; ++x) sum += gauss(x);
   return ((gauss(0) + gauss(1)) / 2 - gauss(h)) / sum;
 }
 

@@ -157,8 +157,9 @@ std::string plotProfiles(const std::vector<Caliper>& calipers, const CaliperSett
   cairo_select_font_face(c, "sans-serif", CAIRO_FONT_SLANT_NORMAL, CAIRO_FONT_WEIGHT_NORMAL);
   cairo_set_font_size(c, kFontSize);
   for (size_t i = 0; i < panels; ++i) {
-    drawPanel(c, kPanelWidth * static_cast<double>(i % columns), kPanelHeight * static_cast<double>(i / columns),
-              calipers[i], i + 1, settings.usedThreshold());
+    const size_t column = i % columns, row = i / columns;
+    drawPanel(c, kPanelWidth * static_cast<double>(column), kPanelHeight * static_cast<double>(row), calipers[i], i + 1,
+              settings.usedThreshold());
   }
   require(cairo_status(c));
   return toPng(surface);

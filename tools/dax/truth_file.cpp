@@ -1,3 +1,5 @@
+#include <cmath>
+#include <cstdint>
 #include <fstream>
 #include <nlohmann/json.hpp>
 
@@ -34,6 +36,13 @@ TruePart toPart(const Json& json) {
   return part;
 }
 
+// Through a double: what an int cannot hold must not become one.
+int toSide(const Json& json) {
+  const auto side = json.get<double>();
+  if (!(side >= 1 && side <= INT32_MAX && side == std::floor(side))) throw std::invalid_argument("a side is no size");
+  return static_cast<int>(side);
+}
+
 }  // namespace
 
 std::string truthToJson(const Truth& truth) {
@@ -47,7 +56,7 @@ Truth readTruth(const std::filesystem::path& path) {
   try {
     if (!file) throw std::invalid_argument("it cannot be opened");
     const Json json = Json::parse(file);
-    Truth truth{json.at("width"), json.at("height"), {}};
+    Truth truth{toSide(json.at("width")), toSide(json.at("height")), {}};
     for (const Json& part : json.at("parts")) truth.parts.push_back(toPart(part));
     return truth;
   } catch (const std::exception& error) {

@@ -1,0 +1,54 @@
+// Any bytes as an image file: a failure, or grey values of 8 bits that are those of 16 bits rounded.
+#include <Magick++.h>
+
+#include <cstdlib>
+#include <vector>
+
+#include "daxi/blob_find.h"
+#include "fuzz/memory_file.h"
+#include "fuzz/png.h"
+#include "tools/dax/failure.h"
+#include "tools/dax/image_file.h"
+
+namespace {
+
+using dax::fuzz::require;
+using dax::tool::Grey16Image, dax::tool::GreyImage, dax::tool::ImageFile;
+
+// As the program sets them up, but for few pixels: bytes that ask for many only cost time.
+void setUp() {
+  static const bool done = [] {
+    dax::tool::setUpDecoders();
+    return MagickLib::SetMagickResourceLimit(MagickLib::PixelsResource, 1 << 16) == MagickPass;
+  }();
+  require(done);
+}
+
+void read(const uint8_t* data, size_t size) try {
+  const dax::fuzz::MemoryFile file(data, size);
+  const ImageFile image = ImageFile::read(file.path());
+  const GreyImage grey = image.toGrey();
+  const Grey16Image fine = image.toGrey16();
+  const auto [width, height] = fine.size;
+  require(grey.size.width == width && grey.size.height == height);
+  require(width > 0 && width <= DAXI_BLOB_MAX_SIDE && height > 0 && height <= DAXI_BLOB_MAX_SIDE);
+  for (int32_t y = 0; y < height; ++y) {
+    for (int32_t x = 0; x < width; ++x) {
+      require(std::abs(257 * grey.row(y)[x] - fine.pixels[size_t(y) * size_t(width) + size_t(x)]) <= 129);
+    }
+  }
+} catch (const dax::tool::Failure&) {
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
+  setUp();
+  read(data, size);
+  if (size > 0 && data[0] == 0x89) {
+    std::vector<uint8_t> mended(data, data + size);
+    dax::fuzz::mendPng(mended.data(), size);
+    read(mended.data(), mended.size());
+  }
+  return 0;
+}
