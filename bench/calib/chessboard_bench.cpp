@@ -35,16 +35,13 @@ struct Search {
   std::vector<DaxiPoint32f> points;
   std::vector<CheckerboardCorner> corners;
   std::vector<uint8_t> buffer;
-  void reserve(DaxStatus status, uint64_t bytes) {
-    bench::require(status);
-    buffer.resize(bytes);
-  }
 };
 
 bench::Task findQuads(const Image<uint8_t>& image) {
   const auto s = std::make_shared<Search>(image);
   uint64_t bytes = 0;
-  s->reserve(DAXI_ChessboardCornerBufferSize_8u(image.size, {9, 6}, &bytes), bytes);
+  bench::require(DAXI_ChessboardCornerBufferSize_8u(image.size, {9, 6}, &bytes));
+  s->buffer.resize(bytes);
   return {[s] {
     int32_t count = 0, found = 0;
     bench::require(DAXI_ChessboardCorner_8u_C1R(s->image.data(), s->image.size.width, s->image.size, {9, 6},
@@ -56,7 +53,8 @@ bench::Task findQuads(const Image<uint8_t>& image) {
 bench::Task findHessian(const Image<uint8_t>& image) {
   const auto s = std::make_shared<Search>(image);
   uint64_t bytes = 0;
-  s->reserve(DAXI_CheckerboardCornerHessianBufferSize_8u(image.size, &bytes), bytes);
+  bench::require(DAXI_CheckerboardCornerHessianBufferSize_8u(image.size, &bytes));
+  s->buffer.resize(bytes);
   return {[s] {
     const CheckerboardHessianParam param{DAXI_CHECKERBOARD_MEDIAN, 1, 3, 300, 0, 180};
     CheckerboardGrid grid;
@@ -69,7 +67,8 @@ bench::Task findHessian(const Image<uint8_t>& image) {
 bench::Task findSymmetric(const Image<uint8_t>& image) {
   const auto s = std::make_shared<Search>(image);
   uint64_t bytes = 0;
-  s->reserve(DAXI_CheckerboardCornerSymBufferSize_8u(image.size, &bytes), bytes);
+  bench::require(DAXI_CheckerboardCornerSymBufferSize_8u(image.size, &bytes));
+  s->buffer.resize(bytes);
   return {[s] {
     const CheckerboardSymCfg cfg{3, 300, 15, 6, 5, DAXI_CHECKERBOARD_MEDIAN, DAXI_CHECKERBOARD_LADDER};
     CheckerboardGrid grid;
