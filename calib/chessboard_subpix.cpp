@@ -21,7 +21,7 @@ constexpr double kSingular = 1.1920929e-7;
 // Rows are filled up to whole vectors: 101 columns of window are 104, with a column either side and one for the
 // interpolation 107.
 constexpr int32_t kWindowRow = 104, kPatchRow = 112;
-constexpr int32_t kBand = 4;  // rows of gradients at a time
+constexpr int32_t kBand = 8;  // rows of gradients at a time
 
 constexpr int32_t wholeVectors(int32_t n) {
   return (n + 3) / 4 * 4;
@@ -99,29 +99,30 @@ class PatchRows {
   std::array<std::array<float, kPatchRow>, 2> rows_;
 };
 
-// The sums of the normal equations. x and y are offsets from the centre.
+// The sums of the normal equations, in four lanes. x and y are offsets from the centre.
 struct NormalSums {
-  double xx = 0, xy = 0, yy = 0, p = 0, q = 0;
+  Float4 xx{}, xy{}, yy{}, p{}, q{};
 
   void addRow(const float* gx, const float* gy, const WindowMask& mask, int32_t row) {
-    Float4 sxx{}, sxy{}, syy{}, sxxx{}, sxyx{};
+    Float4 rowXx{}, rowXy{}, rowYy{}, rowXxx{}, rowXyx{};
     for (int32_t i = 0; i < 2 * mask.half.width + 1; i += 4) {
       const Float4 u = load4(gx + i), v = load4(gy + i), w = load4(mask.x.data() + i),
                    x = load4(mask.offset.data() + i);
       const Float4 wu = w * u, uu = wu * u, uv = wu * v;
-      sxx += uu;
-      sxy += uv;
-      syy += w * v * v;
-      sxxx += uu * x;
-      sxyx += uv * x;
+      rowXx += uu;
+      rowXy += uv;
+      rowYy += w * v * v;
+      rowXxx += uu * x;
+      rowXyx += uv * x;
     }
-    const double w = static_cast<double>(mask.y[static_cast<size_t>(row)]), y = row - mask.half.height;
-    const double rowXy = w * static_cast<double>(sum4(sxy)), rowYy = w * static_cast<double>(sum4(syy));
-    xx += w * static_cast<double>(sum4(sxx));
+    const float w = mask.y[static_cast<size_t>(row)], y = static_cast<float>(row - mask.half.height);
+    rowXy *= w;
+    rowYy *= w;
+    xx += w * rowXx;
     xy += rowXy;
     yy += rowYy;
-    p += w * static_cast<double>(sum4(sxxx)) + y * rowXy;
-    q += w * static_cast<double>(sum4(sxyx)) + y * rowYy;
+    p += w * rowXxx + y * rowXy;
+    q += w * rowXyx + y * rowYy;
   }
 };
 
@@ -141,7 +142,8 @@ NormalSums sumWindow(const Source& src, const WindowMask& mask, double x, double
     for (int32_t i = 0; i < band.height; ++i) {
       sums.addRow(gx.data() + i * kWindowRow, gy.data() + i * kWindowRow, mask, first + i);
     }
-    std::memmove(patch.data(), patch.data() + kBand * kPatchRow, 2 * kPatchRow * sizeof(float));
+    if (first + kBand < window.height)
+      std::memcpy(patch.data(), patch.data() + kBand * kPatchRow, 2 * kPatchRow * sizeof(float));
   }
   return sums;
 }
@@ -156,24 +158,34 @@ bool reachesImage(const Source& src, DaxiSize half, double x, double y) {
          within(y, -half.height - 2, src.size.height + half.height + 1);
 }
 
+double total(Float4 v) {
+  return static_cast<double>(sum4(v));
+}
+
 // Moves a point to the corner; leaves it where it is and returns false when there is none.
-bool refineCorner(const Source& src, const WindowMask& mask, DaxiPoint32f& point, int32_t maxIter, double epsilon) {
+// `mayReturn`: whether an estimate that has left the window around the start may come back into it.
+bool refineCorner(const Source& src, const WindowMask& mask, DaxiPoint32f& point, int32_t maxIter, double epsilon,
+                  bool mayReturn) {
   const DaxiPoint32f start = point;
   double x = static_cast<double>(start.x), y = static_cast<double>(start.y), shift2 = HUGE_VAL;
+  const auto isNear = [&] {
+    return std::fabs(x - static_cast<double>(start.x)) <= mask.half.width &&
+           std::fabs(y - static_cast<double>(start.y)) <= mask.half.height;
+  };
   for (int32_t i = 0; i < maxIter && !(shift2 < epsilon); ++i) {
     if (!reachesImage(src, mask.half, x, y)) return false;
     const NormalSums s = sumWindow(src, mask, x, y);
-    const double determinant = s.xx * s.yy - s.xy * s.xy;
+    const auto xx = total(s.xx), xy = total(s.xy), yy = total(s.yy), p = total(s.p), q = total(s.q);
+    const double determinant = xx * yy - xy * xy;
     if (!(std::fabs(determinant) >= kSingular)) return false;
-    const double dx = (s.yy * s.p - s.xy * s.q) / determinant, dy = (s.xx * s.q - s.xy * s.p) / determinant;
+    const double dx = (yy * p - xy * q) / determinant, dy = (xx * q - xy * p) / determinant;
     x += dx;
     y += dy;
     shift2 = dx * dx + dy * dy;
+    if (!mayReturn && !isNear()) return false;
   }
-  const bool near = std::fabs(x - static_cast<double>(start.x)) <= mask.half.width &&
-                    std::fabs(y - static_cast<double>(start.y)) <= mask.half.height;
-  if (near) point = {static_cast<float>(x), static_cast<float>(y)};
-  return near;
+  if (isNear()) point = {static_cast<float>(x), static_cast<float>(y)};
+  return isNear();
 }
 
 bool isHalfWindow(DaxiSize half) {
@@ -242,7 +254,7 @@ void _DAXI_ChessboardCornerGetSubpix_8u_C1R(const uint8_t* src, int32_t srcStep,
   const dax::Source source{src, srcStep, size};
   for (int32_t i = 0; i < count; ++i) {
     refined[i] = corners[i];
-    dax::refineCorner(source, mask, refined[i], maxIter, static_cast<double>(epsilon));
+    dax::refineCorner(source, mask, refined[i], maxIter, static_cast<double>(epsilon), true);
   }
 }
 
@@ -257,7 +269,7 @@ void _DAXI_ChessboardCornerGetSubpix_8u_C1R_v2(const uint8_t* src, int32_t srcSt
     const DaxiPoint32f start = corners[i];
     DaxiPoint32f at = start;
     dax::CornerEdges found{};
-    const bool corner = dax::refineCorner(source, mask, at, maxIter, static_cast<double>(epsilon)) &&
+    const bool corner = dax::refineCorner(source, mask, at, maxIter, static_cast<double>(epsilon), false) &&
                         dax::reachesImage(source, halfWindow, static_cast<double>(at.x), static_cast<double>(at.y)) &&
                         DAXI_Common_around_edge_orit(src, srcStep, size, at, radius, dax::kLeastContrast, &found);
     refined[i] = corner ? at : start;

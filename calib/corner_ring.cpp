@@ -72,18 +72,29 @@ CornerEdges edgesOf(const Changes& c, const DaxiPoint32f* directions, int32_t co
   return c.firstIntoDark ? CornerEdges{even, odd} : CornerEdges{odd, even};
 }
 
+// Interpolation between four pixels, that at `above` the upper left one.
+float between(const uint8_t* above, const uint8_t* below, int32_t right, float wx, float wy) {
+  const float top = static_cast<float>(above[0]) + wx * static_cast<float>(above[right] - above[0]);
+  const float bottom = static_cast<float>(below[0]) + wx * static_cast<float>(below[right] - below[0]);
+  return top + wy * (bottom - top);
+}
+
+// The edge goes on outside.
 float bilinear(const uint8_t* src, int32_t srcStep, DaxiSize size, float x, float y) {
   const float fx = std::floor(x), fy = std::floor(y);
   const auto column = [&](float v) { return std::clamp(static_cast<int32_t>(v), 0, size.width - 1); };
   const auto row = [&](float v) {
     return rowAt(src, srcStep, std::clamp(static_cast<int32_t>(v), 0, size.height - 1));
   };
-  const int32_t x0 = column(fx), x1 = column(fx + 1);
-  const uint8_t *const above = row(fy), *const below = row(fy + 1);
-  const float wx = x - fx, wy = y - fy;
-  const float top = static_cast<float>(above[x0]) + wx * static_cast<float>(above[x1] - above[x0]);
-  const float bottom = static_cast<float>(below[x0]) + wx * static_cast<float>(below[x1] - below[x0]);
-  return top + wy * (bottom - top);
+  const int32_t left = column(fx);
+  return between(row(fy) + left, row(fy + 1) + left, column(fx + 1) - left, x - fx, y - fy);
+}
+
+// The same where x and y lie in [0, width - 1) and [0, height - 1): no negative numbers, so whole parts are floors.
+float bilinearInside(const uint8_t* src, int32_t srcStep, float x, float y) {
+  const auto column = static_cast<int32_t>(x), row = static_cast<int32_t>(y);
+  const uint8_t* const above = rowAt(src, srcStep, row) + column;
+  return between(above, above + srcStep, 1, x - static_cast<float>(column), y - static_cast<float>(row));
 }
 
 }  // namespace
@@ -116,9 +127,12 @@ RingView viewCircle(const uint8_t* src, int32_t srcStep, DaxiSize size, DaxiPoin
     return table;
   }();
   std::array<float, kCircleSamples> samples;
+  const float reach = radius + 1;  // with room for rounding
+  const bool inside = centre.x >= reach && centre.y >= reach && centre.x + reach < static_cast<float>(size.width - 1) &&
+                      centre.y + reach < static_cast<float>(size.height - 1);
   for (size_t k = 0; k < samples.size(); ++k) {
-    samples[k] =
-        bilinear(src, srcStep, size, centre.x + radius * kDirections[k].x, centre.y + radius * kDirections[k].y);
+    const float x = centre.x + radius * kDirections[k].x, y = centre.y + radius * kDirections[k].y;
+    samples[k] = inside ? bilinearInside(src, srcStep, x, y) : bilinear(src, srcStep, size, x, y);
   }
   return viewRing(samples.data(), kDirections.data(), kCircleSamples, rules);
 }

@@ -162,6 +162,8 @@ class SymmetryLocator {
     const auto contrast = static_cast<float>(call_.cfg->contrast);
     const DaxiPoint32f start{static_cast<float>(candidate.x * scale.factor),
                              static_cast<float>(candidate.y * scale.factor)};
+    // A corner that another scale has found.
+    if (near_.holds(start)) return;
     if (!viewCircle(grey(), call_.size.width, call_.size, start, radius, {contrast}).corner) return;
     CheckerboardCorner& corner = candidate.corner;
     if (!refineSymmetric(grey(), call_.size, start, radius, &corner)) return;

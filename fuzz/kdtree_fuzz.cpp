@@ -35,7 +35,7 @@ bool parse(const uint8_t* data, size_t size, Input& input) {
   if (size < 4) return false;
   input.d = data[0] % 5 + 1;
   input.leafSize = data[1] % 16 + 1;
-  input.k = data[2] % 48 + 1;
+  input.k = data[2] % 96 + 1;
   input.radius = static_cast<float>(data[3]) / 8;
   const bool floats = data[0] & 0x80;
   const size_t width = floats ? 4 : 1;

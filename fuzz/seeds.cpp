@@ -78,7 +78,7 @@ void saveText(const std::string& folder) {
 void saveTrees(const std::string& directory) {
   for (const int floats : {0, 0x80}) {
     for (int d = 0; d < 5; ++d) {
-      Bytes bytes = {static_cast<char>(floats + d), static_cast<char>(d), static_cast<char>(5 * d), 12};
+      Bytes bytes = {static_cast<char>(floats + d), static_cast<char>(d), static_cast<char>(20 * d), 12};
       for (int i = 0; i < 100; ++i) {
         const auto x = static_cast<float>(i * 37 % 101 - 50) / 8;
         const auto* const from = reinterpret_cast<const char*>(&x);

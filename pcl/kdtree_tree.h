@@ -83,14 +83,9 @@ struct KdLayoutV2 {
 
 // A tree as searches see it.
 struct KdView {
-  explicit KdView(const DAX3DPCL_KDTREE& tree)
-      : pointCount(tree.pointCount),
-        dimension(tree.dimension),
-        points(tree.points),
-        index(tree.index),
-        rootBox(tree.rootBox),
-        root(tree.root) {}
-  explicit KdView(const DAX3DPCL_KDTREE_V2& tree)
+  // Of either generation.
+  template <class Tree>
+  explicit KdView(const Tree& tree)
       : pointCount(tree.pointCount),
         dimension(tree.dimension),
         points(tree.points),

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cfloat>
 #include <cmath>
+#include <cstring>
 
 #include "frame/check.h"
 #include "frame/cpu_feature.h"
@@ -29,12 +30,7 @@ constexpr DAX3DPCL_NORMAL kDefaultNormal{0, 0, 1, 0};
 class NormalEstimator {
  public:
   NormalEstimator(const float* points, DAX3DPCL_KDTREE& tree, int32_t k, float radius, void* buffer)
-      : last_(points),
-        points_(points),
-        tree_(tree),
-        stack_(tree.boxStack),
-        radiusSquared_(radius * radius),
-        isa_(currentIsa()) {
+      : points_(points), tree_(tree), stack_(tree.boxStack), radiusSquared_(radius * radius), isa_(currentIsa()) {
     const NormalBuffer at(k);
     tree_.index = nullptr;
     call_ = {nullptr, 1, k, at.indices.in(buffer), at.distances.in(buffer), FLT_MAX};
@@ -53,35 +49,36 @@ class NormalEstimator {
   int32_t gather(const float* point) {
     const int32_t found = search(point);
     for (int32_t i = 0; i < found; ++i) {
-      std::copy_n(tree_.points + size_t{3} * call_.indices[i], 3, gathered_ + ptrdiff_t{3} * i);
+      std::memcpy(gathered_ + ptrdiff_t{3} * i, tree_.row(call_.indices[i]), 3 * sizeof(float));
     }
     return found;
   }
 
-  // Around a point lie k neighbours no further away than those of the last one and the way from there. So little is
-  // searched, with a margin for rounding; should it not suffice, then all within the radius.
+  // The last point's neighbours are k points around this one too, and no nearest one is further away than all of them.
+  // So little is searched, with a margin for rounding; should it not suffice, then all within the radius.
   int32_t search(const float* point) {
     call_.queries = point;
-    const float near = lastReach_ + std::sqrt(squaredDistanceTo(point));
     const float all = std::min(FLT_MAX, radiusSquared_);
-    call_.limit = std::min(all, near * near * 1.001f);
+    call_.limit = gatheredCount_ == call_.k ? std::min(all, farthestGathered(point) * 1.001f + FLT_MIN) : all;
     int32_t found = searchNearest(tree_, call_, stack_, isa_);
     if (found < call_.k && call_.limit < all) {
       call_.limit = all;
       found = searchNearest(tree_, call_, stack_, isa_);
     }
-    lastReach_ = found == call_.k ? std::sqrt(call_.distances[found - 1]) : FLT_MAX;
-    last_ = point;
+    gatheredCount_ = found;
     return found;
   }
 
-  float squaredDistanceTo(const float* p) const {
-    const float x = p[0] - last_[0], y = p[1] - last_[1], z = p[2] - last_[2];
-    return x * x + y * y + z * z;
+  float farthestGathered(const float* point) const {
+    float farthest = 0;
+    for (const float *p = gathered_, *const end = p + ptrdiff_t{3} * gatheredCount_; p < end; p += 3) {
+      const float x = p[0] - point[0], y = p[1] - point[1], z = p[2] - point[2];
+      farthest = std::max(farthest, x * x + y * y + z * z);
+    }
+    return farthest;
   }
 
-  const float* last_;
-  float lastReach_ = FLT_MAX;
+  int32_t gatheredCount_ = 0;
   const float* points_;
   KdView tree_;
   void* stack_;

@@ -94,7 +94,7 @@ void printGrowth() {
 
 void printNeighbours() {
   std::printf("\n| k | ns / query | ns / neighbour |\n| ---: | ---: | ---: |\n");
-  for (const int32_t k : {1, 4, 16, 32, 33, 64, 256, 1024}) {
+  for (const int32_t k : {1, 4, 16, 32, 64, 65, 256, 1024, 4096}) {
     Scene scene(10000, k, 1);
     const double time = least(kRounds, [&] { scene.nearest(k); }) * 1e6 / 10000;
     std::printf("| %d | %.0f | %.1f |\n", k, time, time / k);

@@ -1,4 +1,6 @@
 """Sphinx configuration of the documentation site; scripts/docs runs it with the built package on the path."""
+import re
+
 import dax
 
 project = "DAX"
@@ -18,3 +20,29 @@ html_static_path = ["static"]
 html_css_files = ["dax.css"]
 html_theme_options = {"sidebar_hide_name": False}
 
+
+def tidy_text(app, what, name, obj, options, lines):
+    """|x| in a docstring is an absolute value, not a substitution; fields of tuples say what they are in the class."""
+    if lines and lines[0].startswith("Alias for field number"):
+        lines.clear()
+    lines[:] = [line if line.lstrip().startswith((">>>", "...")) else line.replace("|", r"\|") for line in lines]
+
+
+# What the aliases of NumPy's typing stand for, as signatures spell it out.
+_SUPPORTS = r"[~\w.]*_SupportsArray\[[~\w.]*dtype\[[~\w.]*Any\]\]"
+_SCALARS = "bool, int, float, complex, str, bytes"
+_MEMBERS = rf"{_SUPPORTS}, [~\w.]*_NestedSequence\[{_SUPPORTS}\], {_SCALARS}, [~\w.]*_NestedSequence\[[~\w.]*Union\[{_SCALARS}\]\]"
+_ARRAY_LIKE = re.compile(rf"[~\w.]*Union\[{_MEMBERS}\]|{_MEMBERS}")
+_ND_ARRAY = re.compile(r"[~\w.]*ndarray\[[~\w.]*Any, [~\w.]*dtype\[([^\]]*)\]\]")
+
+
+def shorten(app, what, name, obj, options, signature, result):
+    def short(text):
+        return text and _ND_ARRAY.sub(r"NDArray[\1]", _ARRAY_LIKE.sub("ArrayLike", text))
+
+    return short(signature), short(result)
+
+
+def setup(app):
+    app.connect("autodoc-process-docstring", tidy_text)
+    app.connect("autodoc-process-signature", shorten)

@@ -52,8 +52,9 @@ DAX_API DaxStatus DAXI_ChessboardCornerGetSubpix_8u_C1R(const uint8_t* src, int3
                                                         const DaxiPoint32f* corners, int32_t count, DaxiSize halfWindow,
                                                         int32_t maxIter, DaxiPoint32f* refined, float epsilon);
 
-/* The same, and then the corner must look like one: on circles around the refined position, of half the smaller half
- * window and more, dark and light alternate twice. Where they do not, the corner keeps its input position. */
+/* The same, but that a search ends, and the corner keeps its input position, as soon as an estimate leaves the window around
+ * it; and then the corner must look like one: on circles around the refined position, of half the smaller half window and
+ * more, dark and light alternate twice. Where they do not, the corner keeps its input position, too. */
 DAX_API DaxStatus DAXI_ChessboardCornerGetSubpix_8u_C1R_v2(const uint8_t* src, int32_t srcStep, DaxiSize size,
                                                            const DaxiPoint32f* corners, int32_t count,
                                                            DaxiSize halfWindow, int32_t maxIter, DaxiPoint32f* refined,

@@ -6,8 +6,9 @@
  *      and every pixel gets a response: with 16 grey values g(k) on a circle of that radius, k modulo 16,
  *        sum over k = 0..15 of |g(k) - g(k + 4)|  -  2 sum over k = 0..7 of |g(k) - g(k + 8)|,
  *      16 times the contrast at a perfect corner, negative at an edge. On the host's pool.
- *   3. Greatest responses around, from 0.3 of what the least contrast gives, are verified on a circle in the image, and
- *      refined as by DAXI_ChessboardCornerGetSubpix_8u_C1R_v2. On the host's pool, too.
+ *   3. Greatest responses around, from 0.3 of what the least contrast gives and not within 3 pixels of a corner that a
+ *      scale before has found, are verified on a circle in the image, and refined as by
+ *      DAXI_ChessboardCornerGetSubpix_8u_C1R_v2. On the host's pool, too.
  *   4. Corners are arranged and boards ordered as by the Hessian detector (chessboard_hessian.h). Gaps in grids are
  *      looked at again.
  *

@@ -1,5 +1,5 @@
 """Runs the samples of the documents: Python and C as they stand, one page's Python in one go, console lines in a folder
-of their own."""
+where that has run."""
 import os
 import pathlib
 import re
@@ -13,27 +13,31 @@ PAGES = [ROOT / "README.md", *sorted((ROOT / "docs").rglob("*.md"))]
 LIBRARIES = [pathlib.Path(os.environ[name]).parent for name in ("DAX_LIBRARY", "DAX_HOST_LIBRARY")]
 
 
-def samples(language):
-    """(page, samples) of each page that has some."""
-    for page in PAGES:
-        found = re.findall(rf"^```{language}\n(.*?)^```", page.read_text(), re.S | re.M)
-        if found:
-            yield pytest.param(found, id=str(page.relative_to(ROOT)))
+def blocks(page, language):
+    return re.findall(rf"^```{language}\n(.*?)^```", page.read_text(), re.S | re.M)
 
 
-@pytest.mark.parametrize("blocks", samples("python"))
-def test_python(blocks, tmp_path, monkeypatch):
+def pages_with(language):
+    return [pytest.param(page, id=str(page.relative_to(ROOT))) for page in PAGES if blocks(page, language)]
+
+
+def run_python(page):
+    exec(compile("\n".join(blocks(page, "python")), "sample", "exec"), {"__name__": "__main__"})
+
+
+@pytest.mark.parametrize("page", pages_with("python"))
+def test_python(page, tmp_path, monkeypatch):
     monkeypatch.chdir(tmp_path)
-    exec(compile("\n".join(blocks), "sample", "exec"), {"__name__": "__main__"})
+    run_python(page)
 
 
-@pytest.mark.parametrize("blocks", samples("c"))
-def test_c(blocks, tmp_path):
-    for block in blocks:
+@pytest.mark.parametrize("page", pages_with("c"))
+def test_c(page, tmp_path):
+    for block in blocks(page, "c"):
         (tmp_path / "sample.c").write_text(block)
         search = [option for folder in LIBRARIES for option in (f"-L{folder}", f"-Wl,-rpath,{folder}")]
         command = [os.environ.get("CC", "cc"), "-std=c99", "-Wall", "-Wextra", "-Werror", "-rdynamic"]
-        command += ["-I", ROOT / "include", "sample.c", "-o", "sample", *search, "-ldax", "-ldaxhost"]
+        command += ["-I", ROOT / "include", "sample.c", "-o", "sample", *search, "-ldax", "-ldaxhost", "-lm"]
         subprocess.run(command, cwd=tmp_path, check=True)
         subprocess.run(["./sample"], cwd=tmp_path, check=True, timeout=60)
 
@@ -42,9 +46,11 @@ PROGRAMS = {name: os.environ[key] for name, key in (("dax", "DAX_TOOL"), ("inspe
 
 
 @pytest.mark.skipif("DAX_TOOL" not in os.environ, reason="built without the program")
-@pytest.mark.parametrize("blocks", samples("console"))
-def test_console(blocks, tmp_path):
-    for line in "\n".join(blocks).splitlines():
+@pytest.mark.parametrize("page", pages_with("console"))
+def test_console(page, tmp_path, monkeypatch):
+    monkeypatch.chdir(tmp_path)
+    run_python(page)
+    for line in "\n".join(blocks(page, "console")).splitlines():
         if line.startswith("$ "):
             program, *arguments = shlex.split(line[2:])
             if program == "inspect_camera" and program not in PROGRAMS:

@@ -3,7 +3,6 @@
 #include <limits>
 
 #include "pcl/kdtree_search.h"
-#include "tests/support/check_order.h"
 #include "tests/support/kd_tree.h"
 #include "tests/support/mock_pool.h"
 #include "tests/support/point_sets.h"
@@ -200,18 +199,8 @@ TEST(KdTreeV2, WorksWhereItIsCopiedTo) {
   const std::vector<float> points = makePoints(PointKind::uniform, 500, 3);
   for (const bool inner : {false, true}) {
     SecondTree tree(points, 3, 2, inner);
-    const std::vector<Neighbour> expected = tree.nearest(&points[30], 12);
-    const size_t bytes = tree.block().size();
-    std::vector<uint64_t> home((bytes + 20 * 136) / 8);
-    const std::vector<uint8_t> original(tree.block().begin(), tree.block().end());
-    std::memset(tree.block().data(), 0xEE, bytes);
-    for (size_t move = 0; move < 20; ++move) {
-      auto* const copy = reinterpret_cast<uint8_t*>(home.data()) + move * 136;
-      std::memcpy(copy, original.data(), bytes);
-      auto* const record = reinterpret_cast<DAX3DPCL_KDTREE_V2*>(copy);
-      ASSERT_EQ(DAX3DPCL_SEARCH_KDTREE_HandleRerange_V2(record), DAX_STS_OK);
-      ASSERT_EQ(tree.nearest(record, &points[30], 12), expected);
-    }
+    checkMoves(tree.block(), DAX3DPCL_SEARCH_KDTREE_HandleRerange_V2,
+               [&](const DAX3DPCL_KDTREE_V2* record) { return tree.nearest(record, &points[30], 70); });
   }
 }
 
@@ -283,17 +272,8 @@ TEST(KdTreeV2Checks, Searches) {
   float distances[2] = {9, 9};
   int32_t count = 9;
   const uint8_t mask[20] = {};
-  const std::vector<CheckClause<Arguments>> common = {
-      {"tree null", DAX_STS_NULL_POINTER, [](Arguments& a) { a.tree = nullptr; }},
-      {"queries null", DAX_STS_NULL_POINTER, [](Arguments& a) { a.rows = nullptr; }},
-      {"indices null", DAX_STS_NULL_POINTER, [](Arguments& a) { a.indices = nullptr; }},
-      {"distances null", DAX_STS_NULL_POINTER, [](Arguments& a) { a.distances = nullptr; }},
-      {"count null", DAX_STS_NULL_POINTER, [](Arguments& a) { a.count = nullptr; }},
-      {"stack null", DAX_STS_NULL_POINTER, [](Arguments& a) { a.stack = nullptr; }},
-      {"no axes", DAX_STS_BAD_PARAM, [](Arguments& a) { a.d = 0; }},
-      {"no results", DAX_STS_BAD_PARAM, [](Arguments& a) { a.most = 0; }},
-      {"another dimension", DAX_STS_BAD_PARAM, [](Arguments& a) { a.d = 4; }},
-  };
+  std::vector<CheckClause<Arguments>> common = searchClauses<Arguments>();
+  common.insert(common.begin(), {"stack null", DAX_STS_NULL_POINTER, [](Arguments& a) { a.stack = nullptr; }});
   std::vector<CheckClause<Arguments>> many = common, radius = common, masked = common;
   many.push_back({"no queries", DAX_STS_BAD_PARAM, [](Arguments& a) { a.queryCount = 0; }});
   radius.push_back({"negative radius", DAX_STS_BAD_PARAM, [](Arguments& a) { a.radius = -1.2e-7f; }});

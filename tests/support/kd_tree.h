@@ -3,11 +3,13 @@
 
 #include <gtest/gtest.h>
 
+#include <cstring>
 #include <vector>
 
 #include "frame/cpu_feature.h"
 #include "pcl/kdtree.h"
 #include "tests/oracle/kdtree.h"
+#include "tests/support/check_order.h"
 #include "tests/support/guarded_buffer.h"
 
 namespace dax::test {
@@ -27,6 +29,45 @@ inline std::vector<oracle::Neighbour> neighbours(const uint32_t* indices, const 
   std::vector<oracle::Neighbour> row;
   for (int32_t i = 0; i < count; ++i) row.push_back({indices[i], distances[i]});
   return row;
+}
+
+// What every search refuses.
+template <class Arguments>
+std::vector<CheckClause<Arguments>> searchClauses() {
+  return {
+      {"tree null", DAX_STS_NULL_POINTER, [](Arguments& a) { a.tree = nullptr; }},
+      {"queries null", DAX_STS_NULL_POINTER, [](Arguments& a) { a.rows = nullptr; }},
+      {"indices null", DAX_STS_NULL_POINTER, [](Arguments& a) { a.indices = nullptr; }},
+      {"distances null", DAX_STS_NULL_POINTER, [](Arguments& a) { a.distances = nullptr; }},
+      {"count null", DAX_STS_NULL_POINTER, [](Arguments& a) { a.count = nullptr; }},
+      {"no axes", DAX_STS_BAD_PARAM, [](Arguments& a) { a.d = 0; }},
+      {"no results", DAX_STS_BAD_PARAM, [](Arguments& a) { a.most = 0; }},
+      {"another dimension", DAX_STS_BAD_PARAM, [](Arguments& a) { a.d = 4; }},
+  };
+}
+
+// Searches find the same after each of several moves, to multiples of 8 that are seldom more, when nothing is left where
+// the block was built.
+template <class Record, class Search>
+void checkMoves(Bytes& block, DaxStatus (*rerange)(Record*), const Search& search) {
+  auto* const built = reinterpret_cast<Record*>(block.data());
+  const std::vector<oracle::Neighbour> expected = search(built);
+  ASSERT_EQ(rerange(built), DAX_STS_OK);
+  ASSERT_EQ(search(built), expected);
+  constexpr size_t kMoves = 20, kStep = 136;
+  std::vector<uint64_t> home((block.size() + kMoves * kStep) / 8);
+  auto* const start = reinterpret_cast<uint8_t*>(home.data());
+  std::memcpy(start, block.data(), block.size());
+  std::memset(block.data(), 0xEE, block.size());
+  for (size_t move = 0; move < kMoves; ++move) {
+    uint8_t* const place = start + move * kStep;
+    if (move > 0) std::memmove(place, place - kStep, block.size());
+    auto* const record = reinterpret_cast<Record*>(place);
+    for (int32_t again = 0; again < 2; ++again) {
+      ASSERT_EQ(rerange(record), DAX_STS_OK);
+      ASSERT_EQ(search(record), expected);
+    }
+  }
 }
 
 // First generation.

@@ -191,6 +191,15 @@ def tiff_rgb16(picture):
     return tiff_of("<", 16, 3, rgb16(picture, "<"), picture)
 
 
+def tiff_of_values(form, values):
+    """One row of numbers, by their letter in struct."""
+    data = struct.pack(f"<{len(values)}{form}", *values)
+    plain = tiff_of("<", 8 * len(data) // len(values), 1, data, [values])
+    sample_format = {"h": 2, "i": 2, "f": 3}.get(form, 1)
+    chunky = struct.pack("<HHII", 284, 4, 1, 1)  # the last entry makes room for a later tag
+    return plain.replace(chunky, struct.pack("<HHII", 339, 3, 1, sample_format))
+
+
 def tiff_directory_first(picture):
     data = grey8(picture)
     whole = tiff_of("<", 8, 1, data, picture)

@@ -169,6 +169,15 @@ def test_overlay_marks_the_edges(dax, stripe, tmp_path):
     assert all(min(abs(x + 0.5 - 8 * (edge + 0.5)) for edge in (30.3, 52.8)) < 2 for x in marked)
 
 
+def test_overlay_of_a_ring_is_round(dax, tmp_path):
+    save(tmp_path, lambda x, y: DARK + (LIGHT - DARK) * scenes.disc(x, y, 42, 31, 27.3))
+    dax("caliper", "in.png", "--annulus", "42,31,23,30,0,360", "--overlay", "out.png", "--overlay-scale", 8)
+    rows = colours((tmp_path / "out.png").read_bytes())
+    radii = [math.hypot((x + 0.5) / 8 - 42.5, (y + 0.5) / 8 - 31.5)
+             for y, row in enumerate(rows) for x, pixel in enumerate(row) if is_like(pixel, GREEN)]
+    assert len(radii) > 1000 and all(abs(8 * (radius - 27.3)) < 1.6 for radius in radii)
+
+
 @pytest.mark.parametrize("count, size", [(1, (560, 300)), (2, (1120, 300)), (5, (1120, 900)), (30, (1120, 3600))])
 def test_plot_has_a_panel_a_caliper(dax, stripe, tmp_path, count, size):
     stripe(UPRIGHT)
@@ -206,6 +215,8 @@ def test_impossible_regions(dax, stripe, tmp_path, region):
     stripe(UPRIGHT)
     run = dax("caliper", "in.png", "--box", "40,30,20,6,0", *region, "--overlay", "out.png", status=5)
     kind = region[0][2:]
+    assert ("its centre is outside the image" in run.err) == (region[1].startswith(("-1", "84")))
+    assert ("SWEEP" in run.err) == (kind == "annulus")
     assert run.err.startswith(f"dax: {kind} ") and "(0x1000002d)" in run.err and run.out == ""
     assert not (tmp_path / "out.png").exists()
 

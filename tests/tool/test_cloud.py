@@ -204,7 +204,7 @@ def test_usage_errors(dax, tmp_path, arguments):
 
 def test_refusals(dax, tmp_path):
     write(tmp_path, scattered(10))
-    assert "voxel grid refused" in dax("cloud", "downsample", "in.ply", "out.ply", "--leaf", "1e-5", status=5).err
+    assert "--leaf too small" in dax("cloud", "downsample", "in.ply", "out.ply", "--leaf", "1e-5", status=5).err
     for name in ("none/out.ply", "in.ply/out.ply"):
         assert "cannot be written" in dax("cloud", "normals", "in.ply", name, status=4).err
     assert [path.name for path in tmp_path.iterdir()] == ["in.ply"]

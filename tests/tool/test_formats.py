@@ -73,6 +73,18 @@ def test_other_formats_are_refused(dax, tmp_path, content):
     assert "picture.png: is not a PNG, JPEG, TIFF, BMP, PGM or PPM image" in run.err
 
 
+def test_tiff_that_16_bits_do_not_hold(dax, tmp_path):
+    """The decoder would clip or wrap the values without a word."""
+    for form, values in [("h", [-5, 7]), ("I", [9, 70000]), ("i", [-1, 7]), ("f", [0.5, 300.0])]:
+        (tmp_path / "in.tif").write_bytes(pictures.tiff_of_values(form, values))
+        for command in (["inspect", "in.tif"], ["range", "convert", "in.tif", "out.range"]):
+            run = dax(*command, status=3)
+            assert run.err == "dax: in.tif: has pixels with a sign, in floating point or of more than 16 bits\n", form
+    (tmp_path / "in.tif").write_bytes(pictures.tiff_of_values("H", [9, 65535]))
+    dax("range", "convert", "in.tif", "out.range")
+    assert "values    -32759 to 32767" in dax("range", "info", "out.range").out
+
+
 def test_harmless_oddities_are_no_errors(dax, tmp_path):
     """A broken text chunk, an unknown TIFF tag, stray bytes between JPEG segments."""
     picture = pictures.draw(pictures.blank(32, 32), 8, 8, 8, 8)

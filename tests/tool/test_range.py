@@ -164,7 +164,8 @@ def test_scene(dax, tmp_path):
     ["convert", "in.png", "out.range", "--offset", "1,nan,1"], ["convert", "in.ply", "out.range", "--mask", "m.png"],
     ["render", "in.range", "out.jpg"], ["render", "in.range", "out.png", "--limits", "9..1"],
     ["despeckle", "in.range", "out.range", "--size", "-1"], ["despeckle", "in.range", "out.range", "--step", "0"],
-    ["scene", "out.range", "--size", "100x100"], ["scene", "out.range", "--seed", "-1"]])
+    ["convert", "in.png", "out.PNG"], ["convert", "in.ply", "out.pcd"], ["convert", "in.png", "out.ply"],
+    ["despeckle", "in.range", "out.png"], ["scene", "out.png"], ["scene", "out.range", "--size", "100x100"], ["scene", "out.range", "--seed", "-1"]])
 def test_usage_errors(dax, tmp_path, sample, arguments):
     run = dax("range", *arguments, status=2)
     assert run.out == "" and run.err.startswith("dax: ") and run.err.count("\n") == 1
@@ -187,6 +188,7 @@ def test_refusals(dax, tmp_path, sample):
             (5, ["convert", "none.range", "out.ply"], "no valid pixels"),
             (4, ["scene", "none/out.range"], "cannot be written"),
             (4, ["convert", "in.range", "none/out.ply"], "cannot be written"),
+            (3, ["render", "eight.png", "out.png"], "eight.png: is no range file, or damaged\n"),
             (3, ["info", "missing.range"], "cannot be opened"), (3, ["info", "."], "is a folder")]:
         run = dax("range", *arguments, status=status)
         assert message in run.err and run.err.count("\n") == 1 and run.out == ""

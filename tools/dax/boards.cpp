@@ -7,6 +7,7 @@
 #include "annotated_picture.h"
 #include "daxi/chessboard_subpix.h"
 #include "daxi/chessboard_sym.h"
+#include "failure.h"
 #include "library_call.h"
 
 namespace dax::tool {
@@ -131,9 +132,8 @@ Ink colourOf(int32_t row) {
   return kColours[row % 6];
 }
 
-std::vector<Point> cross(DaxiPoint32f p, float arm, bool upright) {
-  if (upright) return {{p.x, p.y - arm}, {p.x, p.y + arm}};
-  return {{p.x - arm, p.y}, {p.x + arm, p.y}};
+std::vector<Point> stroke(DaxiPoint32f p, float dx, float dy) {
+  return {{p.x - dx, p.y - dy}, {p.x + dx, p.y + dy}};
 }
 
 Rect around(DaxiPoint32f p, double half) {
@@ -143,6 +143,9 @@ Rect around(DaxiPoint32f p, double half) {
 }  // namespace
 
 std::optional<Board> findBoard(const GreyImage& image, const std::optional<Pattern>& size) {
+  if (std::min(image.size.width, image.size.height) < kLeastSide) {
+    throw Failure(ExitStatus::kRefused, "is smaller than 64 x 64 pixels, too small for a board");
+  }
   auto board = size ? findSized(image, *size) : findAny(image);
   if (!board) return board;
   const int32_t half = windowFor(*board);
@@ -158,7 +161,11 @@ std::string drawBoard(const GreyImage& image, const std::optional<Board>& board)
   if (!board) return picture.png();
   const auto [columns, rows] = board->pattern;
   const auto corner = [&](int32_t i) { return board->corners[static_cast<size_t>(i)]; };
-  const float arm = 0.15f * distance(corner(0), corner(1));
+  // Crosses lie along the diagonals of squares, where no edge of the board hides them.
+  constexpr float kArm = 0.12f;
+  const DaxiPoint32f first = corner(0), beside = corner(1), below = corner(columns);
+  const float ax = kArm * (beside.x - first.x), ay = kArm * (beside.y - first.y);
+  const float bx = kArm * (below.x - first.x), by = kArm * (below.y - first.y);
   std::vector<Point> way;
   for (int32_t r = 0; r < rows; ++r) {
     if (r > 0) {
@@ -170,9 +177,10 @@ std::string drawBoard(const GreyImage& image, const std::optional<Board>& board)
     picture.line(way, false, colourOf(r), 1.4);
   }
   for (int32_t i = 0; i < columns * rows; ++i) {
-    for (const bool upright : {false, true}) picture.line(cross(corner(i), arm, upright), false, {1, 1, 1, 1}, 1);
+    picture.line(stroke(corner(i), ax + bx, ay + by), false, colourOf(i / columns), 1.4);
+    picture.line(stroke(corner(i), ax - bx, ay - by), false, colourOf(i / columns), 1.4);
   }
-  const double half = 2.0 * static_cast<double>(arm);
+  const double half = 0.3 * static_cast<double>(distance(first, beside));
   for (const int32_t i : {0, columns - 1, columns * rows - 1})
     picture.label(around(corner(i), half), std::to_string(i));
   return picture.png();

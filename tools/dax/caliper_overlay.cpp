@@ -11,7 +11,7 @@ namespace {
 constexpr Ink kRegionColour{0.36, 0.68, 0.95, 0.95};
 constexpr Ink kEdgeColour{0.16, 0.90, 0.62, 1};
 constexpr Ink kWidthColour{1.0, 0.72, 0.20, 1};
-constexpr int kPieces = 24;  // of a line, which may be an arc
+constexpr int kArcPieces = 180;  // of a full ring 2 degrees each, within 0.1 pixels of it up to a radius of 650
 constexpr size_t kMostLabels = 100;
 
 // A line of the region's grid, from one place to another.
@@ -21,9 +21,10 @@ struct GridLine {
 
 std::vector<Point> points(const Region& region, const std::vector<GridLine>& lines) {
   std::vector<Point> result;
+  const int pieces = std::holds_alternative<CaliperAnnulus>(region) ? kArcPieces : 1;
   for (const GridLine& line : lines) {
-    for (int i = 0; i <= kPieces; ++i) {
-      const double part = static_cast<double>(i) / kPieces;
+    for (int i = 0; i <= pieces; ++i) {
+      const double part = static_cast<double>(i) / pieces;
       result.push_back(pointOf(region, line.s0 + part * (line.s1 - line.s0), line.t0 + part * (line.t1 - line.t0)));
     }
   }

@@ -23,6 +23,7 @@ struct Kind;
 template <>
 struct Kind<CaliperBox> {
   static constexpr const char* kName = "box";
+  static constexpr const char* kPossible = "sides are 1 to 16777216 pixels, angles -180 to 180 degrees";
   static constexpr std::array kMembers = {&CaliperBox::x, &CaliperBox::y, &CaliperBox::width, &CaliperBox::height,
                                           &CaliperBox::angle};
   static constexpr size_t kAngles = 1;
@@ -35,6 +36,8 @@ struct Kind<CaliperBox> {
 template <>
 struct Kind<CaliperRhomboid> {
   static constexpr const char* kName = "rhomboid";
+  static constexpr const char* kPossible =
+      "sides are 1 to 16777216 pixels and not parallel, angles -180 to 180 degrees";
   static constexpr std::array kMembers = {&CaliperRhomboid::x,     &CaliperRhomboid::y,
                                           &CaliperRhomboid::width, &CaliperRhomboid::height,
                                           &CaliperRhomboid::angle, &CaliperRhomboid::sideAngle};
@@ -48,6 +51,8 @@ struct Kind<CaliperRhomboid> {
 template <>
 struct Kind<CaliperAnnulus> {
   static constexpr const char* kName = "annulus";
+  static constexpr const char* kPossible =
+      "INNER is at least 0, OUTER at least 1 more, START -180 to 180 degrees, SWEEP at most 360 and 1 pixel or more";
   static constexpr std::array kMembers = {&CaliperAnnulus::x,           &CaliperAnnulus::y,
                                           &CaliperAnnulus::innerRadius, &CaliperAnnulus::outerRadius,
                                           &CaliperAnnulus::startAngle,  &CaliperAnnulus::sweep};
@@ -61,6 +66,18 @@ struct Kind<CaliperAnnulus> {
 template <class R>
 constexpr bool isAngle(size_t member) {
   return member + Kind<R>::kAngles >= Kind<R>::kMembers.size();
+}
+
+// Of calls that refuse regions; says which ones are possible.
+void checkRegion(DaxStatus status, const auto& region, DaxiSize size) {
+  using R = std::decay_t<decltype(region)>;
+  std::string what = describe(region);
+  if (status == DAX_STS_BAD_ROTATED_RECT) {
+    const bool inside = region.x >= 0 && region.y >= 0 && region.x <= static_cast<float>(size.width - 1) &&
+                        region.y <= static_cast<float>(size.height - 1);
+    what += std::string(" (") + (inside ? Kind<R>::kPossible : "its centre is outside the image") + ")";
+  }
+  check(status, what.c_str());
 }
 
 double meanRadius(const CaliperAnnulus& a) {
@@ -132,8 +149,8 @@ void findEdges(const GreyImage& image, const auto& region, const CaliperSettings
   std::vector<DaxiPoint32f> points(edges.size());
   CaliperEdgeResult result{edges.data(), points.data(), 0};
   using R = std::decay_t<decltype(region)>;
-  check(Kind<R>::kEdges(image.pixels.data(), image.step(), image.size, &region, &cfg, &result, &profile, buffer),
-        describe(region).c_str());
+  checkRegion(Kind<R>::kEdges(image.pixels.data(), image.step(), image.size, &region, &cfg, &result, &profile, buffer),
+              region, image.size);
   for (size_t i = 0; i < static_cast<size_t>(result.count); ++i) to.edges.push_back({edges[i], points[i]});
 }
 
@@ -144,8 +161,8 @@ void findPairs(const GreyImage& image, const auto& region, const CaliperSettings
   std::vector<DaxiPoint32f> points(2 * pairs.size());
   CaliperEdgePairResult result{pairs.data(), points.data(), 0};
   using R = std::decay_t<decltype(region)>;
-  check(Kind<R>::kPairs(image.pixels.data(), image.step(), image.size, &region, &cfg, &result, &profile, buffer),
-        describe(region).c_str());
+  checkRegion(Kind<R>::kPairs(image.pixels.data(), image.step(), image.size, &region, &cfg, &result, &profile, buffer),
+              region, image.size);
   for (size_t i = 0; i < static_cast<size_t>(result.count); ++i) {
     to.pairs.push_back({pairs[i], points[2 * i], points[2 * i + 1]});
   }
@@ -155,7 +172,7 @@ template <class R>
 Caliper measureRegion(const GreyImage& image, const R& region, const CaliperSettings& settings) {
   Caliper caliper{region, {}, {}, {}, {}, 0};
   uint64_t bytes = 0;
-  check((settings.pairs ? Kind<R>::kPairBytes : Kind<R>::kEdgeBytes)(&region, &bytes), describe(region).c_str());
+  checkRegion((settings.pairs ? Kind<R>::kPairBytes : Kind<R>::kEdgeBytes)(&region, &bytes), region, image.size);
   const Memory buffer(bytes);
   // The query has made sure that the sides are of reasonable sizes; they are rounded up by less than 2.
   const auto [width, height] = sides(region);

@@ -50,7 +50,7 @@ DAX3D_VECTOR_32F parseLeaf(const std::string& text) {
   const bool cube = text.find(',') == std::string::npos;
   const auto leaf = parseVector("--leaf", cube ? text + "," + text + "," + text : text, "a size, or X,Y,Z");
   constexpr float kLeast = std::numeric_limits<float>::epsilon();
-  if (!(std::min({leaf.x, leaf.y, leaf.z}) > kLeast)) reject("--leaf: sizes must be positive");
+  if (!(std::min({leaf.x, leaf.y, leaf.z}) > kLeast)) reject("--leaf: sizes must be above 1.2e-7");
   return leaf;
 }
 
@@ -207,7 +207,8 @@ void addSteps(CLI::App& cloud, Steps& steps, CloudOptions& options) {
       ->check(CLI::Range(1e-6, 1e18))
       ->type_name("R");
   app->add_option("--viewpoint", options.viewpoint, "where normals point to [either side]")->type_name("X,Y,Z");
-  app = addStep(cloud, steps, options, thin, "downsample", "Thin out: one point for each cell of a grid");
+  app = addStep(cloud, steps, options, thin, "downsample",
+                "Thin out: one point for each cell of a grid, without normals");
   addResult(*app, options, true, "the thinned cloud, .ply or .pcd");
   app->add_option("--leaf", options.leaf, "size of a cell")->required()->type_name("S|X,Y,Z");
   app = addStep(cloud, steps, options, knn, "knn", "List the nearest neighbours of every point");

@@ -138,8 +138,10 @@ Cloud downsample(const Cloud& cloud, const DAX3D_VECTOR_32F& leaf) {
   const Box box = boxOf(cloud);
   const float corners[] = {box.low[0], box.low[1], box.low[2], box.high[0], box.high[1], box.high[2]};
   DAX3DPCL_CLOUD3D* thinned = nullptr;
-  check(DAX3DPCL_PREP_SAMPLE_VoxelGrid(&source, corners, &thinned, result.get(), work.get(), leaf.x, leaf.y, leaf.z),
-        "voxel grid");
+  const DaxStatus status =
+      DAX3DPCL_PREP_SAMPLE_VoxelGrid(&source, corners, &thinned, result.get(), work.get(), leaf.x, leaf.y, leaf.z);
+  check(status,
+        status == DAX_STS_BAD_PARAM ? "voxel grid of more than 2147483647 cells (--leaf too small)" : "voxel grid");
   return {{thinned->points, thinned->points + ptrdiff_t{3} * thinned->count}, {}, 0};
 }
 

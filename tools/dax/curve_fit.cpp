@@ -123,11 +123,14 @@ Values standardErrors(const CurveModel& model, const Values& q, const Frame& fra
     for (size_t i = 0; i < n; ++i) g[i * n + j] = (high[i] - low[i]) / (2 * h);
   }
   for (size_t i = 0; i < n; ++i) {
-    double variance = 0;
-    for (size_t j = 0; j < n; ++j) {
-      for (size_t k = 0; k < n; ++k) variance += g[i * n + j] * covariance[j * n + k] * g[i * n + k];
+    double variance = 0, largest = 0;  // squares of numbers as they come would leave the range of numbers
+    for (size_t j = 0; j < n; ++j) largest = std::max(largest, std::fabs(g[i * n + j]));
+    for (size_t j = 0; j < n && largest > 0; ++j) {
+      for (size_t k = 0; k < n; ++k) {
+        variance += g[i * n + j] / largest * covariance[j * n + k] * (g[i * n + k] / largest);
+      }
     }
-    errors[i] = std::sqrt(std::max(variance, 0.0));
+    errors[i] = largest * std::sqrt(std::max(variance, 0.0));
   }
   return errors;
 }

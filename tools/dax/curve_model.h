@@ -47,7 +47,7 @@ class CurveModel {
   const std::vector<std::string> parameters;
 };
 
-inline constexpr const char* kModelNames = "line, polynomial:N, exponential, gaussian, circle, sine";
+inline constexpr const char* kModelNames = "line, polynomial:N (N of 1..9), exponential, gaussian, circle, sine";
 
 // Null when the text names no model. N is 1..9.
 std::unique_ptr<CurveModel> parseModel(std::string_view text);

@@ -31,6 +31,10 @@ std::string formatted(const char* format, double value) {
   return text;
 }
 
+std::string counted(size_t count, const char* one, const char* many) {
+  return std::to_string(count) + (count == 1 ? one : many);
+}
+
 // What the command line asks for, checked before any file is touched.
 struct Request {
   explicit Request(const FitOptions& options) : model(parseModel(options.model)) {
@@ -78,7 +82,8 @@ void writeTable(std::ostream& out, const CurveModel& model, const CurveFit& fit)
     out << line;
   }
   out << "\n"
-      << points << " points, " << points - n << " degrees of freedom, " << fit.iterations << " iterations\n"
+      << points << " points, " << counted(points - n, " degree", " degrees") << " of freedom, "
+      << counted(fit.iterations, " iteration", " iterations") << "\n"
       << "standard deviation of the residuals " << formatted("%.6g", fit.deviation);
   if (fit.rSquared) out << ", R^2 " << formatted("%.6f", *fit.rSquared);
   out << '\n';

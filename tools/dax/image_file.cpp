@@ -12,6 +12,7 @@
 #include "failure.h"
 #include "input_file.h"
 #include "text.h"
+#include "tiff_samples.h"
 
 namespace dax::tool {
 namespace {
@@ -129,6 +130,7 @@ void setUpDecoders() {
 ImageFile ImageFile::read(const fs::path& path) {
   const std::string bytes = readFile(path);
   const char* format = sniff(path, bytes);
+  if (!hasPlainTiffSamples(bytes)) fail(path, "has pixels with a sign, in floating point or of more than 16 bits");
   auto image = std::make_unique<Magick::Image>();
   decode(path, bytes, format, *image);
   return ImageFile(std::move(image));

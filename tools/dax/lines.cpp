@@ -67,14 +67,19 @@ FittedLine fitLine(const std::vector<Caliper>& calipers, const LineSettings& set
   }
   const auto n = static_cast<int32_t>(points.size());
   const LineFitCfg cfg = cfgFor(settings, points.size());
+  if (cfg.maxRejected > n - 2) {
+    throw Failure(ExitStatus::kRefused, "line: --reject " + std::to_string(cfg.maxRejected) +
+                                            " leaves less than 2 of " + std::to_string(n) + " edges");
+  }
   uint64_t bytes = 0;
   check(DAXI_LineFitRegreBufferSize_32f(n, &bytes), "line fit");
   const Memory buffer(bytes);
   std::vector<uint8_t> inliers(points.size());
   std::vector<float> weights(points.size());
   float rms;
-  check(DAXI_LineFitRegre_32f(points.data(), n, &cfg, &fitted.line, inliers.data(), weights.data(), &rms, buffer.get()),
-        "line fit");
+  const DaxStatus status =
+      DAXI_LineFitRegre_32f(points.data(), n, &cfg, &fitted.line, inliers.data(), weights.data(), &rms, buffer.get());
+  check(status, settings.tolerance ? "line fit (no line through the edges within --tolerance)" : "line fit");
   fitted.degrees = directionNear(fitted.line, directionOf(settings)) * 180 / kPi;
   const DaxiLine& line = fitted.line;
   double squares = 0;

@@ -1,9 +1,11 @@
 #include "points_file.h"
 
 #include <algorithm>
+#include <cerrno>
 #include <fstream>
 #include <optional>
 #include <string>
+#include <system_error>
 
 #include "failure.h"
 #include "text.h"
@@ -51,8 +53,10 @@ double numberIn(const std::filesystem::path& path, size_t line, const std::vecto
 }  // namespace
 
 Points readPoints(const std::filesystem::path& path, int xColumn, int yColumn) {
+  if (std::filesystem::is_directory(path)) reject(path, "is a folder");
+  errno = 0;
   std::ifstream file(path, std::ios::binary);
-  if (!file) reject(path, "cannot be opened");
+  if (!file) reject(path, "cannot be opened: " + std::generic_category().message(errno));
   Points points;
   std::string line;
   bool mayBeTitle = true;

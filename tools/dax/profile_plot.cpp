@@ -139,7 +139,7 @@ void drawPanel(cairo_t* c, double left, double top, const Caliper& caliper, size
   response.level(-threshold, kThreshold, true);
   response.curve(caliper.response, kResponse);
   profile.frame("profile, grey levels");
-  response.frame("response and threshold");
+  response.frame("response (dark to light below 0) and threshold");
   response.places();
 }
 

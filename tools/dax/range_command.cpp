@@ -51,13 +51,22 @@ std::optional<RangeHeader> parseHeader(const RangeOptions& options) {
   if (!options.offset.empty()) header.offset = parseVector("--offset", options.offset);
   constexpr float kLeast = std::numeric_limits<float>::epsilon();
   if (!(std::abs(header.scale.x) > kLeast && std::abs(header.scale.y) > kLeast && header.scale.z >= kLeast)) {
-    reject("--scale: x and y must not be 0, z must be positive");
+    reject("--scale: x and y must be above 1.2e-7 or below -1.2e-7, z must be above 1.2e-7");
   }
   return header;
 }
 
 bool isPicture(const fs::path& path) {
   return path.extension() == ".png" || path.extension() == ".tif" || path.extension() == ".tiff";
+}
+
+bool isOtherName(const fs::path& path) {
+  return hasImageExtension(path) || hasCloudExtension(path);
+}
+
+// A range file of such a name would take the place of a picture or cloud, and no program could read it.
+void requireRangeName(const fs::path& path) {
+  if (isOtherName(path)) reject(printable(path.string()) + ": is the name of a picture or cloud; OUT is a range file");
 }
 
 RangeImage readPicture(const RangeOptions& options, const RangeHeader& header) {
@@ -86,6 +95,7 @@ ExitStatus makeRange(const RangeOptions& options) {
     reject("range convert: of " + printable(options.input) + " and " + printable(options.output) +
            " one must be a 16-bit picture (.png, .tif) or a cloud (.ply, .pcd)");
   }
+  requireRangeName(options.output);
   if (!picture && !options.mask.empty()) reject("--mask: goes with pictures");
   const std::optional<RangeHeader> header = parseHeader(options);
   const RangeImage image =
@@ -97,6 +107,10 @@ ExitStatus makeRange(const RangeOptions& options) {
 ExitStatus convert(const RangeOptions& options) {
   const fs::path output = options.output;
   if (!isPicture(output) && !hasCloudExtension(output)) return makeRange(options);
+  if (isOtherName(options.input)) {
+    reject("range convert: one of " + printable(options.input) + " and " + printable(options.output) +
+           " must be a range file");
+  }
   if (!options.scale.empty() || !options.offset.empty()) reject("--scale, --offset: the range file has its own");
   if (!options.mask.empty() && !isPicture(output)) reject("--mask: goes with pictures");
   if (!options.mask.empty()) requirePictureName(options.mask);
@@ -132,6 +146,7 @@ ExitStatus render(const RangeOptions& options) {
 }
 
 ExitStatus despeckle(const RangeOptions& options) {
+  requireRangeName(options.output);
   RangeImage image = RangeImage::read(options.input);
   const size_t cleared = image.clearSpeckles(options.most, options.difference);
   image.write(options.output);
@@ -140,6 +155,7 @@ ExitStatus despeckle(const RangeOptions& options) {
 }
 
 ExitStatus scene(const RangeOptions& options) {
+  requireRangeName(options.output);
   const auto sides = parseIntegerPair(options.size, 'x', 150, 8192);
   if (!sides) reject("--size: " + inQuotes(options.size) + " is not WxH with sides of 150..8192");
   renderRangeScene({sides->first, sides->second}, static_cast<uint64_t>(options.seed)).write(options.output);
@@ -202,7 +218,8 @@ void addSteps(CLI::App& range, Steps& steps, RangeOptions& options) {
   app->add_option("--size", options.most, "most pixels of a patch [100]")
       ->check(CLI::Range(0, 1 << 30))
       ->type_name("N");
-  app->add_option("--step", options.difference, "counts that set neighbours apart [50]")
+  app->add_option("--step", options.difference,
+                  "difference that sets neighbours apart, in counts: heights are\ncounts times the scale of z [50]")
       ->check(CLI::Range(1, 1 << 17))
       ->type_name("N");
   app = addStep(range, steps, scene, "scene", "Make a sample: machined parts, with noise, reflections, drop-outs");
@@ -223,7 +240,7 @@ Command addRange(CLI::App& app) {
       "Examples:\n"
       "  dax range scene parts.range\n"
       "  dax range info parts.range\n"
-      "  dax range despeckle parts.range clean.range\n"
+      "  dax range despeckle parts.range clean.range --size 60 --step 300\n"
       "  dax range render clean.range heights.png\n"
       "  dax range convert clean.range heights.tif --mask valid.png\n"
       "  dax range convert clean.range parts.ply\n\n"

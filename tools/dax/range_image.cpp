@@ -56,13 +56,14 @@ RangeImage::RangeImage() : record_(new DAX3D_RANGE_V4()) {}
 RangeImage RangeImage::read(const fs::path& path) {
   requireRegularFile(path);
   RangeImage image;
+  const std::string what = printable(path.string()) + ": is no range file, or damaged";
   const auto refuse = [&](DaxStatus status) {
     if (status == DAX_STS_NO_MEMORY) throw std::bad_alloc();
-    throw Failure(ExitStatus::kCannotRead,
-                  printable(path.string()) + ": is no range file, or damaged: " + DAX_GetStatusText(status));
+    throw Failure(ExitStatus::kCannotRead, what + ": " + DAX_GetStatusText(status));
   };
   const DaxStatus status = DAX3DPCL_UTILS_READ_RANGE_V4(path.c_str(), image.record_.get());
   if (status != DAX_STS_OK) refuse(status);
+  if (!image.record_->range.image.plane[0]) throw Failure(ExitStatus::kCannotRead, what);
   const DaxStatus valid = DAX3DPCL_UTILS_Check_DAX3D_RANGE_V4(image.record_.get(), 0);
   if (valid != DAX_STS_OK) refuse(valid);
   return image;
