@@ -1,6 +1,10 @@
 // How the KD-tree and the normals grow: from a thousand to two million points, with the number of neighbours, and on the
-// host's pool. Prints the tables of docs/performance.md. Native only.
+// host's pool. Prints the tables of docs/performance.md, or one of them, or one row. Native only.
+//
+// usage: kdtree_growth [pool | points [N] | neighbours [K]]
 #include <cstdio>
+#include <cstdlib>
+#include <cstring>
 #include <thread>
 
 #include "dax3dpcl.h"
@@ -77,10 +81,12 @@ double normals(int32_t n) {
   });
 }
 
-void printGrowth() {
+// A row of 0 stands for all.
+void printGrowth(int32_t row) {
   std::printf("| points | build ms | ns / point | 16 nearest ns | nearest, shifted ns | radius 1 ns | normals ns |\n");
   std::printf("| ---: | ---: | ---: | ---: | ---: | ---: | ---: |\n");
   for (const int32_t n : {1000, 10000, 100000, 500000, 2000000}) {
+    if (row != 0 && row != n) continue;
     constexpr int32_t kMost = 64;
     Scene scene(n, kMost, 1);
     const double perPoint = 1e6 / n, build = least(kRounds, [&] { scene.build(); });
@@ -92,9 +98,10 @@ void printGrowth() {
   }
 }
 
-void printNeighbours() {
+void printNeighbours(int32_t row) {
   std::printf("\n| k | ns / query | ns / neighbour |\n| ---: | ---: | ---: |\n");
   for (const int32_t k : {1, 4, 16, 32, 64, 65, 256, 1024, 4096}) {
+    if (row != 0 && row != k) continue;
     Scene scene(10000, k, 1);
     const double time = least(kRounds, [&] { scene.nearest(k); }) * 1e6 / 10000;
     std::printf("| %d | %.0f | %.1f |\n", k, time, time / k);
@@ -126,8 +133,10 @@ void printPool() {
 
 }  // namespace
 
-int main() {
-  printPool();
-  printGrowth();
-  printNeighbours();
+int main(int argc, char** argv) {
+  const auto wanted = [&](const char* table) { return argc < 2 || std::strcmp(argv[1], table) == 0; };
+  const int32_t row = argc > 2 ? std::atoi(argv[2]) : 0;
+  if (wanted("pool")) printPool();
+  if (wanted("points")) printGrowth(row);
+  if (wanted("neighbours")) printNeighbours(row);
 }

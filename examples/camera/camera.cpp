@@ -69,6 +69,7 @@ void Camera::start(double framesPerSecond, int queue) {
                         [&](GError** e) { return arv_camera_create_stream(camera, nullptr, nullptr, e); }));
   if (!stream_) throw CameraError("cannot create a stream");
   for (int i = 0; i < queue; ++i) arv_stream_push_buffer(stream_.get(), arv_buffer_new_allocate(bytes));
+  started_ = std::chrono::steady_clock::now();
   checked("cannot start the acquisition", [&](GError** e) { arv_camera_start_acquisition(camera, e); });
 }
 
@@ -85,10 +86,11 @@ Grab Camera::grab(uint64_t timeoutMicroseconds, const std::function<void(const F
   // The buffer goes back however this ends.
   const auto giveBack = [this](ArvBuffer* b) { arv_stream_push_buffer(stream_.get(), b); };
   const std::unique_ptr<ArvBuffer, decltype(giveBack)> held(buffer, giveBack);
-  gaps_.see(arv_buffer_get_frame_id(buffer));
+  const bool fresh = gaps_.see(arv_buffer_get_frame_id(buffer));
   if (arv_buffer_get_status(buffer) != ARV_BUFFER_STATUS_SUCCESS ||
       arv_buffer_get_image_pixel_format(buffer) != ARV_PIXEL_FORMAT_MONO_8) {
-    return Grab::kDamaged;
+    // Packets of a frame that was given up already make a buffer of their own.
+    return fresh ? Grab::kDamaged : Grab::kNothing;
   }
   size_t size = 0;
   gint padding = 0, rowsPadding = 0;

@@ -4,12 +4,14 @@
 #include <arv.h>
 
 #include <atomic>
+#include <chrono>
 #include <cstdint>
 #include <functional>
-#include <limits>
 #include <memory>
 #include <stdexcept>
 #include <string>
+
+#include "gaps.h"
 
 namespace live {
 
@@ -34,26 +36,6 @@ struct Frame {
 
 enum class Grab { kFrame, kNothing, kDamaged };
 
-// Frames that a stream of numbered frames has lost. Numbers start again after 65535, without a 0, where a camera has
-// 16 bits for them; a step back by less than half the way round is a frame that was late, or a camera that started anew.
-class Gaps {
- public:
-  void see(uint64_t number) {
-    if (seen_) {
-      const uint64_t missing = number > last_ ? number - last_ - 1 : number + kRound - last_ - 1;
-      if (number != last_ && (number > last_ || (last_ <= kRound && missing < kRound / 2))) lost_ += missing;
-    }
-    seen_ = true;
-    last_ = number;
-  }
-  uint64_t lost() const { return lost_; }
-
- private:
-  static constexpr uint64_t kRound = std::numeric_limits<uint16_t>::max();
-  uint64_t last_ = 0, lost_ = 0;
-  bool seen_ = false;
-};
-
 class Camera {
  public:
   // Opens a camera by its name or address, the first one found where `name` is empty, and starts it. A frame rate of 0
@@ -68,6 +50,13 @@ class Camera {
 
   // Waits for a frame and hands it to `use`; the frame is the camera's again afterwards.
   Grab grab(uint64_t timeoutMicroseconds, const std::function<void(const Frame&)>& use);
+
+  // From then on frames come.
+  std::chrono::steady_clock::time_point started() const { return started_; }
+
+  // The numbers of the first and of the latest frame that came, damaged or not; 0 before one came.
+  uint64_t firstNumber() const { return gaps_.first(); }
+  uint64_t lastNumber() const { return gaps_.last(); }
 
   // Frames since the camera was opened that never came: gaps in their numbers, or, of a camera that does not number
   // what it cannot deliver, those for which the queue had no room.
@@ -91,6 +80,7 @@ class Camera {
   Owned<ArvCamera> camera_;
   Owned<ArvStream> stream_;
   std::string name_;
+  std::chrono::steady_clock::time_point started_;
   Gaps gaps_;
 };
 

@@ -80,8 +80,8 @@ class Session {
 
   // Inspects frames until the session ends, or the camera is lost and no frame of it waits any more.
   void watch() {
-    const Clock::time_point opened = Clock::now();
-    Clock::time_point heard = opened, printed = opened;
+    const Clock::time_point started = camera_->started();
+    Clock::time_point heard = Clock::now(), printed = heard;
     const double secondsBefore = statistics_.connectedSeconds;
     const uint64_t droppedBefore = statistics_.dropped;
     Grab grab = Grab::kFrame;
@@ -90,9 +90,11 @@ class Session {
       const Clock::time_point now = Clock::now();
       if (grab == Grab::kFrame) heard = now;
       if (grab == Grab::kDamaged) ++statistics_.damaged;
+      statistics_.firstNumber = camera_->firstNumber();
+      statistics_.lastNumber = camera_->lastNumber();
       if (seconds(now - heard) > options_.silence) camera_->markLost();
       // The silence at the end of a connection is no time at which frames could have come.
-      statistics_.connectedSeconds = secondsBefore + seconds(heard - opened);
+      statistics_.connectedSeconds = secondsBefore + seconds(heard - started);
       statistics_.dropped = droppedBefore + camera_->dropped();
       if (seconds(now - printed) >= 1) {
         printStatistics();
@@ -106,7 +108,7 @@ class Session {
     const std::vector<BlobInfo>& objects = inspector_.inspect(frame);
     statistics_.inspection.add(1e3 * seconds(Clock::now() - start));
     statistics_.latency.add(1e-3 * static_cast<double>(g_get_real_time() - frame.arrivedMicroseconds));
-    if (++statistics_.frames == 1) statistics_.firstFrame = frame.id;
+    ++statistics_.frames;
     last_ = {frame.id, frame.width, frame.height, objects};
   }
 

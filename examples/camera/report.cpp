@@ -39,8 +39,8 @@ bool writeReport(const std::string& path, const std::string& camera, const Stati
   std::fprintf(file, "{\n  \"version\": \"%s\",\n  \"camera\": %s,\n", DAX_GetVersion(), quoted(camera).c_str());
   std::fprintf(file, "  \"frames\": %" PRIu64 ",\n  \"damaged\": %" PRIu64 ",\n  \"dropped\": %" PRIu64 ",\n",
                statistics.frames, statistics.damaged, statistics.dropped);
-  std::fprintf(file, "  \"reconnections\": %" PRIu64 ",\n  \"first_frame\": %" PRIu64 ",\n", statistics.reconnections,
-               statistics.firstFrame);
+  std::fprintf(file, "  \"reconnections\": %" PRIu64 ",\n  \"numbers\": [%" PRIu64 ", %" PRIu64 "],\n",
+               statistics.reconnections, statistics.firstNumber, statistics.lastNumber);
   std::fprintf(file, "  \"frames_per_second\": %.3f,\n", statistics.rate());
   writePercentiles(file, "inspection_ms", statistics.inspection);
   writePercentiles(file, "latency_ms", statistics.latency);

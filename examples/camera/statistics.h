@@ -39,10 +39,11 @@ class Percentiles {
 
 struct Statistics {
   uint64_t frames = 0;         // inspected
-  uint64_t firstFrame = 0;     // the camera's number of the first of them
   uint64_t damaged = 0;        // incomplete, or not what was asked for
   uint64_t dropped = 0;        // sent by the camera, and never seen here
   uint64_t reconnections = 0;  // after a loss
+  uint64_t firstNumber = 0;    // the camera's numbers of the first and the latest frame that came, damaged or not,
+  uint64_t lastNumber = 0;     // since it was opened
   double connectedSeconds = 0;
   Percentiles inspection;  // milliseconds in the library
   Percentiles latency;     // milliseconds from a frame's first packet to its result

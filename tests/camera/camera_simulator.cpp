@@ -28,7 +28,11 @@ int main(int argc, char** argv) {
     std::fprintf(stderr, "camera_simulator: the port of cameras is taken on the loopback interface\n");
     return 1;
   }
-  arv_fake_camera_set_fill_pattern(arv_gv_fake_camera_get_fake_camera(camera), drawBars, nullptr);
+  ArvFakeCamera* const insides = arv_gv_fake_camera_get_fake_camera(camera);
+  arv_fake_camera_set_fill_pattern(insides, drawBars, nullptr);
+  // A program that is kept waiting by a busy machine does not lose control.
+  constexpr guint32 kHeartbeatTimeoutRegister = 0x938;
+  if (!arv_fake_camera_write_register(insides, kHeartbeatTimeoutRegister, 60000)) return 1;
   std::puts("running");
   std::fflush(stdout);
   for (;;) g_usleep(1000000);

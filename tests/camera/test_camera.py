@@ -1,4 +1,5 @@
 """The live inspection example: frames in, statistics and a report out, and a camera that comes and goes."""
+import contextlib
 import fcntl
 import json
 import os
@@ -12,32 +13,51 @@ import pytest
 
 PROGRAM = os.environ["DAX_CAMERA"]
 SIMULATOR = os.environ["DAX_CAMERA_SIMULATOR"]
+# Beyond what the busiest machine takes: it ends a test that would hang.
+LIMIT = 100
 
 
 def run(*arguments, **options):
-    return subprocess.run([PROGRAM, *arguments], capture_output=True, text=True, timeout=20, **options)
+    return subprocess.run([PROGRAM, *arguments], capture_output=True, text=True, timeout=LIMIT, **options)
 
 
 class Watched:
     """A running program whose lines are waited for."""
 
     def __init__(self, *command):
-        self.lines = []
+        self.lines, self.seen = [], []
+        self.started = time.monotonic()
         self.process = subprocess.Popen(command, stdout=subprocess.PIPE, stderr=subprocess.STDOUT)
         os.set_blocking(self.process.stdout.fileno(), False)
         self.rest = b""
 
-    def wait_for(self, pattern, seconds=15):
+    def wait_for(self, pattern):
         """The first line from now on that matches."""
-        end = time.monotonic() + seconds
-        while time.monotonic() < end:
+        end = time.monotonic() + LIMIT
+        while True:
+            # In this order, so that the last lines of a program that has ended are read too.
+            last = self.process.poll() is not None or time.monotonic() > end
             *lines, self.rest = (self.rest + (self.process.stdout.read() or b"")).split(b"\n")
             self.lines += (line.decode() for line in lines)
             while self.lines:
-                if match := re.search(pattern, self.lines.pop(0)):
+                self.seen.append(self.lines.pop(0))
+                if match := re.search(pattern, self.seen[-1]):
                     return match
+            if last:
+                raise AssertionError(f"no line {pattern!r}, status {self.process.poll()}:\n" + "\n".join(self.seen))
             time.sleep(0.02)
-        raise AssertionError(f"no line {pattern!r}")
+
+    def wait_for_frames(self, least):
+        """The frames inspected so far, as soon as they are at least so many."""
+        while (frames := int(self.wait_for(r"^ *(\d+) frames")[1])) < least:
+            pass
+        return frames
+
+    def stop(self, number):
+        """Ends the program with a signal; the seconds that it ran."""
+        self.process.send_signal(number)
+        assert self.process.wait(LIMIT) == 0
+        return time.monotonic() - self.started
 
     def __enter__(self):
         return self
@@ -55,49 +75,63 @@ def loopback():
         yield f"DAX{os.getpid()}"
 
 
+@contextlib.contextmanager
 def simulator(serial):
-    camera = Watched(SIMULATOR, serial)
-    camera.wait_for("running")
-    return camera
+    with Watched(SIMULATOR, serial) as camera:
+        camera.wait_for("running")
+        yield camera
 
 
-def check_statistics(report):
+@contextlib.contextmanager
+def watching(serial, *options):
+    """The program with the simulator's camera. Cameras have one second to answer; a busy machine may miss it."""
+    for attempt in range(5):
+        with Watched(PROGRAM, "--camera", f"Aravis-Fake-{serial}", *options) as program:
+            if "camera: " in program.wait_for("^camera: |No camera answers|Cameras that answer")[0] or attempt == 4:
+                yield program
+                return
+
+
+def check_statistics(report, seconds):
     for name in ("inspection_ms", "latency_ms"):
         values = report[name]
-        assert 0 < values["p50"] <= values["p95"] <= values["p99"] <= values["max"] < 5000
+        assert 0 < values["p50"] <= values["p95"] <= values["p99"] <= values["max"] < 1000 * seconds
 
 
 def test_camera_in_the_program(tmp_path):
     path = tmp_path / "report.json"
-    result = run("--fake", "--frames", "30", "--fps", "100", "--queue", "64", "--report", str(path), "--threads", "2")
+    start = time.monotonic()
+    result = run("--fake", "--frames", "30", "--fps", "50", "--queue", "64", "--report", str(path), "--threads", "2")
+    seconds = time.monotonic() - start
     assert result.returncode == 0, result.stderr
     assert "camera: Fake_1" in result.stdout and "p99" in result.stdout
     report = json.loads(path.read_text())
     assert report["frames"] == 30 and report["reconnections"] == report["dropped"] == report["damaged"] == 0
     assert report["camera"] == "Fake_1"
-    assert 20 < report["frames_per_second"] < 200
+    # However slow the machine is, the camera waits a fiftieth of a second between frames.
+    assert 30 / seconds < report["frames_per_second"] < 30 / (28 / 50)
     assert list(tmp_path.iterdir()) == [path]
-    check_statistics(report)
+    check_statistics(report, seconds)
 
 
 def test_camera_that_dies_and_returns(tmp_path, loopback):
     path = tmp_path / "report.json"
     name = f"Aravis-Fake-{loopback}"
-    with simulator(loopback) as camera, Watched(PROGRAM, "--camera", name, "--silence", "0.5", "--fps", "50",
-                                                "--report", str(path)) as program:
-        before = int(program.wait_for(r"^ *(\d+) frames .* 4 objects")[1])
+    with simulator(loopback) as camera, watching(loopback, "--silence", "1", "--fps", "50",
+                                                 "--report", str(path)) as program:
+        program.wait_for_frames(1)
         camera.process.kill()
         camera.process.wait()
         program.wait_for("camera lost")
         with simulator(loopback):
             program.wait_for(f"camera: {name}")
-            program.wait_for(r"4 objects")
-            program.process.send_signal(signal.SIGINT)
-            assert program.process.wait(10) == 0
+            before = program.wait_for_frames(1)
+            program.wait_for_frames(before + 20)
+            seconds = program.stop(signal.SIGINT)
     report = json.loads(path.read_text())
     assert report["camera"] == name and report["reconnections"] >= 1
-    assert report["frames"] > before > 0
-    check_statistics(report)
+    assert report["frames"] >= before + 20
+    check_statistics(report, seconds)
     # The n-th bar is 20 n x 10 pixels, its first pixel at (10, 20 n).
     objects = report["last_frame"]["objects"]
     assert [o["area"] for o in objects] == [200 * n for n in (4, 3, 2, 1)]
@@ -109,10 +143,8 @@ def test_camera_that_dies_and_returns(tmp_path, loopback):
 def test_last_report_when_stopped(tmp_path, stop):
     path = tmp_path / "report.json"
     with Watched(PROGRAM, "--fake", "--report", str(path)) as program:
-        program.wait_for("camera: Fake_1")
-        time.sleep(0.3)
-        program.process.send_signal(stop)
-        assert program.process.wait(10) == 0
+        program.wait_for_frames(1)
+        program.stop(stop)
     report = json.loads(path.read_text())
     assert report["frames"] > 0 and report["last_frame"]["width"] == 512
 
@@ -120,22 +152,23 @@ def test_last_report_when_stopped(tmp_path, stop):
 def test_no_frame_is_lost_in_silence(tmp_path, loopback):
     """Frames that the camera sends while the program sleeps are counted: inspected, damaged or dropped."""
     path = tmp_path / "report.json"
-    with simulator(loopback), Watched(PROGRAM, "--camera", f"Aravis-Fake-{loopback}", "--fps", "50", "--queue", "2",
-                                      "--report", str(path)) as program:
-        program.wait_for("4 objects")
-        program.process.send_signal(signal.SIGSTOP)
-        time.sleep(1)
-        program.process.send_signal(signal.SIGCONT)
-        before = int(program.wait_for(r"^ *(\d+) frames")[1])
-        while int(program.wait_for(r"^ *(\d+) frames")[1]) < before + 20:
-            pass
-        program.process.send_signal(signal.SIGTERM)
-        assert program.process.wait(10) == 0
+    with simulator(loopback), watching(loopback, "--fps", "50", "--queue", "2", "--silence", "100",
+                                       "--report", str(path)) as program:
+        before = program.wait_for_frames(1)
+        dropped = 0
+        while dropped <= 10:
+            program.process.send_signal(signal.SIGSTOP)
+            time.sleep(0.5)
+            program.process.send_signal(signal.SIGCONT)
+            dropped = int(program.wait_for(r"dropped (\d+)")[1])
+        program.wait_for_frames(before + 20)
+        program.stop(signal.SIGTERM)
     report = json.loads(path.read_text())
     assert report["dropped"] > 10 and report["reconnections"] == 0
     seen = report["frames"] + report["damaged"] + report["dropped"]
-    # Its numbers are of 16 bits, without a 0.
-    assert seen == (report["last_frame"]["id"] - report["first_frame"]) % 65535 + 1
+    first, last = report["numbers"]
+    # Of 16 bits, without a 0.
+    assert seen == (last - first) % 65535 + 1
 
 
 def test_no_such_camera(tmp_path, loopback):
