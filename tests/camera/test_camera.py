@@ -106,9 +106,7 @@ def test_camera_in_the_program(tmp_path):
     assert result.returncode == 0, result.stderr
     assert "camera: Fake_1" in result.stdout and "p99" in result.stdout
     report = json.loads(path.read_text())
-    assert report["frames"] == 30 and report["reconnections"] == report["damaged"] == 0
-    # On a busy machine a frame may be due before a buffer is there for it.
-    assert report["dropped"] <= 2
+    assert report["frames"] == 30 and report["reconnections"] == report["dropped"] == report["damaged"] == 0
     assert report["camera"] == "Fake_1"
     # However slow the machine is, the camera waits a fiftieth of a second between frames.
     assert 30 / seconds < report["frames_per_second"] < 30 / (28 / 50)
