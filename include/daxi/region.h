@@ -45,7 +45,8 @@ DAX_API DaxStatus DAXI_REG_EncloseBox(const DaxiPoint32s* points, int32_t count,
 /* Bytes of work buffer for _DAXI_PtEncloseBox_32s. bytes null -> 0x10000014; count < 1 -> 0x10000019. */
 DAX_API DaxStatus _DAXI_PtEncloseBoxBufferSize_32s(int32_t count, uint64_t* bytes);
 
-/* The same rectangle around any points, in any order. Checks as DAXI_REG_EncloseBox. */
+/* The same rectangle around any points, in any order. `buffer` holds at least the queried bytes and lies at a multiple
+ * of 4. Checks as DAXI_REG_EncloseBox, with buffer among the pointers. */
 DAX_API DaxStatus _DAXI_PtEncloseBox_32s(const DaxiPoint32s* points, int32_t count, int32_t mode, DaxiRotatedBox* box,
                                          void* buffer);
 
