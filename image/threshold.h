@@ -15,7 +15,6 @@ struct LevelInterval {
   int32_t count;  // 0..256
 
   static constexpr LevelInterval none() { return {0, 0}; }
-  static constexpr LevelInterval all() { return {0, 256}; }
   static constexpr LevelInterval inside(int32_t low, int32_t high) {
     return low <= high ? LevelInterval{static_cast<uint8_t>(low), high - low + 1} : none();
   }

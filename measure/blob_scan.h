@@ -82,7 +82,7 @@ struct ClassScan {
   }
 };
 
-// Calls scan(bits64) with the kernel that the code asks for.
+// Calls run(bits64) with the kernel that the code asks for.
 template <class Scan, class Run>
 auto withKernel(int32_t isa, Run&& run) {
   if constexpr (Scan::kClasses) {

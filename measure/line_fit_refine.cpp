@@ -36,13 +36,14 @@ struct Weighing {
   }
 };
 
-// weigh(residual) -> {weight, whether the point takes part, its part of the rms}.
+// What a weight function says of an inlier.
 struct Weighed {
   float weight;
   bool takesPart;
-  double part;
+  double part;  // of the rms
 };
 
+// weigh(residual) -> Weighed
 template <class Weigh>
 int32_t fitWeighted(const LineRound& round, Weigh weigh, DaxiLine* line, double* rms) {
   const LinePoints& points = round.points;
