@@ -37,7 +37,7 @@ void clearPattern(PrmtMsp& matrix);
 // Position of the first element of column `col` whose row is not below `row`.
 int64_t findElement(const PrmtMsp& matrix, int32_t row, int32_t col);
 
-// result += matrix^T vector, result += matrix vector for cleared results; see the exports.
+// result = matrix vector, result = matrix^T vector.
 void multiply(const PrmtMsp& matrix, const double* vector, double* result);
 void multiplyTransposed(const PrmtMsp& matrix, const double* vector, double* result);
 

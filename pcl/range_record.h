@@ -1,4 +1,4 @@
-// What the functions on range records share: allocation and the workers by their names.
+// What the functions on range records share: formats, alignment, slots, and the workers by their names.
 #pragma once
 
 #include <cstdint>
