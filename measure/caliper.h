@@ -1,6 +1,7 @@
 // Calipers: what their phases share.
 #pragma once
 
+#include <cfloat>
 #include <cstdint>
 #include <type_traits>
 
@@ -10,7 +11,7 @@
 
 namespace dax {
 
-constexpr float kCaliperSlack = 1.1920929e-7f;
+constexpr float kCaliperSlack = FLT_EPSILON;
 constexpr int32_t kLongestKernel = 101;
 
 template <class T>
