@@ -1,6 +1,8 @@
 // The Hessian detector: checks, work buffers, and the locator and the sorter one after the other.
 #include <algorithm>
+#include <initializer_list>
 
+#include "calib/checkerboard.h"
 #include "calib/corner_grid.h"
 #include "calib/hessian.h"
 #include "daxi/chessboard_hessian.h"
@@ -12,8 +14,6 @@ static_assert(sizeof(CheckerboardCorner) == 32 && sizeof(CheckerboardGrid) == 12
 
 namespace dax {
 namespace {
-
-constexpr int32_t kLeastSide = 64, kMostSide = 65536;
 
 struct DetectBuffer {
   explicit DetectBuffer(DaxiSize size)
@@ -37,10 +37,6 @@ struct SortBuffer {
   BufferPiece<uint8_t> grid;
 };
 
-bool isSide(DaxiSize size) {
-  return atLeast(size, kLeastSide) && atMost(size, kMostSide);
-}
-
 DaxStatus checkParam(const CheckerboardHessianParam& p) {
   DAX_REQUIRE(p.filter == DAXI_CHECKERBOARD_MEDIAN || p.filter == DAXI_CHECKERBOARD_PLAIN, DAX_STS_BAD_PARAM);
   DAX_REQUIRE(p.subSampling >= 1 && p.subSampling <= 5, DAX_STS_BAD_PARAM);
@@ -50,27 +46,24 @@ DaxStatus checkParam(const CheckerboardHessianParam& p) {
   return DAX_STS_OK;
 }
 
-DaxStatus checkDetect(const void* src, int32_t srcStep, DaxiSize size, const void* const (&outputs)[4],
+using Pointers = std::initializer_list<const void*>;
+
+bool allGiven(Pointers pointers) {
+  return std::find(pointers.begin(), pointers.end(), nullptr) == pointers.end();
+}
+
+DaxStatus checkDetect(const void* src, int32_t srcStep, DaxiSize size, Pointers outputs,
                       const CheckerboardHessianParam* param) {
-  DAX_REQUIRE(src && param, DAX_STS_NULL_POINTER);
-  for (const void* const output : outputs) DAX_REQUIRE(output, DAX_STS_NULL_POINTER);
-  DAX_REQUIRE(isSide(size), DAX_STS_IMAGE_SIZE);
+  DAX_REQUIRE(src && param && allGiven(outputs), DAX_STS_NULL_POINTER);
+  DAX_REQUIRE(isBoardImage(size), DAX_STS_IMAGE_SIZE);
   DAX_REQUIRE(rowFits(size.width, srcStep), DAX_STS_IMAGE_STEP);
   return checkParam(*param);
 }
 
-DaxStatus checkSort(const void* const (&pointers)[4], int32_t count, const CheckerboardHessianParam* param) {
-  DAX_REQUIRE(param, DAX_STS_NULL_POINTER);
-  for (const void* const pointer : pointers) DAX_REQUIRE(pointer, DAX_STS_NULL_POINTER);
+DaxStatus checkSort(Pointers pointers, int32_t count, const CheckerboardHessianParam* param) {
+  DAX_REQUIRE(param && allGiven(pointers), DAX_STS_NULL_POINTER);
   DAX_REQUIRE(count >= 1 && count <= kMostGridCorners, DAX_STS_BAD_PARAM);
   return checkParam(*param);
-}
-
-template <class Layout>
-DaxStatus imageBufferSize(DaxiSize size, uint64_t* bytes) {
-  DAX_REQUIRE(bytes, DAX_STS_NULL_POINTER);
-  DAX_REQUIRE(isSide(size), DAX_STS_IMAGE_SIZE);
-  return Layout(size).layout.store(bytes);
 }
 
 DaxStatus sortBufferSize(int32_t count, uint64_t* bytes) {
@@ -143,15 +136,15 @@ void _DAXI_CheckerboardCornerHessian_8u_C1R(const uint8_t* src, int32_t srcStep,
 }
 
 DaxStatus DAXI_CheckerboardCornerHessianBufferSize_8u(DaxiSize size, uint64_t* bytes) {
-  return dax::imageBufferSize<dax::DetectBuffer>(size, bytes);
+  return dax::boardBufferSize<dax::DetectBuffer>(size, bytes);
 }
 
 DaxStatus DAXI_MulCheckerboardCornerHessianBufferSize_8u(DaxiSize size, uint64_t* bytes) {
-  return dax::imageBufferSize<dax::DetectBuffer>(size, bytes);
+  return dax::boardBufferSize<dax::DetectBuffer>(size, bytes);
 }
 
 DaxStatus DAXI_CheckerboardCornerHessian_LocBufferSize_8u(DaxiSize size, uint64_t* bytes) {
-  return dax::imageBufferSize<dax::LocateBuffer>(size, bytes);
+  return dax::boardBufferSize<dax::LocateBuffer>(size, bytes);
 }
 
 DaxStatus DAXI_CheckerboardCornerHessian_SortBufferSize(int32_t count, uint64_t* bytes) {
@@ -174,8 +167,7 @@ DaxStatus DAXI_MulCheckerboardCornerHessian_8u_C1R(const uint8_t* src, int32_t s
                                                    DaxiPoint32f* points, CheckerboardCorner* corners, void* buffer,
                                                    const CheckerboardHessianParam* param, CheckerboardGrid* boards,
                                                    int32_t maxBoards, int32_t* boardCount) {
-  DAX_REQUIRE(boardCount, DAX_STS_NULL_POINTER);
-  DAX_REQUIRE_OK(dax::checkDetect(src, srcStep, size, {points, corners, buffer, boards}, param));
+  DAX_REQUIRE_OK(dax::checkDetect(src, srcStep, size, {points, corners, buffer, boards, boardCount}, param));
   DAX_REQUIRE(maxBoards >= 1, DAX_STS_BAD_PARAM);
   *boardCount =
       _DAXI_MulCheckerboardCornerHessian_8u_C1R(src, srcStep, size, points, corners, buffer, param, boards, maxBoards);
@@ -185,7 +177,7 @@ DaxStatus DAXI_MulCheckerboardCornerHessian_8u_C1R(const uint8_t* src, int32_t s
 DaxStatus DAXI_CheckerboardCornerHessian_Loc_8u_C1R(const uint8_t* src, int32_t srcStep, DaxiSize size,
                                                     CheckerboardCorner* corners, int32_t maxCorners, int32_t* count,
                                                     void* buffer, const CheckerboardHessianParam* param) {
-  DAX_REQUIRE_OK(dax::checkDetect(src, srcStep, size, {corners, count, buffer, buffer}, param));
+  DAX_REQUIRE_OK(dax::checkDetect(src, srcStep, size, {corners, count, buffer}, param));
   DAX_REQUIRE(maxCorners >= 1, DAX_STS_BAD_PARAM);
   *count = _DAXI_CheckerboardCornerHessian_Loc_8u_C1R(src, srcStep, size, corners, maxCorners, buffer, param,
                                                       dax::currentIsa());
@@ -204,8 +196,7 @@ DaxStatus DAXI_MulCheckerboardCornerHessian_Sort(const CheckerboardCorner* corne
                                                  CheckerboardCorner* sorted, void* buffer,
                                                  const CheckerboardHessianParam* param, CheckerboardGrid* boards,
                                                  int32_t maxBoards, int32_t* boardCount) {
-  DAX_REQUIRE(boardCount, DAX_STS_NULL_POINTER);
-  DAX_REQUIRE_OK(dax::checkSort({corners, sorted, buffer, boards}, count, param));
+  DAX_REQUIRE_OK(dax::checkSort({corners, sorted, buffer, boards, boardCount}, count, param));
   DAX_REQUIRE(maxBoards >= 1, DAX_STS_BAD_PARAM);
   *boardCount = _DAXI_MulCheckerboardCornerHessian_Sort(corners, count, sorted, buffer, param, boards, maxBoards);
   return DAX_STS_OK;

@@ -1,22 +1,17 @@
 // The detector by symmetry: checks, and the filter, the locator and the sorter one after the other.
 #include "daxi/chessboard_sym.h"
 
+#include "calib/checkerboard.h"
 #include "calib/symmetry.h"
 #include "frame/check.h"
 #include "frame/cpu_feature.h"
-#include "image/workers_8u.h"
 
 static_assert(sizeof(CheckerboardSymCfg) == 28);
 
 namespace dax {
 namespace {
 
-constexpr int32_t kLeastSide = 64, kMostSide = 65536;
 constexpr int32_t kLeastCorners = 4;
-
-bool isSide(DaxiSize size) {
-  return atLeast(size, kLeastSide) && atMost(size, kMostSide);
-}
 
 bool isWithin(uint32_t v, uint32_t least, uint32_t most) {
   return v >= least && v <= most;
@@ -25,7 +20,7 @@ bool isWithin(uint32_t v, uint32_t least, uint32_t most) {
 DaxStatus check(const SymmetryCall& call, const BoardOutputs& to, bool masked) {
   DAX_REQUIRE(call.src && (!masked || call.mask) && call.cfg && call.buffer, DAX_STS_NULL_POINTER);
   DAX_REQUIRE(to.points && to.corners && to.boards && to.boardCount, DAX_STS_NULL_POINTER);
-  DAX_REQUIRE(isSide(call.size), DAX_STS_IMAGE_SIZE);
+  DAX_REQUIRE(isBoardImage(call.size), DAX_STS_IMAGE_SIZE);
   DAX_REQUIRE(rowFits(call.size.width, call.srcStep), DAX_STS_IMAGE_STEP);
   DAX_REQUIRE(!masked || rowFits(call.size.width, call.maskStep), DAX_STS_IMAGE_STEP);
   DAX_REQUIRE_OK(DAXI_CheckerboardCornerSym_check_cfg(call.cfg));
@@ -33,25 +28,11 @@ DaxStatus check(const SymmetryCall& call, const BoardOutputs& to, bool masked) {
   return DAX_STS_OK;
 }
 
-DaxStatus bufferSize(DaxiSize size, uint64_t* bytes) {
-  DAX_REQUIRE(bytes, DAX_STS_NULL_POINTER);
-  DAX_REQUIRE(isSide(size), DAX_STS_IMAGE_SIZE);
-  return SymmetryBuffer(size).layout.store(bytes);
-}
-
-void filter(const SymmetryCall& call) {
-  uint8_t* const grey = SymmetryBuffer(call.size).grey.in(call.buffer);
-  if (call.cfg->filter == DAXI_CHECKERBOARD_MEDIAN) {
-    _DAXI_FilterMedian3x3_8u_C1R(call.src, call.srcStep, grey, call.size.width, call.size, currentIsa());
-  } else {
-    _DAXI_Copy_8u_C1R(call.src, call.srcStep, grey, call.size.width, call.size);
-  }
-}
-
 using Sort = void (*)(const SymmetryCall*, int32_t, const BoardOutputs*);
 
 DaxStatus detect(const SymmetryCall& call, const BoardOutputs& to, Sort sort) {
-  filter(call);
+  prefilter(call.src, call.srcStep, SymmetryBuffer(call.size).grey.in(call.buffer), call.size,
+            static_cast<int32_t>(call.cfg->filter), currentIsa());
   int32_t count = 0;
   *to.boardCount = 0;
   DAX_REQUIRE_OK(_DAXI_CheckerboardLocSym_8u_C1R_mt(&call, &count));
@@ -131,11 +112,11 @@ DaxStatus _DAXI_CheckerboardCornerSymMul_8u_C1R(const dax::SymmetryCall* call, c
 }
 
 DaxStatus DAXI_CheckerboardCornerSymBufferSize_8u(DaxiSize size, uint64_t* bytes) {
-  return dax::bufferSize(size, bytes);
+  return dax::boardBufferSize<dax::SymmetryBuffer>(size, bytes);
 }
 
 DaxStatus DAXI_CheckerboardCornerSymMulBufferSize_8u(DaxiSize size, uint64_t* bytes) {
-  return dax::bufferSize(size, bytes);
+  return dax::boardBufferSize<dax::SymmetryBuffer>(size, bytes);
 }
 
 DaxStatus DAXI_CheckerboardCornerSym_8u_C1R(const uint8_t* src, int32_t srcStep, DaxiSize size, DaxiPoint32f* points,

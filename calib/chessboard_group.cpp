@@ -28,6 +28,7 @@ struct CellSpan {
   int32_t first;
   int32_t last;
   bool holds(int32_t cell) const { return cell >= first && cell <= last; }
+  int32_t length() const { return last - first + 1; }
 };
 
 struct CellWindow {
@@ -55,11 +56,16 @@ class GridWalk {
     }
   }
 
-  // Drops what lies outside the board, at the place and the way round where it holds most.
+  // Drops what lies outside the board, at the place and the way round where it holds most; everything when the squares
+  // go on there as those of a larger board do.
   void trim(ChessboardPatternSize pattern) {
     const CellWindow upright = bestWindow(pattern.columns + 1, pattern.rows + 1);
     const CellWindow turned = bestWindow(pattern.rows + 1, pattern.columns + 1);
     const CellWindow window = count(turned) > count(upright) ? turned : upright;
+    if (goesOn(window)) {
+      group_.count = 0;
+      return;
+    }
     for (int32_t i = 0; i < group_.count; ++i) {
       if (!window.holds(place(group_.ids[i]))) drop(table_.quad(group_.ids[i]));
     }
@@ -158,6 +164,25 @@ class GridWalk {
         --span.last;
       }
     }
+  }
+
+  // Whether a line of cells next to the window is that of a board: most of its dark cells are taken, and not by chance
+  // a single one.
+  bool goesOn(const CellWindow& window) {
+    const auto [columns, rows] = window;
+    const auto isLine = [&](const CellWindow& line) {
+      const int32_t quads = count(line);
+      return quads >= 2 && 2 * quads > darkCells(line);
+    };
+    return isLine({{columns.first - 1, columns.first - 1}, rows}) ||
+           isLine({{columns.last + 1, columns.last + 1}, rows}) ||
+           isLine({columns, {rows.first - 1, rows.first - 1}}) || isLine({columns, {rows.last + 1, rows.last + 1}});
+  }
+
+  // Of a line. Dark are the cells with an even sum of column and row, like the first one.
+  static int32_t darkCells(const CellWindow& line) {
+    const int32_t cells = line.columns.length() + line.rows.length() - 1;
+    return (line.columns.first + line.rows.first) % 2 == 0 ? (cells + 1) / 2 : cells / 2;
   }
 
   void closeGap(ChessboardQuad& quad, int32_t slot) {

@@ -99,7 +99,7 @@ float bilinearInside(const uint8_t* src, int32_t srcStep, float x, float y) {
 
 }  // namespace
 
-RingView viewRing(const float* samples, const DaxiPoint32f* directions, int32_t count, RingRules rules) {
+RingView viewRing(const float* samples, const DaxiPoint32f* directions, int32_t count, float contrast) {
   RingView view{};
   float sum = 0;
   for (int32_t k = 0; k < count; ++k) sum += samples[k];
@@ -113,14 +113,14 @@ RingView viewRing(const float* samples, const DaxiPoint32f* directions, int32_t 
   level = sectorLevels(samples, count, changes);
   view.contrast = std::fabs((level[0] + level[2]) - (level[1] + level[3])) / 2;
   const float most = kUnlikeLevels * view.contrast;
-  view.corner = view.contrast >= rules.contrast && std::fabs(level[0] - level[2]) <= most &&
-                std::fabs(level[1] - level[3]) <= most;
+  view.corner =
+      view.contrast >= contrast && std::fabs(level[0] - level[2]) <= most && std::fabs(level[1] - level[3]) <= most;
   view.edges = edgesOf(changes, directions, count);
   return view;
 }
 
 RingView viewCircle(const uint8_t* src, int32_t srcStep, DaxiSize size, DaxiPoint32f centre, float radius,
-                    RingRules rules) {
+                    float contrast) {
   static constexpr auto kDirections = [] {
     std::array<DaxiPoint32f, kCircleSamples> table{};
     ringDirections(table.data(), kCircleSamples);
@@ -134,7 +134,7 @@ RingView viewCircle(const uint8_t* src, int32_t srcStep, DaxiSize size, DaxiPoin
     const float x = centre.x + radius * kDirections[k].x, y = centre.y + radius * kDirections[k].y;
     samples[k] = inside ? bilinearInside(src, srcStep, x, y) : bilinear(src, srcStep, size, x, y);
   }
-  return viewRing(samples.data(), kDirections.data(), kCircleSamples, rules);
+  return viewRing(samples.data(), kDirections.data(), kCircleSamples, contrast);
 }
 
 }  // namespace dax
@@ -142,7 +142,7 @@ RingView viewCircle(const uint8_t* src, int32_t srcStep, DaxiSize size, DaxiPoin
 bool DAXI_Common_around_edge_orit(const uint8_t* src, int32_t srcStep, DaxiSize size, DaxiPoint32f centre, float radius,
                                   float contrast, dax::CornerEdges* edges) {
   for (const float r : {radius, radius / 2}) {
-    const dax::RingView view = dax::viewCircle(src, srcStep, size, centre, r, {contrast});
+    const dax::RingView view = dax::viewCircle(src, srcStep, size, centre, r, contrast);
     if (!view.corner) continue;
     *edges = view.edges;
     return true;

@@ -16,10 +16,6 @@ struct CornerEdges {
   DaxiPoint32f intoLight;
 };
 
-struct RingRules {
-  float contrast;  // least difference of the means of dark and light
-};
-
 // What a circle shows.
 struct RingView {
   bool corner;     // whether it is that of a corner
@@ -28,8 +24,9 @@ struct RingView {
 };
 
 // Judges `count` samples at the angles 2 pi k / count, whose cosines and sines are given. They are thresholded at their
-// mean; there must be four changes, opposite sectors alike in width and level, and no sector narrower than 25 degrees.
-RingView viewRing(const float* samples, const DaxiPoint32f* directions, int32_t count, RingRules rules);
+// mean; there must be four changes, opposite sectors alike in width and level, no sector narrower than 25 degrees, and the
+// means of dark and light at least `contrast` apart.
+RingView viewRing(const float* samples, const DaxiPoint32f* directions, int32_t count, float contrast);
 
 // Unit vectors at the angles 2 pi k / count.
 constexpr void ringDirections(DaxiPoint32f* directions, int32_t count) {
@@ -41,7 +38,7 @@ constexpr void ringDirections(DaxiPoint32f* directions, int32_t count) {
 
 // 32 samples of an image on a circle, interpolated bilinearly, the edge going on outside. Centre within +-2^20.
 RingView viewCircle(const uint8_t* src, int32_t srcStep, DaxiSize size, DaxiPoint32f centre, float radius,
-                    RingRules rules);
+                    float contrast);
 
 }  // namespace dax
 

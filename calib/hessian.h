@@ -42,10 +42,6 @@ bool angleFits(DaxiPoint32f a, DaxiPoint32f b, float least, float most);
 
 extern "C" {
 
-// Every factor-th pixel of every factor-th row. `size` is that of the result.
-void DAXI_Commom_sample_img(const uint8_t* src, int32_t srcStep, uint8_t* dst, int32_t dstStep, DaxiSize size,
-                            int32_t factor);
-
 // The saddle point of the quadric through the 5 x 5 values around a pixel, moving on where it lies outside the pixel.
 // False where there is none within 3 pixels. The corner's point, edges and response are set.
 bool DAXI_CBL_Hessian_subpixel(const dax::HessianPlanes* planes, int32_t x, int32_t y, CheckerboardCorner* corner);

@@ -3,6 +3,7 @@
 #include <array>
 #include <cmath>
 
+#include "calib/checkerboard.h"
 #include "calib/corner_ring.h"
 #include "calib/hessian.h"
 #include "calib/local_maxima.h"
@@ -10,7 +11,6 @@
 #include "frame/math.h"
 #include "frame/rows.h"
 #include "frame/vector4.h"
-#include "image/workers_8u.h"
 
 namespace dax {
 namespace {
@@ -21,9 +21,8 @@ constexpr double kRingRadius = 1.6;  // of the suppression's
 constexpr int32_t kRingSamples = 17;
 constexpr float kLeastContrast = 10, kLeastProbedContrast = 6;
 constexpr float kEdgeScale = 3;
-constexpr float kFarthest = 3;  // from the pixel where the search for the saddle begins
-// Probing: how far off, how weak and how turned a corner may be, by its neighbour.
-constexpr float kProbedOffset = 0.3f, kProbedResponse = 0.1f, kProbedCosine = 0.94f;
+constexpr float kFarthest = 3;           // from the pixel where the search for the saddle begins
+constexpr float kProbedResponse = 0.1f;  // by the neighbour's
 
 // Determinants of the Hessian in rows 1..height - 2, as magnitudes; the frame around them is 0. Returns the threshold.
 float fillResponse(const float* smooth, float* response, DaxiSize size) {
@@ -75,7 +74,7 @@ class RingTest {
       const auto v = static_cast<int32_t>(fy + radius * directions_[k].y + 0.5f);
       samples[k] = static_cast<float>(rowAt(planes_.grey, planes_.size.width, v)[u]);
     }
-    return viewRing(samples.data(), directions_.data(), kRingSamples, {kLeastContrast}).corner;
+    return viewRing(samples.data(), directions_.data(), kRingSamples, kLeastContrast).corner;
   }
 
  private:
@@ -140,10 +139,6 @@ struct DoubledAngles {
   }
 };
 
-float alike(DaxiPoint32f a, DaxiPoint32f b) {
-  return std::fabs(dot(a, b));
-}
-
 }  // namespace
 
 LocateBuffer::LocateBuffer(DaxiSize size)
@@ -157,11 +152,7 @@ HessianPlanes prepareHessian(const uint8_t* src, int32_t srcStep, DaxiSize size,
                              int32_t isa) {
   const LocateBuffer at(size);
   uint8_t* const grey = at.grey.in(buffer);
-  if (filter == DAXI_CHECKERBOARD_MEDIAN) {
-    _DAXI_FilterMedian3x3_8u_C1R(src, srcStep, grey, size.width, size, isa);
-  } else {
-    _DAXI_Copy_8u_C1R(src, srcStep, grey, size.width, size);
-  }
+  prefilter(src, srcStep, grey, size, filter, isa);
   _DAXI_FilterGauss_8u32f_C1R(grey, size.width, at.smooth.in(buffer), size.width, size, at.gauss.in(buffer));
   return {grey, at.smooth.in(buffer), size};
 }
@@ -183,26 +174,14 @@ bool probeSaddle(const void* context, DaxiPoint32f expected, float spacing, cons
                                             static_cast<int32_t>(expected.y + 0.5f), corner)) {
     return false;
   }
-  const float dx = corner->point.x - expected.x, dy = corner->point.y - expected.y;
-  const float most = kProbedOffset * spacing;
-  const float radius = std::clamp(0.45f * spacing, 3.0f, 11.0f);
-  corner->radius = radius;
-  return dx * dx + dy * dy <= most * most && corner->response >= kProbedResponse * neighbour.response &&
-         alike(corner->intoDark, neighbour.intoLight) >= kProbedCosine &&
-         alike(corner->intoLight, neighbour.intoDark) >= kProbedCosine &&
-         viewCircle(planes.grey, planes.size.width, planes.size, corner->point, radius, {kLeastProbedContrast}).corner;
+  corner->radius = std::clamp(0.45f * spacing, 3.0f, 11.0f);
+  return corner->response >= kProbedResponse * neighbour.response &&
+         continuesGrid(*corner, expected, spacing, neighbour) &&
+         viewCircle(planes.grey, planes.size.width, planes.size, corner->point, corner->radius, kLeastProbedContrast)
+             .corner;
 }
 
 }  // namespace dax
-
-void DAXI_Commom_sample_img(const uint8_t* src, int32_t srcStep, uint8_t* dst, int32_t dstStep, DaxiSize size,
-                            int32_t factor) {
-  for (int32_t y = 0; y < size.height; ++y) {
-    const uint8_t* const from = src + ptrdiff_t{y} * factor * srcStep;
-    uint8_t* const to = dax::rowAt(dst, dstStep, y);
-    for (int32_t x = 0; x < size.width; ++x) to[x] = from[ptrdiff_t{x} * factor];
-  }
-}
 
 bool DAXI_CBL_Hessian_subpixel(const dax::HessianPlanes* planes, int32_t x, int32_t y, CheckerboardCorner* corner) {
   const int32_t startX = x, startY = y;
@@ -243,7 +222,7 @@ void _DAXI_CBL_Hessian_orien(const dax::HessianPlanes* planes, float scale, Chec
       }
     }
     const auto turned = [](DaxiPoint32f edge, DaxiPoint32f before) {
-      return edge.x * before.x + edge.y * before.y < 0 ? DaxiPoint32f{-edge.x, -edge.y} : edge;
+      return dax::dot(edge, before) < 0 ? DaxiPoint32f{-edge.x, -edge.y} : edge;
     };
     corner->intoDark = turned(dark.edge(corner->intoDark), corner->intoDark);
     corner->intoLight = turned(light.edge(corner->intoLight), corner->intoLight);

@@ -3,11 +3,12 @@
 #include <array>
 #include <cmath>
 
+#include "calib/checkerboard.h"
 #include "calib/chessboard_subpix.h"
 #include "calib/corner_ring.h"
-#include "calib/hessian.h"
 #include "calib/local_maxima.h"
 #include "calib/symmetry.h"
+#include "calib/vector2.h"
 #include "frame/check.h"
 #include "frame/rows.h"
 #include "frame/tiles.h"
@@ -30,11 +31,6 @@ constexpr float kInnerCircle = 0.6f, kInnerContrast = 0.3f;
 constexpr float kStraightCosine = 0.9f;
 constexpr float kProbedContrast = 0.6f;  // of the least one
 constexpr int32_t kLeastTileRows = 16, kLeastTileCandidates = 16;
-
-// Cosine of the angle between two lines.
-float alike(DaxiPoint32f a, DaxiPoint32f b) {
-  return std::fabs(a.x * b.x + a.y * b.y);
-}
 
 // One rung of the ladder.
 struct Scale {
@@ -83,6 +79,28 @@ void respond(const uint8_t* sampled, const Scale& scale, int32_t y, int16_t* to)
     for (size_t k = 0; k < kSamples; ++k) g[k] = from[k][x];
     to[x] = static_cast<int16_t>(symmetry(g, [](int32_t v) { return v < 0 ? -v : v; }));
   }
+}
+
+bool isUnmasked(const SymmetryCall& call, int32_t x, int32_t y) {
+  return !call.mask || rowAt(call.mask, call.maskStep, y)[x] != 0;
+}
+
+bool isInside(DaxiPoint32f p, DaxiSize size) {
+  return p.x >= 0 && p.y >= 0 && p.x <= static_cast<float>(size.width - 1) &&
+         p.y <= static_cast<float>(size.height - 1);
+}
+
+// Sets the corner's point and edges; whether there is one.
+bool refineSymmetric(const uint8_t* image, DaxiSize size, DaxiPoint32f start, float radius,
+                     CheckerboardCorner& corner) {
+  const int32_t half = std::clamp(static_cast<int32_t>(kWindowShare * radius + 0.5f), 2, kMostHalfWindow);
+  CornerEdges edges;
+  uint8_t isCorner = 0;
+  _DAXI_ChessboardCornerGetSubpix_8u_C1R_v2(image, size.width, size, &start, 1, {half, half}, kIterations,
+                                            &corner.point, kEpsilon, &edges, &isCorner);
+  corner.intoDark = edges.intoDark;
+  corner.intoLight = edges.intoLight;
+  return isCorner != 0 && isInside(corner.point, size);
 }
 
 class SymmetryLocator {
@@ -149,13 +167,11 @@ class SymmetryLocator {
     const int32_t apart = std::max(1, static_cast<int32_t>(call_.cfg->distance) / (2 * scale.factor));
     int32_t count = 0;
     forEachMaximum(at_.response.in(call_.buffer), scale.sampled, apart, threshold, [&](int32_t x, int32_t y) {
-      if (count == kMostSymmetryCandidates || !isUnmasked(x * scale.factor, y * scale.factor)) return;
+      if (count == kMostSymmetryCandidates || !isUnmasked(call_, x * scale.factor, y * scale.factor)) return;
       candidates[count++] = {x, y, rowAt(at_.response.in(call_.buffer), scale.sampled.width, y)[x], false, {}};
     });
     return count;
   }
-
-  bool isUnmasked(int32_t x, int32_t y) const { return !call_.mask || rowAt(call_.mask, call_.maskStep, y)[x] != 0; }
 
   void verify(const Scale& scale, SymmetryCandidate& candidate) const {
     const auto radius = static_cast<float>(scale.radius);
@@ -164,42 +180,26 @@ class SymmetryLocator {
                              static_cast<float>(candidate.y * scale.factor)};
     // A corner that another scale has found.
     if (near_.holds(start)) return;
-    if (!viewCircle(grey(), call_.size.width, call_.size, start, radius, {contrast}).corner) return;
+    if (!viewCircle(grey(), call_.size.width, call_.size, start, radius, contrast).corner) return;
     CheckerboardCorner& corner = candidate.corner;
-    if (!refineSymmetric(grey(), call_.size, start, radius, &corner)) return;
-    const float dx = corner.point.x - start.x, dy = corner.point.y - start.y;
+    if (!refineSymmetric(grey(), call_.size, start, radius, corner)) return;
+    const DaxiPoint32f shift = corner.point - start;
     const float most = kMostShift * radius;
     corner.response = static_cast<float>(candidate.response);
     corner.radius = radius;
-    candidate.accepted = dx * dx + dy * dy <= most * most && goesOutStraight(corner, radius, contrast);
+    candidate.accepted = dot(shift, shift) <= most * most && goesOutStraight(corner, radius, contrast);
   }
 
   // The edges of a corner cross circles of any radius in the same directions; those of a bar do not.
   bool goesOutStraight(const CheckerboardCorner& corner, float radius, float contrast) const {
     const auto see = [&](float r, float least) {
-      return viewCircle(grey(), call_.size.width, call_.size, corner.point, r, {least});
+      return viewCircle(grey(), call_.size.width, call_.size, corner.point, r, least);
     };
     const RingView outer = see(radius, contrast), inner = see(kInnerCircle * radius, kInnerContrast * contrast);
     return outer.corner && inner.corner && alike(outer.edges.intoDark, inner.edges.intoDark) >= kStraightCosine &&
            alike(outer.edges.intoLight, inner.edges.intoLight) >= kStraightCosine;
   }
 
- public:
-  static bool refineSymmetric(const uint8_t* image, DaxiSize size, DaxiPoint32f start, float radius,
-                              CheckerboardCorner* corner) {
-    const int32_t half = std::clamp(static_cast<int32_t>(kWindowShare * radius + 0.5f), 2, kMostHalfWindow);
-    CornerEdges edges;
-    uint8_t isCorner = 0;
-    _DAXI_ChessboardCornerGetSubpix_8u_C1R_v2(image, size.width, size, &start, 1, {half, half}, kIterations,
-                                              &corner->point, kEpsilon, &edges, &isCorner);
-    corner->intoDark = edges.intoDark;
-    corner->intoLight = edges.intoLight;
-    const DaxiPoint32f p = corner->point;
-    return isCorner != 0 && p.x >= 0 && p.y >= 0 && p.x <= static_cast<float>(size.width - 1) &&
-           p.y <= static_cast<float>(size.height - 1);
-  }
-
- private:
   const SymmetryCall& call_;
   SymmetryBuffer at_;
   uint32_t threads_;
@@ -208,10 +208,6 @@ class SymmetryLocator {
   int32_t count_ = 0;
 };
 
-uint64_t pixels(DaxiSize size) {
-  return static_cast<uint64_t>(size.width) * static_cast<uint64_t>(size.height);
-}
-
 int32_t roundRadius(double v) {
   return static_cast<int32_t>(std::round(v));
 }
@@ -219,9 +215,9 @@ int32_t roundRadius(double v) {
 }  // namespace
 
 SymmetryBuffer::SymmetryBuffer(DaxiSize size)
-    : grey(layout.add<uint8_t>(pixels(size))),
-      sampled(layout.add<uint8_t>(pixels(size) / 4)),
-      response(layout.add<int16_t>(pixels(size))),
+    : grey(layout.add<uint8_t>(pixelsOf(size))),
+      sampled(layout.add<uint8_t>(pixelsOf(size) / 4)),
+      response(layout.add<int16_t>(pixelsOf(size))),
       candidates(layout.add<SymmetryCandidate>(kMostSymmetryCandidates)),
       near(layout.add<int32_t>(NearMap::blocks(size))),
       corners(layout.add<CheckerboardCorner>(kMostGridCorners)),
@@ -229,25 +225,17 @@ SymmetryBuffer::SymmetryBuffer(DaxiSize size)
 
 bool probeSymmetric(const void* context, DaxiPoint32f expected, float spacing, const CheckerboardCorner& neighbour,
                     CheckerboardCorner* corner) {
-  constexpr float kProbedOffset = 0.3f, kProbedCosine = 0.94f;
   const SymmetryCall& call = *static_cast<const SymmetryCall*>(context);
-  const bool inside = expected.x >= 0 && expected.x <= static_cast<float>(call.size.width - 1) && expected.y >= 0 &&
-                      expected.y <= static_cast<float>(call.size.height - 1);
-  if (!inside) return false;
-  if (call.mask &&
-      rowAt(call.mask, call.maskStep, static_cast<int32_t>(expected.y))[static_cast<int32_t>(expected.x)] == 0)
-    return false;
+  if (!isInside(expected, call.size)) return false;
+  if (!isUnmasked(call, static_cast<int32_t>(expected.x), static_cast<int32_t>(expected.y))) return false;
   const uint8_t* const grey = SymmetryBuffer(call.size).grey.in(call.buffer);
   const float radius = std::clamp(0.45f * spacing, 3.0f, 14.0f);
-  if (!SymmetryLocator::refineSymmetric(grey, call.size, expected, radius, corner)) return false;
-  const float dx = corner->point.x - expected.x, dy = corner->point.y - expected.y;
-  const float most = kProbedOffset * spacing;
+  if (!refineSymmetric(grey, call.size, expected, radius, *corner)) return false;
   corner->radius = radius;
   corner->response = neighbour.response;
-  return dx * dx + dy * dy <= most * most && alike(corner->intoDark, neighbour.intoLight) >= kProbedCosine &&
-         alike(corner->intoLight, neighbour.intoDark) >= kProbedCosine &&
+  return continuesGrid(*corner, expected, spacing, neighbour) &&
          viewCircle(grey, call.size.width, call.size, corner->point, radius,
-                    {kProbedContrast * static_cast<float>(call.cfg->contrast)})
+                    kProbedContrast * static_cast<float>(call.cfg->contrast))
              .corner;
 }
 

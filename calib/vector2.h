@@ -26,6 +26,11 @@ inline float length(DaxiPoint32f a) {
   return std::sqrt(dot(a, a));
 }
 
+// Cosine of the angle between two lines, given by unit vectors.
+inline float alike(DaxiPoint32f a, DaxiPoint32f b) {
+  return std::fabs(dot(a, b));
+}
+
 // The unit vector of a direction; (1, 0) for none.
 inline DaxiPoint32f unit(DaxiPoint32f a) {
   const float size = length(a);

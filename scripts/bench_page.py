@@ -1,11 +1,10 @@
-"""What scripts/bench puts into docs/performance.md beside its tables: the machine and the versions, and the plots."""
+"""What scripts/bench --page writes beside the tables: the machine and the versions, the plots, their place in the gallery."""
 import platform
 import re
 import subprocess
+from fractions import Fraction
 
 PEER_PACKAGES = {"OpenCV": "libopencv-dev", "nanoflann": "libnanoflann-dev", "PCL": "libpcl-dev", "Ceres": "libceres-dev"}
-OWN, PEER = "#1f618d", "#c0392b"
-STYLES = ["-", "--", "-.", ":"]
 MARKS = ["o", "s", "^", "v", "D", "x", "+", "*"]
 
 
@@ -25,10 +24,17 @@ def processor():
     return name[1] if name else platform.machine()
 
 
+def revision():
+    """The commit, and whether anything but the pages that are being written differs from it."""
+    commit = first_line("git", "describe", "--always")
+    changed = first_line("git", "status", "--porcelain", "--", ":/", ":(top,exclude)docs")
+    return f"{commit}, with changes" if changed else commit
+
+
 def machine(cache):
     """Rows of (what, value); `cache`: the configuration of the native build."""
     settings = dict(re.findall(r"^(\w+):\w+=(.*)$", cache.read_text(), re.M))
-    yield "DAX", f"{settings['CMAKE_PROJECT_VERSION']}, {first_line('git', 'describe', '--always', '--dirty')}"
+    yield "DAX", f"{settings['CMAKE_PROJECT_VERSION']}, {revision()}"
     yield "processor", processor()
     yield "system", first_line("sh", "-c", '. /etc/os-release && echo "$PRETTY_NAME"')
     options = f"{settings.get('CMAKE_BUILD_TYPE') or 'Release'}, -march={settings['DAX_X86_ARCH']}" \
@@ -55,21 +61,65 @@ def pyplot():
     return matplotlib.pyplot
 
 
-def plot(path, family, peer, amounts, costs):
-    """costs: {operation: (own, peer's)}, each a list of millions of instructions, None where not counted."""
-    plt = pyplot()
-    figure, panel = plt.subplots(figsize=(7.5, 4.2))
-    for index, (operation, both) in enumerate(costs.items()):
-        for values, color, style in zip(both, (OWN, PEER), ("-", "--")):
-            points = [(amount, value) for amount, value in zip(amounts, values) if value]
-            if points:
-                panel.plot(*zip(*points), style, color=color, marker=MARKS[index % len(MARKS)],
-                           label=operation if color == OWN else None)
-    panel.set(xscale="log", yscale="log", xlabel="data, as a multiple of the table's", ylabel="millions of AArch64 instructions",
-              title=f"{family.replace('_', ' ')}: DAX solid" + (f", {peer} dashed" if peer else ""))
-    panel.set_xticks(amounts, [f"{amount:g}" for amount in amounts])
+def finish(figure, panel, path):
+    from matplotlib import ticker
     panel.minorticks_off()
+    few = max(panel.get_ylim()) < 100 * min(panel.get_ylim())
+    panel.yaxis.set_major_locator(ticker.LogLocator(subs=(1, 2, 5) if few else (1,)))
+    panel.yaxis.set_major_formatter(ticker.FormatStrFormatter("%g"))
     panel.legend(loc="center left", bbox_to_anchor=(1, 0.5), frameon=False)
     figure.tight_layout()
     figure.savefig(path, dpi=120, metadata={"Software": None})
-    plt.close(figure)
+    pyplot().close(figure)
+
+
+def plot(path, family, peer, amounts, costs):
+    """costs: {operation: (own, peer's)}, each a list of millions of instructions, None where not counted."""
+    figure, panel = pyplot().subplots(figsize=(7.5, 4.2))
+    for index, (operation, both) in enumerate(costs.items()):
+        for values, style, label in zip(both, ("-", "--"), (operation, None)):
+            points = [(amount, value) for amount, value in zip(amounts, values) if value]
+            if points:
+                panel.plot(*zip(*points), style, color=f"C{index}", marker=MARKS[index % len(MARKS)], label=label)
+    panel.set(xscale="log", yscale="log", xlabel="data, as a multiple of the table's", ylabel="millions of AArch64 instructions",
+              title=f"{family.replace('_', ' ')}: DAX solid" + (f", {peer} dashed" if peer else ""))
+    panel.set_xticks(amounts, [str(Fraction(amount)) for amount in amounts])
+    finish(figure, panel, path)
+
+
+def cells(line):
+    return [cell.strip() for cell in line.strip().strip("|").split("|")]
+
+
+def numbers(texts):
+    """None for a dash."""
+    try:
+        return [None if text == "–" else float(text) for text in texts]
+    except ValueError:
+        return None
+
+
+def plot_growth(path, table):
+    """Draws the columns of the finest unit of time against the first column; False where that is no size."""
+    head, _, *rows = map(cells, table.strip().splitlines())
+    columns = dict(zip(head, map(numbers, zip(*rows))))
+    sizes = columns[head[0]]
+    unit = next((unit for unit in ("ns", "us", "ms") if any(re.search(rf"\b{unit}\b", name) for name in head)), None)
+    if not sizes or not unit or len(sizes) < 3:
+        return False
+    figure, panel = pyplot().subplots(figsize=(7.5, 3.4))
+    for index, name in enumerate(name for name in head[1:] if re.search(rf"\b{unit}\b", name)):
+        points = [(size, value) for size, value in zip(sizes, columns[name]) if value is not None]
+        panel.plot(*zip(*points), marker=MARKS[index % len(MARKS)], label=name.removesuffix(f" {unit}"))
+    panel.set(xscale="log", yscale="log", xlabel=head[0], ylabel=unit)
+    finish(figure, panel, path)
+    return True
+
+
+def write_gallery(document, gallery):
+    """Lists the plots of the document in the gallery, between its markers."""
+    rows = [f"| {title} | ![{kind}: {title}]({path}) |\n"
+            for kind, title, path in re.findall(r"^!\[(\w[\w ]*): (.*)\]\((.*)\)$", document.read_text(), re.M)]
+    begin, end = "<!-- begin performance -->\n", "<!-- end performance -->\n"
+    before, rest = gallery.read_text().split(begin, 1)
+    gallery.write_text(before + begin + "| | |\n|---|---|\n" + "".join(rows) + end + rest.split(end, 1)[1])

@@ -10,6 +10,7 @@ namespace bench {
 const Board& board() {
   static const Board made = [] {
     dax::test::BoardView view;
+    view.size = scaled(kUsualBoardSize);
     view.rotation = 12;
     view.tilt = 20;
     view.tiltAxis = 30;
@@ -26,9 +27,20 @@ const Board& board() {
   return made;
 }
 
+std::vector<DaxiPoint32f> starts() {
+  const std::vector<DaxiPoint32f>& corners = board().corners;
+  std::vector<DaxiPoint32f> points(static_cast<size_t>(scaled(kUsualCorners)));
+  for (size_t i = 0; i < points.size(); ++i) {
+    const DaxiPoint32f& corner = corners[i % corners.size()];
+    points[i] = {corner.x + static_cast<float>(i % 5) * 0.5f - 1, corner.y + static_cast<float>(i % 3) - 1};
+  }
+  return points;
+}
+
 Image<uint8_t> noBoard() {
-  const Image<uint8_t> mask = smoothBlobMask({640, 480}), grain = noise<uint8_t>({640, 480});
-  Image<uint8_t> image({640, 480});
+  const DaxiSize size = scaled(kUsualBoardSize);
+  const Image<uint8_t> mask = smoothBlobMask(size), grain = noise<uint8_t>(size);
+  Image<uint8_t> image(size);
   for (size_t i = 0; i < image.pixels->size(); ++i) {
     image.data()[i] = static_cast<uint8_t>(60 + mask.data()[i] / 2 + grain.data()[i] / 16);
   }

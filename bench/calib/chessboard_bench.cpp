@@ -5,20 +5,10 @@ namespace {
 
 using bench::Image;
 
-// Starts up to a pixel from the corners.
-std::vector<DaxiPoint32f> starts() {
-  std::vector<DaxiPoint32f> points = bench::board().corners;
-  for (size_t i = 0; i < points.size(); ++i) {
-    points[i].x += static_cast<float>(i % 5) * 0.5f - 1;
-    points[i].y += static_cast<float>(i % 3) - 1;
-  }
-  return points;
-}
-
 // An epsilon that no shift undercuts, so that every corner takes all its iterations.
 bench::Task refine() {
   const Image<uint8_t> image = bench::board().image;
-  const std::vector<DaxiPoint32f> from = starts();
+  const std::vector<DaxiPoint32f> from = bench::starts();
   const auto to = std::make_shared<std::vector<DaxiPoint32f>>(from.size());
   return {[=] {
     bench::require(DAXI_ChessboardCornerGetSubpix_8u_C1R(image.data(), image.size.width, image.size, from.data(),
@@ -79,7 +69,7 @@ bench::Task findSymmetric(const Image<uint8_t>& image) {
   }};
 }
 
-constexpr size_t kPixels = 640 * 480;
+constexpr size_t kPixels = bench::pixelCount(bench::kUsualBoardSize);
 
 const bench::Own operations[] = {
     {"find by quads, 9 x 6", kPixels, [] { return findQuads(bench::board().image); }},
@@ -88,7 +78,7 @@ const bench::Own operations[] = {
     {"find by Hessian, no board", kPixels, [] { return findHessian(bench::noBoard()); }},
     {"find by symmetry, 9 x 6", kPixels, [] { return findSymmetric(bench::board().image); }},
     {"find by symmetry, no board", kPixels, [] { return findSymmetric(bench::noBoard()); }},
-    {"refine 54 corners, 11 x 11, 10 times", 54 * sizeof(DaxiPoint32f), refine},
+    {"refine 54 corners, 11 x 11, 10 times", bench::kUsualCorners * sizeof(DaxiPoint32f), refine},
 };
 
 }  // namespace

@@ -7,18 +7,10 @@ namespace {
 
 using bench::Image;
 
-std::vector<cv::Point2f> starts() {
-  std::vector<cv::Point2f> points;
-  for (const DaxiPoint32f& p : bench::board().corners) {
-    const auto i = static_cast<int>(points.size());
-    points.emplace_back(p.x + static_cast<float>(i % 5) * 0.5f - 1, p.y + static_cast<float>(i % 3) - 1);
-  }
-  return points;
-}
-
 bench::Task refine() {
   const Image<uint8_t> image = bench::board().image;
-  const std::vector<cv::Point2f> from = starts();
+  std::vector<cv::Point2f> from;
+  for (const DaxiPoint32f& p : bench::starts()) from.emplace_back(p.x, p.y);
   return {[=] {
     std::vector<cv::Point2f> points = from;
     cv::cornerSubPix(bench::viewOf(image), points, {5, 5}, {-1, -1}, {cv::TermCriteria::COUNT, 10, 0});

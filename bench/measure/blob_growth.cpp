@@ -1,5 +1,5 @@
 // How blob analysis grows: labelling and selection from half a megapixel to a hundred, selection on the host's pool, and a
-// checkerboard of the worst width. Prints the tables of docs/performance.md. Native only.
+// checkerboard of the worst width. Prints the tables "size", "pool" and "worst" of docs/performance.md. Native only.
 #include <sys/resource.h>
 
 #include <algorithm>
@@ -19,7 +19,6 @@ namespace {
 
 using bench::Image;
 using bench::least;
-using bench::milliseconds;
 using Memory = std::unique_ptr<uint8_t[]>;
 
 template <class Query>
@@ -82,8 +81,8 @@ class Selection {
 };
 
 void printGrowth() {
-  std::printf("| megapixels | runs | blobs | labelling ms | ns / pixel | all features ms | ns / run |\n");
-  std::printf("| ---: | ---: | ---: | ---: | ---: | ---: | ---: |\n");
+  bench::printHead({"megapixels", "runs", "blobs", "labelling ms", "labelling ns / pixel", "all features ms",
+                    "all features ns / run"});
   for (const double megapixels : {0.5, 2.0, 8.0, 25.0, 100.0}) {
     const auto height = static_cast<int32_t>(std::sqrt(megapixels * 1e6 * 0.75));
     const DaxiSize size{height * 4 / 3, height};
@@ -118,13 +117,10 @@ void printPool() {
   void* const pool = DAXHOST_CreatePool(threads);
   const Labelled labelled(grid(), 8);
   Selection one(labelled, 1, nullptr), many(labelled, threads, pool);
-  double single = INFINITY, pooled = INFINITY;
-  for (int round = 0; round < 60; ++round) {
-    single = std::min(single, milliseconds([&] { one.run(); }));
-    pooled = std::min(pooled, milliseconds([&] { many.run(); }));
-  }
-  std::printf("\nselection of %u blobs, all features: %.2f ms on one thread, %.2f ms on %u: %.2f times as fast\n",
-              labelled.domains->domainCount, single, pooled, threads, single / pooled);
+  bench::printPoolHead(threads);
+  const std::string operation = "all features of " + std::to_string(labelled.domains->domainCount) + " blobs";
+  bench::printPooled(
+      operation.c_str(), 60, [&] { one.run(); }, [&] { many.run(); });
   DAXHOST_DestroyPool(pool);
 }
 
@@ -135,17 +131,18 @@ void printCheckerboard() {
       image.data()[static_cast<size_t>(y) * 65536 + static_cast<size_t>(x)] = (x + y) % 2 ? 255 : 0;
     }
   }
+  bench::printHead({"connectivity", "runs", "blobs", "labelling s"});
   for (const int32_t connectivity : {4, 8}) {
     Labelled labelled(image, connectivity);
-    std::printf("checkerboard of 65536 x 3000, %d-connected: %u runs, %u domains, %.2f s\n", connectivity,
-                labelled.domains->runCount, labelled.domains->domainCount, least(1, [&] { labelled.find(); }) / 1000);
+    std::printf("| %d | %u | %u | %.2f |\n", connectivity, labelled.domains->runCount, labelled.domains->domainCount,
+                least(1, [&] { labelled.find(); }) / 1000);
   }
 }
 
 }  // namespace
 
-int main() {
-  printGrowth();
-  printPool();
-  printCheckerboard();
+int main(int argc, char** argv) {
+  if (bench::wanted(argc, argv, "size")) printGrowth();
+  if (bench::wanted(argc, argv, "pool")) printPool();
+  if (bench::wanted(argc, argv, "worst")) printCheckerboard();
 }

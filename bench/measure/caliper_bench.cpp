@@ -4,7 +4,6 @@
 
 #include "daxi/caliper_pair.h"
 #include "measure/caliper_boxes.h"
-#include "support/image.h"
 #include "support/operation.h"
 
 namespace {
@@ -25,8 +24,8 @@ Cfg config(uint32_t projection) {
 template <class Record, class Result, class Cfg, class Detect>
 bench::Task prepare(Cfg cfg, bool turned, Detect detect, uint64_t bytes) {
   const auto boxes = std::make_shared<std::vector<CaliperBox>>(bench::boxes(turned));
-  const auto image = bench::noise<uint8_t>();
-  const auto records = std::make_shared<std::vector<Record>>(kBoxes * kMost);
+  const auto image = bench::boxedImage();
+  const auto records = std::make_shared<std::vector<Record>>(static_cast<size_t>(kBoxes) * kMost);
   const auto buffer = std::make_shared<std::vector<double>>(bytes / sizeof(double) + 1);
   return {[=] {
     std::vector<Result> results;
@@ -54,7 +53,7 @@ bench::Task preparePairs() {
   return prepare<CaliperEdgePair, CaliperEdgePairResult>(cfg, true, DAXI_CalipEdgePairDetectV2_8u_C1R, bytes);
 }
 
-constexpr size_t kBytes = size_t{kBoxes} * bench::kBoxWidth * 4;
+constexpr size_t kBytes = size_t{bench::kUsualBoxes} * bench::kBoxWidth * 4;
 
 const bench::Own operations[] = {
     {"1000 calipers, 64 x 16, any direction", kBytes, [] { return prepareEdges(DAXI_CALIPER_VERTICAL, true); }},

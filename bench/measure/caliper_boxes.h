@@ -5,10 +5,17 @@
 #include <vector>
 
 #include "daxi/caliper.h"
+#include "support/image.h"
 
 namespace bench {
 
-constexpr int32_t kBoxes = 1000, kBoxWidth = 64, kBoxHeight = 16;
+constexpr int32_t kUsualBoxes = 1000, kBoxWidth = 64, kBoxHeight = 16;
+inline const int32_t kBoxes = scaled(kUsualBoxes);
+
+// The amount is the number of boxes, not the image.
+inline Image<uint8_t> boxedImage() {
+  return noise<uint8_t>(kUsualSize);
+}
 
 // All over the image, well inside, in all directions or upright.
 inline std::vector<CaliperBox> boxes(bool turned) {

@@ -8,7 +8,7 @@ namespace {
 
 // The profiles alone: a warped patch and the means of its columns.
 bench::Task prepareProfiles(bool turned) {
-  const auto image = bench::noise<uint8_t>();
+  const auto image = bench::boxedImage();
   const auto boxes = std::make_shared<std::vector<CaliperBox>>(bench::boxes(turned));
   const auto patch = std::make_shared<cv::Mat>(), profile = std::make_shared<cv::Mat>();
   return {[=] {

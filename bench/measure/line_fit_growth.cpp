@@ -1,12 +1,12 @@
-// How the line fit grows with its points, from 50 to 10000. Prints a table of docs/performance.md.
+// How the line fit grows with its points, from 50 to 10000. Prints the table "points" of docs/performance.md.
 #include <algorithm>
-#include <chrono>
 #include <cmath>
 #include <cstdio>
 
 #include "daxi/line_fit.h"
 #include "measure/line_points.h"
 #include "support/operation.h"
+#include "support/stopwatch.h"
 
 namespace {
 
@@ -26,20 +26,20 @@ double milliseconds(int32_t count, double outliers, int32_t method) {
   const LineFitCfg cfg = {method, DAXI_LINE_HUBER, 50, static_cast<int32_t>(count * outliers), threshold, 0, 0, 0};
   double best = INFINITY;
   for (int round = 0; round == 0 || (round < 5 && best * round < 3000); ++round) {
-    const auto start = std::chrono::steady_clock::now();
-    bench::require(
-        DAXI_LineFitRegre_32f(points.data(), count, &cfg, &line, inliers.data(), weights.data(), &rms, buffer.data()));
-    best = std::min(best, std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - start).count());
+    best = std::min(best, bench::milliseconds([&] {
+                      bench::require(DAXI_LineFitRegre_32f(points.data(), count, &cfg, &line, inliers.data(),
+                                                           weights.data(), &rms, buffer.data()));
+                    }));
   }
   return best;
 }
 
 }  // namespace
 
-int main() {
-  std::printf(
-      "| points | method 1, ms | method 2, ms | method 3, ms | method 2, half outliers, ms | method 3, same |\n");
-  std::printf("| ---: | ---: | ---: | ---: | ---: | ---: |\n");
+int main(int argc, char** argv) {
+  if (!bench::wanted(argc, argv, "points")) return 2;
+  bench::printHead({"points", "method 1 ms", "method 2 ms", "method 3 ms", "method 2, half outliers ms",
+                    "method 3, half outliers ms"});
   for (const int32_t count : {50, 100, 200, 500, 1000, 2000, 5000, 10000}) {
     std::printf("| %d | %.3f | %.2f | %.2f |", count, milliseconds(count, 0.1, 1), milliseconds(count, 0.1, 2),
                 milliseconds(count, 0.1, 3));

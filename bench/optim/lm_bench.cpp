@@ -79,7 +79,7 @@ void growAndSolve(std::vector<uint8_t>& buffer, const Solve& solve) {
 
 Task preparePoseGraph() {
   struct State {
-    PoseGraph graph{2500, 10};
+    PoseGraph graph = bench::poseGraph();
     std::vector<uint8_t> buffer = std::vector<uint8_t>(1 << 20);
     double energy = 0;
   };
@@ -101,7 +101,7 @@ Task preparePoseGraph() {
 
 Task prepareBundle() {
   struct State {
-    Bundle bundle{20, 3000, 0};
+    Bundle bundle = bench::bundle();
     std::vector<uint8_t> buffer = std::vector<uint8_t>(1 << 20);
     double rmse = 0;
   };

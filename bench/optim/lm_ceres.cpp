@@ -131,7 +131,7 @@ class EdgeCost : public ceres::SizedCostFunction<6, 6, 6> {
 
 Task preparePoseGraph() {
   struct State {
-    PoseGraph graph{2500, 10};
+    PoseGraph graph = bench::poseGraph();
     std::vector<double> x = graph.start;
     ceres::Problem problem;
     double cost = 0;
@@ -196,7 +196,7 @@ class HoldCost : public ceres::SizedCostFunction<1, 6> {
 
 Task prepareBundle() {
   struct State {
-    Bundle bundle{20, 3000, 0};
+    Bundle bundle = bench::bundle();
     std::vector<double> x = bundle.start;
     ceres::Problem problem;
     std::shared_ptr<ceres::ParameterBlockOrdering> ordering = std::make_shared<ceres::ParameterBlockOrdering>();

@@ -1,18 +1,15 @@
 // How the solvers grow with the problem: pose graphs and bundles of increasing size, time of one iteration and memory.
-// Prints the tables of docs/performance.md.
-#include <chrono>
+// Prints the tables "graphs" and "bundles" of docs/performance.md.
+#include <algorithm>
 #include <cstdio>
 #include <vector>
 
 #include "examples/optim/bundle.h"
 #include "examples/optim/pose_graph.h"
 #include "support/operation.h"
+#include "support/stopwatch.h"
 
 namespace {
-
-double milliseconds() {
-  return std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now().time_since_epoch()).count();
-}
 
 struct Cost {
   double milliseconds;
@@ -26,14 +23,14 @@ Cost measure(const Solve& solve) {
   double best = 1e300;
   for (int round = 0; round < 4;) {
     uint64_t bytes = buffer.size();
-    const double begin = milliseconds();
-    const int32_t status = solve(buffer.data(), &bytes);
+    int32_t status = 0;
+    const double time = bench::milliseconds([&] { status = solve(buffer.data(), &bytes); });
     if (status == PRMT_STS_BUFFER_TOO_SMALL) {
       buffer.resize(bytes);
       continue;
     }
     bench::require(static_cast<uint32_t>(status));
-    best = round++ == 0 ? best : std::min(best, milliseconds() - begin);
+    if (round++ > 0) best = std::min(best, time);
   }
   return {best, static_cast<double>(buffer.size()) / 1e6};
 }
@@ -41,9 +38,7 @@ Cost measure(const Solve& solve) {
 constexpr int kIterations = 4;
 
 void growPoseGraphs() {
-  std::printf(
-      "| poses | edges | parameters | ms / iteration | us / pose | MB |\n| ---: | ---: | ---: | ---: | ---: | ---: "
-      "|\n");
+  bench::printHead({"poses", "edges", "parameters", "ms / iteration", "us / pose", "MB"});
   for (const int poses : {500, 2500, 10000, 40000}) {
     PoseGraph graph(poses, poses / 250);
     const PrmtLmHmspFunctions functions{PoseGraph::energy, PoseGraph::normal, PoseGraph::update, graph.elements()};
@@ -61,8 +56,7 @@ void growPoseGraphs() {
 }
 
 void growBundles() {
-  std::printf("\n| cameras | points | observations | ms / iteration | us / observation | MB |\n");
-  std::printf("| ---: | ---: | ---: | ---: | ---: | ---: |\n");
+  bench::printHead({"observations", "cameras", "points", "ms / iteration", "us / observation", "MB"});
   const int sizes[][2] = {{10, 1000}, {20, 3000}, {20, 12000}, {40, 12000}, {80, 12000}};
   for (const auto& [cameras, points] : sizes) {
     Bundle bundle(cameras, points, 0);
@@ -75,15 +69,15 @@ void growBundles() {
                                       &param, &rmse, &norm, memory, bytes);
     });
     const double each = cost.milliseconds / kIterations;
-    std::printf("| %d | %d | %zu | %.2f | %.3f | %.1f |\n", cameras, points, bundle.link.size(), each,
+    std::printf("| %zu | %d | %d | %.2f | %.3f | %.1f |\n", bundle.link.size(), cameras, points, each,
                 1e3 * each / double(bundle.link.size()), cost.megabytes);
   }
 }
 
 }  // namespace
 
-int main() {
-  growPoseGraphs();
-  growBundles();
+int main(int argc, char** argv) {
+  if (bench::wanted(argc, argv, "graphs")) growPoseGraphs();
+  if (bench::wanted(argc, argv, "bundles")) growBundles();
   return 0;
 }

@@ -2,12 +2,14 @@
 // bundle adjustment.
 #pragma once
 
+#include <algorithm>
 #include <cmath>
 #include <string>
 #include <vector>
 
 #include "examples/optim/bundle.h"
 #include "examples/optim/pose_graph.h"
+#include "support/amount.h"
 #include "tests/support/strd.h"
 
 namespace bench {
@@ -105,6 +107,16 @@ inline constexpr Small kSmall[] = {{"Misra1a, n = 2, m = 14", "Misra1a", 1, &kMi
 
 inline constexpr const char* kPoseGraph = "pose graph, 2500 poses on SE(3)";
 inline constexpr const char* kBundle = "bundle, 20 cameras, 3000 points";
+
+// The amount is the number of poses, one lap for every 250, or of points.
+inline PoseGraph poseGraph() {
+  const int poses = scaled(2500);
+  return {poses, std::max(poses / 250, 1)};
+}
+
+inline Bundle bundle() {
+  return {20, scaled(3000), 0};
+}
 
 // Six digits of a final cost, for comparison.
 inline uint64_t sixDigits(double cost) {

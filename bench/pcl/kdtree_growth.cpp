@@ -4,7 +4,6 @@
 // usage: kdtree_growth [pool | points [N] | neighbours [K]]
 #include <cstdio>
 #include <cstdlib>
-#include <cstring>
 #include <thread>
 
 #include "dax3dpcl.h"
@@ -18,7 +17,7 @@ namespace {
 using bench::least;
 using bench::require;
 using Memory = std::unique_ptr<uint8_t[]>;
-constexpr int32_t kRounds = 3;
+constexpr int32_t kRounds = 3, kPooledRounds = 15;
 
 template <class Query, class... Arguments>
 Memory allocate(Query query, Arguments... arguments) {
@@ -83,8 +82,8 @@ double normals(int32_t n) {
 
 // A row of 0 stands for all.
 void printGrowth(int32_t row) {
-  std::printf("| points | build ms | ns / point | 16 nearest ns | nearest, shifted ns | radius 1 ns | normals ns |\n");
-  std::printf("| ---: | ---: | ---: | ---: | ---: | ---: | ---: |\n");
+  bench::printHead(
+      {"points", "build ms", "build ns", "16 nearest ns", "nearest, shifted ns", "radius 1 ns", "normals ns"});
   for (const int32_t n : {1000, 10000, 100000, 500000, 2000000}) {
     if (row != 0 && row != n) continue;
     constexpr int32_t kMost = 64;
@@ -99,7 +98,7 @@ void printGrowth(int32_t row) {
 }
 
 void printNeighbours(int32_t row) {
-  std::printf("\n| k | ns / query | ns / neighbour |\n| ---: | ---: | ---: |\n");
+  bench::printHead({"k", "ns / query", "ns / neighbour"});
   for (const int32_t k : {1, 4, 16, 32, 64, 65, 256, 1024, 4096}) {
     if (row != 0 && row != k) continue;
     Scene scene(10000, k, 1);
@@ -108,33 +107,24 @@ void printNeighbours(int32_t row) {
   }
 }
 
-template <class Run>
-void printPooled(const char* operation, const Run& run) {
-  double single = INFINITY, pooled = INFINITY;
-  for (int round = 0; round < 15; ++round) {
-    single = std::min(single, bench::milliseconds([&] { run(false); }));
-    pooled = std::min(pooled, bench::milliseconds([&] { run(true); }));
-  }
-  std::printf("| %s | %.1f | %.1f | %.2f |\n", operation, single, pooled, single / pooled);
-}
-
 void printPool() {
   const uint32_t threads = std::max(std::thread::hardware_concurrency(), 1u);
   void* const pool = DAXHOST_CreatePool(threads);
   Scene scene(bench::kPoints, 64, threads);
-  std::printf("\n| operation | 1 thread ms | %u threads ms | times as fast |\n", threads);
-  std::printf("| --- | ---: | ---: | ---: |\n");
-  printPooled("16 nearest of every point",
-              [&](bool pooled) { scene.nearest(bench::kNeighbours, pooled ? pool : nullptr, pooled ? threads : 1); });
-  printPooled("all within radius 1 of every point",
-              [&](bool pooled) { scene.radius(64, pooled ? pool : nullptr, pooled ? threads : 1); });
+  bench::printPoolHead(threads);
+  bench::printPooled(
+      "16 nearest of every point", kPooledRounds, [&] { scene.nearest(bench::kNeighbours); },
+      [&] { scene.nearest(bench::kNeighbours, pool, threads); });
+  bench::printPooled(
+      "all within radius 1 of every point", kPooledRounds, [&] { scene.radius(64); },
+      [&] { scene.radius(64, pool, threads); });
   DAXHOST_DestroyPool(pool);
 }
 
 }  // namespace
 
 int main(int argc, char** argv) {
-  const auto wanted = [&](const char* table) { return argc < 2 || std::strcmp(argv[1], table) == 0; };
+  const auto wanted = [&](const char* table) { return bench::wanted(argc, argv, table); };
   const int32_t row = argc > 2 ? std::atoi(argv[2]) : 0;
   if (wanted("pool")) printPool();
   if (wanted("points")) printGrowth(row);

@@ -7,7 +7,11 @@
  * about half an erosion up and left on average, up to 3 pixels on sharp boards.
  *
  * Corners come row by row. The first row is the one nearest the top of the image, and rows run so that turning from the
- * direction of the rows to that of the columns is turning from x to y: boards seen in a mirror are read backwards. */
+ * direction of the rows to that of the columns is turning from x to y: boards seen in a mirror are read backwards.
+ *
+ * Single dark squares that touch the board from outside are left out. Where a further row or column of squares touches
+ * it, most of it or all, the board is larger than the asked one, and is not found: no corner would be sure to be the same
+ * one in the next image. */
 #ifndef DAXI_CHESSBOARD_H
 #define DAXI_CHESSBOARD_H
 

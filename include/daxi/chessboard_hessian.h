@@ -6,6 +6,10 @@
  * the rows are those that run most nearly along x. Corners are within about 0.1 pixels of the true ones on boards with
  * squares from 15 pixels on; DAXI_ChessboardCornerGetSubpix_8u_C1R (chessboard_subpix.h) betters that.
  *
+ * Where corners are missing, covered by something or outside the image, the board is the largest rectangle of corners
+ * without gaps, so it can be a part of the printed one: who knows the size compares columns and rows with it. Limits of
+ * extent never cut a board: one that goes beyond them is passed over as a whole.
+ *
  * Squares must be 10 pixels wide at least, after sub-sampling. */
 #ifndef DAXI_CHESSBOARD_HESSIAN_H
 #define DAXI_CHESSBOARD_HESSIAN_H

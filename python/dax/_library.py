@@ -3,7 +3,14 @@ import os
 import pathlib
 from typing import Any, Optional
 
-from ._interface import ffi
+try:
+    from ._interface import ffi
+except ModuleNotFoundError as error:
+    if error.name != "dax._interface":
+        raise
+    raise ImportError(
+        "this is the source of the package: build the project, and import it from python/ in the build"
+    ) from None
 from .errors import Error
 
 NAME, HOST_NAME = "libdax.so.0", "libdaxhost.so.0"
@@ -29,7 +36,10 @@ def _open_host() -> Optional[Any]:
 
 
 host = _open_host()  # before the library that imports from it
-_library = _open(NAME, "DAX_LIBRARY")
+try:
+    _library = _open(NAME, "DAX_LIBRARY")
+except OSError as error:
+    raise ImportError(f"{error}; the environment variable DAX_LIBRARY names the library where it lies elsewhere") from None
 
 
 def function(name: str) -> Any:

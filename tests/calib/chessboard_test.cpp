@@ -118,6 +118,31 @@ TEST(Chessboard, SquareTooMany) {
   EXPECT_TRUE(findQuads(board.image, {6, 5}, 0).found);
 }
 
+// A board is not found in a larger one, whose part could be any.
+TEST(Chessboard, LargerBoardIsNotTheAskedOne) {
+  for (const double rotation : {0.0, 40.0, 130.0}) {
+    BoardView view;
+    view.columns = 9;
+    view.rows = 6;
+    view.blur = 0.5;
+    view.rotation = rotation;
+    BoardImage board(view);
+    const auto expectOnlyWhole = [&] {
+      for (const ChessboardPatternSize pattern :
+           {ChessboardPatternSize{8, 6}, {9, 5}, {6, 8}, {7, 5}, {4, 3}, {3, 3}, {3, 2}, {2, 5}}) {
+        for (const int32_t mode : kModes) {
+          const QuadResult result = findQuads(board.image, pattern, mode);
+          EXPECT_EQ(result.count, 0) << pattern.columns << " x " << pattern.rows << " turned " << rotation;
+          EXPECT_FALSE(result.found);
+        }
+      }
+    };
+    EXPECT_TRUE(findQuads(board.image, {9, 6}, DAXI_CHESSBOARD_OTSU).found);
+    EXPECT_TRUE(findQuads(board.image, {6, 9}, DAXI_CHESSBOARD_OTSU).found);
+    expectOnlyWhole();
+  }
+}
+
 // Nothing, too much, and images made to have as many regions as there can be; in guarded memory.
 TEST(Chessboard, ImagesWithoutABoard) {
   const DaxiSize size{200, 170};

@@ -48,10 +48,22 @@ def picture(tmp_path, parts):
     ["render-scene"], ["render-scene", "scene.gif"], ["render-scene", "scene.png", "--size", "100x100"],
     ["render-scene", "scene.png", "--size", "200"], ["render-scene", "scene.png", "--size", "200x9000"],
     ["render-scene", "scene.png", "--seed", "-1"], ["render-scene", "scene.png", "--truth", "scene.png"],
+    # An output of another kind than its name says, or in the place of another file; link.png is the input as well.
+    ["inspect", "parts.png", "--overlay", "link.png"], ["chessboard", "parts.png", "--auto", "--overlay", "link.png"],
+    ["filter", "parts.png", "out.png", "--median3", "--compare", "out.png"],
+    ["filter", "parts.png", "out.png", "--median3", "--compare", "link.png"],
+    ["filter", "parts.png", "out.png", "--median3", "--compare", "out.tif"],
+    *(["caliper", "parts.png", "--box", "30,20,20,8,0", *more] for more in (
+        ["--overlay", "link.png"], ["--plot", "plot.svg"], ["--overlay", "out.png", "--plot", "out.png"])),
+    ["fit", "truth.json", "--model", "line", "--plot", "plot.png"],
+    ["cloud", "normals", "parts.png", "out.png"], ["cloud", "stats", "parts.png", "--picture", "link.png"],
+    ["cloud", "stats", "parts.png", "stats.csv"], ["cloud", "knn", "parts.png", "out.json"],
+    ["range", "render", "parts.png", "out.pgm"],
 ])
 def test_usage_errors(dax, tmp_path, parts, arguments):
     (tmp_path / "truth.json").write_text('{"width": 80, "height": 60, "parts": []}')
     (tmp_path / "parts.png").write_bytes(pictures.png(parts))
+    (tmp_path / "link.png").symlink_to("parts.png")
     before = sorted(tmp_path.iterdir()), (tmp_path / "parts.png").read_bytes()
     run = dax(*arguments, status=2)
     assert run.out == "" and run.err.startswith("dax: ") and run.err.count("\n") == 1

@@ -167,7 +167,7 @@ def test_windows_beyond_the_image(dax, image, options, step):
 def test_files_that_fail(dax, tmp_path, image):
     assert "none.png: cannot be opened" in dax("filter", "none.png", "out.png", "--median3", status=3).err
     assert "none/out.png: cannot be written" in dax("filter", "in.pgm", "none/out.png", "--median3", status=4).err
-    assert "out.jpg: does not end in .png or .pgm" in dax("filter", "in.pgm", "out.jpg", "--median3", status=2).err
+    assert "OUT: out.jpg does not end in .png or .pgm" in dax("filter", "in.pgm", "out.jpg", "--median3", status=2).err
 
 
 def test_help_tells_every_filter(dax):

@@ -4,6 +4,7 @@
 #include <map>
 
 #include "failure.h"
+#include "output_name.h"
 #include "text.h"
 
 namespace dax::tool {
@@ -63,18 +64,10 @@ void addOutputOptions(CLI::App& app, CaliperOutputs& outputs) {
 
 void requireUsable(const CaliperOutputs& outputs, const std::filesystem::path& input) {
   if (outputs.profiles && !outputs.json) throw Failure(ExitStatus::kUsage, "--profiles needs --json");
-  std::error_code ignored;
-  for (const auto& [option, path] : {std::pair{"--overlay", outputs.overlay}, std::pair{"--plot", outputs.plot}}) {
-    if (path.empty()) continue;
-    const std::string name = std::string(option) + ": " + printable(path.string());
-    if (path.extension() != ".png") throw Failure(ExitStatus::kUsage, name + " does not end in .png");
-    if (path == input || std::filesystem::equivalent(path, input, ignored)) {
-      throw Failure(ExitStatus::kUsage, name + " is the input");
-    }
-  }
-  if (!outputs.plot.empty() && outputs.plot == outputs.overlay) {
-    throw Failure(ExitStatus::kUsage, "--plot and --overlay: both would be " + printable(outputs.plot.string()));
-  }
+  requireEnding("--overlay", outputs.overlay, {".png"});
+  requireEnding("--plot", outputs.plot, {".png"});
+  requireOther("--overlay", outputs.overlay, {{"the input", input}});
+  requireOther("--plot", outputs.plot, {{"the input", input}, {"the overlay", outputs.overlay}});
 }
 
 }  // namespace dax::tool

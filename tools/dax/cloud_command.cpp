@@ -13,6 +13,7 @@
 #include "cloud_steps.h"
 #include "commands.h"
 #include "output_file.h"
+#include "output_name.h"
 #include "text.h"
 
 namespace dax::tool {
@@ -71,13 +72,8 @@ View parseView(const CloudOptions& options) {
 // All that a command line says, checked before any work is done.
 struct Plan {
   explicit Plan(const CloudOptions& options) : view(parseView(options)) {
-    if (options.picture.empty()) return;
-    if (fs::path(options.picture).extension() != ".png") {
-      reject("--picture: " + printable(options.picture) + " does not end in .png");
-    }
-    if (options.picture == options.input || options.picture == options.output) {
-      reject("--picture: " + printable(options.picture) + " is the input or the result");
-    }
+    requireEnding("--picture", options.picture, {".png"});
+    requireOther("--picture", options.picture, {{"the input", options.input}, {"the result", options.output}});
   }
 
   View view;
@@ -104,7 +100,7 @@ void draw(Cloud cloud, const CloudOptions& options, const Plan& plan, const Work
 }
 
 ExitStatus normals(const CloudOptions& options) {
-  requireCloudName(options.output);
+  requireEnding("OUT", options.output, {".ply", ".pcd"});
   const Plan plan(options);
   NormalSettings settings;
   settings.k = options.k;
@@ -119,7 +115,7 @@ ExitStatus normals(const CloudOptions& options) {
 }
 
 ExitStatus thin(const CloudOptions& options) {
-  requireCloudName(options.output);
+  requireEnding("OUT", options.output, {".ply", ".pcd"});
   const Plan plan(options);
   const DAX3D_VECTOR_32F leaf = parseLeaf(options.leaf);
   const Cloud cloud = readInput(options);
@@ -133,7 +129,7 @@ ExitStatus thin(const CloudOptions& options) {
 
 ExitStatus knn(const CloudOptions& options) {
   const Plan plan(options);
-  if (fs::path(options.output).extension() != ".csv") reject(printable(options.output) + ": does not end in .csv");
+  requireEnding("OUT", options.output, {".csv"});
   Cloud cloud = readInput(options);
   const Pool pool = startPool(options);
   std::string table = "point,rank,neighbour,distance\n";
@@ -152,9 +148,7 @@ ExitStatus knn(const CloudOptions& options) {
 
 ExitStatus stats(const CloudOptions& options) {
   const Plan plan(options);
-  if (!options.output.empty() && fs::path(options.output).extension() != ".json") {
-    reject(printable(options.output) + ": does not end in .json");
-  }
+  requireEnding("OUT", options.output, {".json"});
   Cloud cloud = readCloud(options.input);
   const Pool pool = startPool(options);
   const CloudStats measured = measureCloud(cloud, pool.workers());

@@ -46,11 +46,6 @@ bool hasCloudExtension(const fs::path& path) {
   return path.extension() == ".ply" || path.extension() == ".pcd";
 }
 
-void requireCloudName(const fs::path& path) {
-  if (hasCloudExtension(path)) return;
-  throw Failure(ExitStatus::kUsage, printable(path.string()) + ": does not end in .ply or .pcd");
-}
-
 void writeCloud(const fs::path& path, const Cloud& cloud, bool text) {
   writeFile(path, path.extension() == ".pcd" ? writePcd(cloud, text) : writePly(cloud, text));
 }

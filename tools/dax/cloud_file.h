@@ -14,9 +14,6 @@ Cloud readCloud(const std::filesystem::path& path);
 // True when the name ends in .ply or .pcd.
 bool hasCloudExtension(const std::filesystem::path& path);
 
-// Throws Failure(kUsage) unless it does.
-void requireCloudName(const std::filesystem::path& path);
-
 // Throws Failure(kCannotWrite).
 void writeCloud(const std::filesystem::path& path, const Cloud& cloud, bool text);
 

@@ -8,6 +8,7 @@
 #include "commands.h"
 #include "image_file.h"
 #include "image_filters.h"
+#include "output_name.h"
 #include "picture_file.h"
 #include "text.h"
 
@@ -70,16 +71,11 @@ class Difference {
 };
 
 void requireUsable(const FilterOptions& options, const FilterOption& filter) {
-  requirePictureName(options.output);
+  requirePictureName("OUT", options.output);
   if (options.compare.empty()) return;
-  requirePictureName(options.compare);
+  requirePictureName("--compare", options.compare);
   if (!filter.keepsSize) reject("--compare: " + std::string(filter.name) + " makes an image of another size");
-  std::error_code ignored;
-  for (const std::string& other : {options.input, options.output}) {
-    if (options.compare == other || fs::equivalent(options.compare, other, ignored)) {
-      reject("--compare: " + printable(options.compare) + " is the input or the result");
-    }
-  }
+  requireOther("--compare", options.compare, {{"the input", options.input}, {"the result", options.output}});
 }
 
 ExitStatus run(const FilterOptions& options) {

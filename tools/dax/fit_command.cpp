@@ -9,6 +9,7 @@
 #include "curve_fit.h"
 #include "fit_plot.h"
 #include "output_file.h"
+#include "output_name.h"
 #include "text.h"
 
 namespace dax::tool {
@@ -43,12 +44,8 @@ struct Request {
     if (!columns) reject("--columns: " + inQuotes(options.columns) + " is not X,Y with numbers from 1 on");
     xColumn = columns->first, yColumn = columns->second;
     if (!options.start.empty()) parseStart(options.start);
-    if (options.plot.empty()) return;
-    if (fs::path(options.plot).extension() != ".svg") reject(printable(options.plot) + ": does not end in .svg");
-    std::error_code ignored;
-    if (options.plot == options.input || fs::equivalent(options.plot, options.input, ignored)) {
-      reject("--plot: " + printable(options.plot) + " is the input");
-    }
+    requireEnding("--plot", options.plot, {".svg"});
+    requireOther("--plot", options.plot, {{"the input", options.input}});
   }
 
   std::unique_ptr<CurveModel> model;

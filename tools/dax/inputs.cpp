@@ -6,6 +6,7 @@
 #include "failure.h"
 #include "image_file.h"
 #include "output_file.h"
+#include "output_name.h"
 #include "text.h"
 
 namespace dax::tool {
@@ -55,16 +56,9 @@ class OutputNames {
   std::set<std::string> taken_;
 };
 
-void requireUsable(const char* option, const fs::path& output, const fs::path& input, const std::string& extension) {
-  if (output.empty()) return;
-  std::error_code ignored;
-  if (output.extension() != extension) {
-    throw Failure(ExitStatus::kUsage,
-                  std::string(option) + ": " + printable(output.string()) + " does not end in " + extension);
-  }
-  if (fs::equivalent(output, input, ignored)) {
-    throw Failure(ExitStatus::kUsage, std::string(option) + ": " + printable(output.string()) + " is the input itself");
-  }
+void requireUsable(const char* option, const fs::path& output, const fs::path& input, const char* ending) {
+  requireEnding(option, output, {ending});
+  requireOther(option, output, {{"the input", input}});
 }
 
 }  // namespace

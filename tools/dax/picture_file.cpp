@@ -1,15 +1,13 @@
 #include "picture_file.h"
 
-#include "failure.h"
 #include "image_file.h"
 #include "output_file.h"
-#include "text.h"
+#include "output_name.h"
 
 namespace dax::tool {
 
-void requirePictureName(const std::filesystem::path& path) {
-  if (path.extension() == ".png" || path.extension() == ".pgm") return;
-  throw Failure(ExitStatus::kUsage, printable(path.string()) + ": does not end in .png or .pgm");
+void requirePictureName(const std::string& option, const std::filesystem::path& path) {
+  requireEnding(option, path, {".png", ".pgm"});
 }
 
 void writePicture(const std::filesystem::path& path, const GreyImage& image) {

@@ -2,13 +2,14 @@
 #pragma once
 
 #include <filesystem>
+#include <string>
 
 #include "grey_image.h"
 
 namespace dax::tool {
 
-// Throws Failure(kUsage) unless the name ends in .png or .pgm.
-void requirePictureName(const std::filesystem::path& path);
+// requireEnding() for these formats: .png and .pgm.
+void requirePictureName(const std::string& option, const std::filesystem::path& path);
 
 // Throws Failure(kCannotWrite).
 void writePicture(const std::filesystem::path& path, const GreyImage& image);

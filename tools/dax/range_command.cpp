@@ -8,6 +8,7 @@
 #include "commands.h"
 #include "image_file.h"
 #include "output_file.h"
+#include "output_name.h"
 #include "picture_file.h"
 #include "range_convert.h"
 #include "range_info.h"
@@ -113,8 +114,8 @@ ExitStatus convert(const RangeOptions& options) {
   }
   if (!options.scale.empty() || !options.offset.empty()) reject("--scale, --offset: the range file has its own");
   if (!options.mask.empty() && !isPicture(output)) reject("--mask: goes with pictures");
-  if (!options.mask.empty()) requirePictureName(options.mask);
-  if (!options.mask.empty() && options.mask == options.output) reject("--mask: is the picture itself");
+  requirePictureName("--mask", options.mask);
+  requireOther("--mask", options.mask, {{"the input", options.input}, {"the picture", options.output}});
   const RangeImage image = RangeImage::read(options.input);
   if (isPicture(output)) {
     writePictures(image, options);
@@ -131,7 +132,7 @@ ExitStatus info(const RangeOptions& options) {
 }
 
 ExitStatus render(const RangeOptions& options) {
-  if (fs::path(options.output).extension() != ".png") reject(printable(options.output) + ": does not end in .png");
+  requireEnding("OUT", options.output, {".png"});
   std::optional<OpenRange> limits;
   if (!options.limits.empty()) {
     limits = parseRange(options.limits);

@@ -5,6 +5,7 @@
 #include "commands.h"
 #include "image_file.h"
 #include "output_file.h"
+#include "output_name.h"
 #include "picture_file.h"
 #include "scene.h"
 #include "text.h"
@@ -29,8 +30,8 @@ DaxiSize parseSize(const std::string& text) {
 
 ExitStatus run(const SceneOptions& options) {
   const fs::path image = options.image;
-  requirePictureName(image);
-  if (options.image == options.truth) reject("--truth: is the picture itself");
+  requirePictureName("OUT", image);
+  requireOther("--truth", options.truth, {{"the picture", image}});
   const Scene scene = renderScene(parseSize(options.size), static_cast<uint64_t>(options.seed));
   setUpDecoders();
   writePicture(image, scene.image);

@@ -1,5 +1,5 @@
 // Filters on the host's pool: one thread against as many as the machine has, in turn, on images of 4096 x 3072. Prints
-// the table of docs/performance.md. Native only.
+// the table "pool" of docs/performance.md. Native only.
 #include <cstdio>
 #include <memory>
 #include <thread>
@@ -40,22 +40,18 @@ class Filters {
 
 template <class Run>
 void printRow(const char* operation, Filters& one, Filters& many, const Run& run) {
-  double single = INFINITY, pooled = INFINITY;
-  for (int round = 0; round < kRounds; ++round) {
-    single = std::min(single, bench::milliseconds([&] { run(one); }));
-    pooled = std::min(pooled, bench::milliseconds([&] { run(many); }));
-  }
-  std::printf("| %s | %.2f | %.2f | %.2f |\n", operation, single, pooled, single / pooled);
+  bench::printPooled(
+      operation, kRounds, [&] { run(one); }, [&] { run(many); });
 }
 
 }  // namespace
 
-int main() {
+int main(int argc, char** argv) {
+  if (!bench::wanted(argc, argv, "pool")) return 2;
   const uint32_t threads = std::max(std::thread::hardware_concurrency(), 1u);
   void* const pool = DAXHOST_CreatePool(threads);
   Filters one(1, nullptr), many(threads, pool);
-  std::printf("| Operation | 1 thread ms | %u threads ms | times as fast |\n", threads);
-  std::printf("| --- | ---: | ---: | ---: |\n");
+  bench::printPoolHead(threads);
   printRow("mean 3 x 3, 8u", one, many, [](Filters& f) { f.mean(3); });
   printRow("mean 15 x 15, 8u", one, many, [](Filters& f) { f.mean(15); });
   printRow("mean 255 x 255, 8u", one, many, [](Filters& f) { f.mean(255); });

@@ -1,0 +1,37 @@
+#include "output_name.h"
+
+#include <algorithm>
+
+#include "failure.h"
+#include "text.h"
+
+namespace dax::tool {
+namespace {
+
+namespace fs = std::filesystem;
+
+[[noreturn]] void refuse(const std::string& option, const fs::path& output, const std::string& why) {
+  throw Failure(ExitStatus::kUsage, option + ": " + printable(output.string()) + why);
+}
+
+}  // namespace
+
+void requireEnding(const std::string& option, const fs::path& output, std::initializer_list<const char*> endings) {
+  const std::string ending = output.extension().string();
+  if (output.empty() || std::find(endings.begin(), endings.end(), ending) != endings.end()) return;
+  std::string wanted;
+  for (const char* each : endings) wanted += (wanted.empty() ? "" : " or ") + std::string(each);
+  refuse(option, output, " does not end in " + wanted);
+}
+
+void requireOther(const std::string& option, const fs::path& output, std::initializer_list<NamedFile> files) {
+  if (output.empty()) return;
+  for (const NamedFile& file : files) {
+    std::error_code ignored;
+    if (output == file.path || fs::equivalent(output, file.path, ignored)) {
+      refuse(option, output, " is " + std::string(file.what));
+    }
+  }
+}
+
+}  // namespace dax::tool
