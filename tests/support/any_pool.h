@@ -1,22 +1,15 @@
-// A pool of some threads: the reference pool where the test is built with it (DAX_ON_HOST_POOL), else the mock pool on
-// threads of its own.
+// A pool of some threads: the mock pool on threads of its own, or the reference pool in programs that are linked with
+// host_any_pool.cpp.
 #pragma once
 
 #include <cstdint>
 
-#if DAX_ON_HOST_POOL
-#include "daxhost.h"
-#else
-#include "tests/support/mock_pool.h"
-#endif
-
 namespace dax::test {
 
-#if DAX_ON_HOST_POOL
 class AnyPool {
  public:
-  explicit AnyPool(uint32_t threads) : pool_(DAXHOST_CreatePool(threads)) {}
-  ~AnyPool() { DAXHOST_DestroyPool(pool_); }
+  explicit AnyPool(uint32_t threads);
+  ~AnyPool();
   AnyPool(const AnyPool&) = delete;
   AnyPool& operator=(const AnyPool&) = delete;
   void* get() { return pool_; }
@@ -24,18 +17,5 @@ class AnyPool {
  private:
   void* pool_;
 };
-#else
-class AnyPool {
- public:
-  explicit AnyPool(uint32_t threads) {
-    pool_.threads = threads;
-    pool_.concurrent = true;
-  }
-  void* get() { return &pool_; }
-
- private:
-  MockPool pool_;
-};
-#endif
 
 }  // namespace dax::test

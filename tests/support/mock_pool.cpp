@@ -5,6 +5,7 @@
 #include <thread>
 #include <vector>
 
+#include "tests/support/any_pool.h"
 #include "tests/support/test_image.h"
 
 using dax::test::MockPool;
@@ -80,3 +81,17 @@ DaxStatus DAX_THREADPOOL_Compute1DTiled(void* opaque, DaxTileFunction tile, void
 uint32_t DAX_THREADPOOL_GetThreadsCnt(void* pool) {
   return static_cast<MockPool*>(pool)->threads;
 }
+
+namespace dax::test {
+
+AnyPool::AnyPool(uint32_t threads) : pool_(new MockPool) {
+  auto& mock = *static_cast<MockPool*>(pool_);
+  mock.threads = threads;
+  mock.concurrent = true;
+}
+
+AnyPool::~AnyPool() {
+  delete static_cast<MockPool*>(pool_);
+}
+
+}  // namespace dax::test

@@ -34,6 +34,10 @@ class Run:
         return self.json["images"][0]["blobs"]
 
 
+def pytest_configure(config):
+    config.addinivalue_line("markers", "threads: the program runs on several threads; the thread sanitizer's share")
+
+
 @pytest.fixture
 def dax(tmp_path):
     """Runs the program in the test's folder."""

@@ -40,6 +40,7 @@ def everything(root):
     return {p.relative_to(root): p.read_bytes() for p in sorted(root.rglob("*")) if p.is_file()}
 
 
+@pytest.mark.threads
 @pytest.mark.parametrize("listing", [[], ["--json"], ["--csv"]])
 def test_threads_change_nothing(dax, tmp_path, folder, listing):
     for i in range(20):

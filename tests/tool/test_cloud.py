@@ -11,6 +11,8 @@ import pictures
 import pytest
 from clouds import single
 
+pytestmark = pytest.mark.threads  # one a processor, when nothing is said
+
 
 def scattered(count, seed=1):
     rng = random.Random(seed)

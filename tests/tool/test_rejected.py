@@ -148,6 +148,7 @@ def test_more_regions_than_can_be_told_of(dax, tmp_path, regions, status):
         assert len(run.json["images"][0]["rejected"]) == regions
 
 
+@pytest.mark.threads
 @pytest.mark.parametrize("options", [
     [], ["--area", "5..", "--circularity", "0.3..0.9", "--perimeter", "4..", "--rejected"],
     ["--classes", "--class-area", "200=40..10", "--rejected"], ["--order", "none", "--count", 20]])
