@@ -3,6 +3,7 @@ import os
 import pathlib
 from typing import Any, Optional
 
+from ._contracts import VERSION
 from ._interface import ffi
 from .errors import Error
 
@@ -76,3 +77,12 @@ _allocate = ffi.new_allocator(should_clear_after_alloc=False)
 def version() -> str:
     """Version of the loaded library, "major.minor.patch"."""
     return str(ffi.string(function("DAX_GetVersion")()).decode())
+
+
+def _check_version() -> None:
+    """Refuses a library whose records may be laid out in another way than in the headers that the package was made from."""
+    if version().split(".")[:2] != VERSION.split(".")[:2]:
+        raise ImportError(f"the library is of version {version()}, the package of {VERSION}")
+
+
+_check_version()
