@@ -1,6 +1,7 @@
 #include <cstddef>
 
 #include "dax/image.h"
+#include "frame/check.h"
 #include "zur/image.h"
 
 static_assert(sizeof(ZurImage) == 64 && offsetof(ZurImage, plane) == 32);
@@ -89,26 +90,27 @@ bool planesSet(const FormatRule& rule, void* const* plane) {
 }  // namespace
 
 int32_t ZUR_CheckImage(const ZurImage* image) {
-  if (!image) return -21;
+  DAX_REQUIRE(image, -21);
   const FormatRule* rule = findRule(image->format);
-  if (!rule || image->format >= rule->platformEnd) return -8;
-  if (!sidesFit(*rule, image->width, image->height)) return -9;
-  if (!stepsFit(*rule, image->width, image->step)) return -10;
-  return planesSet(*rule, image->plane) ? 0 : -11;
+  DAX_REQUIRE(rule && image->format < rule->platformEnd, -8);
+  DAX_REQUIRE(sidesFit(*rule, image->width, image->height), -9);
+  DAX_REQUIRE(stepsFit(*rule, image->width, image->step), -10);
+  DAX_REQUIRE(planesSet(*rule, image->plane), -11);
+  return 0;
 }
 
 DaxStatus DAX_CheckImage(const DaxImage* image) {
-  if (!image) return DAX_STS_NULL_POINTER;
+  DAX_REQUIRE(image, DAX_STS_NULL_POINTER);
   const FormatRule* rule = findRule(image->format);
-  if (!rule) return DAX_STS_IMAGE_FORMAT;
-  if (!sidesFit(*rule, image->width, image->height)) return DAX_STS_IMAGE_SIZE;
-  if (!stepsFit(*rule, image->width, image->step)) return DAX_STS_IMAGE_STEP;
-  if (!planesSet(*rule, image->base) || !planesSet(*rule, image->data)) return DAX_STS_IMAGE_NULL_PLANE;
+  DAX_REQUIRE(rule, DAX_STS_IMAGE_FORMAT);
+  DAX_REQUIRE(sidesFit(*rule, image->width, image->height), DAX_STS_IMAGE_SIZE);
+  DAX_REQUIRE(stepsFit(*rule, image->width, image->step), DAX_STS_IMAGE_STEP);
+  DAX_REQUIRE(planesSet(*rule, image->base) && planesSet(*rule, image->data), DAX_STS_IMAGE_NULL_PLANE);
   return DAX_STS_OK;
 }
 
 DaxStatus DAX_ZurImgToDaxImg(const ZurImage* zurImage, DaxImage* daxImage) {
-  if (!zurImage || !daxImage) return DAX_STS_NULL_POINTER;
+  DAX_REQUIRE(zurImage && daxImage, DAX_STS_NULL_POINTER);
   const DaxStatus status = DAX_ZurStatusToDaxAlgStatus(ZUR_CheckImage(zurImage));
   if (status != DAX_STS_OK && status != DAX_STS_IMAGE_FORMAT) return status;
 

@@ -97,20 +97,20 @@ void clear(DaxMemTabEntryV3& entry) {
 }  // namespace
 
 int32_t ZUR_AllocMemTab(ZurMemTabEntry* table, int32_t count) {
-  if (!table) return kZurNull;
-  if (count < 1) return kZurParam;
+  DAX_REQUIRE(table, kZurNull);
+  DAX_REQUIRE(count >= 1, kZurParam);
   clearBlocks(table, count);
   for (ZurMemTabEntry& entry : entries(table, count)) {
     if (entry.size == 0) continue;
     entry.base = ZUR_Malloc(entry.size, asSigned(entry.alignment));
-    if (!entry.base) return kZurNull;
+    DAX_REQUIRE(entry.base, kZurNull);
   }
   return kZurOk;
 }
 
 int32_t ZUR_FreeMemTab(ZurMemTabEntry* table, int32_t count) {
-  if (!table) return kZurNull;
-  if (count < 1) return kZurParam;
+  DAX_REQUIRE(table, kZurNull);
+  DAX_REQUIRE(count >= 1, kZurParam);
   for (ZurMemTabEntry& entry : entries(table, count)) {
     ZUR_Free(entry.base);
     entry.base = nullptr;
@@ -119,12 +119,12 @@ int32_t ZUR_FreeMemTab(ZurMemTabEntry* table, int32_t count) {
 }
 
 int32_t ZUR_CheckMemTab(const ZurMemTabEntry* table, int32_t count, uint32_t alignment) {
-  if (!table || count < 1) return kZurNull;
+  DAX_REQUIRE(table && count >= 1, kZurNull);
   for (const ZurMemTabEntry& entry : entries(table, count)) {
     if (entry.size == 0) continue;
-    if (!entry.base) return kZurNullBase;
-    if (entry.alignment != alignment) return kZurAlignment;
-    if (!isAligned(entry.base, alignment)) return kZurMisaligned;
+    DAX_REQUIRE(entry.base, kZurNullBase);
+    DAX_REQUIRE(entry.alignment == alignment, kZurAlignment);
+    DAX_REQUIRE(isAligned(entry.base, alignment), kZurMisaligned);
   }
   return kZurOk;
 }

@@ -35,7 +35,7 @@ class BufferLayout {
     return piece;
   }
 
-  // `count` slices of `bytes` each, a multiple of 128, one behind the other.
+  // `count` slices of `bytes` each, one right behind the other.
   BufferPiece<uint8_t> addSlices(uint64_t bytes, uint64_t count) {
     uint64_t all;
     overflow_ |= __builtin_mul_overflow(bytes, count, &all);

@@ -87,8 +87,7 @@ struct MeanStore {
     neon::storePixels(dst + x, pixels);
   }
   void pixel(int32_t x, uint32_t sum) const {
-    using Sum = std::conditional_t<std::is_signed_v<T>, int32_t, uint32_t>;
-    dst[x] = portable::pixelFromMean<T>(static_cast<float>(static_cast<Sum>(sum)) * reciprocal);
+    dst[x] = portable::pixelFromMean<T>(portable::floatFromSum<T>(sum) * reciprocal);
   }
 };
 
@@ -171,10 +170,6 @@ namespace {
 
 constexpr int32_t kMostByteMask = 255;
 
-bool maskFits(DaxiSize mask, DaxiSize size) {
-  return atLeast(mask, 1) && mask.width <= size.width && mask.height <= size.height;
-}
-
 bool byteMaskFits(DaxiSize mask, DaxiSize size) {
   return maskFits(mask, size) && atMost(mask, kMostByteMask);
 }
@@ -251,10 +246,8 @@ DaxStatus DAXI_FilterMeanBufferSize_8u_V2(DaxiSize size, DaxiSize mask, uint64_t
 DaxStatus DAXI_FilterMeanBufferSize_8u_MT(DaxiSize size, DaxiSize mask, uint32_t threads, uint64_t* bytes) {
   DAX_REQUIRE(bytes, DAX_STS_NULL_POINTER);
   DAX_REQUIRE(dax::byteMaskFits(mask, size), DAX_STS_BAD_PARAM);
-  uint64_t entries;
-  const bool wrapped = __builtin_mul_overflow(dax::byteEntries(size, mask), std::max(threads, 1u), &entries);
   dax::BufferLayout layout;
-  layout.add<uint16_t>(wrapped ? UINT64_MAX : entries);
+  layout.addSlices(dax::byteEntries(size, mask) * sizeof(uint16_t), std::max(threads, 1u));
   return layout.store(bytes);
 }
 

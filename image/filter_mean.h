@@ -3,10 +3,13 @@
 
 #include <cstdint>
 
-#include "dax/status.h"
-#include "dax/types.h"
+#include "frame/check.h"
 
 namespace dax {
+
+inline bool maskFits(DaxiSize mask, DaxiSize size) {
+  return atLeast(mask, 1) && mask.width <= size.width && mask.height <= size.height;
+}
 
 // Rows first..end - 1 of DAXI_FilterMean, for uint8_t, uint16_t, int16_t, float and double. Floats are computed from
 // the first row on: first must be 0 for them.

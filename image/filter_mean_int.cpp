@@ -84,9 +84,8 @@ struct MeanIntStore {
     neon::storePixels(dst + x, pixels);
   }
   void pixel(int32_t x, uint32_t sum) const {
-    using Sum = std::conditional_t<std::is_signed_v<T>, int32_t, uint32_t>;
     const float count = columnsInside[x] * rowsInside;
-    dst[x] = portable::pixelFromMean<T>(static_cast<float>(static_cast<Sum>(sum)) / count);
+    dst[x] = portable::pixelFromMean<T>(portable::floatFromSum<T>(sum) / count);
   }
 };
 
@@ -162,7 +161,7 @@ template <class T>
 DaxStatus meanInt(const T* src, int32_t srcStep, T* dst, int32_t dstStep, DaxiSize size, DaxiSize mask, void* buffer) {
   DAX_REQUIRE_OK(checkImagePair(src, srcStep, dst, dstStep, size));
   DAX_REQUIRE(buffer, DAX_STS_NULL_POINTER);
-  DAX_REQUIRE(atLeast(mask, 1) && mask.width <= size.width && mask.height <= size.height, DAX_STS_BAD_PARAM);
+  DAX_REQUIRE(maskFits(mask, size), DAX_STS_BAD_PARAM);
   uint64_t bytes;
   DAX_REQUIRE_OK(integralSize(size, &bytes));
   filterMeanInt(src, srcStep, dst, dstStep, size, mask, buffer, currentIsa());

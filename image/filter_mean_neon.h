@@ -9,7 +9,7 @@
 
 namespace dax::neon {
 
-// Sums of 8-bit pixels stay below 2^31 here.
+// Twin of portable::floatFromSum. Sums of 8-bit pixels stay below 2^31 here.
 template <class T>
 float32x4_t floatFromSum(uint32x4_t sum) {
   if constexpr (std::is_same_v<T, uint16_t>) return vcvtq_f32_u32(sum);

@@ -10,6 +10,12 @@ namespace dax::portable {
 template <class T>
 using MeanReal = std::conditional_t<std::is_same_v<T, double>, double, float>;
 
+// A sum of integers that was formed modulo 2^32.
+template <class T>
+float floatFromSum(uint32_t sum) {
+  return static_cast<float>(static_cast<std::conditional_t<std::is_signed_v<T>, int32_t, uint32_t>>(sum));
+}
+
 // A pixel from a mean in its range: integers are rounded half away from zero.
 template <class T, class Real>
 T pixelFromMean(Real mean) {

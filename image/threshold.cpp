@@ -9,6 +9,7 @@
 #include "frame/rows.h"
 #include "image/threshold.h"
 #include "image/threshold_portable.h"
+#include "image/workers_8u.h"
 #if DAX_HAVE_NEON
 #include "image/threshold_neon.h"
 #else
@@ -54,15 +55,12 @@ struct Views {
   DaxiSize size;
 };
 
-void mask(const Views& v, LevelInterval interval, int32_t isa = currentIsa()) {
-  maskInterval(v.src, v.srcStep, v.dst, v.dstStep, v.size, interval, isa);
+void mask(const Views& v, LevelInterval interval) {
+  maskInterval(v.src, v.srcStep, v.dst, v.dstStep, v.size, interval, currentIsa());
 }
 
 void invert(const Views& v) {
-  const auto invertRow = usesNeon(currentIsa()) ? neon::invertRow : portable::invertRow;
-  for (int32_t y = 0; y < v.size.height; ++y) {
-    invertRow(rowAt(v.src, v.srcStep, y), rowAt(v.dst, v.dstStep, y), v.size.width);
-  }
+  _DAXI_Not_8u_C1R(v.src, v.srcStep, v.dst, v.dstStep, v.size, currentIsa());
 }
 
 void copy(const Views& v) {
@@ -189,7 +187,7 @@ LevelPair binarize(const Views& v, const DaxiThresholdBinCfg& cfg) {
 DaxStatus otsu(const Views& v, int32_t isa) {
   DAX_REQUIRE_OK(checkImagePair(v.src, v.srcStep, v.dst, v.dstStep, v.size));
   DAX_REQUIRE(isa >= 0, DAX_STS_BAD_ISA);
-  mask(v, LevelInterval::atLeast(otsuLevel(histogram(v.src, v.srcStep, v.size))), isa);
+  _DAXI_AdpThresholdOtsu_8u_C1R(v.src, v.srcStep, v.dst, v.dstStep, v.size, isa);
   return DAX_STS_OK;
 }
 

@@ -202,8 +202,7 @@ void DAXI_BlobSelect_calculate_base_on_box(const dax::SelectContext* context, Bl
   blob->boxHeight = blob->shortAxis = box.height;
   blob->boxAngle = box.angle;
   blob->axisRatio = box.width > 0 ? box.height / box.width : 1;
-  const float boxArea = box.width * box.height;
-  blob->rectangularity = blob->area <= 1 || blob->area >= boxArea ? 1 : blob->area / boxArea;
+  blob->rectangularity = dax::rectangularity(blob->area, box);
   blob->centralBias = std::sqrt(dax::square(box.x - blob->centroidX) + dax::square(box.y - blob->centroidY));
 }
 

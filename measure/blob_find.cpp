@@ -8,6 +8,7 @@
 #include "frame/rows.h"
 #include "measure/blob_label.h"
 #include "measure/blob_scan.h"
+#include "measure/domain_runs.h"
 
 static_assert(sizeof(DomainRun) == 16 && offsetof(DomainRun, cls) == 6 && offsetof(DomainRun, next) == 12);
 static_assert(sizeof(DaxiDomain) == 24 && sizeof(DaxiDomainList) == 32);
@@ -79,13 +80,9 @@ const DaxiDomainList* findClassDomains(const uint8_t* src, int32_t srcStep, Daxi
 
 namespace {
 
-bool sidesFit(DaxiSize size) {
-  return atLeast(size, 1) && atMost(size, DAXI_BLOB_MAX_SIDE);
-}
-
 // Run indices end at DAXI_RUN_END - 1.
 bool classesFit(DaxiSize size) {
-  return sidesFit(size) && classNeed(size).runs < DAXI_RUN_END;
+  return sidesFitRuns(size) && classNeed(size).runs < DAXI_RUN_END;
 }
 
 DaxStatus checkQuery(bool sizeFits, const uint64_t* bytes) {
@@ -108,7 +105,7 @@ DaxStatus find(Find worker, const uint8_t* src, int32_t step, DaxiSize size, boo
 
 DaxStatus findMask(const uint8_t* src, int32_t step, DaxiSize size, int32_t connectivity, void* model,
                    const DaxiDomainList** domains, void* buffer, int32_t isa) {
-  return find(_DAXI_FindDomain_8u_C1R, src, step, size, sidesFit(size), connectivity, model, domains, buffer, isa);
+  return find(_DAXI_FindDomain_8u_C1R, src, step, size, sidesFitRuns(size), connectivity, model, domains, buffer, isa);
 }
 
 DaxStatus findClasses(const uint8_t* src, int32_t step, DaxiSize size, int32_t connectivity, void* model,
@@ -126,12 +123,12 @@ const DaxiDomainList* _DAXI_FindDomain_8u_C1R(const uint8_t* src, int32_t srcSte
 }
 
 DaxStatus DAXI_BlobFindModelSize_8u(DaxiSize size, int32_t connectivity, uint64_t* bytes) {
-  DAX_REQUIRE_OK(dax::checkQuery(dax::sidesFit(size), bytes));
+  DAX_REQUIRE_OK(dax::checkQuery(dax::sidesFitRuns(size), bytes));
   return dax::FindModel(dax::maskNeed(size, connectivity)).layout.store(bytes);
 }
 
 DaxStatus DAXI_BlobFindBufferSize_8u(DaxiSize size, int32_t connectivity, uint64_t* bytes) {
-  DAX_REQUIRE_OK(dax::checkQuery(dax::sidesFit(size), bytes));
+  DAX_REQUIRE_OK(dax::checkQuery(dax::sidesFitRuns(size), bytes));
   return dax::FindScratch(dax::maskNeed(size, connectivity)).layout.store(bytes);
 }
 

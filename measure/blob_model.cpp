@@ -7,6 +7,7 @@
 #include "measure/blob_find.h"
 #include "measure/blob_label.h"
 #include "measure/blob_scan.h"
+#include "measure/domain_runs.h"
 
 namespace dax {
 namespace {
@@ -98,7 +99,7 @@ void destroy(DaxiBlobModel* model) {
 DaxStatus check(const uint8_t* src, int32_t step, DaxiSize size, DaxiBlobModel** model,
                 const DaxiDomainList** domains) {
   DAX_REQUIRE(src && model && domains, DAX_STS_NULL_POINTER);
-  DAX_REQUIRE(atLeast(size, 1) && atMost(size, DAXI_BLOB_MAX_SIDE), DAX_STS_BAD_SIZE);
+  DAX_REQUIRE(sidesFitRuns(size), DAX_STS_BAD_SIZE);
   DAX_REQUIRE(rowFits(size.width, step), DAX_STS_BAD_STEP);
   return DAX_STS_OK;
 }

@@ -1,4 +1,5 @@
 // The score: how close a blob is to the middle of its ranges.
+#include <cfloat>
 #include <cmath>
 #include <numbers>
 
@@ -16,7 +17,7 @@ struct ScoreTerm {
 };
 
 float score(const ScoreTerm& term, float shift = 0) {
-  const float reference = 2 / (term.min + term.max + shift + 1.1920929e-7f);
+  const float reference = 2 / (term.min + term.max + shift + FLT_EPSILON);
   return term.weight * (1 - std::fabs((term.value + shift * 0.5f) * reference - 1));
 }
 

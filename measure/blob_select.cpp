@@ -11,10 +11,15 @@ SelectContext makeContext(const SelectCall& call, const FeatureScratch& at, void
   return {*call.cfg, call.rules, call.gray, call.grayStep, call.size, *call.domains, bitmap, at.hull.in(buffer)};
 }
 
+void finishSelect(const SelectCall& call, const SelectScratch& at, KeptBlobs& kept) {
+  sortKept(*call.cfg, kept, at.order.in(call.buffer), *at.candidate.in(call.buffer));
+  DAXI_BlobSelect_blob_score_calculator(call.cfg, &call.rules, &kept);
+  call.result->count = static_cast<uint32_t>(kept.count);
+  call.result->domains = call.domains;
+}
+
 void select(const SelectCall& call) {
   const SelectScratch at(call.size);
-  BlobInfo** const order = at.order.in(call.buffer);
-  BlobInfo* const candidate = at.candidate.in(call.buffer);
   const SelectContext context = makeContext(call, at.features, call.buffer);
   context.bitmap.clear(call.size);
   Cascade cascade;
@@ -23,14 +28,11 @@ void select(const SelectCall& call) {
   KeptBlobs kept{call.result->array, 0};
   const int32_t next = DAXI_BlobSelect_1(&context, &cascade, call.domainCount, &kept);
   if (call.cfg->flags != 0 && next < call.domainCount) {
-    DAXI_BlobSelect_2(&context, &cascade, next, call.domainCount, &kept, order, candidate);
+    DAXI_BlobSelect_2(&context, &cascade, next, call.domainCount, &kept, at.order.in(call.buffer),
+                      at.candidate.in(call.buffer));
   }
   DAXI_BlobSelect_blob_info_calculator(&context, cascade.done, &kept);
-  sortKept(*call.cfg, kept, order, *candidate);
-  DAXI_BlobSelect_blob_score_calculator(call.cfg, &call.rules, &kept);
-
-  call.result->count = static_cast<uint32_t>(kept.count);
-  call.result->domains = call.domains;
+  finishSelect(call, at, kept);
 }
 
 DaxStatus checkPointers(const SelectCall& call) {
@@ -105,7 +107,7 @@ void DAXI_BlobSelect_blob_info_calculator(const dax::SelectContext* context, uin
 
 DaxStatus DAXI_BlobSelectBufferSize_8u(DaxiSize size, uint64_t* bytes) {
   DAX_REQUIRE(bytes, DAX_STS_NULL_POINTER);
-  DAX_REQUIRE(dax::atLeast(size, 1) && dax::atMost(size, DAXI_BLOB_MAX_SIDE), DAX_STS_BAD_PARAM);
+  DAX_REQUIRE(dax::sidesFitRuns(size), DAX_STS_BAD_PARAM);
   return dax::SelectScratch(size).layout.store(bytes);
 }
 

@@ -138,6 +138,9 @@ void calculateBasicFeatures(const SelectContext& context, const DaxiDomain& doma
 // Computes the feature groups of a blob that are not done yet.
 void completeFeatures(const SelectContext& context, uint32_t done, BlobInfo& blob);
 
+// The last stages: sorts, scores, and writes the result.
+void finishSelect(const SelectCall& call, const SelectScratch& at, KeptBlobs& kept);
+
 // Runs the stages on this thread.
 void select(const SelectCall& call);
 

@@ -212,11 +212,7 @@ DaxStatus selectOnPool(const SelectCall& call, uint32_t threads, void* pool) {
   for (uint32_t worker = 0; worker < threads; ++worker) at.context(call, worker).bitmap.clear(call.size);
   DAX_REQUIRE_OK(gatherAll(job));
   if (job.kept.count > 0) DAX_REQUIRE_OK(completeKept(job));
-  sortKept(*call.cfg, job.kept, at.serial.order.in(call.buffer), *at.serial.candidate.in(call.buffer));
-  DAXI_BlobSelect_blob_score_calculator(call.cfg, &call.rules, &job.kept);
-
-  call.result->count = static_cast<uint32_t>(job.kept.count);
-  call.result->domains = call.domains;
+  finishSelect(call, at.serial, job.kept);
   return DAX_STS_OK;
 }
 
@@ -224,7 +220,7 @@ DaxStatus selectOnPool(const SelectCall& call, uint32_t threads, void* pool) {
 
 DaxStatus DAXI_BlobSelectBufferSize_8u_MT(DaxiSize size, uint32_t threads, uint64_t* bytes) {
   DAX_REQUIRE(bytes, DAX_STS_NULL_POINTER);
-  DAX_REQUIRE(dax::atLeast(size, 1) && dax::atMost(size, DAXI_BLOB_MAX_SIDE), DAX_STS_BAD_PARAM);
+  DAX_REQUIRE(dax::sidesFitRuns(size), DAX_STS_BAD_PARAM);
   if (threads < 2) return DAXI_BlobSelectBufferSize_8u(size, bytes);
   return dax::PoolScratch(size, threads).layout.store(bytes);
 }

@@ -1,6 +1,7 @@
 // Calipers: what their phases share.
 #pragma once
 
+#include <cfloat>
 #include <cstdint>
 #include <type_traits>
 
@@ -10,7 +11,7 @@
 
 namespace dax {
 
-constexpr float kCaliperSlack = 1.1920929e-7f;
+constexpr float kCaliperSlack = FLT_EPSILON;
 constexpr int32_t kLongestKernel = 101;
 
 template <class T>
@@ -118,7 +119,9 @@ bool isCriterion(const CaliperCriterion& criterion);
 
 // The factor of a criterion for a value; and the same where its flag is set, else 1.
 float criterionFactor(const CaliperCriterion& criterion, float value);
-float factorIfActive(uint32_t flags, uint32_t flag, const CaliperCriterion& criterion, float value);
+inline float factorIfActive(uint32_t flags, uint32_t flag, const CaliperCriterion& criterion, float value) {
+  return flags & flag ? criterionFactor(criterion, value) : 1.0f;  // inline: of a dozen criteria few are active
+}
 
 // The geometric mean of the factors of all criteria whose flags are set, from their product.
 float geometricMean(float product, uint32_t flags);

@@ -33,10 +33,6 @@ float criterionFactor(const CaliperCriterion& c, float v) {
   return slack < c.x2 ? c.y0 : 0;
 }
 
-float factorIfActive(uint32_t flags, uint32_t flag, const CaliperCriterion& criterion, float value) {
-  return flags & flag ? criterionFactor(criterion, value) : 1.0f;
-}
-
 float geometricMean(float product, uint32_t flags) {
   const int active = __builtin_popcount(flags);
   return active > 1 ? static_cast<float>(rootExact(product, active)) : product;

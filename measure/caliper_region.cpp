@@ -8,7 +8,7 @@
 namespace dax {
 namespace {
 
-constexpr float kPi = 3.1415927f, kTwoPi = 6.2831855f;
+constexpr float kPi = std::numbers::pi_v<float>, kTwoPi = 2 * kPi;
 constexpr double kMostSide = 16777216;
 
 bool isSide(double side) {

@@ -5,8 +5,14 @@
 #include <cstdint>
 
 #include "daxi/blob_find.h"
+#include "frame/check.h"
 
 namespace dax {
+
+// Whether the fields of runs can hold the sides.
+inline bool sidesFitRuns(DaxiSize size) {
+  return atLeast(size, 1) && atMost(size, DAXI_BLOB_MAX_SIDE);
+}
 
 // A part of a row, ends inclusive.
 struct RunSpan {

@@ -18,4 +18,10 @@ int32_t sortedPointsHull(const DaxiPoint32s* sorted, int32_t count, DaxiPoint32s
 // The best rectangle around a convex polygon as the two functions above give it; zeros for no points.
 DaxiRotatedBox encloseBox(const DaxiPoint32s* points, int32_t count, int32_t mode);
 
+// Share of the box that an area fills, at most 1; 1 for an area up to 1.
+inline float rectangularity(float area, const DaxiRotatedBox& box) {
+  const float boxArea = box.width * box.height;
+  return area <= 1 || area >= boxArea ? 1 : area / boxArea;
+}
+
 }  // namespace dax

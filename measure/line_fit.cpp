@@ -1,8 +1,10 @@
 #include "measure/line_fit.h"
 
 #include <algorithm>
+#include <cfloat>
 #include <cmath>
 #include <cstddef>
+#include <numbers>
 
 #include "frame/check.h"
 #include "frame/math.h"
@@ -125,12 +127,12 @@ bool within(float value, float least, float most) {
 }  // namespace dax
 
 DaxStatus DAXI_LineFitRegre_check_cfg(const LineFitCfg* cfg) {
-  constexpr float kPi = 3.1415927f;
+  constexpr float kPi = std::numbers::pi_v<float>;
   DAX_REQUIRE(cfg->initMethod >= 1 && cfg->initMethod <= 3, DAX_STS_BAD_PARAM);
   DAX_REQUIRE(cfg->weightFunction >= 1 && cfg->weightFunction <= 3, DAX_STS_BAD_PARAM);
   DAX_REQUIRE(cfg->maxIterations >= 1, DAX_STS_BAD_PARAM);
   DAX_REQUIRE(cfg->maxRejected >= 0, DAX_STS_BAD_PARAM);
-  DAX_REQUIRE(cfg->distanceThreshold >= 1.1920929e-7f, DAX_STS_BAD_PARAM);
+  DAX_REQUIRE(cfg->distanceThreshold >= FLT_EPSILON, DAX_STS_BAD_PARAM);
   DAX_REQUIRE(cfg->angleConstraint <= 1, DAX_STS_BAD_PARAM);
   if (cfg->angleConstraint == 0) return DAX_STS_OK;
   DAX_REQUIRE(dax::within(cfg->expectedAngle, -kPi, kPi), DAX_STS_BAD_PARAM);

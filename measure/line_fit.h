@@ -1,6 +1,7 @@
 // Robust line fitting: what its phases share.
 #pragma once
 
+#include <cfloat>
 #include <cstdint>
 
 #include "daxi/line_fit.h"
@@ -8,7 +9,7 @@
 namespace dax {
 
 constexpr double kLineSlack = 1.1920929e-7;
-constexpr double kLineTiny = 2.220446049250313e-16;
+constexpr double kLineTiny = DBL_EPSILON;
 
 struct LinePoints {
   const double* x;

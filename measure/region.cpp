@@ -27,7 +27,7 @@ struct PointScratch {
 DaxStatus checkDomain(const DaxiDomainList* domains, const DaxiDomain* domain, DaxiSize size, const void* points,
                       const void* result) {
   DAX_REQUIRE(domains && domains->runs && domain && points && result, DAX_STS_NULL_POINTER);
-  DAX_REQUIRE(atLeast(size, 1) && atMost(size, DAXI_BLOB_MAX_SIDE), DAX_STS_BAD_SIZE);
+  DAX_REQUIRE(sidesFitRuns(size), DAX_STS_BAD_SIZE);
   return DAX_STS_OK;
 }
 
@@ -102,7 +102,6 @@ DaxStatus _DAXI_DomainRectangularity(const DaxiDomainList* domains, const DaxiDo
   uint64_t pixels = 0;
   dax::forEachRun(view, [&](dax::RunSpan run) { pixels += static_cast<uint64_t>(run.length()); });
   const DaxiRotatedBox box = dax::encloseBox(points, dax::domainHull(view, points), DAXI_BOX_LEAST_AREA);
-  const float area = static_cast<float>(pixels), boxArea = box.width * box.height;
-  *rectangularity = pixels <= 1 || area >= boxArea ? 1 : area / boxArea;
+  *rectangularity = dax::rectangularity(static_cast<float>(pixels), box);
   return DAX_STS_OK;
 }

@@ -38,12 +38,12 @@ void precondition(int32_t n, int32_t blockSize, const double* blocks, const doub
 }  // namespace
 
 PrmtCgWork takeCgWork(Arena& arena, int32_t n, int32_t m, int32_t blockSize) {
-  const auto columns = static_cast<uint64_t>(n), side = static_cast<uint64_t>(blockSize);
+  const auto columns = unsignedOf(n), side = unsignedOf(blockSize);
   PrmtCgWork work{};
   for (double** each : {&work.residual, &work.direction, &work.scaled, &work.product}) {
     *each = arena.take<double>(columns);
   }
-  work.image = arena.take<double>(static_cast<uint64_t>(m));
+  work.image = arena.take<double>(unsignedOf(m));
   work.blocks = arena.take<double>((columns + side - 1) / side * side * side);
   return work;
 }

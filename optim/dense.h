@@ -1,13 +1,14 @@
 // Dense kernels. Matrices lie column by column, `ld` doubles from one column to the next.
 #pragma once
 
+#include <cfloat>
 #include <cstddef>
 #include <cstdint>
 
 namespace dax {
 
 // Smallest pivot of a matrix that counts as positive definite.
-constexpr double kLeastPivot = 2.220446049250313e-16;
+constexpr double kLeastPivot = DBL_EPSILON;
 
 // C -= A B^T with A of m x k, B of n x k, C of m x n. With `lower` only elements on and below the diagonal of C count; some
 // above are written too. Each element is reduced by one sum over k, formed from the first term on.

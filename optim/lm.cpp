@@ -54,9 +54,13 @@ class Generic : public ResidualSide {
 // The weights belong to the residuals: both are those of the point evaluated last until that is accepted.
 class Huber : public Generic {
  public:
+  // `weights` has 2 m values, or is null where they do not fit.
   Huber(Arena& arena, int32_t n, int32_t m, const PrmtLmFunctions& functions, void* user, uint64_t* bytes,
-        double threshold)
-      : Huber(arena.take<double>(2 * static_cast<uint64_t>(m)), arena, n, m, functions, user, bytes, threshold) {}
+        double threshold, double* weights)
+      : Generic(arena, n, m, functions, user, bytes),
+        threshold_(threshold),
+        weights_(weights),
+        trialWeights_(weights ? weights + m : nullptr) {}
 
   int32_t evaluate(const double* x, double* energy) {
     PRMT_REQUIRE_OK(ResidualSide::evaluate(x, energy));
@@ -70,12 +74,6 @@ class Huber : public Generic {
   int32_t linearise(const double* x) { return lineariseWeighted(x, weights_); }
 
  private:
-  Huber(double* weights, Arena& arena, int32_t n, int32_t m, const PrmtLmFunctions& functions, void* user,
-        uint64_t* bytes, double threshold)
-      : Generic(arena, n, m, functions, user, bytes),
-        threshold_(threshold),
-        weights_(weights),
-        trialWeights_(weights ? weights + m : nullptr) {}
   double threshold_;
   double* weights_;
   double* trialWeights_;
@@ -112,7 +110,7 @@ int32_t PRMT_LM_Process_f64(double* x, int32_t n, int32_t m, const PrmtLmFunctio
 }
 
 int32_t PRMT_LM_HUBER_BufferSize_f64(int32_t n, int32_t m, int64_t elements, uint64_t* bytes) {
-  return dax::measure(n, m, elements, 2 * static_cast<uint64_t>(m), bytes);
+  return dax::measure(n, m, elements, 2 * dax::unsignedOf(m), bytes);
 }
 
 int32_t PRMT_LM_HUBER_Process_f64(double* x, int32_t n, int32_t m, const PrmtLmFunctions* functions, void* user,
@@ -121,8 +119,9 @@ int32_t PRMT_LM_HUBER_Process_f64(double* x, int32_t n, int32_t m, const PrmtLmF
   PRMT_REQUIRE_OK(dax::checkArguments(x, n, m, functions, user, param, rmse, stepNorm, buffer, bytes));
   DAX_REQUIRE(threshold > 0, PRMT_STS_BAD_PARAM);
   dax::Arena arena(buffer, *bytes);
+  double* const weights = arena.take<double>(2 * dax::unsignedOf(m));
   const dax::LmVectors vectors(arena, n);
-  dax::Huber problem(arena, n, m, *functions, user, bytes, threshold);
+  dax::Huber problem(arena, n, m, *functions, user, bytes, threshold, weights);
   PRMT_REQUIRE_OK(dax::checkFit(arena, bytes));
   problem.start();
   return dax::minimise(problem, x, vectors, param, rmse, stepNorm);

@@ -11,7 +11,7 @@ class ConjugateGradients : public ResidualSide {
                      const PrmtCgParam& param)
       : ResidualSide(arena, n, m, functions, user),
         param_(param),
-        rhs_(arena.take<double>(static_cast<uint64_t>(n))),
+        rhs_(arena.take<double>(unsignedOf(n))),
         work_(takeCgWork(arena, n, m, param.blockSize)) {}
 
   int32_t linearise(const double* x) {
@@ -33,11 +33,9 @@ class ConjugateGradients : public ResidualSide {
   PrmtCgWork work_;
 };
 
-int32_t checkCg(PrmtCgParam* cg) {
-  DAX_REQUIRE(cg, PRMT_STS_NULL_POINTER);
-  if (cg->useDefaults == 1) return PRMT_STS_OK;
-  DAX_REQUIRE(cg->tolerance >= 0 && cg->tolerance < 1 && cg->maxIterations >= 1, PRMT_STS_BAD_PARAM);
-  DAX_REQUIRE(cg->blockSize >= 1 && cg->blockSize <= kMostCgBlock, PRMT_STS_BAD_PARAM);
+int32_t checkCg(const PrmtCgParam& cg) {
+  DAX_REQUIRE(cg.tolerance >= 0 && cg.tolerance < 1 && cg.maxIterations >= 1, PRMT_STS_BAD_PARAM);
+  DAX_REQUIRE(cg.blockSize >= 1 && cg.blockSize <= kMostCgBlock, PRMT_STS_BAD_PARAM);
   return PRMT_STS_OK;
 }
 
@@ -60,9 +58,8 @@ int32_t PRMT_LM_CG_Process_f64(double* x, int32_t n, int32_t m, const PrmtLmFunc
                                uint64_t* bytes) {
   DAX_REQUIRE(cg, PRMT_STS_NULL_POINTER);
   PRMT_REQUIRE_OK(dax::checkArguments(x, n, m, functions, user, param, rmse, stepNorm, buffer, bytes));
-  PRMT_REQUIRE_OK(dax::checkCg(cg));
-  PrmtCgParam settings = *cg;
-  if (cg->useDefaults == 1) settings = {1e-8, 500, 1, 1};
+  const PrmtCgParam settings = cg->useDefaults == 1 ? PrmtCgParam{1e-8, 500, 1, 1} : *cg;
+  PRMT_REQUIRE_OK(dax::checkCg(settings));
   dax::Arena arena(buffer, *bytes);
   const dax::LmVectors vectors(arena, n);
   dax::ConjugateGradients problem(arena, n, m, *functions, user, settings);

@@ -5,43 +5,27 @@
 namespace dax {
 namespace {
 
-class Hblk {
+class Hblk : public CallerProblem<PrmtLmHblkFunctions> {
  public:
   Hblk(Arena& arena, int32_t n, int32_t m, const PrmtLmHblkFunctions& functions, void* user)
-      : n_(n),
-        m_(m),
-        functions_(functions),
-        user_(user),
-        given_(arena.take<double>(static_cast<uint64_t>(n))),
+      : CallerProblem(arena, n, m, functions, user),
         blocks_(takeBlocks(arena, functions.shape)),
         schur_(arena, functions.shape) {}
 
-  int32_t evaluate(const double* x, double* energy) { return functions_.energy(copied(x), n_, m_, user_, energy); }
+  int32_t evaluate(const double* x, double* energy) { return functions().energy(copied(x), n(), m(), user(), energy); }
   void accept() {}
 
   int32_t linearise(const double* x) {
     clearBlocks(blocks_);
     PrmtHblk given = blocks_;
-    return functions_.normal(copied(x), n_, m_, user_, &given);
+    return functions().normal(copied(x), n(), m(), user(), &given);
   }
 
   int32_t solve(const double*, double lambda, double* step) {
     return schur_.solve(blocks_, lambda, step) ? PRMT_STS_OK : PRMT_STS_FAILURE;
   }
 
-  int32_t update(double* x, const double* step) { return functions_.update(x, step, n_, user_); }
-  double error(double energy) const { return std::sqrt(2 * energy / m_); }
-  void print(int32_t iteration, double lambda, double before, double after, double change, double norm) const {
-    PRMT_LM_print_iter_info(iteration, lambda, before, after, change, norm);
-  }
-
  private:
-  const double* copied(const double* x) const { return std::copy_n(x, n_, given_) - n_; }
-
-  int32_t n_, m_;
-  const PrmtLmHblkFunctions& functions_;
-  void* user_;
-  double* given_;
   PrmtHblk blocks_;
   SchurSolver schur_;
 };

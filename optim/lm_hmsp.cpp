@@ -9,30 +9,26 @@ namespace {
 
 constexpr const char* kStars = "**********************";
 
-class Hmsp {
+class Hmsp : public CallerProblem<PrmtLmHmspFunctions> {
  public:
   Hmsp(Arena& arena, int32_t n, int32_t m, const PrmtLmHmspFunctions& functions, void* user, uint64_t* bytes)
-      : n_(n),
-        m_(m),
-        functions_(functions),
-        user_(user),
+      : CallerProblem(arena, n, m, functions, user),
         bytes_(bytes),
-        given_(arena.take<double>(static_cast<uint64_t>(n))),
         h_(takeMatrix(arena, n, n, roomFor(n, n, functions.elements))),
         arena_(arena),
         mark_(arena.mark()) {}
 
   void start() { clearPattern(h_); }
 
-  int32_t evaluate(const double* x, double* energy) { return functions_.energy(copied(x), n_, m_, user_, energy); }
+  int32_t evaluate(const double* x, double* energy) { return functions().energy(copied(x), n(), m(), user(), energy); }
   void accept() {}
   int32_t linearise(const double*) { return PRMT_STS_OK; }  // the matrix has the damping in it: see solve()
 
   int32_t solve(const double* x, double lambda, double* step) {
     PrmtMsp given = h_;
     std::fill_n(given.value, elementsOf(given), 0.0);
-    std::fill_n(step, n_, 0.0);
-    PRMT_REQUIRE_OK(functions_.normal(copied(x), n_, lambda, user_, &given, step));
+    std::fill_n(step, n(), 0.0);
+    PRMT_REQUIRE_OK(functions().normal(copied(x), n(), lambda, user(), &given, step));
     h_.patternVersion = given.patternVersion;
     if (factor_.n == 0 || factor_.patternVersion != h_.patternVersion) {
       arena_.release(mark_);
@@ -42,7 +38,6 @@ class Hmsp {
     return solved == 1 ? PRMT_STS_OK : PRMT_STS_FAILURE;
   }
 
-  int32_t update(double* x, const double* step) { return functions_.update(x, step, n_, user_); }
   double error(double energy) const { return energy; }
 
   void print(int32_t iteration, double lambda, double before, double after, double change, double norm) const {
@@ -58,13 +53,7 @@ class Hmsp {
   }
 
  private:
-  const double* copied(const double* x) const { return std::copy_n(x, n_, given_) - n_; }
-
-  int32_t n_, m_;
-  const PrmtLmHmspFunctions& functions_;
-  void* user_;
   uint64_t* bytes_;
-  double* given_;
   PrmtMsp h_;
   Arena& arena_;
   uint64_t mark_;
@@ -76,8 +65,7 @@ int32_t check(const double* x, int32_t n, int32_t m, const PrmtLmHmspFunctions* 
               const uint64_t* bytes) {
   DAX_REQUIRE(x && functions && user && param && energy && stepNorm && buffer && bytes, PRMT_STS_NULL_POINTER);
   DAX_REQUIRE(functions->energy && functions->normal && functions->update, PRMT_STS_NULL_POINTER);
-  DAX_REQUIRE(n >= 1 && m >= 1 && functions->elements >= 0, PRMT_STS_BAD_PARAM);
-  return PRMT_STS_OK;
+  return checkCounts(n, m, functions->elements);
 }
 
 }  // namespace
@@ -85,7 +73,7 @@ int32_t check(const double* x, int32_t n, int32_t m, const PrmtLmHmspFunctions* 
 
 int32_t PRMT_LM_HMSP_BufferSize_f64(int32_t n, int32_t m, int64_t elements, uint64_t* bytes) {
   DAX_REQUIRE(bytes, PRMT_STS_NULL_POINTER);
-  DAX_REQUIRE(n >= 1 && m >= 1 && elements >= 0, PRMT_STS_BAD_PARAM);
+  PRMT_REQUIRE_OK(dax::checkCounts(n, m, elements));
   dax::Arena arena(nullptr, 0);
   const dax::LmVectors vectors(arena, n);
   const PrmtLmHmspFunctions functions{nullptr, nullptr, nullptr, elements};

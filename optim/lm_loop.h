@@ -10,6 +10,7 @@
 #pragma once
 
 #include <algorithm>
+#include <cfloat>
 #include <cmath>
 
 #include "frame/check.h"
@@ -20,19 +21,48 @@
 
 namespace dax {
 
-constexpr double kAcceptedRise = 2.220446049250313e-16;
+constexpr double kAcceptedRise = DBL_EPSILON;
 
 // The solver's own vectors of n doubles.
 struct LmVectors {
   LmVectors(Arena& arena, int32_t n)
       : size(n),
-        x(arena.take<double>(static_cast<uint64_t>(n))),
-        trial(arena.take<double>(static_cast<uint64_t>(n))),
-        step(arena.take<double>(static_cast<uint64_t>(n))) {}
+        x(arena.take<double>(unsignedOf(n))),
+        trial(arena.take<double>(unsignedOf(n))),
+        step(arena.take<double>(unsignedOf(n))) {}
   int32_t size;
   double* x;
   double* trial;
   double* step;
+};
+
+// What problems do alike with the functions of their caller.
+template <class Functions>
+class CallerProblem {
+ public:
+  CallerProblem(Arena& arena, int32_t n, int32_t m, const Functions& functions, void* user)
+      : n_(n), m_(m), functions_(functions), user_(user), given_(arena.take<double>(unsignedOf(n))) {}
+
+  int32_t update(double* x, const double* step) { return functions_.update(x, step, n_, user_); }
+  double error(double energy) const { return std::sqrt(2 * energy / m_); }
+  void print(int32_t iteration, double lambda, double before, double after, double change, double norm) const {
+    PRMT_LM_print_iter_info(iteration, lambda, before, after, change, norm);
+  }
+
+  int32_t n() const { return n_; }
+  int32_t m() const { return m_; }
+
+ protected:
+  const Functions& functions() const { return functions_; }
+  void* user() const { return user_; }
+  // Callbacks get copies.
+  const double* copied(const double* x) const { return std::copy_n(x, n_, given_) - n_; }
+
+ private:
+  int32_t n_, m_;
+  const Functions& functions_;
+  void* user_;
+  double* given_;
 };
 
 inline bool allFinite(const double* v, int32_t n) {
@@ -97,10 +127,8 @@ inline int32_t checkFit(const Arena& arena, uint64_t* bytes) {
   return PRMT_STS_BUFFER_TOO_SMALL;
 }
 
-// Stores what a measuring arena has counted.
-inline int32_t storeNeed(const Arena& arena, uint64_t* bytes) {
-  DAX_REQUIRE(!arena.overflows(), PRMT_STS_BUFFER_OVERFLOW);
-  *bytes = arena.needed();
+inline int32_t checkCounts(int32_t n, int32_t m, int64_t elements) {
+  DAX_REQUIRE(n >= 1 && m >= 1 && elements >= 0, PRMT_STS_BAD_PARAM);
   return PRMT_STS_OK;
 }
 

@@ -91,9 +91,7 @@ int32_t PRMT_MSP_BufSize_f64(int32_t rows, int32_t cols, int64_t capacity, uint6
   DAX_REQUIRE(rows >= 1 && cols >= 1 && capacity >= 0, PRMT_STS_BAD_PARAM);
   dax::Arena measure(nullptr, 0);
   dax::takeMatrix(measure, rows, cols, capacity);
-  DAX_REQUIRE(!measure.overflows(), PRMT_STS_BUFFER_OVERFLOW);
-  *bytes = measure.needed();
-  return PRMT_STS_OK;
+  return dax::storeNeed(measure, bytes);
 }
 
 int32_t PRMT_MSP_Init_f64(PrmtMsp* matrix, int32_t rows, int32_t cols, int64_t capacity, void* buffer) {

@@ -9,11 +9,10 @@ namespace {
 
 // Collects the elements of one column at a time (Gustavson 1978): values by row, and which rows there are.
 struct Collector {
-  Collector(Arena arena, int32_t rows)
-      : sum(arena.take<double>(static_cast<uint64_t>(rows))),
-        seen(arena.take<int32_t>(static_cast<uint64_t>(rows))),
-        found(arena.take<int32_t>(static_cast<uint64_t>(rows))),
-        needed(arena.needed()) {
+  Collector(Arena& arena, int32_t rows)
+      : sum(arena.take<double>(unsignedOf(rows))),
+        seen(arena.take<int32_t>(unsignedOf(rows))),
+        found(arena.take<int32_t>(unsignedOf(rows))) {
     if (seen) std::fill_n(seen, rows, -1);
   }
 
@@ -37,7 +36,6 @@ struct Collector {
   double* sum;
   int32_t* seen;  // the last column that had this row
   int32_t* found;
-  uint64_t needed;
   int32_t column = 0;
   int32_t count = 0;
 };
@@ -46,7 +44,8 @@ struct Collector {
 // result without room stays as it was.
 template <class Collect>
 int32_t formColumns(PrmtMsp& result, void* buffer, const Collect& collect) {
-  Collector collector(Arena(buffer, UINT64_MAX), result.rows);
+  Arena arena(buffer, UINT64_MAX);
+  Collector collector(arena, result.rows);
   int64_t elements = 0;
   for (int32_t j = 0; j < result.cols; ++j) {
     collector.begin(j);
@@ -71,8 +70,9 @@ int32_t formColumns(PrmtMsp& result, void* buffer, const Collect& collect) {
 }
 
 int32_t collectorSize(int32_t rows, uint64_t* bytes) {
-  *bytes = Collector(Arena(nullptr, 0), rows).needed;
-  return PRMT_STS_OK;
+  Arena measure(nullptr, 0);
+  const Collector collector(measure, rows);
+  return storeNeed(measure, bytes);
 }
 
 bool sameShape(const PrmtMsp& a, const PrmtMsp& b) {

@@ -33,7 +33,7 @@ bool NormalEquations::solve(double lambda, double* step) {
 }
 
 void NormalEquations::takeVectors(int32_t n, int32_t m) {
-  const auto columns = static_cast<uint64_t>(n), height = static_cast<uint64_t>(m);
+  const auto columns = unsignedOf(n), height = unsignedOf(m);
   gradient_ = arena_.take<double>(columns);
   weighted_ = arena_.take<double>(height);
   sums_ = arena_.take<double>(columns);
@@ -44,7 +44,7 @@ void NormalEquations::takeVectors(int32_t n, int32_t m) {
 void NormalEquations::measure(Arena& arena, int32_t n, int32_t m, uint64_t elements) {
   NormalEquations worst(arena);
   worst.takeVectors(n, m);
-  const auto lower = static_cast<uint64_t>(n) * (static_cast<uint64_t>(n) + 1) / 2;
+  const auto lower = unsignedOf(n) * (unsignedOf(n) + 1) / 2;
   takeMatrix(arena, n, m, static_cast<int64_t>(elements));
   takeMatrix(arena, n, n, static_cast<int64_t>(lower));
   measureCholesky(arena, n, lower);
@@ -84,8 +84,8 @@ bool NormalEquations::laySparse(const PrmtMsp& jacobian) {
   const int64_t elements = layPattern(jacobian, false);
   arena_.release(before);
   matrix_.capacity = elements;
-  matrix_.row = arena_.take<int32_t>(static_cast<uint64_t>(elements));
-  matrix_.value = arena_.take<double>(static_cast<uint64_t>(elements));
+  matrix_.row = arena_.take<int32_t>(unsignedOf(elements));
+  matrix_.value = arena_.take<double>(unsignedOf(elements));
   if (!arena_.fits()) return false;
   layPattern(jacobian, true);
   return true;

@@ -10,16 +10,15 @@ namespace {
 // variable's list holds the elements that it belongs to and then its neighbours that no element covers; an element's list
 // its variables. Variables that cannot be told apart are merged, elements inside others absorbed; both leave the graph.
 struct Quotient {
-  Quotient(Arena& arena, int32_t nodes, int32_t columns, uint64_t adjacent)
-      : room(adjacent + static_cast<uint64_t>(nodes)) {
-    const auto n = static_cast<uint64_t>(nodes);
+  Quotient(Arena& arena, int32_t nodes, int32_t columns, uint64_t adjacent) : room(adjacent + unsignedOf(nodes)) {
+    const auto n = unsignedOf(nodes);
     start = arena.borrow<int64_t>(n);
     mark = arena.borrow<int64_t>(n);
     seen = arena.borrow<int64_t>(n);
     for (int32_t** each : {&length, &elements, &weight, &degree, &next, &previous, &chain, &tail, &bucket, &alive}) {
       *each = arena.borrow<int32_t>(n);
     }
-    head = arena.borrow<int32_t>(static_cast<uint64_t>(columns) + 1);
+    head = arena.borrow<int32_t>(unsignedOf(columns) + 1);
     lists = arena.borrow<int32_t>(room);
   }
 

@@ -4,17 +4,12 @@
 
 #include "dax3dpcl/record_check.h"
 #include "frame/check.h"
+#include "pcl/range_record.h"
 
-namespace dax {
-namespace {
-
-DaxStatus checkCamera(const DAX3D_CAMERA_64F& camera) {
+DaxStatus dax::checkCamera(const DAX3D_CAMERA_64F& camera) {
   const double intrinsics[4] = {camera.fx, camera.fy, camera.cx, camera.cy};
   return DAX3DPCL_UTILS_Check_CamIntrins(intrinsics);
 }
-
-}  // namespace
-}  // namespace dax
 
 DaxStatus DAX3DPCL_UTILS_Extract_RANGE_V4_Depth_Intrins(const DAX3D_RANGE_V4* record, DAX3D_CAMERA_64F* camera) {
   DAX_REQUIRE(record && camera, DAX_STS_NULL_POINTER);

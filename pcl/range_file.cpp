@@ -184,7 +184,7 @@ class RangeReader {
   DaxStatus meetRange(Payload payload) {
     DAX_REQUIRE(static_cast<int64_t>(payload.size) / 2 == int64_t{width_} * height_ && payload.size % 2 == 0,
                 DAX_STS_FAILURE);
-    DAX_REQUIRE(sideFits(width_) && sideFits(height_), DAX_STS_IMAGE_SIZE);
+    DAX_REQUIRE(sidesFit({width_, height_}), DAX_STS_IMAGE_SIZE);
     range_ = {payload, true};
     return DAX_STS_OK;
   }
@@ -207,7 +207,7 @@ class RangeReader {
       width_ = image.width;
       height_ = image.height;
     } else if (widthMet_ && heightMet_) {
-      DAX_REQUIRE(sideFits(width_) && sideFits(height_), DAX_STS_IMAGE_SIZE);
+      DAX_REQUIRE(sidesFit({width_, height_}), DAX_STS_IMAGE_SIZE);
     }
     const uint64_t bytes = statedPixels() * sizeof(int16_t);
     return fill(record_.range, kValueFormat, range_, bytes);

@@ -131,7 +131,7 @@ DaxStatus checkGrid(const char* path, const DAX3D_RANGE_V4* record, bool maskOpt
   DAX_REQUIRE(withMask || maskOptional, DAX_STS_NULL_POINTER);
   DAX_REQUIRE(range.format == kValueFormat && (!withMask || mask.format == kMaskFormat), DAX_STS_IMAGE_FORMAT);
   DAX_REQUIRE(!withMask || (range.height == mask.height && range.width == mask.width), DAX_STS_IMAGE_SIZE);
-  DAX_REQUIRE(sideFits(range.width) && sideFits(range.height), DAX_STS_IMAGE_SIZE);
+  DAX_REQUIRE(sidesFit({range.width, range.height}), DAX_STS_IMAGE_SIZE);
   DAX_REQUIRE(range.step[0] == range.width && (!withMask || mask.step[0] == mask.width), DAX_STS_IMAGE_STEP);
   return DAX_STS_OK;
 }
@@ -141,7 +141,7 @@ DaxStatus checkColour(const DAX3D_IMAGE_SLOT& colour) {
   const bool planar = image.format == kPlanarColour;
   DAX_REQUIRE(planar || image.format == kPackedColour, DAX_STS_IMAGE_FORMAT);
   DAX_REQUIRE(!planar || (colour.owner[1] && colour.owner[2]), DAX_STS_NULL_POINTER);
-  DAX_REQUIRE(sideFits(image.width) && sideFits(image.height), DAX_STS_IMAGE_SIZE);
+  DAX_REQUIRE(sidesFit({image.width, image.height}), DAX_STS_IMAGE_SIZE);
   for (int i = 0; i < (planar ? 3 : 1); ++i) {
     DAX_REQUIRE(image.step[i] == image.width * (planar ? 1 : 3), DAX_STS_IMAGE_STEP);
   }

@@ -69,7 +69,7 @@ void discard(DAX3D_RANGE_V4& record) {
   }
 }
 
-// Copies one plane of `height` rows of `step` elements. The last row may end early, after `width` elements.
+// Copies one plane of `height` rows of `step` elements. The last row may end early, after `rowElements`.
 bool copyPlane(const DAX3D_IMAGE_SLOT& from, int i, int32_t rowElements, size_t elementBytes, DAX3D_IMAGE_SLOT& to) {
   const ZurImage& image = from.image;
   const auto rowBytes = static_cast<uint64_t>(image.step[i]) * elementBytes;

@@ -1,10 +1,11 @@
-// What the functions on range records share: allocation and the workers by their names.
+// What the functions on range records share: formats, alignment, slots, and the workers by their names.
 #pragma once
 
 #include <cstdint>
 
 #include "dax/types.h"
 #include "dax3dpcl/range_record.h"
+#include "frame/check.h"
 #include "frame/work_buffer.h"
 
 namespace dax {
@@ -14,9 +15,12 @@ enum RangeFormat : uint32_t { kMaskFormat = 1, kValueFormat = 3, kPlanarColour =
 
 constexpr int32_t kRecordAlignment = 128;
 
-inline bool sideFits(int64_t side) {
-  return side >= 1 && side <= DAX3D_MAX_SIDE;
+inline bool sidesFit(DaxiSize size) {
+  return atLeast(size, 1) && atMost(size, DAX3D_MAX_SIDE);
 }
+
+// The four values of DAX3DPCL_UTILS_Check_CamIntrins.
+DaxStatus checkCamera(const DAX3D_CAMERA_64F& camera);
 
 // The slot's only plane is at this address, and owned.
 inline void setPlane(DAX3D_IMAGE_SLOT& slot, void* plane) {

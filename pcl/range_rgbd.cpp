@@ -13,17 +13,11 @@ namespace dax {
 namespace {
 
 DaxStatus checkCalib(const DAX3D_RANGE_CALIB& calib) {
-  for (const DAX3D_CAMERA_64F* camera : {&calib.depth, &calib.rgb}) {
-    const double intrinsics[4] = {camera->fx, camera->fy, camera->cx, camera->cy};
-    DAX_REQUIRE_OK(DAX3DPCL_UTILS_Check_CamIntrins(intrinsics));
-  }
+  DAX_REQUIRE_OK(checkCamera(calib.depth));
+  DAX_REQUIRE_OK(checkCamera(calib.rgb));
   DAX_REQUIRE_OK(DAX3DPCL_UTILS_Check_SE3_64f(calib.depthToRgb));
   DAX_REQUIRE(1 / calib.depth.fx > FLT_EPSILON && 1 / calib.depth.fy > FLT_EPSILON, DAX_STS_BAD_PARAM);
   return DAX_STS_OK;
-}
-
-bool sidesFit(DaxiSize size) {
-  return sideFits(size.width) && sideFits(size.height);
 }
 
 void setHeader(DAX3D_RANGE_V4& record, float depthScale, const DAX3D_RANGE_CALIB* calib) {

@@ -103,7 +103,7 @@ namespace {
 DaxStatus check(DaxiSize size, const void* src, const void* dst, DAX3DPCL_PIXEL start, DAX3DPCL_PIXEL end,
                 const void* buffer) {
   DAX_REQUIRE(src && dst && buffer, DAX_STS_NULL_POINTER);
-  DAX_REQUIRE(size.height >= 1 && size.width >= 1, DAX_STS_BAD_PARAM);
+  DAX_REQUIRE(atLeast(size, 1), DAX_STS_BAD_PARAM);
   DAX_REQUIRE(start.x >= 0 && end.x <= size.width, DAX_STS_PARAM_VALUE);
   DAX_REQUIRE(start.y >= 0 && end.y <= size.height, DAX_STS_PARAM_VALUE);
   DAX_REQUIRE(int64_t{size.width} * size.height <= INT32_MAX, DAX_STS_BAD_SIZE);

@@ -143,21 +143,22 @@ void downsample(const DAX3DPCL_CLOUD3D* cloud, const VoxelGrid& grid, DAX3DPCL_C
 
 namespace {
 
-DaxStatus storeSize(int32_t n, uint64_t* bytes, bool ofResult) {
+template <class Layout>
+DaxStatus storeSize(int32_t n, uint64_t* bytes) {
   DAX_REQUIRE(bytes, DAX_STS_NULL_POINTER);
   DAX_REQUIRE(n >= 1, DAX_STS_BAD_PARAM);
-  return ofResult ? VoxelResult(n).layout.store(bytes) : VoxelWork(n).layout.store(bytes);
+  return Layout(n).layout.store(bytes);
 }
 
 }  // namespace
 }  // namespace dax
 
 DaxStatus DAX3DPCL_PREP_SAMPLE_VoxelGridBufferSize(int32_t n, uint64_t* bytes) {
-  return dax::storeSize(n, bytes, false);
+  return dax::storeSize<dax::VoxelWork>(n, bytes);
 }
 
 DaxStatus DAX3DPCL_PREP_SAMPLE_VoxelGridResultSize(int32_t n, uint64_t* bytes) {
-  return dax::storeSize(n, bytes, true);
+  return dax::storeSize<dax::VoxelResult>(n, bytes);
 }
 
 DaxStatus DAX3DPCL_PREP_SAMPLE_VoxelGrid(const DAX3DPCL_CLOUD3D* cloud, const float* box, DAX3DPCL_CLOUD3D** out,

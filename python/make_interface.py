@@ -39,6 +39,7 @@ def write_interface(source, output):
 # A blank line ends what a comment is about.
 PIECE = re.compile(r"/\*(?P<comment>.*?)\*/|^DAX_API (?P<prototype>[^;]*);|(?P<gap>\n\n)", re.S | re.M)
 REFERENCE = re.compile(r"\b[Aa]s(?: of| in| for)?(?: |\n \* )(_?(?:DAX|ZUR|PRMT|PRM)[A-Z0-9]*_\w+)")
+VARIANT = re.compile(r"(_NEON)?(_MT|_IS)$")
 # Solvers have small negative codes, which are told from numbers by the arrow or the word before them.
 CODE = re.compile(r"0x1[0-9a-f]{7}|(?:(?<=-> )|(?<=else ))-\d\d?\b")
 CODES = re.compile(rf"(?:{CODE.pattern})(?:(?:,| and| or| else)* 0x1[0-9a-f]{{7}})*")
@@ -107,12 +108,14 @@ def contracts(include):
 
 
 def referred(own, name):
-    """A function's comment and its header's, and after them those of the functions as which it works."""
+    """A function's comment and its header's, and after them those of the functions as which it works: those that it names,
+    and of a form for the pool, or with an instruction-set code, the plain one."""
     texts, names = [], [name]
     for each in names:
         if each in own:
             texts += own[each]
-            names += [other for other in REFERENCE.findall("".join(own[each])) if other not in names]
+            others = [*REFERENCE.findall("".join(own[each])), VARIANT.sub("", each)]
+            names += [other for other in others if other not in names]
     return dict.fromkeys(texts)
 
 

@@ -62,7 +62,11 @@ def pyplot():
 
 
 def finish(figure, panel, path):
+    from matplotlib import ticker
     panel.minorticks_off()
+    few = max(panel.get_ylim()) < 100 * min(panel.get_ylim())
+    panel.yaxis.set_major_locator(ticker.LogLocator(subs=(1, 2, 5) if few else (1,)))
+    panel.yaxis.set_major_formatter(ticker.FormatStrFormatter("%g"))
     panel.legend(loc="center left", bbox_to_anchor=(1, 0.5), frameon=False)
     figure.tight_layout()
     figure.savefig(path, dpi=120, metadata={"Software": None})

@@ -4,7 +4,6 @@
 #include <chrono>
 #include <cstdio>
 #include <cstdlib>
-#include <cstring>
 #include <string>
 
 #include "accuracy/chessboard_detectors.h"
@@ -318,25 +317,30 @@ std::vector<BoardView> easyViews(int32_t count, double noise) {
 }
 
 int usage() {
-  std::fputs("usage: chessboard_accuracy rendered COUNT | photographs FILE... | none FILE...\n", stderr);
+  std::fputs("usage: chessboard_accuracy all|own|peers rendered COUNT | photographs FILE... | none FILE...\n", stderr);
   return 2;
 }
 
 }  // namespace
 
 int main(int argc, char** argv) {
-  if (argc < 2) return usage();
-  std::vector<Detector> all = accuracy::detectors();
-  all.insert(all.end(), accuracy::peerDetectors().begin(), accuracy::peerDetectors().end());
-  const std::vector<const char*> paths(argv + 2, argv + argc);
-  if (std::strcmp(argv[1], "rendered") == 0 && argc == 3) {
-    rendered("hard", randomViews(std::atoi(argv[2])), all);
-    rendered("clean", easyViews(std::atoi(argv[2]) / 4, 0), all);
-    rendered("noise 5", easyViews(std::atoi(argv[2]) / 4, 5), all);
-  } else if (std::strcmp(argv[1], "photographs") == 0) {
-    photographs(paths, all);
-  } else if (std::strcmp(argv[1], "none") == 0) {
-    withoutBoards(paths, all);
+  if (argc < 3) return usage();
+  const std::string which = argv[1], set = argv[2];
+  if (which != "all" && which != "own" && which != "peers") return usage();
+  std::vector<Detector> chosen;
+  const auto choose = [&](const std::vector<Detector>& some) { chosen.insert(chosen.end(), some.begin(), some.end()); };
+  if (which != "peers") choose(accuracy::detectors());
+  if (which != "own") choose(accuracy::peerDetectors());
+  const std::vector<const char*> paths(argv + 3, argv + argc);
+  if (set == "rendered" && argc == 4) {
+    const int32_t count = std::atoi(argv[3]);
+    rendered("hard", randomViews(count), chosen);
+    rendered("clean", easyViews(count / 4, 0), chosen);
+    rendered("noise 5", easyViews(count / 4, 5), chosen);
+  } else if (set == "photographs") {
+    photographs(paths, chosen);
+  } else if (set == "none") {
+    withoutBoards(paths, chosen);
   } else {
     return usage();
   }

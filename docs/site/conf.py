@@ -1,7 +1,9 @@
 """Sphinx configuration of the documentation site; scripts/docs runs it with the built package on the path."""
+import pathlib
 import re
 
 import dax
+from sphinx.ext import autodoc
 
 project = "DAX"
 version = release = dax.__version__
@@ -36,13 +38,37 @@ _ARRAY_LIKE = re.compile(rf"[~\w.]*Union\[{_MEMBERS}\]|{_MEMBERS}")
 _ND_ARRAY = re.compile(r"[~\w.]*ndarray\[[~\w.]*Any, [~\w.]*dtype\[([^\]]*)\]\]")
 
 
-def shorten(app, what, name, obj, options, signature, result):
-    def short(text):
-        return text and _ND_ARRAY.sub(r"NDArray[\1]", _ARRAY_LIKE.sub("ArrayLike", text))
+def short(text):
+    return text and _ND_ARRAY.sub(r"NDArray[\1]", _ARRAY_LIKE.sub("ArrayLike", text))
 
+
+def shorten(app, what, name, obj, options, signature, result):
     return short(signature), short(result)
 
 
+# Types of attributes pass no event.
+_spell_out = autodoc.stringify_typehint
+autodoc.stringify_typehint = lambda *arguments, **options: short(_spell_out(*arguments, **options))
+
+
+def complete_theme(app, exception):
+    """Debian's furo imports a style sheet from the root of a server, and a module in a plain script: the site has neither.
+    Both are put into the files that ask for them."""
+    script = pathlib.Path(app.outdir, "_static/scripts/furo.js")
+    style = pathlib.Path(app.outdir, "_static/styles/furo.css")
+    if exception or not script.exists():
+        return
+    text = script.read_text()
+    module = re.match(r'import Gumshoe from "\./(.*?)";', text)
+    if module:
+        script.write_text((script.parent / module[1]).read_text() + text[module.end() :])
+    normal = re.match(r"@import url\(/(javascript/.*?)\);", style.read_text())
+    if normal:
+        source = pathlib.Path("/usr/share", normal[1])
+        style.write_text((source.read_text() if source.exists() else "") + style.read_text()[normal.end() :])
+
+
 def setup(app):
+    app.connect("build-finished", complete_theme)
     app.connect("autodoc-process-docstring", tidy_text)
     app.connect("autodoc-process-signature", shorten)

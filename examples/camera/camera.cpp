@@ -28,8 +28,12 @@ auto checked(const char* step, Call call) {
 
 }  // namespace
 
+void Camera::useFake() {
+  for (unsigned i = 0; i < arv_get_n_interfaces(); ++i) arv_disable_interface(arv_get_interface_id(i));
+  arv_enable_interface("Fake");
+}
+
 std::string Camera::list() {
-  arv_update_device_list();
   std::string names;
   for (unsigned i = 0; i < arv_get_n_devices(); ++i) {
     names += std::string("  ") + arv_get_device_id(i) + " (" + arv_get_device_address(i) + ")\n";
@@ -68,7 +72,10 @@ void Camera::start(double framesPerSecond, int queue) {
   stream_.reset(checked("cannot create a stream",
                         [&](GError** e) { return arv_camera_create_stream(camera, nullptr, nullptr, e); }));
   if (!stream_) throw CameraError("cannot create a stream");
-  for (int i = 0; i < queue; ++i) arv_stream_push_buffer(stream_.get(), arv_buffer_new_allocate(bytes));
+  // Beside those that wait, one is filled and one is inspected.
+  for (int i = 0; i < queue + 2; ++i) arv_stream_push_buffer(stream_.get(), arv_buffer_new_allocate(bytes));
+  // The thread of a stream runs from its creation on, and counts what it cannot deliver before there are buffers.
+  withoutRoomBefore_ = withoutRoom();
   started_ = std::chrono::steady_clock::now();
   checked("cannot start the acquisition", [&](GError** e) { arv_camera_start_acquisition(camera, e); });
 }
@@ -106,11 +113,16 @@ Grab Camera::grab(uint64_t timeoutMicroseconds, const std::function<void(const F
   return Grab::kFrame;
 }
 
-uint64_t Camera::dropped() const {
+uint64_t Camera::withoutRoom() const {
   guint64 completed = 0, failures = 0, withoutRoom = 0;
   arv_stream_get_statistics(stream_.get(), &completed, &failures, &withoutRoom);
+  return withoutRoom;
+}
+
+uint64_t Camera::dropped() const {
   // Of a network camera Aravis counts packets, not frames.
-  return arv_camera_is_gv_device(camera_.get()) ? gaps_.lost() : std::max(gaps_.lost(), withoutRoom);
+  if (arv_camera_is_gv_device(camera_.get())) return gaps_.lost();
+  return std::max(gaps_.lost(), withoutRoom() - withoutRoomBefore_);
 }
 
 }  // namespace live

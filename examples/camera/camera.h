@@ -39,7 +39,8 @@ enum class Grab { kFrame, kNothing, kDamaged };
 class Camera {
  public:
   // Opens a camera by its name or address, the first one found where `name` is empty, and starts it. A frame rate of 0
-  // leaves the camera's own. At most `queue` frames wait for their inspection; what comes beyond is dropped, and counted.
+  // leaves the camera's own. At most `queue` frames wait for their inspection; those that come while it is full are
+  // dropped, and counted.
   // Throws CameraError.
   Camera(const std::string& name, double framesPerSecond, int queue);
   ~Camera();
@@ -66,13 +67,17 @@ class Camera {
   bool lost() const { return lost_; }
   void markLost() { lost_ = true; }
 
-  // The cameras that can be seen now, one a line.
+  // Cameras are the simulated one inside this program from now on, and no other is looked for.
+  static void useFake();
+
+  // The cameras that were seen when one was last opened, one a line.
   static std::string list();
 
  private:
   Camera() = default;
   void open(const std::string& name);
   void start(double framesPerSecond, int queue);
+  uint64_t withoutRoom() const;
   static void onControlLost(ArvDevice*, void* self) { static_cast<Camera*>(self)->lost_ = true; }
 
   // Set by the thread of the camera, so that it has to outlive the camera.
@@ -82,6 +87,7 @@ class Camera {
   std::string name_;
   std::chrono::steady_clock::time_point started_;
   Gaps gaps_;
+  uint64_t withoutRoomBefore_ = 0;
 };
 
 }  // namespace live

@@ -1,8 +1,8 @@
 // Inspects the frames of a GenICam camera: a host with its own threads, that goes on when the camera disappears and
 // comes back.
+#include <algorithm>
 #include <chrono>
 #include <cinttypes>
-#include <csignal>
 #include <cstdio>
 #include <memory>
 
@@ -11,6 +11,7 @@
 #include "options.h"
 #include "report.h"
 #include "statistics.h"
+#include "stop.h"
 
 namespace live {
 
@@ -18,16 +19,14 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 
-volatile std::sig_atomic_t stopped = 0;
-
 double seconds(Clock::duration duration) {
   return std::chrono::duration<double>(duration).count();
 }
 
 class Session {
  public:
-  explicit Session(const Options& options)
-      : options_(options), inspector_(options.threads, options.leastArea, options.maxCount) {}
+  Session(const Options& options, Stop& stop)
+      : options_(options), stop_(stop), inspector_(options.threads, options.leastArea, options.maxCount) {}
 
   int run() {
     if (!connect()) return 3;
@@ -52,7 +51,7 @@ class Session {
   }
 
  private:
-  bool finished() const { return stopped || (options_.frames != 0 && statistics_.frames >= options_.frames); }
+  bool finished() { return stop_.asked() || (options_.frames != 0 && statistics_.frames >= options_.frames); }
 
   // The first time a camera has to be there: a wrong name should not wait for ever.
   bool connect() {
@@ -112,16 +111,16 @@ class Session {
     last_ = {frame.id, frame.width, frame.height, objects};
   }
 
+  // Tries again at once, then ever more rarely: a camera that starts is back soon, one that is off leaves the network quiet.
   void reconnect() {
     std::printf("camera lost: waiting for it\n");
     camera_.reset();
-    while (!finished()) {
+    for (double pause = 0; !stop_.askedWithin(pause); pause = std::clamp(2 * pause, kFirstPause, kLongestPause)) {
       try {
         open();
         ++statistics_.reconnections;
         return;
-      } catch (const CameraError&) {
-        g_usleep(200000);
+      } catch (const CameraError&) {  // not there yet
       }
     }
   }
@@ -136,7 +135,10 @@ class Session {
                 latency.at(95), latency.at(99), statistics_.dropped, statistics_.damaged);
   }
 
+  static constexpr double kFirstPause = 0.1, kLongestPause = 5;  // seconds
+
   const Options& options_;
+  Stop& stop_;
   Inspector inspector_;
   std::unique_ptr<Camera> camera_;
   std::string name_;
@@ -151,13 +153,11 @@ class Session {
 int main(int argc, char** argv) {
   const live::Options options = live::parseOptions(argc, argv);
   std::setvbuf(stdout, nullptr, _IOLBF, 0);
-  for (const int signal : {SIGINT, SIGTERM}) {
-    std::signal(signal, [](int) { live::stopped = 1; });
-  }
-  if (options.fake) arv_enable_interface("Fake");
+  live::Stop stop;
+  if (options.fake) live::Camera::useFake();
   int status = 1;
   try {
-    status = live::Session(options).run();
+    status = live::Session(options, stop).run();
   } catch (const std::exception& error) {
     std::fprintf(stderr, "inspect_camera: %s\n", error.what());
   }

@@ -1,5 +1,7 @@
 #include "report.h"
 
+#include <unistd.h>
+
 #include <cinttypes>
 #include <cstdio>
 
@@ -29,13 +31,7 @@ void writeObject(std::FILE* file, const BlobInfo& object, bool first) {
                static_cast<double>(object.boxAngle));
 }
 
-}  // namespace
-
-bool writeReport(const std::string& path, const std::string& camera, const Statistics& statistics,
-                 const LastFrame& last) {
-  const std::string draft = path + ".new";
-  std::FILE* file = std::fopen(draft.c_str(), "w");
-  if (!file) return false;
+void print(std::FILE* file, const std::string& camera, const Statistics& statistics, const LastFrame& last) {
   std::fprintf(file, "{\n  \"version\": \"%s\",\n  \"camera\": %s,\n", DAX_GetVersion(), quoted(camera).c_str());
   std::fprintf(file, "  \"frames\": %" PRIu64 ",\n  \"damaged\": %" PRIu64 ",\n  \"dropped\": %" PRIu64 ",\n",
                statistics.frames, statistics.damaged, statistics.dropped);
@@ -48,8 +44,21 @@ bool writeReport(const std::string& path, const std::string& camera, const Stati
                last.width, last.height);
   for (size_t i = 0; i < last.objects.size(); ++i) writeObject(file, last.objects[i], i == 0);
   std::fputs("]}\n}\n", file);
-  const bool written = std::ferror(file) == 0;
-  return (std::fclose(file) == 0) && written && std::rename(draft.c_str(), path.c_str()) == 0;
+}
+
+}  // namespace
+
+bool writeReport(const std::string& path, const std::string& camera, const Statistics& statistics,
+                 const LastFrame& last) {
+  const std::string draft = path + ".new";
+  std::FILE* file = std::fopen(draft.c_str(), "w");
+  if (!file) return false;
+  print(file, camera, statistics, last);
+  // On the disk before it gets its name: what a power cut leaves is the report before, or this one.
+  const bool kept = std::fflush(file) == 0 && std::ferror(file) == 0 && fsync(fileno(file)) == 0;
+  const bool written = std::fclose(file) == 0 && kept && std::rename(draft.c_str(), path.c_str()) == 0;
+  if (!written) std::remove(draft.c_str());
+  return written;
 }
 
 }  // namespace live

@@ -25,7 +25,8 @@ void project(const double* x, double* to) {
     double motion[16];
     PRMT_SE3_Exp_f64(x + kIntrinsics + 6 * view, motion);
     for (int corner = 0; corner < kCorners; ++corner) {
-      const double board[2] = {kSquare * (corner % kColumns - 4), kSquare * (corner / kColumns - 3)};
+      const int column = corner % kColumns, row = corner / kColumns;
+      const double board[2] = {kSquare * (column - 4), kSquare * (row - 3)};
       double p[3];
       for (int k = 0; k < 3; ++k) p[k] = motion[4 * k] * board[0] + motion[4 * k + 1] * board[1] + motion[4 * k + 3];
       const double u = p[0] / p[2], v = p[1] / p[2], q = u * u + v * v, stretch = 1 + q * (x[4] + q * x[5]);

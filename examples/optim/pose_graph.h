@@ -118,7 +118,7 @@ struct PoseGraph {
     if (h->start[n] == 0) {
       if (const int32_t status = graph.setPattern(h)) return status;
     }
-    Linear linear;
+    Linear linear{};
     for (const Edge& edge : graph.edges) {
       linearise(edge, &graph.motions[16 * size_t(edge.i)], &graph.motions[16 * size_t(edge.j)], linear);
       const int i = 6 * (edge.i - 1), j = 6 * (edge.j - 1);

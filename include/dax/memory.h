@@ -94,10 +94,10 @@ DAX_API DaxStatus DAX_FreeMemTabV3(DaxMemTabEntryV3* table, int32_t count);
 /* As DAX_CheckMemTabV2; for entries of kind 4 second is checked like base (0x10000002, 0x10000006). */
 DAX_API DaxStatus DAX_CheckMemTabV3(const DaxMemTabEntryV3* table, int32_t count, uint32_t alignment);
 
-/* Sets all bases to null, then allocates every entry, those of size 0 included, through the host. Table null -> 0x10000014; count below 1 ->
- * 0x10000019; allocator or its allocate function null -> 0x10000014; then per entry: kind other than 1 -> 0x1000002b;
- * the callback's non-zero status is returned and the entry's pointers are cleared. Earlier entries stay allocated. The
- * request is a copy of the entry with both pointers cleared and the host's context. */
+/* Sets all bases to null, then allocates every entry, those of size 0 included, through the host. Table null ->
+ * 0x10000014; count below 1 -> 0x10000019; allocator or its allocate function null -> 0x10000014; then per entry: kind
+ * other than 1 -> 0x1000002b; the callback's non-zero status is returned and the entry's pointers are cleared. Earlier
+ * entries stay allocated. The request is a copy of the entry with both pointers cleared and the host's context. */
 DAX_API DaxStatus DAX_AllocCpuMemTabV3(DaxMemTabEntryV3* table, int32_t count, const DaxHostAllocator* allocator);
 
 /* Frees every entry that has a base through the host and clears its size, base and second. Table null -> 0x10000014;

@@ -47,8 +47,9 @@ DAX_API DaxStatus DAX3DPCL_UTILS_WRITE_RANGE_V4(const char* path, const DAX3D_RA
 DAX_API DaxStatus DAX3DPCL_UTILS_WRITE_RANGE_V4_V2(const char* path, const DAX3D_RANGE_V4* record);
 
 /* Reads a file into a record, which must be zeroed or hold what it says: memory that it owns is used when it is large
- * enough, as the slot says (step * height elements, of two bytes where the format is 3), for the file; missing memory is allocated with ZUR_Malloc.
- * Chunks that the file does not have leave their part of the record as it was; unknown tags are skipped.
+ * enough, as the slot says (step * height elements, of two bytes where the format is 3), for the file; missing memory is
+ * allocated with ZUR_Malloc. Chunks that the file does not have leave their part of the record as it was; unknown tags
+ * are skipped.
  *
  * Chunks are met from the end of the file. Of several width or height chunks the first one met counts, of all others
  * the last one met. Width and height must be met before range values. A mask shorter than the image leaves the other

@@ -80,9 +80,9 @@ typedef struct DAX3D_RANGE_V4 {
 DAX_API DaxStatus DAX3DPCL_UTILS_Check_DAX3D_RANGE_V4(const DAX3D_RANGE_V4* record, int32_t checkColour);
 
 /* Copies a record into memory of its own. The mask is copied when the type is 0, the colour image when the record
- * passes the check with colour and no step of a plane is below the width; slots that are not copied are empty. Steps are kept, padding is unspecified. `copy`
- * must own nothing: what it held is forgotten, not freed. Release it with DAX3DPCL_UTILS_RELEASE_RANGE_V4, and free its
- * colour owners with ZUR_Free.
+ * passes the check with colour and no step of a plane is below the width; slots that are not copied are empty. Steps are
+ * kept, padding is unspecified. `copy` must own nothing: what it held is forgotten, not freed. Release it with
+ * DAX3DPCL_UTILS_RELEASE_RANGE_V4, and free its colour owners with ZUR_Free.
  *
  * Checks, in order: DAX3DPCL_UTILS_Check_DAX3D_RANGE_V4(record, 0); copy null -> 0x10000014; copy equal to record ->
  * 0x10000019. No memory -> 0x1000002b. A failed call leaves the copy untouched. */

@@ -15,8 +15,8 @@ DAX_API DaxStatus DAXI_DrawBlobLabel_8u_C1IR(uint8_t* srcDst, int32_t step, Daxi
                                              const DaxiDomainList* domains, const BlobInfo* blobs, int32_t count);
 
 /* Writes `value` into the pixels of the outer boundary of each blob: the points that its perimeter was measured along.
- * `buffer` has DAXI_BlobSelectBufferSize_8u bytes. Arguments and checks as above, with buffer among the pointers and a
- * side above 65536 -> 0x1000001a. */
+ * `buffer` has DAXI_BlobSelectBufferSize_8u bytes. Arguments and checks as above, with buffer among the pointers, and as
+ * the last check a side above 65536 -> 0x1000001a. */
 DAX_API DaxStatus DAXI_BlobSelect_draw_blob_contour(uint8_t* srcDst, int32_t step, DaxiSize size,
                                                     const DaxiDomainList* domains, const BlobInfo* blobs, int32_t count,
                                                     uint8_t value, void* buffer);

@@ -49,15 +49,17 @@
  * bit on every machine, with any instruction set and number of threads. Thread-safe. Steps count elements.
  *
  * Checks, in order:
- *   src, mask, region, cfg, result, its arrays (points may be null) or buffer null    0x10000014
+ *   src, mask, region, cfg, result or profile (V1), an array of the last two but
+ *   points, or buffer null                                                            0x10000014
  *   width < 1 or height < 1 of the image                                              0x1000001a
  *   width above a step                                                                0x1000001b
  *   the configuration, in this order: maxEdges < 1; threshold < -1.1920929e-7; filterHalfWidth not 1..50; polarity not
  *   1..3; projection > 1; of each active criterion in the order 0x1, 0x200, 0x2, 0x4: mode > 1, or not
  *   x0 <= x1 <= x2, 0 <= y0 <= y1, 1.1920929e-7 <= y1 <= 1; flags 0, above 1023 or with bits of 0x1F8;
  *   minScore < 0                                                                      0x10000019
- *   region impossible: sides, angles, or centre outside the image (see the records)   0x1000002d
- *   capacity of the profile arrays (V1), or number of regions or threads (V2)         0x10000019
+ *   region impossible: not as its record says, such as angles in degrees, or centre
+ *   outside the image                                                                 0x1000002d
+ *   V1: capacity of the profile arrays below n; V2: number of regions < 1             0x10000019
  *   _IS: isa of the configuration negative                                            0x1000001c
  * A failed call writes nothing but the buffer. A NaN passes none of these checks. Regions may reach outside the image. */
 #ifndef DAXI_CALIPER_H

@@ -46,9 +46,11 @@
  *   expectedAngle outside -3.1415927..3.1415927, angleTolerance outside 0..3.1415927   0x10000019
  *   count < 2, maxRejected + 1 >= count                                                0x10000019
  *   all points as the first, |dx| + |dy| <= 1.1920929e-7                               0x10000019
- * Then the fit itself can fail, with 0x10000038: no initial line; fewer than two points, or weights of less than
- * 2.22e-16 together, take part in a round; no direction fits better than the others; coefficients that single precision
- * cannot hold; a result outside the angle constraint. Whatever failed, nothing has been written but the buffer. */
+ * Then the fit itself can fail:
+ *   no initial line, fewer than two points, or weights of less than 2.22e-16 together, take
+ *   part in a round, no direction fits better than the others, coefficients that single
+ *   precision cannot hold, or a result outside the angle constraint                    0x10000038
+ * Whatever failed, nothing has been written but the buffer. */
 #ifndef DAXI_LINE_FIT_H
 #define DAXI_LINE_FIT_H
 

@@ -1,4 +1,5 @@
 """NumPy arrays as what the C interface takes: pointers, steps and sizes."""
+from numbers import Real
 from typing import Any, Optional, Sequence, TypeVar
 
 import numpy as np
@@ -73,9 +74,12 @@ def target(name: str, array: Optional[Array], shape: tuple[int, ...], dtype: DTy
 
 def _check_image(name: str, array: Array, dtypes: Optional[Dtypes]) -> None:
     if array.ndim != 2:
-        raise ValueError(f"{name}: an image has two dimensions, not {array.ndim}")
+        hint = "; make a colour image grey first" if array.ndim == 3 else ""
+        raise ValueError(f"{name}: an image has two dimensions, not {array.ndim}{hint}")
     if dtypes is not None and array.dtype not in dtypes:
-        raise TypeError(f"{name}: pixels of type {array.dtype}; taken are " + ", ".join(str(dtype) for dtype in dtypes))
+        hint = "; .view(np.uint8) makes them 0 and 1" if array.dtype == bool else ""
+        taken = ", ".join(str(dtype) for dtype in dtypes)
+        raise TypeError(f"{name}: pixels of type {array.dtype}; taken are {taken}{hint}")
     if max(array.shape) > 2**31 - 1:
         raise ValueError(f"{name}: sides above 2^31 - 1")
 
@@ -134,3 +138,16 @@ def choice(name: str, value: str, values: dict[str, T]) -> T:
     if value not in values:
         raise ValueError(f"{name}: {value!r}, possible are " + ", ".join(values))
     return values[value]
+
+
+def pair(name: str, value: Any, form: str) -> tuple[Any, Any]:
+    """Two numbers."""
+    if not isinstance(value, (tuple, list, np.ndarray)) or len(value) != 2 or not all(isinstance(v, Real) for v in value):
+        raise TypeError(f"{name}: {value!r}, needed is {form}")
+    return value[0], value[1]
+
+
+def instance(name: str, value: Any, kind: type, source: str) -> None:
+    """Refuses what is not of a kind of record."""
+    if not isinstance(value, kind):
+        raise TypeError(f"{name}: {type(value).__name__}, needed is {source}")

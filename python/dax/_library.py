@@ -3,8 +3,15 @@ import os
 import pathlib
 from typing import Any, Optional
 
+try:
+    from ._interface import ffi
+except ModuleNotFoundError as error:
+    if error.name != "dax._interface":
+        raise
+    raise ImportError(
+        "this is the source of the package: build the project, and import it from python/ in the build"
+    ) from None
 from ._contracts import VERSION
-from ._interface import ffi
 from .errors import Error
 
 NAME, HOST_NAME = "libdax.so.0", "libdaxhost.so.0"
@@ -30,7 +37,10 @@ def _open_host() -> Optional[Any]:
 
 
 host = _open_host()  # before the library that imports from it
-_library = _open(NAME, "DAX_LIBRARY")
+try:
+    _library = _open(NAME, "DAX_LIBRARY")
+except OSError as error:
+    raise ImportError(f"{error}; the environment variable DAX_LIBRARY names the library where it lies elsewhere") from None
 
 
 def function(name: str) -> Any:

@@ -5,7 +5,7 @@ from typing import Any, Literal, NamedTuple, Optional, Union
 import numpy as np
 from numpy.typing import ArrayLike, NDArray
 
-from ._arrays import BYTES, Array, Image, choice, numbers, of_shape, pointer, source, target
+from ._arrays import BYTES, Array, Image, choice, instance, numbers, of_shape, pair, pointer, source, target
 from ._interface import ffi
 from ._library import buffer, call, function
 from ._records import view
@@ -240,7 +240,7 @@ def select_blobs(
     """Measures the domains of a labelling and keeps those within all ranges given, at most `most`, the best by `sort`.
 
     image: (height, width) uint8, for gray_mode: area and centroid weighted by gray value. Ranges are (least, largest),
-    both included. outside_limit: most pixels where `mask` is 0, or without a mask on the border of the image. weights:
+    both included; math.inf leaves the end open. outside_limit: most pixels where `mask` is 0, or without a mask on the border of the image. weights:
     filter to weight 0..1, for the score. area may hold a range of whole numbers for each class, {cls: (least, largest)}:
     classes that it does not name are refused; with least > largest it is what lies outside that is accepted. sort: area,
     perimeter, circularity, rectangularity, x, y, box_angle, box_width, box_height, rect_x, rect_y, principal_angle or
@@ -252,6 +252,7 @@ def select_blobs(
     (array([6.], dtype=float32), array([[1.5, 2. ]], dtype=float32))
     """
     arguments = locals()
+    instance("labelling", labelling, Labelling, "a Labelling, made by dax.label")
     ranges = {name: arguments[name] for name in _FILTERS if arguments[name] is not None}
     key, direction = choice("sort", sort, _KEYS), choice("order", order, _ORDERS)
     if gray_mode and image is None:
@@ -273,7 +274,10 @@ def _configuration(
 ) -> tuple[Any, Optional[Image]]:
     """The record, and what has to live as long as it."""
     cfg = ffi.new("BlobSelectCfg*")
-    for name, (low, high) in ranges.items():
+    for name, given in ranges.items():
+        low, high = pair(name, given, "(least, largest); math.inf leaves the end open")
+        if low > high:
+            raise ValueError(f"{name}: {given!r}, the least is above the largest")
         flag, field = _FILTERS[name]
         cfg.flags |= flag
         getattr(cfg, field).min, getattr(cfg, field).max = low, high

@@ -354,6 +354,8 @@ def _find(kind: str, image: ArrayLike, region: Region, cfg: Any, mask: Optional[
 
 def _find_in(kind: str, image: ArrayLike, regions: Sequence[Region], cfg: Any, pool: Optional[Pool]) -> list[_Records]:
     src = source("image", image, BYTES)
+    if type(regions) in _REGIONS:
+        raise TypeError(f"regions: one {type(regions).__name__}, needed is a list; for a single region there is find_edges")
     regions = list(regions)
     if not regions:
         return []

@@ -27,7 +27,7 @@ def voxel_grid(points: ArrayLike, leaf: ArrayLike, box: Optional[ArrayLike] = No
            [5.  , 5.  , 5.  ]], dtype=float32)
     """
     cloud = numbers("points", points, (None, 3))
-    sides = np.broadcast_to(numbers("leaf", np.atleast_1d(leaf), (None,)), 3)
+    sides = numbers("leaf", np.full(3, leaf) if np.ndim(leaf) == 0 else leaf, (3,))
     if box is None:
         finite = cloud[np.isfinite(cloud).all(1)]
         box = [finite.min(0), finite.max(0)] if len(finite) else np.zeros((2, 3))

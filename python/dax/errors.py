@@ -20,4 +20,4 @@ class Error(Exception):
         self._text = text
 
     def __reduce__(self) -> tuple[Any, ...]:
-        return Error, (self.function, self.status, self._text)  # comes out of other processes
+        return Error, (self.function, self.status, self._text), {"args": self.args}  # comes out of other processes

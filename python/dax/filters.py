@@ -10,7 +10,7 @@ from typing import Any, Literal, NamedTuple, Optional, Union
 import numpy as np
 from numpy.typing import ArrayLike, NDArray
 
-from ._arrays import BYTES, Array, Image, choice, of_shape, refuse_overlap, source, target
+from ._arrays import BYTES, Array, Image, choice, of_shape, pair, refuse_overlap, source, target
 from ._interface import ffi
 from ._library import buffer, call, memory
 from .pool import Pool, handle_of
@@ -284,7 +284,9 @@ def clipped_mean(image: ArrayLike, window: Window = 3, out: Optional[Array] = No
 
 def as_size(window: Window) -> dict[str, int]:
     """An edge length, or (width, height), as the record of the C interface."""
-    width, height = (window, window) if isinstance(window, (int, np.integer)) else window
+    if isinstance(window, (int, np.integer)):
+        window = window, window
+    width, height = pair("window", window, "a whole number, or (width, height)")
     return {"width": width, "height": height}
 
 

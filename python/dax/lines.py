@@ -4,7 +4,7 @@ from typing import Literal, NamedTuple, Optional
 import numpy as np
 from numpy.typing import ArrayLike, NDArray
 
-from ._arrays import choice, numbers, pointer
+from ._arrays import choice, numbers, pair, pointer
 from ._interface import ffi
 from ._library import buffer, call
 
@@ -75,7 +75,7 @@ def fit_line(
         },
     )
     if angle is not None:
-        cfg.expectedAngle, cfg.angleTolerance = angle
+        cfg.expectedAngle, cfg.angleTolerance = pair("angle", angle, "(expected, tolerance) in radians")
     line, rms = ffi.new("DaxiLine*"), ffi.new("float*")
     inliers, shares = np.zeros(len(array), np.uint8), np.zeros(len(array), np.float32)
     work = buffer(f"DAXI_LineFitRegreBufferSize_{query_suffix}", len(array))

@@ -6,9 +6,10 @@ from typing import Any, NamedTuple, Optional, Union
 import numpy as np
 from numpy.typing import ArrayLike, NDArray
 
-from ._arrays import Array, numbers, of_shape, pointer, refuse_overlap, source, target
+from ._arrays import Array, instance, numbers, of_shape, pointer, refuse_overlap, source, target
 from ._interface import ffi
 from ._library import buffer, call, function, needed
+from .errors import Error
 
 Triple = tuple[float, float, float]
 
@@ -95,7 +96,6 @@ class RangeImage:
 
 
 Path = Union[str, "os.PathLike[str]"]
-_INTERLEAVED, _PLANAR = 201, 200
 
 
 def _file_name(path: Path) -> bytes:
@@ -103,6 +103,18 @@ def _file_name(path: Path) -> bytes:
     if b"\0" in name:
         raise ValueError(f"path: {path!r} holds a null character")
     return name
+
+
+def _call_on(path: Path, name: str, record: Any) -> None:
+    """Calls a function on a file; a failure names it."""
+    try:
+        call(name, _file_name(path), record)
+    except Error as error:
+        error.args = (f"{os.fspath(path)}: {error}",)
+        raise
+
+
+_INTERLEAVED, _PLANAR = 201, 200
 
 
 def write_range(path: Path, image: RangeImage, everything: bool = True) -> None:
@@ -119,21 +131,22 @@ def write_range(path: Path, image: RangeImage, everything: bool = True) -> None:
     array([[1, 2]], dtype=int16)
     >>> folder.cleanup()
     """
+    instance("image", image, RangeImage, "a RangeImage; the path comes first")
     record, _kept = _record(image)
     name = "DAX3DPCL_UTILS_WRITE_RANGE_V4_V2" if everything else "DAX3DPCL_UTILS_WRITE_RANGE_V4"
-    call(name, _file_name(path), record)
+    _call_on(path, name, record)
 
 
 def read_range(path: Path) -> RangeImage:
     """Reads a range file. See `write_range` for an example; raises dax.Error for what is no such file.
 
-    >>> dax.read_range("nowhere/part.range")
+    >>> dax.read_range("no.range")
     Traceback (most recent call last):
-    dax.errors.Error: DAX3DPCL_UTILS_READ_RANGE_V4 returned 0x10000025, file could not be opened: file not opened
+    dax.errors.Error: no.range: DAX3DPCL_UTILS_READ_RANGE_V4 returned 0x10000025, file could not be opened: file not opened
     """
     record = ffi.new("DAX3D_RANGE_V4*")
     try:
-        call("DAX3DPCL_UTILS_READ_RANGE_V4", _file_name(path), record)
+        _call_on(path, "DAX3DPCL_UTILS_READ_RANGE_V4", record)
         if not record.range.image.plane[0]:
             raise ValueError(f"{os.fspath(path)}: no range values in the file")
         return _image(record)

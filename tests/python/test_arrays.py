@@ -81,8 +81,11 @@ def test_outputs_beside_their_input(rng):
 def test_failures_go_between_processes():
     with pytest.raises(dax.Error) as failure:
         dax.box_sum(np.ones((4, 9), np.float32), 2)
-    twin = pickle.loads(pickle.dumps(failure.value))
-    assert str(twin) == str(failure.value) and vars(twin) == vars(failure.value)
+    with pytest.raises(dax.Error, match="nowhere") as named:
+        dax.read_range("nowhere.range")
+    for error in (failure.value, named.value):
+        twin = pickle.loads(pickle.dumps(error))
+        assert str(twin) == str(error) and vars(twin) == vars(error)
 
 
 def test_failures_name_function_clause_and_code():
