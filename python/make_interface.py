@@ -5,7 +5,7 @@ usage: make_interface.py CPP INCLUDE OUTPUT     CPP: a C compiler driver; INCLUD
 
 _interface.py holds the prototypes and records for cffi's out-of-line ABI mode: plain Python, nothing compiled.
 _contracts.py holds what the comments say about each status: {function: {code: [clause, ...]}}, and what the solvers'
-own codes mean.
+own codes mean, and the version of the headers.
 """
 import pathlib
 import re
@@ -124,8 +124,14 @@ def solver_texts(include):
     return {int(code): text for code, text in SOLVER_CODE.findall(header.read_text())} if header.exists() else {}
 
 
-def write_contracts(table, texts, output):
-    lines = ["# Generated from the comments of the public headers.", f"TEXTS = {texts!r}", "CLAUSES = {"]
+def version_of(include):
+    """ "major.minor.patch" of the headers."""
+    numbers = re.findall(r"#define DAX_VERSION_\w+ (\d+)", (include / "dax/version.h").read_text())
+    return ".".join(numbers)
+
+
+def write_contracts(version, table, texts, output):
+    lines = ["# Generated from the public headers.", f"VERSION = {version!r}", f"TEXTS = {texts!r}", "CLAUSES = {"]
     for name, known in sorted(table.items()):
         codes = ", ".join(f"{code:#x}: {clauses!r}" for code, clauses in known.items())
         lines.append(f"    {name!r}: {{{codes}}},")
@@ -138,7 +144,7 @@ def main():
     compiler, include, output = sys.argv[1], pathlib.Path(sys.argv[2]), pathlib.Path(sys.argv[3])
     output.mkdir(parents=True, exist_ok=True)
     write_interface(declarations(compiler, include), output)
-    write_contracts(contracts(include), solver_texts(include), output)
+    write_contracts(version_of(include), contracts(include), solver_texts(include), output)
 
 
 main()

@@ -99,8 +99,16 @@ def refuse_overlap(*images: tuple[str, Image], in_place: bool = False) -> None:
     for i, (name, image) in enumerate(images):
         for other_name, other in images[:i]:
             same = in_place and (image.pointer, image.step) == (other.pointer, other.step)
-            if not same and np.may_share_memory(image.array, other.array):
+            if not same and _may_overlap(image.array, other.array):
                 raise ValueError(f"{name} and {other_name} overlap")
+
+
+def _may_overlap(one: Array, other: Array) -> bool:
+    """Whether arrays share pixels, not only a canvas in which they lie side by side."""
+    try:
+        return np.may_share_memory(one, other) and np.shares_memory(one, other, max_work=10000)
+    except RuntimeError:  # too hard to tell
+        return True
 
 
 def of_shape(name: str, array: ArrayLike, shape: tuple[int, ...], dtypes: Dtypes = BYTES) -> Image:

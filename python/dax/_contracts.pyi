@@ -1,2 +1,3 @@
 CLAUSES: dict[str, dict[int, list[str]]]
 TEXTS: dict[int, str]
+VERSION: str

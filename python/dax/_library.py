@@ -11,6 +11,7 @@ except ModuleNotFoundError as error:
     raise ImportError(
         "this is the source of the package: build the project, and import it from python/ in the build"
     ) from None
+from ._contracts import VERSION
 from .errors import Error
 
 NAME, HOST_NAME = "libdax.so.0", "libdaxhost.so.0"
@@ -86,3 +87,12 @@ _allocate = ffi.new_allocator(should_clear_after_alloc=False)
 def version() -> str:
     """Version of the loaded library, "major.minor.patch"."""
     return str(ffi.string(function("DAX_GetVersion")()).decode())
+
+
+def _check_version() -> None:
+    """Refuses a library whose records may be laid out in another way than in the headers that the package was made from."""
+    if version().split(".")[:2] != VERSION.split(".")[:2]:
+        raise ImportError(f"the library is of version {version()}, the package of {VERSION}")
+
+
+_check_version()

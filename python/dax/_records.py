@@ -32,9 +32,11 @@ def dtype_of(ctype: Any) -> "np.dtype[Any]":
     return np.dtype(f"{letter}{ffi.sizeof(kind)}")
 
 
-def view(ctype: str, pointer: Any, count: int) -> Array:
-    """`count` records at a pointer as an array that shares their memory. The caller keeps the memory."""
+def view(ctype: str, pointer: Any, count: int, owner: Any = None) -> Array:
+    """`count` records at a pointer as an array that shares their memory, and holds it: through the pointer where that owns
+    it, otherwise through `owner`."""
     dtype = dtype_of(ctype)
     if count == 0:
         return np.empty(0, dtype)
-    return np.frombuffer(ffi.buffer(pointer, count * dtype.itemsize), dtype)
+    held = pointer if owner is None else ffi.gc(pointer, lambda _, owner=owner: None)
+    return np.frombuffer(ffi.buffer(held, count * dtype.itemsize), dtype)

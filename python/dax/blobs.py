@@ -48,7 +48,7 @@ class Labelling:
         self._model = model  # the memory that everything below lies in
         self._domains = domains
         self.size = size
-        self.runs = view("DomainRun", domains.runs, domains.runCount)
+        self.runs = view("DomainRun", domains.runs, domains.runCount, model)
         self.runs.flags.writeable = False
 
     def __len__(self) -> int:

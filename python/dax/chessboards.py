@@ -4,7 +4,7 @@ Corners come as arrays of (rows, columns, 2), x and y in pixels, row by row: the
 the image, and turning from the direction of the rows to that of the columns is turning from x to y.
 """
 import dataclasses
-from typing import Any, Literal, NamedTuple, Optional, Union
+from typing import Any, Literal, NamedTuple, Optional
 
 import numpy as np
 from numpy.typing import ArrayLike, NDArray
@@ -14,13 +14,13 @@ from ._interface import ffi
 from ._library import buffer, call
 from ._records import dtype_of, view
 from .errors import Error
+from .filters import Window, as_size
 from .pool import Pool, handle_of
 
 _MOST = 2048  # corners that detectors of boards of any size look at
 _NO_BOARD = 0x10000103
 _DARK = {"otsu": 0, "local-mean": 1}
 _FILTERS = {"median": 1, "plain": 2}
-Window = Union[int, tuple[int, int]]
 
 
 @dataclasses.dataclass(frozen=True)
@@ -106,11 +106,10 @@ def refine_corners(
         raise ValueError(f"corners: shape {start.shape}, needed is (..., 2)")
     flat = numbers("corners", start.reshape(-1, 2), (None, 2))
     refined = np.empty_like(flat)
-    half = (half_window, half_window) if isinstance(half_window, int) else half_window
     call(
         "DAXI_ChessboardCornerGetSubpix_8u_C1R" + ("_v2" if verify else ""),
         *(src.pointer, src.step, src.size, pointer(flat, "DaxiPoint32f"), len(flat)),
-        *({"width": half[0], "height": half[1]}, iterations, pointer(refined, "DaxiPoint32f"), epsilon),
+        *(as_size(half_window), iterations, pointer(refined, "DaxiPoint32f"), epsilon),
     )
     return refined.reshape(start.shape)
 

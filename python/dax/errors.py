@@ -1,4 +1,6 @@
 """Failures as exceptions."""
+from typing import Any
+
 from ._contracts import CLAUSES, TEXTS
 
 
@@ -15,3 +17,7 @@ class Error(Exception):
         reasons = ": " + "; or ".join(self.clauses) if self.clauses else ""
         code = f"{status:#x}" if status >= 0 else str(status)
         super().__init__(f"{function} returned {code}, {TEXTS.get(status, text)}{reasons}")
+        self._text = text
+
+    def __reduce__(self) -> tuple[Any, ...]:
+        return Error, (self.function, self.status, self._text), {"args": self.args}  # comes out of other processes

@@ -29,10 +29,8 @@ class Pool:
         self.threads: int = host.DAX_THREADPOOL_GetThreadsCnt(handle)
 
     def close(self) -> None:
-        """Ends the threads. A second time does nothing."""
-        if self._handle:
-            ffi.release(self._handle)
-            self._handle = ffi.NULL
+        """Ends the threads, after calls that still run on them. A second time does nothing."""
+        self._handle = ffi.NULL  # calls hold the handle: the last of them, or this line, lets it go
 
     def __enter__(self) -> "Pool":
         return self

@@ -98,10 +98,17 @@ class RangeImage:
 Path = Union[str, "os.PathLike[str]"]
 
 
+def _file_name(path: Path) -> bytes:
+    name = os.fsencode(path)
+    if b"\0" in name:
+        raise ValueError(f"path: {path!r} holds a null character")
+    return name
+
+
 def _call_on(path: Path, name: str, record: Any) -> None:
     """Calls a function on a file; a failure names it."""
     try:
-        call(name, os.fsencode(path), record)
+        call(name, _file_name(path), record)
     except Error as error:
         error.args = (f"{os.fspath(path)}: {error}",)
         raise
@@ -186,7 +193,8 @@ def _colour(array: ArrayLike) -> Array:
 def _record(image: RangeImage) -> tuple[Any, list[Array]]:
     """The C record of an image, and the arrays that it points into."""
     values = _packed("values", image.values, np.int16)
-    record = ffi.new("DAX3D_RANGE_V4*", {"type": int(image.mask is None), "scale": image.scale, "offset": image.offset})
+    scale, offset = _values("scale", image.scale, 3), _values("offset", image.offset, 3)
+    record = ffi.new("DAX3D_RANGE_V4*", {"type": int(image.mask is None), "scale": scale, "offset": offset})
     kept = [values]
     _slot(record.range, 3, values.shape, values.shape[1], [values])
     if image.mask is not None:
@@ -205,6 +213,11 @@ def _record(image: RangeImage) -> tuple[Any, list[Array]]:
     if image.calibration is not None:
         record.calib = _calibration(image.calibration)[0]
     return record, kept
+
+
+def _values(name: str, values: ArrayLike, count: int) -> list[float]:
+    """So many numbers, no fewer: a C record would take 0 for the others."""
+    return [float(value) for value in numbers(name, values, (count,), np.float64)]
 
 
 def _packed(name: str, array: ArrayLike, dtype: Any) -> Array:
@@ -253,7 +266,7 @@ def _plane(image: Any, number: int, dtype: Any, channels: int = 1) -> Array:
     shape = image.height, image.width * channels
     step = image.step[number] * np.dtype(dtype).itemsize
     rows = np.frombuffer(ffi.buffer(image.plane[number], shape[0] * step), np.uint8).reshape(shape[0], step)
-    plane: Array = np.ascontiguousarray(rows[:, : shape[1] * np.dtype(dtype).itemsize]).view(dtype)
+    plane: Array = rows[:, : shape[1] * np.dtype(dtype).itemsize].copy().view(dtype)
     return plane.reshape(image.height, image.width, channels) if channels > 1 else plane
 
 
@@ -282,7 +295,8 @@ def range_to_xyz(
     >>> dax.range_to_xyz(np.array([[4, 6]], np.int16), (0.5, 1, 0.25), mask=np.array([[0, 1]], np.uint8), organized=False)
     array([[0.5, 0. , 1.5]], dtype=float32)
     """
-    return _to_xyz("Range2XYZ", values, (*scale, *offset), mask, organized)
+    params = _values("scale", scale, 3) + _values("offset", offset, 3)
+    return _to_xyz("Range2XYZ", values, params, mask, organized)
 
 
 def depth_to_xyz(
@@ -301,10 +315,10 @@ def depth_to_xyz(
     array([[[0., 0., 1.],
             [1., 0., 1.]]], dtype=float32)
     """
-    return _to_xyz("Depth2XYZ", values, (scale, offset, *camera), mask, organized)
+    return _to_xyz("Depth2XYZ", values, [scale, offset, *_values("camera", camera, 4)], mask, organized)
 
 
-def _to_xyz(kind: str, values: ArrayLike, params: tuple[float, ...], mask: Optional[ArrayLike], organized: bool) -> Array:
+def _to_xyz(kind: str, values: ArrayLike, params: list[float], mask: Optional[ArrayLike], organized: bool) -> Array:
     src = source("values", values, tuple(np.dtype(name) for name in _MAPS))
     heights = np.ascontiguousarray(src.array)
     valid = np.ones(heights.shape, np.uint8) if mask is None else of_shape("mask", mask, heights.shape).array

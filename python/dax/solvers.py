@@ -111,7 +111,8 @@ def least_squares(
         functions.jacobian = callbacks.differences(functions, n, m)
         functions.elements = elements
     else:
-        derived, filler = _Memo(jacobian), Filler("jacobian", (m, n))
+        filler = Filler("jacobian", (m, n))
+        derived = _Memo(jacobian, lambda value: tuple(map(np.copy, filler.triplets(value))))
         functions.elements = max(elements, filler.count(derived(start.copy()))) or 1
         functions.jacobian = callbacks.matrix("PrmtJacobianFunction", lambda x, *_: derived(x), filler)
     variant, own = _variant(choice("method", method, {"cholesky": "", "cg": "CG_"}), huber)
@@ -365,17 +366,18 @@ class _Layout:
 
 
 class _Memo:
-    """A function of x that remembers its last value, and counts its calls."""
+    """A function of x that remembers its last value, and counts its calls. `keep` turns what it returns, which may be
+    one array that all calls write, into what stays."""
 
-    def __init__(self, function: Callable[[Vector], Any]) -> None:
-        self.function, self.calls = function, 0
+    def __init__(self, function: Callable[[Vector], Any], keep: Callable[[Any], Any] = np.array) -> None:
+        self.function, self.keep, self.calls = function, keep, 0
         self.at: Optional[bytes] = None
 
     def __call__(self, x: Vector) -> Any:
         place = x.tobytes()
         if self.at != place:
             self.calls += 1
-            self.value = self.function(x)
+            self.value = self.keep(self.function(x))
             self.at = place
         return self.value
 

@@ -209,18 +209,19 @@ class Filler:
         self.pattern: Optional[Pattern] = None
 
     def fill(self, matrix: Any, value: Any) -> None:
-        rows, columns, values = self._triplets(value)
+        rows, columns, values = self.triplets(value)
         if self.pattern is None or not self.pattern.same(rows, columns):
             self.pattern = Pattern(rows, columns, self.shape)
         self.pattern.write(matrix, values)
 
     def count(self, value: Any) -> int:
         """Elements of a value."""
-        rows, columns, _ = self._triplets(value)
+        rows, columns, _ = self.triplets(value)
         self.pattern = Pattern(rows, columns, self.shape)
         return len(self.pattern.row)
 
-    def _triplets(self, value: Any) -> tuple[Array, Array, Array]:
+    def triplets(self, value: Any) -> tuple[Array, Array, Array]:
+        """Rows, columns and values of what a callback returns."""
         if isinstance(value, SparseMatrix) or hasattr(value, "tocoo"):
             if tuple(value.shape) != self.shape:
                 raise ValueError(f"{self.name}: shape {value.shape}, needed is {self.shape}")

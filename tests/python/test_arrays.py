@@ -1,7 +1,9 @@
 """Strides, outputs, types and failures: what every function does with its arrays."""
 import gc
+import pickle
 import threading
 import time
+import types
 import weakref
 
 import numpy as np
@@ -64,6 +66,28 @@ def test_outputs_are_written_where_they_lie_or_refused(rng):
     assert (canvas == 77).all()
 
 
+def test_outputs_beside_their_input(rng):
+    """In one canvas: side by side they share no pixel, though their rows alternate."""
+    canvas = rng.integers(0, 255, (9, 40), dtype=np.uint8)
+    left, right = canvas[:, :20], canvas[:, 20:]
+    expected = dax.median3x3(left)
+    assert dax.median3x3(left, out=right) is right and np.array_equal(right, expected)
+    with pytest.raises(ValueError, match="overlap"):
+        dax.median3x3(left, out=canvas[:, 19:39])
+    with pytest.raises(ValueError, match="overlap"):
+        dax.median3x3(left, out=canvas[:, 1:21])
+
+
+def test_failures_go_between_processes():
+    with pytest.raises(dax.Error) as failure:
+        dax.box_sum(np.ones((4, 9), np.float32), 2)
+    with pytest.raises(dax.Error, match="nowhere") as named:
+        dax.read_range("nowhere.range")
+    for error in (failure.value, named.value):
+        twin = pickle.loads(pickle.dumps(error))
+        assert str(twin) == str(error) and vars(twin) == vars(error)
+
+
 def test_failures_name_function_clause_and_code():
     with pytest.raises(dax.Error) as failure:
         dax.box_sum(np.ones((4, 9), np.float32), 2)
@@ -84,10 +108,12 @@ def test_results_outlive_what_they_came_from(rng):
     gc.collect()
     scratch = [np.ones(100000, np.uint8) for _ in range(50)]
     assert np.array_equal(labelling.runs, runs) and len(labelling) == count and len(scratch) == 50
-    trace = weakref.ref(labelling)
+    trace, kept = weakref.ref(labelling), labelling.runs
     del labelling
     gc.collect()
     assert trace() is None
+    scratch = [np.ones(n, np.uint8) for n in range(16, 60000, 16)]
+    assert np.array_equal(kept, runs)
 
 
 def long_calls(rng):
@@ -135,3 +161,25 @@ def test_pool_gives_the_same(rng, pool):
         dax.median3x3(image, pool=pool)
     with pytest.raises(ValueError):
         dax.Pool(-1)
+
+
+def test_pool_closed_under_a_call_ends_after_it(pool, monkeypatch):
+    if pool is None:
+        pytest.skip("built without the library of pools")
+    from dax import pool as module
+
+    host, ended = module.host, []
+
+    def end(handle):
+        ended.append(handle)
+        host.DAXHOST_DestroyPool(handle)
+
+    functions = {"DAXHOST_CreatePool": host.DAXHOST_CreatePool, "DAXHOST_DestroyPool": end}
+    functions["DAX_THREADPOOL_GetThreadsCnt"] = host.DAX_THREADPOOL_GetThreadsCnt
+    monkeypatch.setattr(module, "host", types.SimpleNamespace(**functions))
+    short = dax.Pool(2)
+    call = module.handle_of(short)  # as a call holds it
+    short.close()
+    assert not ended
+    del call
+    assert len(ended) == 1

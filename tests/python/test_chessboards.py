@@ -33,7 +33,7 @@ def test_all_detectors(board, pool):
     columns, rows = board[:2]
     found = dax.find_chessboard(image, columns, rows)
     assert np.abs(found - truth).max() < 4
-    assert np.abs(dax.refine_corners(image, found, 6) - truth).max() < 0.15
+    assert np.abs(dax.refine_corners(image, found, np.int64(6)) - truth).max() < 0.15
     assert (
         np.abs(
             dax.refine_corners(image[::-1][::-1], found.reshape(-1, 2), (6, 5), verify=True).reshape(found.shape) - truth

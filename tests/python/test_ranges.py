@@ -41,6 +41,38 @@ def test_files(rng, tmp_path, mask, colour, calibration):
         assert np.array_equal(short.mask, image.mask) and short.colour is None and short.calibration is None
 
 
+def test_what_was_read_is_the_callers(rng, tmp_path):
+    """Images own their pixels, whatever becomes of the memory that they were read into."""
+    for width in (16, 33, 64):
+        values = rng.integers(-(2**15), 2**15, (64, width)).astype(np.int16)
+        colour = rng.integers(0, 256, (64, width, 3), dtype=np.uint8)
+        image = dax.RangeImage(values, np.ones((64, width), np.uint8), colour=colour)
+        dax.write_range(tmp_path / "kept.range", image)
+        back = dax.read_range(tmp_path / "kept.range")
+        made = dax.range_from_rgbd(values, colour, 0.5)
+        scratch = [np.full(n, 77, np.uint8) for n in range(16, 60000, 16)]
+        for name in ("values", "mask", "colour"):
+            assert np.array_equal(getattr(back, name), getattr(image, name)), (name, len(scratch))
+        assert np.array_equal(made.values, values) and np.array_equal(made.colour, colour)
+
+
+def test_arguments_of_wrong_length(rng, tmp_path):
+    values = np.zeros((2, 3), np.int16)
+    for wrong in ((1, 1), (1, 1, 1, 1), 1):
+        for refused in (
+            lambda: dax.range_to_xyz(values, scale=wrong),
+            lambda: dax.range_to_xyz(values, offset=wrong),
+            lambda: dax.depth_to_xyz(values, (1, 1, 0)),
+            lambda: dax.write_range(tmp_path / "wrong.range", dax.RangeImage(values, scale=wrong)),
+        ):
+            with pytest.raises(ValueError, match="shape"):
+                refused()
+    for call in (lambda path: dax.write_range(path, dax.RangeImage(values)), dax.read_range):
+        with pytest.raises(ValueError, match="null"):
+            call(f"{tmp_path}/cut\0off.range")
+    assert not list(tmp_path.iterdir())
+
+
 def test_files_that_are_none(rng, tmp_path):
     path = tmp_path / "image.range"
     for content in (b"", b"abc", bytes(100), b"\xff" * 64):

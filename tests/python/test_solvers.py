@@ -233,6 +233,32 @@ def test_wrong_values_from_callbacks(data):
     assert all(np.isfinite(x).all() for x in kept)  # arrays of their own, not the solver's memory
 
 
+def test_callbacks_that_write_one_array(data):
+    """What a callback returned may be written again, by the callback or by the Jacobian that calls it."""
+    buffer, slope = np.empty(T.size), np.empty((T.size, 3))
+
+    def residuals(x):
+        np.subtract(curve(x), data, out=buffer)
+        return buffer
+
+    def jacobian(x):
+        for i, step in enumerate(1e-6 * np.eye(3)):
+            slope[:, i] = residuals(x + step)
+        slope[:] = (slope - residuals(x)[:, None]) / 1e-6
+        residuals(x + 1)
+        return slope
+
+    def fresh(x):
+        return curve(x) - data
+
+    for rounds in (1, 2, 500):
+        settings = dax.Settings(max_iterations=rounds)
+        found = dax.least_squares(residuals, [1, 1, 0], jacobian, settings=settings)
+        expected = dax.least_squares(fresh, [1, 1, 0], lambda x: jacobian(x).copy(), settings=settings)
+        assert np.array_equal(found.x, expected.x) and np.array_equal(found.residuals, fresh(found.x)), rounds
+        assert found.energy == expected.energy
+
+
 def test_solvers_nest_and_run_in_threads(data):
     def residuals(x):
         inner = dax.least_squares(lambda y: [y[0] - 2], [0.0]).x[0]

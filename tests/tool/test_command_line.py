@@ -1,5 +1,6 @@
 """Usage: what is refused, with which status, and that help tells it."""
 
+import os
 import re
 import subprocess
 
@@ -52,6 +53,10 @@ def picture(tmp_path, parts):
     ["inspect", "parts.png", "--overlay", "link.png"], ["chessboard", "parts.png", "--auto", "--overlay", "link.png"],
     ["filter", "parts.png", "out.png", "--median3", "--compare", "out.png"],
     ["filter", "parts.png", "out.png", "--median3", "--compare", "link.png"],
+    ["filter", "parts.png", "out.png", "--median3", "--compare", "./out.png"],
+    ["filter", "parts.png", "out.png", "--median3", "--compare", "none/../out.png"],
+    ["filter", "parts.png", "", "--median3"], ["filter", "parts.png", "out.png", "--median3", "--compare", ""],
+    ["inspect", ""], ["inspect", "parts.png", "--overlay", ""],
     ["filter", "parts.png", "out.png", "--median3", "--compare", "out.tif"],
     *(["caliper", "parts.png", "--box", "30,20,20,8,0", *more] for more in (
         ["--overlay", "link.png"], ["--plot", "plot.svg"], ["--overlay", "out.png", "--plot", "out.png"])),
@@ -74,6 +79,13 @@ def test_refusals_of_the_library_carry_its_text(dax, picture):
     """The shares of the darkest and the brightest pixels are more than all."""
     run = dax("inspect", picture, "--threshold", "relative:dark=0.7,bright=0.7", status=5)
     assert re.fullmatch(rf"dax: {picture}: threshold refused: .*param.* \(0x10000019\)\n", run.err)
+
+
+@pytest.mark.parametrize("arguments", [["--help"], ["inspect", "--help"], ["--version"]])
+def test_help_that_cannot_be_written(arguments):
+    with open(os.devnull) as unwritable:
+        done = subprocess.run([TOOL, *arguments], stdout=unwritable, stderr=subprocess.PIPE, text=True)
+    assert (done.returncode, done.stderr) == (4, "dax: standard output: cannot be written\n")
 
 
 def test_help_tells_every_option_and_status(dax):

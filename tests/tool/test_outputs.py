@@ -159,3 +159,19 @@ def test_output_replaces_a_file_as_the_user_would(dax, tmp_path, picture):
     os.umask(mask)
     assert (tmp_path / "out.png").stat().st_mode & 0o777 == 0o640
     assert (tmp_path / "out.png").read_bytes().startswith(b"\x89PNG")
+
+
+def test_links_and_pipes_stay_what_they_are(dax, tmp_path, picture):
+    """A link is followed; what is no file, a device say, is written to and not replaced."""
+    dax("filter", picture, "plain.png", "--median3")
+    plain = (tmp_path / "plain.png").read_bytes()
+    (tmp_path / "real.png").write_bytes(b"old")
+    (tmp_path / "link.png").symlink_to("real.png")
+    dax("filter", picture, "link.png", "--median3")
+    assert (tmp_path / "link.png").is_symlink() and (tmp_path / "real.png").read_bytes() == plain
+    os.mkfifo(tmp_path / "pipe.png")
+    # Room for the picture, so that nobody need read meanwhile.
+    pipe = os.open(tmp_path / "pipe.png", os.O_RDONLY | os.O_NONBLOCK)
+    dax("filter", picture, "pipe.png", "--median3")
+    assert os.read(pipe, 1 << 16) == plain and (tmp_path / "pipe.png").is_fifo()
+    os.close(pipe)

@@ -1,5 +1,6 @@
 // dax: machine vision from the command line.
 #include <CLI/CLI.hpp>
+#include <algorithm>
 #include <iostream>
 #include <memory>
 #include <new>
@@ -62,11 +63,16 @@ ExitStatus dispatch(int argc, char** argv) {
   app.footer(std::string(kFooter) + kExitStatusHelp);
   const Command commands[] = {addInspect(app),     addFilter(app), addCaliper(app), addLine(app),      addFit(app),
                               addRenderScene(app), addRange(app),  addCloud(app),   addChessboard(app)};
+  // What a script leaves empty is most often a variable that it failed to set.
+  if (std::any_of(argv + std::min(argc, 1), argv + argc, [](const char* argument) { return *argument == '\0'; })) {
+    reject("an argument is empty (dax --help tells more)");
+  }
   try {
     app.parse(argc, argv);
   } catch (const CLI::ParseError& error) {
     if (error.get_exit_code() == 0) {
       app.exit(error);
+      finishOutput();
       return ExitStatus::kOk;
     }
     throw Failure(ExitStatus::kUsage, printable(error.what()) + " (dax --help tells more)");

@@ -40,9 +40,34 @@ mode_t ordinaryMode() {
   return 0666 & ~mask;
 }
 
+// Devices and pipes are written to, not replaced.
+bool isSpecial(const fs::path& path) {
+  std::error_code ignored;
+  const fs::file_status status = fs::status(path, ignored);
+  return fs::exists(status) && !fs::is_regular_file(status) && !fs::is_directory(status);
+}
+
+void writeInto(const fs::path& path, std::string_view content) {
+  const int file = open(path.c_str(), O_WRONLY | O_CLOEXEC);
+  if (file < 0) fail(path, errno);
+  int error = writeAll(file, content) ? 0 : errno;
+  if (close(file) != 0 && error == 0) error = errno;
+  if (error != 0) fail(path, error);
+}
+
+// What a link names, or the path itself.
+fs::path linkTarget(const fs::path& path) {
+  std::error_code error;
+  if (!fs::is_symlink(path, error)) return path;
+  fs::path target = fs::canonical(path, error);
+  return error ? path : target;
+}
+
 }  // namespace
 
-void writeFile(const fs::path& path, std::string_view content) {
+void writeFile(const fs::path& name, std::string_view content) {
+  if (isSpecial(name)) return writeInto(name, content);
+  const fs::path path = linkTarget(name);
   std::string temporary = path.string() + ".XXXXXX";
   static const mode_t mode = ordinaryMode();
   const int file = mkostemp(temporary.data(), O_CLOEXEC);

@@ -6,7 +6,8 @@
 
 namespace dax::tool {
 
-// Writes to a temporary name in the same folder and renames. Throws Failure(kCannotWrite).
+// Writes to a temporary name in the same folder and renames. Follows links; devices and pipes are written to as they are.
+// Throws Failure(kCannotWrite).
 void writeFile(const std::filesystem::path& path, std::string_view content);
 
 // Creates a folder and its parents. Throws Failure(kCannotWrite).

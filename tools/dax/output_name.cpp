@@ -14,6 +14,14 @@ namespace fs = std::filesystem;
   throw Failure(ExitStatus::kUsage, option + ": " + printable(output.string()) + why);
 }
 
+// Whether two names are of one file, be it there or not yet.
+bool sameFile(const fs::path& one, const fs::path& other) {
+  std::error_code ignored;
+  if (fs::equivalent(one, other, ignored)) return true;
+  const fs::path place = fs::weakly_canonical(fs::absolute(one, ignored), ignored);
+  return !place.empty() && place == fs::weakly_canonical(fs::absolute(other, ignored), ignored);
+}
+
 }  // namespace
 
 void requireEnding(const std::string& option, const fs::path& output, std::initializer_list<const char*> endings) {
@@ -27,10 +35,7 @@ void requireEnding(const std::string& option, const fs::path& output, std::initi
 void requireOther(const std::string& option, const fs::path& output, std::initializer_list<NamedFile> files) {
   if (output.empty()) return;
   for (const NamedFile& file : files) {
-    std::error_code ignored;
-    if (output == file.path || fs::equivalent(output, file.path, ignored)) {
-      refuse(option, output, " is " + std::string(file.what));
-    }
+    if (!file.path.empty() && sameFile(output, file.path)) refuse(option, output, " is " + std::string(file.what));
   }
 }
 
