@@ -85,7 +85,8 @@ DAX_API DaxStatus DAXI_AdpThresholdOtsu_8u_C1IR(uint8_t* srcDst, int32_t step, D
 DAX_API DaxStatus DAXI_ThresholdSoftBin_8u_C1R(const uint8_t* src, int32_t srcStep, uint8_t* dst, int32_t dstStep,
                                                DaxiSize size, int32_t low, int32_t high, uint32_t soft);
 
-/* As DAXI_ThresholdSoftBin_8u_C1R, but a weight 0..1: k / (soft + 1) in single precision. dstStep counts floats; dst must not overlap src. */
+/* As DAXI_ThresholdSoftBin_8u_C1R, but a weight 0..1: k / (soft + 1) in single precision. dstStep counts floats; dst must
+ * not overlap src. */
 DAX_API DaxStatus DAXI_ThresholdSoftBin_8u32f_C1R(const uint8_t* src, int32_t srcStep, float* dst, int32_t dstStep,
                                                   DaxiSize size, int32_t low, int32_t high, uint32_t soft);
 

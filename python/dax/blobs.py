@@ -240,11 +240,11 @@ def select_blobs(
     """Measures the domains of a labelling and keeps those within all ranges given, at most `most`, the best by `sort`.
 
     image: (height, width) uint8, for gray_mode: area and centroid weighted by gray value. Ranges are (least, largest),
-    both included; math.inf leaves the end open. outside_limit: most pixels where `mask` is 0, or without a mask on the border of the image. weights:
-    filter to weight 0..1, for the score. area may hold a range of whole numbers for each class, {cls: (least, largest)}:
-    classes that it does not name are refused; with least > largest it is what lies outside that is accepted. sort: area,
-    perimeter, circularity, rectangularity, x, y, box_angle, box_width, box_height, rect_x, rect_y, principal_angle or
-    axis_ratio.
+    both included; math.inf leaves the end open. outside_limit: most pixels where `mask` is 0, or without a mask on the
+    border of the image. weights: filter to weight 0..1, for the score. area may hold a range of whole numbers for each
+    class, {cls: (least, largest)}: classes that it does not name are refused; with least > largest it is what lies outside
+    that is accepted. sort: area, perimeter, circularity, rectangularity, x, y, box_angle, box_width, box_height, rect_x,
+    rect_y, principal_angle or axis_ratio.
 
     >>> mask = np.zeros((8, 8), np.uint8); mask[1:4, 1:3] = 1; mask[6, 6] = 1
     >>> blobs = dax.select_blobs(dax.label(mask), area=(2, 100))

@@ -26,13 +26,20 @@ struct CaliperOptions {
 };
 
 template <class R>
-void parseRegions(const char* option, const std::vector<std::string>& texts, const char* form,
-                  std::vector<Region>& regions) {
-  for (const std::string& text : texts) {
-    const std::optional<Region> region = parseRegion<R>(text);
-    if (!region) reject(std::string(option) + ": " + inQuotes(text) + " is not " + form);
-    regions.push_back(*region);
-  }
+void parseRegions(const std::vector<std::string>& texts, std::vector<Region>& regions) {
+  for (const std::string& text : texts) regions.push_back(*parseRegion<R>(text));
+}
+
+// Checked while the line is read: what follows "--box 120 80" would be told as the mistake otherwise.
+template <class R>
+void addRegion(CLI::App& app, const char* name, std::vector<std::string>& texts, const char* form, const char* help) {
+  app.add_option(name, texts, help)
+      ->check([form](const std::string& text) {
+        return parseRegion<R>(text) ? std::string() : inQuotes(text) + " is not " + form;
+      })
+      ->type_name(form)
+      ->allow_extra_args(false)
+      ->group("Regions, numbered in this order");
 }
 
 constexpr const char* kBoxForm = "X,Y,WIDTH,HEIGHT,ANGLE";
@@ -59,9 +66,9 @@ std::vector<Region> repeated(const std::vector<Region>& regions, const std::stri
 
 std::vector<Region> regionsOf(const CaliperOptions& options) {
   std::vector<Region> regions;
-  parseRegions<CaliperBox>("--box", options.boxes, kBoxForm, regions);
-  parseRegions<CaliperRhomboid>("--rhomboid", options.rhomboids, kRhomboidForm, regions);
-  parseRegions<CaliperAnnulus>("--annulus", options.annuli, kAnnulusForm, regions);
+  parseRegions<CaliperBox>(options.boxes, regions);
+  parseRegions<CaliperRhomboid>(options.rhomboids, regions);
+  parseRegions<CaliperAnnulus>(options.annuli, regions);
   if (regions.empty()) reject("caliper: where? (--box " + std::string(kBoxForm) + ", or dax caliper --help)");
   return repeated(regions, options.repeat);
 }
@@ -109,12 +116,12 @@ ExitStatus run(const CaliperOptions& options) {
 
 void addRegions(CLI::App& app, CaliperOptions& options) {
   const std::string group = "Regions, numbered in this order";
-  const auto add = [&](const char* name, std::vector<std::string>& texts, const char* form, const char* help) {
-    app.add_option(name, texts, help)->type_name(form)->allow_extra_args(false)->group(group);
-  };
-  add("--box", options.boxes, kBoxForm, "around X,Y; WIDTH at ANGLE is searched, HEIGHT averaged.\nMay be given again");
-  add("--rhomboid", options.rhomboids, kRhomboidForm, "the same with HEIGHT at an angle of its own, SIDE");
-  add("--annulus", options.annuli, kAnnulusForm,
+  addRegion<CaliperBox>(app, "--box", options.boxes, kBoxForm,
+                        "around X,Y; WIDTH at ANGLE is searched, HEIGHT averaged.\nMay be given again");
+  addRegion<CaliperRhomboid>(app, "--rhomboid", options.rhomboids, kRhomboidForm,
+                             "the same with HEIGHT at an angle of its own, SIDE");
+  addRegion<CaliperAnnulus>(
+      app, "--annulus", options.annuli, kAnnulusForm,
       "part of a ring around X,Y between two radii, SWEEP degrees\nfrom START on; searched outwards");
   app.add_option("--repeat", options.repeat, "N of each region, every next one moved by DX,DY")
       ->type_name("N,DX,DY")
@@ -153,7 +160,8 @@ Command addCaliper(CLI::App& app) {
       ->required()
       ->type_name("");
   addRegions(*command, *options);
-  addEdgeOptions(*command, options->settings);
+  addEdgeOptions(*command, options->settings,
+                 "dark-to-light, light-to-dark or any, along the search\ndirection; of a pair its first edge [any]");
   addPairs(*command, *options);
   addOutputOptions(*command, options->outputs);
   command->footer(std::string(kCaliperHelp) +

@@ -9,14 +9,14 @@
 
 namespace dax::tool {
 
-void addEdgeOptions(CLI::App& app, CaliperSettings& settings) {
+void addEdgeOptions(CLI::App& app, CaliperSettings& settings, const char* polarityHelp) {
   const std::string group = "Edges";
   const std::map<std::string, uint32_t> polarities = {{"dark-to-light", DAXI_CALIPER_DARK_TO_LIGHT},
                                                       {"light-to-dark", DAXI_CALIPER_LIGHT_TO_DARK},
                                                       {"any", DAXI_CALIPER_ANY}};
   app.add_option_function<std::string>(
          "--polarity", [&settings, polarities](const std::string& name) { settings.polarity = polarities.at(name); },
-         "dark-to-light, light-to-dark or any, along the search\ndirection; of a pair its first edge [any]")
+         polarityHelp)
       ->check(CLI::IsMember(polarities))
       ->type_name("P")
       ->group(group);

@@ -10,7 +10,7 @@
 namespace dax::tool {
 
 // How edges are found: --polarity, --half-width, --threshold, --choose.
-void addEdgeOptions(CLI::App& app, CaliperSettings& settings);
+void addEdgeOptions(CLI::App& app, CaliperSettings& settings, const char* polarityHelp);
 
 // Where results go.
 struct CaliperOutputs {

@@ -108,7 +108,11 @@ ExitStatus normals(const CloudOptions& options) {
   if (!options.viewpoint.empty()) settings.viewpoint = parseVector("--viewpoint", options.viewpoint, "X,Y,Z");
   Cloud cloud = readInput(options);
   const Pool pool = startPool(options);
-  estimateNormals(cloud, settings, pool.workers());
+  const size_t missing = estimateNormals(cloud, settings, pool.workers());
+  if (missing > 0) {
+    std::cerr << "dax: " << printable(options.input) << ": " << missing << " of " << cloud.size()
+              << " points have too few neighbours for a normal; theirs is 0, 0, 1\n";
+  }
   writeCloud(options.output, cloud, options.text);
   draw(std::move(cloud), options, plan, pool.workers());
   return ExitStatus::kOk;
@@ -198,7 +202,10 @@ void addSteps(CLI::App& cloud, Steps& steps, CloudOptions& options) {
   addResult(*app, options, true, "the cloud with normals, .ply or .pcd");
   addNeighbours(*app, options, kLeastNeighbours, "neighbours of each normal, 4..256, the point among them [16]");
   app->add_option("--radius", options.radius, "and no neighbours farther away")
-      ->check(CLI::Range(1e-6, 1e18))
+      ->check([](const std::string& text) {
+        const auto value = parseNumber(text);
+        return value && *value >= 1e-6 && *value <= 1e18 ? "" : inQuotes(text) + " is not a radius of 1e-6..1e18";
+      })
       ->type_name("R");
   app->add_option("--viewpoint", options.viewpoint, "where normals point to [either side]")->type_name("X,Y,Z");
   app = addStep(cloud, steps, options, thin, "downsample",
@@ -226,7 +233,7 @@ Command addCloud(CLI::App& app) {
       "Examples:\n"
       "  dax cloud stats parts.range\n"
       "  dax cloud downsample parts.range thin.ply --leaf 0.3\n"
-      "  dax cloud normals thin.ply normals.ply --k 20 --picture parts.png\n"
+      "  dax cloud normals thin.ply normals.ply --k 20 --picture normals.png\n"
       "  dax cloud knn thin.ply neighbours.csv --k 8\n\n"
       "dax cloud COMMAND --help tells all of a command.\n\n" +
       std::string(kExitStatusHelp));

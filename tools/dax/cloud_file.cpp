@@ -39,7 +39,11 @@ Cloud readCloud(const fs::path& path) {
   } catch (const FormatError& error) {
     throw cannotRead(path, error.what());
   }
-  return RangeImage::read(path).toCloud();
+  try {
+    return RangeImage::read(path).toCloud();
+  } catch (const Failure& failure) {
+    throw Failure(failure.status(), std::string(failure.what()) + ", nor a PLY or PCD cloud");
+  }
 }
 
 bool hasCloudExtension(const fs::path& path) {

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <atomic>
 
 #include "dax/threadpool.h"
 #include "dax3dpcl/kdtree_v2.h"
@@ -81,7 +82,8 @@ void onPool(const Workers& workers, int32_t total, const Use& use) {
 
 // The normal of one point, from the neighbours in `row`.
 DAX3DPCL_NORMAL normalOf(const Cloud& cloud, const float* point, std::span<const uint32_t> row,
-                         std::span<const float> distances, const NormalSettings& settings) {
+                         std::span<const float> distances, const NormalSettings& settings,
+                         std::atomic<size_t>& missing) {
   std::array<float, size_t{3} * kMostNeighbours> near;
   int32_t count = 0;
   for (size_t i = 0; i < row.size() && distances[i] < settings.radius * settings.radius; ++i) {
@@ -90,7 +92,10 @@ DAX3DPCL_NORMAL normalOf(const Cloud& cloud, const float* point, std::span<const
   DAX3DPCL_NORMAL normal = {0, 0, 1, 0};
   int32_t estimated = 0;
   DAX3DPCL_FEATURE_NORM_Compute_32f(near.data(), count, &normal, &estimated);
-  if (estimated == 0) normal = {0, 0, 1, 0};
+  if (estimated == 0) {
+    normal = {0, 0, 1, 0};
+    ++missing;
+  }
   if (settings.viewpoint) DAX3DPCL_FEATURE_NORM_FlipTowardsViewPoint_I(&normal, point, &settings.viewpoint->x);
   return normal;
 }
@@ -112,7 +117,8 @@ void forNeighbours(const Cloud& cloud, int k, const Workers& workers,
   }
 }
 
-void estimateNormals(Cloud& cloud, const NormalSettings& settings, const Workers& workers) {
+size_t estimateNormals(Cloud& cloud, const NormalSettings& settings, const Workers& workers) {
+  std::atomic<size_t> missing = 0;
   std::vector<float> normals(4 * cloud.size());
   const size_t k = settings.k;
   forNeighbours(cloud, settings.k, workers, [&](const Neighbours& block) {
@@ -120,12 +126,13 @@ void estimateNormals(Cloud& cloud, const NormalSettings& settings, const Workers
       const size_t row = k * i, point = block.first + i;
       const DAX3DPCL_NORMAL normal =
           normalOf(cloud, cloud.points.data() + 3 * point, block.indices.subspan(row, block.found),
-                   block.distances.subspan(row, block.found), settings);
+                   block.distances.subspan(row, block.found), settings, missing);
       const float values[] = {normal.nx, normal.ny, normal.nz, normal.curvature};
       std::copy_n(values, 4, normals.data() + 4 * point);
     });
   });
   cloud.normals = std::move(normals);
+  return missing;
 }
 
 Cloud downsample(const Cloud& cloud, const DAX3D_VECTOR_32F& leaf) {

@@ -39,8 +39,8 @@ struct NormalSettings {
   std::optional<DAX3D_VECTOR_32F> viewpoint;  // that normals are turned to
 };
 
-// Sets the normals of a cloud. Where none can be estimated it is 0, 0, 1, with curvature 0.
-void estimateNormals(Cloud& cloud, const NormalSettings& settings, const Workers& workers);
+// Sets the normals of a cloud. Where none can be estimated it is 0, 0, 1, with curvature 0; returns of how many points.
+size_t estimateNormals(Cloud& cloud, const NormalSettings& settings, const Workers& workers);
 
 // One point for each cell. Throws Failure(kRefused) for more cells than 2^31 - 1.
 Cloud downsample(const Cloud& cloud, const DAX3D_VECTOR_32F& leaf);

@@ -82,7 +82,7 @@ ExitStatus run(const FilterOptions& options) {
   const FilterOption& option = chosen(options);
   const std::string& value = options.values.at(&option);
   const ImageFilter filter = option.parse(value);
-  if (!filter) reject(std::string(option.name) + ": " + inQuotes(value) + " is not " + option.valueName);
+  if (!filter) reject(std::string(option.name) + ": " + inQuotes(value) + " is not " + option.form);
   requireUsable(options, option);
   setUpDecoders();
   const GreyImage image = ImageFile::read(options.input).toGrey();

@@ -127,23 +127,26 @@ ImageFilter parseBorder(std::string_view text) {
 }
 
 constexpr std::array kFilterOptions = {
-    FilterOption{"--mean", "WxH",
+    FilterOption{"--mean", "WxH", "WxH with sides of 1..255",
                  "mean of W x H pixels, sides of 1..255; the image goes on\n"
                  "mirrored beyond its edges",
                  true, parseMean},
-    FilterOption{"--mean-inside", "WxH", "mean of those of W x H pixels that lie in the image", true, parseMeanInside},
-    FilterOption{"--box", "R",
+    FilterOption{"--mean-inside", "WxH", "WxH with sides of 1..65535",
+                 "mean of those of W x H pixels that lie in the image", true, parseMeanInside},
+    FilterOption{"--box", "R", "R of 1..1000, which makes 2 R + 1 pixels each way",
                  "sum over squares of 2 R + 1 pixels, R in 1..1000, drawn as\n"
                  "a share of their area: nothing is added beyond the edges,\n"
                  "so they come out darker",
                  true, parseBox},
-    FilterOption{"--median3", nullptr, "median of 3 x 3 pixels: removes specks, keeps edges", true, parseMedian},
-    FilterOption{"--erode", "N",
+    FilterOption{"--median3", nullptr, nullptr, "median of 3 x 3 pixels: removes specks, keeps edges", true,
+                 parseMedian},
+    FilterOption{"--erode", "N", "N of 1..1000000",
                  "N one-sided erosions of a mask (pixels above 0 are set):\n"
                  "each takes the last pixel of the runs along rows, then\n"
                  "along columns; what is one pixel wide stays",
                  true, parseErode},
     FilterOption{"--border", "RULE:N",
+                 "RULE:N with N of 0..10000, by replicate, mirror, symmetric, circular or constant",
                  "N pixels more on every side, 0..10000, by a RULE: replicate\n"
                  "(aa|abc), mirror (cb|abc), symmetric (ba|abc), circular\n"
                  "(bc|abc), or constant:N:GREY (constant:N is black)",

@@ -15,6 +15,7 @@ using ImageFilter = std::function<GreyImage(const GreyImage&)>;
 struct FilterOption {
   const char* name;       // "--mean"
   const char* valueName;  // "WxH"; null: takes none
+  const char* form;       // what a value must be
   const char* help;
   bool keepsSize;
   // Null for a value that is none.

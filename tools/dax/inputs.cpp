@@ -61,6 +61,13 @@ void requireUsable(const char* option, const fs::path& output, const fs::path& i
   requireOther(option, output, {{"the input", input}});
 }
 
+// A folder for several images that is called like the picture of one is a mistake.
+void requireFolder(const char* option, const fs::path& output, const char* ending) {
+  if (output.extension() != ending || isFolder(output)) return;
+  throw Failure(ExitStatus::kUsage, std::string(option) + ": " + printable(output.string()) +
+                                        " is the name of a file; of several images it names a folder");
+}
+
 }  // namespace
 
 bool areSeveral(const std::vector<std::string>& inputs) {
@@ -74,6 +81,8 @@ std::vector<Job> planJobs(const std::vector<std::string>& inputs, const fs::path
     requireUsable("--report", report, input, ".html");
     return {{input, overlay, report}};
   }
+  requireFolder("--overlay", overlay, ".png");
+  requireFolder("--report", report, ".html");
   // Folders are walked before output folders are made, which may lie inside them.
   std::vector<fs::path> files;
   for (const std::string& input : inputs) {

@@ -45,7 +45,7 @@ void setRange(BlobSelectCfg& cfg, const Filter& filter, const std::string& text)
   const auto range = parseRange(text);
   if (range && activate(cfg, filter, *range)) return;
   throw CLI::ValidationError("--" + std::string(filter.name),
-                             inQuotes(text) + " is not a range MIN..MAX (" + filter.help + ")");
+                             inQuotes(text) + " is not MIN..MAX, MIN.. or ..MAX (" + filter.help + ")");
 }
 
 constexpr int kMostArea = std::numeric_limits<int32_t>::max();
@@ -254,7 +254,7 @@ void InspectCommandLine::applyWeights() {
     const Filter* filter = pair ? findFilter(pair->first) : nullptr;
     const auto weight = pair ? parseNumber(pair->second) : std::nullopt;
     if (!filter || !weight || *weight < 0 || *weight > 1) {
-      throw std::invalid_argument("--weight: " + inQuotes(text) + " is not RANGE=W with W in 0..1");
+      throw std::invalid_argument("--weight: " + inQuotes(text) + " is not RANGE=W, such as area=0.5, with W in 0..1");
     }
     const std::string name(filter->name);
     if ((cfg.flags & filter->flag) == 0) throw std::invalid_argument("--weight needs a range of --" + name);

@@ -155,7 +155,7 @@ Command addLine(CLI::App& app) {
       ->required()
       ->type_name("");
   addRow(*command, options->line);
-  addEdgeOptions(*command, options->calipers);
+  addEdgeOptions(*command, options->calipers, "dark-to-light, light-to-dark or any, along the search\ndirection [any]");
   addFit(*command, options->line);
   addOutputOptions(*command, options->outputs);
   command->footer(std::string(kCaliperHelp) +

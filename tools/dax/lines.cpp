@@ -62,8 +62,9 @@ FittedLine fitLine(const std::vector<Caliper>& calipers, const LineSettings& set
     fitted.points.push_back({i, points.back(), 0, 0, false});
   }
   if (points.size() < 2) {
-    throw Failure(ExitStatus::kRefused, "line: edges in " + std::to_string(points.size()) + " of " +
-                                            std::to_string(calipers.size()) + " calipers, which make no line");
+    throw Failure(ExitStatus::kRefused,
+                  "line: edges in " + std::to_string(points.size()) + " of " + std::to_string(calipers.size()) +
+                      " calipers, which make no line (try a lower --threshold or a greater --length)");
   }
   const auto n = static_cast<int32_t>(points.size());
   const LineFitCfg cfg = cfgFor(settings, points.size());

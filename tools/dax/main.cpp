@@ -33,15 +33,15 @@ namespace {
 
 constexpr const char* kFooter =
     "Examples:\n"
+    "  dax render-scene parts.png\n"
     "  dax inspect parts.png --area 200.. --report parts.html\n"
-    "  dax filter noisy.png clean.png --median3 --compare specks.png\n"
-    "  dax caliper parts.png --box 120,80,60,16,0 --pair --plot profile.png\n"
-    "  dax line parts.png --from 40,200 --to 360,210 --calipers 30 --overlay line.png\n"
-    "  dax fit decay.csv --model exponential --plot decay.svg\n"
+    "  dax filter parts.png clean.png --median3 --compare specks.png\n"
+    "  dax caliper parts.png --box 368,217,90,24,34 --pair --plot profile.png\n"
+    "  dax line parts.png --from 63,333 --to 97,394 --overlay line.png\n"
     "  dax chessboard left/ --size 9x6 --json\n"
-    "  dax render-scene scene.png --truth scene.json\n"
-    "  dax range convert heights.png parts.range --scale 0.1,0.1,0.01\n"
-    "  dax cloud normals parts.range parts.ply --picture parts.png\n\n"
+    "  dax fit decay.csv --model exponential --plot decay.svg\n"
+    "  dax range scene parts.range\n"
+    "  dax cloud normals parts.range normals.ply --picture normals.png\n\n"
     "dax COMMAND --help tells all of a command.\n\n";
 
 // Help that names the type of a value and leaves the rest to the description.
@@ -52,6 +52,36 @@ class Help : public CLI::Formatter {
     return type.empty() ? "" : " " + type.substr(0, type.find(':'));
   }
 };
+
+// The innermost command that the line has come to.
+CLI::App& reached(CLI::App& app) {
+  CLI::App* at = &app;
+  while (!at->get_subcommands().empty()) at = at->get_subcommands().front();
+  return *at;
+}
+
+// "dax cloud normals"
+std::string fullName(const CLI::App& app) {
+  return (app.get_parent() ? fullName(*app.get_parent()) + " " : "") + app.get_name();
+}
+
+// What is wrong with a command line, in terms of what it says and not of what the parser expected.
+std::string explain(const CLI::App& app, const CLI::App& at, const CLI::ParseError& error) {
+  const std::vector<std::string> left = app.remaining(true);
+  const std::vector<const CLI::App*> commands = at.get_subcommands([](const CLI::App*) { return true; });
+  std::string text;
+  if (!commands.empty()) {
+    const char* const kind = !left.empty() && left.front().rfind('-', 0) == 0 ? " is no option" : " is no command";
+    for (const CLI::App* command : commands) text += (text.empty() ? "" : ", ") + command->get_name();
+    text = (left.empty() ? "which command?" : inQuotes(left.front()) + kind) + " (" + text + ")";
+  } else if (dynamic_cast<const CLI::ExtrasError*>(&error)) {
+    for (const std::string& each : left) text += " " + printable(each);
+    text = "not expected:" + text;
+  } else {
+    text = printable(error.what());
+  }
+  return text + " (" + fullName(at) + " --help tells more)";
+}
 
 ExitStatus dispatch(int argc, char** argv) {
   CLI::App app("Filters and measures images, range images and point clouds, fits curves to points.", "dax");
@@ -75,7 +105,7 @@ ExitStatus dispatch(int argc, char** argv) {
       finishOutput();
       return ExitStatus::kOk;
     }
-    throw Failure(ExitStatus::kUsage, printable(error.what()) + " (dax --help tells more)");
+    throw Failure(ExitStatus::kUsage, explain(app, reached(app), error));
   }
   for (const Command& command : commands) {
     if (command.app->parsed()) return command.run();

@@ -1,5 +1,6 @@
 #include <CLI/CLI.hpp>
 #include <filesystem>
+#include <limits>
 #include <memory>
 
 #include "commands.h"
@@ -49,7 +50,7 @@ Command addRenderScene(CLI::App& app) {
       ->type_name("FILE.json");
   scene->add_option("--size", options->size, "sides in pixels, 150..8192 [1200x900]")->type_name("WxH");
   scene->add_option("--seed", options->seed, "which of many scenes; one seed, one picture [1]")
-      ->check(CLI::NonNegativeNumber)
+      ->check(CLI::Range(int64_t{0}, std::numeric_limits<int64_t>::max()))
       ->type_name("N");
   scene->footer(
       "Bright parts (discs, rings, rectangles, slots, hexagonal nuts, L brackets) and specks of\n"

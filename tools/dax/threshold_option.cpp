@@ -101,6 +101,7 @@ DaxiThresholdBinCfg configuration(std::string_view text) {
     readValues(pair->second, shares);
     return relative(shares);
   }
+  if (!parseNumber(text)) reject(inQuotes(text) + " is not otsu, N, N..M, mask, soft:... or relative:...");
   return single(greyLevel(text));
 }
 
