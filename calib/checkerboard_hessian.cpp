@@ -20,7 +20,7 @@ struct DetectBuffer {
       : locate(layout.add<uint8_t>(LocateBuffer(size).layout.total())),
         sampled(layout.add<uint8_t>(pixelsOf(size) / 4)),
         corners(layout.add<CheckerboardCorner>(kMostGridCorners)),
-        grid(layout.add<uint8_t>(GridBuffer(kMostGridCorners).layout.total())) {}
+        grid(layout.add<uint8_t>(GridBuffer().layout.total())) {}
   BufferLayout layout;
   BufferPiece<uint8_t> locate;
   BufferPiece<uint8_t> sampled;
@@ -31,7 +31,7 @@ struct DetectBuffer {
 struct SortBuffer {
   explicit SortBuffer(int32_t count)
       : corners(layout.add<CheckerboardCorner>(static_cast<uint64_t>(count))),
-        grid(layout.add<uint8_t>(GridBuffer(kMostGridCorners).layout.total())) {}
+        grid(layout.add<uint8_t>(GridBuffer().layout.total())) {}
   BufferLayout layout;
   BufferPiece<CheckerboardCorner> corners;
   BufferPiece<uint8_t> grid;

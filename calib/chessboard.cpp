@@ -104,20 +104,21 @@ class BoardSearch {
     _DAXI_Erode3x3_8u_C1R(mask(), size_.width, mask(), size_.width, size_, 1, at_.erosion.in(buffer_), isa);
   }
 
-  // Whether a group of the mask's squares is accepted; a group that only has the board's shape is copied, too.
-  bool tryLevel(DaxiPoint32f* corners, int32_t* cornerCount, int32_t isa) {
+  // Copies the corners of a group of the mask's squares that has the board's shape: the first monotone one, or else the
+  // last.
+  void tryLevel(DaxiPoint32f* corners, int32_t* cornerCount, int32_t isa) {
     const DaxiDomainList* const domains = _DAXI_FindDomain_8u_C1R(
         mask(), size_.width, size_, kEightConnected, at_.model.in(buffer_), at_.labelling.in(buffer_), isa);
     const auto regions = static_cast<int64_t>(domains->domainCount);
     crowded_ = regions - borderRuns(*domains, size_) > kMostQuads;
-    if (regions < counts_.leastRegions() || regions > kMostQuads) return false;
+    if (regions < counts_.leastRegions() || regions > kMostQuads) return;
     const int32_t count = DAXI_ChessboardCorner_contour_select(domains, &counts_, at_.labels.in(buffer_),
                                                                at_.areas.in(buffer_), at_.points.in(buffer_));
-    if (count == 0) return false;
+    if (count == 0) return;
     const QuadTable table{at_.quads.in(buffer_), at_.corners.in(buffer_), count};
     for (int32_t i = 0; i < count; ++i) makeQuad(*domains, at_.labels.in(buffer_)[i], table, i);
     DAXI_ChessboardCorner_find_quads_neighbor(&table);
-    return tryGroups(table, corners, cornerCount);
+    tryGroups(table, corners, cornerCount);
   }
 
   // Whether every further level will have too many regions.
@@ -143,20 +144,20 @@ class BoardSearch {
     }
   }
 
-  bool tryGroups(const QuadTable& table, DaxiPoint32f* corners, int32_t* cornerCount) {
+  void tryGroups(const QuadTable& table, DaxiPoint32f* corners, int32_t* cornerCount) {
     QuadGroup group{at_.group.in(buffer_), 0};
     const GroupScratch scratch{at_.places.in(buffer_), at_.centres.in(buffer_), at_.hull.in(buffer_),
                                at_.box.in(buffer_)};
     for (int32_t number = 0;; ++number) {
       DAXI_ChessboardCorner_find_connected_quads(&table, number, &group);
-      if (group.count == 0) return false;
+      if (group.count == 0) return;
       DAXI_ChessboardCorner_order_connected_quads(&table, &group, pattern_, &scratch);
       DAXI_ChessboardCorner_clean_surplus_quads(&table, &group, counts_.half, &scratch);
       if (group.count == 0 || !DAXI_ChessboardCorner_check_quad_group(&table, &group, pattern_, at_.ids.in(buffer_)))
         continue;
       copyCorners(table, corners);
       *cornerCount = counts_.corners;
-      if (DAXI_ChessboardCorner_check_board_monotony(corners, pattern_)) return true;
+      if (DAXI_ChessboardCorner_check_board_monotony(corners, pattern_)) return;
     }
   }
 

@@ -1,13 +1,12 @@
 // The corner graph of a group of quads, and the board that is read off it.
 #include <algorithm>
+#include <cfloat>
 #include <cmath>
 
 #include "calib/chessboard.h"
 
 namespace dax {
 namespace {
-
-constexpr float kNoLength = 1.1920929e-7f;
 
 int32_t labelFor(const ChessboardQuad& quad) {
   if (quad.neighbours == 1) return DAX_CHESSBOARD_LABEL_1;
@@ -179,7 +178,7 @@ class BoardReader {
 bool isMonotone(const DaxiPoint32f* first, int32_t step, int32_t count) {
   const DaxiPoint32f a = first[0], b = first[ptrdiff_t{step} * (count - 1)];
   const float dx = b.x - a.x, dy = b.y - a.y;
-  if (std::fabs(dx) + std::fabs(dy) < kNoLength) return false;
+  if (std::fabs(dx) + std::fabs(dy) < FLT_EPSILON) return false;
   float before = 0;
   for (int32_t i = 1; i < count - 1; ++i) {
     const DaxiPoint32f p = first[ptrdiff_t{step} * i];

@@ -37,14 +37,14 @@ bool isUsable(const CheckerboardCorner& c) {
 // Even slots lie along the edge into dark, odd ones along the edge into light, clockwise on the screen.
 void makeNode(const CheckerboardCorner& corner, GridNode& node) {
   const DaxiPoint32f along = corner.intoDark;
-  const DaxiPoint32f across = cross(along, corner.intoLight) >= 0 ? corner.intoLight : -1.0f * corner.intoLight;
-  node = {{-1, -1, -1, -1}, {along, across, -1.0f * along, -1.0f * across}, -1, 0, 0, 0};
+  const DaxiPoint32f across = cross(along, corner.intoLight) >= 0 ? corner.intoLight : -corner.intoLight;
+  node = {{-1, -1, -1, -1}, {along, across, -along, -across}, -1, 0, 0, 0};
 }
 
 class GridFinder {
  public:
   GridFinder(CheckerboardCorner* corners, int32_t* count, const CornerProber* prober, void* buffer)
-      : at_(kMostGridCorners), corners_(corners), count_(*count), prober_(prober), buffer_(buffer) {
+      : corners_(corners), count_(*count), prober_(prober), buffer_(buffer) {
     for (int32_t i = 0; i < count_; ++i) makeNode(corners[i], node(i));
   }
 
@@ -290,13 +290,13 @@ void writeBoards(const FoundBoards& found, int32_t count, const CheckerboardCorn
 
 }  // namespace
 
-GridBuffer::GridBuffer(int32_t count)
-    : nodes(layout.add<GridNode>(static_cast<uint64_t>(count))),
-      queue(layout.add<int32_t>(static_cast<uint64_t>(count))),
+GridBuffer::GridBuffer()
+    : nodes(layout.add<GridNode>(kMostGridCorners)),
+      queue(layout.add<int32_t>(kMostGridCorners)),
       cells(layout.add<int32_t>(kMostCells)),
       heights(layout.add<int32_t>(kMostCells)),
-      board(layout.add<int32_t>(2 * static_cast<uint64_t>(count))),
-      found(layout.add<CheckerboardGrid>(static_cast<uint64_t>(count))) {}
+      board(layout.add<int32_t>(2 * kMostGridCorners)),
+      found(layout.add<CheckerboardGrid>(kMostGridCorners)) {}
 
 int32_t findBoards(CheckerboardCorner* corners, int32_t* count, GridLimits limits, const CornerProber* prober,
                    CheckerboardCorner* sorted, CheckerboardGrid* boards, int32_t maxBoards, void* buffer) {

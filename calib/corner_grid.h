@@ -23,7 +23,7 @@ struct GridNode {
 };
 
 struct GridBuffer {
-  explicit GridBuffer(int32_t count);
+  GridBuffer();
   BufferLayout layout;
   BufferPiece<GridNode> nodes;
   BufferPiece<int32_t> queue;

@@ -105,8 +105,8 @@ struct Quadric {
 };
 
 void setEdges(const Quadric& f, DaxiPoint32f first, DaxiPoint32f second, CheckerboardCorner& corner) {
-  if (first.x * second.y - first.y * second.x < 0) second = {-second.x, -second.y};
-  const bool darkBetween = f.along({first.x + second.x, first.y + second.y}) < 0;
+  if (cross(first, second) < 0) second = -second;
+  const bool darkBetween = f.along(first + second) < 0;
   corner.intoDark = darkBetween ? first : second;
   corner.intoLight = darkBetween ? second : first;
 }
@@ -129,13 +129,14 @@ struct DoubledAngles {
     x += gx * gx - gy * gy;
     y += 2 * gx * gy;
   }
-  // The line across the gradients.
-  DaxiPoint32f edge(DaxiPoint32f otherwise) const {
+  // The line across the gradients, in the sense of the one known before, which it is where there are none.
+  DaxiPoint32f edge(DaxiPoint32f before) const {
     const float length = std::sqrt(x * x + y * y);
-    if (!(length > 0)) return otherwise;
+    if (!(length > 0)) return before;
     const float cosine = std::sqrt(std::max(0.0f, (1 + x / length) / 2));
     const float sine = std::sqrt(std::max(0.0f, (1 - x / length) / 2));
-    return {y >= 0 ? -sine : sine, cosine};
+    const DaxiPoint32f line{y >= 0 ? -sine : sine, cosine};
+    return dot(line, before) < 0 ? -line : line;
   }
 };
 
@@ -221,11 +222,8 @@ void _DAXI_CBL_Hessian_orien(const dax::HessianPlanes* planes, float scale, Chec
         (acrossDark > acrossLight ? dark : light).add(gx, gy);
       }
     }
-    const auto turned = [](DaxiPoint32f edge, DaxiPoint32f before) {
-      return dax::dot(edge, before) < 0 ? DaxiPoint32f{-edge.x, -edge.y} : edge;
-    };
-    corner->intoDark = turned(dark.edge(corner->intoDark), corner->intoDark);
-    corner->intoLight = turned(light.edge(corner->intoLight), corner->intoLight);
+    corner->intoDark = dark.edge(corner->intoDark);
+    corner->intoLight = light.edge(corner->intoLight);
   }
 }
 

@@ -221,7 +221,7 @@ SymmetryBuffer::SymmetryBuffer(DaxiSize size)
       candidates(layout.add<SymmetryCandidate>(kMostSymmetryCandidates)),
       near(layout.add<int32_t>(NearMap::blocks(size))),
       corners(layout.add<CheckerboardCorner>(kMostGridCorners)),
-      grid(layout.add<uint8_t>(GridBuffer(kMostGridCorners).layout.total())) {}
+      grid(layout.add<uint8_t>(GridBuffer().layout.total())) {}
 
 bool probeSymmetric(const void* context, DaxiPoint32f expected, float spacing, const CheckerboardCorner& neighbour,
                     CheckerboardCorner* corner) {

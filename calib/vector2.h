@@ -10,6 +10,9 @@ namespace dax {
 inline DaxiPoint32f operator-(DaxiPoint32f a, DaxiPoint32f b) {
   return {a.x - b.x, a.y - b.y};
 }
+inline DaxiPoint32f operator-(DaxiPoint32f a) {
+  return {-a.x, -a.y};
+}
 inline DaxiPoint32f operator+(DaxiPoint32f a, DaxiPoint32f b) {
   return {a.x + b.x, a.y + b.y};
 }
