@@ -26,7 +26,7 @@ int main(void) {
   DaxStatus status = DAXI_AdpThresholdOtsu_8u_C1IR(image[0], 8, size);
   if (!status) status = DAXI_BlobFind_8u_C1R(image[0], 8, size, 8, model, &domains, findBuffer);
   const int32_t count = (int32_t)_DAXI_DomainCount(domains);
-  if (!status)
+  if (!status && count > 0) /* selecting from no blobs is an error */
     status = DAXI_BlobSelect_8u_C1R(image[0], 8, image[0], 8, size, domains, count, &result, &cfg, selectBuffer);
 
   printf("DAX %s: %s, %u blobs\n", DAX_GetVersion(), DAX_GetStatusText(status), result.count);
