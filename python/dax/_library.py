@@ -74,6 +74,16 @@ def needed(name: str, *arguments: Any) -> int:
     return int(size[0])
 
 
+
+class Fixed:
+    """Attributes are set once: what they say, memory was measured by."""
+
+    def __setattr__(self, name: str, value: Any) -> None:
+        if name in vars(self):
+            raise AttributeError(f"{name} of a {type(self).__name__} cannot be changed: make a new one")
+        super().__setattr__(name, value)
+
+
 def memory(size: int) -> Any:
     """That many bytes, aligned as by malloc and not cleared."""
     if size > 2**63 - 1:

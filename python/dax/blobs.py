@@ -7,7 +7,7 @@ from numpy.typing import ArrayLike, NDArray
 
 from ._arrays import BYTES, Array, Image, choice, instance, numbers, of_shape, pair, pointer, source, target
 from ._interface import ffi
-from ._library import buffer, call, function
+from ._library import Fixed, buffer, call, function
 from ._records import view
 from .pool import Pool, handle_of
 
@@ -38,7 +38,7 @@ _OUTSIDE = 0x800
 _MOST = 20000
 
 
-class Labelling:
+class Labelling(Fixed):
     """The domains of a mask, numbered from 0 in raster order of their first pixel. Made by `label`.
 
     size: (width, height) of the mask. runs: structured array of all runs (row, start, end, cls, label).

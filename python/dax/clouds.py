@@ -9,7 +9,7 @@ from numpy.typing import ArrayLike, NDArray
 
 from ._arrays import Array, numbers, pointer
 from ._interface import ffi
-from ._library import buffer, call, memory, needed
+from ._library import Fixed, buffer, call, memory, needed
 from .pool import Pool, handle_of
 
 _NONE_FURTHER = np.float32(np.finfo(np.float32).max)
@@ -48,7 +48,7 @@ class Neighbours(NamedTuple):
     squared_distances: NDArray[np.float32]
 
 
-class KdTree:
+class KdTree(Fixed):
     """A static tree over points, for nearest neighbours. It owns its memory; any number of threads may search it.
 
     points: (n, d), n and d at least 1; they are copied. leaf_size: most points in a leaf. compact: takes half of the
@@ -76,12 +76,12 @@ class KdTree:
         return len(self.points)
 
     def __reduce__(self) -> tuple[Any, ...]:
-        return KdTree, (self.points, self.leaf_size, self.compact)
+        return type(self), (self.points, self.leaf_size, self.compact)
 
     def __copy__(self) -> "KdTree":
         """A tree with memory of its own, without building it again."""
-        twin = KdTree.__new__(KdTree)
-        vars(twin).update(vars(self))
+        twin = KdTree.__new__(type(self))
+        twin.points, twin.leaf_size, twin.compact = self.points, self.leaf_size, self.compact
         twin._memory = memory(ffi.sizeof(self._memory))
         ffi.memmove(twin._memory, self._memory, ffi.sizeof(self._memory))
         twin._tree = ffi.cast("DAX3DPCL_KDTREE_V2*", twin._memory)

@@ -6,7 +6,7 @@ from numpy.typing import ArrayLike, NDArray
 
 from ._arrays import Array, numbers, pointer
 from ._interface import ffi
-from ._library import buffer, call
+from ._library import Fixed, buffer, call
 
 Shape = tuple[int, int]
 Triplets = tuple[ArrayLike, ArrayLike, ArrayLike]
@@ -19,7 +19,7 @@ class _Convertible(Protocol):
         ...
 
 
-class SparseMatrix:
+class SparseMatrix(Fixed):
     """A sparse matrix with room for `capacity` elements. Its pattern, the set of its elements, stays while values change.
 
     shape: (rows, columns), at least 1 each. Elements that are added enlarge the pattern; a full matrix raises dax.Error.

@@ -183,3 +183,15 @@ def test_pool_closed_under_a_call_ends_after_it(pool, monkeypatch):
     assert not ended
     del call
     assert len(ended) == 1
+
+
+@pytest.mark.parametrize("make, name, value", [
+    (lambda: dax.label(np.eye(4, dtype=np.uint8)), "size", (400, 400)),
+    (lambda: dax.KdTree([[0, 0], [1, 1]]), "points", np.zeros((9, 5), np.float32)),
+    (lambda: dax.KdTree([[0, 0], [1, 1]]), "compact", True),
+    (lambda: dax.SparseMatrix((2, 2), 4), "shape", (200, 200)),
+])
+def test_what_memory_was_measured_by_stays(make, name, value):
+    kept = make()
+    with pytest.raises(AttributeError, match="cannot be changed"):
+        setattr(kept, name, value)
