@@ -5,7 +5,7 @@ dax_write_exports(${PROJECT_BINARY_DIR})
 add_library(dax SHARED)
 add_library(dax::dax ALIAS dax)
 target_link_libraries(dax PRIVATE dax_all_objects $<BUILD_INTERFACE:dax_settings> m)
-target_include_directories(dax PUBLIC $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}/include>
+target_include_directories(dax PUBLIC "$<BUILD_INTERFACE:${DAX_INCLUDE_DIRS}>"
                                       $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}>)
 set_target_properties(
   dax PROPERTIES VERSION ${PROJECT_VERSION} SOVERSION ${PROJECT_VERSION_MAJOR} LINKER_LANGUAGE C
@@ -19,5 +19,5 @@ endif()
 add_library(dax_internal STATIC)
 target_link_libraries(dax_internal PRIVATE dax_all_objects PUBLIC m)
 set_target_properties(dax_internal PROPERTIES LINKER_LANGUAGE CXX)
-target_include_directories(dax_internal PUBLIC ${PROJECT_SOURCE_DIR} ${PROJECT_SOURCE_DIR}/include)
+target_include_directories(dax_internal PUBLIC ${PROJECT_SOURCE_DIR} ${DAX_INCLUDE_DIRS})
 target_compile_definitions(dax_internal PUBLIC DAX_HAVE_NEON=${dax_neon})
