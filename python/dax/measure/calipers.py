@@ -11,11 +11,25 @@ from typing import Any, Literal, NamedTuple, Optional, Sequence, Union
 import numpy as np
 from numpy.typing import ArrayLike, NDArray
 
-from ._arrays import BYTES, Array, Image, choice, of_shape, source
-from ._interface import ffi
-from ._library import buffer, call
-from ._records import view
-from .pool import Pool, handle_of
+from .._arrays import BYTES, Array, Image, choice, of_shape, source
+from .._interface import ffi
+from .._library import buffer, call
+from .._records import view
+from ..pool import Pool, handle_of
+
+__all__ = [
+    "Annulus",
+    "Box",
+    "EdgePairs",
+    "Edges",
+    "Profile",
+    "Ramp",
+    "Rhomboid",
+    "find_edge_pairs",
+    "find_edge_pairs_in",
+    "find_edges",
+    "find_edges_in",
+]
 
 
 class Box(NamedTuple):

@@ -5,11 +5,13 @@ from typing import Any, Literal, NamedTuple, Optional, Union
 import numpy as np
 from numpy.typing import ArrayLike, NDArray
 
-from ._arrays import BYTES, Array, Image, choice, instance, numbers, of_shape, pair, pointer, source, target
-from ._interface import ffi
-from ._library import Fixed, buffer, call, function
-from ._records import view
-from .pool import Pool, handle_of
+from .._arrays import BYTES, Array, Image, choice, instance, numbers, of_shape, pair, pointer, source, target
+from .._interface import ffi
+from .._library import Fixed, buffer, call, function
+from .._records import view
+from ..pool import Pool, handle_of
+
+__all__ = ["Blobs", "Labelling", "RotatedBox", "draw_contours", "draw_labels", "enclosing_box", "label", "select_blobs"]
 
 _ORDERS = {"ascending": 1, "descending": 2, "none": 3}
 _KEYS = {

@@ -11,11 +11,24 @@ from typing import Any, Callable, Literal, NamedTuple, Optional
 import numpy as np
 from numpy.typing import ArrayLike, NDArray
 
-from ._arrays import Array, choice, numbers, pointer
-from ._interface import ffi
-from ._library import call, function, memory, needed, text
-from .errors import Error
+from .._arrays import Array, choice, numbers, pointer
+from .._interface import ffi
+from .._library import call, function, memory, needed, text
+from ..errors import Error
 from .sparse import Filler, Matrix, SparseMatrix
+
+__all__ = [
+    "Blocks",
+    "BlockShape",
+    "Minimum",
+    "Settings",
+    "Solution",
+    "least_squares",
+    "least_squares_blocks",
+    "minimize_blocks",
+    "minimize_normal",
+    "numeric_jacobian",
+]
 
 Vector = NDArray[np.float64]
 Residuals = Callable[[Vector], ArrayLike]
