@@ -1,5 +1,5 @@
 """Masks and weights of what is bright."""
-from typing import Any, Literal, NamedTuple, Optional
+from typing import Literal, NamedTuple, Optional
 
 import numpy as np
 from numpy.typing import ArrayLike, NDArray
