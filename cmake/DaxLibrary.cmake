@@ -20,7 +20,7 @@ add_library(dax SHARED)
 add_library(dax::dax ALIAS dax)
 target_link_libraries(dax PRIVATE $<BUILD_INTERFACE:dax_settings> m)
 target_sources(dax PRIVATE $<TARGET_OBJECTS:dax_objects>)
-target_include_directories(dax PUBLIC $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}/include>
+target_include_directories(dax PUBLIC "$<BUILD_INTERFACE:${DAX_INCLUDE_DIRS}>"
                                       $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}>)
 set_target_properties(
   dax PROPERTIES VERSION ${PROJECT_VERSION} SOVERSION ${PROJECT_VERSION_MAJOR} LINKER_LANGUAGE C
@@ -34,5 +34,5 @@ endif()
 add_library(dax_internal STATIC $<TARGET_OBJECTS:dax_objects>)
 target_link_libraries(dax_internal PUBLIC m)
 set_target_properties(dax_internal PROPERTIES LINKER_LANGUAGE CXX)
-target_include_directories(dax_internal PUBLIC ${PROJECT_SOURCE_DIR} ${PROJECT_SOURCE_DIR}/include)
+target_include_directories(dax_internal PUBLIC ${PROJECT_SOURCE_DIR} ${DAX_INCLUDE_DIRS})
 target_compile_definitions(dax_internal PUBLIC DAX_HAVE_NEON=${dax_neon})

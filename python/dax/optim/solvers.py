@@ -11,19 +11,24 @@ from typing import Any, Callable, Literal, NamedTuple, Optional
 import numpy as np
 from numpy.typing import ArrayLike, NDArray
 
-from ._arrays import Array, choice, numbers, pointer
-from ._interface import ffi
-from ._library import call, function, memory, needed, text
-from .errors import Error
+from .._arrays import Array, choice, numbers, pointer
+from .._interface import ffi
+from .._library import memory, needed
+from ._callbacks import Callbacks, Memo, Residuals, Update, Vector, array_at
 from .sparse import Filler, Matrix, SparseMatrix
 
-Vector = NDArray[np.float64]
-Residuals = Callable[[Vector], ArrayLike]
-Update = Callable[[Vector, Vector], ArrayLike]
-
-_RAISED = 1  # status of a callback that raised an exception
-_TOO_SMALL = -32
-_MODEST = 1 << 26  # bytes to try first where the worst pattern would need more
+__all__ = [
+    "Blocks",
+    "BlockShape",
+    "Minimum",
+    "Settings",
+    "Solution",
+    "least_squares",
+    "least_squares_blocks",
+    "minimize_blocks",
+    "minimize_normal",
+    "numeric_jacobian",
+]
 
 
 @dataclasses.dataclass(frozen=True)
@@ -102,8 +107,8 @@ def least_squares(
     >>> np.abs(found.x - [3, 0.5]).max() < 1e-4
     True
     """
-    callbacks, start = _Callbacks(update), numbers("x0", x0, (None,), np.float64).copy()
-    measured = _Memo(residuals)
+    callbacks, start = Callbacks(update), numbers("x0", x0, (None,), np.float64).copy()
+    measured = Memo(residuals)
     n, m = len(start), numbers("residuals", measured(start.copy()), (None,), np.float64).size
     functions = ffi.new("PrmtLmFunctions*", {"update": callbacks.update})
     functions.residuals = callbacks.residuals(measured, m)
@@ -112,7 +117,7 @@ def least_squares(
         functions.elements = elements
     else:
         filler = Filler("jacobian", (m, n))
-        derived = _Memo(jacobian, lambda value: tuple(map(np.copy, filler.triplets(value))))
+        derived = Memo(jacobian, lambda value: tuple(map(np.copy, filler.triplets(value))))
         functions.elements = max(elements, filler.count(derived(start.copy()))) or 1
         functions.jacobian = callbacks.matrix("PrmtJacobianFunction", lambda x, *_: derived(x), filler)
     variant, own = _variant(choice("method", method, {"cholesky": "", "cg": "CG_"}), huber)
@@ -142,7 +147,7 @@ def numeric_jacobian(residuals: Residuals, x: ArrayLike, update: Optional[Update
     array([[5., 2.],
            [0., 3.]])
     """
-    callbacks, at = _Callbacks(update), numbers("x", x, (None,), np.float64).copy()
+    callbacks, at = Callbacks(update), numbers("x", x, (None,), np.float64).copy()
     m = numbers("residuals", residuals(at.copy()), (None,), np.float64).size
     n = len(at)
     result = SparseMatrix((m, n), m * n)
@@ -182,9 +187,9 @@ def minimize_normal(
     >>> np.abs(found.x).max() < 1e-4
     True
     """
-    callbacks, start = _Callbacks(update), numbers("x0", x0, (None,), np.float64).copy()
+    callbacks, start = Callbacks(update), numbers("x0", x0, (None,), np.float64).copy()
     n = len(start)
-    measured, filler = _Memo(energy), Filler("normal: H", (n, n))
+    measured, filler = Memo(energy), Filler("normal: H", (n, n))
     formed = normal(start.copy(), settings.initial_damping)
     functions = ffi.new(
         "PrmtLmHmspFunctions*", {"update": callbacks.update, "elements": max(elements, filler.count(formed[0])) or 1}
@@ -193,7 +198,7 @@ def minimize_normal(
 
     def form(x: Vector, damping: float, right: Any) -> Any:
         matrix, side = normal(x, damping)
-        _array(right, n)[:] = numbers("normal: b", side, (n,), np.float64)
+        array_at(right, n)[:] = numbers("normal: b", side, (n,), np.float64)
         return matrix
 
     functions.normal = callbacks.normal(form, filler)
@@ -252,13 +257,13 @@ def minimize_blocks(
     >>> np.abs(dax.minimize_blocks(energy, normal, [5, 5, 5], shape).x - [0, 0, 1]).max() < 1e-4
     True
     """
-    callbacks, start = _Callbacks(update), numbers("x0", x0, (None,), np.float64).copy()
+    callbacks, start = Callbacks(update), numbers("x0", x0, (None,), np.float64).copy()
     n, layout = len(start), _Layout(shape)
-    measured = _Memo(energy)
+    measured = Memo(energy)
     functions = ffi.new("PrmtLmHblkFunctions*", {"update": callbacks.update, "shape": layout.record[0]})
     functions.energy = callbacks.energy(measured)
     functions.normal = callbacks.callback(
-        "PrmtBlockFunction", lambda x, n, m, user, h: layout.fill(h, normal(_array(x, n).copy()))
+        "PrmtBlockFunction", lambda x, n, m, user, h: layout.fill(h, normal(array_at(x, n).copy()))
     )
     query = needed("PRMT_LM_HBLK_BufferSize_f64", n, 1, layout.record)
     step_norm = callbacks.solve(
@@ -291,7 +296,7 @@ def least_squares_blocks(
     True
     """
     links = numbers("shape: links", shape.links, (None, 2), np.int64)
-    measured = _Memo(residuals)
+    measured = Memo(residuals)
 
     def at(x: Vector) -> Array:
         return numbers("residuals", measured(x), (len(links), None), np.float64)
@@ -362,113 +367,4 @@ class _Layout:
         values[2] = values[2][self.order]
         for field, value in zip(("a", "b", "w", "rhsA", "rhsB"), values):
             if value.size:
-                _array(getattr(h, field), value.size)[:] = value.ravel()
-
-
-class _Memo:
-    """A function of x that remembers its last value, and counts its calls. `keep` turns what it returns, which may be
-    one array that all calls write, into what stays."""
-
-    def __init__(self, function: Callable[[Vector], Any], keep: Callable[[Any], Any] = np.array) -> None:
-        self.function, self.keep, self.calls = function, keep, 0
-        self.at: Optional[bytes] = None
-
-    def __call__(self, x: Vector) -> Any:
-        place = x.tobytes()
-        if self.at != place:
-            self.calls += 1
-            self.value = self.keep(self.function(x))
-            self.at = place
-        return self.value
-
-
-class _Callbacks:
-    """The callbacks of one call, and the first exception that one of them raised."""
-
-    def __init__(self, update: Optional[Update]) -> None:
-        self.error: Optional[BaseException] = None
-        self.user = ffi.new("char[1]")
-        self.kept: list[Any] = []
-        self.update = self._update(update)
-
-    def callback(self, ctype: str, function: Callable[..., None]) -> Any:
-        """A function as a callback; an exception ends the call that it was called from."""
-
-        def guarded(*arguments: Any) -> int:
-            function(*arguments)
-            return 0
-
-        made = ffi.callback(ctype, guarded, error=_RAISED, onerror=self._keep)
-        self.kept.append(made)
-        return made
-
-    def _keep(self, kind: Any, error: BaseException, trace: Any) -> None:
-        self.error = self.error or error.with_traceback(trace)
-
-    def _update(self, update: Optional[Update]) -> Any:
-        def apply(x: Any, step: Any, n: int, user: Any) -> None:
-            at, by = _array(x, n), _array(step, n)
-            if update is None:
-                at += by
-            else:
-                at[:] = numbers("update", update(at.copy(), by.copy()), (n,), np.float64)
-
-        return self.callback("PrmtUpdateFunction", apply)
-
-    def residuals(self, function: Residuals, size: int) -> Any:
-        def apply(x: Any, n: int, m: int, user: Any, values: Any) -> None:
-            _array(values, m)[:] = numbers("residuals", function(_array(x, n).copy()), (size,), np.float64)
-
-        return self.callback("PrmtResidualFunction", apply)
-
-    def energy(self, function: Callable[[Vector], float]) -> Any:
-        def apply(x: Any, n: int, m: int, user: Any, value: Any) -> None:
-            value[0] = float(function(_array(x, n).copy()))
-
-        return self.callback("PrmtEnergyFunction", apply)
-
-    def matrix(self, ctype: str, function: Callable[..., Any], filler: Filler) -> Any:
-        def apply(x: Any, n: int, m: int, user: Any, matrix: Any) -> None:
-            filler.fill(matrix, function(_array(x, n).copy()))
-
-        return self.callback(ctype, apply)
-
-    def normal(self, function: Callable[[Vector, float, Any], Any], filler: Filler) -> Any:
-        def apply(x: Any, n: int, damping: float, user: Any, matrix: Any, right: Any) -> None:
-            filler.fill(matrix, function(_array(x, n).copy(), damping, right))
-
-        return self.callback("PrmtNormalFunction", apply)
-
-    def differences(self, functions: Any, n: int, m: int) -> Any:
-        scratch = memory(8 * (2 * m + 2 * n))
-
-        def apply(x: Any, n: int, m: int, user: Any, matrix: Any) -> None:
-            address = ffi.cast("double*", scratch)
-            call("PRMT_JacNum_Process_f64", x, n, m, user, functions.residuals, functions.update, matrix, address)
-
-        return self.callback("PrmtJacobianFunction", apply)
-
-    def call(self, name: str, *arguments: Any) -> int:
-        """The status of a solver, 0 or too small a buffer; everything else is raised."""
-        status = int(function(name)(*arguments))
-        if self.error is not None:
-            raise self.error
-        if status not in (0, _TOO_SMALL):
-            raise Error(name, status, text(status))
-        return status
-
-    def solve(self, name: str, most: int, x: Vector, *arguments: Any) -> float:
-        """Calls a solver with as much memory as it turns out to need; returns the norm of the last step."""
-        size = min(most, _MODEST)
-        error, step_norm = ffi.new("double*"), ffi.new("double*")
-        while True:
-            has = ffi.new("uint64_t*", size)
-            status = self.call(name, pointer(x, "double"), *arguments, error, step_norm, memory(size), has)
-            if status == 0:
-                return float(step_norm[0])
-            size = min(most, max(int(has[0]), 2 * size))
-
-
-def _array(address: Any, count: int) -> Vector:
-    """Doubles at an address, as an array in their memory."""
-    return np.frombuffer(ffi.buffer(address, 8 * count), np.float64)
+                array_at(getattr(h, field), value.size)[:] = value.ravel()

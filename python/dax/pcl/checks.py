@@ -5,8 +5,10 @@ Single precision is checked for float32 arrays, double precision for all others.
 import numpy as np
 from numpy.typing import ArrayLike
 
-from ._arrays import numbers, pointer
-from ._library import call
+from .._arrays import numbers, pointer
+from .._library import call
+
+__all__ = ["check_box", "check_camera_matrix", "check_motion", "check_normal", "check_quaternion"]
 
 
 def check_camera_matrix(matrix: ArrayLike) -> None:

@@ -6,10 +6,22 @@ from typing import Any, NamedTuple, Optional, Union
 import numpy as np
 from numpy.typing import ArrayLike, NDArray
 
-from ._arrays import Array, instance, numbers, of_shape, pointer, refuse_overlap, source, target
-from ._interface import ffi
-from ._library import buffer, call, function, needed
-from .errors import Error
+from .._arrays import Array, instance, numbers, of_shape, pointer, refuse_overlap, source, target
+from .._interface import ffi
+from .._library import buffer, call, function, needed
+from ..errors import Error
+
+__all__ = [
+    "Calibration",
+    "Camera",
+    "RangeImage",
+    "depth_to_xyz",
+    "range_from_rgbd",
+    "range_to_xyz",
+    "read_range",
+    "remove_speckles",
+    "write_range",
+]
 
 Triple = tuple[float, float, float]
 

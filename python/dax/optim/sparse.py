@@ -4,9 +4,11 @@ from typing import Any, Optional, Protocol, Union, overload
 import numpy as np
 from numpy.typing import ArrayLike, NDArray
 
-from ._arrays import Array, numbers, pointer
-from ._interface import ffi
-from ._library import Fixed, buffer, call
+from .._arrays import Array, numbers, pointer
+from .._interface import ffi
+from .._library import Fixed, buffer, call
+
+__all__ = ["SparseMatrix"]
 
 Shape = tuple[int, int]
 Triplets = tuple[ArrayLike, ArrayLike, ArrayLike]

@@ -1,15 +1,18 @@
 """Blobs: the connected regions of a mask, measured, filtered, ranked and scored."""
 import dataclasses
-from typing import Any, Literal, NamedTuple, Optional, Union
+from typing import Any, Literal, Optional, Union
 
 import numpy as np
 from numpy.typing import ArrayLike, NDArray
 
-from ._arrays import BYTES, Array, Image, choice, instance, numbers, of_shape, pair, pointer, source, target
-from ._interface import ffi
-from ._library import Fixed, buffer, call, function
-from ._records import view
-from .pool import Pool, handle_of
+from .._arrays import BYTES, Array, Image, choice, instance, numbers, of_shape, pair, pointer, source, target
+from .._interface import ffi
+from .._library import Fixed, buffer, call, function
+from .._records import view
+from ..pool import Pool, handle_of
+from .boxes import BOXES, RotatedBox, rotated_box
+
+__all__ = ["Blobs", "Labelling", "draw_contours", "draw_labels", "label", "select_blobs"]
 
 _ORDERS = {"ascending": 1, "descending": 2, "none": 3}
 _KEYS = {
@@ -81,17 +84,17 @@ class Labelling(Fixed):
         call("_DAXI_DomainConvexHull_ROI", self._domains, self._domain(label), size, pointer(corners, "DaxiPoint32s"), count)
         return corners[: count[0]].copy()
 
-    def enclosing_box(self, label: int, least: Literal["area", "perimeter"] = "area") -> "RotatedBox":
+    def enclosing_box(self, label: int, least: Literal["area", "perimeter"] = "area") -> RotatedBox:
         """The best rectangle around a domain's pixel centres.
 
         >>> dax.label(np.ones((2, 3), np.uint8)).enclosing_box(0)
         RotatedBox(x=1.0, y=0.5, width=2.0, height=1.0, angle=0.0)
         """
-        mode = choice("least", least, _BOXES)
+        mode = choice("least", least, BOXES)
         corners, size = self._hull_room()
         box, room = ffi.new("DaxiRotatedBox*"), pointer(corners, "DaxiPoint32s")
         call("_DAXI_DomainEncloseBox", self._domains, self._domain(label), size, mode, room, box)
-        return _rotated_box(box)
+        return rotated_box(box)
 
     def rectangularity(self, label: int) -> float:
         """Share of the rectangle of least area that a domain fills, at most 1.
@@ -113,46 +116,6 @@ class Labelling(Fixed):
         if not domain:
             raise IndexError(f"label: {label}, there are {len(self)}")
         return domain
-
-
-class RotatedBox(NamedTuple):
-    """A rectangle in pixels and radians: centre, width >= height, angle of the long side in (-pi/2, pi/2]."""
-
-    x: float
-    y: float
-    width: float
-    height: float
-    angle: float
-
-
-_BOXES = {"area": 1, "perimeter": 2}
-
-
-def _rotated_box(box: Any) -> RotatedBox:
-    return RotatedBox(box.x, box.y, box.width, box.height, box.angle)
-
-
-def enclosing_box(points: ArrayLike, least: Literal["area", "perimeter"] = "area", convex: bool = False) -> RotatedBox:
-    """The best rectangle around points.
-
-    points: (n, 2) whole numbers x, y within +-2^19, in any order. convex: they are corners of a convex polygon in strict
-    turns, as `Labelling.hull` gives them; saves time.
-
-    >>> dax.enclosing_box([[0, 0], [4, 0], [4, 2], [0, 2], [1, 1]])
-    RotatedBox(x=2.0, y=1.0, width=4.0, height=2.0, angle=0.0)
-    """
-    mode = choice("least", least, _BOXES)
-    if np.asarray(points).dtype.kind not in "iu":
-        raise TypeError(f"points: of type {np.asarray(points).dtype}, needed are whole numbers")
-    if np.size(points) and np.abs(np.asarray(points, np.float64)).max() > 2**19:
-        raise ValueError("points: beyond +-2^19")
-    corners = numbers("points", points, (None, 2), np.int32)
-    box, address, count = ffi.new("DaxiRotatedBox*"), pointer(corners, "DaxiPoint32s"), len(corners)
-    if convex:
-        call("DAXI_REG_EncloseBox", address, count, mode, box)
-    else:
-        call("_DAXI_PtEncloseBox_32s", address, count, mode, box, buffer("_DAXI_PtEncloseBoxBufferSize_32s", count))
-    return _rotated_box(box)
 
 
 def label(mask: ArrayLike, connectivity: Literal[4, 8] = 8, classes: bool = False) -> Labelling:

@@ -7,10 +7,12 @@ from typing import Any, NamedTuple, Optional
 import numpy as np
 from numpy.typing import ArrayLike, NDArray
 
-from ._arrays import Array, numbers, pointer
-from ._interface import ffi
-from ._library import Fixed, buffer, call, memory, needed
-from .pool import Pool, handle_of
+from .._arrays import Array, numbers, pointer
+from .._interface import ffi
+from .._library import Fixed, buffer, call, memory, needed
+from ..pool import Pool, handle_of
+
+__all__ = ["KdTree", "Neighbours", "Normals", "estimate_normals", "face_viewpoint", "normal_of", "voxel_grid"]
 
 _NONE_FURTHER = np.float32(np.finfo(np.float32).max)
 

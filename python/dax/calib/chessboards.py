@@ -9,13 +9,23 @@ from typing import Any, Literal, NamedTuple, Optional
 import numpy as np
 from numpy.typing import ArrayLike, NDArray
 
-from ._arrays import BYTES, Array, choice, numbers, of_shape, pointer, source
-from ._interface import ffi
-from ._library import buffer, call
-from ._records import dtype_of, view
-from .errors import Error
-from .filters import Window, as_size
-from .pool import Pool, handle_of
+from .._arrays import BYTES, Array, Window, as_size, choice, numbers, of_shape, pointer, source
+from .._interface import ffi
+from .._library import buffer, call
+from .._records import dtype_of, view
+from ..errors import Error
+from ..pool import Pool, handle_of
+
+__all__ = [
+    "Board",
+    "Corners",
+    "arrange_corners",
+    "find_checkerboards",
+    "find_checkerboards_by_symmetry",
+    "find_chessboard",
+    "locate_corners",
+    "refine_corners",
+]
 
 _MOST = 2048  # corners that detectors of boards of any size look at
 _NO_BOARD = 0x10000103

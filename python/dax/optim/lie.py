@@ -7,8 +7,22 @@ Results are the same to the last bit on every machine.
 import numpy as np
 from numpy.typing import ArrayLike, NDArray
 
-from ._arrays import Array, pointer
-from ._library import call
+from .._arrays import Array, pointer
+from .._library import call
+
+__all__ = [
+    "se3_compose",
+    "se3_exp",
+    "se3_inverse",
+    "se3_log",
+    "se3_update",
+    "so3_compose",
+    "so3_exp",
+    "so3_inverse",
+    "so3_log",
+    "so3_log_jacobian",
+    "so3_update",
+]
 
 Doubles = NDArray[np.float64]
 _Core = tuple[int, ...]

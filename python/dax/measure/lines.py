@@ -4,9 +4,11 @@ from typing import Literal, NamedTuple, Optional
 import numpy as np
 from numpy.typing import ArrayLike, NDArray
 
-from ._arrays import choice, numbers, pair, pointer
-from ._interface import ffi
-from ._library import buffer, call
+from .._arrays import choice, numbers, pair, pointer
+from .._interface import ffi
+from .._library import buffer, call
+
+__all__ = ["Line", "fit_line"]
 
 _STARTS = {"least-squares": 1, "all-pairs": 2, "some-pairs": 3}
 _WEIGHTS = {"least-squares": 1, "huber": 2, "tukey": 3}

@@ -5,49 +5,28 @@ edges, which are scored by criteria and ranked. Lengths are pixels, angles radia
 whole numbers.
 """
 import dataclasses
-import math
-from typing import Any, Literal, NamedTuple, Optional, Sequence, Union
+from typing import Any, Literal, NamedTuple, Optional, Sequence
 
 import numpy as np
 from numpy.typing import ArrayLike, NDArray
 
-from ._arrays import BYTES, Array, Image, choice, of_shape, source
-from ._interface import ffi
-from ._library import buffer, call
-from ._records import view
-from .pool import Pool, handle_of
+from .._arrays import BYTES, Array, choice, of_shape, source
+from .._interface import ffi
+from .._library import buffer, call
+from .._records import view
+from ..pool import Pool, handle_of
+from .regions import REGIONS, Region, longest, record_of
 
-
-class Box(NamedTuple):
-    """A turned rectangle: centre, sides, angle of the width in -pi..pi."""
-
-    x: float
-    y: float
-    width: float
-    height: float
-    angle: float = 0.0
-
-
-class Rhomboid(NamedTuple):
-    """A parallelogram: centre, sides, angle of the side `width`, angle of the side `height`."""
-
-    x: float
-    y: float
-    width: float
-    height: float
-    angle: float
-    side_angle: float
-
-
-class Annulus(NamedTuple):
-    """A sector of a ring: centre, radii, start angle in -pi..pi, sweep in 0..2 pi."""
-
-    x: float
-    y: float
-    inner_radius: float
-    outer_radius: float
-    start_angle: float = -math.pi
-    sweep: float = 2 * math.pi
+__all__ = [
+    "EdgePairs",
+    "Edges",
+    "Profile",
+    "Ramp",
+    "find_edge_pairs",
+    "find_edge_pairs_in",
+    "find_edges",
+    "find_edges_in",
+]
 
 
 class Ramp(NamedTuple):
@@ -65,17 +44,10 @@ class Ramp(NamedTuple):
     falling: bool = False
 
 
-Region = Union[Box, Rhomboid, Annulus]
 Polarity = Literal["dark-to-light", "light-to-dark", "any"]
 Along = Literal["width", "height"]
 _POLARITIES = {"dark-to-light": 1, "light-to-dark": 2, "any": 3}
 _ALONG = {"height": 0, "width": 1}
-# Region: (part of the C names, C type).
-_REGIONS: dict[type, tuple[str, str]] = {
-    Box: ("", "CaliperBox"),
-    Rhomboid: ("Rhomboid", "CaliperRhomboid"),
-    Annulus: ("Annulus", "CaliperAnnulus"),
-}
 # By their contrast: 255 grey levels score 1.
 _BY_CONTRAST = Ramp(0, 0, 255)
 
@@ -314,28 +286,11 @@ def _configuration(
     return cfg
 
 
-def _region(region: Region) -> tuple[str, Any]:
-    if type(region) not in _REGIONS:
-        raise TypeError(f"region: {type(region).__name__}, needed is a Box, a Rhomboid or an Annulus")
-    part, ctype = _REGIONS[type(region)]
-    return part, ffi.new(f"{ctype}*", [float(value) for value in region])
-
-
-def _longest(region: Region) -> int:
-    """No profile of a region is longer."""
-    if isinstance(region, Annulus):
-        sides = region.outer_radius - region.inner_radius, region.sweep * (region.inner_radius + region.outer_radius) / 2
-    else:
-        sides = region.width, region.height
-    longest = max(sides)
-    return int(longest) + 4 if 0 < longest <= 2**24 else 1  # impossible ones are refused before the capacity
-
-
 _Records = tuple[Array, Array, Optional[Profile]]
 
 
 def _find(kind: str, image: ArrayLike, region: Region, cfg: Any, mask: Optional[ArrayLike], profile: bool) -> _Records:
-    part, record = _region(region)
+    part, record = record_of(region)
     plain = part == "" and mask is None and not profile
     src = source("image", image, (*BYTES, np.dtype(np.int16)) if plain else BYTES)
     version = "V1" if profile else ""
@@ -354,15 +309,15 @@ def _find(kind: str, image: ArrayLike, region: Region, cfg: Any, mask: Optional[
 
 def _find_in(kind: str, image: ArrayLike, regions: Sequence[Region], cfg: Any, pool: Optional[Pool]) -> list[_Records]:
     src = source("image", image, BYTES)
-    if type(regions) in _REGIONS:
+    if type(regions) in REGIONS:
         raise TypeError(f"regions: one {type(regions).__name__}, needed is a list; for a single region there is find_edges")
     regions = list(regions)
     if not regions:
         return []
     if len({type(region) for region in regions}) > 1:
         raise TypeError("regions: all of one kind")
-    part, _ = _region(regions[0])
-    rows = ffi.new(f"{_REGIONS[type(regions[0])][1]}[]", [[float(value) for value in region] for region in regions])
+    part, _ = record_of(regions[0])
+    rows = ffi.new(f"{REGIONS[type(regions[0])][1]}[]", [[float(value) for value in region] for region in regions])
     threads, handle = handle_of(pool)
     work = buffer(f"DAXI_Calip{kind}Detect{part}V2BufferSize_8u", rows, len(regions), threads)
     results, records, points = _results(kind, cfg, regions)
@@ -375,9 +330,9 @@ def _find_in(kind: str, image: ArrayLike, regions: Sequence[Region], cfg: Any, p
 def _results(kind: str, cfg: Any, regions: Sequence[Region]) -> tuple[Any, Array, Array]:
     """Results with room for what the configuration asks, and that room as arrays: (count, most) records, their points.
     The configuration is made to ask for no more than there can be."""
-    count, longest = len(regions), max(_longest(region) for region in regions)
+    count, samples = len(regions), max(longest(region) for region in regions)
     limit, field, each = ("maxEdges", "edges", 1) if kind == "Edge" else ("maxPairs", "pairs", 2)
-    setattr(cfg, limit, min(getattr(cfg, limit), longest**each))
+    setattr(cfg, limit, min(getattr(cfg, limit), samples**each))
     room = max(getattr(cfg, limit), 1)
     records = ffi.new(f"Caliper{kind}[]", count * room)
     points = np.empty((count, room, each, 2), np.float32)
@@ -392,7 +347,7 @@ class _Curve:
     """A profile's record and arrays."""
 
     def __init__(self, region: Region) -> None:
-        self.rows = np.empty((2, _longest(region)), np.float32)
+        self.rows = np.empty((2, longest(region)), np.float32)
         gray, response = (ffi.cast("float*", row.ctypes.data) for row in self.rows)
         self.record = ffi.new("CaliperProfile*", {"profile": gray, "response": response, "capacity": self.rows.shape[1]})
 
