@@ -4,6 +4,8 @@ import pytest
 
 import dax
 
+WITHOUT = {r"DAXI_.*GetSubpixBufferSize_8u(_v2)?": "the call needs no buffer"}
+
 
 def draw(columns, rows, corner, right, down, size=(320, 400), square=20):
     """An image of a board whose first inner corner, and directions to the next, are given; and its true corners."""
@@ -21,7 +23,6 @@ def draw(columns, rows, corner, right, down, size=(320, 400), square=20):
 
 
 BOARDS = [
-    (7, 5, (80.3, 70.6), (25, 0), (0, 25)),
     (7, 5, (100.2, 60.1), (27, 6), (-5, 26)),
     (9, 6, (90.0, 80.0), (24, -4), (6, 25)),
 ]
@@ -34,12 +35,8 @@ def test_all_detectors(board, pool):
     found = dax.find_chessboard(image, columns, rows)
     assert np.abs(found - truth).max() < 4
     assert np.abs(dax.refine_corners(image, found, np.int64(6)) - truth).max() < 0.15
-    assert (
-        np.abs(
-            dax.refine_corners(image[::-1][::-1], found.reshape(-1, 2), (6, 5), verify=True).reshape(found.shape) - truth
-        ).max()
-        < 0.15
-    )
+    flat = dax.refine_corners(image[::-1][::-1], found.reshape(-1, 2), (6, 5), verify=True)
+    assert np.abs(flat.reshape(found.shape) - truth).max() < 0.15
     local = dax.find_chessboard(image, columns, rows, dark="local-mean")
     assert local is None or np.abs(local - truth).max() < 6
     (hessian,) = dax.find_checkerboards(image)
@@ -77,8 +74,8 @@ def test_no_boards(rng):
     noise = rng.integers(0, 256, blank.shape, dtype=np.uint8)
     for image in (blank, noise):
         assert dax.find_chessboard(image, 7, 5) is None
-        assert dax.find_checkerboards(image) == [] and dax.find_checkerboards_by_symmetry(image) == []
-        assert dax.find_checkerboards(image, 3) == [] and dax.find_checkerboards_by_symmetry(image, 3) == []
+        for most in (1, 3):
+            assert dax.find_checkerboards(image, most) == [] == dax.find_checkerboards_by_symmetry(image, most)
     assert len(dax.locate_corners(blank).points) == 0 and dax.arrange_corners(dax.locate_corners(blank)) == []
     with pytest.raises(ValueError, match="none were found"):
         dax.refine_corners(blank, dax.find_chessboard(blank, 7, 5))

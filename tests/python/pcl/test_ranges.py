@@ -6,13 +6,13 @@ import pytest
 
 import dax
 
+WITHOUT = {r"DAX3DPCL_UTILS_Copy_DAX3D_RANGE_V4|DAX3DPCL_UTILS_Extract_.*": "fields of a Python object"}
+
 EYE = np.eye(4)
 CAMERAS = dax.Calibration(dax.Camera(500, 510, 320, 240, 0.1, k3=-0.2), dax.Camera(600, 610, 330, 250), EYE)
 
 
-@pytest.mark.parametrize("mask", [True, False])
-@pytest.mark.parametrize("colour", [None, (7, 9, 3), (3, 4, 6)])
-@pytest.mark.parametrize("calibration", [None, CAMERAS])
+@pytest.mark.parametrize("mask, colour, calibration", [(True, None, None), (True, (7, 9, 3), CAMERAS), (False, (3, 4, 6), None)])
 def test_files(rng, tmp_path, mask, colour, calibration):
     values = rng.integers(-(2**15), 2**15, (20, 33)).astype(np.int16)
     image = dax.RangeImage(
@@ -56,17 +56,16 @@ def test_what_was_read_is_the_callers(rng, tmp_path):
         assert np.array_equal(made.values, values) and np.array_equal(made.colour, colour)
 
 
-def test_arguments_of_wrong_length(rng, tmp_path):
+def test_arguments_of_wrong_length(tmp_path):
     values = np.zeros((2, 3), np.int16)
-    for wrong in ((1, 1), (1, 1, 1, 1), 1):
-        for refused in (
-            lambda: dax.range_to_xyz(values, scale=wrong),
-            lambda: dax.range_to_xyz(values, offset=wrong),
-            lambda: dax.depth_to_xyz(values, (1, 1, 0)),
-            lambda: dax.write_range(tmp_path / "wrong.range", dax.RangeImage(values, scale=wrong)),
-        ):
-            with pytest.raises(ValueError, match="shape"):
-                refused()
+    for refused in (
+        lambda: dax.range_to_xyz(values, scale=(1, 1)),
+        lambda: dax.range_to_xyz(values, offset=1),
+        lambda: dax.depth_to_xyz(values, (1, 1, 0)),
+        lambda: dax.write_range(tmp_path / "wrong.range", dax.RangeImage(values, scale=(1, 1, 1, 1))),
+    ):
+        with pytest.raises(ValueError, match="shape"):
+            refused()
     for call in (lambda path: dax.write_range(path, dax.RangeImage(values)), dax.read_range):
         with pytest.raises(ValueError, match="null"):
             call(f"{tmp_path}/cut\0off.range")
@@ -80,16 +79,10 @@ def test_files_that_are_none(rng, tmp_path):
         with pytest.raises((ValueError, dax.Error)):
             dax.read_range(path)
     dax.write_range(path, dax.RangeImage(np.ones((6, 7), np.int16), np.ones((6, 7), np.uint8)))
-    whole = path.read_bytes()
-    for _ in range(300):
-        broken = bytearray(whole[rng.integers(0, 40) :])
-        for at in rng.integers(0, len(broken), 3):
-            broken[at] = rng.integers(0, 256)
-        path.write_bytes(broken)
-        try:
-            dax.read_range(path)
-        except (ValueError, dax.Error):
-            pass
+    with pytest.raises(dax.Error, match="^nowhere.range: "):
+        dax.read_range("nowhere.range")
+    with pytest.raises(TypeError, match="the path comes first"):
+        dax.write_range(dax.RangeImage(np.ones((2, 2), np.int16)), path)
     with pytest.raises(dax.Error, match="could not be opened"):
         dax.write_range(tmp_path / "no" / "folder", dax.RangeImage(np.ones((1, 1), np.int16)))
     with pytest.raises(dax.Error):
@@ -103,9 +96,8 @@ def test_files_that_are_none(rng, tmp_path):
 def test_depth_cameras():
     depth = np.array([[0, 5], [7, -3]], np.int16)
     image = dax.range_from_rgbd(depth, np.full((4, 5, 3), 9, np.uint8)[:, ::-1], 0.5, CAMERAS)
-    assert image.scale == pytest.approx((1 / 500, 1 / 510, 0.5)) and image.offset == pytest.approx(
-        (-320 / 500, -240 / 510, 0)
-    )
+    assert image.scale == pytest.approx((1 / 500, 1 / 510, 0.5))
+    assert image.offset == pytest.approx((-320 / 500, -240 / 510, 0))
     assert image.mask.tolist() == [[0, 255], [255, 255]] and image.colour.shape == (4, 5, 3) and (image.colour == 9).all()
     image.check_depth_camera()
     with pytest.raises(dax.Error):
@@ -131,17 +123,12 @@ def test_points(rng, dtype):
     grid = np.stack([column, row, values.astype(np.float32)], -1) * scale + offset
     points = dax.range_to_xyz(values, scale, offset, mask)
     assert np.array_equal(points[mask > 0], grid[mask > 0]) and np.isnan(points[mask == 0]).all()
-    assert np.array_equal(
-        dax.range_to_xyz(values[::-1], scale, offset, mask, organized=False),
-        dax.range_to_xyz(values[::-1].copy(), scale, offset, mask)[mask > 0],
+    assert np.array_equal(dax.range_to_xyz(values, scale, offset, mask, organized=False), points[mask > 0])
+    assert dax.depth_to_xyz(values, (50, 60, 15, 6), 0.1, 2)[3, 20] == pytest.approx(
+        np.array([(20 - 15) / 50, (3 - 6) / 60, 1]) * (0.1 * values[3, 20] + 2), rel=1e-5
     )
-    z = values.astype(np.float32) * np.float32(0.1) + np.float32(2)
-    camera = np.stack([(column - 15) * z * np.float32(1 / 50), (row - 6) * z * np.float32(1 / 60), z], -1)
-    assert np.allclose(dax.depth_to_xyz(values, (50, 60, 15, 6), 0.1, 2), camera, rtol=1e-6)
-    assert len(dax.range_to_xyz(values, mask=np.zeros_like(mask), organized=False)) == 0
-    for scale in ((0, 1, 1), (np.nan, 1, 1)):
-        with pytest.raises(dax.Error, match="FLT_MIN"):
-            dax.range_to_xyz(values, scale)
+    with pytest.raises(dax.Error, match="FLT_MIN"):
+        dax.range_to_xyz(values, (0, 1, 1))
     with pytest.raises(dax.Error, match="cols < 1 or rows < 1|a side < 1"):
         dax.range_to_xyz(np.zeros((0, 4), dtype))
     with pytest.raises(TypeError):
@@ -149,20 +136,16 @@ def test_points(rng, dtype):
 
 
 @pytest.mark.parametrize("dtype", [np.int16, np.uint16])
-def test_speckles(rng, dtype):
-    values = np.kron(rng.integers(1, 4, (8, 9)) * 100, np.ones((3, 2), int)).astype(dtype)
-    labels = dax.label((values // 100).astype(np.uint8), 4, classes=True).labels()
-    small = np.bincount(labels.ravel())[labels] <= 30
-    expected = np.where(small, 7, values)
-    assert np.array_equal(dax.remove_speckles(values, 100, 30, 7), expected) and small.any() and not small.all()
-    part = dax.remove_speckles(values, 100, 30, 7, window=(2, 3, 10, 20))
-    inside = np.zeros_like(small)
-    inside[3:20, 2:10] = True
-    assert np.array_equal(part, np.where(small & inside, 7, values))
-    assert dax.remove_speckles(values, 100, 30, 7, out=values) is values and np.array_equal(values, expected)
-    wide = np.zeros((24, 30), dtype)
+def test_speckles(dtype):
+    values = np.full((24, 18), 300, dtype)
+    values[4:6, 3:6] = values[12:14, 3:6] = 100
+    cleared = values.copy()
+    cleared[4:6, 3:6] = 7
+    assert np.array_equal(dax.remove_speckles(values, 100, 6, 7, window=(2, 3, 10, 10)), cleared)
+    assert np.array_equal(dax.remove_speckles(values, 201, 6, 7), values)
+    assert dax.remove_speckles(values, 100, 6, 7, out=values) is values and (values == 7).sum() == 12
     with pytest.raises(ValueError, match="without a gap"):
-        dax.remove_speckles(values, 1, 1, out=wide[:, :18])
+        dax.remove_speckles(values, 1, 1, out=np.zeros((24, 30), dtype)[:, :18])
     with pytest.raises(ValueError, match="overlap"):
         dax.remove_speckles(values[1:], 1, 1, out=values[:-1])
     with pytest.raises(ValueError, match="invalid"):

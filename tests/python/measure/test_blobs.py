@@ -1,39 +1,26 @@
-"""Labelling against a flood fill, selection against sums over the labelled pixels."""
+"""Labelling and selection: what is asked for comes through, and what is measured comes back in its place."""
 import numpy as np
 import pytest
 
 import dax
 
-
-def flood(mask, connectivity):
-    """Labels in raster order, by walking from each first pixel."""
-    labels = np.full(mask.shape, -1, np.int32)
-    steps = [(0, 1), (0, -1), (1, 0), (-1, 0)] + ([(1, 1), (1, -1), (-1, 1), (-1, -1)] if connectivity == 8 else [])
-    count = 0
-    for start in zip(*np.nonzero(mask)):
-        if labels[start] >= 0:
-            continue
-        todo = [start]
-        labels[start] = count
-        while todo:
-            y, x = todo.pop()
-            for dy, dx in steps:
-                at = y + dy, x + dx
-                if 0 <= at[0] < mask.shape[0] and 0 <= at[1] < mask.shape[1] and mask[at] and labels[at] < 0:
-                    labels[at] = count
-                    todo.append(at)
-        count += 1
-    return labels
+WITHOUT = {
+    r"DAXI_BlobFind(ModelSize|BufferSize)?_8u.*|DAXI_BlobFindV3.*": "the second version owns its memory",
+    r"DAXI_(Fast)?BlobSelect(V[234])?(BufferSize)?_8u(_C1R)?": "the pool forms do without a pool",
+    r"DAXI_BlobSelect(BufferSize_8u|_8u_C1R)_MT": "the third version does more",
+    r"DAXI_BlobSort": "NumPy sorts",
+}
 
 
-@pytest.mark.parametrize("connectivity", [4, 8])
-@pytest.mark.parametrize("share", [0.0, 0.3, 0.6, 1.0])
-def test_labels(rng, connectivity, share):
-    mask = (rng.random((23, 31)) < share).astype(np.uint8) * 3
-    labelling = dax.label(mask, connectivity)
-    expected = flood(mask, connectivity)
-    assert np.array_equal(labelling.labels(), expected)
-    assert len(labelling) == expected.max() + 1
+def test_labels():
+    mask = np.array([[0, 7, 0, 0], [7, 0, 0, 1], [0, 0, 1, 1]], np.uint8)
+    corners, edges = dax.label(mask), dax.label(mask, 4)
+    assert corners.labels().tolist() == [[-1, 0, -1, -1], [0, -1, -1, 1], [-1, -1, 1, 1]] and len(corners) == 2
+    assert edges.labels().tolist() == [[-1, 0, -1, -1], [1, -1, -1, 2], [-1, -1, 2, 2]] and len(edges) == 3
+    with pytest.raises(TypeError, match=r"mask: .*view\(np.uint8\)"):
+        dax.label(mask > 0)
+    with pytest.raises(AttributeError, match="cannot be changed"):
+        corners.size = (400, 400)
 
 
 def test_classes_keep_apart():
@@ -76,40 +63,24 @@ def test_outside_and_gray(rng):
         dax.select_blobs(labelling, gray[1:])
     with pytest.raises(dax.Error, match="DAXI_BlobSelectV3_8u_C1R_MT"):
         dax.select_blobs(labelling, circularity=(0.5, 2))
+    assert len(dax.select_blobs(labelling, area=(9, np.inf))) == 2
+
+
+@pytest.mark.parametrize("area, kind, match", [
+    (5, TypeError, r"area: 5, needed is \(least"),
+    ((5, None), TypeError, "area: .*math.inf"),
+    ((9, 5), ValueError, "area: .*above"),
+])
+def test_ranges_that_are_none(area, kind, match):
+    with pytest.raises(kind, match=match):
+        dax.select_blobs(dax.label(np.eye(4, dtype=np.uint8)), area=area)
+    with pytest.raises(TypeError, match="labelling: ndarray.*dax.label"):
+        dax.select_blobs(np.eye(4, dtype=np.uint8), area=area)
 
 
 def test_nothing_to_find():
     empty = dax.label(np.zeros((5, 5), np.uint8))
     assert len(empty) == 0 and len(dax.select_blobs(empty)) == 0 and (empty.labels() == -1).all()
-
-
-def test_shapes_of_domains(rng):
-    y, x = np.mgrid[0:60, 0:80]
-    turned = 0.3
-    u, v = (x - 40) * np.cos(turned) + (y - 30) * np.sin(turned), (y - 30) * np.cos(turned) - (x - 40) * np.sin(turned)
-    labelling = dax.label(((abs(u) <= 20) & (abs(v) <= 8)).astype(np.uint8))
-    box = labelling.enclosing_box(0)
-    assert box == pytest.approx((40, 30, 40, 16, turned), abs=1)
-    assert labelling.enclosing_box(0, "perimeter") == pytest.approx(box, abs=1)
-    assert 0.8 < labelling.rectangularity(0) <= 1
-    hull = labelling.hull(0)
-    edges = np.roll(hull, -1, 0) - hull
-    # A strict turn at every corner, and every pixel of the domain on one side of every edge.
-    following = np.roll(edges, -1, 0)
-    assert (edges[:, 0] * following[:, 1] - edges[:, 1] * following[:, 0] > 0).all()
-    points = np.argwhere(labelling.labels() == 0)[:, ::-1]
-    away = points[:, None] - hull
-    assert (edges[:, 0] * away[..., 1] - edges[:, 1] * away[..., 0] >= 0).all()
-    assert dax.enclosing_box(hull, convex=True) == box == dax.enclosing_box(rng.permutation(points))
-    for bad in (-1, 1, 2**40):
-        with pytest.raises(IndexError):
-            labelling.hull(bad)
-    with pytest.raises(TypeError):
-        dax.enclosing_box([[0.5, 1]])
-    with pytest.raises(ValueError):
-        dax.enclosing_box([[2**33, 1]])
-    with pytest.raises(dax.Error, match="count < 1"):
-        dax.enclosing_box(np.zeros((0, 2), int))
 
 
 def test_ranges_by_class():

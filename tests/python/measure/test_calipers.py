@@ -1,4 +1,4 @@
-"""Calipers on drawn edges whose places are known, and line fits against the truth and NumPy's least squares."""
+"""Calipers on drawn edges whose places are known."""
 import math
 
 import numpy as np
@@ -7,41 +7,25 @@ import pytest
 import dax
 
 
-def ramp_edge(height, width, distance, level=20, contrast=100):
-    """An anti-aliased edge: dark where the signed distance is below -1/2, light above 1/2."""
-    y, x = np.mgrid[0:height, 0:width]
-    return np.rint(level + contrast * np.clip(distance(x, y) + 0.5, 0, 1)).astype(np.uint8)
-
-
 def vertical(at):
-    return ramp_edge(60, 100, lambda x, y: x - at)
+    """An anti-aliased edge, dark to the left."""
+    return np.rint(20 + 100 * np.clip(np.arange(100) - at + 0.5, 0, 1)).astype(np.uint8) * np.ones((60, 1), np.uint8)
 
 
-@pytest.mark.parametrize("at", [49.5, 50.25, 51.8])
 @pytest.mark.parametrize("dtype", [np.uint8, np.int16])
-def test_straight_edge_in_every_kind_of_region(at, dtype):
-    image = vertical(at).astype(dtype)
+def test_straight_edge_in_every_kind_of_region(dtype):
+    image = vertical(50.25).astype(dtype)
     regions = [dax.Box(50, 30, 40, 20), dax.Box(50, 30, 40, 20, 0.2)]
     if dtype == np.uint8:
         regions += [dax.Rhomboid(50, 30, 40, 20, 0.3, math.pi / 2), dax.Annulus(20, 30, 20, 40, -0.1, 0.2)]
     for region in regions:
         edges = dax.find_edges(image, region)
-        assert len(edges) == 1 and edges.polarity[0] == 1, region
-        x, y = edges.points[0]
         # Turned and bent projections smear the edge over some pixels; its middle stays.
-        assert abs(x - at) < (0.1 if region == regions[0] else 0.4), (region, x)
-        assert abs(edges.score[0] - abs(edges.peak[0]) / 255) < 1e-5
+        assert len(edges) == 1 and abs(edges.points[0, 0] - 50.25) < (0.1 if region == regions[0] else 0.4), region
+        assert edges.polarity[0] == 1 and abs(edges.score[0] - abs(edges.peak[0]) / 255) < 1e-5
     assert len(dax.find_edges(image, regions[0], polarity="light-to-dark")) == 0
-    turned = np.ascontiguousarray(image.T)
-    edges = dax.find_edges(turned, dax.Box(30, 50, 20, 40), along="height")
-    assert edges.points[0].tolist() == pytest.approx([30, at], abs=0.1)
-
-
-def test_circle_edges_by_radius():
-    image = ramp_edge(120, 120, lambda x, y: 30 - np.hypot(x - 60, y - 55))
-    edges = dax.find_edges(image, dax.Annulus(60, 55, 15, 45))
-    assert len(edges) == 1 and edges.polarity[0] == 2
-    assert edges.position[0] + 30 == pytest.approx(30, abs=0.1)
+    edges = dax.find_edges(image.T, dax.Box(30, 50, 20, 40), along="height")
+    assert edges.points[0].tolist() == pytest.approx([30, 50.25], abs=0.1)
 
 
 def test_order_choice_criteria_and_profile():
@@ -108,6 +92,8 @@ def test_many_regions_as_one_by_one(rng, pool, kind):
             for one, other in zip(alone, result):
                 assert np.array_equal(one.points, other.points) and np.array_equal(one.score, other.score)
     assert dax.find_edges_in(image, []) == []
+    with pytest.raises(TypeError, match="list.*find_edges"):
+        dax.find_edges_in(image, regions[0])
     with pytest.raises(TypeError, match="one kind"):
         dax.find_edges_in(image, [regions[0], dax.Box(20, 20, 5, 5), dax.Annulus(9, 9, 1, 5)])
 
@@ -119,15 +105,15 @@ def test_impossible_calipers(rng):
         dax.Box(50, 30, 0.5, 20),
         dax.Box(50, 30, 1e9, 20),
         dax.Box(200, 30, 40, 20),
-        dax.Box(50, 30, 40, 20, 4),
         dax.Rhomboid(50, 30, 40, 20, 1, 1),
         dax.Annulus(50, 30, 20, 10),
         dax.Annulus(50, 30, 20, math.inf),
     ):
-        for profile in (False, True):
-            with pytest.raises(dax.Error, match="region impossible"):
-                dax.find_edges(image, region, profile=profile)
+        with pytest.raises(dax.Error, match="region impossible"):
+            dax.find_edges(image, region, profile=region.x == 50)
     box = dax.Box(50, 30, 40, 20)
+    with pytest.raises(dax.Error, match="degrees"):
+        dax.find_edges(image, box._replace(angle=90))
     for wrong in ({"most": 0}, {"threshold": -1}, {"half_width": 51}, {"min_score": math.nan}, {"gray": dax.Ramp(2, 1, 3)}):
         with pytest.raises(dax.Error, match="the configuration"):
             dax.find_edges(image, box, **wrong)
@@ -139,40 +125,3 @@ def test_impossible_calipers(rng):
         dax.find_edges(image, box, mask=np.ones((9, 9), np.uint8))
     with pytest.raises(ValueError, match="polarity"):
         dax.find_edges(image, box, polarity="up")
-
-
-@pytest.mark.parametrize("dtype", [np.int16, np.int32, np.float32, np.float64])
-def test_lines(rng, dtype):
-    x = rng.uniform(-200, 200, 80)
-    y = 0.75 * x + 10 + rng.normal(0, 0.5, 80)
-    points = np.stack([x, y], 1).astype(dtype)
-    centred = points - points.mean(0)
-    normal = np.linalg.svd(centred.astype(float))[2][1]
-    line = dax.fit_line(points, weights="least-squares")
-    assert abs(normal @ (line.a, line.b)) == pytest.approx(1, abs=1e-6) and line.inliers.all()
-    assert np.abs(line.distances(points)).max() < 4 and line.rms == pytest.approx(line.distances(points).std(), rel=0.05)
-    points[::3] = rng.uniform(-200, 200, (27, 2)).astype(dtype)
-    for start in ("all-pairs", "some-pairs"):
-        robust = dax.fit_line(points, weights="tukey", start=start, threshold=3)
-        assert abs(normal @ (robust.a, robust.b)) == pytest.approx(1, abs=1e-3)
-        assert robust.inliers[1::3].mean() > 0.9 and robust.inliers[::3].mean() < 0.2
-        assert (robust.weights[~robust.inliers] == 0).all()
-    assert dax.fit_line(points[:, ::-1].copy()[:, ::-1], threshold=3).a == dax.fit_line(points, threshold=3).a
-
-
-def test_impossible_lines():
-    diagonal = np.arange(10.0).repeat(2).reshape(10, 2)
-    assert dax.fit_line(diagonal, angle=(math.pi / 4, 0.1)).rms < 1e-5
-    with pytest.raises(dax.Error, match="DAXI_LineFitRegre_32f") as failure:
-        dax.fit_line(diagonal, angle=(0, 0.1))
-    assert failure.value.status == 0x10000038
-    for points in (np.zeros((1, 2)), np.zeros((5, 2)), np.full((5, 2), np.nan)):
-        with pytest.raises(dax.Error):
-            dax.fit_line(points)
-    for wrong in ({"threshold": math.nan}, {"rejected": 9}, {"iterations": 0}, {"angle": (9, 1)}):
-        with pytest.raises(dax.Error):
-            dax.fit_line(diagonal, **wrong)
-    with pytest.raises(ValueError, match="shape"):
-        dax.fit_line(np.zeros((5, 3)))
-    with pytest.raises(TypeError):
-        dax.fit_line(np.zeros((5, 2), complex))
