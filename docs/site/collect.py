@@ -44,13 +44,20 @@ def modules():
     return "\n\n".join(sections)
 
 
+def prefixes():
+    """What each prefix holds."""
+    abouts = sorted((DOCS.parent / "include").glob("*/about.txt"))
+    lines = [f"| `{about.parent.name}.h` | {about.read_text().strip()} |" for about in abouts]
+    return "\n".join(["| header | what |", "|---|---|", *lines])
+
+
 def changes():
     text = subprocess.run([DOCS.parent / "scripts/changes"], check=True, capture_output=True, text=True).stdout
     return text.partition("\n")[2].strip()
 
 
 COLLECTED = {"tasks": tasks, "accuracy": lambda: pictures_of("accuracy.md"), "performance": lambda: pictures_of("performance.md"),
-             "modules": modules, "changes": changes}
+             "modules": modules, "prefixes": prefixes, "changes": changes}
 
 
 def fill(text):

