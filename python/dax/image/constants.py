@@ -21,6 +21,9 @@ def add_constant(
 
     value: one number, or one for each channel. Integers: times 2**-scale_factor (-31..31), rounded half to
     even, saturated; floats have no scale factor. `out` may be the image.
+
+    >>> dax.add_constant(np.array([[1, 250]], np.uint8), 10)
+    array([[ 11, 255]], dtype=uint8)
     """
     images, constant = {"image": image}, Value("value", value)
     return apply_scaled("DAXI_AddC", images, constant, scale_factor=scale_factor, out=out)
@@ -33,6 +36,9 @@ def subtract_constant(
 
     value: one number, or one for each channel. Integers: times 2**-scale_factor (-31..31), rounded half to
     even, saturated; floats have no scale factor. `out` may be the image.
+
+    >>> dax.subtract_constant(np.array([[1, 250]], np.uint8), 10)
+    array([[  0, 240]], dtype=uint8)
     """
     images, constant = {"image": image}, Value("value", value)
     return apply_scaled("DAXI_SubC", images, constant, scale_factor=scale_factor, out=out)
@@ -45,6 +51,9 @@ def multiply_constant(
 
     value: one number, or one for each channel. Integers: times 2**-scale_factor (-31..31), rounded half to
     even, saturated; floats have no scale factor. `out` may be the image.
+
+    >>> dax.multiply_constant(np.array([[1, 250]], np.uint8), 10)
+    array([[ 10, 255]], dtype=uint8)
     """
     images, constant = {"image": image}, Value("value", value)
     return apply_scaled("DAXI_MulC", images, constant, scale_factor=scale_factor, out=out)
@@ -57,6 +66,9 @@ def absolute_difference_constant(
 
     value: one number, or one for each channel. Integers: times 2**-scale_factor (-31..31), rounded half to
     even, saturated; floats have no scale factor. `out` may be the image.
+
+    >>> dax.absolute_difference_constant(np.array([[1, 250]], np.uint8), 10)
+    array([[  9, 240]], dtype=uint8)
     """
     images, constant = {"image": image}, Value("value", value)
     return apply_scaled("DAXI_AbsDiffC", images, constant, scale_factor=scale_factor, out=out)
