@@ -3,14 +3,11 @@
 #include <cstring>
 
 #include "frame/check.h"
-#include "frame/cpu_feature.h"
+#include "frame/dispatch.h"
 #include "frame/memory/work_buffer.h"
 #include "frame/rows.h"
 #include "image/morphology/erode3x3.h"
-#include "image/morphology/erode3x3_portable.h"
-#if DAX_HAVE_NEON
 #include "image/morphology/erode3x3_neon.h"
-#endif
 
 namespace dax {
 namespace {
@@ -21,14 +18,12 @@ using SweepKernel = bool (*)(const uint8_t* src, const SweepRows& rows, uint8_t*
 struct ErodeKernels {
   RunKernel run;
   SweepKernel sweep;
-  SweepKernel sweepAndCompare;  // tells whether anything changed, the other need not
+  SweepKernel sweepAndCompare;
 };
 
-ErodeKernels pickKernels([[maybe_unused]] int32_t isa) {
-#if DAX_HAVE_NEON
+ErodeKernels pickKernels(int32_t isa) {
   if (usesNeon(isa)) return {neon::erodeRun, neon::erodeSweep<false>, neon::erodeSweep<true>};
-#endif
-  return {portable::erodeRun, portable::erodeSweep, portable::erodeSweep};
+  return {portable::erodeRun, portable::erodeSweep<false>, portable::erodeSweep<true>};
 }
 
 uint8_t keptPixel(uint8_t pixel, uint8_t neighbour) {

@@ -2,19 +2,12 @@
 
 #include <cstring>
 
-#include "frame/cpu_feature.h"
+#include "frame/dispatch.h"
 #include "frame/rows.h"
 #include "image/morphology/erode3x3.h"
 #include "image/rank/filter_median3x3.h"
 #include "image/threshold/threshold.h"
-#include "image/threshold/threshold_portable.h"
-#if DAX_HAVE_NEON
 #include "image/threshold/threshold_neon.h"
-#else
-namespace dax {
-namespace neon = portable;
-}
-#endif
 
 void _DAXI_Copy_8u_C1R(const uint8_t* src, int32_t srcStep, uint8_t* dst, int32_t dstStep, DaxiSize size) {
   for (int32_t y = 0; y < size.height; ++y) {

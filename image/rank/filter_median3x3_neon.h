@@ -6,9 +6,11 @@
 #include <cstddef>
 #include <cstdint>
 
+#include "frame/dispatch.h"
 #include "frame/simd.h"
 #include "image/rank/filter_median3x3_portable.h"
 
+#if DAX_HAVE_NEON
 namespace dax::neon {
 
 // Vectors of keys (see MedianKey) of one type of pixels.
@@ -51,7 +53,7 @@ inline bool holdsNan(const float* row, int32_t width) {
 #endif
 #undef DAX_MEDIAN_LANES
 
-// Types with a twin. There are no minima of 64-bit lanes.
+// Types with vector rows. There are no minima of 64-bit lanes.
 template <class T>
 constexpr bool kHasMedian = requires {
   MedianLanes<T>::kCount;
@@ -159,4 +161,27 @@ void medianRowPair(const FourRows<T>& rows, T* upper, T* lower, int32_t width) {
   portable::medianRow<T>({rows.row1, rows.row2, rows.row3}, lower, done, width);
 }
 
+// Rows y and y + 1.
+template <class T>
+void medianRowPair(const MedianImages<T>& images, int32_t y) {
+  medianRowPair<T>({images.srcRow(y - 1), images.srcRow(y), images.srcRow(y + 1), images.srcRow(y + 2)},
+                   images.dstRow(y), images.dstRow(y + 1), images.size.width);
+  for (int32_t i = y; i < y + 2; ++i) {
+    if (holdsNan(images.dstRow(i), images.size.width)) portable::medianRow(images, i);
+  }
+}
+
+template <class T>
+void medianRows(const MedianImages<T>& images, int32_t first, int32_t end) {
+  if constexpr (kHasMedian<T>) {
+    if (end - first >= 2) {
+      for (int32_t y = first; y < end; y += 2)
+        medianRowPair(images, std::min(y, end - 2));  // the last pairs may overlap
+      return;
+    }
+  }
+  portable::medianRows(images, first, end);
+}
+
 }  // namespace dax::neon
+#endif

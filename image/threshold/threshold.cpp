@@ -5,18 +5,11 @@
 #include <cstring>
 
 #include "frame/check.h"
-#include "frame/cpu_feature.h"
+#include "frame/dispatch.h"
 #include "frame/rows.h"
 #include "image/pixel/workers_8u.h"
 #include "image/threshold/threshold.h"
-#include "image/threshold/threshold_portable.h"
-#if DAX_HAVE_NEON
 #include "image/threshold/threshold_neon.h"
-#else
-namespace dax {
-namespace neon = portable;
-}
-#endif
 
 static_assert(sizeof(DaxiThresholdBinCfg) == 44 && offsetof(DaxiThresholdBinCfg, soft) == 24 &&
               offsetof(DaxiThresholdBinCfg, t1) == 36);

@@ -1,9 +1,11 @@
 // Rows of thresholding: whole blocks of 64 or 16 pixels, the rest by the portable twin.
 #pragma once
 
+#include "frame/dispatch.h"
 #include "frame/simd.h"
 #include "image/threshold/threshold_portable.h"
 
+#if DAX_HAVE_NEON
 namespace dax::neon {
 
 inline void maskRow(const uint8_t* src, uint8_t* dst, int32_t width, uint8_t first, uint8_t span) {
@@ -50,3 +52,4 @@ inline void mapRow(const uint8_t* src, uint8_t* dst, int32_t width, const uint8_
 }
 
 }  // namespace dax::neon
+#endif

@@ -3,10 +3,16 @@
 #pragma once
 
 #include <cstdint>
+#include <type_traits>
 
+#include "frame/dispatch.h"
+#include "frame/simd.h"
 #include "image/window/filter_box_portable.h"
 #include "image/window/row_lanes_neon.h"
+#include "image/window/window_sums.h"
+#include "image/window/window_sums_neon.h"
 
+#if DAX_HAVE_NEON
 namespace dax::neon {
 
 // Twin of portable::boxRow for four rows, not in place: the two running sums that it subtracts are formed side by side,
@@ -41,7 +47,23 @@ void boxFourRows(const T* const (&src)[4], Sum* const (&dst)[4], int32_t width, 
   }
 }
 
-// Twins of the portable steps down columns.
+// Row pass. Four rows at a time cannot be done in place, since their sums need the pixels twice.
+template <class T, class Sum>
+void boxRows(const BoxImages<T, Sum>& images, Sum* sums) {
+  const auto src = [&](int32_t y) { return images.srcRow(y); };
+  const auto dst = [&](int32_t y) { return images.dstRow(y); };
+  int32_t y = 0;
+  if constexpr (!std::is_same_v<T, uint8_t>) {
+    const bool inPlace = static_cast<const void*>(images.src) == images.dst;
+    for (; !inPlace && y <= images.size.height - 4; y += 4) {
+      boxFourRows<T, Sum>({src(y), src(y + 1), src(y + 2), src(y + 3)}, {dst(y), dst(y + 1), dst(y + 2), dst(y + 3)},
+                          images.size.width, images.radius);
+    }
+  }
+  portable::boxRows(images, y, sums);
+}
+
+// Steps down n columns.
 template <class Sum>
 void boxStep(const Sum* before, const Sum* enter, Sum* slot, Sum* dst, int32_t n) {
   using Lanes = SumLanes<Sum>;
@@ -85,4 +107,35 @@ void subtractInto(Sum* dst, const Sum* lead, const Sum* trail, int32_t n) {
   portable::subtractInto(dst + x, lead + x, trail + x, n - x);
 }
 
+struct BoxStore {
+  uint32_t* dst;
+  void block(int32_t x, const uint32x4x4_t& sums) const { vst4q_u32(dst + x, sums); }
+  void pixel(int32_t x, uint32_t sum) const { dst[x] = sum; }
+};
+
+// Both passes at once, for columns of 8-bit pixels that add up to 16 bits: 257 * 255 = 65535. Two bytes for every column
+// and for the window, which is no wider than the image, fit the buffer.
+constexpr int32_t kMaxByteRows = 257;
+
+inline void boxBytes(const BoxImages<uint8_t, uint32_t>& images, uint32_t* buffer) {
+  const WindowReach reach(2 * images.radius + 1);
+  const ExtendedColumns<uint16_t> extended{reinterpret_cast<uint16_t*>(buffer), images.size.width, reach};
+  extended.clear();
+  forEachWindowRow(ClippedRows<uint8_t>{images.src, images.srcStep, images.size.height}, reach, 0, images.size.height,
+                   extended.columns(), images.size.width, moveRow<uint8_t>,
+                   [&](int32_t y) { extended.slide(BoxStore{images.dstRow(y)}); });
+}
+
+// The whole filter.
+template <class T, class Sum>
+void box(const BoxImages<T, Sum>& images, BoxSums<Sum> room) {
+  if constexpr (std::is_same_v<T, uint8_t>) {
+    if (2 * images.radius + 1 <= kMaxByteRows) return boxBytes(images, room.first);
+  }
+  boxRows(images, room.first);
+  boxColumns(images.dst, images.dstStep, images.size, images.radius, room,
+             {boxStep<Sum>, addTo<Sum>, subtractInto<Sum>});
+}
+
 }  // namespace dax::neon
+#endif

@@ -4,8 +4,10 @@
 
 #include <cstdint>
 
+#include "frame/dispatch.h"
 #include "frame/simd.h"
 
+#if DAX_HAVE_NEON
 namespace dax::neon {
 
 // Vectors of sums.
@@ -76,3 +78,4 @@ struct FourRowWriter {
 };
 
 }  // namespace dax::neon
+#endif

@@ -5,11 +5,13 @@
 #include <algorithm>
 #include <cstdint>
 
+#include "frame/dispatch.h"
 #include "frame/simd.h"
 #include "image/border/copy_border_neon.h"
 #include "image/window/window_reach.h"
 #include "image/window/window_sums_portable.h"
 
+#if DAX_HAVE_NEON
 namespace dax::neon {
 
 // Differences of pixels in lanes of twice their size, and columns of such lanes.
@@ -145,3 +147,4 @@ struct ExtendedColumns {
 };
 
 }  // namespace dax::neon
+#endif
