@@ -35,7 +35,7 @@ struct MeanIntStore {
 
 template <class T>
 void meanIntColumns(const ClippedMean<T>& mean, void* buffer) {
-  using Column = typename WindowLanes<T>::Column;
+  using Column = WindowColumn<T>;
   const int32_t width = mean.size.width;
   const WindowReach reach = mean.reachX();
   auto* const columnsInside = static_cast<float*>(buffer);

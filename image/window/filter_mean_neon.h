@@ -87,7 +87,7 @@ struct MeanStore {
 // columns.
 template <class T>
 void meanColumns(const MeanBand<T>& band, int32_t left, int32_t right, void* buffer) {
-  using Column = typename WindowLanes<T>::Column;
+  using Column = WindowColumn<T>;
   const WindowReach reach = band.reachX();
   const ExtendedColumns<Column> extended{static_cast<Column*>(buffer), right - left, reach};
   const bool atLeft = left == 0, atRight = right == band.width;
