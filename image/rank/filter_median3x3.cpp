@@ -44,6 +44,11 @@ DaxStatus median(const T* src, int32_t srcStep, T* dst, int32_t dstStep, DaxiSiz
 }  // namespace
 }  // namespace dax
 
+void _DAXI_FilterMedian3x3_8u_C1R(const uint8_t* src, int32_t srcStep, uint8_t* dst, int32_t dstStep, DaxiSize size,
+                                  int32_t isa) {
+  dax::filterMedian3x3(src, srcStep, dst, dstStep, size, 0, size.height, isa);
+}
+
 #define DAX_MEDIAN(SUFFIX, T)                                                                           \
   DaxStatus DAXI_FilterMedian3x3_##SUFFIX##_C1R(const T* src, int32_t srcStep, T* dst, int32_t dstStep, \
                                                 DaxiSize size) {                                        \

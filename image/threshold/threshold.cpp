@@ -7,8 +7,10 @@
 #include "frame/check.h"
 #include "frame/dispatch.h"
 #include "frame/rows.h"
-#include "image/pixel/workers_8u.h"
+#include "image/pixel/logic.h"
+#include "image/statistics/histogram.h"
 #include "image/threshold/threshold.h"
+#include "image/threshold/threshold_levels.h"
 #include "image/threshold/threshold_neon.h"
 
 static_assert(sizeof(DaxiThresholdBinCfg) == 44 && offsetof(DaxiThresholdBinCfg, soft) == 24 &&
@@ -186,6 +188,12 @@ DaxStatus otsu(const Views& v, int32_t isa) {
 
 }  // namespace
 }  // namespace dax
+
+void _DAXI_AdpThresholdOtsu_8u_C1R(const uint8_t* src, int32_t srcStep, uint8_t* dst, int32_t dstStep, DaxiSize size,
+                                   int32_t isa) {
+  const uint8_t level = dax::otsuLevel(dax::histogram(src, srcStep, size));
+  dax::maskInterval(src, srcStep, dst, dstStep, size, dax::LevelInterval::atLeast(level), isa);
+}
 
 DaxStatus DAXI_ThresholdBin_8u_C1R(const uint8_t* src, int32_t srcStep, uint8_t* dst, int32_t dstStep, DaxiSize size,
                                    const DaxiThresholdBinCfg* cfg) {

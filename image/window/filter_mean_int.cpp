@@ -1,9 +1,9 @@
 #define DAX_SIMD_CONVERTS_NO_NAN
+#include "image/window/filter_mean_int.h"
 #include "daxi/filter_mean.h"
 #include "frame/check.h"
 #include "frame/dispatch.h"
 #include "frame/memory/work_buffer.h"
-#include "image/window/filter_mean.h"
 #include "image/window/filter_mean_int_neon.h"
 
 namespace dax {
