@@ -47,8 +47,8 @@ DAX_API DaxStatus DAXI_ResizeDefaultCfg(DaxiResizeCfg* cfg);
 
 /* Bytes of work buffer for the same arguments.
  *
- * Checks, in order: cfg or bytes null -> 0x10000014; sizes, rectangle or configuration that the call would refuse
- * -> 0x10000019; a size beyond 2^63 - 1 -> 0x10000015. Thread-safe. */
+ * Checks, in order: cfg or bytes null -> 0x10000014; a size outside 1..2^20, a factor beyond 256 or dstRect not inside
+ * dstSize -> 0x10000019; then the configuration as above; a size beyond 2^63 - 1 -> 0x10000015. Thread-safe. */
 DAX_API DaxStatus DAXI_ResizeBufferSize_8u_C1R(DaxiSize srcSize, DaxiSize dstSize, DaxiRect dstRect,
                                                const DaxiResizeCfg* cfg, uint64_t* bytes);
 DAX_API DaxStatus DAXI_ResizeBufferSize_8u_C3R(DaxiSize srcSize, DaxiSize dstSize, DaxiRect dstRect,

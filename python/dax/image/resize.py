@@ -1,6 +1,7 @@
 """Images of another size."""
 from typing import Literal, Optional, Union
 
+import numpy as np
 from numpy.typing import ArrayLike
 
 from .._arrays import Array, choice, refuse_overlap, source, target
@@ -9,6 +10,7 @@ from .._library import buffer, call
 
 __all__ = ["resize"]
 
+_TYPES = (np.dtype(np.uint8), np.dtype(np.uint16), np.dtype(np.float32))
 _BORDERS = {"replicate": 0, "mirror": 1, "symmetric": 2, "wrap": 3}
 
 
@@ -33,7 +35,7 @@ def resize(
     border = choice("mode", mode, _BORDERS)
     if (shape is None) == (factor is None):
         raise ValueError("shape or factor: one of them")
-    src = source("image", image, ("8u", "16u", "32f"), "C1 C3")
+    src = source("image", image, _TYPES, "C1 C3")
     cfg = ffi.new("DaxiResizeCfg*")
     call("DAXI_ResizeDefaultCfg", cfg)
     cfg.antialias, cfg.border = int(anti_aliasing), border
