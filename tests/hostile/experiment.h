@@ -91,6 +91,8 @@ class Experiment {
     return !failed;
   }
 
+  uint64_t status() const { return result_; }
+
  private:
   uint64_t invoke(Code code) {
     alarm(kMostSeconds);
