@@ -90,9 +90,13 @@ int64_t Call::integer(const char* name) const {
 }
 
 int64_t Call::number(const char* name, int64_t low, int64_t high) {
+  return number(name, low, high, high);
+}
+
+int64_t Call::number(const char* name, int64_t low, int64_t high, int64_t usual) {
   if (!drawn(name)) {
     const bool atEdge = chance(15);
-    const int64_t valid = atEdge ? pick({low, high}) : between(low, high);
+    const int64_t valid = atEdge ? pick({low, usual}) : between(low, usual);
     const int64_t hostile = chance(30) ? pick({low - 1, high + 1}) : hostileInteger();
     setInteger(name, isSpoiled(name) ? hostile : valid);
   }
@@ -318,44 +322,12 @@ void Call::fillMask(uint8_t* data, size_t bytes) {
   }
 }
 
-// --- Defaults ---
-
-void Call::complete() {
-  for (size_t i = 0; i < function.arguments.size(); ++i) completeArgument(i);
-}
-
-void Call::completeArgument(size_t i) {
-  const auto& [name, t] = function.arguments[i];
-  if (isSet_[i]) return;
-  const std::string_view view = name;
-  const auto isStep = [&](size_t j) {
-    return j < function.arguments.size() && std::string_view(function.arguments[j].name).find("tep") != view.npos;
-  };
-  if (t.kind == Kind::size) {
-    size(name);
-  } else if (view == "isa") {
-    anyOf(name, {DAX_ISA_PORTABLE, DAX_ISA_NEON, DAX_ISA_NEON, 1, 99});
-  } else if (t.kind == Kind::integer && t.bytes <= 2) {
-    setInteger(name, static_cast<int64_t>(random.next()));
-  } else if (view == "bytes" && t.element == sizeof(uint64_t)) {
-    array(name, 1);
-  } else if (t.kind == Kind::pointer && isStep(i + 1)) {
-    // Its size is the first that comes after it.
-    size_t j = i;
-    while (j < function.arguments.size() && function.arguments[j].type.kind != Kind::size) ++j;
-    if (j == function.arguments.size()) throw std::logic_error(std::string(name) + " has no size");
-    const std::string_view layout = function.name;
-    const int32_t channels = layout.find("_C3") != layout.npos ? 3 : layout.find("_C2") != layout.npos ? 2 : 1;
-    image(name, function.arguments[i + 1].name, size(function.arguments[j].name), channels);
-  } else {
-    throw std::logic_error(std::string("the row does not say what ") + name + " means");
-  }
-}
+// --- For those who read ---
 
 std::string Call::description() const {
   std::string text = std::string(function.name) + "(";
   for (size_t i = 0; i < values.size(); ++i) {
-    const auto& [name, t] = function.arguments[i];
+    const auto& [name, t, said] = function.arguments[i];
     char value[80] = "?";
     if (t.kind == Kind::integer) std::snprintf(value, sizeof value, "%lld", static_cast<long long>(integer(name)));
     if (t.kind == Kind::real) {

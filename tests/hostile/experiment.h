@@ -135,7 +135,7 @@ class Experiment {
     }
     const uint64_t result = invoke(code);
     const uint64_t settled = settle(result);
-    if (row_.flags & Row::text) {
+    if (call_.function.returnsText()) {
       if (std::strcmp(reinterpret_cast<const char*>(result), reinterpret_cast<const char*>(result_)) != 0) {
         complain(std::string("another text from ") + other);
       }

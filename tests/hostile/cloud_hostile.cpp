@@ -313,34 +313,31 @@ void voxels(Call& c) {
   }
 }
 
-}  // namespace
+const Rows rows = {
+    {"DAX3DPCL_UTILS_Check_Cloud3D_32f", checkCloud},
+    {"DAX3DPCL_SEARCH_KDTREE_BuildIndex", build<First>},
+    {"DAX3DPCL_SEARCH_KDTREE_BuildIndex_V2", build<Second>},
+    {"DAX3DPCL_SEARCH_KDTREE_BuildIndex_V2_Inner", build<SecondInner>},
+    {"DAX3DPCL_SEARCH_KDTREE_BufferSize", need},
+    {"DAX3DPCL_SEARCH_KDTREE_V2_BufferSize*", need},
+    {"DAX3DPCL_SEARCH_KDTREE_Build_V2_BufferSize*", need},
+    {"DAX3DPCL_SEARCH_KDTREE_KNearestSearch_V2_BufferSize*", need},
+    {"DAX3DPCL_SEARCH_KDTREE_KNearestSearch_V2_mt_BufferSize*", need},
+    {"DAX3DPCL_SEARCH_KDTREE_HandleRerange", relocate<First>},
+    {"DAX3DPCL_SEARCH_KDTREE_HandleRerange_V2", relocate<Second>},
+    {"DAX3DPCL_SEARCH_KDTREE_KNearestSearch", nearest<false>},
+    {"DAX3DPCL_SEARCH_KDTREE_KNearestSearch_V2", nearest<true>},
+    {"DAX3DPCL_KDTREE_KNearestSearch_MT", nearest<true>},
+    {"DAX3DPCL_SEARCH_KDTREE_RNearestSearch*", within},
+    {"DAX3DPCL_KDTREE_RNearestSearch_MT", within},
+    {"DAX3DPCL_FEATURE_NORM_PCAEstimate_BufferSize", normalsNeed},
+    {"DAX3DPCL_FEATURE_NORM_PCAEstimate", normals},
+    {"DAX3DPCL_FEATURE_NORM_*", oneNormal},
+    {"DAX3DPCL_PREP_SAMPLE_VoxelGridBufferSize", voxelNeed},
+    {"DAX3DPCL_PREP_SAMPLE_VoxelGridResultSize", voxelNeed},
+    {"DAX3DPCL_PREP_SAMPLE_VoxelGrid", voxels},
+};
 
-const std::vector<Row>& cloudRows() {
-  static const std::vector<Row> rows = {
-      {"DAX3DPCL_UTILS_Check_Cloud3D_32f", checkCloud},
-      {"DAX3DPCL_SEARCH_KDTREE_BuildIndex", build<First>},
-      {"DAX3DPCL_SEARCH_KDTREE_BuildIndex_V2", build<Second>},
-      {"DAX3DPCL_SEARCH_KDTREE_BuildIndex_V2_Inner", build<SecondInner>},
-      {"DAX3DPCL_SEARCH_KDTREE_BufferSize", need},
-      {"DAX3DPCL_SEARCH_KDTREE_V2_BufferSize*", need},
-      {"DAX3DPCL_SEARCH_KDTREE_Build_V2_BufferSize*", need},
-      {"DAX3DPCL_SEARCH_KDTREE_KNearestSearch_V2_BufferSize*", need},
-      {"DAX3DPCL_SEARCH_KDTREE_KNearestSearch_V2_mt_BufferSize*", need},
-      {"DAX3DPCL_SEARCH_KDTREE_HandleRerange", relocate<First>},
-      {"DAX3DPCL_SEARCH_KDTREE_HandleRerange_V2", relocate<Second>},
-      {"DAX3DPCL_SEARCH_KDTREE_KNearestSearch", nearest<false>},
-      {"DAX3DPCL_SEARCH_KDTREE_KNearestSearch_V2", nearest<true>},
-      {"DAX3DPCL_KDTREE_KNearestSearch_MT", nearest<true>},
-      {"DAX3DPCL_SEARCH_KDTREE_RNearestSearch*", within},
-      {"DAX3DPCL_KDTREE_RNearestSearch_MT", within},
-      {"DAX3DPCL_FEATURE_NORM_PCAEstimate_BufferSize", normalsNeed},
-      {"DAX3DPCL_FEATURE_NORM_PCAEstimate", normals},
-      {"DAX3DPCL_FEATURE_NORM_*", oneNormal},
-      {"DAX3DPCL_PREP_SAMPLE_VoxelGridBufferSize", voxelNeed},
-      {"DAX3DPCL_PREP_SAMPLE_VoxelGridResultSize", voxelNeed},
-      {"DAX3DPCL_PREP_SAMPLE_VoxelGrid", voxels},
-  };
-  return rows;
-}
+}  // namespace
 
 }  // namespace dax::hostile

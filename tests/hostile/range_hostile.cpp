@@ -368,33 +368,30 @@ void speckles(Call& c) {
 
 void onlySize(Call&) {}
 
-}  // namespace
+const Rows rows = {
+    {"DAX3DPCL_UTILS_Check_DAX3D_RANGE_V4", checkRecord},
+    {"DAX3DPCL_UTILS_Check_RANGE_V4_DepthIntrins", checkDirections},
+    {"DAX3DPCL_UTILS_Check_*", checkNumbers},
+    {"DAX3DPCL_UTILS_Copy_DAX3D_RANGE_V4", copy},
+    {"DAX3DPCL_UTILS_Construct_RGBD_DAX3D_RANGE_V4", construct},
+    {"DAX3DPCL_UTILS_RELEASE_RANGE_V4", releaseRecord},
+    {"DAX3DPCL_UTILS_Extract_*", cameras},
+    {"DAX3DPCL_UTILS_Recover_*", cameras},
+    {"DAX3DPCL_UTILS_READ_RANGE_V4", read},
+    {"DAX3DPCL_UTILS_WRITE_*", write},
+    {"DAX3DPCL_PREP_CONVERT_Range2XYZ_ResultSize_*", onlySize},
+    {"DAX3DPCL_PREP_CONVERT_Depth2XYZ_ResultSize_*", onlySize},
+    {"DAX3DPCL_PREP_CONVERT_Range2XYZ_16s32f", toPoints<int16_t>},
+    {"DAX3DPCL_PREP_CONVERT_Range2XYZ_32s32f", toPoints<int32_t>},
+    {"DAX3DPCL_PREP_CONVERT_Range2XYZ_32f32f", toPoints<float>},
+    {"DAX3DPCL_PREP_CONVERT_Depth2XYZ_16s32f", toPoints<int16_t>},
+    {"DAX3DPCL_PREP_CONVERT_Depth2XYZ_32s32f", toPoints<int32_t>},
+    {"DAX3DPCL_PREP_CONVERT_Depth2XYZ_32f32f", toPoints<float>},
+    {"DAX3DPCL_PREP_FILTER_Speckle_BufferSize", onlySize},
+    {"DAX3DPCL_PREP_FILTER_Speckle_S16", speckles<int16_t>},
+    {"DAX3DPCL_PREP_FILTER_Speckle_U16", speckles<uint16_t>},
+};
 
-const std::vector<Row>& rangeRows() {
-  static const std::vector<Row> rows = {
-      {"DAX3DPCL_UTILS_Check_DAX3D_RANGE_V4", checkRecord},
-      {"DAX3DPCL_UTILS_Check_RANGE_V4_DepthIntrins", checkDirections},
-      {"DAX3DPCL_UTILS_Check_*", checkNumbers},
-      {"DAX3DPCL_UTILS_Copy_DAX3D_RANGE_V4", copy},
-      {"DAX3DPCL_UTILS_Construct_RGBD_DAX3D_RANGE_V4", construct},
-      {"DAX3DPCL_UTILS_RELEASE_RANGE_V4", releaseRecord},
-      {"DAX3DPCL_UTILS_Extract_*", cameras},
-      {"DAX3DPCL_UTILS_Recover_*", cameras},
-      {"DAX3DPCL_UTILS_READ_RANGE_V4", read},
-      {"DAX3DPCL_UTILS_WRITE_*", write},
-      {"DAX3DPCL_PREP_CONVERT_Range2XYZ_ResultSize_*", onlySize},
-      {"DAX3DPCL_PREP_CONVERT_Depth2XYZ_ResultSize_*", onlySize},
-      {"DAX3DPCL_PREP_CONVERT_Range2XYZ_16s32f", toPoints<int16_t>},
-      {"DAX3DPCL_PREP_CONVERT_Range2XYZ_32s32f", toPoints<int32_t>},
-      {"DAX3DPCL_PREP_CONVERT_Range2XYZ_32f32f", toPoints<float>},
-      {"DAX3DPCL_PREP_CONVERT_Depth2XYZ_16s32f", toPoints<int16_t>},
-      {"DAX3DPCL_PREP_CONVERT_Depth2XYZ_32s32f", toPoints<int32_t>},
-      {"DAX3DPCL_PREP_CONVERT_Depth2XYZ_32f32f", toPoints<float>},
-      {"DAX3DPCL_PREP_FILTER_Speckle_BufferSize", onlySize},
-      {"DAX3DPCL_PREP_FILTER_Speckle_S16", speckles<int16_t>},
-      {"DAX3DPCL_PREP_FILTER_Speckle_U16", speckles<uint16_t>},
-  };
-  return rows;
-}
+}  // namespace
 
 }  // namespace dax::hostile

@@ -233,41 +233,38 @@ void lineNeed(Call& c) {
     "DAXI_Calip" #Kind "Detect" shape "V2BufferSize_*", need<Region>        \
   }
 
-}  // namespace
+using Box = CaliperBox;
+using Rhomboid = CaliperRhomboid;
+using Annulus = CaliperAnnulus;
+const Rows rows = {
+    CALIPER_ROWS(Edge, "", Box),
+    CALIPER_ROWS(Edge, "Rhomboid", Rhomboid),
+    CALIPER_ROWS(Edge, "Annulus", Annulus),
+    CALIPER_ROWS(EdgePair, "", Box),
+    CALIPER_ROWS(EdgePair, "Rhomboid", Rhomboid),
+    CALIPER_ROWS(EdgePair, "Annulus", Annulus),
+    {"DAXI_CalipEdgeDetectV2_*", detectMany<Edges, Box, DAXI_CalipEdgeDetectV2BufferSize_8u>},
+    {"DAXI_CalipEdgeDetectRhomboidV2_*", detectMany<Edges, Rhomboid, DAXI_CalipEdgeDetectRhomboidV2BufferSize_8u>},
+    {"DAXI_CalipEdgeDetectAnnulusV2_*", detectMany<Edges, Annulus, DAXI_CalipEdgeDetectAnnulusV2BufferSize_8u>},
+    {"DAXI_CalipEdgeDetectRhomboid*", detect<Edges, Rhomboid, DAXI_CalipEdgeDetectRhomboidBufferSize_8u>},
+    {"DAXI_CalipEdgeDetectAnnulus*", detect<Edges, Annulus, DAXI_CalipEdgeDetectAnnulusBufferSize_8u>},
+    {"DAXI_CalipEdgeDetect_16s_C1R", detect<Edges, Box, DAXI_CalipEdgeDetectBufferSize_16s>},
+    {"DAXI_CalipEdgeDetect*", detect<Edges, Box, DAXI_CalipEdgeDetectBufferSize_8u>},
+    {"DAXI_CalipEdgePairDetectV2_*", detectMany<Pairs, Box, DAXI_CalipEdgePairDetectV2BufferSize_8u>},
+    {"DAXI_CalipEdgePairDetectRhomboidV2_*",
+     detectMany<Pairs, Rhomboid, DAXI_CalipEdgePairDetectRhomboidV2BufferSize_8u>},
+    {"DAXI_CalipEdgePairDetectAnnulusV2_*",
+     detectMany<Pairs, Annulus, DAXI_CalipEdgePairDetectAnnulusV2BufferSize_8u>},
+    {"DAXI_CalipEdgePairDetectRhomboid*", detect<Pairs, Rhomboid, DAXI_CalipEdgePairDetectRhomboidBufferSize_8u>},
+    {"DAXI_CalipEdgePairDetectAnnulus*", detect<Pairs, Annulus, DAXI_CalipEdgePairDetectAnnulusBufferSize_8u>},
+    {"DAXI_CalipEdgePairDetect_16s_C1R", detect<Pairs, Box, DAXI_CalipEdgePairDetectBufferSize_16s>},
+    {"DAXI_CalipEdgePairDetect*", detect<Pairs, Box, DAXI_CalipEdgePairDetectBufferSize_8u>},
+    {"DAXI_LineFitRegreBufferSize_*", lineNeed},
+    {"DAXI_LineFitRegre_32f", fitLine<DaxiPoint32f>},
+    {"DAXI_LineFitRegre_16s32f", fitLine<DaxiPoint16s>},
+    {"DAXI_LineFitRegre_32s32f", fitLine<DaxiPoint32s>},
+};
 
-const std::vector<Row>& caliperRows() {
-  using Box = CaliperBox;
-  using Rhomboid = CaliperRhomboid;
-  using Annulus = CaliperAnnulus;
-  static const std::vector<Row> rows = {
-      CALIPER_ROWS(Edge, "", Box),
-      CALIPER_ROWS(Edge, "Rhomboid", Rhomboid),
-      CALIPER_ROWS(Edge, "Annulus", Annulus),
-      CALIPER_ROWS(EdgePair, "", Box),
-      CALIPER_ROWS(EdgePair, "Rhomboid", Rhomboid),
-      CALIPER_ROWS(EdgePair, "Annulus", Annulus),
-      {"DAXI_CalipEdgeDetectV2_*", detectMany<Edges, Box, DAXI_CalipEdgeDetectV2BufferSize_8u>},
-      {"DAXI_CalipEdgeDetectRhomboidV2_*", detectMany<Edges, Rhomboid, DAXI_CalipEdgeDetectRhomboidV2BufferSize_8u>},
-      {"DAXI_CalipEdgeDetectAnnulusV2_*", detectMany<Edges, Annulus, DAXI_CalipEdgeDetectAnnulusV2BufferSize_8u>},
-      {"DAXI_CalipEdgeDetectRhomboid*", detect<Edges, Rhomboid, DAXI_CalipEdgeDetectRhomboidBufferSize_8u>},
-      {"DAXI_CalipEdgeDetectAnnulus*", detect<Edges, Annulus, DAXI_CalipEdgeDetectAnnulusBufferSize_8u>},
-      {"DAXI_CalipEdgeDetect_16s_C1R", detect<Edges, Box, DAXI_CalipEdgeDetectBufferSize_16s>},
-      {"DAXI_CalipEdgeDetect*", detect<Edges, Box, DAXI_CalipEdgeDetectBufferSize_8u>},
-      {"DAXI_CalipEdgePairDetectV2_*", detectMany<Pairs, Box, DAXI_CalipEdgePairDetectV2BufferSize_8u>},
-      {"DAXI_CalipEdgePairDetectRhomboidV2_*",
-       detectMany<Pairs, Rhomboid, DAXI_CalipEdgePairDetectRhomboidV2BufferSize_8u>},
-      {"DAXI_CalipEdgePairDetectAnnulusV2_*",
-       detectMany<Pairs, Annulus, DAXI_CalipEdgePairDetectAnnulusV2BufferSize_8u>},
-      {"DAXI_CalipEdgePairDetectRhomboid*", detect<Pairs, Rhomboid, DAXI_CalipEdgePairDetectRhomboidBufferSize_8u>},
-      {"DAXI_CalipEdgePairDetectAnnulus*", detect<Pairs, Annulus, DAXI_CalipEdgePairDetectAnnulusBufferSize_8u>},
-      {"DAXI_CalipEdgePairDetect_16s_C1R", detect<Pairs, Box, DAXI_CalipEdgePairDetectBufferSize_16s>},
-      {"DAXI_CalipEdgePairDetect*", detect<Pairs, Box, DAXI_CalipEdgePairDetectBufferSize_8u>},
-      {"DAXI_LineFitRegreBufferSize_*", lineNeed},
-      {"DAXI_LineFitRegre_32f", fitLine<DaxiPoint32f>},
-      {"DAXI_LineFitRegre_16s32f", fitLine<DaxiPoint16s>},
-      {"DAXI_LineFitRegre_32s32f", fitLine<DaxiPoint32s>},
-  };
-  return rows;
-}
+}  // namespace
 
 }  // namespace dax::hostile

@@ -245,43 +245,40 @@ void freeHostBlock(Call& c) {
   };
 }
 
-}  // namespace
+const Rows rows = {
+    {"DAX_GetCpuClocks", nothing, Row::varies},
+    {"DAX_GetCpuFrequency", nothing},
+    {"ZUR_GetCpuClocks", nothing},
+    {"DAX_GetVersion", nothing},
+    {"DAX_GetStatusText", anyStatus},
+    {"DAX_ZurStatusToDaxAlgStatus", zurStatus, Row::neverFails},
+    {"DAX_CheckImage", checkImage},
+    {"ZUR_CheckImage", zurImage},
+    {"DAX_ZurImgToDaxImg", zurImage},
+    {"ZUR_Malloc", allocate},
+    {"DAX_CpuMemMalloc", allocate},
+    {"DAX_MemMalloc", allocate},
+    {"ZUR_Free", release},
+    {"DAX_CpuMemFree", release},
+    {"DAX_MemFree", release},
+    {"DAXCUDA_Malloc", nothing},
+    {"DAXCUDA_Free", releaseDevice},
+    {"ZUR_CheckMemTab", checkTable<ZurMemTabEntry>},
+    {"DAX_CheckMemTab", checkTable<DaxMemTabEntry>},
+    {"DAX_CheckMemTabV2", checkTable<DaxMemTabEntryV2>},
+    {"DAX_CheckMemTabV3", checkTable<DaxMemTabEntryV3>},
+    {"ZUR_AllocMemTab", allocateTable<ZurMemTabEntry>},
+    {"DAX_AllocMemTab", allocateTable<DaxMemTabEntry>},
+    {"DAX_AllocMemTabV3", allocateTable<DaxMemTabEntryV3>},
+    {"ZUR_FreeMemTab", freeTable<ZurMemTabEntry>},
+    {"DAX_FreeMemTab", freeTable<DaxMemTabEntry>},
+    {"DAX_FreeMemTabV3", freeTable<DaxMemTabEntryV3>},
+    {"DAX_AllocCpuMemTabV3", allocateHostTable},
+    {"DAX_FreeCpuMemTabV3", freeHostTable},
+    {"DAX_Mem_MallocCpuV3", hostBlock},
+    {"DAX_Mem_FreeCpuV3", freeHostBlock},
+};
 
-const std::vector<Row>& frameRows() {
-  static const std::vector<Row> rows = {
-      {"DAX_GetCpuClocks", nothing, Row::varies},
-      {"DAX_GetCpuFrequency", nothing},
-      {"ZUR_GetCpuClocks", nothing},
-      {"DAX_GetVersion", nothing, Row::text},
-      {"DAX_GetStatusText", anyStatus, Row::text},
-      {"DAX_ZurStatusToDaxAlgStatus", zurStatus, Row::neverFails},
-      {"DAX_CheckImage", checkImage},
-      {"ZUR_CheckImage", zurImage},
-      {"DAX_ZurImgToDaxImg", zurImage},
-      {"ZUR_Malloc", allocate},
-      {"DAX_CpuMemMalloc", allocate},
-      {"DAX_MemMalloc", allocate},
-      {"ZUR_Free", release},
-      {"DAX_CpuMemFree", release},
-      {"DAX_MemFree", release},
-      {"DAXCUDA_Malloc", nothing},
-      {"DAXCUDA_Free", releaseDevice},
-      {"ZUR_CheckMemTab", checkTable<ZurMemTabEntry>},
-      {"DAX_CheckMemTab", checkTable<DaxMemTabEntry>},
-      {"DAX_CheckMemTabV2", checkTable<DaxMemTabEntryV2>},
-      {"DAX_CheckMemTabV3", checkTable<DaxMemTabEntryV3>},
-      {"ZUR_AllocMemTab", allocateTable<ZurMemTabEntry>},
-      {"DAX_AllocMemTab", allocateTable<DaxMemTabEntry>},
-      {"DAX_AllocMemTabV3", allocateTable<DaxMemTabEntryV3>},
-      {"ZUR_FreeMemTab", freeTable<ZurMemTabEntry>},
-      {"DAX_FreeMemTab", freeTable<DaxMemTabEntry>},
-      {"DAX_FreeMemTabV3", freeTable<DaxMemTabEntryV3>},
-      {"DAX_AllocCpuMemTabV3", allocateHostTable},
-      {"DAX_FreeCpuMemTabV3", freeHostTable},
-      {"DAX_Mem_MallocCpuV3", hostBlock},
-      {"DAX_Mem_FreeCpuV3", freeHostBlock},
-  };
-  return rows;
-}
+}  // namespace
 
 }  // namespace dax::hostile

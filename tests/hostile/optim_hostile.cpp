@@ -403,35 +403,32 @@ void lie(Call& c) {
   }
 }
 
-}  // namespace
+const Rows rows = {
+    {"PRMT_LM_HBLK_BufferSize_f64", blockNeed},
+    {"PRMT_LM_BufferSize_f64", need},
+    {"PRMT_LM_CG_BufferSize_f64", need},
+    {"PRMT_LM_HUBER_BufferSize_f64", need},
+    {"PRMT_LM_HMSP_BufferSize_f64", need},
+    {"PRMT_LM_Process_f64", solver<PRMT_LM_BufferSize_f64>},
+    {"PRMT_LM_HUBER_Process_f64", solver<PRMT_LM_HUBER_BufferSize_f64>},
+    {"PRMT_LM_CG_Process_f64", solver<PRMT_LM_CG_BufferSize_f64>},
+    {"PRMT_LM_HMSP_Process_f64", normalSolver},
+    {"PRMT_LM_HBLK_Process_f64", blockSolver},
+    {"PRMT_LM_print_iter_info", printLine},
+    {"PRMT_JacNum_Process_f64", numericJacobian},
+    {"PRMT_MSP_BufSize_f64", createMatrix},
+    {"PRMT_MSP_Init_f64", createMatrix},
+    {"PRMT_MSP_Mul_*", multiply},
+    {"PRMT_MSP_Add_*", add},
+    {"PRMT_MSP_Trans_f64", transpose},
+    {"PRMT_MSP_MulVec_f64", timesVector},
+    {"PRMT_MSP_TransMulVec_f64", timesVector},
+    {"PRMT_MSP_MspToMat_f64", dense},
+    {"PRMT_MSP_*", changeMatrix},
+    {"PRMT_SO3_*", lie<3, 9>},
+    {"PRMT_SE3_*", lie<6, 16>},
+};
 
-const std::vector<Row>& optimRows() {
-  static const std::vector<Row> rows = {
-      {"PRMT_LM_HBLK_BufferSize_f64", blockNeed},
-      {"PRMT_LM_BufferSize_f64", need},
-      {"PRMT_LM_CG_BufferSize_f64", need},
-      {"PRMT_LM_HUBER_BufferSize_f64", need},
-      {"PRMT_LM_HMSP_BufferSize_f64", need},
-      {"PRMT_LM_Process_f64", solver<PRMT_LM_BufferSize_f64>},
-      {"PRMT_LM_HUBER_Process_f64", solver<PRMT_LM_HUBER_BufferSize_f64>},
-      {"PRMT_LM_CG_Process_f64", solver<PRMT_LM_CG_BufferSize_f64>},
-      {"PRMT_LM_HMSP_Process_f64", normalSolver},
-      {"PRMT_LM_HBLK_Process_f64", blockSolver},
-      {"PRMT_LM_print_iter_info", printLine},
-      {"PRMT_JacNum_Process_f64", numericJacobian},
-      {"PRMT_MSP_BufSize_f64", createMatrix},
-      {"PRMT_MSP_Init_f64", createMatrix},
-      {"PRMT_MSP_Mul_*", multiply},
-      {"PRMT_MSP_Add_*", add},
-      {"PRMT_MSP_Trans_f64", transpose},
-      {"PRMT_MSP_MulVec_f64", timesVector},
-      {"PRMT_MSP_TransMulVec_f64", timesVector},
-      {"PRMT_MSP_MspToMat_f64", dense},
-      {"PRMT_MSP_*", changeMatrix},
-      {"PRMT_SO3_*", lie<3, 9>},
-      {"PRMT_SE3_*", lie<6, 16>},
-  };
-  return rows;
-}
+}  // namespace
 
 }  // namespace dax::hostile

@@ -343,37 +343,34 @@ void pointCount(Call& c) {
   c.number("count", 1, 100000);
 }
 
-}  // namespace
+const Rows rows = {
+    {"DAXI_BlobFindModelSize_8u", sizeQuery},
+    {"DAXI_BlobFindBufferSize_8u", sizeQuery},
+    {"DAXI_BlobFindMultiClsModelSize_8u", sizeQuery},
+    {"DAXI_BlobFindMultiClsBufferSize_8u", sizeQuery},
+    {"DAXI_BlobFind_8u_*", find},
+    {"DAXI_BlobFindMultiCls_8u_*", find},
+    {"DAXI_BlobFindV2_8u_*", findModel},
+    {"DAXI_BlobFindV3_8u_*", findModel},
+    {"DAXI_BlobFindV2DestroyModel_8u", destroyModel},
+    {"DAXI_BlobFindV3DestroyModel_8u", destroyModel},
+    {"_DAXI_DomainCount", domainCount},
+    {"_DAXI_SelectDomainIndex", selectDomain},
+    {"DAXI_BlobSelectBufferSize_8u*", sizeQuery},
+    {"DAXI_BlobSelectV3BufferSize_8u*", sizeQuery},
+    {"DAXI_BlobSelect_draw_blob_contour", draw},
+    {"DAXI_DrawBlobLabel_8u_C1IR", draw},
+    {"DAXI_BlobSelect*", select},
+    {"DAXI_FastBlobSelect_8u_C1R", select},
+    {"DAXI_BlobSort", sort},
+    {"_DAXI_DomainConvexHull_ROI", domain},
+    {"_DAXI_DomainEncloseBox", domain},
+    {"_DAXI_DomainRectangularity", domain},
+    {"DAXI_REG_EncloseBox", encloseBox},
+    {"_DAXI_PtEncloseBoxBufferSize_32s", pointCount},
+    {"_DAXI_PtEncloseBox_32s", encloseAny},
+};
 
-const std::vector<Row>& blobRows() {
-  static const std::vector<Row> rows = {
-      {"DAXI_BlobFindModelSize_8u", sizeQuery},
-      {"DAXI_BlobFindBufferSize_8u", sizeQuery},
-      {"DAXI_BlobFindMultiClsModelSize_8u", sizeQuery},
-      {"DAXI_BlobFindMultiClsBufferSize_8u", sizeQuery},
-      {"DAXI_BlobFind_8u_*", find},
-      {"DAXI_BlobFindMultiCls_8u_*", find},
-      {"DAXI_BlobFindV2_8u_*", findModel},
-      {"DAXI_BlobFindV3_8u_*", findModel},
-      {"DAXI_BlobFindV2DestroyModel_8u", destroyModel},
-      {"DAXI_BlobFindV3DestroyModel_8u", destroyModel},
-      {"_DAXI_DomainCount", domainCount},
-      {"_DAXI_SelectDomainIndex", selectDomain},
-      {"DAXI_BlobSelectBufferSize_8u*", sizeQuery},
-      {"DAXI_BlobSelectV3BufferSize_8u*", sizeQuery},
-      {"DAXI_BlobSelect_draw_blob_contour", draw},
-      {"DAXI_DrawBlobLabel_8u_C1IR", draw},
-      {"DAXI_BlobSelect*", select},
-      {"DAXI_FastBlobSelect_8u_C1R", select},
-      {"DAXI_BlobSort", sort},
-      {"_DAXI_DomainConvexHull_ROI", domain},
-      {"_DAXI_DomainEncloseBox", domain},
-      {"_DAXI_DomainRectangularity", domain},
-      {"DAXI_REG_EncloseBox", encloseBox},
-      {"_DAXI_PtEncloseBoxBufferSize_32s", pointCount},
-      {"_DAXI_PtEncloseBox_32s", encloseAny},
-  };
-  return rows;
-}
+}  // namespace
 
 }  // namespace dax::hostile

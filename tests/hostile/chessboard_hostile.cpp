@@ -206,30 +206,27 @@ void refine(Call& c) {
   c.real("epsilon", 1e-6, 0.1);
 }
 
-}  // namespace
+const Rows rows = {
+    {"DAXI_ChessboardCornerBufferSize_8u", chessboardNeed},
+    {"DAXI_ChessboardCorner_8u_C1R", chessboard},
+    {"DAXI_ChessboardCornerGetSubpixBufferSize_*", refineNeed},
+    {"DAXI_ChessboardCornerGetSubpix_*", refine},
+    {"DAXI_CheckerboardCornerHessian_SortBufferSize", sortNeed},
+    {"DAXI_MulCheckerboardCornerHessian_SortBufferSize", sortNeed},
+    {"DAXI_CheckerboardCornerHessian_Sort", sort},
+    {"DAXI_MulCheckerboardCornerHessian_Sort", sort},
+    {"DAXI_CheckerboardCornerHessian_LocBufferSize_8u", sizeNeed},
+    {"DAXI_CheckerboardCornerHessian_Loc_8u_C1R", locate},
+    {"DAXI_CheckerboardCornerHessianBufferSize_8u", sizeNeed},
+    {"DAXI_MulCheckerboardCornerHessianBufferSize_8u", sizeNeed},
+    {"DAXI_CheckerboardCornerHessian_8u_C1R", detect<DAXI_CheckerboardCornerHessianBufferSize_8u>},
+    {"DAXI_MulCheckerboardCornerHessian_8u_C1R", detect<DAXI_MulCheckerboardCornerHessianBufferSize_8u>},
+    {"DAXI_CheckerboardCornerSymBufferSize_8u", sizeNeed},
+    {"DAXI_CheckerboardCornerSymMulBufferSize_8u", sizeNeed},
+    {"DAXI_CheckerboardCornerSym_*", detect<DAXI_CheckerboardCornerSymBufferSize_8u>},
+    {"DAXI_CheckerboardCornerSymMul_*", detect<DAXI_CheckerboardCornerSymMulBufferSize_8u>},
+};
 
-const std::vector<Row>& chessboardRows() {
-  static const std::vector<Row> rows = {
-      {"DAXI_ChessboardCornerBufferSize_8u", chessboardNeed},
-      {"DAXI_ChessboardCorner_8u_C1R", chessboard},
-      {"DAXI_ChessboardCornerGetSubpixBufferSize_*", refineNeed},
-      {"DAXI_ChessboardCornerGetSubpix_*", refine},
-      {"DAXI_CheckerboardCornerHessian_SortBufferSize", sortNeed},
-      {"DAXI_MulCheckerboardCornerHessian_SortBufferSize", sortNeed},
-      {"DAXI_CheckerboardCornerHessian_Sort", sort},
-      {"DAXI_MulCheckerboardCornerHessian_Sort", sort},
-      {"DAXI_CheckerboardCornerHessian_LocBufferSize_8u", sizeNeed},
-      {"DAXI_CheckerboardCornerHessian_Loc_8u_C1R", locate},
-      {"DAXI_CheckerboardCornerHessianBufferSize_8u", sizeNeed},
-      {"DAXI_MulCheckerboardCornerHessianBufferSize_8u", sizeNeed},
-      {"DAXI_CheckerboardCornerHessian_8u_C1R", detect<DAXI_CheckerboardCornerHessianBufferSize_8u>},
-      {"DAXI_MulCheckerboardCornerHessian_8u_C1R", detect<DAXI_MulCheckerboardCornerHessianBufferSize_8u>},
-      {"DAXI_CheckerboardCornerSymBufferSize_8u", sizeNeed},
-      {"DAXI_CheckerboardCornerSymMulBufferSize_8u", sizeNeed},
-      {"DAXI_CheckerboardCornerSym_*", detect<DAXI_CheckerboardCornerSymBufferSize_8u>},
-      {"DAXI_CheckerboardCornerSymMul_*", detect<DAXI_CheckerboardCornerSymMulBufferSize_8u>},
-  };
-  return rows;
-}
+}  // namespace
 
 }  // namespace dax::hostile
