@@ -169,7 +169,8 @@ const char* Call::sizeOf(size_t image) const {
 void Call::completeImage(size_t i) {
   const auto& [name, type, known] = function.arguments[i];
   const char* const step = function.arguments[i + 1].name;
-  const DaxiSize own = size(sizeOf(i));
+  draw(sizeOf(i));
+  const auto own = get<DaxiSize>(sizeOf(i));
   if (type.innerElement > 0) return completePlanes(i, step, own);
   if (*known.inPlaceOf) {
     const auto source = static_cast<size_t>(index(known.inPlaceOf));

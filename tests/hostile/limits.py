@@ -25,7 +25,7 @@ class Reader:
 
     def __init__(self, function, variables, reals):
         self.function, self.variables, self.reals = function, variables, reals
-        self.limits = {}
+        self.limits, self.ordered = {}, []
 
     def of(self, name):
         return self.limits.setdefault(self.variables[name], Limits())
@@ -56,10 +56,11 @@ class Reader:
         """Takes in that left stands in this relation to right."""
         if re.search(r"\w[sS]tep$|^step", left):
             return
+        right = re.sub(r" as an? .*", "", right)
         sides = self.expression(left), self.expression(right)
         if None in sides:
             return
-        product, sum_ = re.fullmatch(r"(\d+) \* (\w+)", left), re.fullmatch(r"(\w+) \+ (\d+)", left)
+        product, sum_ = re.fullmatch(r"(\d+) \* (\w+)", left), re.fullmatch(r"(\w+) \+ (\w+)", left)
         if left in self.variables:
             self.bound(left, relation, sides[1])
         elif right in self.variables:
@@ -67,15 +68,27 @@ class Reader:
         elif product and product[2] in self.variables and relation == "<":
             self.bound(product[2], "<=", f"std::ceil({sides[1]} / {product[1]}) - 1")
         elif sum_ and sum_[1] in self.variables:
-            self.bound(sum_[1], relation, f"{sides[1]} - {sum_[2]}")
+            name, other = sum_.groups() if sum_[2] not in self.variables else sum_.group(2, 1)
+            self.bound(name, relation, f"{sides[1]} - {self.expression(other)}")
 
     def chain(self, text):
-        """0 <= low < high <= 255, which must hold: each is bounded by what comes before it, and by a number at the end."""
+        """0 <= low < high <= 255, which must hold: each is bounded by what comes before it."""
         terms = RELATION.split(text)
         for left, relation, right in zip(terms[::2], terms[1::2], terms[2::2]):
-            self.valid(right, FLIPPED[relation], left) if right in self.variables else self.valid(left, relation, right)
-        if len(terms) > 5 and terms[2] in self.variables and terms[-1] not in self.variables:
-            self.valid(terms[2], terms[3], terms[-1])
+            if left in self.variables and right in self.variables:
+                self.ordered.append((left, right, relation))
+                self.valid(right, FLIPPED[relation], left)
+            elif right in self.variables:
+                self.valid(right, FLIPPED[relation], left)
+            else:
+                self.valid(left, relation, right)
+
+    def finish(self):
+        """What is bounded by another one stays below its number."""
+        for left, right, relation in self.ordered:
+            for number in [each for each in self.of(right).high if "c." not in each]:
+                self.bound(left, relation, number)
+        return self.limits
 
     def refused(self, clause):
         clause = re.sub(r"(?<!not) \((?:[^()]|\([^()]*\))*\)", "", clause)

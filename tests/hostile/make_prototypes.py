@@ -73,7 +73,7 @@ def limits_of(function, texts, enumerators):
             for name in names.split(", "):
                 if name in known and "." not in known[name]:
                     reader.described(name, described, enumerators)
-    return reader.limits
+    return reader.finish()
 
 
 def bounds(found):
