@@ -208,6 +208,22 @@ void* Call::array(const char* name, int64_t count) {
   return data;
 }
 
+void* Call::around(const char* name, const std::vector<double>& numbers, double noise) {
+  const auto fillAround = [&](auto* data) {
+    const Block* const made = block(data);
+    if (!made || made->bytes == 0 || chance(20)) return;
+    using Real = std::remove_pointer_t<decltype(data)>;
+    const double scale = chance(50) ? noise : 0;
+    for (size_t i = 0; i < numbers.size(); ++i) {
+      data[i] = static_cast<Real>(numbers[i] + scale * static_cast<double>(between(-100, 100)) / 100);
+    }
+    if (isSpoiled(name)) data[between(0, std::ssize(numbers) - 1)] = static_cast<Real>(chance(50) ? NAN : -8.0);
+  };
+  const int64_t count = std::ssize(numbers);
+  type(name).element == sizeof(float) ? fillAround(reals<float>(name, count)) : fillAround(reals<double>(name, count));
+  return get<void*>(name);
+}
+
 int64_t Call::product(std::initializer_list<int64_t> sides) {
   int64_t result = 1;
   for (const int64_t side : sides) {
@@ -241,10 +257,15 @@ void* Call::image(const char* name, const char* stepName, DaxiSize imageSize, in
 }
 
 void Call::inPlace(const char* name, const char* stepName, const char* of, const char* stepOf) {
+  if (drawn(name) || isSpoiled(stepName)) return;
+  inPlace(name, of);
+  if (drawn(name)) set(stepName, get<int32_t>(stepOf));
+}
+
+void Call::inPlace(const char* name, const char* of) {
   Block* const source = drawn(of) ? blockOf(of) : nullptr;
-  if (!source || drawn(name) || isSpoiled(name) || isSpoiled(stepName) || !chance(20)) return;
+  if (!source || drawn(name) || isSpoiled(name) || !chance(20)) return;
   set(name, get<void*>(of));
-  set(stepName, get<int32_t>(stepOf));
   source->role = Role::output;
 }
 

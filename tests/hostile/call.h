@@ -80,6 +80,16 @@ class Call {
   void* image(const char* name, const char* step, DaxiSize size, int32_t channels = 1);
   // An image that may be another one, with the same step.
   void inPlace(const char* name, const char* step, const char* of, const char* stepOf);
+  // The same for arrays of one length.
+  void inPlace(const char* name, const char* of);
+  // Of an output only the first so many bytes mean something after success.
+  void onlyMeans(const void* data, std::function<size_t()> bytes) {
+    if (Block* const made = block(data)) made->meaningful = std::move(bytes);
+  }
+  // Of an output nothing means anything.
+  void meansNothing(const char* name) {
+    onlyMeans(get<void*>(name), [] { return size_t{0}; });
+  }
   // Marks an image as one whose pixels are not read: any size can be claimed.
   void notRead(const char* name) { notRead_ = name; }
   // `count` elements of the pointer's type. A negative count gives an address that faults.
@@ -95,6 +105,8 @@ class Call {
     if (const Block* const made = block(result)) fillReals(result, made->bytes / sizeof(Real));
     return result;
   }
+  // An array of floats or doubles near these numbers, at times far from them; with one that is NaN or -8 when spoiled.
+  void* around(const char* name, const std::vector<double>& numbers, double noise = 0);
   // One record, zeroed; null where the argument is spoiled that way.
   template <class T>
   T* record(const char* name) {
@@ -133,13 +145,15 @@ class Call {
   // --- Contents ---
   void fillBytes(void* data, size_t bytes);
   void fillMask(uint8_t* data, size_t bytes);
-  // Multiples of 1/8 up to 1000; or else wild ones.
+  // Whole numbers up to 5, multiples of 1/8 up to 40 or 1000, or else wild ones.
   template <class Real>
   void fillReals(Real* data, size_t count) {
     const bool wild = chance(20);
+    const int64_t reach = pick({5, 320, 320, 8000});
+    const Real unit = reach == 5 ? 1 : 8;
     for (size_t i = 0; i < count; ++i) {
-      data[i] = wild ? static_cast<Real>(std::clamp<double>(hostileReal(), -FLT_MAX, FLT_MAX))
-                     : static_cast<Real>(between(-8000, 8000)) / 8;
+      data[i] = wild && chance(50) ? static_cast<Real>(std::clamp<double>(hostileReal(), -FLT_MAX, FLT_MAX))
+                                   : static_cast<Real>(between(-reach, reach)) / unit;
     }
   }
 

@@ -1,5 +1,6 @@
 // What arguments mean that no row mentions: by their names, their types, and the limits that their contracts state.
 #include <cmath>
+#include <limits>
 #include <stdexcept>
 
 #include "tests/hostile/call.h"
@@ -88,8 +89,9 @@ void Call::completeInteger(size_t i) {
   const bool isFree = std::isinf(low) && std::isinf(high);
   if (isFree && type.bytes <= 2) return setInteger(name, static_cast<int64_t>(random.next()));
   const bool isQuery = has("bytes") && function.arguments.size() <= 4;
-  const int64_t from = std::isinf(low) ? (isFree && type.isSigned ? -2 : 0) : whole(std::ceil(low));
-  const int64_t usual = from + random.below(pick({3, 20, 60, isQuery ? 100000 : 60})) + 1;
+  const int64_t from = std::isinf(low) ? (isFree && type.isSigned && chance(10) ? -2 : 0) : whole(std::ceil(low));
+  int64_t usual = from + random.below(pick({3, 20, 60, isQuery ? 100000 : 60})) + 1;
+  if (isQuery && chance(5)) usual = std::numeric_limits<int32_t>::max();
   const int64_t to = std::isinf(high) ? usual : std::max(whole(std::floor(high)), from);
   number(name, from, to, std::min(usual, to) == to || to - from < 1000 ? to : usual);
 }

@@ -29,6 +29,16 @@ const Function* defaultsOf(const Record& record) {
   return nullptr;
 }
 
+// Clears what is between fields.
+void clearGaps(const Record& record, uint8_t* data) {
+  size_t end = 0;
+  for (const Field& field : record.fields) {
+    std::memset(data + end, 0, field.offset - end);
+    end = field.offset + field.count * field.type.bytes;
+  }
+  std::memset(data + end, 0, record.bytes - end);
+}
+
 }  // namespace
 
 void Call::fillField(const Field& field, uint8_t* data, Limits outer) {
@@ -91,11 +101,12 @@ void* Call::records(const char* name, int64_t count) {
   if (isSet_[i]) return get<void*>(name);
   auto* const data = static_cast<uint8_t*>(array(name, count));
   const Record* const known = findRecord(said(i).record);
-  const Block* const made = block(data);
+  Block* const made = block(data);
   if (!made || !known) return data;
   std::vector<Leaf> leaves;
   std::memset(data, 0, made->bytes);
   for (size_t at = 0; at + known->bytes <= made->bytes; at += known->bytes) fill(*known, data + at, limits(i), leaves);
+  if (made->role == Role::output && count == 1) made->tidy = [=] { clearGaps(*known, data); };
   if (isSpoiled(name) && !leaves.empty()) spoil(leaves[static_cast<size_t>(random.below(static_cast<int32_t>(leaves.size())))]);
   return data;
 }

@@ -1,6 +1,4 @@
-// Least squares: solvers with callbacks of all tempers, sparse matrices, rotations and motions.
-#include <cmath>
-
+// Solvers with callbacks of all tempers.
 #include "prmt.h"
 #include "tests/hostile/call.h"
 
@@ -100,41 +98,13 @@ Temper* temper(Call& c) {
   return user;
 }
 
-// Clears the gaps between fields, before the call and after it.
-template <class Record, class... Fields>
-void clearGaps(Call& c, Record* record, Fields... fields) {
-  const auto tidy = [=] {
-    Record copy;
-    std::memset(static_cast<void*>(&copy), 0, sizeof copy);
-    ((copy.*fields = record->*fields), ...);
-    std::memcpy(static_cast<void*>(record), &copy, sizeof copy);
-  };
-  tidy();
-  c.block(record)->tidy = tidy;
-}
-
 void settings(Call& c) {
-  if (auto* const param = c.record<PrmtLmParam>("param")) {
-    *param = {1e-6, 1e-6, 1 + c.random.below(20), 1e-6, 0.01, 10, c.chance(3), c.chance(10)};
-    if (c.isSpoiled("param")) {
-      for (double* each : {&param->stepTolerance, &param->energyTolerance, &param->smallestDamping,
-                           &param->initialDamping, &param->dampingFactor}) {
-        if (c.chance(30)) *each = c.hostileReal();
-      }
-      param->maxIterations = static_cast<int32_t>(c.between(-1, 30));
-    }
-    using P = PrmtLmParam;
-    clearGaps(c, param, &P::stepTolerance, &P::energyTolerance, &P::maxIterations, &P::smallestDamping,
-              &P::initialDamping, &P::dampingFactor, &P::verbose, &P::useDefaults);
+  if (auto* const param = c.filled<PrmtLmParam>("param")) {
+    param->maxIterations = static_cast<int32_t>(c.isSpoiled("param") ? c.between(-1, 30) : c.between(1, 20));
+    param->verbose = c.chance(3), param->useDefaults = c.chance(10);
   }
   if (c.has("cg")) {
-    if (auto* const cg = c.record<PrmtCgParam>("cg")) {
-      *cg = {1e-8, 1 + c.random.below(50), 1 + c.random.below(4), c.chance(10)};
-      c.spoilWord("cg", cg, 0, 16);
-      cg->maxIterations = std::min(cg->maxIterations, 1000);
-      using Cg = PrmtCgParam;
-      clearGaps(c, cg, &Cg::tolerance, &Cg::maxIterations, &Cg::blockSize, &Cg::useDefaults);
-    }
+    if (auto* const cg = c.filled<PrmtCgParam>("cg")) cg->maxIterations = std::min(cg->maxIterations, 1000);
   }
   if (c.has("threshold")) c.real("threshold", 0.01, 5);
 }
@@ -144,9 +114,6 @@ void solve(Call& c, const std::function<DaxStatus(uint64_t*)>& query) {
   const auto n = c.get<int32_t>("n");
   if (double* const x = c.reals<double>("x", n < 1 ? -1 : n)) c.block(x)->firm = true;
   settings(c);
-  for (const char* name : {"rmse", "energy", "stepNorm"}) {
-    if (c.has(name)) c.array(name, 1);
-  }
   uint64_t need = 0;
   const bool known = query(&need) == PRMT_STS_OK && need <= Arena::kMostBytes;
   const uint64_t room = known && c.chance(10) ? need * static_cast<uint64_t>(c.random.below(100)) / 100 : need;
@@ -243,38 +210,6 @@ void blockNeed(Call& c) {
   if (auto* const record = c.record<PrmtHblkShape>("shape")) *record = layout;
 }
 
-void need(Call& c) {
-  sides(c);
-  c.number("elements", 0, 100);
-}
-
-void printLine(Call& c) {
-  c.number("iter", 0, 9999);
-  for (const char* name : {"lambda", "rmseInit", "rmsePost", "drmse", "dxnorm"}) c.real(name, -1e3, 1e3);
-}
-
-// --- Sparse matrices ---
-
-// A matrix of these sides with some elements and room for some more; null or without an array where it is spoiled.
-PrmtMsp* matrix(Call& c, const char* name, int32_t rows, int32_t cols, int64_t capacity) {
-  auto* const record = c.record<PrmtMsp>(name);
-  if (!record) return nullptr;
-  uint64_t bytes = 0;
-  PRMT_MSP_BufSize_f64(rows, cols, capacity, &bytes);
-  void* const memory = c.memory("elements", static_cast<int64_t>(bytes), c.block(record)->role);
-  PRMT_MSP_Init_f64(record, rows, cols, capacity, memory);
-  const int64_t elements = c.between(0, capacity);
-  for (int64_t i = 0; i < elements; ++i) {
-    const double value = c.chance(98) ? static_cast<double>(c.between(-99, 99)) / 8 : c.hostileReal();
-    PRMT_MSP_AddEle_tpl_f64(record, c.random.below(rows), c.random.below(cols), value);
-  }
-  if (c.isSpoiled(name)) {
-    if (c.chance(50)) record->start = nullptr;
-    if (c.chance(50)) record->value = nullptr;
-  }
-  return record;
-}
-
 // A Jacobian to add to, of the call's sides.
 void numericJacobian(Call& c) {
   sides(c);
@@ -282,7 +217,13 @@ void numericJacobian(Call& c) {
   const auto n = c.get<int32_t>("n"), m = c.get<int32_t>("m");
   const auto side = [](int32_t given) { return given >= 1 && given < 100 ? given : 3; };
   const auto capacity = c.chance(90) ? side(n) * side(m) : 2;
-  if (PrmtMsp* const made = matrix(c, "jacobian", side(m), side(n), capacity)) PRMT_MSP_SetZero_tpl_f64(made);
+  auto* const made = c.record<PrmtMsp>("jacobian");
+  if (made) {
+    uint64_t bytes = 0;
+    PRMT_MSP_BufSize_f64(side(m), side(n), capacity, &bytes);
+    PRMT_MSP_Init_f64(made, side(m), side(n), capacity, c.memory("elements", static_cast<int64_t>(bytes), Role::output));
+    if (c.isSpoiled("jacobian")) (c.chance(50) ? reinterpret_cast<void*&>(made->start) : reinterpret_cast<void*&>(made->value)) = nullptr;
+  }
   c.set("residuals", c.isSpoiled("residuals") ? nullptr : residuals);
   c.set("update", c.isSpoiled("update") ? nullptr : update);
   c.reals<double>("x", side(n));
@@ -290,145 +231,15 @@ void numericJacobian(Call& c) {
   for (const int64_t status : {int64_t{PRMT_STS_FULL}, int64_t{kOwnStatus}}) c.mayWriteOn(status);
 }
 
-struct Sides {
-  int32_t rows, cols;
-};
-
-Sides anySides(Call& c) {
-  return {1 + c.random.below(7), 1 + c.random.below(7)};
-}
-
-void createMatrix(Call& c) {
-  const int64_t rows = c.number("rows", 1, 9), cols = c.number("cols", 1, 9), capacity = c.number("capacity", 0, 40);
-  if (!c.has("matrix")) return;
-  c.record<PrmtMsp>("matrix");
-  c.work("buffer", [&](uint64_t* bytes) {
-    return static_cast<DaxStatus>(
-        PRMT_MSP_BufSize_f64(static_cast<int32_t>(rows), static_cast<int32_t>(cols), capacity, bytes));
-  });
-  if (Block* const made = c.blockOf("buffer")) made->role = Role::output;
-}
-
-void changeMatrix(Call& c) {
-  const Sides s = anySides(c);
-  matrix(c, "matrix", s.rows, s.cols, c.between(0, 20));
-  if (c.has("value")) c.real("value", -9, 9);
-  if (c.has("count")) {
-    const int64_t count = c.number("count", 0, 15);
-    for (const char* name : {"row", "col"}) {
-      auto* const index = static_cast<int32_t*>(c.array(name, count));
-      const Block* const made = c.block(index);
-      const int32_t side = name[0] == 'r' ? s.rows : s.cols;
-      for (size_t i = 0; made && i < made->bytes / sizeof *index; ++i) index[i] = c.random.below(side);
-      if (made && made->bytes > 0 && c.isSpoiled(name)) index[0] = static_cast<int32_t>(c.hostileInteger());
-    }
-    return;
-  }
-  if (c.has("row")) c.number("row", 0, s.rows - 1);
-  if (c.has("col")) c.number("col", 0, s.cols - 1);
-  if (!c.has("block")) return;
-  const auto left = [&](int64_t side, int64_t at) { return std::clamp<int64_t>(side - at, 1, side); };
-  const int64_t height = c.number("blockRows", 1, left(s.rows, c.integer("row")));
-  const int64_t width = c.number("blockCols", 1, left(s.cols, c.integer("col")));
-  const int64_t step = c.number("step", std::clamp<int64_t>(width, 1, 9), 12);
-  const bool possible = height >= 1 && width >= 1 && step >= width;
-  c.reals<double>("block", possible ? (height - 1) * step + width : -1);
-}
-
-void transpose(Call& c) {
-  const Sides s = anySides(c);
-  matrix(c, "matrix", s.rows, s.cols, 20);
-  const bool wrong = c.isSpoiled("transposed") && c.chance(30);
-  matrix(c, "transposed", s.cols + wrong, s.rows, c.chance(90) ? 20 : 2);
-}
-
-void multiply(Call& c) {
-  const Sides s = anySides(c);
-  const int32_t inner = 1 + c.random.below(7);
-  const PrmtMsp* const a = matrix(c, "a", s.rows, inner, 15);
-  const PrmtMsp* const b = matrix(c, "b", inner + (c.isSpoiled("b") && c.chance(50)), s.cols, 15);
-  if (!c.has("product")) return;
-  matrix(c, "product", s.rows, s.cols, c.chance(90) ? 49 : 3);
-  c.work("buffer", [&](uint64_t* bytes) { return static_cast<DaxStatus>(PRMT_MSP_Mul_bufsize_f64(a, b, bytes)); });
-  c.worksBeforeFailing = true;
-}
-
-void add(Call& c) {
-  const Sides s = anySides(c);
-  const PrmtMsp* const a = matrix(c, "a", s.rows, s.cols, 15);
-  const PrmtMsp* const b = matrix(c, "b", s.rows, s.cols + (c.isSpoiled("b") && c.chance(50)), 15);
-  if (!c.has("sum")) return;
-  matrix(c, "sum", s.rows, s.cols, c.chance(90) ? 30 : 3);
-  c.real("alpha", -3, 3), c.real("beta", -3, 3);
-  c.work("buffer", [&](uint64_t* bytes) { return static_cast<DaxStatus>(PRMT_MSP_Add_bufsize_f64(a, b, bytes)); });
-  c.worksBeforeFailing = true;
-}
-
-void timesVector(Call& c) {
-  const Sides s = anySides(c);
-  matrix(c, "matrix", s.rows, s.cols, 20);
-  const bool turned = std::string_view(c.function.name).find("Trans") != std::string_view::npos;
-  c.reals<double>("vector", turned ? s.rows : s.cols);
-  c.array("result", turned ? s.cols : s.rows);
-}
-
-void dense(Call& c) {
-  const Sides s = anySides(c);
-  matrix(c, "matrix", s.rows, s.cols, 20);
-  const int64_t step = c.number("step", s.cols, 12);
-  const bool possible = step >= s.cols;
-  c.array("dense", possible ? (s.rows - 1) * step + s.cols : -1);
-  if (Block* const made = c.blockOf("dense"); made && possible) {
-    made->rowBytes = static_cast<size_t>(s.cols) * sizeof(double),
-    made->stepBytes = static_cast<size_t>(step) * sizeof(double);
-  }
-}
-
-// --- Rotations and motions: any numbers, for what comes out must only be the same everywhere ---
-
-template <int32_t vector, int32_t square>
-void lie(Call& c) {
-  for (const auto& argument : c.function.arguments) {
-    const std::string_view name = argument.name;
-    const bool isVector = name == "w" || name == "step" || name == "twist";
-    auto* const values = c.reals<double>(argument.name, isVector ? vector : square);
-    const Block* const made = c.block(values);
-    if (!made || c.chance(20)) continue;
-    // Angles of some turns; matrices near rotations.
-    const int32_t side = square == 9 ? 3 : 4;
-    for (int32_t i = 0; i < (isVector ? vector : square); ++i) {
-      const double noise = static_cast<double>(c.between(-100, 100)) / 100;
-      values[i] = isVector ? 4 * noise : (i % (side + 1) == 0 ? 1 : 0) + (c.chance(30) ? noise * 1e-3 : 0);
-    }
-  }
-}
-
 const Rows rows = {
     {"PRMT_LM_HBLK_BufferSize_f64", blockNeed},
-    {"PRMT_LM_BufferSize_f64", need},
-    {"PRMT_LM_CG_BufferSize_f64", need},
-    {"PRMT_LM_HUBER_BufferSize_f64", need},
-    {"PRMT_LM_HMSP_BufferSize_f64", need},
     {"PRMT_LM_Process_f64", solver<PRMT_LM_BufferSize_f64>},
     {"PRMT_LM_HUBER_Process_f64", solver<PRMT_LM_HUBER_BufferSize_f64>},
     {"PRMT_LM_CG_Process_f64", solver<PRMT_LM_CG_BufferSize_f64>},
     {"PRMT_LM_HMSP_Process_f64", normalSolver},
     {"PRMT_LM_HBLK_Process_f64", blockSolver},
-    {"PRMT_LM_print_iter_info", printLine},
     {"PRMT_JacNum_Process_f64", numericJacobian},
-    {"PRMT_MSP_BufSize_f64", createMatrix},
-    {"PRMT_MSP_Init_f64", createMatrix},
-    {"PRMT_MSP_Mul_*", multiply},
-    {"PRMT_MSP_Add_*", add},
-    {"PRMT_MSP_Trans_f64", transpose},
-    {"PRMT_MSP_MulVec_f64", timesVector},
-    {"PRMT_MSP_TransMulVec_f64", timesVector},
-    {"PRMT_MSP_MspToMat_f64", dense},
-    {"PRMT_MSP_*", changeMatrix},
-    {"PRMT_SO3_*", lie<3, 9>},
-    {"PRMT_SE3_*", lie<6, 16>},
 };
 
 }  // namespace
-
 }  // namespace dax::hostile
