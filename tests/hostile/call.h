@@ -114,12 +114,17 @@ class Call {
     if (result) std::memset(static_cast<void*>(result), 0, sizeof(T));
     return result;
   }
-  // A record, or several, with fields within the limits of their comments, or one of them spoiled.
+  // A record, or several, with fields within the limits of their comments, then as the row adjusts them, then, when spoiled,
+  // with one field that is wrong. Pointers are null unless the row sets them.
   template <class T>
   T* filled(const char* name, int64_t count = 1) {
-    return static_cast<T*>(records(name, count));
+    return static_cast<T*>(records(name, count, [](void*) {}));
   }
-  void* records(const char* name, int64_t count);
+  template <class T, class Adjust>
+  T* filled(const char* name, int64_t count, const Adjust& adjust) {
+    return static_cast<T*>(records(name, count, [&](void* record) { adjust(*static_cast<T*>(record)); }));
+  }
+  void* records(const char* name, int64_t count, const std::function<void(void*)>& adjust);
   // Memory that records point to.
   void* memory(const char* name, int64_t bytes, Role role, size_t alignment = 16);
   template <class T>

@@ -111,7 +111,8 @@ void Call::completeSize(size_t i) {
   const double least = std::clamp(std::max(width.low, height.low), 1.0, 4096.0);
   bool isFirst = true;
   for (size_t j = 0; j < i; ++j) isFirst &= function.arguments[j].type.kind != Kind::size;
-  if (isFirst || (!said(i).limits && !said(i).heightLimits)) {
+  const bool isWide = std::max(width.high, height.high) > 4096;
+  if ((isFirst && isWide) || (!said(i).limits && !said(i).heightLimits)) {
     size(name, static_cast<int32_t>(least));
     return;
   }
@@ -147,7 +148,7 @@ void Call::completePointer(size_t i) {
   if (known.mayBeNull && chance(30)) return set<void*>(name, nullptr);
   const int64_t count = countOf(name);
   if (type.isConst && *known.record) {
-    records(name, count);
+    records(name, count, [](void*) {});
   } else if (type.isConst && type.isReal) {
     type.element == sizeof(float) ? static_cast<void>(reals<float>(name, count))
                                   : static_cast<void>(reals<double>(name, count));

@@ -59,7 +59,8 @@ def variables_of(function):
     for size, (width, height) in zip(sizes, (("w", "h"), ("W", "H"))):
         known |= {width: f"{size}.width", height: f"{size}.height"}
     known |= {f"{size}.{side}": f"{size}.{side}" for size in sizes for side in ("width", "height")}
-    known |= {side: f"{sizes[0]}.{side}" for side in ("width", "height") if sizes}
+    if sizes and sizes[0].lower().endswith("size"):
+        known |= {side: f"{sizes[0]}.{side}" for side in ("width", "height")}
     return known
 
 

@@ -96,7 +96,7 @@ void Call::spoil(const Leaf& leaf) {
   }
 }
 
-void* Call::records(const char* name, int64_t count) {
+void* Call::records(const char* name, int64_t count, const std::function<void(void*)>& adjust) {
   const auto i = static_cast<size_t>(index(name));
   if (isSet_[i]) return get<void*>(name);
   auto* const data = static_cast<uint8_t*>(array(name, count));
@@ -105,7 +105,10 @@ void* Call::records(const char* name, int64_t count) {
   if (!made || !known) return data;
   std::vector<Leaf> leaves;
   std::memset(data, 0, made->bytes);
-  for (size_t at = 0; at + known->bytes <= made->bytes; at += known->bytes) fill(*known, data + at, limits(i), leaves);
+  for (size_t at = 0; at + known->bytes <= made->bytes; at += known->bytes) {
+    fill(*known, data + at, limits(i), leaves);
+    adjust(data + at);
+  }
   if (made->role == Role::output && count == 1) made->tidy = [=] { clearGaps(*known, data); };
   if (isSpoiled(name) && !leaves.empty()) spoil(leaves[static_cast<size_t>(random.below(static_cast<int32_t>(leaves.size())))]);
   return data;

@@ -6,11 +6,11 @@ namespace dax::hostile {
 namespace {
 
 void configuration(Call& c) {
-  auto* const cfg = c.filled<DaxiThresholdBinCfg>("cfg");
-  if (!cfg || c.isSpoiled("cfg")) return;
-  cfg->darkTail /= 2, cfg->brightTail /= 2;
-  cfg->lowPos = cfg->highPos * static_cast<float>(c.random.below(101)) / 100;
-  cfg->softLow = c.random.below(255), cfg->softHigh = static_cast<int32_t>(c.between(cfg->softLow + 1, 255));
+  c.filled<DaxiThresholdBinCfg>("cfg", 1, [&](DaxiThresholdBinCfg& cfg) {
+    cfg.darkTail /= 2, cfg.brightTail /= 2;
+    cfg.lowPos = cfg.highPos * static_cast<float>(c.random.below(101)) / 100;
+    cfg.softLow = c.random.below(255), cfg.softHigh = static_cast<int32_t>(c.between(cfg.softLow + 1, 255));
+  });
 }
 
 const Rows rows = {
