@@ -71,6 +71,7 @@ double Call::value(std::string_view name) {
     return name.substr(dot + 1) == "width" ? size.width : size.height;
   }
   if (function.arguments[i].type.kind == Kind::integer) return static_cast<double>(integer(whole));
+  if (function.arguments[i].type.kind != Kind::real) throw std::logic_error(std::string(name) + " is no number");
   return function.arguments[i].type.bytes == sizeof(float) ? double{get<float>(whole)} : get<double>(whole);
 }
 
@@ -141,10 +142,12 @@ void Call::completePointer(size_t i) {
   if (std::string_view(name) == "pool") return has("threads") && !drawn("threads") ? draw("threads") : pool();
   if (i + 1 < function.arguments.size() && isStep(function.arguments[i + 1])) return completeImage(i);
   if (*known.query) {
-    work(name, [&](uint64_t* bytes) { return ask(known.query, bytes); }, known.alignment);
+    work(
+        name, [&](uint64_t* bytes) { return ask(known.query, bytes); }, known.alignment);
     return;
   }
-  if (type.innerElement > 0 || type.element == 0) throw std::logic_error(std::string("nothing says what ") + name + " means");
+  if (type.innerElement > 0 || type.element == 0)
+    throw std::logic_error(std::string("nothing says what ") + name + " means");
   if (known.mayBeNull && chance(30)) return set<void*>(name, nullptr);
   const int64_t count = countOf(name);
   if (type.isConst && *known.record) {
@@ -206,9 +209,10 @@ void Call::completePlanes(size_t i, const char* stepName, DaxiSize planeSize) {
   blockOf(name)->role = Role::input;
   for (int64_t k = 0; k < count; ++k) {
     const bool missing = isSpoiled(name) && chance(40);
-    planes[k] = missing ? nullptr
-                        : memory("plane", pixels < 0 ? -1 : pixels * element, type.innerIsConst ? Role::input : Role::output,
-                                 std::min<size_t>(type.innerElement, 8));
+    planes[k] = missing
+                    ? nullptr
+                    : memory("plane", pixels < 0 ? -1 : pixels * element,
+                             type.innerIsConst ? Role::input : Role::output, std::min<size_t>(type.innerElement, 8));
     if (Block* const made = block(planes[k]); made && pixels > 0) {
       made->rowBytes = static_cast<size_t>(planeSize.width * element);
       made->stepBytes = static_cast<size_t>(rowStep * element);

@@ -268,7 +268,8 @@ int main(int count, char** arguments) try {
   dax::hostile::Options options;
   if (!dax::hostile::parse(count, arguments, options)) {
     std::fputs(
-        "usage: hostile_driver [--seed N] [--first N] [--calls N] [--function NAME | PREFIX*] [--progress] [--verbose]\n"
+        "usage: hostile_driver [--seed N] [--first N] [--calls N] [--function NAME | PREFIX*] [--progress] "
+        "[--verbose]\n"
         "       --coverage: at the end, how often each function returned which status\n",
         stderr);
     return 2;

@@ -99,13 +99,13 @@ struct Limits {
 // What a header tells about an argument (make_prototypes.py).
 struct Said {
   const char* name;
-  const char* record = "";    // the type, or what is pointed to
-  int64_t elements = 0;       // of a declared array
-  bool isCounted = false;     // has as many elements as the argument `count` says
+  const char* record = "";  // the type, or what is pointed to
+  int64_t elements = 0;     // of a declared array
+  bool isCounted = false;   // has as many elements as the argument `count` says
   bool mayBeNull = false;
-  const char* query = "";     // tells how many bytes
-  size_t alignment = 16;      // of what has a query
-  const char* inPlaceOf = "";  // may be this image
+  const char* query = "";                  // tells how many bytes
+  size_t alignment = 16;                   // of what has a query
+  const char* inPlaceOf = "";              // may be this image
   Limits (*limits)(Call& call) = nullptr;  // of a size: of its width
   Limits (*heightLimits)(Call& call) = nullptr;
   std::vector<int64_t> choices = {};

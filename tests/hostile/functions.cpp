@@ -14,10 +14,11 @@ namespace {
 
 const std::vector<Record>& allRecords() {
 #define HOSTILE_RECORD(name, ...) {#name, sizeof(name), {__VA_ARGS__}},
-#define HOSTILE_FIELD(record, name, fieldRecord, low, high, standard)              \
-  {#name, offsetof(record, name),                                                  \
-   sizeof(record::name) / sizeof(std::remove_all_extents_t<decltype(record::name)>), \
-   typeOf<std::remove_all_extents_t<decltype(record::name)>>(), fieldRecord, {low, high}, standard}
+#define HOSTILE_FIELD(record, name, fieldRecord, low, high, standard)                                                 \
+  {                                                                                                                   \
+#name, offsetof(record, name), sizeof(record::name) / sizeof(std::remove_all_extents_t <decltype(record::name)>), \
+        typeOf < std::remove_all_extents_t < decltype(record::name)>>(), fieldRecord, {low, high }, standard          \
+  }
   static const std::vector<Record> records = {
 #include "records.inc"
   };

@@ -2,10 +2,15 @@
 import re
 from typing import NamedTuple
 
-PROTOTYPE = re.compile(r"^DAX_API (?P<result>[^;()]*?[ *])(?P<name>[A-Za-z_0-9]+)\((?P<arguments>[^;]*)\);", re.S | re.M)
+PROTOTYPE = re.compile(
+    r"^DAX_API (?P<result>[^;()]*?[ *])(?P<name>[A-Za-z_0-9]+)\((?P<arguments>[^;]*)\);", re.S | re.M
+)
 POINTER_TO_FUNCTION = re.compile(r"\(\*\s*(\w+)\)\s*\([^()]*\)")
 RECORD = re.compile(r"^typedef struct (?P<name>\w+) \{(?P<fields>.*?)^\} \w+;", re.S | re.M)
-FIELD = re.compile(r"^  (?P<type>(?:const |struct )*\w+)(?P<stars>[ *\n]+)(?P<name>\w+)(?:\[\w+\])?;(?P<comment>(?:\s*/\*.*?\*/)?)", re.S | re.M)
+FIELD = re.compile(
+    r"^  (?P<type>(?:const |struct )*\w+)(?P<stars>[ *\n]+)(?P<name>\w+)(?:\[\w+\])?;(?P<comment>(?:\s*/\*.*?\*/)?)",
+    re.S | re.M,
+)
 ENUMERATOR = re.compile(r"\b([A-Z][A-Z0-9_]+) =\s+(-?(?:0x)?[0-9a-fA-F]+)\b")
 
 
@@ -49,12 +54,13 @@ def records(include):
     found = {}
     for header in sorted(include.glob("*/*.h")):
         for match in RECORD.finditer(header.read_text()):
-            fields = FIELD.finditer(match["fields"])
             found[match["name"]] = [
-                (each["name"], each["type"], "*" in each["stars"], " ".join(each["comment"].strip(" /*\n").split())) for each in fields
+                (each["name"], each["type"], "*" in each["stars"], " ".join(each["comment"].strip(" /*\n").split()))
+                for each in FIELD.finditer(match["fields"])
             ]
     return found
 
 
 def enumerators(include):
-    return {name: int(value, 0) for header in include.glob("*/*.h") for name, value in ENUMERATOR.findall(header.read_text())}
+    texts = [header.read_text() for header in include.glob("*/*.h")]
+    return {name: int(value, 0) for text in texts for name, value in ENUMERATOR.findall(text)}

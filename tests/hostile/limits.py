@@ -150,7 +150,7 @@ class Reader:
         """A line about an argument: "erosions to try, 1..18"."""
         low, high = stated(text, enumerators)
         for each in (name, f"{name}.width", f"{name}.height"):
-            if each in self.variables and f"{each}.width" not in self.variables:
+            if each in self.variables:
                 self.of(each).low += [low] if low else []
                 self.of(each).high += [high] if high else []
 
@@ -167,5 +167,6 @@ def stated(text, enumerators):
     if either := re.search(rf"^({NUMBER})[^,;]*(?: or|,) ({NUMBER})", text):
         return tuple(sorted(either.groups(), key=float))
     known = [name for name in re.findall(r"[A-Z][A-Z0-9_]+", text.replace("_...", "_")) if len(name) > 4]
-    values = [enumerators[each] for each in enumerators if each in known or any(name[-1] == "_" and each.startswith(name) for name in known)]
+    stems = tuple(name for name in known if name[-1] == "_")
+    values = [value for each, value in enumerators.items() if each in known or stems and each.startswith(stems)]
     return (str(min(values)), str(max(values))) if len(values) > 1 else (None, None)

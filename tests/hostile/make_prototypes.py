@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
 """Lists for the hostile driver the exported functions and the records, and what their contracts say about arguments.
 
-usage: make_prototypes.py INCLUDE FUNCTIONS RECORDS     INCLUDE: the public headers; the lists, rewritten when they change
+usage: make_prototypes.py INCLUDE FUNCTIONS RECORDS     INCLUDE: the public headers; the others: the lists
 
 HOSTILE_FUNCTION(name, "result type", {what is known of an argument}...); HOSTILE_RECORD(name, HOSTILE_FIELD(...)...).
 Types and sizes are left to the compiler; what it cannot tell is names, limits, and which query tells a buffer's size.
@@ -28,7 +28,7 @@ def tokens(name):
 
 
 def query_of(function, name, queries):
-    """The function that tells the bytes of an argument: the one whose name is this one's with ...BufferSize in it, or that
+    """The function that tells the bytes of an argument: the one whose name is this one's with ...BufferSize in it, or
     begins so: 16s for 16s32f, Build for BuildIndex. Types and versions may be left out."""
     pattern, best = QUERIES.get(name, WORK), (0, "")
     for query in queries:
@@ -41,20 +41,23 @@ def query_of(function, name, queries):
     return best[1]
 
 
+PLACE = r"`{}`[^`]*?(?:(any address)|multiple of (?:(\d+)|the size of a float(?: \(([^():]*): of a double\))?))"
+
+
 def alignment(function, name, text):
     """Of a buffer: "lies at a multiple of 4", "at any address", or "of the size of a float (64f: of a double)"."""
-    about = re.search(rf"`{name}`[^`]*?(?:(any address)|multiple of (?:(\d+)|the size of a float(?: \(([^():]*): of a double\))?))", text)
+    about = re.search(PLACE.format(name), text)
     if not about:
         return 16
     if about[1] or about[2]:
         return int(about[2] or 1)
-    wide = re.findall(r"\w+", about[3] or "")
-    return 8 if any(f"_{each}_" in function or f"{each}_" in function for each in wide if each != "and") else 4
+    doubles = [each for each in re.findall(r"\w+", about[3] or "") if each != "and"]
+    return 8 if any(f"{each}_" in function for each in doubles) else 4
 
 
 def variables_of(function):
-    """Names that a contract may use, and what Call::value() calls them. Of sizes the first has w and h, the second W and H."""
-    known = {each.name: each.name for each in function.arguments if each.stars == 0}
+    """Names that a contract may use, and what Call::value() calls them. The first size has w and h, the second W and H."""
+    known = {each.name: each.name for each in function.arguments if each.stars == 0 and each.type != "DaxiSize"}
     sizes = [each.name for each in function.arguments if each.type == "DaxiSize"]
     for size, (width, height) in zip(sizes, (("w", "h"), ("W", "H"))):
         known |= {width: f"{size}.width", height: f"{size}.height"}
@@ -68,22 +71,24 @@ def limits_of(function, texts, enumerators):
     known = variables_of(function)
     reader = limits.Reader(function.name, known, {each.name for each in function.arguments if each.isReal})
     for text in texts:
-        for code, clause in header_contracts.clauses(text):
+        for _, clause in header_contracts.clauses(text):
             reader.refused(clause)
         for names, described in re.findall(r"^ \*   (\w+(?:, \w+)*)   *(\S.*)$", text, re.M):
             for name in names.split(", "):
-                if name in known and "." not in known[name]:
+                if known.get(name) == name or f"{name}.width" in known:
                     reader.described(name, described, enumerators)
     return reader.finish()
 
 
+def extreme(expressions, which, none):
+    each = list(dict.fromkeys(expressions))
+    return f"std::{which}<double>({{{', '.join(each)}}})" if len(each) > 1 else f"double({each[0]})" if each else none
+
+
 def bounds(found):
     """As a function of the call."""
-    if not found.low and not found.high:
-        return "nullptr"
-    low, high = dict.fromkeys(found.low), dict.fromkeys(found.high)
-    joined = lambda each, name, none: (f"std::{name}<double>({{{', '.join(each)}}})" if len(each) > 1 else f"double({[*each][0]})") if each else none
-    return f"[]([[maybe_unused]] Call& c) -> Limits {{ return {{{joined(low, 'max', '-INFINITY')}, {joined(high, 'min', 'INFINITY')}}}; }}"
+    low, high = extreme(found.low, "max", "-INFINITY"), extreme(found.high, "min", "INFINITY")
+    return f"[]([[maybe_unused]] Call& c) -> Limits {{ return {{{low}, {high}}}; }}"
 
 
 def in_place(own, head, name):
@@ -92,7 +97,7 @@ def in_place(own, head, name):
     return name == "dst" and match and (match[1] or "src1")
 
 
-def meaning(function, each, found, own, head, queries, records, texts):
+def meaning(function, each, found, own, head, queries, records):
     parts = [f'.name = "{each.name}"']
     if each.type in records and each.stars <= 1 and each.type != "DaxiSize":
         parts.append(f'.record = "{each.type}"')
@@ -102,13 +107,15 @@ def meaning(function, each, found, own, head, queries, records, texts):
         parts.append(".isCounted = true")
     if re.search(rf"\b{each.name}(?: +[^;.]*;)? may be null", own + head):
         parts.append(".mayBeNull = true")
-    if query := each.type == "void" and each.stars == 1 and not each.isConst and query_of(function.name, each.name, queries):
+    isWork = each.type == "void" and each.stars == 1 and not each.isConst
+    if query := isWork and query_of(function.name, each.name, queries):
         parts.append(f'.query = "{query}", .alignment = {alignment(function.name, each.name, own + head)}')
     if of := in_place(own, head, each.name):
         parts.append(f'.inPlaceOf = "{of}"')
-    for name, member in ((each.name, "limits"), (f"{each.name}.width", "limits"), (f"{each.name}.height", "heightLimits")):
-        if name in found and (code := bounds(found[name])) != "nullptr":
-            parts.append(f".{member} = {code}")
+    width, height = f"{each.name}.width", f"{each.name}.height"
+    for name, member in ((each.name, "limits"), (width, "limits"), (height, "heightLimits")):
+        if name in found and (found[name].low or found[name].high):
+            parts.append(f".{member} = {bounds(found[name])}")
         if name in found and found[name].choices:
             parts.append(f".choices = {{{', '.join(found[name].choices)}}}")
     return f"{{{', '.join(parts)}}}"
@@ -116,15 +123,14 @@ def meaning(function, each, found, own, head, queries, records, texts):
 
 def list_functions(include, records, enumerators):
     known = list(headers.functions(include))
-    queries = [each.name for each in known if each.arguments and each.arguments[-1].name == "bytes" and "ize" in each.name]
+    queries = [each.name for each in known if each.arguments and each.arguments[-1].name == "bytes"]
     own = header_contracts.comments(include)
     for function in known:
-        texts = header_contracts.referred(own, function.name)
-        found = limits_of(function, texts, enumerators)
+        found = limits_of(function, header_contracts.referred(own, function.name), enumerators)
         comment, head = (re.sub(r"\n \*", "", text) for text in own[function.name])
         others = [each for each in queries if each != function.name]
-        parts = [meaning(function, each, found, comment, head, others, records, texts) for each in function.arguments]
-        yield f"HOSTILE_FUNCTION({', '.join([function.name, chr(34) + function.result + chr(34), *parts])})\n"
+        parts = [meaning(function, each, found, comment, head, others, records) for each in function.arguments]
+        yield f"HOSTILE_FUNCTION({', '.join([function.name, f'{chr(34)}{function.result}{chr(34)}', *parts])})\n"
 
 
 def list_records(records, enumerators):

@@ -11,8 +11,9 @@ void putInteger(uint8_t* data, size_t bytes, int64_t value) {
 }
 
 void putReal(uint8_t* data, size_t bytes, double value) {
-  const float narrow = std::abs(value) > double{FLT_MAX} ? std::copysign(INFINITY, static_cast<float>(std::clamp(value, -1.0, 1.0)))
-                                                        : static_cast<float>(value);
+  const float narrow = std::abs(value) > double{FLT_MAX}
+                           ? std::copysign(INFINITY, static_cast<float>(std::clamp(value, -1.0, 1.0)))
+                           : static_cast<float>(value);
   if (bytes == sizeof narrow) {
     std::memcpy(data, &narrow, sizeof narrow);
   } else {
@@ -110,7 +111,8 @@ void* Call::records(const char* name, int64_t count, const std::function<void(vo
     adjust(data + at);
   }
   if (made->role == Role::output && count == 1) made->tidy = [=] { clearGaps(*known, data); };
-  if (isSpoiled(name) && !leaves.empty()) spoil(leaves[static_cast<size_t>(random.below(static_cast<int32_t>(leaves.size())))]);
+  if (isSpoiled(name) && !leaves.empty())
+    spoil(leaves[static_cast<size_t>(random.below(static_cast<int32_t>(leaves.size())))]);
   return data;
 }
 

@@ -136,8 +136,9 @@ void refine(Call& c) {
   boardImage(c, {});
   const int64_t count = c.number("count", 1, 4);
   const auto anywhere = [&](int64_t side) { return static_cast<float>(c.between(-200, side)) / 10; };
-  c.filled<DaxiPoint32f>("corners", count < 1 ? -1 : count,
-                         [&](DaxiPoint32f& corner) { corner = {anywhere(1500), anywhere(1200)}; });
+  c.filled<DaxiPoint32f>("corners", count < 1 ? -1 : count, [&](DaxiPoint32f& corner) {
+    corner = {anywhere(1500), anywhere(1200)};
+  });
   c.inPlace("refined", "corners");
   c.sizeOr("halfWindow", {2 + c.random.below(5), 2 + c.random.below(5)});
   if (c.number("maxIter", 1, 10) > 100) c.set("maxIter", 100);  // all of which may be made
@@ -149,16 +150,11 @@ void need(Call& c) {
 }
 
 const Rows rows = {
-    {"DAXI_ChessboardCornerBufferSize_8u", need},
-    {"DAXI_ChessboardCorner_8u_C1R", chessboard},
-    {"DAXI_ChessboardCornerGetSubpix_*", refine},
-    {"DAXI_CheckerboardCornerHessian_Sort", sort},
-    {"DAXI_MulCheckerboardCornerHessian_Sort", sort},
-    {"DAXI_CheckerboardCornerHessian_Loc_8u_C1R", locate},
-    {"DAXI_CheckerboardCornerHessian_8u_C1R", detect},
-    {"DAXI_MulCheckerboardCornerHessian_8u_C1R", detect},
-    {"DAXI_CheckerboardCornerSym_*", detect},
-    {"DAXI_CheckerboardCornerSymMul_*", detect},
+    {"DAXI_ChessboardCornerBufferSize_8u", need},      {"DAXI_ChessboardCorner_8u_C1R", chessboard},
+    {"DAXI_ChessboardCornerGetSubpix_*", refine},      {"DAXI_CheckerboardCornerHessian_Sort", sort},
+    {"DAXI_MulCheckerboardCornerHessian_Sort", sort},  {"DAXI_CheckerboardCornerHessian_Loc_8u_C1R", locate},
+    {"DAXI_CheckerboardCornerHessian_8u_C1R", detect}, {"DAXI_MulCheckerboardCornerHessian_8u_C1R", detect},
+    {"DAXI_CheckerboardCornerSym_*", detect},          {"DAXI_CheckerboardCornerSymMul_*", detect},
 };
 
 }  // namespace

@@ -289,7 +289,9 @@ void encloseAny(Call& c) {
   const int64_t count = c.number("count", 1, 200);
   const int64_t spread = c.pick({1, 3, 100, (1 << 19) + 1});
   const auto anywhere = [&] { return static_cast<int32_t>(c.between(1 - spread, spread - 1)); };
-  c.filled<DaxiPoint32s>("points", count < 1 ? -1 : count, [&](DaxiPoint32s& point) { point = {anywhere(), anywhere()}; });
+  c.filled<DaxiPoint32s>("points", count < 1 ? -1 : count, [&](DaxiPoint32s& point) {
+    point = {anywhere(), anywhere()};
+  });
 }
 
 const Rows rows = {

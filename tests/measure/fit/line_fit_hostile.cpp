@@ -12,7 +12,8 @@ void fitLine(Call& c) {
   const auto slope = static_cast<double>(c.between(-300, 300)) / 100;
   const int32_t strays = c.pick({0, 10, 30, 100});
   c.filled<Point>("points", count < 2 ? -1 : count, [&](Point& point) {
-    const auto x = static_cast<double>(c.between(0, 200000)) / 1000, noise = static_cast<double>(c.between(0, 1000)) / 1000;
+    const auto x = static_cast<double>(c.between(0, 200000)) / 1000,
+               noise = static_cast<double>(c.between(0, 1000)) / 1000;
     point.x = static_cast<decltype(point.x)>(x);
     point.y = static_cast<decltype(point.y)>(c.chance(strays) ? 300 * noise : slope * x + 5 * noise);
   });

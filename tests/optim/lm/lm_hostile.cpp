@@ -221,8 +221,10 @@ void numericJacobian(Call& c) {
   if (made) {
     uint64_t bytes = 0;
     PRMT_MSP_BufSize_f64(side(m), side(n), capacity, &bytes);
-    PRMT_MSP_Init_f64(made, side(m), side(n), capacity, c.memory("elements", static_cast<int64_t>(bytes), Role::output));
-    if (c.isSpoiled("jacobian")) (c.chance(50) ? reinterpret_cast<void*&>(made->start) : reinterpret_cast<void*&>(made->value)) = nullptr;
+    PRMT_MSP_Init_f64(made, side(m), side(n), capacity,
+                      c.memory("elements", static_cast<int64_t>(bytes), Role::output));
+    if (c.isSpoiled("jacobian"))
+      (c.chance(50) ? reinterpret_cast<void*&>(made->start) : reinterpret_cast<void*&>(made->value)) = nullptr;
   }
   c.set("residuals", c.isSpoiled("residuals") ? nullptr : residuals);
   c.set("update", c.isSpoiled("update") ? nullptr : update);

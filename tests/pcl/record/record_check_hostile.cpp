@@ -20,12 +20,9 @@ void normal(Call& c) {
 }
 
 const Rows rows = {
-    {"DAX3DPCL_UTILS_Check_Intrins_*", halves<9>},
-    {"DAX3DPCL_UTILS_Check_CamIntrins", halves<4>},
-    {"DAX3DPCL_UTILS_Check_Box3d_*", halves<9>},
-    {"DAX3DPCL_UTILS_Check_Quat_*", halves<4>},
-    {"DAX3DPCL_UTILS_Check_SE3_*", transform},
-    {"DAX3DPCL_UTILS_Check_EyeSE3_*", transform},
+    {"DAX3DPCL_UTILS_Check_Intrins_*", halves<9>}, {"DAX3DPCL_UTILS_Check_CamIntrins", halves<4>},
+    {"DAX3DPCL_UTILS_Check_Box3d_*", halves<9>},   {"DAX3DPCL_UTILS_Check_Quat_*", halves<4>},
+    {"DAX3DPCL_UTILS_Check_SE3_*", transform},     {"DAX3DPCL_UTILS_Check_EyeSE3_*", transform},
     {"DAX3DPCL_UTILS_Check_Normal_*", normal},
 };
 

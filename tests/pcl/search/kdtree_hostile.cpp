@@ -141,7 +141,8 @@ void within(Call& c) {
   if (!c.has("mask")) return;
   if (auto* const mask = static_cast<uint8_t*>(c.array("mask", over.n))) c.fillMask(mask, static_cast<size_t>(over.n));
   const void* const list = c.array("list", std::max<int64_t>(c.integer("maxResults"), -1));
-  c.onlyMeans(list, [count = c.get<const int32_t*>("count")] { return static_cast<size_t>(*count) * sizeof(uint32_t); });
+  c.onlyMeans(list,
+              [count = c.get<const int32_t*>("count")] { return static_cast<size_t>(*count) * sizeof(uint32_t); });
 }
 
 const Rows rows = {
