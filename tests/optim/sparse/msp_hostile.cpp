@@ -46,7 +46,7 @@ void createMatrix(Call& c) {
 
 void changeMatrix(Call& c) {
   const Sides s = anySides(c);
-  matrix(c, "matrix", s.rows, s.cols, c.between(0, 20));
+  matrix(c, "matrix", s.rows, s.cols, c.between(c.has("count") ? 10 : 0, 20));
   if (c.has("value")) c.real("value", -9, 9);
   if (c.has("count")) {
     const int64_t count = c.number("count", 0, 15);
