@@ -1,7 +1,4 @@
 // Chessboards: the three detectors, their parts, and refinement. Most images hold a board.
-#include <cmath>
-#include <cstddef>
-
 #include "daxi.h"
 #include "tests/hostile/call.h"
 
@@ -30,7 +27,7 @@ void draw(Call& c, const Block& image, DaxiSize size, const Board& board) {
   }
 }
 
-DaxiSize boardImage(Call& c, const Board& board) {
+void boardImage(Call& c, const Board& board) {
   const DaxiSize size = c.sizeOr("size", c.chance(90) ? DaxiSize{70 + c.random.below(12), 64 + c.random.below(10)}
                                                       : DaxiSize{70 + c.random.below(80), 64 + c.random.below(70)});
   c.image("src", "srcStep", size);
@@ -40,65 +37,36 @@ DaxiSize boardImage(Call& c, const Board& board) {
     if (const Block* const mask = c.blockOf("mask")) std::fill_n(mask->data, mask->bytes, uint8_t{1});
     if (const Block* const mask = c.blockOf("mask"); mask && c.chance(15)) c.fillMask(mask->data, mask->bytes);
   }
-  return size;
-}
-
-void sizeNeed(Call& c) {
-  c.size("size", 64);
-}
-
-// --- Binarised squares ---
-
-ChessboardPatternSize pattern(Call& c, ChessboardPatternSize valid) {
-  return c.given("pattern",
-                 c.chance(80) ? valid : ChessboardPatternSize{2 + c.random.below(20), 2 + c.random.below(20)});
-}
-
-void chessboardNeed(Call& c) {
-  sizeNeed(c);
-  pattern(c, {4, 3});
 }
 
 void chessboard(Call& c) {
   const Board board;
-  const DaxiSize size = boardImage(c, board);
-  const ChessboardPatternSize corners = pattern(c, board.pattern);
+  boardImage(c, board);
+  if (c.chance(80)) c.given("pattern", board.pattern);
+  c.draw("pattern");
+  const auto corners = c.get<ChessboardPatternSize>("pattern");
   const bool valid = corners.columns >= 2 && corners.columns <= 25 && corners.rows >= 2 && corners.rows <= 25;
-  c.array("corners", valid ? int64_t{corners.columns} * corners.rows : -1);
-  c.array("cornerCount", 1);
+  const int64_t count = valid ? int64_t{corners.columns} * corners.rows : -1;
+  const void* const points = c.array("corners", count);
   const auto* const found = static_cast<const int32_t*>(c.array("found", 1));
-  if (Block* const made = c.blockOf("corners")) {
-    made->meaningful = [found, made] { return *found ? made->bytes : 0; };
-  }
-  c.number("thresholdMode", 0, 1);
-  c.number("maxLevel", 1, 18);
-  c.work("buffer", [&](uint64_t* bytes) { return DAXI_ChessboardCornerBufferSize_8u(size, corners, bytes); });
+  c.onlyMeans(points, [=] { return *found ? static_cast<size_t>(count) * sizeof(DaxiPoint32f) : 0; });
 }
 
 // --- Boards of any size ---
 
-using Query = DaxStatus (*)(DaxiSize, uint64_t*);
-
+// Angles and extents that let boards through.
 void parameters(Call& c) {
-  if (!c.has("param")) return;
-  auto* const param = c.record<CheckerboardHessianParam>("param");
-  if (!param) return;
-  *param = {1 + c.random.below(2), c.chance(80) ? 1 : 1 + c.random.below(5), 2 + c.random.below(2), 20, 20, 160};
-  c.spoilWord("param", param, 0, sizeof *param);
-}
-
-void symmetry(Call& c) {
+  if (c.has("param")) {
+    c.filled<CheckerboardHessianParam>("param", 1, [&](CheckerboardHessianParam& param) {
+      if (c.chance(80)) param.subSampling = 1;
+      param.leastExtent = 2 + c.random.below(2), param.mostExtent = 20, param.leastAngle = 20, param.mostAngle = 160;
+    });
+  }
   if (!c.has("cfg")) return;
-  auto* const cfg = c.record<CheckerboardSymCfg>("cfg");
-  if (!cfg) return;
-  *cfg = {2,
-          20,
-          static_cast<uint32_t>(c.between(5, 60)),
-          static_cast<uint32_t>(c.between(3, 6)),
-          5,
-          static_cast<uint32_t>(c.between(1, 2)),
-          static_cast<uint32_t>(c.between(1, 2))};
-  c.spoilWord("cfg", cfg, 0, sizeof *cfg);
+  c.filled<CheckerboardSymCfg>("cfg", 1, [&](CheckerboardSymCfg& cfg) {
+    cfg.leastExtent = 2, cfg.mostExtent = 20, cfg.contrast = static_cast<uint32_t>(c.between(5, 60));
+    cfg.distance = static_cast<uint32_t>(c.between(3, 6)), cfg.largestRadius = 5;
+  });
 }
 
 // Boards that were found, and which of the corners they have.
@@ -108,9 +76,7 @@ void boards(Call& c, std::initializer_list<const char*> corners, int64_t room) {
     const int64_t most = c.number("maxBoards", 1, 4);
     const auto* const all = static_cast<const CheckerboardGrid*>(c.array("boards", most < 1 ? -1 : most));
     const auto* const found = static_cast<const int32_t*>(c.array("boardCount", 1));
-    if (Block* const made = c.blockOf("boards")) {
-      made->meaningful = [found] { return static_cast<size_t>(*found) * sizeof(CheckerboardGrid); };
-    }
+    c.onlyMeans(all, [found] { return static_cast<size_t>(*found) * sizeof(CheckerboardGrid); });
     count = [all, found] {
       size_t sum = 0;
       for (int32_t i = 0; i < *found; ++i) sum += static_cast<size_t>(all[i].columns * all[i].rows);
@@ -121,39 +87,28 @@ void boards(Call& c, std::initializer_list<const char*> corners, int64_t room) {
     count = [grid] { return static_cast<size_t>(grid->columns * grid->rows); };
   }
   for (const char* name : corners) {
-    c.array(name, room);
+    const void* const made = c.array(name, room);
     const size_t each = std::string_view(name) == "points" ? sizeof(DaxiPoint32f) : sizeof(CheckerboardCorner);
-    if (Block* const made = c.blockOf(name)) made->meaningful = [count, each] { return count() * each; };
+    c.onlyMeans(made, [count, each] { return count() * each; });
   }
 }
 
-template <Query query>
 void detect(Call& c) {
   Board board;
   board.square = static_cast<float>(c.between(11, 13));
-  const DaxiSize size = boardImage(c, board);
+  boardImage(c, board);
   parameters(c);
-  symmetry(c);
   boards(c, {"points", "corners"}, DAXI_CHECKERBOARD_MAX_CORNERS);
-  c.work("buffer", [&](uint64_t* bytes) { return query(size, bytes); });
-  if (c.has("pool")) c.pool();
   c.mayWriteOn(DAXI_STS_NO_BOARD);
 }
 
 void locate(Call& c) {
-  const DaxiSize size = boardImage(c, {});
-  parameters(c);
+  boardImage(c, {});
   const int64_t most = c.number("maxCorners", 1, 60);
-  c.array("corners", most < 1 ? -1 : most);
+  const void* const corners = c.array("corners", most < 1 ? -1 : most);
   const auto* const count = static_cast<const int32_t*>(c.array("count", 1));
-  if (Block* const made = c.blockOf("corners")) {
-    made->meaningful = [count] { return static_cast<size_t>(*count) * sizeof(CheckerboardCorner); };
-  }
-  c.work("buffer", [&](uint64_t* bytes) { return DAXI_CheckerboardCornerHessian_LocBufferSize_8u(size, bytes); });
-}
-
-void sortNeed(Call& c) {
-  c.number("count", 1, DAXI_CHECKERBOARD_MAX_CORNERS);
+  c.onlyMeans(corners, [count] { return static_cast<size_t>(*count) * sizeof(CheckerboardCorner); });
+  parameters(c);
 }
 
 // Corners of a grid, of which some are missing or elsewhere.
@@ -173,63 +128,34 @@ void sort(Call& c) {
   }
   parameters(c);
   boards(c, {"sorted"}, count < 1 ? -1 : count);
-  const auto number = c.get<int32_t>("count");
-  c.work("buffer", [&](uint64_t* bytes) { return DAXI_MulCheckerboardCornerHessian_SortBufferSize(number, bytes); });
 }
 
 // --- Refinement ---
 
-DaxiSize halfWindow(Call& c) {
-  return c.sizeOr("halfWindow", {2 + c.random.below(5), 2 + c.random.below(5)});
-}
-
-void refineNeed(Call& c) {
-  halfWindow(c);
-}
-
 void refine(Call& c) {
   boardImage(c, {});
   const int64_t count = c.number("count", 1, 4);
-  halfWindow(c);
-  auto* const corners = static_cast<DaxiPoint32f*>(c.array("corners", count < 1 ? -1 : count));
-  const Block* const made = c.block(corners);
-  for (size_t i = 0; made && i < made->bytes / sizeof *corners; ++i) {
-    corners[i] = {static_cast<float>(c.between(-200, 1500)) / 10, static_cast<float>(c.between(-200, 1200)) / 10};
-    if (c.isSpoiled("corners")) c.spoilWord("corners", corners + i, 0, sizeof *corners);
-  }
-  if (corners && c.chance(20) && !c.isSpoiled("refined")) {
-    c.set("refined", corners);
-    c.blockOf("corners")->role = Role::output;
-  }
-  c.array("refined", count < 1 ? -1 : count);
+  const auto anywhere = [&](int64_t side) { return static_cast<float>(c.between(-200, side)) / 10; };
+  c.filled<DaxiPoint32f>("corners", count < 1 ? -1 : count, [&](DaxiPoint32f& corner) {
+    corner = {anywhere(1500), anywhere(1200)};
+  });
+  c.inPlace("refined", "corners");
+  c.sizeOr("halfWindow", {2 + c.random.below(5), 2 + c.random.below(5)});
   if (c.number("maxIter", 1, 10) > 100) c.set("maxIter", 100);  // all of which may be made
   c.real("epsilon", 1e-6, 0.1);
 }
 
-}  // namespace
-
-const std::vector<Row>& chessboardRows() {
-  static const std::vector<Row> rows = {
-      {"DAXI_ChessboardCornerBufferSize_8u", chessboardNeed},
-      {"DAXI_ChessboardCorner_8u_C1R", chessboard},
-      {"DAXI_ChessboardCornerGetSubpixBufferSize_*", refineNeed},
-      {"DAXI_ChessboardCornerGetSubpix_*", refine},
-      {"DAXI_CheckerboardCornerHessian_SortBufferSize", sortNeed},
-      {"DAXI_MulCheckerboardCornerHessian_SortBufferSize", sortNeed},
-      {"DAXI_CheckerboardCornerHessian_Sort", sort},
-      {"DAXI_MulCheckerboardCornerHessian_Sort", sort},
-      {"DAXI_CheckerboardCornerHessian_LocBufferSize_8u", sizeNeed},
-      {"DAXI_CheckerboardCornerHessian_Loc_8u_C1R", locate},
-      {"DAXI_CheckerboardCornerHessianBufferSize_8u", sizeNeed},
-      {"DAXI_MulCheckerboardCornerHessianBufferSize_8u", sizeNeed},
-      {"DAXI_CheckerboardCornerHessian_8u_C1R", detect<DAXI_CheckerboardCornerHessianBufferSize_8u>},
-      {"DAXI_MulCheckerboardCornerHessian_8u_C1R", detect<DAXI_MulCheckerboardCornerHessianBufferSize_8u>},
-      {"DAXI_CheckerboardCornerSymBufferSize_8u", sizeNeed},
-      {"DAXI_CheckerboardCornerSymMulBufferSize_8u", sizeNeed},
-      {"DAXI_CheckerboardCornerSym_*", detect<DAXI_CheckerboardCornerSymBufferSize_8u>},
-      {"DAXI_CheckerboardCornerSymMul_*", detect<DAXI_CheckerboardCornerSymMulBufferSize_8u>},
-  };
-  return rows;
+void need(Call& c) {
+  c.given("pattern", ChessboardPatternSize{2 + c.random.below(20), 2 + c.random.below(20)});
 }
 
+const Rows rows = {
+    {"DAXI_ChessboardCornerBufferSize_8u", need},      {"DAXI_ChessboardCorner_8u_C1R", chessboard},
+    {"DAXI_ChessboardCornerGetSubpix_*", refine},      {"DAXI_CheckerboardCornerHessian_Sort", sort},
+    {"DAXI_MulCheckerboardCornerHessian_Sort", sort},  {"DAXI_CheckerboardCornerHessian_Loc_8u_C1R", locate},
+    {"DAXI_CheckerboardCornerHessian_8u_C1R", detect}, {"DAXI_MulCheckerboardCornerHessian_8u_C1R", detect},
+    {"DAXI_CheckerboardCornerSym_*", detect},          {"DAXI_CheckerboardCornerSymMul_*", detect},
+};
+
+}  // namespace
 }  // namespace dax::hostile

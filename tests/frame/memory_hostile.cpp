@@ -1,4 +1,4 @@
-// The frame: records, memory, memory tables, status codes, clocks.
+// Blocks, the host's allocator, memory tables.
 #include <cstdlib>
 
 #include "dax.h"
@@ -7,49 +7,6 @@
 
 namespace dax::hostile {
 namespace {
-
-void nothing(Call&) {}
-
-void anyStatus(Call& c) {
-  const char* const name = c.function.arguments[0].name;
-  c.set(name, static_cast<uint32_t>(c.chance(50) ? c.between(0x10000000, 0x10000040)
-                                                 : static_cast<int64_t>(c.random.next() & 0xFFFFFFFF)));
-}
-
-void zurStatus(Call& c) {
-  c.number("zurStatus", -40, 5);
-}
-
-// --- Image records: nobody follows their pointers ---
-
-template <class Record, class Planes>
-void fillRecord(Call& c, Record& record, Planes planes) {
-  record.format = static_cast<uint32_t>(
-      c.chance(80) ? c.pick({1, 2, 3, 100, 101, 102, 103, 104, 105, 106, 107, 200, 201, 202, 203, 204, 205, 300, 307})
-                   : c.random.below(330));
-  record.width = 2 * static_cast<int32_t>(c.between(1, 100));
-  record.height = 2 * static_cast<int32_t>(c.between(1, 100));
-  for (int32_t& step : record.step) step = 4 * record.width + c.random.below(9);
-  for (int32_t i = 0; i < 4; ++i) planes(i, c.memory("plane", -1, Role::input));
-}
-
-void checkImage(Call& c) {
-  auto* const record = c.record<DaxImage>("image");
-  if (!record) return;
-  fillRecord(c, *record, [&](int32_t i, void* plane) { record->base[i] = record->data[i] = plane; });
-  c.spoilWord("image", record, 0, offsetof(DaxImage, base));
-  if (c.isSpoiled("image") && c.chance(30)) record->data[c.random.below(4)] = nullptr;
-}
-
-void zurImage(Call& c) {
-  const char* const name = c.function.arguments[0].name;
-  if (auto* const record = c.record<ZurImage>(name)) {
-    fillRecord(c, *record, [&](int32_t i, void* plane) { record->plane[i] = plane; });
-    c.spoilWord(name, record, 0, offsetof(ZurImage, plane));
-    if (c.isSpoiled(name) && c.chance(30)) record->plane[c.random.below(4)] = nullptr;
-  }
-  if (c.has("daxImage")) c.array("daxImage", 1);
-}
 
 // --- Blocks ---
 
@@ -245,43 +202,30 @@ void freeHostBlock(Call& c) {
   };
 }
 
-}  // namespace
+const Rows rows = {
+    {"ZUR_Malloc", allocate},
+    {"DAX_CpuMemMalloc", allocate},
+    {"DAX_MemMalloc", allocate},
+    {"ZUR_Free", release},
+    {"DAX_CpuMemFree", release},
+    {"DAX_MemFree", release},
+    {"DAXCUDA_Free", releaseDevice},
+    {"ZUR_CheckMemTab", checkTable<ZurMemTabEntry>},
+    {"DAX_CheckMemTab", checkTable<DaxMemTabEntry>},
+    {"DAX_CheckMemTabV2", checkTable<DaxMemTabEntryV2>},
+    {"DAX_CheckMemTabV3", checkTable<DaxMemTabEntryV3>},
+    {"ZUR_AllocMemTab", allocateTable<ZurMemTabEntry>},
+    {"DAX_AllocMemTab", allocateTable<DaxMemTabEntry>},
+    {"DAX_AllocMemTabV3", allocateTable<DaxMemTabEntryV3>},
+    {"ZUR_FreeMemTab", freeTable<ZurMemTabEntry>},
+    {"DAX_FreeMemTab", freeTable<DaxMemTabEntry>},
+    {"DAX_FreeMemTabV3", freeTable<DaxMemTabEntryV3>},
+    {"DAX_AllocCpuMemTabV3", allocateHostTable},
+    {"DAX_FreeCpuMemTabV3", freeHostTable},
+    {"DAX_Mem_MallocCpuV3", hostBlock},
+    {"DAX_Mem_FreeCpuV3", freeHostBlock},
+};
 
-const std::vector<Row>& frameRows() {
-  static const std::vector<Row> rows = {
-      {"DAX_GetCpuClocks", nothing, Row::varies},
-      {"DAX_GetCpuFrequency", nothing},
-      {"ZUR_GetCpuClocks", nothing},
-      {"DAX_GetVersion", nothing, Row::text},
-      {"DAX_GetStatusText", anyStatus, Row::text},
-      {"DAX_ZurStatusToDaxAlgStatus", zurStatus, Row::neverFails},
-      {"DAX_CheckImage", checkImage},
-      {"ZUR_CheckImage", zurImage},
-      {"DAX_ZurImgToDaxImg", zurImage},
-      {"ZUR_Malloc", allocate},
-      {"DAX_CpuMemMalloc", allocate},
-      {"DAX_MemMalloc", allocate},
-      {"ZUR_Free", release},
-      {"DAX_CpuMemFree", release},
-      {"DAX_MemFree", release},
-      {"DAXCUDA_Malloc", nothing},
-      {"DAXCUDA_Free", releaseDevice},
-      {"ZUR_CheckMemTab", checkTable<ZurMemTabEntry>},
-      {"DAX_CheckMemTab", checkTable<DaxMemTabEntry>},
-      {"DAX_CheckMemTabV2", checkTable<DaxMemTabEntryV2>},
-      {"DAX_CheckMemTabV3", checkTable<DaxMemTabEntryV3>},
-      {"ZUR_AllocMemTab", allocateTable<ZurMemTabEntry>},
-      {"DAX_AllocMemTab", allocateTable<DaxMemTabEntry>},
-      {"DAX_AllocMemTabV3", allocateTable<DaxMemTabEntryV3>},
-      {"ZUR_FreeMemTab", freeTable<ZurMemTabEntry>},
-      {"DAX_FreeMemTab", freeTable<DaxMemTabEntry>},
-      {"DAX_FreeMemTabV3", freeTable<DaxMemTabEntryV3>},
-      {"DAX_AllocCpuMemTabV3", allocateHostTable},
-      {"DAX_FreeCpuMemTabV3", freeHostTable},
-      {"DAX_Mem_MallocCpuV3", hostBlock},
-      {"DAX_Mem_FreeCpuV3", freeHostBlock},
-  };
-  return rows;
-}
+}  // namespace
 
 }  // namespace dax::hostile

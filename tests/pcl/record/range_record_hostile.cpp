@@ -1,5 +1,4 @@
-// Range images: records, their checks and files, points from them, speckles.
-#include <cmath>
+// Range images: records and their files.
 #include <cstddef>
 #include <memory>
 
@@ -10,40 +9,6 @@
 
 namespace dax::hostile {
 namespace {
-
-// --- Small records: every argument is an array of numbers ---
-
-// Near what passes.
-template <class Real>
-void numbers(Call& c, const char* name, int64_t count) {
-  auto* const values = c.reals<Real>(name, count);
-  const Block* const made = c.block(values);
-  if (!made || made->bytes == 0 || c.chance(20)) return;
-  for (int64_t i = 0; i < count; ++i) {
-    const bool diagonal = count == 16 ? i % 5 == 0 : count == 9;
-    values[i] = static_cast<Real>(diagonal || count == 4 ? 0.5 : 0);
-    if (count == 16) values[i] *= 2;
-  }
-  if (c.isSpoiled(name)) values[c.between(0, count - 1)] = static_cast<Real>(c.chance(50) ? NAN : -8.0);
-}
-
-void checkNumbers(Call& c) {
-  for (const auto& argument : c.function.arguments) {
-    if (argument.type.kind == Kind::real) {
-      c.chance(60) ? c.real(argument.name, -1e-8, 1e-8) : c.real(argument.name, -1, 1);
-      continue;
-    }
-    const std::string_view name = argument.name, function = c.function.name;
-    const int64_t count = name == "box" || function.find("Check_Intrins") != function.npos ? 9
-                          : name == "matrix"                                               ? 16
-                                                                                           : 4;
-    if (argument.type.element == sizeof(float)) {
-      numbers<float>(c, argument.name, count);
-    } else {
-      numbers<double>(c, argument.name, count);
-    }
-  }
-}
 
 // --- Records ---
 
@@ -164,10 +129,6 @@ void made(Call& c, const char* name) {
 void checkRecord(Call& c) {
   record(c, "record", c.random.below(3));
   if (c.has("checkColour")) c.number("checkColour", 0, 1);
-}
-
-void checkDirections(Call& c) {
-  record(c, "record", 0);
 }
 
 void copy(Call& c) {
@@ -304,97 +265,17 @@ void write(Call& c) {
   };
 }
 
-// --- Points ---
-
-template <class Value>
-void toPoints(Call& c) {
-  const bool depth = std::string_view(c.function.name).find("Depth2XYZ") != std::string_view::npos;
-  auto* const map = c.record<DAX3DPCL_RANGE_MAP>("map");
-  const int32_t rows = 1 + c.random.below(20), cols = 1 + c.random.below(30);
-  const int64_t count = int64_t{rows} * cols;
-  if (map) {
-    map->rows = rows, map->cols = cols;
-    const float range[6] = {0.1f, -0.2f, 0.3f, 1, 2, 3}, pinhole[6] = {0.5f, 1, 300, 310, 12, 9};
-    std::copy_n(depth ? pinhole : range, 6, map->params);
-    map->mask = c.elements<uint8_t>("mask", count, Role::input);
-    if (map->mask) c.fillMask(map->mask, static_cast<size_t>(count));
-    map->values = c.elements<Value>("values", count, Role::input);
-    if (c.isSpoiled("map")) {
-      switch (c.random.below(3)) {
-        case 0:
-          (c.chance(50) ? map->rows : map->cols) = c.pick({0, -1, INT32_MIN});
-          break;
-        case 1:
-          map->params[c.random.below(6)] = static_cast<float>(std::clamp(c.hostileReal(), -1e38, 1e38));
-          break;
-        default:
-          c.chance(50) ? map->values = nullptr : map->mask = nullptr;
-      }
-    }
-  }
-  uint64_t bytes = 0;
-  DAX3DPCL_PREP_CONVERT_Range2XYZ_ResultSize_16s32f({cols, rows}, &bytes);
-  c.set("buffer", c.isSpoiled("buffer") ? nullptr : c.memory("buffer", static_cast<int64_t>(bytes), Role::output, 4));
-  if (Block* const block = c.blockOf("buffer")) block->realBytes = sizeof(float);
-  c.anyOf("organized", {0, 1});
-  c.array("points", 1), c.array("size", 1);
-}
-
-// --- Speckles ---
-
-template <class Value>
-void speckles(Call& c) {
-  const DaxiSize size = c.size("size");
-  const int64_t count = Call::product({size.width, size.height});
-  auto* const src = static_cast<Value*>(c.array("src", count));
-  if (const Block* const block = c.block(src)) {
-    const int32_t levels = c.pick({2, 3, 30});
-    for (size_t i = 0; i < block->bytes / sizeof(Value); ++i) src[i] = static_cast<Value>(10 * c.random.below(levels));
-    if (c.chance(20) && !c.isSpoiled("dst")) {
-      c.set("dst", src);
-      c.blockOf("src")->role = Role::output;
-    }
-  }
-  c.array("dst", count);
-  const auto part = [&](int32_t side) { return c.random.below(std::clamp(side, 0, 1000) + 1); };
-  c.given("start", DAX3DPCL_PIXEL{part(size.width), part(size.height)});
-  c.given("end", DAX3DPCL_PIXEL{part(size.width), part(size.height)});
-  c.number("maxDiff", -1, 40);
-  c.number("maxSize", -1, 60);
-  c.set("invalid", static_cast<Value>(10 * c.random.below(4)));
-  c.work(
-      "buffer", [&](uint64_t* bytes) { return DAX3DPCL_PREP_FILTER_Speckle_BufferSize(size, bytes); }, 8);
-}
-
-void onlySize(Call&) {}
+const Rows rows = {
+    {"DAX3DPCL_UTILS_Check_DAX3D_RANGE_V4", checkRecord},
+    {"DAX3DPCL_UTILS_Check_RANGE_V4_DepthIntrins", checkRecord},
+    {"DAX3DPCL_UTILS_Copy_DAX3D_RANGE_V4", copy},
+    {"DAX3DPCL_UTILS_Construct_RGBD_DAX3D_RANGE_V4", construct},
+    {"DAX3DPCL_UTILS_RELEASE_RANGE_V4", releaseRecord},
+    {"DAX3DPCL_UTILS_Extract_*", cameras},
+    {"DAX3DPCL_UTILS_Recover_*", cameras},
+    {"DAX3DPCL_UTILS_READ_RANGE_V4", read},
+    {"DAX3DPCL_UTILS_WRITE_*", write},
+};
 
 }  // namespace
-
-const std::vector<Row>& rangeRows() {
-  static const std::vector<Row> rows = {
-      {"DAX3DPCL_UTILS_Check_DAX3D_RANGE_V4", checkRecord},
-      {"DAX3DPCL_UTILS_Check_RANGE_V4_DepthIntrins", checkDirections},
-      {"DAX3DPCL_UTILS_Check_*", checkNumbers},
-      {"DAX3DPCL_UTILS_Copy_DAX3D_RANGE_V4", copy},
-      {"DAX3DPCL_UTILS_Construct_RGBD_DAX3D_RANGE_V4", construct},
-      {"DAX3DPCL_UTILS_RELEASE_RANGE_V4", releaseRecord},
-      {"DAX3DPCL_UTILS_Extract_*", cameras},
-      {"DAX3DPCL_UTILS_Recover_*", cameras},
-      {"DAX3DPCL_UTILS_READ_RANGE_V4", read},
-      {"DAX3DPCL_UTILS_WRITE_*", write},
-      {"DAX3DPCL_PREP_CONVERT_Range2XYZ_ResultSize_*", onlySize},
-      {"DAX3DPCL_PREP_CONVERT_Depth2XYZ_ResultSize_*", onlySize},
-      {"DAX3DPCL_PREP_CONVERT_Range2XYZ_16s32f", toPoints<int16_t>},
-      {"DAX3DPCL_PREP_CONVERT_Range2XYZ_32s32f", toPoints<int32_t>},
-      {"DAX3DPCL_PREP_CONVERT_Range2XYZ_32f32f", toPoints<float>},
-      {"DAX3DPCL_PREP_CONVERT_Depth2XYZ_16s32f", toPoints<int16_t>},
-      {"DAX3DPCL_PREP_CONVERT_Depth2XYZ_32s32f", toPoints<int32_t>},
-      {"DAX3DPCL_PREP_CONVERT_Depth2XYZ_32f32f", toPoints<float>},
-      {"DAX3DPCL_PREP_FILTER_Speckle_BufferSize", onlySize},
-      {"DAX3DPCL_PREP_FILTER_Speckle_S16", speckles<int16_t>},
-      {"DAX3DPCL_PREP_FILTER_Speckle_U16", speckles<uint16_t>},
-  };
-  return rows;
-}
-
 }  // namespace dax::hostile

@@ -7,13 +7,6 @@
 namespace dax::hostile {
 namespace {
 
-constexpr auto* kModelSize = DAXI_BlobFindModelSize_8u;
-
-void sizeQuery(Call& c) {
-  if (c.has("connectivity")) c.anyOf("connectivity", {4, 8});
-  if (c.has("threads")) c.number("threads", 0, 70);
-}
-
 // --- Labelling ---
 
 void mask(Call& c) {
@@ -47,15 +40,6 @@ void settleList(Call& c) {
 
 void find(Call& c) {
   mask(c);
-  const DaxiSize size = c.size("size");
-  const auto connectivity = c.get<int32_t>("connectivity");
-  if (std::string_view(c.function.name).find("MultiCls") != std::string_view::npos) {
-    c.work("model", [&](uint64_t* bytes) { return DAXI_BlobFindMultiClsModelSize_8u(size, bytes); });
-    c.work("buffer", [&](uint64_t* bytes) { return DAXI_BlobFindMultiClsBufferSize_8u(size, bytes); });
-  } else {
-    c.work("model", [&](uint64_t* bytes) { return kModelSize(size, connectivity, bytes); });
-    c.work("buffer", [&](uint64_t* bytes) { return DAXI_BlobFindBufferSize_8u(size, connectivity, bytes); });
-  }
   c.array("domains", 1);
   settleList(c);
 }
@@ -78,9 +62,7 @@ void findModel(Call& c) {
     DAXI_BlobFindV2DestroyModel_8u(model);
     return digest;
   };
-  for (const char* const name : {"model", "domains"}) {
-    if (Block* const block = c.blockOf(name)) block->meaningful = [] { return size_t{0}; };
-  }
+  for (const char* const name : {"model", "domains"}) c.meansNothing(name);
 }
 
 void destroyModel(Call& c) {
@@ -144,10 +126,9 @@ float weight(Call& c) {
   return static_cast<float>(c.random.below(101)) / 100.0f;
 }
 
-void fillConfiguration(Call& c, BlobSelectCfg& cfg, bool fast) {
+void adjust(Call& c, BlobSelectCfg& cfg) {
+  const bool fast = std::string_view(c.function.name).find("Fast") != std::string_view::npos;
   constexpr uint32_t kFast = DAXI_BLOB_BY_AREA | DAXI_BLOB_BY_RECT_WIDTH | DAXI_BLOB_BY_RECT_HEIGHT;
-  cfg = {};
-  cfg.grayMode = static_cast<uint32_t>(c.random.below(2));
   cfg.maxCount = c.chance(60) ? 1 + c.random.below(20) : 1 + c.random.below(2000);
   cfg.flags = static_cast<uint32_t>(c.random.next()) & (fast ? kFast : c.chance(50) ? 0xFFFu : 0x1FFFFu);
   if (c.chance(40)) cfg.flags &= static_cast<uint32_t>(c.random.next());
@@ -165,6 +146,7 @@ void fillConfiguration(Call& c, BlobSelectCfg& cfg, bool fast) {
   cfg.rectWidth = {0, static_cast<float>(c.random.below(100)), weight(c)};
   cfg.rectHeight = {0, static_cast<float>(c.random.below(100)), weight(c)};
   cfg.outsideLimit = c.random.below(50);
+  cfg.mask = nullptr, cfg.maskStep = 0;
   const DaxiSize size = c.size("size");
   if (size.width > 0 && size.height > 0 && c.chance(40)) {
     cfg.maskStep = std::min(size.width, 1 << 20) + c.random.below(5);
@@ -174,25 +156,16 @@ void fillConfiguration(Call& c, BlobSelectCfg& cfg, bool fast) {
   if (!cfg.mask) cfg.maskStep = 0;
 }
 
-BlobSelectCfg* configuration(Call& c) {
-  const std::string_view name = c.function.name;
-  if (name.find("V4") != name.npos) {
-    auto* const cfg = c.record<BlobSelectV4Cfg>("cfg");
-    if (!cfg) return nullptr;
-    fillConfiguration(c, cfg->common, false);
-    cfg->areaMin = static_cast<int32_t>(c.hostileInteger()), cfg->areaMax = static_cast<int32_t>(c.hostileInteger());
-    cfg->perClass = static_cast<uint32_t>(c.random.below(2));
-    for (int32_t i = 0; i < 256; ++i) {
-      cfg->classAreaMin[i] = c.random.below(20), cfg->classAreaMax[i] = c.random.below(300);
-    }
-    c.spoilWord("cfg", cfg, 0, offsetof(BlobSelectCfg, mask));
-    return &cfg->common;
-  }
-  auto* const cfg = c.record<BlobSelectCfg>("cfg");
-  if (!cfg) return nullptr;
-  fillConfiguration(c, *cfg, name.find("Fast") != name.npos);
-  c.spoilWord("cfg", cfg, 0, offsetof(BlobSelectCfg, mask));
-  return cfg;
+const BlobSelectCfg* configuration(Call& c) {
+  if (std::string_view(c.function.name).find("V4") == std::string_view::npos)
+    return c.filled<BlobSelectCfg>("cfg", 1, [&](BlobSelectCfg& cfg) { adjust(c, cfg); });
+  auto* const cfg = c.filled<BlobSelectV4Cfg>("cfg", 1, [&](BlobSelectV4Cfg& each) {
+    adjust(c, each.common);
+    each.areaMin = static_cast<int32_t>(c.hostileInteger()), each.areaMax = static_cast<int32_t>(c.hostileInteger());
+    each.perClass = static_cast<uint32_t>(c.random.below(2));
+    for (int32_t& most : each.classAreaMax) most = c.random.below(300);
+  });
+  return cfg ? &cfg->common : nullptr;
 }
 
 // Only the records that are kept mean something.
@@ -202,29 +175,25 @@ void result(Call& c, const BlobSelectCfg* cfg) {
   const int64_t most = cfg && cfg->maxCount >= 1 && cfg->maxCount <= DAXI_BLOB_MAX_COUNT ? cfg->maxCount : -1;
   const bool missing = c.isSpoiled("result") && c.chance(50);
   *record = {missing ? nullptr : c.elements<BlobInfo>("result->array", most, Role::output), 7, nullptr};
-  if (Block* const array = c.block(record->array)) {
-    array->meaningful = [record] { return record->count * sizeof(BlobInfo); };
-  }
+  c.onlyMeans(record->array, [record] { return record->count * sizeof(BlobInfo); });
 }
 
 void select(Call& c) {
+  if (!c.has("result")) return;
   const std::string_view name = c.function.name;
   const DaxiDomainList* const list = domains(c);
   if (c.has("domainCount")) c.number("domainCount", 1, list ? std::max(1u, list->domainCount) : 1);
   const BlobSelectCfg* const cfg = configuration(c);
   result(c, cfg);
-  const DaxiSize size = c.size("size");
-  if (c.has("pool")) {
-    c.pool();
-    const auto threads = c.get<uint32_t>("threads");
-    const bool first = name.find("V3") == name.npos && name.find("V4") == name.npos;
-    const auto query = first ? DAXI_BlobSelectBufferSize_8u_MT : DAXI_BlobSelectV3BufferSize_8u_MT;
-    c.work("buffer", [&](uint64_t* bytes) { return query(size, threads, bytes); });
-  } else {
-    const bool first = name.find("V3") == name.npos && name.find("V4") == name.npos;
-    const auto query = first ? DAXI_BlobSelectBufferSize_8u : DAXI_BlobSelectV3BufferSize_8u;
-    c.work("buffer", [&](uint64_t* bytes) { return query(size, bytes); });
-  }
+  const bool fourth = name.find("V4") != name.npos;
+  if (name.find("Fast") == name.npos && !fourth) return;
+  c.draw("size");
+  if (c.has("pool")) c.pool();
+  c.work("buffer", [&](uint64_t* bytes) {
+    const auto size = c.get<DaxiSize>("size");
+    if (c.has("pool")) return DAXI_BlobSelectV3BufferSize_8u_MT(size, c.get<uint32_t>("threads"), bytes);
+    return fourth ? DAXI_BlobSelectV3BufferSize_8u(size, bytes) : DAXI_BlobSelectBufferSize_8u(size, bytes);
+  });
 }
 
 // --- Records of blobs ---
@@ -287,17 +256,11 @@ void domain(Call& c) {
   const int32_t height = c.size("size").height;
   c.array("points", height < 1 ? -1 : static_cast<int64_t>(DAXI_HULL_POINTS(height)));
   // Of the points only the hull means something, and only where it is asked for.
-  Block* const points = c.blockOf("points");
-  if (c.has("count")) {
-    const auto* const count = static_cast<const int32_t*>(c.array("count", 1));
-    if (points) points->meaningful = [count] { return static_cast<size_t>(*count) * sizeof(DaxiPoint32s); };
-  } else if (points) {
-    points->meaningful = [] { return size_t{0}; };
-  }
+  c.meansNothing("points");
   if (c.has("mode")) c.number("mode", 1, 2);
-  for (const char* const name : {"box", "rectangularity"}) {
-    if (c.has(name)) c.array(name, 1);
-  }
+  if (!c.has("count")) return;
+  const auto* const count = static_cast<const int32_t*>(c.array("count", 1));
+  c.onlyMeans(c.get<void*>("points"), [count] { return static_cast<size_t>(*count) * sizeof(DaxiPoint32s); });
 }
 
 // A convex polygon in strict turns: the hull of a domain.
@@ -320,60 +283,38 @@ void encloseBox(Call& c) {
     std::copy_n(hull.begin(), used, points);
     if (c.isSpoiled("points")) points[c.between(0, used - 1)].x = (1 << 19) + 1;
   }
-  c.number("mode", 1, 2);
-  c.array("box", 1);
 }
 
 void encloseAny(Call& c) {
   const int64_t count = c.number("count", 1, 200);
-  auto* const points = static_cast<DaxiPoint32s*>(c.array("points", count < 1 ? -1 : count));
-  const int32_t spread = c.pick({1, 3, 100, (1 << 19) + 1});
-  for (int64_t i = 0; points && c.blockOf("points")->bytes > 0 && i < count; ++i) {
-    points[i] = {static_cast<int32_t>(c.between(1 - spread, spread - 1)),
-                 static_cast<int32_t>(c.between(1 - spread, spread - 1))};
-    if (i == 0) c.spoilWord("points", points, 0, sizeof *points);
-  }
-  c.number("mode", 1, 2);
-  c.array("box", 1);
-  c.work("buffer",
-         [&](uint64_t* bytes) { return _DAXI_PtEncloseBoxBufferSize_32s(static_cast<int32_t>(count), bytes); });
+  const int64_t spread = c.pick({1, 3, 100, (1 << 19) + 1});
+  const auto anywhere = [&] { return static_cast<int32_t>(c.between(1 - spread, spread - 1)); };
+  c.filled<DaxiPoint32s>("points", count < 1 ? -1 : count, [&](DaxiPoint32s& point) {
+    point = {anywhere(), anywhere()};
+  });
 }
 
-void pointCount(Call& c) {
-  c.number("count", 1, 100000);
-}
+const Rows rows = {
+    {"DAXI_BlobFind_8u_*", find},
+    {"DAXI_BlobFindMultiCls_8u_*", find},
+    {"DAXI_BlobFindV2_8u_*", findModel},
+    {"DAXI_BlobFindV3_8u_*", findModel},
+    {"DAXI_BlobFindV2DestroyModel_8u", destroyModel},
+    {"DAXI_BlobFindV3DestroyModel_8u", destroyModel},
+    {"_DAXI_DomainCount", domainCount},
+    {"_DAXI_SelectDomainIndex", selectDomain},
+    {"DAXI_BlobSelect_draw_blob_contour", draw},
+    {"DAXI_DrawBlobLabel_8u_C1IR", draw},
+    {"DAXI_BlobSelect*", select},
+    {"DAXI_FastBlobSelect_8u_C1R", select},
+    {"DAXI_BlobSort", sort},
+    {"_DAXI_DomainConvexHull_ROI", domain},
+    {"_DAXI_DomainEncloseBox", domain},
+    {"_DAXI_DomainRectangularity", domain},
+    {"DAXI_REG_EncloseBox", encloseBox},
+    {"_DAXI_PtEncloseBox_32s", encloseAny},
+};
 
 }  // namespace
-
-const std::vector<Row>& blobRows() {
-  static const std::vector<Row> rows = {
-      {"DAXI_BlobFindModelSize_8u", sizeQuery},
-      {"DAXI_BlobFindBufferSize_8u", sizeQuery},
-      {"DAXI_BlobFindMultiClsModelSize_8u", sizeQuery},
-      {"DAXI_BlobFindMultiClsBufferSize_8u", sizeQuery},
-      {"DAXI_BlobFind_8u_*", find},
-      {"DAXI_BlobFindMultiCls_8u_*", find},
-      {"DAXI_BlobFindV2_8u_*", findModel},
-      {"DAXI_BlobFindV3_8u_*", findModel},
-      {"DAXI_BlobFindV2DestroyModel_8u", destroyModel},
-      {"DAXI_BlobFindV3DestroyModel_8u", destroyModel},
-      {"_DAXI_DomainCount", domainCount},
-      {"_DAXI_SelectDomainIndex", selectDomain},
-      {"DAXI_BlobSelectBufferSize_8u*", sizeQuery},
-      {"DAXI_BlobSelectV3BufferSize_8u*", sizeQuery},
-      {"DAXI_BlobSelect_draw_blob_contour", draw},
-      {"DAXI_DrawBlobLabel_8u_C1IR", draw},
-      {"DAXI_BlobSelect*", select},
-      {"DAXI_FastBlobSelect_8u_C1R", select},
-      {"DAXI_BlobSort", sort},
-      {"_DAXI_DomainConvexHull_ROI", domain},
-      {"_DAXI_DomainEncloseBox", domain},
-      {"_DAXI_DomainRectangularity", domain},
-      {"DAXI_REG_EncloseBox", encloseBox},
-      {"_DAXI_PtEncloseBoxBufferSize_32s", pointCount},
-      {"_DAXI_PtEncloseBox_32s", encloseAny},
-  };
-  return rows;
-}
 
 }  // namespace dax::hostile
