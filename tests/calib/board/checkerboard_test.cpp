@@ -4,7 +4,7 @@
 #include <cstring>
 #include <functional>
 
-#include "calib/board/symmetry.h"
+#include "calib/board/chessboard_sym.h"
 #include "tests/calib/board/checkerboard_search.h"
 #include "tests/support/check_order.h"
 #include "tests/support/mock_pool.h"
@@ -242,7 +242,7 @@ TEST(Checkerboards, LadderOfRadii) {
                {{640, 480}, 17, {16, 17}},
                {{64, 64}, 3, {3}}};
   for (const auto& c : cases) {
-    int32_t radii[kMostScales];
+    int32_t radii[kMaxScales];
     const int32_t count = DAXI_CheckerboardCornerSym_cfg_cal(c.size, c.largest, radii);
     EXPECT_EQ(std::vector<int32_t>(radii, radii + count), c.radii) << c.size.width << ' ' << c.largest;
   }
