@@ -42,7 +42,7 @@ struct Candidate {
 
 // Compares area or perimeter, each scaled by 1 / |u|^2, without a division.
 bool improves(const Candidate& candidate, const Candidate& best, int32_t mode) {
-  if (mode == DAXI_BOX_LEAST_PERIMETER)
+  if (mode == DAXI_BOX_MIN_PERIMETER)
     return candidate.perimeter2() * best.length2() < best.perimeter2() * candidate.length2();
   return candidate.area() * best.length2() <= best.area() * candidate.length2();
 }

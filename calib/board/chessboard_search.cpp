@@ -126,7 +126,7 @@ class BoardSearch {
 
   void makeQuad(const DaxiDomainList& domains, uint32_t label, const QuadTable& table, int32_t index) const {
     DaxiRotatedBox box;
-    _DAXI_DomainEncloseBox(&domains, &domains.domains[label], size_, DAXI_BOX_LEAST_AREA, at_.points.in(buffer_), &box);
+    _DAXI_DomainEncloseBox(&domains, &domains.domains[label], size_, DAXI_BOX_MIN_AREA, at_.points.in(buffer_), &box);
     ChessboardCornerPoint* const p = table.corners + ptrdiff_t{4} * index;
     ChessboardQuad& quad = table.quads[index];
     quad = {{}, {}, -1, index + 1, kMaxEdge, 0};

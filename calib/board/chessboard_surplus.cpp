@@ -61,7 +61,7 @@ class SurplusRemover {
     centres_[slot] = mean_;
     DaxiRotatedBox box;
     const DaxStatus status =
-        _DAXI_PtEncloseBox_32s(centres_, group_.count, DAXI_BOX_LEAST_AREA, &box, scratch_.boxBuffer);
+        _DAXI_PtEncloseBox_32s(centres_, group_.count, DAXI_BOX_MIN_AREA, &box, scratch_.boxBuffer);
     centres_[slot] = kept;
     return status == DAX_STS_OK ? box.width * box.height : kMaxBoxArea;
   }

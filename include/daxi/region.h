@@ -20,8 +20,8 @@ typedef struct DaxiRotatedBox {
 
 /* Criterion of the best rectangle. */
 enum {
-  DAXI_BOX_LEAST_AREA = 1,     /* of equal ones the last */
-  DAXI_BOX_LEAST_PERIMETER = 2 /* of equal ones the first */
+  DAXI_BOX_MIN_AREA = 1,     /* of equal ones the last */
+  DAXI_BOX_MIN_PERIMETER = 2 /* of equal ones the first */
 };
 
 /* Number of points that the hull of a domain needs for work and result, for a region of this height. */

@@ -199,7 +199,7 @@ void DAXI_BlobSelect_calculate_principal_axis_angle(const dax::SelectContext* co
 
 void DAXI_BlobSelect_calculate_base_on_box(const dax::SelectContext* context, BlobInfo* blob) {
   const dax::DomainView view = context->view(*blob);
-  const DaxiRotatedBox box = dax::encloseBox(context->hull, dax::domainHull(view, context->hull), DAXI_BOX_LEAST_AREA);
+  const DaxiRotatedBox box = dax::encloseBox(context->hull, dax::domainHull(view, context->hull), DAXI_BOX_MIN_AREA);
   blob->boxX = box.x;
   blob->boxY = box.y;
   blob->boxWidth = blob->longAxis = box.width;

@@ -34,7 +34,7 @@ DaxStatus checkDomain(const DaxiDomainList* domains, const DaxiDomain* domain, D
 }
 
 DaxStatus checkMode(int32_t mode) {
-  DAX_REQUIRE(mode == DAXI_BOX_LEAST_AREA || mode == DAXI_BOX_LEAST_PERIMETER, DAX_STS_BAD_PARAM);
+  DAX_REQUIRE(mode == DAXI_BOX_MIN_AREA || mode == DAXI_BOX_MIN_PERIMETER, DAX_STS_BAD_PARAM);
   return DAX_STS_OK;
 }
 
@@ -104,7 +104,7 @@ DaxStatus _DAXI_DomainRectangularity(const DaxiDomainList* domains, const DaxiDo
   const dax::DomainView view = dax::viewDomain(*domains, *domain, size);
   uint64_t pixels = 0;
   dax::forEachRun(view, [&](dax::RunSpan run) { pixels += static_cast<uint64_t>(run.length()); });
-  const DaxiRotatedBox box = dax::encloseBox(points, dax::domainHull(view, points), DAXI_BOX_LEAST_AREA);
+  const DaxiRotatedBox box = dax::encloseBox(points, dax::domainHull(view, points), DAXI_BOX_MIN_AREA);
   *rectangularity = dax::rectangularity(static_cast<float>(pixels), box);
   return DAX_STS_OK;
 }

@@ -63,8 +63,8 @@ TEST(Region, BoxesAroundPoints) {
     PointList points(static_cast<size_t>(1 + random.below(25)));
     const int32_t spread = 1 + random.below(40), flat = round % 7 == 0 ? 1 : spread;
     for (DaxiPoint32s& p : points) p = {random.below(spread) - 20, random.below(flat) + 1000};
-    const DaxiRotatedBox least = boxAround(points, DAXI_BOX_LEAST_AREA),
-                         narrow = boxAround(points, DAXI_BOX_LEAST_PERIMETER);
+    const DaxiRotatedBox least = boxAround(points, DAXI_BOX_MIN_AREA),
+                         narrow = boxAround(points, DAXI_BOX_MIN_PERIMETER);
     const double best = oracle::leastBoxArea(toOracle(points));
     EXPECT_NEAR(least.width * least.height, std::isinf(best) ? 0 : best, 1e-3);
     EXPECT_LE(narrow.width + narrow.height, least.width + least.height + 1e-4);
@@ -78,7 +78,7 @@ TEST(Region, BoxesAroundPoints) {
     }
   }
   const DaxiRotatedBox far =
-      boxAround({{-(1 << 19), -(1 << 19)}, {1 << 19, 1 << 19}, {1 << 19, -(1 << 19)}}, DAXI_BOX_LEAST_AREA);
+      boxAround({{-(1 << 19), -(1 << 19)}, {1 << 19, 1 << 19}, {1 << 19, -(1 << 19)}}, DAXI_BOX_MIN_AREA);
   EXPECT_FLOAT_EQ(far.width * far.height, 1048576.0f * 1048576.0f);
 }
 
@@ -87,11 +87,11 @@ TEST(Region, ModesAndTies) {
   // long.
   const PointList triangle = {{0, 0}, {4, 0}, {0, 3}};
   DaxiRotatedBox box;
-  ASSERT_EQ(DAXI_REG_EncloseBox(triangle.data(), 3, DAXI_BOX_LEAST_AREA, &box), DAX_STS_OK);
+  ASSERT_EQ(DAXI_REG_EncloseBox(triangle.data(), 3, DAXI_BOX_MIN_AREA, &box), DAX_STS_OK);
   EXPECT_FLOAT_EQ(box.width, 4);
   EXPECT_EQ(box.angle, 0);  // the last of the equal ones: the edge from (0, 3) to (0, 0)
   const PointList turned = {{0, 0}, {0, 3}, {-4, 0}};
-  ASSERT_EQ(DAXI_REG_EncloseBox(turned.data(), 3, DAXI_BOX_LEAST_PERIMETER, &box), DAX_STS_OK);
+  ASSERT_EQ(DAXI_REG_EncloseBox(turned.data(), 3, DAXI_BOX_MIN_PERIMETER, &box), DAX_STS_OK);
   EXPECT_FLOAT_EQ(box.width + box.height, 7);
   EXPECT_FLOAT_EQ(box.x, -2);
   EXPECT_FLOAT_EQ(box.y, 1.5f);
@@ -104,16 +104,16 @@ TEST(Region, DomainMeasuresAndChecks) {
   GuardedBuffer<DaxiPoint32s> points(DAXI_HULL_POINTS(4));
   DaxiRotatedBox box;
   float fill = 0;
-  ASSERT_EQ(_DAXI_DomainEncloseBox(&scene.list(), &shape, {4, 4}, DAXI_BOX_LEAST_AREA, points.data(), &box),
+  ASSERT_EQ(_DAXI_DomainEncloseBox(&scene.list(), &shape, {4, 4}, DAXI_BOX_MIN_AREA, points.data(), &box),
             DAX_STS_OK);
   EXPECT_EQ(box.width, 3);
   EXPECT_EQ(box.height, 2);
   ASSERT_EQ(_DAXI_DomainRectangularity(&scene.list(), &shape, {4, 4}, points.data(), &fill), DAX_STS_OK);
   EXPECT_EQ(fill, 1);  // nine pixels, six square pixels between centres
-  ASSERT_EQ(_DAXI_DomainEncloseBox(&scene.list(), &shape, {2, 4}, DAXI_BOX_LEAST_AREA, points.data(), &box),
+  ASSERT_EQ(_DAXI_DomainEncloseBox(&scene.list(), &shape, {2, 4}, DAXI_BOX_MIN_AREA, points.data(), &box),
             DAX_STS_OK);
   EXPECT_EQ(box.height, 1);  // cut at the region
-  ASSERT_EQ(_DAXI_DomainEncloseBox(&scene.list(), &dot, {2, 2}, DAXI_BOX_LEAST_AREA, points.data(), &box), DAX_STS_OK);
+  ASSERT_EQ(_DAXI_DomainEncloseBox(&scene.list(), &dot, {2, 2}, DAXI_BOX_MIN_AREA, points.data(), &box), DAX_STS_OK);
   EXPECT_EQ(box.width + box.x + box.y, 0);
   ASSERT_EQ(_DAXI_DomainRectangularity(&scene.list(), &dot, {2, 2}, points.data(), &fill), DAX_STS_OK);
   EXPECT_EQ(fill, 1);
