@@ -12,7 +12,6 @@
 #include "frame/math.h"
 #include "frame/memory/work_buffer.h"
 #include "image/morphology/erode3x3.h"
-#include "image/pixel/workers_8u.h"
 #include "measure/blob/blob_find.h"
 
 namespace dax {
