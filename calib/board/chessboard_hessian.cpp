@@ -40,9 +40,9 @@ struct SortBuffer {
 DaxStatus checkParam(const CheckerboardHessianParam& p) {
   DAX_REQUIRE(p.filter == DAXI_CHECKERBOARD_MEDIAN || p.filter == DAXI_CHECKERBOARD_PLAIN, DAX_STS_BAD_PARAM);
   DAX_REQUIRE(p.subSampling >= 1 && p.subSampling <= 5, DAX_STS_BAD_PARAM);
-  DAX_REQUIRE(p.leastExtent >= 2 && p.leastExtent <= 300, DAX_STS_BAD_PARAM);
-  DAX_REQUIRE(p.mostExtent >= 2 && p.mostExtent <= 300, DAX_STS_BAD_PARAM);
-  DAX_REQUIRE(p.leastAngle >= 0 && p.mostAngle <= 180 && p.leastAngle <= p.mostAngle, DAX_STS_BAD_PARAM);
+  DAX_REQUIRE(p.minExtent >= 2 && p.minExtent <= 300, DAX_STS_BAD_PARAM);
+  DAX_REQUIRE(p.maxExtent >= 2 && p.maxExtent <= 300, DAX_STS_BAD_PARAM);
+  DAX_REQUIRE(p.minAngle >= 0 && p.maxAngle <= 180 && p.minAngle <= p.maxAngle, DAX_STS_BAD_PARAM);
   return DAX_STS_OK;
 }
 
@@ -73,7 +73,7 @@ DaxStatus sortBufferSize(int32_t count, uint64_t* bytes) {
 }
 
 GridLimits limitsOf(const CheckerboardHessianParam& p) {
-  return {p.leastExtent, p.mostExtent};
+  return {p.minExtent, p.maxExtent};
 }
 
 }  // namespace

@@ -62,11 +62,11 @@ DaxStatus findAll(SymmetryCall call, const BoardOutputs& to, bool masked) {
 }  // namespace dax
 
 DaxStatus DAXI_CheckerboardCornerSym_check_cfg(const CheckerboardSymCfg* cfg) {
-  DAX_REQUIRE(dax::isWithin(cfg->leastExtent, 2, 300), DAX_STS_BAD_PARAM);
-  DAX_REQUIRE(dax::isWithin(cfg->mostExtent, 2, 300), DAX_STS_BAD_PARAM);
+  DAX_REQUIRE(dax::isWithin(cfg->minExtent, 2, 300), DAX_STS_BAD_PARAM);
+  DAX_REQUIRE(dax::isWithin(cfg->maxExtent, 2, 300), DAX_STS_BAD_PARAM);
   DAX_REQUIRE(dax::isWithin(cfg->contrast, 1, 255), DAX_STS_BAD_PARAM);
   DAX_REQUIRE(dax::isWithin(cfg->distance, 3, 100), DAX_STS_BAD_PARAM);
-  DAX_REQUIRE(dax::isWithin(cfg->largestRadius, 3, 100), DAX_STS_BAD_PARAM);
+  DAX_REQUIRE(dax::isWithin(cfg->lastRadius, 3, 100), DAX_STS_BAD_PARAM);
   DAX_REQUIRE(dax::isWithin(cfg->filter, 1, 2), DAX_STS_BAD_PARAM);
   DAX_REQUIRE(dax::isWithin(cfg->scales, 1, 2), DAX_STS_BAD_PARAM);
   return DAX_STS_OK;
@@ -75,8 +75,8 @@ DaxStatus DAXI_CheckerboardCornerSym_check_cfg(const CheckerboardSymCfg* cfg) {
 void _DAXI_CheckerboardCornerSortMul_8u_C1R(const dax::SymmetryCall* call, int32_t count, const dax::BoardOutputs* to) {
   const dax::SymmetryBuffer at(call->size);
   const dax::CornerProber prober{dax::probeSymmetric, call};
-  const dax::GridLimits limits{static_cast<int32_t>(call->cfg->leastExtent),
-                               static_cast<int32_t>(call->cfg->mostExtent)};
+  const dax::GridLimits limits{static_cast<int32_t>(call->cfg->minExtent),
+                               static_cast<int32_t>(call->cfg->maxExtent)};
   *to->boardCount = dax::findBoards(at.corners.in(call->buffer), &count, limits, &prober, to->corners, to->boards,
                                     to->maxBoards, at.grid.in(call->buffer));
   int32_t total = 0;

@@ -255,7 +255,7 @@ int32_t _DAXI_CheckerboardCornerHessian_Loc_8u_C1R(const uint8_t* src, int32_t s
       if (!DAXI_CBL_Hessian_subpixel(&planes, x, y, &corner) || near.holds(corner.point)) return;
       corner.radius = static_cast<float>(r);
       _DAXI_CBL_Hessian_orien(&planes, dax::kEdgeScale, &corner);
-      if (!dax::angleFits(corner.intoDark, corner.intoLight, param->leastAngle, param->mostAngle)) return;
+      if (!dax::angleFits(corner.intoDark, corner.intoLight, param->minAngle, param->maxAngle)) return;
       near.add(count++);
     });
   }

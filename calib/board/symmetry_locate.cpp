@@ -256,20 +256,20 @@ bool probeSymmetric(const void* context, DaxiPoint32f expected, float spacing, c
 
 }  // namespace dax
 
-int32_t DAXI_CheckerboardCornerSym_cfg_cal(DaxiSize size, uint32_t largestRadius, int32_t* radii) {
-  const auto largest = static_cast<double>(largestRadius);
-  const auto last = static_cast<int32_t>(largestRadius);
+int32_t DAXI_CheckerboardCornerSym_cfg_cal(DaxiSize size, uint32_t lastRadius, int32_t* radii) {
+  const auto end = static_cast<double>(lastRadius);
+  const auto last = static_cast<int32_t>(lastRadius);
   const int32_t base = std::clamp(dax::roundRadius(std::min(size.width, size.height) * 0.5 / dax::kSquaresPerSide),
                                   dax::kMinRadius, dax::kMaxRadius);
   int32_t count = 0;
   radii[count++] = base;
-  const bool rises = largest >= base;
+  const bool rises = end >= base;
   double radius = base;
   for (;;) {
     radius = rises ? radius * dax::kScaleStep : radius / dax::kScaleStep;
     const int32_t rounded = dax::roundRadius(radius);
-    const bool goesOn = rises ? rounded < largest - dax::kLimitMargin : rounded > largest + dax::kLimitMargin;
-    if (!goesOn) break;
+    const bool continues = rises ? rounded < end - dax::kLimitMargin : rounded > end + dax::kLimitMargin;
+    if (!continues) break;
     radii[count++] = rounded;
     if (count == dax::kMaxScales) return count;
   }
@@ -280,9 +280,9 @@ int32_t DAXI_CheckerboardCornerSym_cfg_cal(DaxiSize size, uint32_t largestRadius
 DaxStatus _DAXI_CheckerboardLocSym_8u_C1R_mt(const dax::SymmetryCall* call, int32_t* count) {
   int32_t radii[dax::kMaxScales];
   int32_t scales = 1;
-  radii[0] = static_cast<int32_t>(call->cfg->largestRadius);
+  radii[0] = static_cast<int32_t>(call->cfg->lastRadius);
   if (call->cfg->scales == DAXI_CHECKERBOARD_LADDER) {
-    scales = DAXI_CheckerboardCornerSym_cfg_cal(call->size, call->cfg->largestRadius, radii);
+    scales = DAXI_CheckerboardCornerSym_cfg_cal(call->size, call->cfg->lastRadius, radii);
   }
   dax::SymmetryLocator locator(*call);
   for (int32_t i = 0; i < scales; ++i) DAX_REQUIRE_OK(locator.locate(radii[i]));

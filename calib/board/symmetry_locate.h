@@ -53,7 +53,7 @@ bool probeSymmetric(const void* call, DaxiPoint32f expected, float spacing, cons
 extern "C" {
 
 // Writes the ladder of radii, at most kMaxScales; returns how many.
-int32_t DAXI_CheckerboardCornerSym_cfg_cal(DaxiSize size, uint32_t largestRadius, int32_t* radii);
+int32_t DAXI_CheckerboardCornerSym_cfg_cal(DaxiSize size, uint32_t lastRadius, int32_t* radii);
 
 // Finds the corners of the filtered image in call->buffer, in order of the scales, at most kMaxGridCorners. Runs on the
 // host's pool where there is one.

@@ -31,11 +31,11 @@ enum {
 typedef struct CheckerboardHessianParam {
   int32_t filter;      /* DAXI_CHECKERBOARD_MEDIAN or DAXI_CHECKERBOARD_PLAIN */
   int32_t subSampling; /* 1..5: every n-th pixel of every n-th row is used; squares should be 10..60 of these wide */
-  int32_t leastExtent; /* 2..300: minimum number of corners along the board's shorter side. A grid of 2 x 2 often occurs
+  int32_t minExtent;   /* 2..300: minimum number of corners along the board's shorter side. A grid of 2 x 2 often occurs
                           elsewhere in an image; from 3 on false boards are rare. */
-  int32_t mostExtent;  /* 2..300: maximum number along the longer side */
-  float leastAngle;    /* degrees, 0..180, leastAngle <= mostAngle: a corner passes when the angle between its edges, */
-  float mostAngle;     /* or its supplement to 180, lies in between */
+  int32_t maxExtent;   /* 2..300: maximum number along the longer side */
+  float minAngle;      /* degrees, 0..180, minAngle <= maxAngle: a corner passes when the angle between its edges, */
+  float maxAngle;      /* or its supplement to 180, lies in between */
 } CheckerboardHessianParam;
 
 /* A corner. 32 bytes. */

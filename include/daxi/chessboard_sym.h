@@ -25,19 +25,19 @@ DAX_BEGIN_DECLS
 #define DAXI_STS_NO_BOARD ((DaxStatus)0x10000103)
 
 enum {
-  DAXI_CHECKERBOARD_ONE_SCALE = 1, /* largestRadius alone */
-  DAXI_CHECKERBOARD_LADDER = 2     /* from a thirtieth of the image's shorter side to largestRadius, up or down, each
+  DAXI_CHECKERBOARD_ONE_SCALE = 1, /* lastRadius alone */
+  DAXI_CHECKERBOARD_LADDER = 2     /* from a thirtieth of the image's shorter side to lastRadius, up or down, each
                                       radius about 1.5 times or a 1.5th of the one before */
 };
 
 typedef struct CheckerboardSymCfg {
-  uint32_t leastExtent;   /* 2..300: minimum number of corners along the board's shorter side */
-  uint32_t mostExtent;    /* 2..300: maximum number along the longer side */
-  uint32_t contrast;      /* 1..255: minimum difference of dark and light, grey levels */
-  uint32_t distance;      /* 3..100: minimum distance of two corners, pixels */
-  uint32_t largestRadius; /* 3..100: end of the ladder, pixels; 5 for boards of any size */
-  uint32_t filter;        /* DAXI_CHECKERBOARD_MEDIAN or DAXI_CHECKERBOARD_PLAIN */
-  uint32_t scales;        /* DAXI_CHECKERBOARD_ONE_SCALE or DAXI_CHECKERBOARD_LADDER */
+  uint32_t minExtent;  /* 2..300: minimum number of corners along the board's shorter side */
+  uint32_t maxExtent;  /* 2..300: maximum number along the longer side */
+  uint32_t contrast;   /* 1..255: minimum difference of dark and light, grey levels */
+  uint32_t distance;   /* 3..100: minimum distance of two corners, pixels */
+  uint32_t lastRadius; /* 3..100: end of the ladder, pixels; 5 for boards of any size */
+  uint32_t filter;     /* DAXI_CHECKERBOARD_MEDIAN or DAXI_CHECKERBOARD_PLAIN */
+  uint32_t scales;     /* DAXI_CHECKERBOARD_ONE_SCALE or DAXI_CHECKERBOARD_LADDER */
 } CheckerboardSymCfg;
 
 /* Bytes of work buffer, masked or not. Checks, in order: bytes null -> 0x10000014; width or height below 64 or above

@@ -180,8 +180,8 @@ def find_checkerboards_by_symmetry(
     [(5, 7, 2)]
     """
     src = source("image", image, BYTES)
-    cfg = ffi.new("CheckerboardSymCfg*", {"leastExtent": extent[0], "mostExtent": extent[1], "contrast": contrast})
-    cfg.distance, cfg.largestRadius, cfg.filter = distance, radius, choice("filter", filter, _FILTERS)
+    cfg = ffi.new("CheckerboardSymCfg*", {"minExtent": extent[0], "maxExtent": extent[1], "contrast": contrast})
+    cfg.distance, cfg.lastRadius, cfg.filter = distance, radius, choice("filter", filter, _FILTERS)
     cfg.scales = 2 if ladder else 1
     most, several = min(most, _MOST), most != 1
     name = "CheckerboardCornerSym" + ("Mul" if several else "")
