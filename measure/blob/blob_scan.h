@@ -4,15 +4,9 @@
 #include <bit>
 #include <cstdint>
 
-#include "frame/cpu_feature.h"
-#include "measure/blob/blob_scan_portable.h"
-#if DAX_HAVE_NEON
+#include "frame/dispatch.h"
 #include "measure/blob/blob_scan_neon.h"
-#else
-namespace dax {
-namespace neon = portable;
-}
-#endif
+#include "measure/blob/blob_scan_portable.h"
 
 namespace dax {
 

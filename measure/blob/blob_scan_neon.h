@@ -1,9 +1,11 @@
 // NEON twins of the bit kernels: 64 pixels at once.
 #pragma once
 
+#include "frame/dispatch.h"
 #include "frame/simd.h"
 #include "measure/blob/blob_scan_portable.h"
 
+#if DAX_HAVE_NEON
 namespace dax::neon {
 
 inline uint64_t foregroundBits64(const uint8_t* pixels) {
@@ -19,3 +21,4 @@ inline uint64_t changeBits64(const uint8_t* pixels) {
 }
 
 }  // namespace dax::neon
+#endif

@@ -3,12 +3,10 @@
 #include <algorithm>
 #include <cmath>
 
-#include "frame/cpu_feature.h"
+#include "frame/dispatch.h"
 #include "frame/math.h"
-#include "measure/caliper/caliper_filter_portable.h"
-#if DAX_HAVE_NEON
 #include "measure/caliper/caliper_filter_neon.h"
-#endif
+#include "measure/caliper/caliper_filter_portable.h"
 
 namespace dax {
 namespace {
@@ -62,10 +60,8 @@ void _DAXI_Caliper_filter_32f(const float* in, int32_t n, const float* kernel, i
   std::fill_n(extended, half, in[0]);
   std::copy_n(in, n, extended + half);
   std::fill_n(extended + half + n, half, in[n - 1]);
-#if DAX_HAVE_NEON
   if (dax::usesNeon(isa)) return dax::neon::filter(extended, kernel, length, n, out);
-#endif
-  dax::portable::filter(extended, kernel, length, 0, n, out);
+  dax::portable::filter(extended, kernel, length, n, out);
 }
 
 int32_t _DAXI_Caliper_dog_filter_32f(const float* in, int32_t n, uint32_t halfWidth, float* kernel, float* extended,

@@ -1,9 +1,11 @@
 // NEON twin of the filter of calipers.
 #pragma once
 
+#include "frame/dispatch.h"
 #include "frame/simd.h"
 #include "measure/caliper/caliper_filter_portable.h"
 
+#if DAX_HAVE_NEON
 namespace dax::neon {
 
 inline void filter(const float* extended, const float* kernel, int32_t length, int32_t n, float* out) {
@@ -22,3 +24,4 @@ inline void filter(const float* extended, const float* kernel, int32_t length, i
 }
 
 }  // namespace dax::neon
+#endif

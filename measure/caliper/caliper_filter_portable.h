@@ -14,4 +14,8 @@ inline void filter(const float* extended, const float* kernel, int32_t length, i
   }
 }
 
+inline void filter(const float* extended, const float* kernel, int32_t length, int32_t n, float* out) {
+  filter(extended, kernel, length, 0, n, out);
+}
+
 }  // namespace dax::portable

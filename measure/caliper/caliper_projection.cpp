@@ -2,46 +2,40 @@
 
 #include <type_traits>
 
-#include "frame/cpu_feature.h"
-#include "measure/caliper/caliper_projection_portable.h"
-#if DAX_HAVE_NEON
+#include "frame/dispatch.h"
 #include "measure/caliper/caliper_projection_neon.h"
-#endif
+#include "measure/caliper/caliper_projection_portable.h"
 
 namespace dax {
 namespace {
 
 template <class Sample>
 void addColumns(const Sample* patch, int32_t columns, int32_t rows, int64_t* sums, [[maybe_unused]] int32_t isa) {
-#if DAX_HAVE_NEON
   if constexpr (std::is_same_v<Sample, uint16_t>) {
     if (usesNeon(isa)) return neon::addColumns(patch, columns, rows, sums);
   }
-#endif
-  portable::addColumns(patch, columns, rows, 0, sums);
+  portable::addColumns(patch, columns, rows, sums);
 }
 
 template <class Sample>
 int64_t sumOf(const Sample* row, int32_t columns, [[maybe_unused]] int32_t isa) {
-#if DAX_HAVE_NEON
   if constexpr (std::is_same_v<Sample, uint16_t>) {
     if (usesNeon(isa)) return neon::sumOf(row, columns);
   }
-#endif
-  return portable::sumOf(row, 0, columns);
+  return portable::sumOf(row, columns);
 }
 
 template <class Sample>
 void projectColumns(const Sample* patch, int32_t columns, int32_t rows, const CaliperSums& to, int32_t isa) {
   addColumns(patch, columns, rows, to.sums, isa);
-  if (to.valid) portable::addColumns(to.valid, columns, rows, 0, to.counts);
+  if (to.valid) portable::addColumns(to.valid, columns, rows, to.counts);
 }
 
 template <class Sample>
 void projectRows(const Sample* patch, int32_t columns, int32_t rows, const CaliperSums& to, int32_t isa) {
   for (int32_t k = 0; k < rows; ++k) {
     to.sums[k] = sumOf(rowAt(patch, columns, k), columns, isa);
-    if (to.valid) to.counts[k] = static_cast<int32_t>(portable::sumOf(rowAt(to.valid, columns, k), 0, columns));
+    if (to.valid) to.counts[k] = static_cast<int32_t>(portable::sumOf(rowAt(to.valid, columns, k), columns));
   }
 }
 

@@ -3,9 +3,11 @@
 
 #include <algorithm>
 
+#include "frame/dispatch.h"
 #include "frame/simd.h"
 #include "measure/caliper/caliper_projection_portable.h"
 
+#if DAX_HAVE_NEON
 namespace dax::neon {
 
 inline void addColumns(const uint16_t* patch, int32_t columns, int32_t rows, int64_t* sums) {
@@ -42,3 +44,4 @@ inline int64_t sumOf(const uint16_t* row, int32_t columns) {
 }
 
 }  // namespace dax::neon
+#endif

@@ -1,4 +1,4 @@
-// Sums of samples for any sample type and any instruction set.
+// Sums of samples for any sample type and any instruction set; from column `first` on, or over all columns.
 #pragma once
 
 #include <cstdint>
@@ -14,11 +14,21 @@ void addColumns(const Sample* patch, int32_t columns, int32_t rows, int32_t firs
   }
 }
 
+template <class Sample, class Sum>
+void addColumns(const Sample* patch, int32_t columns, int32_t rows, Sum* sums) {
+  addColumns(patch, columns, rows, 0, sums);
+}
+
 template <class Sample>
 int64_t sumOf(const Sample* row, int32_t first, int32_t columns) {
   int64_t sum = 0;
   for (int32_t j = first; j < columns; ++j) sum += row[j];
   return sum;
+}
+
+template <class Sample>
+int64_t sumOf(const Sample* row, int32_t columns) {
+  return sumOf(row, 0, columns);
 }
 
 }  // namespace dax::portable

@@ -2,11 +2,9 @@
 
 #include <cmath>
 
-#include "frame/cpu_feature.h"
-#include "measure/caliper/caliper_sample_portable.h"
-#if DAX_HAVE_NEON
+#include "frame/dispatch.h"
 #include "measure/caliper/caliper_sample_neon.h"
-#endif
+#include "measure/caliper/caliper_sample_portable.h"
 
 namespace dax {
 namespace {
@@ -24,12 +22,10 @@ SampleTrack trackOf(const CaliperGrid& grid, int32_t row) {
 template <class T>
 void copyRow(const CaliperImage<T>& image, const SampleTrack& track, int32_t columns, CaliperSample<T>* out,
              [[maybe_unused]] int32_t isa) {
-#if DAX_HAVE_NEON
   if constexpr (std::is_same_v<T, uint8_t>) {
     if (usesNeon(isa)) return neon::sampleRow(image.pixels, image.step, image.size, track, columns, out);
   }
-#endif
-  portable::sampleRow(image.pixels, image.step, image.size, track, 0, columns, out);
+  portable::sampleRow(image.pixels, image.step, image.size, track, columns, out);
 }
 
 // Samples a band of rows. With a mask, also writes which samples count; the others become 0.

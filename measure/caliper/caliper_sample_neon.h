@@ -4,9 +4,11 @@
 #include <cstring>
 #include <utility>
 
+#include "frame/dispatch.h"
 #include "frame/simd.h"
 #include "measure/caliper/caliper_sample_portable.h"
 
+#if DAX_HAVE_NEON
 namespace dax::neon {
 
 // Eight samples. Each lane of `top` and `bottom` holds two neighbouring pixels, the left one in the low byte; fx and fy
@@ -95,3 +97,4 @@ inline void sampleRow(const uint8_t* pixels, int32_t step, DaxiSize size, const 
 }
 
 }  // namespace dax::neon
+#endif

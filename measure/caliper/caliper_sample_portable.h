@@ -68,6 +68,12 @@ void sampleRow(const T* pixels, int32_t step, DaxiSize size, const SampleTrack& 
   for (int32_t j = first; j < end; ++j) out[j] = interpolate(pixels, step, placeOf(track, j, size));
 }
 
+template <class T>
+void sampleRow(const T* pixels, int32_t step, DaxiSize size, const SampleTrack& track, int32_t count,
+               CaliperSample<T>* out) {
+  sampleRow(pixels, step, size, track, 0, count, out);
+}
+
 // 1 where the mask is set at every pixel of a sample, else 0.
 inline void sampleMask(const uint8_t* mask, int32_t step, DaxiSize size, const SampleTrack& track, int32_t count,
                        uint8_t* valid) {
