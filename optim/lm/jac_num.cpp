@@ -1,8 +1,9 @@
+#include "prmt/jac_num.h"
+
 #include <algorithm>
 
 #include "frame/check.h"
 #include "optim/sparse/msp.h"
-#include "prmt/lm.h"
 
 namespace dax {
 namespace {

@@ -1,6 +1,9 @@
-// The variant that solves by conjugate gradients.
+// Solves by conjugate gradients.
+#include "prmt/lm_cg.h"
+
 #include "optim/lm/residual_side.h"
 #include "optim/sparse/conjugate_gradients.h"
+#include "optim/sparse/msp_product.h"
 
 namespace dax {
 namespace {

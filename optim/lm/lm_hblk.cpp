@@ -1,4 +1,6 @@
-// The variant of two groups of blocks, solved by the Schur complement of the second.
+// Parameters in two groups of blocks; solves by the Schur complement of the second group.
+#include "prmt/lm_hblk.h"
+
 #include "optim/lm/lm_loop.h"
 #include "optim/sparse/schur.h"
 

@@ -1,8 +1,10 @@
-// The variant whose caller supplies the damped normal equations.
+// The caller supplies the damped normal equations.
+#include "prmt/lm_hmsp.h"
+
 #include <cstdio>
 
 #include "optim/lm/lm_loop.h"
-#include "optim/sparse/cholesky.h"
+#include "optim/sparse/cholesky_analysis.h"
 
 namespace dax {
 namespace {

@@ -69,8 +69,11 @@ inline bool allFinite(const double* v, int32_t n) {
   return std::all_of(v, v + n, [](double value) { return std::isfinite(value); });
 }
 
-// Settings as a call uses them; rewrites the caller's record when that asks for the defaults.
-PrmtLmParam readSettings(PrmtLmParam* param);
+// The settings of a call; writes the defaults into the caller's record when it asks for them.
+inline PrmtLmParam readSettings(PrmtLmParam* param) {
+  if (param->useDefaults == 1) *param = {1e-6, 1e-6, 500, 1e-6, 0.01, 10.0, param->verbose, param->useDefaults};
+  return *param;
+}
 
 template <class Problem>
 int32_t iterate(Problem& problem, const LmVectors& v, const PrmtLmParam& param, double* error, double* stepNorm) {

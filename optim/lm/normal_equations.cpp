@@ -3,6 +3,8 @@
 #include <algorithm>
 
 #include "optim/dense/dense.h"
+#include "optim/sparse/cholesky_analysis.h"
+#include "optim/sparse/msp_product.h"
 
 namespace dax {
 namespace {

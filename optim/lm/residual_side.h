@@ -6,9 +6,6 @@
 
 #include "optim/lm/lm_loop.h"
 
-// Huber energy of m residuals; writes their weights, 1 up to the threshold and threshold / |r| beyond.
-extern "C" double PRMT_lm_huber_energy(const double* residuals, int32_t m, double threshold, double* weights);
-
 namespace dax {
 
 class ResidualSide : public CallerProblem<PrmtLmFunctions> {

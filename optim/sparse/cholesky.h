@@ -2,8 +2,7 @@
 // held as one dense panel (Ng and Peyton 1993). The pattern is analysed once; factors of new values reuse the analysis.
 #pragma once
 
-#include "frame/memory/arena.h"
-#include "prmt/msp.h"
+#include <cstdint>
 
 struct PrmCholesky {
   int32_t n;
@@ -25,17 +24,6 @@ struct PrmCholesky {
   double* update;    // product of two panels
   double* permuted;  // n
 };
-
-namespace dax {
-
-// Analyses the elements on and below the diagonal of an n x n matrix and takes the factor's memory from the arena. A diagonal
-// that is missing counts as 0. False when the arena does not suffice; it then knows the need.
-bool analyse(Arena& arena, const PrmtMsp& matrix, PrmCholesky& factor);
-
-// Takes note in a measuring arena of the need for any n x n matrix of so many elements.
-void measureCholesky(Arena& arena, int32_t n, uint64_t elements);
-
-}  // namespace dax
 
 // Factors (matrix + shift I), given the values of the matrix' elements, and solves for the right-hand side in `solution`, in
 // place. 1, or 0 at a pivot below 2.220446049250313e-16.

@@ -1,7 +1,7 @@
-// Symbolic analysis: the order of elimination, the supernodes, what fills, and where everything goes.
+#include "optim/sparse/cholesky_analysis.h"
+
 #include <algorithm>
 
-#include "optim/sparse/cholesky.h"
 #include "optim/sparse/elimination_tree.h"
 #include "optim/sparse/msp.h"
 

@@ -1,8 +1,8 @@
 // Conjugate gradients on damped normal equations that are never formed.
 #pragma once
 
-#include "optim/sparse/msp.h"
-#include "prmt/lm.h"
+#include "frame/memory/arena.h"
+#include "prmt/lm_cg.h"
 
 // Scratch of the solver and its preconditioner.
 struct PrmtCgWork {

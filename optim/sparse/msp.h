@@ -45,11 +45,4 @@ void clearPattern(PrmtMsp& matrix);
 // Position of the first element of column `col` whose row is not below `row`.
 int64_t findElement(const PrmtMsp& matrix, int32_t row, int32_t col);
 
-// result = matrix vector, result = matrix^T vector.
-void multiply(const PrmtMsp& matrix, const double* vector, double* result);
-void multiplyTransposed(const PrmtMsp& matrix, const double* vector, double* result);
-
-// The transpose with its row numbers ascending; `transposed` has room.
-void transpose(const PrmtMsp& matrix, PrmtMsp& transposed);
-
 }  // namespace dax

@@ -1,4 +1,5 @@
-// Transposes, products and sums of sparse matrices.
+#include "optim/sparse/msp_product.h"
+
 #include <algorithm>
 
 #include "frame/check.h"

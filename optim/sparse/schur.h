@@ -6,7 +6,7 @@
 #pragma once
 
 #include "frame/memory/arena.h"
-#include "prmt/lm.h"
+#include "prmt/lm_hblk.h"
 
 namespace dax {
 

@@ -9,7 +9,7 @@
 #include "frame/cpu_feature.h"
 #include "frame/memory/work_buffer.h"
 #include "pcl/normal/normals_plane.h"
-#include "pcl/search/kdtree_search.h"
+#include "pcl/search/kdtree_nearest.h"
 
 namespace dax {
 namespace {

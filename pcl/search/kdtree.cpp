@@ -3,7 +3,7 @@
 #include "frame/check.h"
 #include "frame/cpu_feature.h"
 #include "pcl/search/kdtree_build.h"
-#include "pcl/search/kdtree_search.h"
+#include "pcl/search/kdtree_nearest.h"
 
 namespace dax {
 namespace {

@@ -21,4 +21,7 @@ struct KdBuild {
 // Copies the caller's points in tree order, writes nodes and root box; returns the number of nodes.
 uint32_t buildTree(const KdBuild& build, const float* points, int32_t isa);
 
+// Rebases the child pointers of a copied pool, whose root lay at `oldRoot`, and returns the root's new address.
+KdNode* rebaseNodes(KdNode* nodes, uint32_t nodeCount, const KdNode* oldRoot);
+
 }  // namespace dax

@@ -1,9 +1,10 @@
+#include "pcl/search/kdtree_nearest.h"
+
 #include <cfloat>
 
 #include "frame/cpu_feature.h"
 #include "pcl/search/kdtree_leaf_portable.h"
 #include "pcl/search/kdtree_nearest_sets.h"
-#include "pcl/search/kdtree_search.h"
 #include "pcl/search/kdtree_walk.h"
 #if DAX_HAVE_NEON
 #include "pcl/search/kdtree_leaf_neon.h"

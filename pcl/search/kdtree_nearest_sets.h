@@ -6,7 +6,8 @@
 #include <bit>
 #include <utility>
 
-#include "pcl/search/kdtree_search.h"
+#include "pcl/search/kdtree_call.h"
+#include "pcl/search/kdtree_tree.h"
 
 namespace dax {
 

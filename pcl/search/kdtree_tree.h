@@ -122,7 +122,4 @@ inline KdSides kdSides(const KdNode& node, const float* query) {
   return {node.second, node.first, toFirst};
 }
 
-// Rebases the child pointers of a copied pool, whose root lay at `oldRoot`, and returns the root's new place.
-KdNode* rebaseNodes(KdNode* nodes, uint32_t nodeCount, const KdNode* oldRoot);
-
 }  // namespace dax

@@ -1,10 +1,10 @@
+#include "pcl/search/kdtree_v2.h"
+
 #include <algorithm>
 
 #include "frame/check.h"
 #include "frame/cpu_feature.h"
-#include "pcl/search/kdtree.h"
 #include "pcl/search/kdtree_build.h"
-#include "pcl/search/kdtree_search.h"
 #include "pcl/search/kdtree_walk.h"
 
 namespace dax {

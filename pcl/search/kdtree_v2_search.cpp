@@ -1,12 +1,13 @@
-// Searches of the second generation, on one thread and on the host's pool.
+#include "pcl/search/kdtree_v2_search.h"
+
 #include <algorithm>
 #include <cfloat>
 
 #include "frame/check.h"
 #include "frame/cpu_feature.h"
 #include "frame/tiles.h"
-#include "pcl/search/kdtree.h"
-#include "pcl/search/kdtree_search.h"
+#include "pcl/search/kdtree_nearest.h"
+#include "pcl/search/kdtree_radius.h"
 #include "pcl/search/kdtree_walk.h"
 
 namespace dax {

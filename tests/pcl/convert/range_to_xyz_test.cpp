@@ -1,4 +1,4 @@
-#include "pcl/range/range_to_xyz.h"
+#include "pcl/convert/range_to_xyz.h"
 
 #include <gtest/gtest.h>
 
@@ -6,7 +6,7 @@
 #include <cmath>
 #include <cstring>
 
-#include "pcl/range/range_to_xyz_portable.h"
+#include "pcl/convert/range_to_xyz_portable.h"
 #include "tests/support/check_order.h"
 #include "tests/support/test_image.h"
 

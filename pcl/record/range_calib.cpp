@@ -1,10 +1,9 @@
-#include "dax3dpcl/range_calib.h"
+#include "pcl/record/range_calib.h"
 
 #include <algorithm>
 
 #include "dax3dpcl/record_check.h"
 #include "frame/check.h"
-#include "pcl/record/range_record.h"
 
 DaxStatus dax::checkCamera(const DAX3D_CAMERA_64F& camera) {
   const double intrinsics[4] = {camera.fx, camera.fy, camera.cx, camera.cy};

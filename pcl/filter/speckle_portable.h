@@ -4,14 +4,9 @@
 #include <cstdint>
 #include <cstdlib>
 
-namespace dax {
+#include "pcl/filter/speckle_regions.h"
 
-// Bit i tells of pixel i of up to 64 in a row.
-struct PixelBits {
-  uint64_t valid;      // not the invalid value
-  uint64_t likeLeft;   // differs little from its left neighbour
-  uint64_t likeAbove;  // differs little from the pixel above
-};
+namespace dax {
 
 // Values that differ by at most maxDifference are alike.
 template <class T>

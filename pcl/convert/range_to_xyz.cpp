@@ -1,4 +1,4 @@
-#include "pcl/range/range_to_xyz.h"
+#include "pcl/convert/range_to_xyz.h"
 
 #include <cfloat>
 #include <cmath>
@@ -7,9 +7,9 @@
 #include "frame/check.h"
 #include "frame/cpu_feature.h"
 #include "frame/memory/work_buffer.h"
-#include "pcl/range/range_to_xyz_portable.h"
+#include "pcl/convert/range_to_xyz_portable.h"
 #if DAX_HAVE_NEON
-#include "pcl/range/range_to_xyz_neon.h"
+#include "pcl/convert/range_to_xyz_neon.h"
 #endif
 
 namespace dax {

@@ -10,7 +10,7 @@
 #include <fstream>
 #include <iterator>
 
-#include "tests/pcl/range/range_file_oracle.h"
+#include "tests/pcl/file/range_file_oracle.h"
 #include "tests/pcl/record/range_sample.h"
 #include "tests/support/check_order.h"
 #include "zur/memory.h"

@@ -1,3 +1,5 @@
+#include "pcl/file/range_file_write.h"
+
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -6,9 +8,8 @@
 #include <cstdio>
 #include <cstring>
 
-#include "dax3dpcl/range_file.h"
 #include "frame/check.h"
-#include "pcl/range/range_chunks.h"
+#include "pcl/file/range_chunks.h"
 #include "pcl/record/range_record.h"
 
 namespace dax {

@@ -4,9 +4,14 @@
 #include <bit>
 #include <cstdint>
 
-#include "pcl/range/speckle_portable.h"
-
 namespace dax {
+
+// Bit i tells of pixel i of up to 64 in a row.
+struct PixelBits {
+  uint64_t valid;      // not the invalid value
+  uint64_t likeLeft;   // differs little from its left neighbour
+  uint64_t likeAbove;  // differs little from the pixel above
+};
 
 // What the row above left behind, 64 pixels a word.
 struct RowWord {

@@ -1,4 +1,4 @@
-#include "pcl/range/speckle.h"
+#include "pcl/filter/speckle.h"
 
 #include <algorithm>
 #include <cstring>
@@ -6,9 +6,10 @@
 #include "frame/check.h"
 #include "frame/cpu_feature.h"
 #include "frame/memory/work_buffer.h"
-#include "pcl/range/speckle_regions.h"
+#include "pcl/filter/speckle_portable.h"
+#include "pcl/filter/speckle_regions.h"
 #if DAX_HAVE_NEON
-#include "pcl/range/speckle_neon.h"
+#include "pcl/filter/speckle_neon.h"
 #endif
 
 namespace dax {

@@ -1,10 +1,10 @@
-#include "pcl/range/speckle.h"
+#include "pcl/filter/speckle.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
 
-#include "tests/pcl/range/speckle_oracle.h"
+#include "tests/pcl/filter/speckle_oracle.h"
 #include "tests/support/check_order.h"
 #include "tests/support/test_image.h"
 

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "frame/simd.h"
-#include "pcl/range/speckle_portable.h"
+#include "pcl/filter/speckle_portable.h"
 
 namespace dax::neon {
 

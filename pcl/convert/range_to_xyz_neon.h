@@ -4,7 +4,7 @@
 #include <cstring>
 
 #include "frame/simd.h"
-#include "pcl/range/range_to_xyz_portable.h"
+#include "pcl/convert/range_to_xyz_portable.h"
 
 namespace dax::neon {
 

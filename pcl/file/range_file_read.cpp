@@ -1,6 +1,6 @@
-// Reading range files. A file is not trusted: the walk from its end notes where the large payloads lie, and they are
-// read when all that says how large they may be is known.
-#include "dax3dpcl/range_file.h"
+// A file is not trusted: a walk from its end to its start notes the positions of the large payloads, which are read once
+// the sizes that they may have are known.
+#include "pcl/file/range_file_read.h"
 
 #include <algorithm>
 #include <array>
@@ -9,7 +9,7 @@
 #include <cstring>
 
 #include "frame/check.h"
-#include "pcl/range/range_chunks.h"
+#include "pcl/file/range_chunks.h"
 #include "pcl/record/range_record.h"
 #include "zur/memory.h"
 

@@ -1,7 +1,7 @@
 // The peer's filter works in place, and joins differences that are equal to the limit, too.
 #include <opencv2/calib3d.hpp>
 
-#include "bench/pcl/range/speckle_bench.h"
+#include "bench/pcl/filter/speckle_bench.h"
 #include "bench/support/opencv.h"
 
 namespace {

@@ -1,4 +1,5 @@
-// Range records from the images of an RGB-D camera.
+#include "pcl/record/range_rgbd.h"
+
 #include <cfloat>
 #include <cmath>
 #include <cstring>
@@ -6,6 +7,7 @@
 #include "dax3dpcl/record_check.h"
 #include "frame/check.h"
 #include "frame/rows.h"
+#include "pcl/record/range_calib.h"
 #include "pcl/record/range_record.h"
 #include "zur/memory.h"
 

@@ -1,6 +1,6 @@
 #include "dax3dpcl/speckle.h"
 
-#include "bench/pcl/range/speckle_bench.h"
+#include "bench/pcl/filter/speckle_bench.h"
 #include "bench/support/operation.h"
 
 namespace {
