@@ -1,5 +1,5 @@
-/* Levenberg-Marquardt, solved by conjugate gradients: J^T J is never formed, so that memory grows with elements, m and n
- * only. Loop, arguments and checks as of PRMT_LM_Process_f64. */
+/* Levenberg-Marquardt, solved by conjugate gradients: J^T J is never formed, so that memory grows with elements, m and
+ * n only. Loop, arguments and checks as of PRMT_LM_Process_f64. */
 #ifndef PRMT_LM_CG_H
 #define PRMT_LM_CG_H
 

@@ -7,8 +7,9 @@
 
 DAX_BEGIN_DECLS
 
-/* Adds to the n x n matrix H, whose values are 0, the normal matrix at x with lambda on its diagonal, and to b, which is 0,
- * the right-hand side -J^T r. Only elements on and below the diagonal count. The pattern is kept as for a Jacobian. */
+/* Adds to the n x n matrix H, whose values are 0, the normal matrix at x with lambda on its diagonal, and to b, which
+ * is 0, the right-hand side -J^T r. Only elements on and below the diagonal are used. The pattern is kept as for a
+ * Jacobian. */
 typedef int32_t (*PrmtNormalFunction)(const double* x, int32_t n, double lambda, void* user, PrmtMsp* h, double* b);
 
 typedef struct PrmtLmHmspFunctions {

@@ -48,10 +48,10 @@ class Generic : public ResidualSide {
   uint64_t* bytes_;
 };
 
-// The weights belong to the residuals: both are those of the point evaluated last until that is accepted.
+// Weights are kept like residuals: for the current and for the last evaluated point.
 class Huber : public Generic {
  public:
-  // `weights` has 2 m values, or is null where they do not fit.
+  // `weights` has 2 m values, or is null when the arena is too small.
   Huber(Arena& arena, int32_t n, int32_t m, const PrmtLmFunctions& functions, void* user, uint64_t* bytes,
         double threshold, double* weights)
       : Generic(arena, n, m, functions, user, bytes),

@@ -24,7 +24,7 @@ class Hmsp : public CallerProblem<PrmtLmHmspFunctions> {
 
   int32_t evaluate(const double* x, double* energy) { return functions().energy(copied(x), n(), m(), user(), energy); }
   void accept() {}
-  int32_t linearise(const double*) { return PRMT_STS_OK; }  // the matrix has the damping in it: see solve()
+  int32_t linearise(const double*) { return PRMT_STS_OK; }  // the matrix contains the damping: see solve()
 
   int32_t solve(const double* x, double lambda, double* step) {
     PrmtMsp given = h_;

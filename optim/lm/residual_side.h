@@ -1,4 +1,4 @@
-// Residuals and Jacobian of the variants that get them from callbacks.
+// Base of the variants whose callbacks give residuals and a Jacobian.
 #pragma once
 
 #include <cmath>
@@ -40,7 +40,7 @@ class ResidualSide : public CallerProblem<PrmtLmFunctions> {
 
  private:
   double* residuals_;  // at the current point
-  double* trial_;      // at the point evaluated last
+  double* trial_;      // at the last evaluated point
   PrmtMsp jacobian_;
 };
 

@@ -7,8 +7,8 @@
 
 namespace dax {
 
-// Analyses the elements on and below the diagonal of an n x n matrix and takes the factor's memory from the arena. Missing
-// diagonal elements count as 0. False when the arena is too small; it then knows the bytes needed.
+// Analyses the elements on and below the diagonal of an n x n matrix and takes the factor's memory from the arena.
+// Missing diagonal elements count as 0. False when the arena is too small; it then knows the bytes needed.
 bool analyse(Arena& arena, const PrmtMsp& matrix, PrmCholesky& factor);
 
 // Counts in a measuring arena the memory for any n x n matrix with this number of elements.

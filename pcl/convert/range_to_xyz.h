@@ -1,4 +1,4 @@
-// The conversions with a choice of kernels, and the workers by their names.
+// Conversions of range images with a choice of kernels, and workers after the checks.
 #pragma once
 
 #include <cstdint>

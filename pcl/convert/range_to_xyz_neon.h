@@ -44,7 +44,7 @@ inline float32x4x3_t fourPoints(const portable::PinholeRow& row, int32_t c, floa
   return {{vmulq_n_f32(vmulq_f32(dx, z), f.perFx), vmulq_n_f32(vmulq_n_f32(z, row.dy), f.perFy), z}};
 }
 
-// The sixteen points from column c on, one after the other.
+// Stores the sixteen points from column c on.
 template <class T, class Row>
 void storePoints(const Row& row, const T* values, int32_t c, float* to) {
   const float32x4x4_t v = loadFloats(values + c);
@@ -60,7 +60,7 @@ inline Validity validityOf(const uint8_t* mask) {
   return (low & high) == UINT64_MAX ? Validity::none : Validity::some;
 }
 
-// The valid ones of sixteen points, one after the other; returns their number.
+// Packs the valid ones of sixteen points; returns their number.
 inline int32_t packPoints(const float* points, const uint8_t* mask, float* to) {
   int32_t count = 0;
   for (int32_t k = 0; k < kBlock; ++k) {
@@ -93,7 +93,7 @@ float* packedRow(const Row& row, const T* values, const uint8_t* mask, int32_t c
       storePoints(row, values, c, points);
       points += 3 * kBlock;
     } else if (validity == Validity::some) {
-      // Nothing is written beyond the last valid point.
+      // Goes through a copy: nothing may be written beyond the last valid point.
       float all[3 * kBlock], valid[3 * kBlock];
       storePoints(row, values, c, all);
       const int32_t count = packPoints(all, mask + c, valid);

@@ -1,4 +1,4 @@
-// Pixels to points, any instruction set. Every operation is rounded to float: multiply, then add.
+// Pixels to points, any instruction set. Each operation is rounded to float; nothing is fused.
 #pragma once
 
 #include <cstdint>
@@ -23,7 +23,7 @@ struct Point {
   float x, y, z;
 };
 
-// The points of one row.
+// The points of one row, of either formula.
 struct GridRow {
   const GridFormula& f;
   float y;
@@ -41,7 +41,7 @@ struct PinholeRow {
   }
 };
 
-// Columns first..cols - 1 of a row: valid points to their places.
+// Writes the valid points of columns first..cols - 1 of a row to their places.
 template <class T, class Row>
 void organizedRow(const Row& row, const T* values, const uint8_t* mask, int32_t first, int32_t cols, float* points) {
   for (int32_t c = first; c < cols; ++c) {

@@ -4,7 +4,7 @@
 #include <bit>
 #include <cstdint>
 
-// Words and values are stored as they are in memory.
+// Chunks are written as they are in memory, and files are little-endian.
 static_assert(std::endian::native == std::endian::little);
 
 namespace dax {
@@ -21,7 +21,7 @@ enum RangeTag : uint32_t {
   kTagRange = 0x617D18DB,
 };
 
-// What follows every payload.
+// Follows each payload.
 struct ChunkTrailer {
   uint32_t tag;
   uint32_t size;
@@ -37,7 +37,7 @@ struct ColourHeader {
 };
 static_assert(sizeof(ColourHeader) == 16);
 
-// Colour formats as files have them.
+// Colour formats in files.
 constexpr uint32_t kFilePlanarColour = 0x2180021;
 constexpr uint32_t kFilePackedColour = 0x2180014;
 

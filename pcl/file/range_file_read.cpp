@@ -1,5 +1,5 @@
-// A file is not trusted: a walk from its end to its start notes the positions of the large payloads, which are read once
-// the sizes that they may have are known.
+// A file is not trusted: a walk from its end to its start notes the positions of the large payloads, which are read
+// once the sizes that they may have are known.
 #include "pcl/file/range_file_read.h"
 
 #include <algorithm>
@@ -27,7 +27,7 @@ class InputFile {
 
   bool isOpen() const { return file_; }
 
-  // -1 where the file cannot be positioned.
+  // -1 when the file is not seekable.
   int64_t length() { return std::fseek(file_, 0, SEEK_END) == 0 ? std::ftell(file_) : -1; }
 
   bool seek(int64_t position) { return std::fseek(file_, static_cast<long>(position), SEEK_SET) == 0; }
@@ -45,21 +45,21 @@ struct Payload {
   uint64_t size;
 };
 
-// The last one met of chunks that are read after the walk.
+// Position of a chunk that is read after the walk; a chunk nearer to the start of the file replaces it.
 struct LargePayload : Payload {
-  bool met;
+  bool found;
 };
 
-// A plane of a slot and what it can hold.
+// A plane of a slot and its capacity in bytes.
 class Plane {
  public:
   Plane(DAX3D_IMAGE_SLOT& slot, int index, uint64_t capacity)
       : owner_(slot.owner[index]), plane_(slot.image.plane[index]), capacity_(capacity) {}
 
-  // Whether there is no memory, or enough.
+  // Whether the plane has no memory yet, or enough.
   bool fits(uint64_t bytes) const { return !owner_ || capacity_ >= bytes; }
 
-  // Memory of at least `bytes`: what is there must do.
+  // Allocates `bytes`, or uses existing memory as it is; fails if that is too small.
   DaxStatus reserve(uint64_t bytes) {
     DAX_REQUIRE(fits(bytes), DAX_STS_FAILURE);
     if (!owner_) {
@@ -72,13 +72,13 @@ class Plane {
   }
 
   // Undoes reserve().
-  void giveBack() {
+  void release() {
     if (!fresh_) return;
     ZUR_Free(owner_);
     owner_ = plane_ = nullptr;
   }
 
-  // Reads from the file's position; what is not read, up to `bytes`, is zero.
+  // Reads `size` bytes from the file's position and clears the rest of `bytes`.
   DaxStatus load(InputFile& file, uint64_t size, uint64_t bytes) {
     const bool whole = file.read(owner_, size);
     if (!whole) size = 0;
@@ -94,7 +94,7 @@ class Plane {
   bool fresh_ = false;
 };
 
-// What a slot says that plane i has, in bytes.
+// Bytes of plane i by step and height of the slot.
 uint64_t statedBytes(const ZurImage& image, int i) {
   const uint64_t elements = pixelsOf({std::max(image.step[i], 0), std::max(image.height, 0)});
   return image.format == kValueFormat ? elements * sizeof(int16_t) : elements;
@@ -112,7 +112,7 @@ class RangeReader {
   }
 
  private:
-  // From the end of the file to its start, or to what is no chunk.
+  // Visits the chunks from the end of the file to its start, or until the rest is no chunk.
   DaxStatus walk() {
     int64_t end = file_.length();
     DAX_REQUIRE(end >= 0, DAX_STS_FAILURE);
@@ -123,17 +123,17 @@ class RangeReader {
       DAX_REQUIRE(file_.read(&trailer, sizeof(trailer)), DAX_STS_FILE_READ);
       end -= kTrailer + trailer.size;
       if (end < 0) break;
-      DAX_REQUIRE_OK(meet(trailer.tag, {end, trailer.size}));
+      DAX_REQUIRE_OK(visit(trailer.tag, {end, trailer.size}));
     }
     return DAX_STS_OK;
   }
 
-  DaxStatus meet(uint32_t tag, Payload payload) {
+  DaxStatus visit(uint32_t tag, Payload payload) {
     switch (tag) {
       case kTagWidth:
-        return meetSide(payload, width_, widthMet_);
+        return readSide(payload, width_, widthFound_);
       case kTagHeight:
-        return meetSide(payload, height_, heightMet_);
+        return readSide(payload, height_, heightFound_);
       case kTagScale:
         return readValue(payload, record_.scale);
       case kTagOffset:
@@ -143,12 +143,12 @@ class RangeReader {
       case kTagCalib:
         return readCalib(payload);
       case kTagRange:
-        return meetRange(payload);
+        return noteRange(payload);
       case kTagMask:
         if (payload.size > 0) mask_ = {payload, true};
         return DAX_STS_OK;
       case kTagColour:
-        return meetColour(payload);
+        return noteColour(payload);
       default:
         return DAX_STS_OK;
     }
@@ -163,11 +163,11 @@ class RangeReader {
     return DAX_STS_OK;
   }
 
-  DaxStatus meetSide(Payload payload, int32_t& side, bool& met) {
+  DaxStatus readSide(Payload payload, int32_t& side, bool& found) {
     int32_t value;
     DAX_REQUIRE_OK(readValue(payload, value));
-    if (!met) side = value;
-    met = true;
+    if (!found) side = value;
+    found = true;
     return DAX_STS_OK;
   }
 
@@ -181,7 +181,7 @@ class RangeReader {
     return DAX_STS_OK;
   }
 
-  DaxStatus meetRange(Payload payload) {
+  DaxStatus noteRange(Payload payload) {
     DAX_REQUIRE(static_cast<int64_t>(payload.size) / 2 == int64_t{width_} * height_ && payload.size % 2 == 0,
                 DAX_STS_FAILURE);
     DAX_REQUIRE(sidesFit({width_, height_}), DAX_STS_IMAGE_SIZE);
@@ -189,7 +189,7 @@ class RangeReader {
     return DAX_STS_OK;
   }
 
-  DaxStatus meetColour(Payload payload) {
+  DaxStatus noteColour(Payload payload) {
     DAX_REQUIRE(payload.size >= sizeof(ColourHeader), DAX_STS_FAILURE);
     DAX_REQUIRE(file_.readAt(payload.start, &colourHeader_, sizeof(ColourHeader)), DAX_STS_FILE_READ);
     const uint32_t width = colourHeader_.width, height = colourHeader_.height;
@@ -200,13 +200,13 @@ class RangeReader {
     return DAX_STS_OK;
   }
 
-  // A file with sides and without values describes the memory that the record already has.
+  // A file with sides but without values describes memory that the record already has.
   DaxStatus loadRange() {
     const ZurImage& image = record_.range.image;
-    if (!widthMet_ && !heightMet_) {
+    if (!widthFound_ && !heightFound_) {
       width_ = image.width;
       height_ = image.height;
-    } else if (widthMet_ && heightMet_) {
+    } else if (widthFound_ && heightFound_) {
       DAX_REQUIRE(sidesFit({width_, height_}), DAX_STS_IMAGE_SIZE);
     }
     const uint64_t bytes = statedPixels() * sizeof(int16_t);
@@ -214,28 +214,28 @@ class RangeReader {
   }
 
   DaxStatus loadMask() {
-    if (!mask_.met && record_.type != DAX3D_RANGE_WITH_MASK) return DAX_STS_OK;
+    if (!mask_.found && record_.type != DAX3D_RANGE_WITH_MASK) return DAX_STS_OK;
     return fill(record_.mask, kMaskFormat, mask_, std::max(mask_.size, statedPixels()));
   }
 
-  // A slot of one plane, which needs `bytes`.
+  // Fills a slot of one plane of `bytes`.
   DaxStatus fill(DAX3D_IMAGE_SLOT& slot, uint32_t format, const LargePayload& payload, uint64_t bytes) {
     Plane plane(slot, 0, statedBytes(slot.image, 0));
     DAX_REQUIRE(plane.fits(bytes), DAX_STS_FAILURE);
-    if (payload.met) DAX_REQUIRE_OK(plane.reserve(bytes));
+    if (payload.found) DAX_REQUIRE_OK(plane.reserve(bytes));
     setShape(slot.image, format, width_, height_);
-    if (!payload.met) return DAX_STS_OK;
+    if (!payload.found) return DAX_STS_OK;
     DAX_REQUIRE(file_.seek(payload.start), DAX_STS_FILE_READ);
     return plane.load(file_, payload.size, bytes);
   }
 
   DaxStatus loadColour() {
-    if (!colour_.met) return DAX_STS_OK;
+    if (!colour_.found) return DAX_STS_OK;
     const bool planar = colourHeader_.format == kFilePlanarColour || colourHeader_.format == kPlanarColour;
     const int planes = planar ? 3 : 1;
     const uint64_t pixels = uint64_t{colourHeader_.width} * colourHeader_.height;
     const uint64_t bytes = planar ? pixels : 3 * pixels;
-    // Whole pixels: up to two bytes may be left over.
+    // Whole pixels only: up to two bytes may remain.
     const uint64_t size = std::min(planar ? colour_.size / 3 : colour_.size, bytes);
     const ZurImage& image = record_.colour.image;
     Plane all[3] = {{record_.colour, 0, statedBytes(image, 0)},
@@ -252,11 +252,11 @@ class RangeReader {
     return DAX_STS_OK;
   }
 
-  // All or none, since the slot still says what it said before.
+  // All planes or none, since the slot still describes its old contents.
   static DaxStatus reserveAll(Plane* planes, int count, uint64_t bytes) {
     DaxStatus status = DAX_STS_OK;
     for (int i = 0; i < count && status == DAX_STS_OK; ++i) status = planes[i].reserve(bytes);
-    for (int i = 0; i < count && status != DAX_STS_OK; ++i) planes[i].giveBack();
+    for (int i = 0; i < count && status != DAX_STS_OK; ++i) planes[i].release();
     return status;
   }
 
@@ -273,7 +273,7 @@ class RangeReader {
   InputFile& file_;
   DAX3D_RANGE_V4& record_;
   int32_t width_ = 0, height_ = 0;
-  bool widthMet_ = false, heightMet_ = false;
+  bool widthFound_ = false, heightFound_ = false;
   LargePayload range_ = {}, mask_ = {}, colour_ = {};
   ColourHeader colourHeader_ = {};
 };

@@ -15,8 +15,8 @@
 namespace dax {
 namespace {
 
-// The file that is written: one under a temporary name beside the wanted one, which it replaces when all went well, or,
-// where that is no regular file, the wanted one itself.
+// Writes to a temporary file in the same folder, which replaces `path` on success; directly to `path` if that exists
+// and is not a regular file.
 class OutputFile {
  public:
   explicit OutputFile(const char* path) : path_(path) {
@@ -37,7 +37,7 @@ class OutputFile {
 
   void write(const void* data, uint64_t bytes) { failed_ |= std::fwrite(data, 1, bytes, file_) != bytes; }
 
-  // Whether everything is in the file of the wanted name; else that is as it was, where it is a regular file.
+  // Completes the file; returns whether everything was written. On failure a regular file at `path` is unchanged.
   bool commit() {
     failed_ |= std::fflush(file_) != 0;
     if (temporary_[0] != '\0') failed_ |= fsync(fileno(file_)) != 0;
@@ -50,7 +50,7 @@ class OutputFile {
   }
 
  private:
-  // The names that other threads and programs have taken are passed over.
+  // Tries up to 1000 names, because other threads and programs may have taken some.
   void openTemporary() {
     const size_t length = std::strlen(path_);
     if (length == 0 || length > sizeof(temporary_) - kSuffixRoom) return;
@@ -73,11 +73,11 @@ class OutputFile {
     temporary_[0] = '\0';
   }
 
-  static constexpr size_t kSuffixRoom = 40;
+  static constexpr size_t kSuffixRoom = 40;  // ".<process>-<number>.tmp"
   const char* path_;
   std::FILE* file_ = nullptr;
   bool failed_ = false;
-  char temporary_[4096 + kSuffixRoom] = "";
+  char temporary_[4096 + kSuffixRoom] = "";  // 4096: PATH_MAX of Linux
 };
 
 void writeTrailer(OutputFile& file, RangeTag tag, uint64_t size) {
@@ -101,7 +101,7 @@ void writeColour(OutputFile& file, const DAX3D_IMAGE_SLOT& colour) {
   writeTrailer(file, kTagColour, sizeof(header) + 3 * pixels);
 }
 
-// Which chunks a file gets beside range values and geometry.
+// Optional chunks; `rest`: calibration and type.
 struct Contents {
   bool mask, colour, rest;
 };
@@ -124,7 +124,7 @@ DaxStatus writeFile(const char* path, const DAX3D_RANGE_V4& record, Contents con
   return DAX_STS_OK;
 }
 
-// Range slot and, where it is written, mask slot.
+// Checks the range slot and, if it is written, the mask slot.
 DaxStatus checkGrid(const char* path, const DAX3D_RANGE_V4* record, bool maskOptional) {
   DAX_REQUIRE(path && record && record->range.owner[0] && record->range.image.plane[0], DAX_STS_NULL_POINTER);
   const ZurImage &range = record->range.image, &mask = record->mask.image;

@@ -15,7 +15,7 @@
 namespace dax {
 namespace {
 
-// Memory for one label, one pixel position of two words and one byte for each pixel.
+// For each pixel 4 bytes for a parent, 8 for start and size of a run, and 1 for the words of a row.
 struct SpeckleBuffer {
   explicit SpeckleBuffer(DaxiSize size)
       : pixels(pixelsOf(size)),
@@ -23,7 +23,7 @@ struct SpeckleBuffer {
         startsAndSizes(layout.add<uint32_t[2]>(pixels)),
         words(layout.add<uint8_t>(pixels)) {}
 
-  // A row's words need 3/8 of a byte a pixel, and at least 24 bytes: less than round128(pixels) in any case.
+  // The words of a row need 24 bytes for each 64 pixels or part of them: never more than pixels rounded up to 128.
   RunTable in(void* buffer) const {
     uint32_t* const starts = *startsAndSizes.in(buffer);
     return {parents.in(buffer), starts, starts + pixels, reinterpret_cast<RowWord*>(words.in(buffer))};
@@ -70,7 +70,7 @@ SpeckleRegions findRegions(DaxiSize size, const T* src, int32_t maxDiff, T inval
   return regions;
 }
 
-// Up to the next run all other pixels are invalid, so a run is cleared up to there, or to the end of its row.
+// The pixels between two runs are invalid already, so a run is cleared up to the next one or the end of its row.
 template <class T>
 void clearSpeckles(const SpeckleRegions& regions, DaxiSize size, T* dst, DAX3DPCL_PIXEL start, DAX3DPCL_PIXEL end,
                    uint32_t maxSize, T invalid) {

@@ -12,7 +12,7 @@ struct Lanes16u {
   static uint16x8_t same(uint16x8_t a, uint16_t b) { return vceqq_u16(a, vdupq_n_u16(b)); }
 };
 
-// The difference of signed values is taken modulo 2^16, where it is right.
+// The absolute difference of signed values wraps modulo 2^16; as an unsigned number it is exact.
 struct Lanes16s {
   static int16x8_t load(const int16_t* from) { return vld1q_s16(from); }
   static uint16x8_t difference(int16x8_t a, int16x8_t b) { return vreinterpretq_u16_s16(vabdq_s16(a, b)); }
@@ -26,7 +26,7 @@ inline Lanes16s lanesOf(int16_t) {
   return {};
 }
 
-// One byte a flag, from two vectors of them.
+// Narrows two vectors of 16-bit flags to one byte for each flag.
 inline uint8x16_t flags(uint16x8_t low, uint16x8_t high) {
   return vuzp1q_u8(vreinterpretq_u8_u16(low), vreinterpretq_u8_u16(high));
 }
@@ -49,7 +49,7 @@ uint64_t validBits64(const T* row, T invalid) {
                      flags(same(48), same(56)));
 }
 
-// Where there is a pixel before the first and a row above; the bit of likeLeft that tells of it may be meaningless.
+// For words with a row above. row[-1] must be readable; at the start of a row its likeLeft bit is meaningless.
 template <class T>
 PixelBits pixelBits64(const T* row, const T* above, const Likeness<T>& likeness) {
   return {validBits64(row, likeness.invalid), alikeBits64(row, row - 1, likeness.maxDifference),

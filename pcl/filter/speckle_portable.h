@@ -1,4 +1,4 @@
-// What connects pixels, as bits, any instruction set.
+// Bits of valid and similar pixels, any instruction set.
 #pragma once
 
 #include <cstdint>
@@ -8,7 +8,7 @@
 
 namespace dax {
 
-// Values that differ by at most maxDifference are alike.
+// Values that differ by at most maxDifference are similar.
 template <class T>
 struct Likeness {
   uint16_t maxDifference;
@@ -22,7 +22,7 @@ uint64_t alike(T a, T b, const Likeness<T>& likeness) {
   return std::abs(int32_t{a} - int32_t{b}) <= likeness.maxDifference;
 }
 
-// The first pixel of the row has no left neighbour, the first row (above null) no row above: those bits are 0.
+// The likeLeft bit of the first pixel of a row and the likeAbove bits of the first row (above null) are 0.
 template <class T>
 PixelBits pixelBits(const T* row, const T* above, bool hasLeft, int32_t n, const Likeness<T>& likeness) {
   PixelBits bits = {};

@@ -1,4 +1,4 @@
-// The regions of an image: runs of connected pixels in rows, joined by a union-find where rows touch.
+// Connected regions of an image: runs of connected pixels in each row, joined by a union-find with the runs above.
 #pragma once
 
 #include <bit>
@@ -6,26 +6,26 @@
 
 namespace dax {
 
-// Bit i tells of pixel i of up to 64 in a row.
+// Up to 64 pixels of a row; bit i belongs to pixel i.
 struct PixelBits {
   uint64_t valid;      // not the invalid value
-  uint64_t likeLeft;   // differs little from its left neighbour
-  uint64_t likeAbove;  // differs little from the pixel above
+  uint64_t likeLeft;   // similar to its left neighbour
+  uint64_t likeAbove;  // similar to the pixel above
 };
 
-// What the row above left behind, 64 pixels a word.
+// 64 pixels of the row above.
 struct RowWord {
   uint64_t valid;
   uint64_t joined;  // to the left neighbour
   uint64_t starts;  // of runs
 };
 
-// Memory for as many runs as there are pixels, and for the words of a row. Runs are numbered in raster order; the
-// parent of a run is never a later one.
+// Memory for as many runs as pixels, and for the words of a row. Runs are numbered in raster order; the parent of a run
+// is the run itself or an earlier one.
 struct RunTable {
   uint32_t* parent;
-  uint32_t* start;  // pixel, counted from the image's first
-  uint32_t* size;   // valid pixels before the run; in the end, of roots, the pixels of the region
+  uint32_t* start;  // index of its first pixel
+  uint32_t* size;   // number of valid pixels before the run; after finish(), of a root, the pixels of its region
   RowWord* words;
 };
 
@@ -43,14 +43,14 @@ class SpeckleRegions {
     leftValid_ = leftLinked_ = 0;
   }
 
-  // Pixels pixel.. of the image, whose bits are given: word `index` of the row.
+  // Adds word `index` of the row, whose first pixel has the index `pixel` in the image.
   void addWord(const PixelBits& bits, int32_t index, uint32_t pixel) {
     RowWord& above = t_.words[index];
     const uint64_t valid = bits.valid;
     const uint64_t joined = bits.likeLeft & valid & (valid << 1 | leftValid_);
     const uint64_t linked = bits.likeAbove & valid & above.valid;
     const uint64_t starts = valid & ~joined;
-    // A link beside another one between the same two runs says nothing new.
+    // Skip a link whose left neighbour links the same two runs.
     const uint64_t news = linked & ~((linked << 1 | leftLinked_) & joined & above.joined);
 
     const uint32_t before = count_;
@@ -88,7 +88,7 @@ class SpeckleRegions {
 
   void addLinks(uint64_t links, uint32_t before, uint64_t starts, uint64_t startsAbove) {
     for (; links != 0; links &= links - 1) {
-      // All bits up to the lowest one.
+      // The lowest set bit and all below it.
       const uint64_t upTo = links ^ (links - 1);
       const auto run = before + static_cast<uint32_t>(std::popcount(starts & upTo)) - 1;
       const auto above = aboveFirst_ + static_cast<uint32_t>(std::popcount(startsAbove & upTo)) - 1;
@@ -96,7 +96,7 @@ class SpeckleRegions {
     }
   }
 
-  // Path halving.
+  // Find with path halving.
   uint32_t rootOf(uint32_t run) {
     while (t_.parent[run] != run) {
       t_.parent[run] = t_.parent[t_.parent[run]];
@@ -120,7 +120,7 @@ class SpeckleRegions {
   uint32_t rowFirst_ = 0;    // first run of the row
   uint32_t aboveFirst_ = 0;  // first run of the row above that starts in this word
   uint32_t validBefore_ = 0;
-  uint64_t leftValid_ = 0, leftLinked_ = 0;  // of the last pixel of the word before
+  uint64_t leftValid_ = 0, leftLinked_ = 0;  // of the last pixel of the previous word
 };
 
 }  // namespace dax

@@ -1,4 +1,4 @@
-// What the functions on range records share: formats, alignment, slots, workers.
+// Formats, alignment and slots of range records, and workers after the checks.
 #pragma once
 
 #include <cstdint>
@@ -19,7 +19,7 @@ inline bool sidesFit(DaxiSize size) {
   return atLeast(size, 1) && atMost(size, DAX3D_MAX_SIDE);
 }
 
-// The slot's only plane is at this address, and owned.
+// Makes a block the only plane of a slot, owned by it.
 inline void setPlane(DAX3D_IMAGE_SLOT& slot, void* plane) {
   slot.owner[0] = slot.image.plane[0] = plane;
 }

@@ -6,8 +6,8 @@
 
 namespace dax {
 
-// The k nearest points of each query; returns the number found for the last one. The stack has 16 bytes for each point of
-// the tree, in three dimensions 24.
+// The k nearest points of each query; returns the number found for the last one. The stack has 16 bytes for each point
+// of the tree, in three dimensions 24.
 int32_t searchNearest(const KdView& tree, const KdNearestCall& call, void* stack, int32_t isa);
 
 // Number of neighbours that a search for k of them finds.

@@ -39,7 +39,7 @@ struct WithinRadiusInSpace : WithinRadius {
   }
 };
 
-// In other dimensions the first axes count, up to three of them.
+// In other dimensions only the first three axes count.
 struct WithinRadiusAnywhere : WithinRadius {
   bool leaf(uint32_t lo, uint32_t hi) {
     for (uint32_t i = lo; i < hi; ++i) {

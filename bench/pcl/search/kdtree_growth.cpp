@@ -86,12 +86,12 @@ void printGrowth(int32_t row) {
       {"points", "build ms", "build ns", "16 nearest ns", "nearest, shifted ns", "radius 1 ns", "normals ns"});
   for (const int32_t n : {1000, 10000, 100000, 500000, 2000000}) {
     if (row != 0 && row != n) continue;
-    constexpr int32_t kMost = 64;
-    Scene scene(n, kMost, 1);
+    constexpr int32_t kMax = 64;
+    Scene scene(n, kMax, 1);
     const double perPoint = 1e6 / n, build = least(kRounds, [&] { scene.build(); });
     const double nearest = least(kRounds, [&] { scene.nearest(bench::kNeighbours); });
     const double shifted = least(kRounds, [&] { scene.shifted(); });
-    const double radius = least(kRounds, [&] { scene.radius(kMost); });
+    const double radius = least(kRounds, [&] { scene.radius(kMax); });
     std::printf("| %d | %.2f | %.0f | %.0f | %.0f | %.0f | %.0f |\n", n, build, build * perPoint, nearest * perPoint,
                 shifted * perPoint, radius * perPoint, normals(n) * perPoint);
   }
