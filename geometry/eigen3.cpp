@@ -13,9 +13,9 @@ double determinant(const Symmetric3<double>& a) {
   return a.xx * (a.yy * a.zz - a.yz * a.yz) - a.xy * (a.xy * a.zz - a.yz * a.xz) + a.xz * (a.xy * a.yz - a.yy * a.xz);
 }
 
-// An eigenvector is orthogonal to the rows of A - value I: the longest cross product of two rows. Its length is the product
-// of the gaps to the other eigenvalues, its rounding error about DBL_EPSILON largest^2. False where fewer than about six
-// digits are left.
+// An eigenvector is orthogonal to the rows of A - value I: the longest cross product of two rows. Its length is the
+// product of the gaps to the other eigenvalues, its rounding error about DBL_EPSILON largest^2. False where fewer than
+// about six digits are left.
 bool eigenvector(const Symmetric3<double>& a, double value, double largest, Vector3& vector) {
   const Vector3 rows[3] = {{a.xx - value, a.xy, a.xz}, {a.xy, a.yy - value, a.yz}, {a.xz, a.yz, a.zz - value}};
   const Vector3 products[3] = {cross(rows[0], rows[1]), cross(rows[0], rows[2]), cross(rows[1], rows[2])};

@@ -19,7 +19,8 @@ struct Eigenvalues3 {
 // m + 2 p cos(t + 2 pi i / 3), where cos(3 t) = det(B / p) / 2.
 Eigenvalues3 eigenvalues(const Symmetric3<double>& a);
 
-// A unit eigenvector of the smallest eigenvalue: any of them if the two smaller ones are equal, {0, 0, 1} if all three are.
+// A unit eigenvector of the smallest eigenvalue: any of them if the two smaller ones are equal, {0, 0, 1} if all three
+// are.
 Vector3 smallestAxis(const Symmetric3<double>& a, const Eigenvalues3& values);
 
 }  // namespace dax

@@ -59,7 +59,7 @@ struct Inspection {
   uint8_t low = 0;  // levels that the threshold applied
   uint8_t high = 0;
   uint32_t regions = 0;         // before selection
-  std::vector<BlobInfo> blobs;  // their domain pointers are void
+  std::vector<BlobInfo> blobs;  // their domain pointers are not valid
   std::vector<Rejection> rejected;
   std::vector<Contour> contours;
   bool scored = false;
