@@ -86,6 +86,7 @@ DAX_WIDE_DIFFERENCES(int16x8_t, int32x4_t, s16, s32)
 #undef vld1q_u16_x4
 #undef vld1q_s16_x4
 #undef vld1q_u32_x4
+#undef vld1q_s32_x4
 #undef vld1q_f32_x4
 #define DAX_FOUR_VECTORS(T, FOUR, SUFFIX)                                                          \
   inline FOUR vld1q_##SUFFIX##_x4(const T* from) {                                                 \
@@ -101,6 +102,7 @@ DAX_FOUR_VECTORS(uint8_t, uint8x16x4_t, u8)
 DAX_FOUR_VECTORS(uint16_t, uint16x8x4_t, u16)
 DAX_FOUR_VECTORS(int16_t, int16x8x4_t, s16)
 DAX_FOUR_VECTORS(uint32_t, uint32x4x4_t, u32)
+DAX_FOUR_VECTORS(int32_t, int32x4x4_t, s32)
 DAX_FOUR_VECTORS(float, float32x4x4_t, f32)
 #undef DAX_FOUR_VECTORS
 

@@ -4,7 +4,8 @@
 
 #include "frame/rows.h"
 #include "geometry/vector2.h"
-#include "image/pixel/workers_8u.h"
+#include "image/pixel/copy.h"
+#include "image/rank/filter_median3x3.h"
 
 namespace dax {
 

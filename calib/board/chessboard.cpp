@@ -10,7 +10,6 @@
 #include "frame/math.h"
 #include "frame/memory/work_buffer.h"
 #include "image/morphology/erode3x3.h"
-#include "image/pixel/workers_8u.h"
 #include "measure/blob/blob_find.h"
 
 static_assert(sizeof(ChessboardPatternSize) == 8 && sizeof(DaxiPoint32f) == 8);

@@ -4,7 +4,8 @@
 #include "calib/board/chessboard.h"
 #include "frame/cpu_feature.h"
 #include "frame/rows.h"
-#include "image/pixel/workers_8u.h"
+#include "image/pixel/logic.h"
+#include "image/threshold/threshold.h"
 #include "image/window/window_sums.h"
 
 namespace dax {

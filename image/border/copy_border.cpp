@@ -3,14 +3,11 @@
 #include <algorithm>
 
 #include "frame/check.h"
-#include "frame/cpu_feature.h"
+#include "frame/dispatch.h"
 #include "frame/pixel_types.h"
 #include "frame/rows.h"
 #include "image/border/copy_border.h"
-#include "image/border/copy_border_portable.h"
-#if DAX_HAVE_NEON
 #include "image/border/copy_border_neon.h"
-#endif
 
 namespace dax {
 namespace {
@@ -18,14 +15,6 @@ namespace {
 // Only reversed runs have a twin; copies and fills are the C library's.
 template <class T>
 using ReverseRun = void (*)(T* dst, const T* src, ptrdiff_t n);
-
-template <class T>
-ReverseRun<T> pickReverseRun([[maybe_unused]] int32_t isa) {
-#if DAX_HAVE_NEON
-  if (usesNeon(isa)) return neon::reverseRun<T>;
-#endif
-  return portable::reverseRun<T>;
-}
 
 // Copies every source row into place and lets fillSides(srcRow, dstPixel) write the border left and right of it, where
 // dstPixel is the row's first source pixel in the destination.
@@ -117,7 +106,7 @@ void copyReplicateBorder(const T* src, int32_t srcStep, T* dst, int32_t dstStep,
 template <class T>
 void copyFoldBorder(const T* src, int32_t srcStep, T* dst, int32_t dstStep, const BorderGeometry& g, FoldRule rule,
                     int32_t isa) {
-  const ReverseRun<T> reverseRun = pickReverseRun<T>(isa);
+  const ReverseRun<T> reverseRun = usesNeon(isa) ? neon::reverseRun<T> : portable::reverseRun<T>;
   const int32_t length = g.src.width - rule.skip;
   copyRows(src, srcStep, dst, dstStep, g, [&](const T* row, T* pixel) {
     foldLeft(pixel, g.left, row + rule.skip, length, rule.alternates, reverseRun);

@@ -54,10 +54,11 @@ inline bool keepWhereSet(const uint8_t* centre, const uint8_t* neighbour, uint8_
 }
 
 // Both passes at once, for n pixels inside a row: the row pass of `src` into rows.below, and the column pass of the
-// three rows into dst.
-inline bool erodeSweep(const uint8_t* src, const SweepRows& rows, uint8_t* dst, const uint8_t* old, int32_t n) {
+// three rows into dst. With kCompare it returns whether the result differs from `old`, else false.
+template <bool kCompare>
+bool erodeSweep(const uint8_t* src, const SweepRows& rows, uint8_t* dst, const uint8_t* old, int32_t n) {
   erodeRun(src, rows.below, n, src[-1]);
-  return erodeAcross(rows.above, rows.centre, rows.below, dst, old, n);
+  return erodeAcross(rows.above, rows.centre, rows.below, dst, old, n) && kCompare;
 }
 
 }  // namespace dax::portable

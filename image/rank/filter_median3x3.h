@@ -1,4 +1,4 @@
-// The 3 x 3 median of a band of rows.
+// The 3 x 3 median, unchecked, with a choice of kernels.
 #pragma once
 
 #include <cstdint>
@@ -14,3 +14,7 @@ void filterMedian3x3(const T* src, int32_t srcStep, T* dst, int32_t dstStep, Dax
                      int32_t isa);
 
 }  // namespace dax
+
+// All rows.
+extern "C" void _DAXI_FilterMedian3x3_8u_C1R(const uint8_t* src, int32_t srcStep, uint8_t* dst, int32_t dstStep,
+                                             DaxiSize size, int32_t isa);

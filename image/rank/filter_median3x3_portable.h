@@ -10,6 +10,26 @@
 #include <cstdint>
 #include <limits>
 
+#include "dax/types.h"
+#include "frame/rows.h"
+
+namespace dax {
+
+// Source and destination of a median; rows outside the image repeat its first or last row.
+template <class T>
+struct MedianImages {
+  const T* src;
+  int32_t srcStep;
+  T* dst;
+  int32_t dstStep;
+  DaxiSize size;
+
+  const T* srcRow(int32_t y) const { return rowAt(src, srcStep, std::clamp(y, 0, size.height - 1)); }
+  T* dstRow(int32_t y) const { return rowAt(dst, dstStep, y); }
+};
+
+}  // namespace dax
+
 namespace dax::portable {
 
 // Pixels as integers of the same order; floats as by totalOrder: the bits of negative ones count backwards.
@@ -97,6 +117,17 @@ void medianRow(const T* const (&rows)[3], T* dst, int32_t first, int32_t width) 
     const int32_t count = std::min(SortedColumns<T>::kPixels, width - x);
     SortedColumns<T>(rows, x, count, width).storeMedians(dst + x, count);
   }
+}
+
+template <class T>
+void medianRow(const MedianImages<T>& images, int32_t y) {
+  medianRow<T>({images.srcRow(y - 1), images.srcRow(y), images.srcRow(y + 1)}, images.dstRow(y), 0, images.size.width);
+}
+
+// Rows first..end - 1 of the result.
+template <class T>
+void medianRows(const MedianImages<T>& images, int32_t first, int32_t end) {
+  for (int32_t y = first; y < end; ++y) medianRow(images, y);
 }
 
 }  // namespace dax::portable

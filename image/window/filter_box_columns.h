@@ -9,9 +9,17 @@
 #include <algorithm>
 #include <cstdint>
 
+#include "dax/types.h"
 #include "frame/rows.h"
 
 namespace dax {
+
+// Room for `count` sums.
+template <class Sum>
+struct BoxSums {
+  Sum* first;
+  uint32_t count;
+};
 
 // Columns next to each other, of which as many are done at a time as fit the buffer.
 template <class Sum>
@@ -106,5 +114,24 @@ class BoxChains {
   int32_t radius_;
   Sum* kept_;
 };
+
+// The column pass of a whole image, strip by strip.
+template <class Sum>
+void boxColumns(Sum* dst, int32_t dstStep, DaxiSize size, int32_t radius, BoxSums<Sum> room,
+                const BoxColumnKernels<Sum>& kernels) {
+  const int32_t ringRows = BoxRing<Sum>::rows(radius), chainRows = BoxChains<Sum>::rows(size.height, radius);
+  // At least 1, since a window is lower than the image.
+  int32_t strip = static_cast<int32_t>(room.count) / std::min(ringRows, chainRows);
+  if (strip > 16) strip -= strip % 16;
+  for (int32_t x = 0; x < size.width;) {
+    const BoxStrip<Sum> columns{dst + x, dstStep, size.height, std::min(strip, size.width - x)};
+    if (ringRows <= chainRows) {
+      BoxRing<Sum>(columns, radius, room.first).run(kernels);
+    } else {
+      BoxChains<Sum>(columns, radius, room.first).run(kernels);
+    }
+    x += columns.width;
+  }
+}
 
 }  // namespace dax

@@ -3,6 +3,8 @@
 
 #include <cstdint>
 
+#include "frame/check.h"
+
 namespace dax {
 
 // One dimension of a window of n: so many pixels before and after the centre. Even ones reach further before it.
@@ -14,6 +16,10 @@ struct WindowReach {
 // Index of the pixel i of a row or column that goes on symmetrically: -1 is 0, n is n - 1.
 inline int64_t mirrored(int64_t i, int64_t n) {
   return i < 0 ? -1 - i : i < n ? i : 2 * n - 1 - i;
+}
+
+inline bool maskFits(DaxiSize mask, DaxiSize size) {
+  return atLeast(mask, 1) && mask.width <= size.width && mask.height <= size.height;
 }
 
 }  // namespace dax

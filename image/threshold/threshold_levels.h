@@ -1,0 +1,32 @@
+// Levels of thresholds, found from histograms, and the ramps of soft ones.
+#pragma once
+
+#include <cstdint>
+
+#include "image/statistics/histogram.h"
+
+namespace dax {
+
+// The level of greatest between-class variance.
+uint8_t otsuLevel(const Histogram& counts);
+
+// Levels between which a soft threshold rises; equal levels are a hard threshold.
+struct LevelPair {
+  uint8_t low;
+  uint8_t high;
+};
+
+struct TailPositions {
+  float darkTail;
+  float brightTail;
+  float lowPos;
+  float highPos;
+};
+
+// Levels found from the tails of a histogram.
+LevelPair relativeLevels(const Histogram& counts, const TailPositions& tails);
+
+// The step 0..soft + 1 that a level takes on the ramp.
+int32_t rampStep(int32_t level, LevelPair levels, uint32_t soft);
+
+}  // namespace dax
