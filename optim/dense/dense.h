@@ -1,4 +1,4 @@
-// Dense kernels. Matrices lie column by column, `ld` doubles from one column to the next.
+// Dense kernels. Matrices are column-major, with `ld` doubles from one column to the next.
 #pragma once
 
 #include <cfloat>

@@ -69,7 +69,7 @@ inline bool allFinite(const double* v, int32_t n) {
   return std::all_of(v, v + n, [](double value) { return std::isfinite(value); });
 }
 
-// The settings of a call; writes the defaults into the caller's record when it asks for them.
+// The settings of a call; writes the defaults into the caller's record if useDefaults is 1.
 inline PrmtLmParam readSettings(PrmtLmParam* param) {
   if (param->useDefaults == 1) *param = {1e-6, 1e-6, 500, 1e-6, 0.01, 10.0, param->verbose, param->useDefaults};
   return *param;

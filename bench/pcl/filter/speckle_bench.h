@@ -1,4 +1,4 @@
-// Range images to measure on.
+// Range images for the measurements.
 #pragma once
 
 #include <cstdlib>
@@ -28,7 +28,7 @@ inline Image<int16_t> speckledSurface() {
   return surface;
 }
 
-// Every difference is as likely as any other: hardly two pixels are connected.
+// Uniformly distributed values: hardly any two pixels are connected.
 inline Image<int16_t> noiseSurface() {
   Image<int16_t> image = noise<int16_t>();
   for (int16_t& value : *image.pixels) value = static_cast<int16_t>(value * 100 - 12000);

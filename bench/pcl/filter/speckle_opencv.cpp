@@ -1,4 +1,4 @@
-// The peer's filter works in place, and joins differences that are equal to the limit, too.
+// The peer's filter works in place and also connects pixels whose difference equals the limit.
 #include <opencv2/calib3d.hpp>
 
 #include "bench/pcl/filter/speckle_bench.h"

@@ -34,7 +34,7 @@ bench::Task prepareBuild() {
   return {[=] { tree->build(); }};
 }
 
-// The k nearest of every query; distances are those of every exact search.
+// The k nearest neighbours of each query; any exact search finds the same distances.
 bench::Task prepareNearest(std::vector<float> queries, int32_t k) {
   const auto tree = std::make_shared<Tree>();
   const auto indices =

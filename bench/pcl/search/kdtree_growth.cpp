@@ -1,5 +1,5 @@
-// How the KD-tree and the normals grow: from a thousand to two million points, with the number of neighbours, and on the
-// host's pool. Prints the tables of docs/performance.md, or one of them, or one row. Native only.
+// Scaling of the KD-tree and the normals: with the number of points, a thousand to two million, with the number of
+// neighbours, and on the host's pool. Prints the tables of docs/performance.md, one of them, or one row. Native only.
 //
 // usage: kdtree_growth [pool | points [N] | neighbours [K]]
 #include <cstdio>
@@ -26,7 +26,7 @@ Memory allocate(Query query, Arguments... arguments) {
   return Memory(new uint8_t[bytes]);
 }
 
-// A tree of the second generation, and room for the results of a search for all its points.
+// A tree of the second generation and memory for the results of a search for all its points.
 class Scene {
  public:
   Scene(int32_t n, int32_t k, uint32_t threads)
@@ -80,7 +80,7 @@ double normals(int32_t n) {
   });
 }
 
-// A row of 0 stands for all.
+// Row 0: all rows.
 void printGrowth(int32_t row) {
   bench::printHead(
       {"points", "build ms", "build ns", "16 nearest ns", "nearest, shifted ns", "radius 1 ns", "normals ns"});

@@ -50,8 +50,8 @@ struct InspectionSettings {
   bool byClass = false;  // the grey value is the class: no threshold
   BlobSelectV4Cfg select{};
   std::shared_ptr<const GreyImage> outsideMask;  // null: none
-  bool rejected = false;                         // wanted
-  bool contours = false;                         // wanted
+  bool rejected = false;                         // report rejected blobs
+  bool contours = false;                         // compute contours
 };
 
 struct Inspection {
