@@ -291,6 +291,21 @@ TEST_F(Quads, SurplusFallsByTwo) {
   }
 }
 
+// A square behind the short side, which would have a single dark one there, and a line of them.
+TEST_F(Quads, SquaresBesideTheBoard) {
+  for (const auto& [more, left] : {std::pair{1, 8}, {2, 0}}) {
+    quads_.clear();
+    points_.clear();
+    addBoard(2, 4);
+    if (more == 1) add(122, 78);
+    if (more == 2) add(78, 122), add(78, 166);
+    link();
+    const GroupScratch at = scratch();
+    DAXI_ChessboardCorner_order_connected_quads(&table_, &group_, {2, 4}, &at);
+    EXPECT_EQ(group_.count, left);
+  }
+}
+
 TEST_F(Quads, BoardIsReadRowByRow) {
   const ChessboardPatternSize pattern{5, 4};
   addBoard(5, 4);
