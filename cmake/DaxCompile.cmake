@@ -1,4 +1,4 @@
-# Compiler settings of every target, and dax_objects(): the objects of one folder of the library.
+# Compiler settings of every target, and of the library's own objects.
 
 add_library(dax_settings INTERFACE)
 # No fused multiply-add: results are the same on every machine.
@@ -40,15 +40,3 @@ target_compile_options(
   dax_library_settings
   INTERFACE $<$<COMPILE_LANGUAGE:CXX>:-fno-exceptions -fno-rtti -fno-threadsafe-statics -fno-asynchronous-unwind-tables>
             -fvisibility=hidden -fno-math-errno)
-
-# dax_objects(FOLDER file...): compiles the files and adds them to the library and to the tests. The global property
-# DAX_SOURCES lists them all, for a build of another kind.
-add_library(dax_all_objects INTERFACE)
-function(dax_objects folder)
-  add_library(dax_${folder} OBJECT ${ARGN})
-  target_link_libraries(dax_${folder} PRIVATE dax_library_settings)
-  target_compile_definitions(dax_${folder} PRIVATE DAX_HAVE_NEON=${dax_neon})
-  list(TRANSFORM ARGN PREPEND ${CMAKE_CURRENT_SOURCE_DIR}/ OUTPUT_VARIABLE sources)
-  set_property(GLOBAL APPEND PROPERTY DAX_SOURCES ${sources})
-  target_sources(dax_all_objects INTERFACE $<TARGET_OBJECTS:dax_${folder}>)
-endfunction()

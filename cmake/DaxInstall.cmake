@@ -2,7 +2,8 @@
 # are those of the Debian packages (DaxPackages.cmake).
 install(TARGETS dax EXPORT dax LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT library
                                        NAMELINK_COMPONENT development)
-install(DIRECTORY include/ DESTINATION ${CMAKE_INSTALL_INCLUDEDIR} COMPONENT development PATTERN daxhost.h EXCLUDE)
+install(DIRECTORY include/ ${PROJECT_BINARY_DIR}/include/ DESTINATION ${CMAKE_INSTALL_INCLUDEDIR} COMPONENT development
+        FILES_MATCHING PATTERN "*.h" PATTERN daxhost.h EXCLUDE)
 if(DAX_BUILD_HOST)
   install(TARGETS daxhost EXPORT dax LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT host
                                              NAMELINK_COMPONENT development)

@@ -8,7 +8,8 @@
 #include <string_view>
 
 #include "fuzz/memory_file.h"
-#include "tools/dax/point_rows.h"
+#include "fuzz/seeds.h"
+#include "tools/dax/cloud/point_rows.h"
 
 namespace dax::fuzz {
 
@@ -33,6 +34,19 @@ inline void expectRoundTrip(const uint8_t* data, size_t size, CloudReader read, 
     const tool::Cloud back = read(write(cloud, text));
     require(back.points == cloud.points && back.normals == cloud.normals && back.dropped == 0);
   }
+}
+
+// A cloud with and without normals, in both forms.
+template <class Write>
+std::vector<Seed> cloudSeeds(Write write) {
+  std::vector<Seed> all;
+  tool::Cloud cloud = {{1, 2, 3, -4.5f, 0, 1e-7f, 7, 8, 9e9f}, {}, 0};
+  for (const char* const name : {"points", "normals"}) {
+    if (name[0] == 'n') cloud.normals = {0, 0, 1, 0, 1, 0, 0, 0.5f, 0, -1, 0, 0.25f};
+    for (const bool text : {false, true})
+      all.push_back({name + std::string(text ? "-text" : "-binary"), write(cloud, text)});
+  }
+  return all;
 }
 
 }  // namespace dax::fuzz

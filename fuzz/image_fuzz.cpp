@@ -7,8 +7,8 @@
 #include "daxi/blob_find.h"
 #include "fuzz/memory_file.h"
 #include "fuzz/png.h"
-#include "tools/dax/failure.h"
-#include "tools/dax/image_file.h"
+#include "tools/dax/base/failure.h"
+#include "tools/dax/io/image_file.h"
 
 namespace {
 

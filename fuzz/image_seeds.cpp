@@ -1,12 +1,11 @@
-#include "fuzz/image_seeds.h"
-
+// A small file of every format that the program reads, and of the ways in which they pack.
 #include <cstdint>
-#include <fstream>
 #include <initializer_list>
 #include <string>
 #include <string_view>
 
 #include "fuzz/png.h"
+#include "fuzz/seeds.h"
 
 namespace dax::fuzz {
 namespace {
@@ -32,7 +31,7 @@ class Bytes {
     }
     return *this;
   }
-  void save(const std::string& path) const { std::ofstream(path, std::ios::binary) << bytes_; }
+  Seed as(const char* name) const { return {name, bytes_}; }
   std::string& bytes() { return bytes_; }
   std::string_view view() const { return bytes_; }
 
@@ -102,24 +101,26 @@ Bytes jpeg() {
 
 }  // namespace
 
-void saveImages(const std::string& directory) {
-  Bytes().text("P2\n# of text\n3 2\n9\n0 1 2\n3 4 9\n").save(directory + "/text.pgm");
-  Bytes().text("P3 1 2 255 1 2 3\n250 251 252\n").save(directory + "/text.ppm");
-  Bytes().text("P5 3 2 65535\n\0\1\2\3\4\5\6\7\xff\xff\xfe\0"sv).save(directory + "/16-bits.pgm");
-  Bytes().text("P6\n2 1\n255\n\1\2\3\xf0\xf1\xf2").save(directory + "/8-bits.ppm");
+std::vector<Seed> seeds() {
+  return {
+      Bytes().text("P2\n# of text\n3 2\n9\n0 1 2\n3 4 9\n").as("text.pgm"),
+      Bytes().text("P3 1 2 255 1 2 3\n250 251 252\n").as("text.ppm"),
+      Bytes().text("P5 3 2 65535\n\0\1\2\3\4\5\6\7\xff\xff\xfe\0"sv).as("16-bits.pgm"),
+      Bytes().text("P6\n2 1\n255\n\1\2\3\xf0\xf1\xf2").as("8-bits.ppm"),
 
-  // A row as it is, and one of differences to the row above.
-  png(3, 2, 8, 0, "\0\1\x80\xff\2\5\5\5"sv).save(directory + "/grey.png");
-  png(2, 1, 16, 2, "\1\1\2\3\4\5\6\xff\xfe\0\1\x80\0"sv).save(directory + "/16-bits.png");
-  png(9, 2, 1, 3, "\0\xaa\x80\0\x55\0"sv).save(directory + "/palette.png");
+      // A row as it is, and one of differences to the row above.
+      png(3, 2, 8, 0, "\0\1\x80\xff\2\5\5\5"sv).as("grey.png"),
+      png(2, 1, 16, 2, "\1\1\2\3\4\5\6\xff\xfe\0\1\x80\0"sv).as("16-bits.png"),
+      png(9, 2, 1, 3, "\0\xaa\x80\0\x55\0"sv).as("palette.png"),
 
-  tiff(false, 3, 2, 16, 1, "\0\1\2\3\4\5\6\7\xff\xff\xfe\0"sv).save(directory + "/16-bits.tif");
-  tiff(true, 4, 2, 8, 32773, "\xfd\x70\3\1\2\3\4"sv).save(directory + "/packed.tif");  // a run, and 4 bytes
-  tiff(false, 4, 1, 8, 5, "\x80\0\x40\x40\x30\x24\x04"sv).save(directory + "/codes.tif");
+      tiff(false, 3, 2, 16, 1, "\0\1\2\3\4\5\6\7\xff\xff\xfe\0"sv).as("16-bits.tif"),
+      tiff(true, 4, 2, 8, 32773, "\xfd\x70\3\1\2\3\4"sv).as("packed.tif"),  // a run, and 4 bytes
+      tiff(false, 4, 1, 8, 5, "\x80\0\x40\x40\x30\x24\x04"sv).as("codes.tif"),
 
-  bmp(2, 2, 24, 0, "\1\2\3\4\5\6\0\0\xf1\xf2\xf3\xf4\xf5\xf6\0\0"sv).save(directory + "/plain.bmp");
-  bmp(4, 2, 8, 1, "\3\1\1\0\0\0\0\4\0\1\1\0\0\1"sv).save(directory + "/runs.bmp");
-  jpeg().save(directory + "/grey.jpg");
+      bmp(2, 2, 24, 0, "\1\2\3\4\5\6\0\0\xf1\xf2\xf3\xf4\xf5\xf6\0\0"sv).as("plain.bmp"),
+      bmp(4, 2, 8, 1, "\3\1\1\0\0\0\0\4\0\1\1\0\0\1"sv).as("runs.bmp"),
+      jpeg().as("grey.jpg"),
+  };
 }
 
 }  // namespace dax::fuzz

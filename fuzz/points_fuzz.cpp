@@ -2,8 +2,8 @@
 #include <cmath>
 
 #include "fuzz/memory_file.h"
-#include "tools/dax/failure.h"
-#include "tools/dax/points_file.h"
+#include "tools/dax/base/failure.h"
+#include "tools/dax/io/points_file.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   const dax::fuzz::MemoryFile file(data, size);

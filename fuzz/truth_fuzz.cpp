@@ -1,7 +1,7 @@
 // Any bytes as the truth of a scene: a failure, or parts that have an area and a period.
 #include "fuzz/memory_file.h"
-#include "tools/dax/failure.h"
-#include "tools/dax/truth.h"
+#include "tools/dax/base/failure.h"
+#include "tools/dax/io/truth.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   const dax::fuzz::MemoryFile file(data, size);

@@ -15,7 +15,6 @@ import tempfile
 
 import cffi
 
-UMBRELLAS = ("dax.h", "zur.h", "daxi.h", "dax3dpcl.h", "prmt.h", "daxhost.h")
 STANDARD = ("stddef.h", "stdint.h")
 
 
@@ -24,7 +23,8 @@ def declarations(compiler, include):
     with tempfile.TemporaryDirectory() as stubs:
         for name in STANDARD:
             pathlib.Path(stubs, name).write_text("")
-        text = "".join(f'#include "{name}"\n' for name in UMBRELLAS if (include / name).exists())
+        headers = sorted(path.relative_to(include) for path in include.glob("**/*.h"))
+        text = "".join(f'#include "{header}"\n' for header in headers)
         command = [compiler, "-E", "-P", "-nostdinc", "-D__attribute__(x)=", "-I", stubs, "-I", str(include), "-xc", "-"]
         return subprocess.run(command, input=text, text=True, capture_output=True, check=True).stdout
 

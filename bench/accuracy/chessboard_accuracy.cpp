@@ -6,8 +6,8 @@
 #include <cstdlib>
 #include <string>
 
-#include "accuracy/chessboard_detectors.h"
-#include "tests/support/board_truth.h"
+#include "bench/accuracy/chessboard_detectors.h"
+#include "tests/calib/board/board_truth.h"
 
 namespace {
 

@@ -1,4 +1,4 @@
-#include "accuracy/chessboard_detectors.h"
+#include "bench/accuracy/chessboard_detectors.h"
 
 namespace accuracy {
 

@@ -1,7 +1,7 @@
 #include <opencv2/calib3d.hpp>
 #include <opencv2/imgcodecs.hpp>
 
-#include "accuracy/chessboard_detectors.h"
+#include "bench/accuracy/chessboard_detectors.h"
 
 namespace accuracy {
 namespace {

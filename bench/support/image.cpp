@@ -1,4 +1,4 @@
-#include "support/image.h"
+#include "bench/support/image.h"
 
 #include <algorithm>
 #include <array>

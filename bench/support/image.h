@@ -5,8 +5,8 @@
 #include <memory>
 #include <vector>
 
+#include "bench/support/amount.h"
 #include "dax/types.h"
-#include "support/amount.h"
 
 namespace bench {
 

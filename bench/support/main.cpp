@@ -5,8 +5,8 @@
 #include <cstring>
 #include <string_view>
 
-#include "support/operation.h"
-#include "support/timing.h"
+#include "bench/support/operation.h"
+#include "bench/support/timing.h"
 
 namespace {
 

@@ -5,8 +5,8 @@
 #include <opencv2/imgproc.hpp>
 #include <utility>
 
-#include "support/image.h"
-#include "support/operation.h"
+#include "bench/support/image.h"
+#include "bench/support/operation.h"
 
 namespace bench {
 

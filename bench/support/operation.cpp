@@ -1,12 +1,12 @@
-#include "support/operation.h"
+#include "bench/support/operation.h"
 
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
 #include <memory>
 
+#include "bench/support/amount.h"
 #include "dax/status.h"
-#include "support/amount.h"
 
 namespace bench {
 namespace {

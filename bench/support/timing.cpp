@@ -1,4 +1,4 @@
-#include "support/timing.h"
+#include "bench/support/timing.h"
 
 #include <algorithm>
 #include <chrono>

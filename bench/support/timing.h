@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "support/operation.h"
+#include "bench/support/operation.h"
 
 namespace bench {
 

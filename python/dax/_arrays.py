@@ -1,6 +1,6 @@
 """NumPy arrays as what the C interface takes: pointers, steps and sizes."""
 from numbers import Real
-from typing import Any, Optional, Sequence, TypeVar
+from typing import Any, Optional, Sequence, TypeVar, Union
 
 import numpy as np
 from numpy.typing import ArrayLike, DTypeLike, NDArray
@@ -26,16 +26,29 @@ PIXELS: dict["np.dtype[Any]", tuple[str, str]] = {
 BYTES = (np.dtype(np.uint8),)
 
 
+Window = Union[int, tuple[int, int]]
+
+
 class Image:
-    """A two-dimensional array seen as an image: pointer, step in elements, size."""
+    """An array seen as an image: pointer, step in elements, size, and its layout in the C names. The pixels of layout C1
+    are numbers, those of C3 the last axis, of three."""
 
     def __init__(self, name: str, array: Array) -> None:
         self.array = array
-        self.suffix, ctype = pixel_type(name, array)
-        self.pointer = pointer(array, ctype)
+        self.suffix, self.ctype = pixel_type(name, array)
+        self.layout = layout_of(array)
+        self.pointer = pointer(array, self.ctype)
         # An empty or a one-row array may carry any stride.
-        self.step = array.strides[0] // array.itemsize if array.shape[0] > 1 else array.shape[1]
+        packed = int(np.prod(array.shape[1:]))
+        self.step = array.strides[0] // array.itemsize if array.shape[0] > 1 else packed
         self.size = {"width": array.shape[1], "height": array.shape[0]}
+
+
+def layout_of(array: Array) -> str:
+    """C1, C3, or nothing where an array is no image."""
+    if array.ndim == 3 and array.shape[2] == 3:
+        return "C3"
+    return "C1" if array.ndim == 2 else ""
 
 
 def pixel_type(name: str, array: Array) -> tuple[str, str]:
@@ -49,10 +62,10 @@ def pointer(array: Array, ctype: str) -> Any:
     return ffi.cast(f"{ctype}*", array.ctypes.data)
 
 
-def source(name: str, array: ArrayLike, dtypes: Optional[Dtypes] = None) -> Image:
+def source(name: str, array: ArrayLike, dtypes: Optional[Dtypes] = None, layouts: str = "C1") -> Image:
     """An input image. Rows that are not contiguous are copied: the library takes a step, not a stride in the row."""
     array = np.asarray(array)
-    _check_image(name, array, dtypes)
+    _check_image(name, array, dtypes, layouts)
     return Image(name, array if _addressable(array) else np.ascontiguousarray(array))
 
 
@@ -63,7 +76,7 @@ def target(name: str, array: Optional[Array], shape: tuple[int, ...], dtype: DTy
         return Image(name, np.empty(shape, dtype))
     if not isinstance(array, np.ndarray):
         raise TypeError(f"{name}: an output is a NumPy array, not {type(array).__name__}")
-    _check_image(name, array, (np.dtype(dtype),))
+    _check_image(name, array, (np.dtype(dtype),), "C1 C3" if len(shape) == 3 else "C1")
     if array.shape != tuple(shape):
         raise ValueError(f"{name}: shape {array.shape}, needed is {tuple(shape)}")
     if not _addressable(array) or not array.flags.writeable or (packed and not array.flags.c_contiguous):
@@ -72,8 +85,10 @@ def target(name: str, array: Optional[Array], shape: tuple[int, ...], dtype: DTy
     return Image(name, array)
 
 
-def _check_image(name: str, array: Array, dtypes: Optional[Dtypes]) -> None:
-    if array.ndim != 2:
+def _check_image(name: str, array: Array, dtypes: Optional[Dtypes], layouts: str) -> None:
+    if layout_of(array) not in layouts.split():
+        if "C3" in layouts:
+            raise ValueError(f"{name}: shape {array.shape}, an image is (height, width) or (height, width, 3)")
         hint = "; make a colour image grey first" if array.ndim == 3 else ""
         raise ValueError(f"{name}: an image has two dimensions, not {array.ndim}{hint}")
     if dtypes is not None and array.dtype not in dtypes:
@@ -88,10 +103,12 @@ def _addressable(array: Array) -> bool:
     """Whether the rows lie as the library reads them: adjacent aligned pixels, rows that do not overlap, downwards."""
     if not array.flags.aligned or not array.dtype.isnative:
         return False
-    height, width = array.shape
-    row, pixel = array.strides
+    height, width = array.shape[:2]
+    row, *inner = array.strides
     item = array.itemsize
-    return (width <= 1 or pixel == item) and (height <= 1 or (row % item == 0 and width * item <= row < item * 2**31))
+    pixel = item * int(np.prod(array.shape[2:]))
+    adjacent = (width <= 1 or inner[0] == pixel) and all(stride == item for stride in inner[1:])
+    return adjacent and (height <= 1 or (row % item == 0 and width * pixel <= row < item * 2**31))
 
 
 def refuse_overlap(*images: tuple[str, Image], in_place: bool = False) -> None:
@@ -111,9 +128,9 @@ def _may_overlap(one: Array, other: Array) -> bool:
         return True
 
 
-def of_shape(name: str, array: ArrayLike, shape: tuple[int, ...], dtypes: Dtypes = BYTES) -> Image:
+def of_shape(name: str, array: ArrayLike, shape: tuple[int, ...], dtypes: Dtypes = BYTES, layouts: str = "C1") -> Image:
     """An input image that goes with another one."""
-    image = source(name, array, dtypes)
+    image = source(name, array, dtypes, layouts)
     if image.array.shape != shape:
         raise ValueError(f"{name}: shape {image.array.shape}, needed is {shape}")
     return image
@@ -145,6 +162,35 @@ def pair(name: str, value: Any, form: str) -> tuple[Any, Any]:
     if not isinstance(value, (tuple, list, np.ndarray)) or len(value) != 2 or not all(isinstance(v, Real) for v in value):
         raise TypeError(f"{name}: {value!r}, needed is {form}")
     return value[0], value[1]
+
+
+def as_size(window: Window) -> dict[str, int]:
+    """An edge length, or (width, height), as the record of the C interface."""
+    if isinstance(window, (int, np.integer)):
+        window = window, window
+    width, height = pair("window", window, "a whole number, or (width, height)")
+    return {"width": width, "height": height}
+
+
+def pixel_value(name: str, value: Any, image: Image) -> tuple[Any, ...]:
+    """A pixel of an image's type as arguments: a number, real and imaginary part, or the address of as many as there are
+    channels, which may all be given by one."""
+    dtype = image.array.dtype
+    if image.layout != "C1":
+        values = numbers(name, np.broadcast_to(value, (3,)), (3,), np.float64)
+        return (ffi.new(f"{image.ctype}[3]", [_number(name, each, dtype) for each in values]),)
+    if dtype.kind == "c":
+        return float(np.real(value)), float(np.imag(value))
+    return (_number(name, value, dtype),)
+
+
+def _number(name: str, value: complex, dtype: "np.dtype[Any]") -> float:
+    if dtype.kind == "f":
+        return float(value.real)
+    limits = np.iinfo(dtype)
+    if not limits.min <= value.real <= limits.max or value.imag:
+        raise ValueError(f"{name}: {value} is no {dtype}")
+    return int(value.real)
 
 
 def instance(name: str, value: Any, kind: type, source: str) -> None:

@@ -48,6 +48,11 @@ def function(name: str) -> Any:
     return getattr(_library, name)
 
 
+def has(name: str) -> bool:
+    """Whether a function is exported."""
+    return hasattr(_library, name)
+
+
 def call(name: str, *arguments: Any) -> None:
     """Calls an exported function that returns a status; the interpreter lock is released meanwhile."""
     status = function(name)(*arguments)

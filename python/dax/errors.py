@@ -3,6 +3,8 @@ from typing import Any
 
 from ._contracts import CLAUSES, TEXTS
 
+__all__ = ["Error"]
+
 
 class Error(Exception):
     """A call that the library refused or could not finish. Nothing was written.

@@ -4,6 +4,8 @@ from typing import Any, Optional
 from ._interface import ffi
 from ._library import host
 
+__all__ = ["Pool"]
+
 
 class Pool:
     """A pool of worker threads, the calling one among them.

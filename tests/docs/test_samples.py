@@ -37,7 +37,7 @@ def test_c(page, tmp_path):
         (tmp_path / "sample.c").write_text(block)
         search = [option for folder in LIBRARIES for option in (f"-L{folder}", f"-Wl,-rpath,{folder}")]
         command = [os.environ.get("CC", "cc"), "-std=c99", "-Wall", "-Wextra", "-Werror", "-rdynamic"]
-        command += ["-I", ROOT / "include", "sample.c", "-o", "sample", *search, "-ldax", "-ldaxhost", "-lm"]
+        command += [*(f"-I{folder / 'include'}" for folder in (ROOT, LIBRARIES[0])), "sample.c", "-o", "sample", *search, "-ldax", "-ldaxhost", "-lm"]
         subprocess.run(command, cwd=tmp_path, check=True)
         subprocess.run(["./sample"], cwd=tmp_path, check=True, timeout=60)
 

@@ -12,7 +12,9 @@ import sys
 import tarfile
 import unittest
 
+ROOT = pathlib.Path(__file__).resolve().parents[2]
 build, cpack = pathlib.Path(sys.argv[1]), sys.argv[2]
+includes = ROOT / "include", build / "include"
 
 
 def run(*command):
@@ -82,7 +84,7 @@ class Packages(unittest.TestCase):
 
     def test_development_files(self):
         names = self.all["libdax-dev"].names()
-        headers = {f"include/{path.relative_to(build_headers)}" for path in build_headers.glob("**/*.h")}
+        headers = {f"include/{path.relative_to(folder)}" for folder in includes for path in folder.glob("**/*.h")}
         self.assertEqual({name for name in names if name.startswith("include/")}, headers)
         for ending in ("/libdax.so", "/libdaxhost.so", "/dax.pc", "/dax-config.cmake", "/dax-targets.cmake"):
             self.assertTrue(any(name.endswith(ending) for name in names), ending)
@@ -109,10 +111,9 @@ class Packages(unittest.TestCase):
         self.assertIn("MIT", self.all["dax-tools"].files["/usr/share/doc/dax-tools/copyright"].decode())
 
     def test_no_path_of_the_build_is_left(self):
-        source = str(build_headers.parent).encode()
+        source = str(ROOT).encode()
         for package in self.all.values():
             self.assertFalse([name for name, content in package.files.items() if isinstance(content, bytes) and source in content])
 
 
-build_headers = pathlib.Path(__file__).resolve().parents[2] / "include"
 unittest.main(argv=[sys.argv[0]])

@@ -1,3 +1,5 @@
+import sys
+
 import numpy as np
 import pytest
 
@@ -15,8 +17,8 @@ def _recording(name):
 
 # All calls go through this one; modules that have imported it already get it too.
 _library.function = _recording
-for _module in list(vars(dax).values()):
-    if getattr(_module, "function", None) is _function:
+for _name, _module in list(sys.modules.items()):
+    if _name.startswith("dax.") and getattr(_module, "function", None) is _function:
         _module.function = _recording
 
 

@@ -12,13 +12,13 @@ import pytest
 import dax
 from dax._library import version
 
-MODULES = [module.name for module in pkgutil.iter_modules(dax.__path__) if not module.name.startswith("_")]
+MODULES = [module.name for module in pkgutil.walk_packages(dax.__path__, "dax.") if "._" not in module.name]
 
 
 @pytest.mark.parametrize("name", MODULES)
 def test_examples(name):
-    module = importlib.import_module(f"dax.{name}")
-    if name == "pool" and module.host is None:
+    module = importlib.import_module(name)
+    if name == "dax.pool" and module.host is None:
         pytest.skip("built without the library of pools")
     assert doctest.testmod(module, extraglobs={"dax": dax, "np": np}).failed == 0
 

@@ -1,4 +1,7 @@
-// Digests of outputs, and images to take them from that are the same everywhere.
+// Digests of outputs over fixed inputs, and images to take them from that are the same everywhere. The numbers that the
+// *_digest.cpp of the families expect are the same on every machine: a change of one bit in one result shows there, and so
+// does a machine that computes differently. They are compiled with NEON kernels, without them, and for the reference
+// pool; a family with _MT members takes its digest anew for 1 to 16 threads.
 #pragma once
 
 #include <algorithm>

@@ -5,9 +5,9 @@
 #include <memory>
 #include <new>
 
-#include "commands.h"
+#include "base/text.h"
+#include "command/commands.h"
 #include "dax.h"
-#include "text.h"
 
 namespace dax::tool {
 

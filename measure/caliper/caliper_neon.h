@@ -1,0 +1,141 @@
+// Twins of the portable kernels of calipers.
+#pragma once
+
+#include <cstring>
+
+#include "frame/simd.h"
+#include "measure/caliper/caliper_portable.h"
+
+namespace dax::neon {
+
+// Eight samples from pixels next to each other in two rows (low byte the left one), and their fractions.
+inline uint16x8_t interpolate(uint16x8_t top, uint16x8_t bottom, uint16x8_t fx, uint16x8_t fy) {
+  const uint16x8_t one = vdupq_n_u16(kOnePixel), low = vdupq_n_u16(255);
+  const uint16x8_t gx = vsubq_u16(one, fx), gy = vsubq_u16(one, fy);
+  const auto across = [&](uint16x4_t pixels, uint16x4_t lowByte, uint16x4_t left, uint16x4_t right) {
+    return vmlal_u16(vmull_u16(vand_u16(pixels, lowByte), left), vshr_n_u16(pixels, 8), right);
+  };
+  const auto down = [](uint32x4_t above, uint32x4_t below, uint16x4_t up, uint16x4_t lower) {
+    return vrshrn_n_u32(vmlaq_u32(vmulq_u32(above, vmovl_u16(up)), below, vmovl_u16(lower)), kRoundingBits);
+  };
+  const auto half = [&](uint16x4_t t, uint16x4_t b, uint16x4_t x0, uint16x4_t x1, uint16x4_t y0, uint16x4_t y1) {
+    const uint16x4_t lowByte = vget_low_u16(low);
+    return down(across(t, lowByte, x0, x1), across(b, lowByte, x0, x1), y0, y1);
+  };
+  return vcombine_u16(half(vget_low_u16(top), vget_low_u16(bottom), vget_low_u16(gx), vget_low_u16(fx),
+                           vget_low_u16(gy), vget_low_u16(fy)),
+                      half(vget_high_u16(top), vget_high_u16(bottom), vget_high_u16(gx), vget_high_u16(fx),
+                           vget_high_u16(gy), vget_high_u16(fy)));
+}
+
+// Fractions of eight positions, advancing by eight. The lanes hold the fraction bits of the track at their upper end.
+class Fractions {
+ public:
+  Fractions(int64_t start, int64_t step) : step_(vdupq_n_u32(upper(8 * step))) {
+    for (int lane = 0; lane < 4; ++lane) {
+      first_[lane] = upper(start + lane * step);
+      first_[lane + 4] = upper(start + (lane + 4) * step);
+    }
+    low_ = vld1q_u32(first_), high_ = vld1q_u32(first_ + 4);
+  }
+  uint16x8_t next() {
+    const uint16x8_t bits = vcombine_u16(vshrn_n_u32(low_, 16), vshrn_n_u32(high_, 16));
+    low_ = vaddq_u32(low_, step_), high_ = vaddq_u32(high_, step_);
+    return vshrq_n_u16(bits, 16 - kPositionBits);
+  }
+
+ private:
+  static uint32_t upper(int64_t position) { return static_cast<uint32_t>(position) << (32 - kTrackBits); }
+  uint32_t first_[8];
+  uint32x4_t step_, low_, high_;
+};
+
+// Whether a position and its right and lower neighbours lie in the image.
+inline bool inside(const SampleTrack& track, int32_t j, DaxiSize size) {
+  const int64_t x = track.positionX(j) >> kPositionBits, y = track.positionY(j) >> kPositionBits;
+  return x >= 0 && x < size.width - 1 && y >= 0 && y < size.height - 1;
+}
+
+template <int kLane>
+void loadPair(const uint8_t* pixels, int32_t step, uint16x8_t& top, uint16x8_t& bottom) {
+  uint16_t pair;
+  std::memcpy(&pair, pixels, 2);
+  top = vsetq_lane_u16(pair, top, kLane);
+  std::memcpy(&pair, pixels + step, 2);
+  bottom = vsetq_lane_u16(pair, bottom, kLane);
+}
+
+inline void sampleRow(const uint8_t* pixels, int32_t step, DaxiSize size, const SampleTrack& track, int32_t count,
+                      uint16_t* out) {
+  Fractions fractionsX(track.x, track.dx), fractionsY(track.y, track.dy);
+  int64_t x = track.x, y = track.y;
+  int32_t j = 0;
+  for (; j <= count - 8; j += 8) {
+    const uint16x8_t fx = fractionsX.next(), fy = fractionsY.next();
+    // A straight line: between two ends inside everything is.
+    if (!inside(track, j, size) || !inside(track, j + 7, size)) {
+      portable::sampleRow(pixels, step, size, track, j, j + 8, out);
+      x += 8 * track.dx, y += 8 * track.dy;
+      continue;
+    }
+    uint16x8_t top = vdupq_n_u16(0), bottom = top;
+    const auto load = [&]<int kLane>(std::integral_constant<int, kLane>) {
+      loadPair<kLane>(pixels + (y >> kTrackBits) * step + (x >> kTrackBits), step, top, bottom);
+      x += track.dx, y += track.dy;
+    };
+    [&]<int... kLanes>(std::integer_sequence<int, kLanes...>) {
+      (load(std::integral_constant<int, kLanes>()), ...);
+    }
+    (std::make_integer_sequence<int, 8>());
+    vst1q_u16(out + j, interpolate(top, bottom, fx, fy));
+  }
+  portable::sampleRow(pixels, step, size, track, j, count, out);
+}
+
+inline void addColumns(const uint16_t* patch, int32_t columns, int32_t rows, int64_t* sums) {
+  int32_t j = 0;
+  for (; j <= columns - 8; j += 8) {
+    uint32x4_t low = vdupq_n_u32(0), high = low;
+    for (int32_t k = 0; k < rows; ++k) {
+      const uint16x8_t samples = vld1q_u16(rowAt(patch, columns, k) + j);
+      low = vaddw_u16(low, vget_low_u16(samples));
+      high = vaddw_u16(high, vget_high_u16(samples));
+    }
+    auto* const to = reinterpret_cast<uint64_t*>(sums + j);
+    vst1q_u64(to, vaddw_u32(vld1q_u64(to), vget_low_u32(low)));
+    vst1q_u64(to + 2, vaddw_u32(vld1q_u64(to + 2), vget_high_u32(low)));
+    vst1q_u64(to + 4, vaddw_u32(vld1q_u64(to + 4), vget_low_u32(high)));
+    vst1q_u64(to + 6, vaddw_u32(vld1q_u64(to + 6), vget_high_u32(high)));
+  }
+  portable::addColumns(patch, columns, rows, j, sums);
+}
+
+inline int64_t sumOf(const uint16_t* row, int32_t columns) {
+  int64_t sum = 0;
+  int32_t j = 0;
+  while (j <= columns - 8) {
+    // As many as cannot overflow 32 bits.
+    const int32_t end = std::min(columns - 8, j + 8 * 32000);
+    uint32x4_t lanes = vdupq_n_u32(0);
+    for (; j <= end; j += 8) lanes = vpadalq_u16(lanes, vld1q_u16(row + j));
+    sum += static_cast<int64_t>(vaddlvq_u32(lanes));
+  }
+  return sum + portable::sumOf(row, j, columns);
+}
+
+inline void filter(const float* extended, const float* kernel, int32_t length, int32_t n, float* out) {
+  int32_t i = 0;
+  for (; i <= n - 8; i += 8) {
+    float32x4_t low = vdupq_n_f32(0), high = low;
+    for (int32_t k = 0; k < length; ++k) {
+      const float32x4_t weight = vdupq_n_f32(kernel[k]);
+      low = vaddq_f32(low, vmulq_f32(weight, vld1q_f32(extended + i + k)));
+      high = vaddq_f32(high, vmulq_f32(weight, vld1q_f32(extended + i + k + 4)));
+    }
+    vst1q_f32(out + i, low);
+    vst1q_f32(out + i + 4, high);
+  }
+  portable::filter(extended, kernel, length, i, n, out);
+}
+
+}  // namespace dax::neon

@@ -1,0 +1,217 @@
+#include "optim/dense/dense.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstring>
+
+namespace dax {
+namespace {
+
+// Two doubles: a NEON register on 64-bit ARM. Elements are computed each by itself, so that the width decides no result.
+typedef double Pair __attribute__((vector_size(16)));
+
+inline Pair load(const double* from) {
+  Pair pair;
+  std::memcpy(&pair, from, sizeof pair);
+  return pair;
+}
+inline void store(double* to, Pair pair) {
+  std::memcpy(to, &pair, sizeof pair);
+}
+
+// A tile of 4 x 4 elements of C.
+inline void subtractTile(int32_t k, const double* a, ptrdiff_t lda, const double* b, ptrdiff_t ldb, double* c,
+                         ptrdiff_t ldc) {
+  Pair sum[4][2] = {};
+  for (int32_t p = 0; p < k; ++p, a += lda, b += ldb) {
+    const Pair low = load(a), high = load(a + 2);
+    for (int j = 0; j < 4; ++j) {
+      const Pair factor = {b[j], b[j]};
+      sum[j][0] += low * factor;
+      sum[j][1] += high * factor;
+    }
+  }
+  for (int j = 0; j < 4; ++j, c += ldc) {
+    store(c, load(c) - sum[j][0]);
+    store(c + 2, load(c + 2) - sum[j][1]);
+  }
+}
+
+// What is left over at the edges.
+inline void subtractEdge(int32_t m, int32_t n, int32_t k, const double* a, ptrdiff_t lda, const double* b,
+                         ptrdiff_t ldb, double* c, ptrdiff_t ldc) {
+  for (int32_t j = 0; j < n; ++j) {
+    for (int32_t i = 0; i < m; ++i) {
+      double sum = 0;
+      for (int32_t p = 0; p < k; ++p) sum += a[i + p * lda] * b[j + p * ldb];
+      c[i + j * ldc] -= sum;
+    }
+  }
+}
+
+// Columns of a panel, one after the other, each reduced by those on its left.
+bool factorColumns(int32_t n, int32_t rows, double* a, ptrdiff_t ld) {
+  for (int32_t j = 0; j < n; ++j) {
+    double* const column = a + j * ld;
+    for (int32_t q = 0; q < j; ++q) {
+      const double* const left = a + q * ld;
+      const double factor = left[j];
+      for (int32_t i = j; i < rows; ++i) column[i] -= factor * left[i];
+    }
+    if (!(column[j] >= kLeastPivot)) return false;
+    column[j] = std::sqrt(column[j]);
+    const double inverse = 1 / column[j];
+    for (int32_t i = j + 1; i < rows; ++i) column[i] *= inverse;
+  }
+  return true;
+}
+
+}  // namespace
+
+void subtractProduct(int32_t m, int32_t n, int32_t k, const double* a, ptrdiff_t lda, const double* b, ptrdiff_t ldb,
+                     double* c, ptrdiff_t ldc, bool lower) {
+  int32_t j = 0;
+  for (; j + 4 <= n; j += 4) {
+    int32_t i = lower ? j : 0;
+    for (; i + 4 <= m; i += 4) subtractTile(k, a + i, lda, b + j, ldb, c + i + j * ldc, ldc);
+    if (i < m) subtractEdge(m - i, 4, k, a + i, lda, b + j, ldb, c + i + j * ldc, ldc);
+  }
+  if (j < n) {
+    const int32_t i = lower ? j : 0;
+    subtractEdge(m - i, n - j, k, a + i, lda, b + j, ldb, c + i + j * ldc, ldc);
+  }
+}
+
+bool factorPanel(int32_t n, int32_t rows, double* a, ptrdiff_t ld) {
+  constexpr int32_t kWidth = 16;
+  for (int32_t p = 0; p < n; p += kWidth) {
+    const int32_t width = std::min(kWidth, n - p);
+    double* const corner = a + p + p * ld;
+    if (p > 0) subtractProduct(rows - p, width, p, a + p, ld, a + p, ld, corner, ld, true);
+    if (!factorColumns(width, rows - p, corner, ld)) return false;
+  }
+  return true;
+}
+
+void solveLower(int32_t n, const double* l, ptrdiff_t ld, double* x) {
+  for (int32_t j = 0; j < n; ++j, l += ld) {
+    x[j] /= l[j];
+    for (int32_t i = j + 1; i < n; ++i) x[i] -= l[i] * x[j];
+  }
+}
+
+void solveLowerTransposed(int32_t n, const double* l, ptrdiff_t ld, double* x) {
+  for (int32_t j = n - 1; j >= 0; --j) {
+    const double* const column = l + j * ld;
+    double rest = x[j];
+    for (int32_t i = j + 1; i < n; ++i) rest -= column[i] * x[i];
+    x[j] = rest / column[j];
+  }
+}
+
+namespace {
+
+// The four partial sums of a scalar product. As many registers as the machine needs for them; passed by reference, since how
+// it is returned would depend on that.
+typedef double Quad __attribute__((vector_size(32)));
+
+inline void loadQuad(Quad& quad, const double* from) {
+  std::memcpy(&quad, from, sizeof quad);
+}
+
+// The first 1 to 3 elements; zeros for the others.
+inline void loadRest(Quad& quad, const double* from, int64_t count) {
+  quad = Quad{from[0], count > 1 ? from[1] : 0, count > 2 ? from[2] : 0, 0};
+}
+
+template <int kCount>
+void dotsOf(const double* v, const double* columns, ptrdiff_t ld, int64_t n, double* products) {
+  Quad sums[kCount] = {}, factor, other;
+  int64_t i = 0;
+  for (; i + 4 <= n; i += 4) {
+    loadQuad(factor, v + i);
+    for (int k = 0; k < kCount; ++k) {
+      loadQuad(other, columns + i + k * ld);
+      sums[k] += factor * other;
+    }
+  }
+  if (i < n) {
+    loadRest(factor, v + i, n - i);
+    for (int k = 0; k < kCount; ++k) {
+      loadRest(other, columns + i + k * ld, n - i);
+      sums[k] += factor * other;
+    }
+  }
+  for (int k = 0; k < kCount; ++k) products[k] = (sums[k][0] + sums[k][2]) + (sums[k][1] + sums[k][3]);
+}
+
+}  // namespace
+
+double dot(const double* a, const double* b, int64_t n) {
+  double product;
+  dotsOf<1>(a, b, 0, n, &product);
+  return product;
+}
+
+void dots(const double* v, const double* columns, ptrdiff_t ld, int32_t count, int64_t n, double* products) {
+  int32_t k = 0;
+  for (; k + 4 <= count; k += 4) dotsOf<4>(v, columns + k * ld, ld, n, products + k);
+  if (count - k >= 2) dotsOf<2>(v, columns + k * ld, ld, n, products + k), k += 2;
+  if (k < count) dotsOf<1>(v, columns + k * ld, ld, n, products + k);
+}
+
+namespace {
+
+// Reflects so that the column becomes (r, 0, .., 0); the reflection is I - v v^T / (v_0 r'), v stored in the column.
+// Returns the new first element, 0 when the column is too short.
+double reflector(double* v, int32_t m) {
+  const double norm = std::sqrt(sumOfSquares(v, m));
+  if (!(norm >= kLeastPivot && norm <= 1e300)) return 0;
+  const double first = v[0] > 0 ? -norm : norm;
+  v[0] -= first;
+  return first;
+}
+
+void reflect(const double* v, int32_t m, double first, double* column) {
+  // |v|^2 / 2 = -first v_0
+  const double factor = dot(v, column, m) / (first * v[0]);
+  for (int32_t i = 0; i < m; ++i) column[i] += factor * v[i];
+}
+
+}  // namespace
+}  // namespace dax
+
+double PRM_MATRIX_VectorNorm_64f(const double* vector, int32_t n) {
+  return std::sqrt(dax::sumOfSquares(vector, n));
+}
+
+int32_t PRM_EQUA_LSM_Process_64f(double* a, int32_t m, int32_t n, double* b, double* x, double* scratch,
+                                 int32_t* pivots) {
+  for (int32_t j = 0; j < n; ++j) pivots[j] = j;
+  for (int32_t k = 0; k < n; ++k) {
+    int32_t longest = k;
+    double most = -1;
+    for (int32_t j = k; j < n; ++j) {
+      const double length = dax::sumOfSquares(a + k + ptrdiff_t{j} * m, m - k);
+      if (length > most) most = length, longest = j;
+    }
+    if (longest != k) {
+      std::swap(pivots[k], pivots[longest]);
+      std::swap_ranges(a + ptrdiff_t{k} * m, a + ptrdiff_t{k + 1} * m, a + ptrdiff_t{longest} * m);
+    }
+    double* const v = a + k + ptrdiff_t{k} * m;
+    const double first = dax::reflector(v, m - k);
+    if (first == 0) return 0;
+    for (int32_t j = k + 1; j < n; ++j) dax::reflect(v, m - k, first, a + k + ptrdiff_t{j} * m);
+    dax::reflect(v, m - k, first, b + k);
+    scratch[k] = first;
+  }
+  for (int32_t k = n - 1; k >= 0; --k) {
+    double rest = b[k];
+    for (int32_t j = k + 1; j < n; ++j) rest -= a[k + ptrdiff_t{j} * m] * scratch[j];
+    // From here on the place of the diagonal holds the solution.
+    scratch[k] = rest / scratch[k];
+  }
+  for (int32_t k = 0; k < n; ++k) x[pivots[k]] = scratch[k];
+  return 1;
+}

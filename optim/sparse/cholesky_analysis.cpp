@@ -1,0 +1,226 @@
+// Symbolic analysis: the order of elimination, the supernodes, what fills, and where everything goes.
+#include <algorithm>
+
+#include "optim/sparse/cholesky.h"
+#include "optim/sparse/elimination_tree.h"
+#include "optim/sparse/msp.h"
+
+namespace dax {
+namespace {
+
+// A panel while it is made: nodes begin..end - 1, their columns, columns of the rows below, and zeros that are stored.
+struct Candidate {
+  int32_t begin, end, columns, below;
+  int64_t zeros;
+};
+
+// Whether storing some zeros pays: a wider panel saves more than it costs.
+bool worthMerging(const Candidate& merged) {
+  const int64_t c = merged.columns;
+  const int64_t size = c * (c + 1) / 2 + c * merged.below;
+  if (c <= 4) return true;
+  if (c <= 16) return merged.zeros * 10 <= size * 8;
+  if (c <= 48) return merged.zeros * 10 <= size;
+  return merged.zeros * 20 <= size;
+}
+
+// Panels: nodes in a row of the tree with the same rows below, then children merged into parents where that pays (relaxed
+// supernodes: Ashcraft and Grimes 1989).
+int32_t findPanels(const CompressedGraph& nodes, const EliminationTree& tree, Candidate* panels) {
+  int32_t count = 0;
+  for (int32_t k = 0; k < nodes.count; ++k) {
+    const int32_t weight = nodes.weight[tree.node[k]];
+    Candidate top{k, k + 1, weight, tree.below[k], 0};
+    while (count > 0) {
+      const Candidate& child = panels[count - 1];
+      const int32_t up = tree.parent[child.end - 1];
+      if (up < top.begin || up >= top.end) break;
+      const Candidate merged{
+          child.begin, top.end, child.columns + top.columns, top.below,
+          child.zeros + top.zeros + int64_t{child.columns} * (top.columns + top.below - child.below)};
+      if (merged.zeros > 0 && !worthMerging(merged)) break;
+      top = merged;
+      --count;
+    }
+    panels[count++] = top;
+  }
+  return count;
+}
+
+// What the analysis works with; all of it is given back.
+struct Scratch {
+  Scratch(Arena& arena, int32_t n, uint64_t elements)
+      : matrix(arena, n, elements),
+        nodes(arena, n, elements),
+        tree(arena, n),
+        panels(arena.borrow<Candidate>(unsignedOf(n))),
+        columnOf(arena.borrow<int32_t>(unsignedOf(n) + 1)),
+        nodeAt(arena.borrow<int32_t>(unsignedOf(n))),
+        panelOf(arena.borrow<int32_t>(unsignedOf(n))),
+        inverse(arena.borrow<int32_t>(unsignedOf(n))) {}
+  SymmetricPattern matrix;
+  CompressedGraph nodes;
+  EliminationTree tree;
+  Candidate* panels;
+  int32_t* columnOf;  // first column of the node at each position
+  int32_t* nodeAt;    // position of the node of each column of the factor
+  int32_t* panelOf;   // panel of the node at each position
+  int32_t* inverse;   // column of the factor for each column of the matrix
+};
+
+void takePanels(Arena& arena, PrmCholesky& f, int32_t n, int32_t panels, int64_t rows, int64_t values,
+                uint64_t elements) {
+  f.n = n;
+  f.panels = panels;
+  const uint64_t p = unsignedOf(panels), columns = unsignedOf(n);
+  f.original = arena.take<int32_t>(columns);
+  f.firstColumn = arena.take<int32_t>(p + 1);
+  f.firstRow = arena.take<int64_t>(p + 1);
+  f.at = arena.take<int64_t>(p + 1);
+  f.rows = arena.take<int32_t>(unsignedOf(rows));
+  f.place = arena.take<int64_t>(elements);
+  f.diagonal = arena.take<int64_t>(columns);
+  f.position = arena.take<int32_t>(columns);
+  f.waiting = arena.take<int32_t>(p);
+  f.nextWaiting = arena.take<int32_t>(p);
+  f.done = arena.take<int32_t>(p);
+  f.permuted = arena.take<double>(columns);
+  f.values = arena.take<double>(unsignedOf(values));
+}
+
+// Columns of the factor: those of the nodes in turn.
+void layColumns(const Scratch& s, PrmCholesky& f) {
+  int32_t column = 0;
+  for (int32_t k = 0; k < s.nodes.count; ++k) {
+    s.columnOf[k] = column;
+    for (int32_t j = s.nodes.first[s.tree.node[k]]; j != kNone; j = s.nodes.next[j], ++column) {
+      f.original[column] = j;
+      s.inverse[j] = column;
+      s.nodeAt[column] = k;
+    }
+  }
+  s.columnOf[s.nodes.count] = column;
+}
+
+// Rows of every panel: those of its nodes' neighbours and of the panels that come before it in the tree.
+void layRows(const Scratch& s, PrmCholesky& f) {
+  int32_t* const mark = s.tree.mark;
+  int32_t* const found = s.tree.child;
+  int32_t* const firstChild = f.waiting;
+  std::fill_n(mark, s.nodes.count, kNone);
+  std::fill_n(firstChild, f.panels, kNone);
+  int64_t end = 0, at = 0;
+  for (int32_t p = 0; p < f.panels; ++p) {
+    const Candidate& panel = s.panels[p];
+    int32_t count = 0;
+    const auto find = [&](int32_t k) {
+      if (k < panel.end || mark[k] == p) return;
+      mark[k] = p;
+      found[count++] = k;
+    };
+    for (int32_t k = panel.begin; k < panel.end; ++k) {
+      const int32_t u = s.tree.node[k];
+      for (int64_t i = s.nodes.start[u]; i < s.nodes.start[u + 1]; ++i) find(s.tree.position[s.nodes.adjacent[i]]);
+      s.panelOf[k] = p;
+    }
+    for (int32_t c = firstChild[p]; c != kNone; c = f.nextWaiting[c]) {
+      for (int64_t i = f.firstRow[c] + s.panels[c].columns; i < f.firstRow[c + 1]; ++i) find(s.nodeAt[f.rows[i]]);
+    }
+    std::sort(found, found + count);
+    f.firstColumn[p] = s.columnOf[panel.begin];
+    f.firstRow[p] = end;
+    f.at[p] = at;
+    for (int32_t j = s.columnOf[panel.begin]; j < s.columnOf[panel.end]; ++j) f.rows[end++] = j;
+    for (int32_t i = 0; i < count; ++i) {
+      for (int32_t j = s.columnOf[found[i]]; j < s.columnOf[found[i] + 1]; ++j) f.rows[end++] = j;
+    }
+    at += (end - f.firstRow[p]) * panel.columns;
+    f.firstRow[p + 1] = end;
+    const int32_t up = s.tree.parent[panel.end - 1];
+    if (up == kNone) continue;
+    // The panel of the parent is not laid yet, but the parent is in the first of those that end behind it.
+    const Candidate* const owner = std::upper_bound(s.panels + p, s.panels + f.panels, up,
+                                                    [](int32_t k, const Candidate& c) { return k < c.end; });
+    const auto t = static_cast<int32_t>(owner - s.panels);
+    f.nextWaiting[p] = firstChild[t];
+    firstChild[t] = p;
+  }
+  f.firstColumn[f.panels] = f.n;
+  f.at[f.panels] = at;
+}
+
+// Where the matrix' elements go.
+void layElements(const Scratch& s, const PrmtMsp& matrix, PrmCholesky& f) {
+  const auto placeOf = [&](int32_t i, int32_t j) {
+    const int32_t row = std::max(s.inverse[i], s.inverse[j]), column = std::min(s.inverse[i], s.inverse[j]);
+    const int32_t p = s.panelOf[s.nodeAt[column]];
+    const int32_t* const rows = f.rows + f.firstRow[p];
+    const int64_t height = f.firstRow[p + 1] - f.firstRow[p];
+    const int64_t index = std::lower_bound(rows, rows + height, row) - rows;
+    return f.at[p] + index + (column - f.firstColumn[p]) * height;
+  };
+  for (int32_t j = 0; j < f.n; ++j) {
+    f.diagonal[j] = placeOf(j, j);
+    for (int64_t p = matrix.start[j]; p < matrix.start[j + 1]; ++p) {
+      f.place[p] = matrix.row[p] < j ? -1 : placeOf(matrix.row[p], j);
+    }
+  }
+}
+
+// The largest product that an update needs.
+int64_t largestUpdate(const PrmCholesky& f) {
+  int64_t most = 0;
+  for (int32_t s = 0; s < f.panels; ++s) {
+    int64_t from = f.firstRow[s] + f.firstColumn[s + 1] - f.firstColumn[s];
+    while (from < f.firstRow[s + 1]) {
+      const int32_t* const owner = std::upper_bound(f.firstColumn, f.firstColumn + f.panels, f.rows[from]);
+      int64_t to = from;
+      while (to < f.firstRow[s + 1] && f.rows[to] < *owner) ++to;
+      most = std::max(most, (f.firstRow[s + 1] - from) * (to - from));
+      from = to;
+    }
+  }
+  return most;
+}
+
+}  // namespace
+
+bool analyse(Arena& arena, const PrmtMsp& matrix, PrmCholesky& factor) {
+  const int32_t n = matrix.cols;
+  const uint64_t elements = unsignedOf(elementsOf(matrix));
+  const Arena::Scope scope(arena);
+  Scratch s(arena, n, elements);
+  if (!arena.fits()) return false;
+  s.matrix.fill(matrix);
+  s.nodes.compress(s.matrix, n);
+  if (!minimumDegree(arena, s.nodes.view(n), s.tree.node)) return false;
+  s.tree.build(s.nodes);
+  const int32_t panels = findPanels(s.nodes, s.tree, s.panels);
+  int64_t rows = 0, values = 0;
+  for (int32_t p = 0; p < panels; ++p) {
+    const int64_t height = int64_t{s.panels[p].columns} + s.panels[p].below;
+    rows += height;
+    values += height * s.panels[p].columns;
+  }
+  takePanels(arena, factor, n, panels, rows, values, elements);
+  if (!arena.fits()) return false;
+  layColumns(s, factor);
+  layRows(s, factor);
+  layElements(s, matrix, factor);
+  factor.update = arena.take<double>(unsignedOf(largestUpdate(factor)));
+  factor.patternVersion = matrix.patternVersion;
+  return arena.fits();
+}
+
+void measureCholesky(Arena& arena, int32_t n, uint64_t elements) {
+  const Arena::Scope scope(arena);
+  const Scratch scratch(arena, n, elements);
+  // Lists of nodes have both directions of every element.
+  measureMinimumDegree(arena, n, n, 2 * elements);
+  PrmCholesky factor;
+  const int64_t all = int64_t{n} * n;
+  takePanels(arena, factor, n, n, all, all, elements);
+  arena.take<double>(unsignedOf(all));
+}
+
+}  // namespace dax

@@ -1,0 +1,46 @@
+// Normal equations in two groups of blocks, of which the second is block diagonal:
+//
+//   (A   W) (x)   (a)        with V_j + lambda I = L_j L_j^T and Y_j = W_j L_j^-T
+//   (W^T V) (y) = (b)        S = A + lambda I - sum Y_j Y_j^T,  S x = a - sum Y_j L_j^-1 b_j
+//                            y_j = L_j^-T (L_j^-1 b_j - Y_j^T x)
+#pragma once
+
+#include "frame/memory/arena.h"
+#include "prmt/lm.h"
+
+namespace dax {
+
+PrmtHblk takeBlocks(Arena& arena, const PrmtHblkShape& shape);
+void clearBlocks(const PrmtHblk& blocks);
+
+class SchurSolver {
+ public:
+  SchurSolver(Arena& arena, const PrmtHblkShape& shape);
+
+  // False when a block of B is not positive definite, or the system that is left is singular.
+  bool solve(const PrmtHblk& h, double lambda, double* step);
+
+ private:
+  void loadReduced(const PrmtHblk& h, double lambda);
+  bool eliminate(const PrmtHblk& h, double lambda, double* step);
+  void scaleRows(int32_t height, const double* w, const double* l, double* y) const;
+  void reduceRhs(const int32_t* links, int32_t count, const double* y, const double* z, double* rhs) const;
+  void subtractSquare(const int32_t* links, int32_t count, const double* y);
+  bool solveReduced(double* step);
+  bool solveBySquares(double* step);
+  void substituteBack(double* step);
+
+  const PrmtHblkShape& shape_;
+  int32_t sideA_;     // sizeA countA
+  double* reduced_;   // S, column by column, on and below the diagonal
+  double* factor_;    // of S
+  double* factorsB_;  // L_j
+  double* scaledW_;   // Y_j, column by column
+  double* square_;    // Y_j Y_j^T of the block with the most links
+  double* rhs_;       // scratch of the least squares
+  double* solution_;
+  double* diagonal_;
+  int32_t* pivots_;
+};
+
+}  // namespace dax

@@ -1,0 +1,75 @@
+"""Functions of the regular form: one operation over pixel types and layouts, from images to an image of the same shape."""
+import re
+from typing import Any, NamedTuple, Optional
+
+import numpy as np
+from numpy.typing import ArrayLike
+
+from ._arrays import PIXELS, Array, of_shape, pixel_value, refuse_overlap, source, target
+from ._library import buffer, call, has
+from .pool import Pool, handle_of
+
+_DTYPES = {suffix: dtype for dtype, (suffix, _) in PIXELS.items()}
+
+
+class Value(NamedTuple):
+    """A parameter that is a pixel of the image's type."""
+
+    name: str
+    value: Any
+
+
+def apply(
+    function: str,
+    images: dict[str, ArrayLike],
+    *parameters: Any,
+    types: str,
+    layouts: str = "C1",
+    out: Optional[Array] = None,
+    in_place: bool = False,
+    work: str = "",
+    measures: tuple[Any, ...] = (),
+    pooled: str = "",
+    pool: Optional[Pool] = None,
+) -> Array:
+    """Calls function(source, step, ..., out, step, size, parameters..., work buffer) and returns the output.
+
+    function: the C name, with {type} and {layout} where they stand in it, such as DAXI_FilterBox_{type}_{layout}R. images:
+    the sources, of one shape and type, by the names that users know them by. types: those that there are, as C names say
+    them ("8u 16s32f": of the source, and of the output where that differs). layouts: C1 for (height, width), C3 for (height,
+    width, 3). in_place: the output may be a source. work: the name of the query for the work buffer, which takes the size
+    and `measures`. pooled: the name of the form that takes (pool, threads) first, for the types that have one.
+    """
+    (first, array), *others = images.items()
+    of_type = {_source_type(each): each for each in types.split()}
+    one = source(first, array, tuple(of_type), layouts)
+    spelled = of_type[one.array.dtype]
+    sources = [(first, one)]
+    for name, other in others:
+        sources.append((name, of_shape(name, other, one.array.shape, (one.array.dtype,), layouts)))
+    result = target("out", out, one.array.shape, _DTYPES[_TYPE.findall(spelled)[-1]])
+    for each in sources:
+        refuse_overlap(each, ("out", result), in_place=in_place)
+    arguments = [part for _, image in sources for part in (image.pointer, image.step)]
+    arguments += [result.pointer, result.step, result.size]
+    for parameter in parameters:
+        arguments += pixel_value(*parameter, one) if isinstance(parameter, Value) else (parameter,)
+
+    def name_of(form: str) -> str:
+        return form.format(type=spelled, layout=one.layout)
+
+    if work:
+        arguments.append(buffer(name_of(work), one.size, *measures))
+    if pool is not None:
+        threads, handle = handle_of(pool)
+        if pooled and has(name_of(pooled)):
+            function, arguments = pooled, [handle, threads, *arguments]
+    call(name_of(function), *arguments)
+    return result.array
+
+
+_TYPE = re.compile(r"\d+(?:u|s|fc|f)")
+
+
+def _source_type(spelled: str) -> "np.dtype[Any]":
+    return _DTYPES[_TYPE.findall(spelled)[0]]

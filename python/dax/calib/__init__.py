@@ -1,0 +1,1 @@
+"""Boards for the calibration of cameras."""

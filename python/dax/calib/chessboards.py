@@ -1,0 +1,278 @@
+"""Chessboard corners for camera calibration: three detectors, and refinement to parts of a pixel.
+
+Corners come as arrays of (rows, columns, 2), x and y in pixels, row by row: the first row is the one nearer the top of
+the image, and turning from the direction of the rows to that of the columns is turning from x to y.
+"""
+import dataclasses
+from typing import Any, Literal, NamedTuple, Optional
+
+import numpy as np
+from numpy.typing import ArrayLike, NDArray
+
+from .._arrays import BYTES, Array, Window, as_size, choice, numbers, of_shape, pointer, source
+from .._interface import ffi
+from .._library import buffer, call
+from .._records import dtype_of, view
+from ..errors import Error
+from ..pool import Pool, handle_of
+
+__all__ = [
+    "Board",
+    "Corners",
+    "arrange_corners",
+    "find_checkerboards",
+    "find_checkerboards_by_symmetry",
+    "find_chessboard",
+    "locate_corners",
+    "refine_corners",
+]
+
+_MOST = 2048  # corners that detectors of boards of any size look at
+_NO_BOARD = 0x10000103
+_DARK = {"otsu": 0, "local-mean": 1}
+_FILTERS = {"median": 1, "plain": 2}
+
+
+@dataclasses.dataclass(frozen=True)
+class Board:
+    """A board. corners: (rows, columns, 2). The others, (rows, columns, ...): into_dark, into_light, unit vectors along
+    the edges through a corner (turning on from x towards y leads into a dark or a light square); response; radius at
+    which it was found, pixels."""
+
+    corners: NDArray[np.float32]
+    into_dark: NDArray[np.float32]
+    into_light: NDArray[np.float32]
+    response: NDArray[np.float32]
+    radius: NDArray[np.float32]
+
+
+class Corners(NamedTuple):
+    """Corners in no order, a structured array as in the C interface: point, intoDark, intoLight, response, radius."""
+
+    records: Array
+
+    @property
+    def points(self) -> NDArray[np.float32]:
+        """(n, 2) x, y."""
+        return _vectors(self.records["point"])
+
+
+def find_chessboard(
+    image: ArrayLike,
+    columns: int,
+    rows: int,
+    *,
+    dark: Literal["otsu", "local-mean"] = "otsu",
+    levels: int = 8,
+) -> Optional[NDArray[np.float32]]:
+    """Finds the inner corners of a board of known size: (rows, columns, 2), or None.
+
+    image: (height, width) uint8, sides 64..65536. columns, rows: inner corners, 2..25. dark: below the image's Otsu
+    level, or below the mean around, for uneven light. levels: erosions to try, 1..18. Corners are some pixels off on
+    boards that were eroded often: refine them.
+
+    >>> squares = np.indices((6, 8)).sum(0) % 2 * 200 + 20
+    >>> image = np.pad(np.kron(squares, np.ones((20, 20))), 40, constant_values=220).astype(np.uint8)
+    >>> image = dax.mean(image, 3)  # cameras do not see two grey levels
+    >>> corners = dax.refine_corners(image, dax.find_chessboard(image, 7, 5))
+    >>> np.abs(corners[0, :2] - [[59.5, 59.5], [79.5, 59.5]]).max() < 0.1
+    True
+    """
+    src = source("image", image, BYTES)
+    pattern = {"columns": columns, "rows": rows}
+    work = buffer("DAXI_ChessboardCornerBufferSize_8u", src.size, pattern)
+    # Boards beyond the limit are refused; larger ones than 25 x 25 need no room.
+    corners = np.zeros((min(rows, 25), min(columns, 25), 2), np.float32)
+    count, found = ffi.new("int32_t*"), ffi.new("int32_t*")
+    outputs = pointer(corners, "DaxiPoint32f"), count, found
+    mode = choice("dark", dark, _DARK)
+    call("DAXI_ChessboardCorner_8u_C1R", src.pointer, src.step, src.size, pattern, *outputs, mode, levels, work)
+    return corners if found[0] else None
+
+
+def refine_corners(
+    image: ArrayLike,
+    corners: Optional[ArrayLike],
+    half_window: Window = 5,
+    iterations: int = 30,
+    epsilon: float = 1e-4,
+    verify: bool = False,
+) -> NDArray[np.float32]:
+    """Corners to parts of a pixel, where every gradient around is perpendicular to the way to it.
+
+    image: (height, width) uint8, sides from 64. corners: (..., 2) x, y to start from. half_window: 2..50, or (horizontal,
+    vertical); should hold no second corner. iterations: most rounds. epsilon: the search ends below this squared shift.
+    verify: corners that do not look like one keep their place. See `find_chessboard` for an example.
+
+    >>> image = np.kron([[0, 255], [255, 0]], np.ones((40, 40))).astype(np.uint8)
+    >>> np.abs(dax.refine_corners(image, [[41.0, 38.0]]) - 39.5).max() < 0.01
+    True
+    """
+    if corners is None:
+        raise ValueError("corners: none were found")
+    src = source("image", image, BYTES)
+    start = np.asarray(corners)
+    if start.ndim < 1 or start.shape[-1] != 2:
+        raise ValueError(f"corners: shape {start.shape}, needed is (..., 2)")
+    flat = numbers("corners", start.reshape(-1, 2), (None, 2))
+    refined = np.empty_like(flat)
+    call(
+        "DAXI_ChessboardCornerGetSubpix_8u_C1R" + ("_v2" if verify else ""),
+        *(src.pointer, src.step, src.size, pointer(flat, "DaxiPoint32f"), len(flat)),
+        *(as_size(half_window), iterations, pointer(refined, "DaxiPoint32f"), epsilon),
+    )
+    return refined.reshape(start.shape)
+
+
+def find_checkerboards(
+    image: ArrayLike,
+    most: int = 1,
+    *,
+    extent: tuple[int, int] = (3, 300),
+    filter: Literal["median", "plain"] = "median",
+    sub_sampling: int = 1,
+    angle: tuple[float, float] = (40.0, 90.0),
+) -> list[Board]:
+    """Finds boards of any size by the Hessian of the smoothed image, the one of most corners first.
+
+    image: (height, width) uint8, sides 64..65536; squares from 10 pixels on after sub-sampling (1..5). most: boards
+    returned. extent: least and largest number of corners along a side, 2..300. filter: a 3 x 3 median against noise.
+    angle: least and largest angle between a corner's edges, degrees.
+
+    >>> squares = np.indices((6, 8)).sum(0) % 2 * 200 + 20
+    >>> image = np.pad(np.kron(squares, np.ones((20, 20))), 40, constant_values=220).astype(np.uint8)
+    >>> [board.corners.shape for board in dax.find_checkerboards(image)]
+    [(5, 7, 2)]
+    """
+    src = source("image", image, BYTES)
+    param = _hessian(extent, filter, sub_sampling, angle)
+    most, several = min(most, _MOST), most != 1
+    name = ("Mul" if several else "") + "CheckerboardCornerHessian"
+    work = buffer(f"DAXI_{name}BufferSize_8u", src.size)
+    points, corners, boards, count = _board_room(most)
+    arguments = src.pointer, src.step, src.size, points, corners, work, param, boards
+    call(f"DAXI_{name}_8u_C1R", *arguments, *((most, count) if several else ()))
+    return _boards(corners, boards, count[0] if several else 1)
+
+
+def find_checkerboards_by_symmetry(
+    image: ArrayLike,
+    most: int = 1,
+    *,
+    extent: tuple[int, int] = (3, 300),
+    filter: Literal["median", "plain"] = "median",
+    contrast: int = 20,
+    distance: int = 5,
+    radius: int = 5,
+    ladder: bool = True,
+    mask: Optional[ArrayLike] = None,
+    pool: Optional[Pool] = None,
+) -> list[Board]:
+    """Finds boards of any size by symmetry around corners, refined; the one of most corners first.
+
+    image, most, extent, filter: as for `find_checkerboards`. contrast: least difference of dark and light, 1..255.
+    distance: no two corners are nearer, 3..100 pixels. radius: 3..100 pixels, with `ladder` the end of the scales that
+    are tried, otherwise the only one. mask: as the image; corners where it is not 0.
+
+    >>> squares = np.indices((6, 8)).sum(0) % 2 * 200 + 20
+    >>> image = np.pad(np.kron(squares, np.ones((20, 20))), 40, constant_values=220).astype(np.uint8)
+    >>> [board.corners.shape for board in dax.find_checkerboards_by_symmetry(image)]
+    [(5, 7, 2)]
+    """
+    src = source("image", image, BYTES)
+    cfg = ffi.new("CheckerboardSymCfg*", {"leastExtent": extent[0], "mostExtent": extent[1], "contrast": contrast})
+    cfg.distance, cfg.largestRadius, cfg.filter = distance, radius, choice("filter", filter, _FILTERS)
+    cfg.scales = 2 if ladder else 1
+    most, several = min(most, _MOST), most != 1
+    name = "CheckerboardCornerSym" + ("Mul" if several else "")
+    work = buffer(f"DAXI_{name}BufferSize_8u", src.size)
+    points, corners, boards, count = _board_room(most)
+    images = [src.pointer, src.step]
+    if mask is not None:
+        cover = of_shape("mask", mask, src.array.shape)
+        images += [cover.pointer, cover.step]
+    outputs = points, corners, boards, *((most, count) if several else ())
+    try:
+        call(
+            f"DAXI_{name}_8u_C1R{'M' if mask is not None else ''}",
+            *images,
+            src.size,
+            *outputs,
+            cfg,
+            work,
+            handle_of(pool)[1],
+        )
+    except Error as error:
+        if error.status == _NO_BOARD:
+            return []
+        raise
+    return _boards(corners, boards, count[0] if several else 1)
+
+
+def locate_corners(image: ArrayLike, most: int = _MOST, filter: Literal["median", "plain"] = "median") -> Corners:
+    """The first step of `find_checkerboards`: verified corners in no particular order, at most `most`.
+
+    >>> image = np.kron([[0, 255], [255, 0]], np.ones((40, 40))).astype(np.uint8)
+    >>> np.abs(dax.locate_corners(image).points - 39.5).max() < 0.5
+    True
+    """
+    src = source("image", image, BYTES)
+    work = buffer("DAXI_CheckerboardCornerHessian_LocBufferSize_8u", src.size)
+    most = min(most, _MOST)
+    corners, count = ffi.new("CheckerboardCorner[]", max(most, 1)), ffi.new("int32_t*")
+    param = _hessian((2, 300), filter, 1, (40.0, 90.0))
+    arguments = src.pointer, src.step, src.size, corners, most, count, work, param
+    call("DAXI_CheckerboardCornerHessian_Loc_8u_C1R", *arguments)
+    return Corners(view("CheckerboardCorner", corners, count[0]))
+
+
+def arrange_corners(corners: Corners, most: int = 1, extent: tuple[int, int] = (3, 300)) -> list[Board]:
+    """The second step of `find_checkerboards`: boards among at most 2048 corners.
+
+    >>> squares = np.indices((6, 8)).sum(0) % 2 * 200 + 20
+    >>> image = np.pad(np.kron(squares, np.ones((20, 20))), 40, constant_values=220).astype(np.uint8)
+    >>> [board.corners.shape for board in dax.arrange_corners(dax.locate_corners(image))]
+    [(5, 7, 2)]
+    """
+    if not isinstance(corners, Corners):
+        raise TypeError("corners: as locate_corners gives them")
+    records = np.ascontiguousarray(corners.records)
+    if records.dtype != dtype_of("CheckerboardCorner") or records.ndim != 1:
+        raise TypeError("corners: as locate_corners gives them")
+    if not len(records):
+        return []
+    most, several = min(most, _MOST), most != 1
+    name = f"DAXI_{'Mul' if several else ''}CheckerboardCornerHessian_Sort"
+    work = buffer(f"{name}BufferSize", len(records))
+    arranged = ffi.new("CheckerboardCorner[]", len(records))
+    boards, count = ffi.new("CheckerboardGrid[]", max(most, 1)), ffi.new("int32_t*")
+    param = _hessian(extent, "plain", 1, (0.0, 180.0))
+    arguments = pointer(records, "CheckerboardCorner"), len(records), arranged, work, param, boards
+    call(name, *arguments, *((most, count) if several else ()))
+    return _boards(arranged, boards, count[0] if several else 1)
+
+
+def _hessian(extent: tuple[int, int], filter: str, sub_sampling: int, angle: tuple[float, float]) -> Any:
+    values = choice("filter", filter, _FILTERS), sub_sampling, *extent, *angle
+    return ffi.new("CheckerboardHessianParam*", values)
+
+
+def _board_room(most: int) -> tuple[Any, Any, Any, Any]:
+    """Points, corners, boards and their number, as outputs."""
+    boards = ffi.new("CheckerboardGrid[]", max(most, 1))
+    return ffi.new("DaxiPoint32f[]", _MOST), ffi.new("CheckerboardCorner[]", _MOST), boards, ffi.new("int32_t*")
+
+
+def _vectors(points: Array) -> NDArray[np.float32]:
+    return np.stack([points["x"], points["y"]], axis=-1)
+
+
+def _boards(corners: Any, boards: Any, count: int) -> list[Board]:
+    records = view("CheckerboardCorner", corners, len(corners))
+    return [_board(records, boards[i]) for i in range(count) if boards[i].columns]
+
+
+def _board(records: Array, board: Any) -> Board:
+    grid = records[board.first : board.first + board.columns * board.rows].reshape(board.rows, board.columns)
+    point, dark, light = (_vectors(grid[name]) for name in ("point", "intoDark", "intoLight"))
+    return Board(point, dark, light, grid["response"].copy(), grid["radius"].copy())

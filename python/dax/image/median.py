@@ -1,0 +1,24 @@
+"""Order of the pixels in a window."""
+from typing import Optional
+
+from numpy.typing import ArrayLike
+
+from .._arrays import Array
+from .._operation import apply
+from ..pool import Pool
+
+__all__ = ["median3x3"]
+
+
+def median3x3(image: ArrayLike, out: Optional[Array] = None, pool: Optional[Pool] = None) -> Array:
+    """Exact median of 3 x 3 pixels, the edge replicated. NaN is ordered beyond infinity.
+
+    image: uint8, uint16, int16, float32 or float64, at least 3 x 3. pool: for uint8, works in bands.
+
+    >>> dax.median3x3(np.eye(3, dtype=np.uint8))
+    array([[1, 0, 0],
+           [0, 0, 0],
+           [0, 0, 1]], dtype=uint8)
+    """
+    name = "DAXI_FilterMedian3x3_{type}_{layout}R"
+    return apply(name, {"image": image}, types="8u 16u 16s 32f 64f", out=out, pooled=name + "_NEON_MT", pool=pool)

@@ -1,0 +1,1 @@
+"""Blobs, edges, widths and lines."""

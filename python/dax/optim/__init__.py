@@ -1,0 +1,1 @@
+"""Least squares, sparse matrices, rotations and rigid motions."""

@@ -1,0 +1,1 @@
+"""Range images and point clouds."""

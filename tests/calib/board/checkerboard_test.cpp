@@ -1,0 +1,360 @@
+// The two detectors that find out the size of a board.
+#include <gtest/gtest.h>
+
+#include <cstring>
+#include <functional>
+
+#include "calib/board/symmetry.h"
+#include "tests/calib/board/checkerboard_search.h"
+#include "tests/support/check_order.h"
+#include "tests/support/mock_pool.h"
+
+namespace dax::test {
+namespace {
+
+using Image = TestImage<uint8_t>;
+
+struct AnyDetector {
+  const char* name;
+  std::function<FoundBoards(const Image&, Guard)> find;
+  double error;  // pixels, on clean boards
+};
+
+const AnyDetector kDetectors[] = {
+    {"Hessian", [](const Image& i, Guard g) { return findByHessian(i, kHessian, 8, g); }, 0.15},
+    {"symmetry", [](const Image& i, Guard g) { return findBySymmetry(i, kSymmetry, 8, g); }, 0.3},
+};
+
+// The corners are those of the board, and the edges lead where they say.
+void expectBoard(const FoundBoards& found, const BoardImage& board, const BoardView& view, double error) {
+  ASSERT_EQ(found.boards.size(), 1u);
+  const auto [columns, rows, first] = found.boards[0];
+  EXPECT_EQ(first, 0);
+  EXPECT_EQ(columns, std::max(view.columns, view.rows));
+  EXPECT_EQ(rows, std::min(view.columns, view.rows));
+  ASSERT_EQ(found.points.size(), board.corners.size());
+  EXPECT_LE(worstNearest(found.points.data(), board.corners), error);
+  if (columns != rows) {
+    EXPECT_TRUE(isOrdered(found.points.data(), columns, rows));
+  }
+  for (const CheckerboardCorner& corner : found.corners) {
+    EXPECT_EQ(std::memcmp(&corner.point, &found.points[static_cast<size_t>(&corner - found.corners.data())], 8), 0);
+    // Between the edges, seven pixels from the corner.
+    const auto look = [&](DaxiPoint32f a, DaxiPoint32f b) {
+      if (a.x * b.y - a.y * b.x < 0) b = {-b.x, -b.y};
+      const float x = a.x + b.x, y = a.y + b.y, length = std::hypot(x, y);
+      return board.image.at(static_cast<int32_t>(corner.point.x + 7 * x / length + 0.5f),
+                            static_cast<int32_t>(corner.point.y + 7 * y / length + 0.5f));
+    };
+    EXPECT_LT(look(corner.intoDark, corner.intoLight) + 20, look(corner.intoLight, corner.intoDark));
+  }
+}
+
+TEST(Checkerboards, SizesRotationsBlurAndNoise) {
+  const std::pair<int32_t, int32_t> sizes[] = {{3, 3}, {4, 3}, {3, 7}, {9, 6}, {11, 8}, {20, 14}};
+  int32_t turn = 0;
+  for (const AnyDetector& detector : kDetectors) {
+    for (const auto& [columns, rows] : sizes) {
+      BoardView view;
+      view.columns = columns;
+      view.rows = rows;
+      view.size = columns > 11 ? DaxiSize{1024, 800} : DaxiSize{640, 480};
+      view.firstDark = turn % 2 == 0;
+      view.rotation = 37 * turn++ + 2;
+      view.tilt = 5.0 * (turn % 8);
+      view.tiltAxis = 50 * turn;
+      view.blur = 0.6;
+      SCOPED_TRACE(testing::Message() << detector.name << ' ' << columns << " x " << rows << " turned "
+                                      << view.rotation);
+      const BoardImage clean(view, 3);
+      expectBoard(detector.find(clean.image, Guard::after), clean, view, detector.error);
+      view.blur = 1.5;
+      view.noise = 6;
+      view.gradient = 3;
+      const BoardImage poor(view);
+      expectBoard(detector.find(poor.image, Guard::before), poor, view, 1.5);
+    }
+  }
+}
+
+// Two boards side by side, the smaller one first in the image.
+struct TwoBoards {
+  TwoBoards() : image({960, 480}) {
+    BoardView view;
+    view.size = {480, 480};
+    view.blur = 0.7;
+    view.columns = 5, view.rows = 4, view.rotation = 12;
+    const BoardImage left(view);
+    view.columns = 8, view.rows = 6, view.rotation = -20;
+    const BoardImage right(view);
+    image.fill([&](int32_t x, int32_t y) { return x < 480 ? left.image.at(x, y) : right.image.at(x - 480, y); });
+  }
+  Image image;
+};
+
+TEST(Checkerboards, SeveralBoardsTheLargestFirst) {
+  const TwoBoards two;
+  for (const AnyDetector& detector : kDetectors) {
+    const FoundBoards found = detector.find(two.image, Guard::after);
+    ASSERT_EQ(found.boards.size(), 2u) << detector.name;
+    EXPECT_EQ(found.boards[0].columns * found.boards[0].rows, 48);
+    EXPECT_EQ(found.boards[1].columns * found.boards[1].rows, 20);
+    EXPECT_EQ(found.boards[1].first, 48);
+    EXPECT_GT(found.pointsOf(0)->x, 480);
+    EXPECT_LT(found.pointsOf(1)->x, 480);
+  }
+  EXPECT_EQ(findByHessian(two.image, kHessian, 1).boards.size(), 1u);
+  EXPECT_EQ(findBySymmetry(two.image, kSymmetry, 1).boards.size(), 1u);
+  // Limits of extent choose between them.
+  CheckerboardHessianParam small = kHessian;
+  small.mostExtent = 7;
+  CheckerboardSymCfg smallToo = kSymmetry;
+  smallToo.mostExtent = 7;
+  for (const FoundBoards& found : {findByHessian(two.image, small), findBySymmetry(two.image, smallToo)}) {
+    ASSERT_EQ(found.boards.size(), 1u);
+    EXPECT_EQ(found.boards[0].columns, 5);
+  }
+}
+
+TEST(Checkerboards, MaskLeavesTheOtherBoard) {
+  const TwoBoards two;
+  Image mask(two.image.size(), 5);
+  mask.fill([](int32_t x, int32_t) { return x < 480 ? 1 : 0; });
+  uint64_t bytes = 0;
+  ASSERT_EQ(DAXI_CheckerboardCornerSymBufferSize_8u(two.image.size(), &bytes), DAX_STS_OK);
+  SearchBuffers buffers(bytes, Guard::after);
+  CheckerboardGrid grid{};
+  const auto find = [&] {
+    return DAXI_CheckerboardCornerSym_8u_C1RM(two.image.data(), two.image.step(), mask.data(), mask.step(), mask.size(),
+                                              buffers.points.data(), buffers.corners.data(), &grid, &kSymmetry,
+                                              buffers.work.data(), nullptr);
+  };
+  EXPECT_EQ(find(), DAX_STS_OK);
+  EXPECT_EQ(grid.columns, 5);
+  mask.fill([](int32_t, int32_t) { return 0; });
+  EXPECT_EQ(find(), DAXI_STS_NO_BOARD);
+  EXPECT_EQ(grid.columns, 0);
+}
+
+TEST(Checkerboards, AnyPoolGivesTheSameBits) {
+  const TwoBoards two;
+  const FoundBoards alone = findBySymmetry(two.image);
+  for (const auto order : {MockPool::Order::backward, MockPool::Order::shuffled}) {
+    for (const uint32_t threads : {1u, 3u, 8u}) {
+      MockPool pool;
+      pool.order = order;
+      pool.threads = threads;
+      pool.concurrent = threads == 3;
+      const FoundBoards found = findBySymmetry(two.image, kSymmetry, 8, Guard::after, &pool);
+      EXPECT_EQ(pool.calls > 0, threads > 1);
+      ASSERT_EQ(found.corners.size(), alone.corners.size());
+      EXPECT_EQ(std::memcmp(found.corners.data(), alone.corners.data(), alone.corners.size() * 32), 0);
+    }
+  }
+}
+
+TEST(Checkerboards, SubSamplingAndAngles) {
+  BoardView view;
+  view.size = {1280, 960};
+  view.rotation = 15;
+  view.blur = 1.5;
+  const BoardImage board(view);
+  CheckerboardHessianParam param = kHessian;
+  param.subSampling = 3;
+  expectBoard(findByHessian(board.image, param), board, view, 0.5);
+  param.leastAngle = 20, param.mostAngle = 60;  // the edges cross at right angles
+  EXPECT_TRUE(findByHessian(board.image, param).boards.empty());
+}
+
+// Nothing to find: no detector finds it, nor leaves its memory; as many candidates as there can be among them.
+TEST(Checkerboards, ImagesWithoutABoard) {
+  for (const DaxiSize size : {DaxiSize{64, 64}, {301, 203}, {64, 700}}) {
+    std::vector<Image> images;
+    for (int32_t i = 0; i < 7; ++i) images.emplace_back(size, i % 3);
+    images[0].fill([](int32_t, int32_t) { return 90; });
+    images[1].randomize(3);
+    images[2].fill([](int32_t x, int32_t y) { return (x + y) % 2 * 255; });
+    images[3].fill([](int32_t x, int32_t y) { return (x / 2 + y / 2) % 2 * 255; });
+    images[4].fill([](int32_t x, int32_t) { return x / 9 % 2 * 255; });
+    images[5].fill([](int32_t x, int32_t y) { return x % 20 < 9 && y % 20 < 9 ? 0 : 255; });
+    images[6].fill([](int32_t x, int32_t y) { return x + y == 60 ? 255 : 0; });
+    for (size_t i = 0; i < images.size(); ++i) {
+      for (const AnyDetector& detector : kDetectors) {
+        for (const Guard guard : kGuards) {
+          EXPECT_TRUE(detector.find(images[i], guard).boards.empty()) << detector.name << " image " << i;
+        }
+      }
+    }
+  }
+}
+
+// Corners of an ideal board, in any order, with gaps and with numbers that are none.
+TEST(Checkerboards, SortOfGivenCorners) {
+  std::vector<CheckerboardCorner> corners;
+  for (int32_t i = 0; i < 54; ++i) {
+    const int32_t c = i * 23 % 54 % 9, r = i * 23 % 54 / 9;
+    const DaxiPoint32f along{1, 0}, across{0, 1};
+    const bool even = (c + r) % 2 == 0;
+    corners.push_back({{static_cast<float>(100 + 30 * c), static_cast<float>(90 + 28 * r)},
+                       even ? along : across,
+                       even ? across : along,
+                       100,
+                       5});
+  }
+  const float nan = std::numeric_limits<float>::quiet_NaN(), infinity = std::numeric_limits<float>::infinity();
+  corners.push_back({{nan, 90}, {1, 0}, {0, 1}, 100, 5});
+  corners.push_back({{115, 104}, {nan, nan}, {0, 1}, 100, 5});
+  corners.push_back({{infinity, -infinity}, {1, 0}, {0, 1}, nan, nan});
+  corners.push_back({{1e30f, 1e30f}, {1, 0}, {0, 1}, 100, 5});
+  const auto sort = [&](std::vector<CheckerboardCorner>& sorted) {
+    const auto count = static_cast<int32_t>(corners.size());
+    uint64_t bytes = 0;
+    EXPECT_EQ(DAXI_CheckerboardCornerHessian_SortBufferSize(count, &bytes), DAX_STS_OK);
+    GuardedBuffer<uint8_t> buffer(bytes);
+    GuardedBuffer<CheckerboardCorner> to(corners.size());
+    CheckerboardGrid grid{};
+    EXPECT_EQ(DAXI_CheckerboardCornerHessian_Sort(corners.data(), count, to.data(), buffer.data(), &kHessian, &grid),
+              DAX_STS_OK);
+    sorted.assign(to.begin(), to.begin() + grid.columns * grid.rows);
+    return grid;
+  };
+  std::vector<CheckerboardCorner> sorted;
+  const CheckerboardGrid grid = sort(sorted);
+  ASSERT_EQ(grid.columns, 9);
+  ASSERT_EQ(grid.rows, 6);
+  for (int32_t i = 0; i < 54; ++i) {
+    EXPECT_EQ(sorted[static_cast<size_t>(i)].point.x, static_cast<float>(100 + 30 * (i % 9)));
+    EXPECT_EQ(sorted[static_cast<size_t>(i)].point.y, static_cast<float>(90 + 28 * (i / 9)));
+  }
+  // Without a corner in the middle of the third column six columns are left.
+  std::erase_if(corners, [](const CheckerboardCorner& c) { return c.point.x == 160 && c.point.y == 146; });
+  EXPECT_EQ(sort(sorted).columns, 6);
+}
+
+TEST(Checkerboards, LadderOfRadii) {
+  const struct {
+    DaxiSize size;
+    uint32_t largest;
+    std::vector<int32_t> radii;
+  } cases[] = {{{64, 64}, 100, {3, 5, 7, 10, 15, 23, 34, 51, 77, 100}},  // 3, 4.5, 6.75, 10.125, ...
+               {{640, 480}, 5, {16, 11, 7, 5}},
+               {{640, 480}, 16, {16}},
+               {{640, 480}, 17, {16, 17}},
+               {{64, 64}, 3, {3}}};
+  for (const auto& c : cases) {
+    int32_t radii[kMostScales];
+    const int32_t count = DAXI_CheckerboardCornerSym_cfg_cal(c.size, c.largest, radii);
+    EXPECT_EQ(std::vector<int32_t>(radii, radii + count), c.radii) << c.size.width << ' ' << c.largest;
+  }
+}
+
+struct Arguments {
+  const uint8_t* src;
+  int32_t step;
+  DaxiSize size;
+  DaxiPoint32f* points;
+  CheckerboardCorner* corners;
+  void* buffer;
+  CheckerboardHessianParam param;
+  CheckerboardSymCfg cfg;
+  CheckerboardGrid* result;
+};
+
+class CheckerboardChecks : public testing::Test {
+ protected:
+  using Spoil = void (*)(Arguments&);
+
+  CheckerboardChecks() : image_({64, 64}), buffers_(bytes(), Guard::after) {
+    image_.fill([](int32_t, int32_t) { return 9; });
+    good_ = {image_.data(), 64,        {64, 64}, buffers_.points.data(), buffers_.corners.data(), buffers_.work.data(),
+             kHessian,      kSymmetry, &grid_};
+  }
+
+  // The common clauses, and behind them those of a record.
+  static std::vector<CheckClause<Arguments>> clausesWith(std::initializer_list<Spoil> record) {
+    std::vector<CheckClause<Arguments>> clauses = {
+        {"image", DAX_STS_NULL_POINTER, [](Arguments& a) { a.src = nullptr; }},
+        {"points", DAX_STS_NULL_POINTER, [](Arguments& a) { a.points = nullptr; }},
+        {"corners", DAX_STS_NULL_POINTER, [](Arguments& a) { a.corners = nullptr; }},
+        {"buffer", DAX_STS_NULL_POINTER, [](Arguments& a) { a.buffer = nullptr; }},
+        {"result", DAX_STS_NULL_POINTER, [](Arguments& a) { a.result = nullptr; }},
+        {"width", DAX_STS_IMAGE_SIZE, [](Arguments& a) { a.size.width = 63; }},
+        {"height", DAX_STS_IMAGE_SIZE, [](Arguments& a) { a.size.height = 65537; }},
+        {"step", DAX_STS_IMAGE_STEP, [](Arguments& a) { a.step = 62; }},
+    };
+    for (const Spoil spoil : record) clauses.push_back({"record", DAX_STS_BAD_PARAM, spoil});
+    return clauses;
+  }
+
+  bool untouched() const { return grid_.columns == 7 && grid_.rows == 7; }
+
+  Image image_;
+  SearchBuffers buffers_;
+  CheckerboardGrid grid_{7, 7, 7};
+  Arguments good_{};
+
+ private:
+  static uint64_t bytes() {
+    uint64_t hessian = 0, symmetry = 0;
+    EXPECT_EQ(DAXI_CheckerboardCornerHessianBufferSize_8u({64, 64}, &hessian), DAX_STS_OK);
+    EXPECT_EQ(DAXI_CheckerboardCornerSymBufferSize_8u({64, 64}, &symmetry), DAX_STS_OK);
+    return std::max(hessian, symmetry);
+  }
+};
+
+TEST_F(CheckerboardChecks, HessianOrderAndCodes) {
+  const auto clauses =
+      clausesWith({[](Arguments& a) { a.param.filter = 0; }, [](Arguments& a) { a.param.filter = 3; },
+                   [](Arguments& a) { a.param.subSampling = 6; }, [](Arguments& a) { a.param.leastExtent = 1; },
+                   [](Arguments& a) { a.param.mostExtent = 301; }, [](Arguments& a) { a.param.leastAngle = -1; },
+                   [](Arguments& a) { a.param.mostAngle = 181; },
+                   [](Arguments& a) { a.param.leastAngle = 91, a.param.mostAngle = 90; },
+                   [](Arguments& a) { a.param.mostAngle = std::numeric_limits<float>::quiet_NaN(); }});
+  expectCheckOrder<Arguments>(
+      good_, clauses,
+      [](const Arguments& a) {
+        return DAXI_CheckerboardCornerHessian_8u_C1R(a.src, a.step, a.size, a.points, a.corners, a.buffer, &a.param,
+                                                     a.result);
+      },
+      [this] { return untouched(); });
+  EXPECT_EQ(grid_.columns, 0);
+}
+
+TEST_F(CheckerboardChecks, SymmetryOrderAndCodes) {
+  const auto clauses =
+      clausesWith({[](Arguments& a) { a.cfg.leastExtent = 1; }, [](Arguments& a) { a.cfg.mostExtent = 301; },
+                   [](Arguments& a) { a.cfg.contrast = 256; }, [](Arguments& a) { a.cfg.distance = 2; },
+                   [](Arguments& a) { a.cfg.largestRadius = 101; }, [](Arguments& a) { a.cfg.filter = 0; },
+                   [](Arguments& a) { a.cfg.scales = 3; }});
+  const auto find = [](const Arguments& a) {
+    return DAXI_CheckerboardCornerSym_8u_C1R(a.src, a.step, a.size, a.points, a.corners, a.result, &a.cfg, a.buffer,
+                                             nullptr);
+  };
+  // The good arguments show no board, which is a code of its own.
+  expectCheckOrder<Arguments>(
+      good_, clauses,
+      [find](const Arguments& a) {
+        const DaxStatus status = find(a);
+        return status == DAXI_STS_NO_BOARD ? DaxStatus{DAX_STS_OK} : status;
+      },
+      [this] { return untouched(); });
+  EXPECT_EQ(find(good_), DAXI_STS_NO_BOARD);
+}
+
+TEST_F(CheckerboardChecks, NumbersOfBoardsAndSizeQueries) {
+  int32_t count = 7;
+  const auto findMany = [&](int32_t most) {
+    return DAXI_MulCheckerboardCornerHessian_8u_C1R(good_.src, 64, good_.size, good_.points, good_.corners,
+                                                    good_.buffer, &kHessian, &grid_, most, &count);
+  };
+  EXPECT_EQ(findMany(0), DAX_STS_BAD_PARAM);
+  EXPECT_EQ(count, 7);
+  EXPECT_EQ(findMany(1), DAX_STS_OK);
+  uint64_t bytes = 0;
+  EXPECT_EQ(DAXI_CheckerboardCornerHessian_SortBufferSize(2049, &bytes), DAX_STS_BAD_PARAM);
+  EXPECT_EQ(DAXI_CheckerboardCornerHessian_SortBufferSize(0, nullptr), DAX_STS_NULL_POINTER);
+  EXPECT_EQ(DAXI_CheckerboardCornerSymBufferSize_8u({63, 64}, &bytes), DAX_STS_IMAGE_SIZE);
+}
+
+}  // namespace
+}  // namespace dax::test

@@ -1,0 +1,396 @@
+#include "calib/board/chessboard.h"
+
+#include <gtest/gtest.h>
+
+#include "tests/calib/board/board_search.h"
+#include "tests/support/check_order.h"
+
+namespace dax::test {
+namespace {
+
+using Image = TestImage<uint8_t>;
+constexpr int32_t kModes[] = {DAXI_CHESSBOARD_OTSU, DAXI_CHESSBOARD_LOCAL_MEAN};
+
+void expectFound(const BoardView& view, int32_t mode, double tolerance = 6) {
+  SCOPED_TRACE(testing::Message() << view.columns << " x " << view.rows << " turned " << view.rotation << " mode "
+                                  << mode);
+  const BoardImage board(view, 5);
+  const QuadResult result = findQuads(board.image, {view.columns, view.rows}, mode);
+  ASSERT_TRUE(result.found);
+  EXPECT_EQ(result.count, view.columns * view.rows);
+  EXPECT_TRUE(isOrdered(result.corners.data(), view.columns, view.rows));
+  if (!view.mirrored && view.columns != view.rows) {
+    EXPECT_LE(worstError(result.corners.data(), board.corners), tolerance);
+  }
+  EXPECT_LE(worstNearest(result.corners.data(), board.corners), tolerance);
+}
+
+TEST(Chessboard, EverySizeAndRotation) {
+  int32_t turn = 0;
+  for (const auto& [columns, rows] : {std::pair{3, 2},
+                                      {2, 3},
+                                      {3, 3},
+                                      {4, 3},
+                                      {5, 5},
+                                      {7, 6},
+                                      {6, 9},
+                                      {9, 6},
+                                      {11, 8},
+                                      {8, 14},
+                                      {20, 14},
+                                      {25, 25}}) {
+    for (const int32_t mode : kModes) {
+      BoardView view;
+      view.columns = columns;
+      view.rows = rows;
+      view.size = columns * rows > 100 ? DaxiSize{1280, 960} : DaxiSize{640, 480};
+      view.firstDark = turn % 2 == 0;
+      view.rotation = 15 * turn++ + 4;
+      view.tilt = 10;
+      view.tiltAxis = 40 * turn;
+      view.blur = 0.5;
+      expectFound(view, mode);
+    }
+  }
+}
+
+TEST(Chessboard, UnevenLightMirrorsAndUpsideDown) {
+  for (const double rotation : {0.0, 90.0, 180.0, 270.0, 7.0, 187.0}) {
+    BoardView view;
+    view.columns = 7;
+    view.rows = 5;
+    view.rotation = rotation;
+    expectFound(view, DAXI_CHESSBOARD_OTSU);
+    view.mirrored = true;
+    expectFound(view, DAXI_CHESSBOARD_OTSU);
+    view.gradient = 4;
+    expectFound(view, DAXI_CHESSBOARD_LOCAL_MEAN);
+  }
+}
+
+// Refined, the corners are those of the board.
+TEST(Chessboard, RefinedToATenthOfAPixel) {
+  for (int32_t i = 0; i < 12; ++i) {
+    BoardView view;
+    view.rotation = 29 * i;
+    view.tilt = 3 * i;
+    view.tiltAxis = 70 * i;
+    view.blur = 0.8;
+    const BoardImage board(view);
+    QuadResult result = findQuads(board.image, {9, 6}, i % 2);
+    ASSERT_TRUE(result.found) << i;
+    ASSERT_EQ(
+        DAXI_ChessboardCornerGetSubpix_8u_C1R(board.image.data(), board.image.step(), view.size, result.corners.data(),
+                                              54, {7, 7}, 30, result.corners.data(), 1e-4f),
+        DAX_STS_OK);
+    EXPECT_LE(worstError(result.corners.data(), board.corners), 0.1) << i;
+  }
+}
+
+TEST(Chessboard, MarginOfEightPixels) {
+  BoardView view;
+  view.columns = 5;
+  view.rows = 4;
+  view.square = 24;
+  view.size = {320, 260};
+  for (const double corner : {12.0, 6.5}) {
+    view.shiftX = corner - (319 / 2.0 - 2 * 24);
+    const BoardImage board(view);
+    const QuadResult result = findQuads(board.image, {5, 4}, 0);
+    EXPECT_EQ(result.count, 20) << corner;
+    EXPECT_EQ(result.found, corner > 10) << corner;
+  }
+}
+
+// A dark square that touches a corner square of the board.
+TEST(Chessboard, SquareTooMany) {
+  BoardView view;
+  view.columns = 6;
+  view.rows = 5;
+  view.square = 40;
+  BoardImage board(view);
+  const BoardCamera camera(view);
+  const PlanePoint p = camera(6, 5);
+  board.image.fill([&](int32_t x, int32_t y) {
+    const bool inside = x >= p.x && x < p.x + 40 && y >= p.y && y < p.y + 40;
+    return inside ? 40 : static_cast<int32_t>(board.image.at(x, y));
+  });
+  EXPECT_TRUE(findQuads(board.image, {6, 5}, 0).found);
+}
+
+// A board is not found in a larger one, whose part could be any.
+TEST(Chessboard, LargerBoardIsNotTheAskedOne) {
+  for (const double rotation : {0.0, 40.0, 130.0}) {
+    BoardView view;
+    view.columns = 9;
+    view.rows = 6;
+    view.blur = 0.5;
+    view.rotation = rotation;
+    BoardImage board(view);
+    const auto expectOnlyWhole = [&] {
+      for (const ChessboardPatternSize pattern :
+           {ChessboardPatternSize{8, 6}, {9, 5}, {6, 8}, {7, 5}, {4, 3}, {3, 3}, {3, 2}, {2, 5}}) {
+        for (const int32_t mode : kModes) {
+          const QuadResult result = findQuads(board.image, pattern, mode);
+          EXPECT_EQ(result.count, 0) << pattern.columns << " x " << pattern.rows << " turned " << rotation;
+          EXPECT_FALSE(result.found);
+        }
+      }
+    };
+    EXPECT_TRUE(findQuads(board.image, {9, 6}, DAXI_CHESSBOARD_OTSU).found);
+    EXPECT_TRUE(findQuads(board.image, {6, 9}, DAXI_CHESSBOARD_OTSU).found);
+    expectOnlyWhole();
+  }
+}
+
+// Nothing, too much, and images made to have as many regions as there can be; in guarded memory.
+TEST(Chessboard, ImagesWithoutABoard) {
+  const DaxiSize size{200, 170};
+  std::vector<Image> images;
+  for (int32_t i = 0; i < 7; ++i) images.emplace_back(size, i % 2);
+  images[0].fill([](int32_t, int32_t) { return 90; });
+  images[1].randomize(3);
+  images[2].fill([](int32_t x, int32_t y) { return (x + y) % 2 * 255; });
+  images[3].fill([](int32_t x, int32_t y) { return x % 2 || y % 2 ? 255 : 0; });
+  images[4].fill([](int32_t x, int32_t y) { return x % 5 < 3 && y % 5 < 3 ? 0 : 255; });  // 1360 squares
+  images[5].fill([](int32_t x, int32_t y) { return x % 8 < 5 && y % 6 < 4 && x + y * 200 / 6 < 99999 ? 0 : 255; });
+  images[6].fill([](int32_t x, int32_t) { return x; });
+  for (const Image& image : images) {
+    for (const int32_t mode : kModes) {
+      for (const Guard guard : kGuards) {
+        for (const ChessboardPatternSize pattern : {ChessboardPatternSize{2, 2}, {9, 6}, {25, 25}}) {
+          EXPECT_FALSE(findQuads(image, pattern, mode, 18, guard).found);
+        }
+      }
+    }
+  }
+  // The size that takes the fewest bytes and the one of the worst step.
+  Image smallest({64, 64}, 11);
+  smallest.randomize(5);
+  EXPECT_FALSE(findQuads(smallest, {3, 3}, 1, 18).found);
+}
+
+// The largest board, and as many dark squares beside it as make 800 regions, or one more.
+TEST(Chessboard, AtMostEightHundredRegions) {
+  constexpr int32_t kBoardSquares = 338, kSide = 12;
+  for (const auto& [regions, found] : {std::pair{800, true}, {801, false}}) {
+    Image image({1024, 670});
+    image.fill([](int32_t, int32_t) { return 200; });
+    const auto darken = [&](int32_t left, int32_t top) {
+      for (int32_t y = top; y < top + kSide; ++y) std::fill_n(image.row(y) + left, kSide, uint8_t{40});
+    };
+    for (int32_t i = 0; i < 26 * 26; ++i) {
+      if ((i % 26 + i / 26) % 2 == 0) darken(20 + kSide * (i % 26), 20 + kSide * (i / 26));
+    }
+    for (int32_t i = 0; i < regions - kBoardSquares; ++i) darken(350 + 30 * (i % 22), 12 + 30 * (i / 22));
+    EXPECT_EQ(findQuads(image, {25, 25}, DAXI_CHESSBOARD_LOCAL_MEAN).found, found) << regions;
+  }
+}
+
+// More than 3 below the mean of a window whose sides follow from the image's, the edges going on outside.
+TEST(ChessboardMask, LocalMeanByDefinition) {
+  for (const DaxiSize size : {DaxiSize{64, 65}, {128, 129}, {131, 64}, {256, 257}, {513, 70}}) {
+    Image image(size, 2);
+    image.randomize(static_cast<uint64_t>(size.width));
+    Image mask(size);
+    std::vector<uint32_t> columns(static_cast<size_t>(size.width));
+    maskDark(image.data(), image.step(), mask.data(), mask.step(), size, DAXI_CHESSBOARD_LOCAL_MEAN, columns.data(), 0);
+    const int32_t w = meanWindowSide(size.width), h = meanWindowSide(size.height);
+    for (int32_t i = 0; i < 400; ++i) {
+      const int32_t x = i * 37 % size.width, y = i * 91 % size.height;
+      int64_t sum = 0;
+      for (int32_t v = y - h / 2; v < y + h / 2; ++v) {
+        for (int32_t u = x - w / 2; u < x + w / 2; ++u) {
+          sum += image.at(std::clamp(u, 0, size.width - 1), std::clamp(v, 0, size.height - 1));
+        }
+      }
+      ASSERT_EQ(mask.at(x, y) != 0, (image.at(x, y) + 3) * w * h < sum) << x << ", " << y << " of " << size.width;
+    }
+  }
+  const std::pair<int32_t, int32_t> sides[] = {{64, 8},   {128, 8},  {129, 16},  {256, 16},   {257, 32},
+                                               {512, 32}, {513, 64}, {1024, 64}, {1025, 128}, {65536, 128}};
+  for (const auto& [side, window] : sides) EXPECT_EQ(meanWindowSide(side), window) << side;
+}
+
+// Squares of a chain, one pixel apart at their corners, and what the stages make of them.
+class Quads : public testing::Test {
+ protected:
+  void add(double x, double y, double half = 10) {
+    const auto index = static_cast<int32_t>(quads_.size());
+    const double dx[] = {-half, -half, half, half}, dy[] = {half, -half, -half, half};
+    ChessboardQuad quad{{}, {}, -1, index + 1, static_cast<float>(4 * half * half), 0};
+    for (int32_t k = 0; k < 4; ++k) {
+      quad.corner[k] = 4 * index + k + 1;
+      points_.push_back({static_cast<float>(x + dx[k]), static_cast<float>(y + dy[k]), quad.corner[k], 0, 0, {}});
+    }
+    quads_.push_back(quad);
+  }
+  // The dark squares of a board of columns x rows inner corners.
+  void addBoard(int32_t columns, int32_t rows) {
+    for (int32_t r = 0; r <= rows; ++r) {
+      for (int32_t c = r % 2; c <= columns; c += 2) add(100 + 22 * c, 100 + 22 * r);
+    }
+  }
+  void link() {
+    table_ = {quads_.data(), points_.data(), static_cast<int32_t>(quads_.size())};
+    DAXI_ChessboardCorner_find_quads_neighbor(&table_);
+    ids_.resize(quads_.size());
+    group_ = {ids_.data(), 0};
+    DAXI_ChessboardCorner_find_connected_quads(&table_, 0, &group_);
+  }
+  GroupScratch scratch() {
+    uint64_t bytes = 0;
+    _DAXI_PtEncloseBoxBufferSize_32s(kMostQuads, &bytes);
+    box_.resize(bytes);
+    places_.resize(kMostQuads);
+    centres_.resize(kMostQuads);
+    hull_.resize(4 * kMostQuads + 5);
+    return {places_.data(), centres_.data(), hull_.data(), box_.data()};
+  }
+
+  std::vector<ChessboardQuad> quads_;
+  std::vector<ChessboardCornerPoint> points_;
+  std::vector<int32_t> ids_;
+  QuadTable table_{};
+  QuadGroup group_{};
+  std::vector<uint8_t> box_;
+  std::vector<QuadPlace> places_;
+  std::vector<DaxiPoint32s> centres_, hull_;
+};
+
+TEST_F(Quads, LinkedSquaresShareThePointHalfWay) {
+  add(100, 100);
+  add(122, 122);
+  add(300, 300);
+  link();
+  ASSERT_EQ(group_.count, 2);
+  EXPECT_EQ(quads_[0].neighbour[3], 2);
+  EXPECT_EQ(quads_[1].neighbour[1], 1);
+  EXPECT_EQ(quads_[2].neighbours, 0);
+  EXPECT_EQ(quads_[0].corner[3], quads_[1].corner[1]);
+  EXPECT_EQ(points_[3].x, 111);
+}
+
+TEST_F(Quads, SurplusFallsByTwo) {
+  for (const auto& [extra, left] : {std::pair{0, 0}, {1, -1}, {2, 0}, {3, -1}}) {
+    quads_.clear();
+    points_.clear();
+    addBoard(5, 5);  // 18 dark squares
+    for (int32_t i = 0; i < extra; ++i) add(100 - 22 * (i + 1), 100 - 22 * (i + 1));
+    link();
+    ASSERT_EQ(group_.count, 18 + extra);
+    const GroupScratch at = scratch();
+    DAXI_ChessboardCorner_clean_surplus_quads(&table_, &group_, 18, &at);
+    EXPECT_EQ(group_.count, 18 + left) << extra;
+    // The square furthest out went, and nothing in the group is linked to it.
+    for (int32_t i = 0; i < group_.count; ++i) {
+      if (extra > 0) {
+        EXPECT_NE(group_.ids[i], 18 + extra);
+      }
+    }
+  }
+}
+
+// A square behind the short side, which would have a single dark one there, and a line of them.
+TEST_F(Quads, SquaresBesideTheBoard) {
+  for (const auto& [more, left] : {std::pair{1, 8}, {2, 0}}) {
+    quads_.clear();
+    points_.clear();
+    addBoard(2, 4);
+    if (more == 1) add(122, 78);
+    if (more == 2) add(78, 122), add(78, 166);
+    link();
+    const GroupScratch at = scratch();
+    DAXI_ChessboardCorner_order_connected_quads(&table_, &group_, {2, 4}, &at);
+    EXPECT_EQ(group_.count, left);
+  }
+}
+
+TEST_F(Quads, BoardIsReadRowByRow) {
+  const ChessboardPatternSize pattern{5, 4};
+  addBoard(5, 4);
+  link();
+  const GroupScratch at = scratch();
+  DAXI_ChessboardCorner_order_connected_quads(&table_, &group_, pattern, &at);
+  int32_t ids[20];
+  ASSERT_TRUE(DAXI_ChessboardCorner_check_quad_group(&table_, &group_, pattern, ids));
+  std::vector<DaxiPoint32f> corners;
+  for (const int32_t id : ids) corners.push_back({table_.corner(id).x, table_.corner(id).y});
+  EXPECT_TRUE(DAXI_ChessboardCorner_check_board_monotony(corners.data(), pattern));
+  const float first = corners[0].x, step = corners[1].x - first;
+  EXPECT_EQ(std::fabs(step), 22);
+  for (int32_t i = 0; i < 20; ++i)
+    EXPECT_EQ(corners[static_cast<size_t>(i)].x, first + static_cast<float>(i % 5) * step);
+  // A corner that goes back along its row.
+  std::swap(corners[6], corners[7]);
+  EXPECT_FALSE(DAXI_ChessboardCorner_check_board_monotony(corners.data(), pattern));
+}
+
+TEST_F(Quads, GroupsOfAnotherShapeAreRefused) {
+  int32_t ids[64];
+  for (const ChessboardPatternSize pattern : {ChessboardPatternSize{4, 4}, {6, 4}, {5, 5}, {10, 2}}) {
+    quads_.clear();
+    points_.clear();
+    addBoard(5, 4);
+    link();
+    EXPECT_FALSE(DAXI_ChessboardCorner_check_quad_group(&table_, &group_, pattern, ids));
+  }
+}
+
+struct Arguments {
+  const uint8_t* src;
+  int32_t step;
+  DaxiSize size;
+  ChessboardPatternSize pattern;
+  DaxiPoint32f* corners;
+  int32_t* count;
+  int32_t* found;
+  int32_t mode, maxLevel;
+  void* buffer;
+};
+
+TEST(ChessboardChecks, OrderAndCodes) {
+  Image image({64, 64});
+  image.fill([](int32_t, int32_t) { return 9; });
+  uint64_t bytes = 0;
+  ASSERT_EQ(DAXI_ChessboardCornerBufferSize_8u(image.size(), {3, 3}, &bytes), DAX_STS_OK);
+  std::vector<uint8_t> buffer(bytes);
+  DaxiPoint32f corners[9];
+  int32_t count = 5, found = 5;
+  const std::vector<CheckClause<Arguments>> clauses = {
+      {"image null", DAX_STS_NULL_POINTER, [](Arguments& a) { a.src = nullptr; }},
+      {"corners null", DAX_STS_NULL_POINTER, [](Arguments& a) { a.corners = nullptr; }},
+      {"count null", DAX_STS_NULL_POINTER, [](Arguments& a) { a.count = nullptr; }},
+      {"found null", DAX_STS_NULL_POINTER, [](Arguments& a) { a.found = nullptr; }},
+      {"buffer null", DAX_STS_NULL_POINTER, [](Arguments& a) { a.buffer = nullptr; }},
+      {"step", DAX_STS_BAD_STEP, [](Arguments& a) { a.step = 62; }},
+      {"width", DAX_STS_BAD_SIZE, [](Arguments& a) { a.size.width = 63; }},
+      {"height", DAX_STS_BAD_SIZE, [](Arguments& a) { a.size.height = 65537; }},
+      {"columns", DAX_STS_BAD_PARAM, [](Arguments& a) { a.pattern.columns = 26; }},
+      {"rows", DAX_STS_BAD_PARAM, [](Arguments& a) { a.pattern.rows = 1; }},
+      {"mode", DAX_STS_BAD_PARAM, [](Arguments& a) { a.mode = -1; }},
+      {"level 0", DAX_STS_BAD_PARAM, [](Arguments& a) { a.maxLevel = 0; }},
+      {"level 19", DAX_STS_BAD_PARAM, [](Arguments& a) { a.maxLevel = 19; }},
+  };
+  expectCheckOrder<Arguments>(
+      {image.data(), 64, {64, 64}, {3, 3}, corners, &count, &found, 1, 18, buffer.data()}, clauses,
+      [](const Arguments& a) {
+        return DAXI_ChessboardCorner_8u_C1R(a.src, a.step, a.size, a.pattern, a.corners, a.count, a.found, a.mode,
+                                            a.maxLevel, a.buffer);
+      },
+      [&] { return count == 5 && found == 5; });
+  EXPECT_EQ(found, 0);
+
+  const struct {
+    DaxiSize size;
+    ChessboardPatternSize pattern;
+    DaxStatus code;
+  } queries[] = {{{63, 64}, {1, 1}, DAX_STS_BAD_SIZE},    {{64, 63}, {3, 3}, DAX_STS_BAD_SIZE},
+                 {{65537, 64}, {3, 3}, DAX_STS_BAD_SIZE}, {{64, 64}, {1, 3}, DAX_STS_BAD_PARAM},
+                 {{64, 64}, {26, 400}, DAX_STS_OK},       {{64, 64}, {INT32_MAX, INT32_MAX}, DAX_STS_BUFFER_OVERFLOW}};
+  for (const auto& q : queries) EXPECT_EQ(DAXI_ChessboardCornerBufferSize_8u(q.size, q.pattern, &bytes), q.code);
+  EXPECT_EQ(DAXI_ChessboardCornerBufferSize_8u({1, 1}, {1, 1}, nullptr), DAX_STS_NULL_POINTER);
+}
+
+}  // namespace
+}  // namespace dax::test

@@ -1,0 +1,175 @@
+#include "image/morphology/erode3x3.h"
+
+#include <gtest/gtest.h>
+
+#include "daxi/erode3x3.h"
+#include "tests/image/morphology/erode3x3_oracle.h"
+#include "tests/support/check_order.h"
+#include "tests/support/test_image.h"
+
+namespace dax::test {
+namespace {
+
+using Image = TestImage<uint8_t>;
+using oracle::ByteImage;
+
+ByteImage toBytes(const Image& image) {
+  ByteImage bytes{image.size().width, image.size().height, {}};
+  for (int32_t y = 0; y < bytes.height; ++y) {
+    bytes.pixels.insert(bytes.pixels.end(), image.row(y), image.row(y) + bytes.width);
+  }
+  return bytes;
+}
+
+void assign(Image& image, const ByteImage& bytes) {
+  image.fill([&](int32_t x, int32_t y) { return bytes.at(x, y); });
+}
+
+GuardedBuffer<uint8_t> workBuffer(DaxiSize size, Guard guard = Guard::after) {
+  uint64_t bytes = 0;
+  EXPECT_EQ(DAXI_Erode3x3BufferSize_8u(size, &bytes), DAX_STS_OK);
+  return GuardedBuffer<uint8_t>(bytes, guard);
+}
+
+DaxStatus erode(const Image& src, Image& dst, int32_t iterations, GuardedBuffer<uint8_t>& buffer) {
+  return DAXI_Erode3x3_8u_C1R(src.data(), src.step(), dst.data(), dst.step(), src.size(), iterations, buffer.data());
+}
+
+constexpr int32_t kCodes[] = {DAX_ISA_PORTABLE, DAX_ISA_NEON};
+
+TEST(Erode, EveryMaskOfFourByFour) {
+  Image image({4, 4});
+  GuardedBuffer<uint8_t> buffer = workBuffer({4, 4});
+  for (int32_t pattern = 0; pattern < 1 << 16; ++pattern) {
+    ByteImage expected{4, 4, std::vector<uint8_t>(16)};
+    for (size_t i = 0; i < 16; ++i) expected.pixels[i] = pattern >> i & 1 ? 255 : 0;
+    const ByteImage mask = expected;
+    for (int32_t iterations = 1; iterations <= 4; ++iterations) {
+      expected = oracle::erode(expected, 1);
+      assign(image, mask);
+      ASSERT_EQ(erode(image, image, iterations, buffer), DAX_STS_OK);
+      ASSERT_EQ(toBytes(image), expected) << pattern << " after " << iterations;
+    }
+  }
+}
+
+// Bytes other than 0 and 255 as well, sides of 1 and 2 too, separate images and in place, buffers of the queried size.
+TEST(Erode, RaggedSizes) {
+  Random random(1);
+  for (int32_t w = 1; w <= 200; w += w < 90 ? 1 : 9) {
+    const DaxiSize size{w, 1 + random.below(7)};
+    const Guard guard = kGuards[w % 2];
+    GuardedBuffer<uint8_t> buffer = workBuffer(size, guard);
+    Image src(size, w % 3, guard);
+    src.fill([&](int32_t, int32_t) { return random.below(4) ? (w % 5 ? 255 : 1 + random.below(255)) : 0; });
+    for (const int32_t iterations : {1, 2, 5}) {
+      const ByteImage expected = oracle::erode(toBytes(src), iterations);
+      for (const int32_t isa : kCodes) {
+        Image dst(size, 2, guard), same(size, 1, guard);
+        dst.remember();
+        erode3x3(src.data(), src.step(), dst.data(), dst.step(), size, iterations, buffer.data(), isa);
+        ASSERT_EQ(toBytes(dst), expected) << w << " x " << size.height << " code " << isa;
+        ASSERT_TRUE(dst.paddingUntouched());
+        assign(same, toBytes(src));
+        erode3x3(same.data(), same.step(), same.data(), same.step(), size, iterations, buffer.data(), isa);
+        ASSERT_EQ(toBytes(same), expected) << w << " x " << size.height << " in place, code " << isa;
+      }
+    }
+  }
+}
+
+TEST(Erode, PassesByThemselves) {
+  Random random(2);
+  for (int32_t w = 1; w <= 150; ++w) {
+    const DaxiSize size{w, 1 + w % 4};
+    const Guard guard = kGuards[w % 2];
+    Image src(size, 1, guard);
+    src.fill([&](int32_t, int32_t) { return random.below(3) ? 1 + random.below(255) : 0; });
+    const ByteImage expected = oracle::erodePass(toBytes(src), 1, 0);
+    for (const int32_t isa : kCodes) {
+      Image rows(size, 0, guard), same(size, 0, guard);
+      erodeRows(src.data(), src.step(), rows.data(), rows.step(), size, isa);
+      ASSERT_EQ(toBytes(rows), expected) << w;
+      assign(same, toBytes(src));
+      erodeRows(same.data(), same.step(), same.data(), same.step(), size, isa);
+      ASSERT_EQ(toBytes(same), expected) << w << " in place";
+    }
+    Image columns(size, 0, guard);
+    ASSERT_EQ(DAXI_ErodeCol3_8u_C1R(src.data(), src.step(), columns.data(), columns.step(), size), DAX_STS_OK);
+    ASSERT_EQ(toBytes(columns), oracle::erodePass(toBytes(src), 0, 1)) << w;
+  }
+}
+
+// The documented row, and a great many iterations: of an image that settles, and of one that swaps two values for ever.
+TEST(Erode, Examples) {
+  Image row({5, 1});
+  row.fill([](int32_t x, int32_t) { return x >= 1 && x <= 3 ? 255 : 0; });
+  ASSERT_EQ(DAXI_ErodeRow3_8u_C1R(row.data(), 5, row.data(), 5, row.size()), DAX_STS_OK);
+  EXPECT_EQ(toBytes(row).pixels, (std::vector<uint8_t>{0, 255, 255, 0, 0}));
+
+  Image src({90, 40}), settled(src.size()), dst(src.size());
+  GuardedBuffer<uint8_t> buffer = workBuffer(src.size());
+  src.fill([](int32_t x, int32_t y) { return x % 30 < 20 && y % 13 < 11 ? 255 : 0; });
+  ASSERT_EQ(erode(src, settled, 64, buffer), DAX_STS_OK);
+  ASSERT_EQ(erode(src, dst, INT32_MAX, buffer), DAX_STS_OK);
+  EXPECT_TRUE(samePixels(dst, settled));
+
+  Image pair({2, 2});
+  pair.fill([](int32_t x, int32_t) { return 1 + x; });
+  ASSERT_EQ(erode(pair, pair, 1001, buffer), DAX_STS_OK);
+  EXPECT_EQ(pair.at(0, 0), 2);
+  EXPECT_EQ(pair.at(1, 0), 1);
+}
+
+struct Arguments {
+  const uint8_t* src;
+  int32_t srcStep;
+  uint8_t* dst;
+  int32_t dstStep;
+  DaxiSize size;
+  int32_t iterations;
+  void* buffer;
+};
+
+TEST(ErodeChecks, OrderAndCodes) {
+  Image src({8, 5}), dst({8, 5});
+  GuardedBuffer<uint8_t> buffer = workBuffer({8, 5});
+  std::vector<CheckClause<Arguments>> clauses = {
+      {"source null", DAX_STS_NULL_POINTER, [](Arguments& a) { a.src = nullptr; }},
+      {"size", DAX_STS_BAD_SIZE, [](Arguments& a) { a.size.height = 0; }},
+      {"source step", DAX_STS_BAD_STEP, [](Arguments& a) { a.srcStep = 7; }},
+      {"destination null", DAX_STS_NULL_POINTER, [](Arguments& a) { a.dst = nullptr; }},
+      {"destination step", DAX_STS_BAD_STEP, [](Arguments& a) { a.dstStep = -8; }},
+  };
+  const Arguments good{src.data(), 8, dst.data(), 8, {8, 5}, 1, buffer.data()};
+  const auto untouched = [&] { return dst.untouched(); };
+  for (auto* const pass : {DAXI_ErodeRow3_8u_C1R, DAXI_ErodeCol3_8u_C1R}) {
+    dst.remember();
+    expectCheckOrder<Arguments>(
+        good, clauses, [&](const Arguments& a) { return pass(a.src, a.srcStep, a.dst, a.dstStep, a.size); }, untouched);
+  }
+  clauses.push_back({"iterations", DAX_STS_BAD_PARAM, [](Arguments& a) { a.iterations = 0; }});
+  clauses.push_back({"buffer null", DAX_STS_NULL_POINTER, [](Arguments& a) { a.buffer = nullptr; }});
+  dst.remember();
+  expectCheckOrder<Arguments>(
+      good, clauses,
+      [](const Arguments& a) {
+        return DAXI_Erode3x3_8u_C1R(a.src, a.srcStep, a.dst, a.dstStep, a.size, a.iterations, a.buffer);
+      },
+      untouched);
+}
+
+TEST(ErodeChecks, BufferSize) {
+  uint64_t bytes = 5;
+  EXPECT_EQ(DAXI_Erode3x3BufferSize_8u({0, -1}, nullptr), DAX_STS_NULL_POINTER);
+  EXPECT_EQ(DAXI_Erode3x3BufferSize_8u({0, 4}, &bytes), DAX_STS_BAD_PARAM);
+  EXPECT_EQ(DAXI_Erode3x3BufferSize_8u({4, 0}, &bytes), DAX_STS_BAD_PARAM);
+  EXPECT_EQ(bytes, 5u);
+  EXPECT_EQ(DAXI_Erode3x3BufferSize_8u({16, 8}, &bytes), DAX_STS_OK);
+  EXPECT_EQ(bytes, 128u);
+  EXPECT_EQ(DAXI_Erode3x3BufferSize_8u({INT32_MAX, INT32_MAX}, &bytes), DAX_STS_OK);
+  EXPECT_EQ(bytes, (uint64_t{INT32_MAX} * INT32_MAX + 127) / 128 * 128);
+}
+
+}  // namespace
+}  // namespace dax::test

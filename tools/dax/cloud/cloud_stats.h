@@ -1,0 +1,25 @@
+// Extent and density of a cloud.
+#pragma once
+
+#include <string>
+
+#include "cloud/cloud_steps.h"
+
+namespace dax::tool {
+
+struct CloudStats {
+  size_t points = 0;
+  size_t dropped = 0;
+  bool normals = false;
+  Box box{};
+  double centroid[3] = {};
+  // Distances to the nearest other point: least, median, mean, greatest. All 0 for a single point.
+  double spacing[4] = {};
+};
+
+CloudStats measureCloud(const Cloud& cloud, const Workers& workers);
+
+std::string cloudStatsText(const CloudStats& stats);
+std::string cloudStatsJson(const CloudStats& stats);
+
+}  // namespace dax::tool

@@ -1,0 +1,172 @@
+#include <CLI/CLI.hpp>
+#include <algorithm>
+#include <iostream>
+#include <memory>
+#include <new>
+#include <nlohmann/json.hpp>
+
+#include "base/columns.h"
+#include "base/text.h"
+#include "base/workers.h"
+#include "command/commands.h"
+#include "io/image_file.h"
+#include "io/inputs.h"
+#include "io/output_file.h"
+#include "model/boards.h"
+
+namespace dax::tool {
+namespace {
+
+using Json = nlohmann::ordered_json;
+
+constexpr int kLeastCorners = 2, kMostCorners = 25;
+
+struct ChessboardOptions {
+  std::vector<std::string> inputs;
+  std::string size;
+  bool anySize = false;
+  bool json = false;
+  std::string overlay;
+};
+
+// What became of one image.
+struct Result {
+  std::string file;  // printable
+  DaxiSize size{};
+  std::optional<Board> board;
+  std::optional<Failure> failure;
+};
+
+std::optional<ChessboardPatternSize> sizeOf(const ChessboardOptions& options) {
+  if (options.anySize == !options.size.empty()) {
+    reject("chessboard: takes one of --size and --auto");
+  }
+  if (options.anySize) return std::nullopt;
+  const auto sides = parseIntegerPair(options.size, 'x', kLeastCorners, kMostCorners);
+  if (!sides) reject("--size: " + inQuotes(options.size) + " is not COLUMNSxROWS, each 2 to 25");
+  return ChessboardPatternSize{sides->first, sides->second};
+}
+
+void search(const Job& job, const std::optional<ChessboardPatternSize>& size, Result& result) {
+  const GreyImage image = ImageFile::read(job.input).toGrey();
+  result.size = image.size;
+  result.board = findBoard(image, size);
+  if (!job.overlay.empty()) writeFile(job.overlay, drawBoard(image, result.board));
+}
+
+Result searchJob(const Job& job, const std::optional<ChessboardPatternSize>& size) {
+  Result result{printable(job.input.string()), {}, std::nullopt, std::nullopt};
+  try {
+    search(job, size, result);
+  } catch (const Failure& failure) {
+    const bool isNamed = failure.status() == ExitStatus::kCannotRead || failure.status() == ExitStatus::kCannotWrite;
+    result.failure = {failure.status(), isNamed ? failure.what() : result.file + ": " + failure.what()};
+  } catch (const std::bad_alloc&) {
+    result.failure = {ExitStatus::kInternal, result.file + ": out of memory"};
+  }
+  return result;
+}
+
+Json toJson(const Result& result) {
+  Json json{{"file", result.file}};
+  if (result.failure) {
+    json["error"] = result.failure->what();
+    return json;
+  }
+  json["width"] = result.size.width;
+  json["height"] = result.size.height;
+  json["found"] = result.board.has_value();
+  if (!result.board) return json;
+  json["columns"] = result.board->pattern.columns;
+  json["rows"] = result.board->pattern.rows;
+  json["detector"] = result.board->detector;
+  json["corners"] = Json::array();
+  for (const DaxiPoint32f& p : result.board->corners) json["corners"].push_back({decimal(p.x), decimal(p.y)});
+  return json;
+}
+
+void writeJson(std::ostream& out, const std::vector<Result>& results) {
+  Json json{{"images", Json::array()}};
+  for (const Result& result : results) json["images"].push_back(toJson(result));
+  out << json.dump(2) << '\n';
+}
+
+std::string place(DaxiPoint32f p) {
+  return fixed(static_cast<double>(p.x), 2) + ", " + fixed(static_cast<double>(p.y), 2);
+}
+
+void writeTable(std::ostream& out, const std::vector<Result>& results) {
+  std::vector<Fields> lines{{"image", "size", "board", "detector", "first corner", "last corner"}};
+  size_t found = 0;
+  for (const Result& result : results) {
+    if (result.failure) continue;
+    const std::string size = std::to_string(result.size.width) + " x " + std::to_string(result.size.height);
+    if (const auto& board = result.board) {
+      ++found;
+      lines.push_back({result.file, size,
+                       std::to_string(board->pattern.columns) + " x " + std::to_string(board->pattern.rows),
+                       board->detector, place(board->corners.front()), place(board->corners.back())});
+    } else {
+      lines.push_back({result.file, size, "none", "", "", ""});
+    }
+  }
+  if (lines.size() > 1) writeColumns(out, lines);
+  out << found << (found == 1 ? " board in " : " boards in ") << results.size()
+      << (results.size() == 1 ? " image\n" : " images\n");
+}
+
+ExitStatus run(const ChessboardOptions& options) {
+  const auto size = sizeOf(options);
+  const std::vector<Job> jobs = planJobs(options.inputs, options.overlay, {});
+  setUpDecoders();
+  std::vector<Result> results;
+  {
+    Progress progress(jobs.size(), "images");
+    for (const Job& job : jobs) {
+      results.push_back(searchJob(job, size));
+      progress.advance();
+    }
+  }
+  (options.json ? writeJson : writeTable)(std::cout, results);
+  finishOutput();
+  for (const Result& result : results) {
+    if (result.failure) report(*result.failure);
+  }
+  if (results.size() == 1 && results.front().failure) return results.front().failure->status();
+  const bool failed = std::any_of(results.begin(), results.end(), [](const Result& r) { return !!r.failure; });
+  return failed ? ExitStatus::kSomeFailed : ExitStatus::kOk;
+}
+
+}  // namespace
+
+Command addChessboard(CLI::App& app) {
+  CLI::App* command = app.add_subcommand("chessboard", "Find the corners of chessboards to parts of a pixel");
+  auto options = std::make_shared<ChessboardOptions>();
+  command
+      ->add_option("IMAGE", options->inputs,
+                   "images (PNG, JPEG, TIFF, BMP, PGM, PPM), or folders of them,\n"
+                   "taken as 8-bit grey")
+      ->required()
+      ->type_name("");
+  command
+      ->add_option("--size", options->size,
+                   "the board has so many inner corners in a row and in a\n"
+                   "column, each 2 to 25")
+      ->type_name("COLUMNSxROWS");
+  command->add_flag("--auto", options->anySize, "any board of 3 x 3 inner corners or more, the largest one");
+  command->add_flag("--json", options->json, "JSON instead of a table, with all corners, row by row");
+  command
+      ->add_option("--overlay", options->overlay,
+                   "also draw the corners in their order, .png; of several images\n"
+                   "a folder, which is made where it is missing")
+      ->type_name("PICTURE");
+  command->footer(
+      "Images without a board are no failure; the last line counts the boards.\n"
+      "Examples:\n"
+      "  dax chessboard left/ --size 9x6 --json > corners.json\n"
+      "  dax chessboard board.jpg --auto --overlay order.png\n\n" +
+      std::string(kExitStatusHelp));
+  return {command, [options] { return run(*options); }};
+}
+
+}  // namespace dax::tool

@@ -1,0 +1,153 @@
+#include <algorithm>
+#include <iostream>
+#include <memory>
+#include <new>
+
+#include "base/text.h"
+#include "base/workers.h"
+#include "command/commands.h"
+#include "command/inspect_options.h"
+#include "dax/threadpool.h"
+#include "draw/overlay.h"
+#include "io/image_file.h"
+#include "io/inputs.h"
+#include "io/output_file.h"
+#include "report/listing.h"
+#include "report/report.h"
+
+namespace dax::tool {
+namespace {
+
+void draw(const Job& job, const GreyImage& grey, const InspectOptions& options, Outcome& outcome) {
+  const Inspection& inspection = outcome.inspection;
+  if (!job.overlay.empty()) writeFile(job.overlay, drawOverlay(grey, inspection, options.overlayScale));
+  if (!job.report.empty()) {
+    writeFile(job.report, makeReport(outcome.file, grey, inspection, options.settings));
+  }
+}
+
+void inspectFile(const Job& job, const InspectOptions& options, const Workers& workers, Outcome& outcome) {
+  StageTimes& times = outcome.times;
+  GreyImage grey;
+  {
+    const ImageFile file = times.measure(Stage::kRead, [&] { return ImageFile::read(job.input); });
+    grey = times.measure(Stage::kGrey, [&] { return file.toGrey(); });
+  }
+  outcome.inspection = inspect(grey, options.settings, workers, times);
+  times.measure(Stage::kDraw, [&] { draw(job, grey, options, outcome); });
+  outcome.inspection.contours.clear();
+}
+
+// A failure names the image, whatever part of the work it comes from.
+Failure named(const std::string& file, ExitStatus status, const std::string& message) {
+  const bool isNamed = status == ExitStatus::kCannotRead || status == ExitStatus::kCannotWrite;
+  return {status, isNamed ? message : file + ": " + message};
+}
+
+Outcome inspectJob(const Job& job, const InspectOptions& options, const Workers& workers) {
+  Outcome outcome{printable(job.input.string()), {}, {}, std::nullopt};
+  try {
+    inspectFile(job, options, workers, outcome);
+  } catch (const Failure& failure) {
+    outcome.failure = named(outcome.file, failure.status(), failure.what());
+  } catch (const std::bad_alloc&) {
+    outcome.failure = named(outcome.file, ExitStatus::kInternal, "out of memory");
+  } catch (const std::exception& error) {
+    outcome.failure = named(outcome.file, ExitStatus::kInternal, printable(error.what()));
+  }
+  if (outcome.failure) outcome.inspection = {};
+  return outcome;
+}
+
+struct Batch {
+  const std::vector<Job>& jobs;
+  const InspectOptions& options;
+  std::vector<Outcome> outcomes;
+  Progress progress;
+
+  static DaxStatus tile(void* context, uint32_t index, int32_t /*bound*/, uint32_t /*worker*/) {
+    Batch& batch = *static_cast<Batch*>(context);
+    batch.outcomes[index] = inspectJob(batch.jobs[index], batch.options, {});
+    batch.progress.advance();
+    return DAX_STS_OK;
+  }
+};
+
+std::vector<Outcome> inspectAll(const std::vector<Job>& jobs, const InspectOptions& options) {
+  const Pool pool(options.threads);
+  const Workers workers = pool.workers();
+  // Several images are shared out whole; of a single one the threads share the blobs.
+  if (jobs.size() == 1) {
+    return {inspectJob(jobs.front(), options, workers)};
+  }
+  Batch batch{jobs, options, std::vector<Outcome>(jobs.size()), Progress(jobs.size(), "images")};
+  DAX_THREADPOOL_Compute1DTiled(workers.pool, Batch::tile, &batch, static_cast<int32_t>(jobs.size()), 1);
+  return std::move(batch.outcomes);
+}
+
+void write(const InspectOptions& options, const Listing& listing) {
+  switch (options.format) {
+    case ListingFormat::kTable:
+      writeTable(std::cout, listing);
+      break;
+    case ListingFormat::kJson:
+      writeJson(std::cout, listing);
+      break;
+    case ListingFormat::kCsv:
+      writeCsv(std::cout, listing);
+      break;
+  }
+  finishOutput();
+  if (listing.truth && options.format == ListingFormat::kCsv) std::cerr << listing.truth->text();
+  if (options.time) writeTimes(std::cerr, listing.outcomes);
+}
+
+ExitStatus statusOf(const std::vector<Outcome>& outcomes) {
+  if (outcomes.size() == 1 && outcomes.front().failure) return outcomes.front().failure->status();
+  const bool failed = std::any_of(outcomes.begin(), outcomes.end(), [](const Outcome& o) { return !!o.failure; });
+  return failed ? ExitStatus::kSomeFailed : ExitStatus::kOk;
+}
+
+TruthComparison compareOutcome(const Outcome& outcome, const Truth& truth, const InspectOptions& options) {
+  const DaxiSize size = outcome.inspection.size;
+  if (size.width != truth.width || size.height != truth.height) {
+    throw Failure(ExitStatus::kTruthFailed, printable(options.truth.string()) + ": is the truth of an image of " +
+                                                std::to_string(truth.width) + " x " + std::to_string(truth.height));
+  }
+  return compare(truth, outcome.inspection.blobs, options.tolerances);
+}
+
+ExitStatus run(InspectOptions options) {
+  std::optional<Truth> truth;
+  if (!options.truth.empty()) truth = readTruth(options.truth);
+  if (truth && areSeveral(options.inputs)) {
+    reject("--truth: takes one image, not several or a folder");
+  }
+  const std::vector<Job> jobs = planJobs(options.inputs, options.overlay, options.report);
+  setUpDecoders();
+  if (!options.outsideMask.empty()) {
+    options.settings.outsideMask = std::make_shared<const GreyImage>(ImageFile::read(options.outsideMask).toGrey());
+  }
+  const std::vector<Outcome> outcomes = inspectAll(jobs, options);
+  const ExitStatus status = statusOf(outcomes);
+
+  std::optional<TruthComparison> comparison;
+  if (truth && status == ExitStatus::kOk) {
+    comparison = compareOutcome(outcomes.front(), *truth, options);
+  }
+  write(options, {outcomes, options.settings, comparison ? &*comparison : nullptr});
+  for (const Outcome& outcome : outcomes) {
+    if (outcome.failure) report(*outcome.failure);
+  }
+  return comparison && !comparison->agrees() ? ExitStatus::kTruthFailed : status;
+}
+
+}  // namespace
+
+Command addInspect(CLI::App& app) {
+  CLI::App* inspect = app.add_subcommand("inspect", "Find, measure and select objects in images");
+  auto commandLine = std::make_shared<InspectCommandLine>(*inspect);
+  return {inspect, [commandLine] { return run(commandLine->finish()); }};
+}
+
+}  // namespace dax::tool

@@ -1,0 +1,100 @@
+#include "io/inputs.h"
+
+#include <algorithm>
+#include <set>
+
+#include "base/failure.h"
+#include "base/text.h"
+#include "io/image_file.h"
+#include "io/output_file.h"
+#include "io/output_name.h"
+
+namespace dax::tool {
+namespace {
+
+namespace fs = std::filesystem;
+
+bool isFolder(const fs::path& path) {
+  std::error_code ignored;
+  return fs::is_directory(path, ignored);
+}
+
+std::vector<fs::path> imagesBelow(const fs::path& folder) {
+  std::vector<fs::path> images;
+  std::error_code error;
+  fs::recursive_directory_iterator entry(folder, fs::directory_options::skip_permission_denied, error);
+  for (; !error && entry != fs::recursive_directory_iterator(); entry.increment(error)) {
+    if (hasImageExtension(entry->path()) && !isFolder(entry->path())) images.push_back(entry->path());
+  }
+  const std::string name = printable(folder.string());
+  if (error) throw Failure(ExitStatus::kCannotRead, name + ": cannot be read: " + error.message());
+  if (images.empty()) throw Failure(ExitStatus::kCannotRead, name + ": holds no images");
+  std::sort(images.begin(), images.end());
+  return images;
+}
+
+// Gives each input a name of its own in a folder: "disc-overlay.png", "disc-overlay-2.png", ...
+class OutputNames {
+ public:
+  OutputNames(fs::path folder, std::string ending, std::string extension)
+      : folder_(std::move(folder)), ending_(std::move(ending)), extension_(std::move(extension)) {
+    if (!folder_.empty()) makeFolder(folder_);
+  }
+
+  fs::path of(const fs::path& input) {
+    if (folder_.empty()) return {};
+    const std::string stem = input.stem().string() + ending_;
+    std::string name = stem + extension_;
+    for (int i = 2; !taken_.insert(name).second; ++i) name = stem + "-" + std::to_string(i) + extension_;
+    return folder_ / name;
+  }
+
+ private:
+  fs::path folder_;
+  std::string ending_;
+  std::string extension_;
+  std::set<std::string> taken_;
+};
+
+void requireUsable(const char* option, const fs::path& output, const fs::path& input, const char* ending) {
+  requireEnding(option, output, {ending});
+  requireOther(option, output, {{"the input", input}});
+}
+
+// A folder for several images that is called like the picture of one is a mistake.
+void requireFolder(const char* option, const fs::path& output, const char* ending) {
+  if (output.extension() != ending || isFolder(output)) return;
+  throw Failure(ExitStatus::kUsage, std::string(option) + ": " + printable(output.string()) +
+                                        " is the name of a file; of several images it names a folder");
+}
+
+}  // namespace
+
+bool areSeveral(const std::vector<std::string>& inputs) {
+  return inputs.size() > 1 || std::any_of(inputs.begin(), inputs.end(), isFolder);
+}
+
+std::vector<Job> planJobs(const std::vector<std::string>& inputs, const fs::path& overlay, const fs::path& report) {
+  if (!areSeveral(inputs)) {
+    const fs::path input = inputs.front();
+    requireUsable("--overlay", overlay, input, ".png");
+    requireUsable("--report", report, input, ".html");
+    return {{input, overlay, report}};
+  }
+  requireFolder("--overlay", overlay, ".png");
+  requireFolder("--report", report, ".html");
+  // Folders are walked before output folders are made, which may lie inside them.
+  std::vector<fs::path> files;
+  for (const std::string& input : inputs) {
+    const auto images = isFolder(input) ? imagesBelow(input) : std::vector<fs::path>{input};
+    files.insert(files.end(), images.begin(), images.end());
+  }
+  OutputNames overlays(overlay, "-overlay", ".png");
+  OutputNames reports(report, "-report", ".html");
+  std::vector<Job> jobs;
+  jobs.reserve(files.size());
+  for (const fs::path& file : files) jobs.push_back({file, overlays.of(file), reports.of(file)});
+  return jobs;
+}
+
+}  // namespace dax::tool

@@ -1,0 +1,58 @@
+#include "io/tiff_samples.h"
+
+#include <cstddef>
+#include <cstdint>
+
+namespace dax::tool {
+namespace {
+
+constexpr uint32_t kBitsPerSample = 258, kSampleFormat = 339;
+constexpr uint32_t kShort = 3;
+constexpr uint32_t kUnsigned = 1, kUndefined = 4;
+constexpr size_t kEntryBytes = 12;
+
+class Numbers {
+ public:
+  explicit Numbers(std::string_view bytes) : bytes_(bytes), littleEndian_(bytes.starts_with("II")) {}
+
+  bool holds(size_t at, size_t count) const { return at <= bytes_.size() && count <= bytes_.size() - at; }
+
+  // Of 2 or 4 bytes; 0 outside the file.
+  uint32_t at(size_t place, size_t count) const {
+    if (!holds(place, count)) return 0;
+    uint32_t value = 0;
+    for (size_t i = 0; i < count; ++i) {
+      value = value << 8 | static_cast<uint8_t>(bytes_[place + (littleEndian_ ? count - 1 - i : i)]);
+    }
+    return value;
+  }
+
+  // The first value of a directory entry: in the entry where all of them fit into 4 bytes, else where it points to.
+  uint32_t ofEntry(size_t entry) const {
+    const size_t size = at(entry + 2, 2) == kShort ? 2 : 4;
+    const bool inside = uint64_t{at(entry + 4, 4)} * size <= 4;
+    return at(inside ? entry + 8 : at(entry + 8, 4), size);
+  }
+
+ private:
+  std::string_view bytes_;
+  bool littleEndian_;
+};
+
+}  // namespace
+
+bool hasPlainTiffSamples(std::string_view bytes) {
+  if (!bytes.starts_with("II") && !bytes.starts_with("MM")) return true;
+  const Numbers numbers(bytes);
+  const size_t directory = numbers.at(4, 4), count = numbers.at(directory, 2);
+  for (size_t i = 0; i < count; ++i) {
+    const size_t entry = directory + 2 + i * kEntryBytes;
+    if (!numbers.holds(entry, kEntryBytes)) break;
+    const uint32_t tag = numbers.at(entry, 2), value = numbers.ofEntry(entry);
+    if (tag == kBitsPerSample && value > 16) return false;
+    if (tag == kSampleFormat && value != 0 && value != kUnsigned && value != kUndefined) return false;
+  }
+  return true;
+}
+
+}  // namespace dax::tool

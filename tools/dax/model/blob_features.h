@@ -1,0 +1,25 @@
+// What is told about a blob, in output order: the one list behind the table, JSON and CSV.
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "model/inspection.h"
+
+namespace dax::tool {
+
+struct Feature {
+  std::string_view name;   // as in JSON and CSV
+  std::string_view title;  // column of the table; empty: not in the table
+  int decimals;            // in the table
+  float (*value)(const BlobInfo& blob);
+};
+
+// Lengths in pixels, angles in degrees. The class and the outside pixels are told where the settings ask about them.
+std::vector<Feature> features(const InspectionSettings& settings);
+
+// "degrees" from the library's radians.
+float degrees(float radians);
+
+}  // namespace dax::tool

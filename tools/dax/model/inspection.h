@@ -1,0 +1,72 @@
+// Threshold, label, select: the library's part of an inspection.
+#pragma once
+
+#include <array>
+#include <chrono>
+#include <cstdint>
+#include <memory>
+#include <vector>
+
+#include "command/threshold_option.h"
+#include "io/grey_image.h"
+#include "model/selection.h"
+#include "scene/contour.h"
+
+namespace dax::tool {
+
+enum class Stage { kRead, kGrey, kThreshold, kLabel, kSelect, kDraw };
+inline constexpr std::array kStageNames = {"read", "grey", "threshold", "label", "select", "draw"};
+
+// Seconds by stage.
+class StageTimes {
+ public:
+  // Runs `work` and adds its time to a stage.
+  template <class Work>
+  auto measure(Stage stage, Work&& work) {
+    const Adder adder{*this, stage, Clock::now()};
+    return work();
+  }
+
+  double of(Stage stage) const { return seconds_[static_cast<size_t>(stage)]; }
+  double total() const;
+  void add(const StageTimes& other);
+
+ private:
+  using Clock = std::chrono::steady_clock;
+  struct Adder {
+    StageTimes& times;
+    Stage stage;
+    Clock::time_point start;
+    ~Adder() {
+      times.seconds_[static_cast<size_t>(stage)] += std::chrono::duration<double>(Clock::now() - start).count();
+    }
+  };
+  std::array<double, kStageNames.size()> seconds_{};
+};
+
+struct InspectionSettings {
+  Threshold threshold{};
+  int connectivity = 8;
+  bool byClass = false;  // the grey value is the class: no threshold
+  BlobSelectV4Cfg select{};
+  std::shared_ptr<const GreyImage> outsideMask;  // null: none
+  bool rejected = false;                         // wanted
+  bool contours = false;                         // wanted
+};
+
+struct Inspection {
+  DaxiSize size{};
+  uint8_t low = 0;  // levels that the threshold applied
+  uint8_t high = 0;
+  uint32_t regions = 0;         // before selection
+  std::vector<BlobInfo> blobs;  // their domain pointers are void
+  std::vector<Rejection> rejected;
+  std::vector<Contour> contours;
+  bool scored = false;
+};
+
+// Throws Failure(kRefused) with the library's status text.
+Inspection inspect(const GreyImage& image, const InspectionSettings& settings, const Workers& workers,
+                   StageTimes& times);
+
+}  // namespace dax::tool

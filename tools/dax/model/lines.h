@@ -1,0 +1,47 @@
+// Lines through the edges of a row of calipers.
+#pragma once
+
+#include <optional>
+#include <vector>
+
+#include "daxi/line_fit.h"
+#include "model/calipers.h"
+
+namespace dax::tool {
+
+struct LineSettings {
+  Point from = {0, 0};
+  Point to = {0, 0};
+  int32_t calipers = 20;
+  double length = 40;               // of each caliper, across the line
+  std::optional<double> breadth;    // along it; none: the distance between them, at most 15
+  std::optional<int32_t> rejected;  // none: a fifth of the edges
+  std::optional<double> tolerance;  // degrees
+  float distance = 3;
+  int32_t init = DAXI_LINE_INIT_SOME_PAIRS;
+  int32_t weights = DAXI_LINE_HUBER;
+};
+
+// Boxes side by side whose search direction crosses the expected line from its left to its right (on the screen, walking
+// from `from` to `to`).
+std::vector<Region> rowOfCalipers(const LineSettings& settings);
+
+struct LinePoint {
+  size_t caliper;
+  DaxiPoint32f point;
+  double distance;  // signed
+  float weight;
+  bool inlier;
+};
+
+struct FittedLine {
+  DaxiLine line;
+  double rms;      // distance of the points on it: the library's own counts weights of Huber for distances
+  double degrees;  // its direction, near that from `from` to `to`
+  std::vector<LinePoint> points;
+};
+
+// Through the best edge of each caliper. Throws Failure(kRefused).
+FittedLine fitLine(const std::vector<Caliper>& calipers, const LineSettings& settings);
+
+}  // namespace dax::tool

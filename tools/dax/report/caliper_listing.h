@@ -1,0 +1,31 @@
+// Edges and pairs of calipers as a table or JSON.
+#pragma once
+
+#include <nlohmann/json.hpp>
+#include <ostream>
+#include <string>
+#include <vector>
+
+#include "model/calipers.h"
+
+namespace dax::tool {
+
+// "parts.png: 640 x 480"
+std::string imageTitle(const std::string& file, DaxiSize size);
+
+void writeEdges(std::ostream& out, const std::vector<Caliper>& calipers);
+
+// Also how the widths of the best pairs are spread.
+void writePairs(std::ostream& out, const std::vector<Caliper>& calipers);
+
+nlohmann::ordered_json toJson(const Caliper& caliper, const CaliperSettings& settings, bool profile);
+nlohmann::ordered_json imageJson(const std::string& file, DaxiSize size);
+
+// Mean, standard deviation, least and greatest of the widths of each caliper's best pair.
+struct WidthSpread {
+  size_t count;
+  double mean, deviation, least, greatest;
+};
+WidthSpread spreadOf(const std::vector<Caliper>& calipers);
+
+}  // namespace dax::tool

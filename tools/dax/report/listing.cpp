@@ -1,0 +1,197 @@
+#include "report/listing.h"
+
+#include <algorithm>
+#include <nlohmann/json.hpp>
+
+#include "base/columns.h"
+#include "base/text.h"
+
+namespace dax::tool {
+namespace {
+
+using Json = nlohmann::ordered_json;
+
+std::string levels(const Inspection& inspection) {
+  const std::string low = std::to_string(inspection.low);
+  return inspection.low == inspection.high ? low : low + ".." + std::to_string(inspection.high);
+}
+
+void writeBlobs(std::ostream& out, const Inspection& inspection, const InspectionSettings& settings) {
+  if (inspection.blobs.empty()) return;
+  const TableColumns columns(settings, inspection.scored);
+  std::vector<Fields> lines{columns.titles()};
+  lines.front().insert(lines.front().begin(), "#");
+  for (const BlobInfo& blob : inspection.blobs) {
+    Fields fields = columns.fields(blob);
+    fields.insert(fields.begin(), std::to_string(lines.size()));
+    lines.push_back(std::move(fields));
+  }
+  writeColumns(out, lines);
+}
+
+void writeRejected(std::ostream& out, const Inspection& inspection, const InspectionSettings& settings) {
+  out << "rejected: " << inspection.rejected.size() << " regions\n";
+  if (inspection.rejected.empty()) return;
+  const TableColumns columns(settings, false);
+  std::vector<Fields> lines{columns.titles()};
+  lines.front().insert(lines.front().begin(), "rejected by");
+  for (const auto& [blob, by] : inspection.rejected) {
+    Fields fields = columns.fields(blob);
+    fields.insert(fields.begin(), std::string(by));
+    lines.push_back(std::move(fields));
+  }
+  writeColumns(out, lines);
+}
+
+void writeSection(std::ostream& out, const Outcome& outcome, const InspectionSettings& settings) {
+  out << outcome.file << ": " << summary(outcome.inspection, settings) << '\n';
+  writeBlobs(out, outcome.inspection, settings);
+  if (settings.rejected) writeRejected(out, outcome.inspection, settings);
+}
+
+Json toJson(const BlobInfo& blob, const std::vector<Feature>& features, bool scored) {
+  Json json{{"label", blob.label}};
+  for (const Feature& feature : features) json[std::string(feature.name)] = decimal(feature.value(blob));
+  json["score"] = scored ? Json(decimal(blob.score)) : Json();
+  return json;
+}
+
+Json toJson(const Outcome& outcome, const InspectionSettings& settings) {
+  Json json{{"file", outcome.file}};
+  if (outcome.failure) {
+    json["error"] = outcome.failure->what();
+    return json;
+  }
+  const Inspection& inspection = outcome.inspection;
+  json["width"] = inspection.size.width;
+  json["height"] = inspection.size.height;
+  json["threshold"] =
+      settings.byClass
+          ? Json()
+          : Json{{"method", settings.threshold.name()}, {"low", inspection.low}, {"high", inspection.high}};
+  json["regions"] = inspection.regions;
+  json["blobs"] = Json::array();
+  const std::vector<Feature> listed = features(settings);
+  for (const BlobInfo& blob : inspection.blobs) json["blobs"].push_back(toJson(blob, listed, inspection.scored));
+  if (!settings.rejected) return json;
+  json["rejected"] = Json::array();
+  for (const auto& [blob, by] : inspection.rejected) {
+    json["rejected"].push_back(toJson(blob, listed, false));
+    json["rejected"].back()["rejected_by"] = by;
+  }
+  return json;
+}
+
+// RFC 4180: fields with a comma or a quote are quoted, quotes doubled. Line breaks do not occur in printable text.
+std::string csvField(const std::string& text) {
+  if (text.find_first_of(",\"") == std::string::npos) return text;
+  std::string result = "\"";
+  for (const char c : text) {
+    if (c == '"') result += '"';
+    result += c;
+  }
+  return result + "\"";
+}
+
+// What stands before and after the features of a line.
+struct CsvEnds {
+  std::string file;
+  std::string number;
+  std::string score;
+  std::string_view rejectedBy;
+};
+
+void writeCsvLine(std::ostream& out, const BlobInfo& blob, const InspectionSettings& settings,
+                  const std::vector<Feature>& features, const CsvEnds& ends) {
+  out << ends.file << ',' << ends.number << ',' << blob.label;
+  for (const Feature& feature : features) out << ',' << shortest(feature.value(blob));
+  out << ',' << ends.score;
+  if (settings.rejected) out << ',' << ends.rejectedBy;
+  out << '\n';
+}
+
+Fields timeFields(const std::string& name, const StageTimes& times) {
+  Fields fields;
+  for (size_t i = 0; i < kStageNames.size(); ++i) fields.push_back(fixed(1e3 * times.of(static_cast<Stage>(i)), 2));
+  fields.push_back(fixed(1e3 * times.total(), 2));
+  fields.push_back(name);
+  return fields;
+}
+
+}  // namespace
+
+std::string summary(const Inspection& inspection, const InspectionSettings& settings) {
+  const std::string means =
+      settings.byClass ? "classes" : std::string("threshold ") + settings.threshold.name() + " " + levels(inspection);
+  return std::to_string(inspection.size.width) + " x " + std::to_string(inspection.size.height) + ", " + means + ", " +
+         std::to_string(inspection.blobs.size()) + " of " + std::to_string(inspection.regions) + " regions";
+}
+
+TableColumns::TableColumns(const InspectionSettings& settings, bool scored)
+    : features_(features(settings)), scored_(scored) {
+  std::erase_if(features_, [](const Feature& feature) { return feature.title.empty(); });
+}
+
+Fields TableColumns::titles() const {
+  Fields titles;
+  for (const Feature& feature : features_) titles.emplace_back(feature.title);
+  if (scored_) titles.emplace_back("score");
+  return titles;
+}
+
+Fields TableColumns::fields(const BlobInfo& blob) const {
+  Fields fields;
+  for (const Feature& feature : features_) fields.push_back(fixed(feature.value(blob), feature.decimals));
+  if (scored_) fields.push_back(fixed(blob.score, 3));
+  return fields;
+}
+
+void writeTable(std::ostream& out, const Listing& listing) {
+  bool first = true;
+  for (const Outcome& outcome : listing.outcomes) {
+    if (outcome.failure) continue;
+    if (!first) out << '\n';
+    first = false;
+    writeSection(out, outcome, listing.settings);
+  }
+  if (listing.truth) out << '\n' << listing.truth->text();
+}
+
+void writeJson(std::ostream& out, const Listing& listing) {
+  Json json{{"images", Json::array()}};
+  for (const Outcome& outcome : listing.outcomes) json["images"].push_back(toJson(outcome, listing.settings));
+  if (listing.truth) json["truth"] = listing.truth->json();
+  out << json.dump(2) << '\n';
+}
+
+void writeCsv(std::ostream& out, const Listing& listing) {
+  const InspectionSettings& settings = listing.settings;
+  const std::vector<Feature> listed = features(settings);
+  out << "file,number,label";
+  for (const Feature& feature : listed) out << ',' << feature.name;
+  out << ",score" << (settings.rejected ? ",rejected by\n" : "\n");
+  for (const Outcome& outcome : listing.outcomes) {
+    const Inspection& inspection = outcome.inspection;
+    const std::string file = csvField(outcome.file);
+    size_t number = 0;
+    for (const BlobInfo& blob : inspection.blobs) {
+      const std::string score = inspection.scored ? shortest(blob.score) : "";
+      writeCsvLine(out, blob, settings, listed, {file, std::to_string(++number), score, ""});
+    }
+    for (const auto& [blob, by] : inspection.rejected) writeCsvLine(out, blob, settings, listed, {file, "", "", by});
+  }
+}
+
+void writeTimes(std::ostream& out, std::span<const Outcome> outcomes) {
+  std::vector<Fields> lines{Fields(kStageNames.begin(), kStageNames.end())};
+  lines.front().insert(lines.front().end(), {"all", "milliseconds"});
+  StageTimes total;
+  for (const Outcome& outcome : outcomes) {
+    lines.push_back(timeFields(outcome.file, outcome.times));
+    total.add(outcome.times);
+  }
+  if (outcomes.size() > 1) lines.push_back(timeFields("total", total));
+  writeColumns(out, lines);
+}
+
+}  // namespace dax::tool

@@ -1,0 +1,13 @@
+// What a range image holds, in words.
+#pragma once
+
+#include <string>
+
+#include "io/range_image.h"
+
+namespace dax::tool {
+
+std::string rangeInfoText(const RangeImage& image);
+std::string rangeInfoJson(const RangeImage& image);
+
+}  // namespace dax::tool
