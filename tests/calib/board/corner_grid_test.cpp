@@ -151,7 +151,8 @@ TEST(CornerGrid, GrowsWhereItExpectsCorners) {
                               for (const CheckerboardCorner& c : all.corners) {
                                 const float dx = c.point.x - expected.x, dy = c.point.y - expected.y;
                                 if (dx * dx + dy * dy > 0.7f) continue;
-                                const double way = std::hypot(neighbour.point.x - expected.x, neighbour.point.y - expected.y);
+                                const double way =
+                                    std::hypot(neighbour.point.x - expected.x, neighbour.point.y - expected.y);
                                 EXPECT_LE(spacing, way + 0.2);
                                 EXPECT_GE(spacing, 15);
                                 EXPECT_NE(neighbour.intoDark.x, c.intoDark.x);
@@ -201,7 +202,8 @@ TEST(CornerGrid, RegularBoards) {
   std::vector<int32_t> cells(9);
   std::iota(cells.begin(), cells.end(), 0);
   for (size_t moved = 0; moved < 9; ++moved) {
-    for (const auto& [dx, dy, regular] : {std::tuple{0, 0, true}, {5, 5, true}, {0, 28, false}, {28, 0, false}, {-40, 0, false}}) {
+    for (const auto& [dx, dy, regular] :
+         {std::tuple{0, 0, true}, {5, 5, true}, {0, 28, false}, {28, 0, false}, {-40, 0, false}}) {
       Corners corners = lattice(3, 3, 100, 100);
       corners[moved].point.x += static_cast<float>(dx);
       corners[moved].point.y += static_cast<float>(dy);
@@ -212,7 +214,8 @@ TEST(CornerGrid, RegularBoards) {
     Corners corners = lattice(2, 2, 100, 100);
     const float centre = 115;
     const auto put = [&](float f) {  // along its diagonal
-      corners[moved].point = {centre + f * (moved % 2 == 0 ? -15.0f : 15.0f), centre + f * (moved < 2 ? -15.0f : 15.0f)};
+      corners[moved].point = {centre + f * (moved % 2 == 0 ? -15.0f : 15.0f),
+                              centre + f * (moved < 2 ? -15.0f : 15.0f)};
       return isRegular(corners.data(), {cells.data(), 2, 2, 2});
     };
     EXPECT_TRUE(put(0.1f));

@@ -171,6 +171,55 @@ TEST(LineFit, FindsPlantedOutliers) {
   }
 }
 
+// Up to 200 points the sequence of pairs is that of all; beyond, it may miss the best one.
+TEST(LineFit, TriesAllPairsOfFewPoints) {
+  for (const int32_t n : {200, 201}) {
+    int32_t same = 0;
+    for (uint64_t seed = 0; seed < 8; ++seed) {
+      Noise noise(seed);
+      std::vector<double> x, y;
+      for (int32_t i = 0; i < n; ++i) x.push_back(noise.uniform(0, 100)), y.push_back(noise.uniform(0, 100));
+      std::vector<uint8_t> covered(x.size());
+      ExactLine all{}, some{};
+      ASSERT_TRUE(searchLine({x.data(), y.data(), n}, config(DAXI_LINE_INIT_ALL_PAIRS, 1, 180), covered.data(), all));
+      ASSERT_TRUE(searchLine({x.data(), y.data(), n}, config(DAXI_LINE_INIT_SOME_PAIRS, 1, 180), covered.data(), some));
+      same += sameBits(all, some);
+    }
+    EXPECT_EQ(same == 8, n == 200) << same;
+  }
+}
+
+// Rounds end where the rms changes by less than its 1e-5th part, or falls below 1e-5 itself: single rounds tell where.
+TEST(LineFit, StopsWhereItSettles) {
+  int32_t early = 0, late = 0, small = 0;
+  for (uint64_t seed = 0; seed < 400; ++seed) {
+    const double scale = seed % 4 == 0 ? 2e-5 : 1;
+    std::vector<double> x, y;
+    for (const DaxiPoint32f& p : pointsOnLine(60, 0, 0.6, 4, seed)) x.push_back(p.x), y.push_back((p.y - 250) * scale);
+    std::vector<float> residuals(60), scratch(60), weights(60);
+    std::vector<uint8_t> inliers(60);
+    const LineRound round{{x.data(), y.data(), 60}, residuals.data(), 0,
+                          scratch.data(),           inliers.data(),   weights.data()};
+    LineFitCfg cfg = config(2, 1 + static_cast<int32_t>(seed % 3), 0);
+    const DaxiLine start{0, 1, static_cast<float>(scale)};
+    DaxiLine whole = start, stepped = start;
+    double wholeRms = 0, rms = 0, before = 1e30;
+    ASSERT_TRUE(refineLine(round, cfg, residuals.data(), whole, wholeRms));
+    cfg.maxIterations = 1;
+    for (int32_t i = 0; i < 50; ++i, before = rms) {
+      ASSERT_TRUE(refineLine(round, cfg, residuals.data(), stepped, rms));
+      const double change = std::fabs(before - rms) / before;
+      early += change > 1e-5 && change < 2e-5;
+      late += change < 1e-5 && change > 5e-6;
+      small += rms < 1e-5 && change > 1e-5;
+      if (rms < 1e-5 || change < 1e-5) break;
+    }
+    EXPECT_TRUE(sameBits(whole, stepped)) << seed;
+    EXPECT_EQ(wholeRms, rms) << seed;
+  }
+  EXPECT_GT(std::min({early, late, small}), 2);
+}
+
 TEST(LineFit, DoesNotDependOnPlaceTurnOrOrder) {
   const Points points = pointsOnLine(200, 0.3, 0.2, 4, 7);
   const LineFitCfg cfg = config(2, 3, 50);

@@ -5,6 +5,7 @@
 #include <functional>
 #include <limits>
 
+#include "pcl/normal/normals_plane.h"
 #include "tests/pcl/normal/normals_oracle.h"
 #include "tests/pcl/search/kd_tree.h"
 #include "tests/pcl/search/point_sets.h"
@@ -102,6 +103,17 @@ TEST(Normals, OfLinesAndPlacesAreNotEstimated) {
   EXPECT_EQ(compute({0, 0, 0, 1e-25f, 0, 0, 0, 1e-25f, 0, 0, 0, 1e-25f}, normal), 0);
   EXPECT_EQ(compute({3e38f, 0, 0, 3e38f, 1, 0, -3e38f, 0, 1, 0, 0, 1}, normal), 0);
   EXPECT_EQ(compute({0, 0, 0, 1, 0, 0, 0, 1, 0, std::numeric_limits<float>::quiet_NaN(), 0, 0}, normal), 0);
+}
+
+// What is less than four units in the last place of the largest spread is none.
+TEST(Normals, OfSpreadsAtTheLimit) {
+  constexpr float kUnit = std::numeric_limits<float>::epsilon();
+  for (const float spread : {3.9f * kUnit, 4.1f * kUnit}) {
+    Normal normal = kUntouched;
+    EXPECT_EQ(fitNormal({1, 0, 0, spread, 0, 0}, normal), spread > 4 * kUnit);
+    ASSERT_TRUE(fitNormal({spread, 0, 0, 1, 0, 1}, normal));
+    EXPECT_EQ(normal.curvature > 0, spread > 4 * kUnit);
+  }
 }
 
 // Where the smallest axis is not unique, one of those that fit.
