@@ -4,6 +4,7 @@
 
 #include <limits>
 #include <numbers>
+#include <optional>
 
 #include "tests/measure/fit/line_fit_oracle.h"
 #include "tests/support/check_order.h"
@@ -171,22 +172,42 @@ TEST(LineFit, FindsPlantedOutliers) {
   }
 }
 
+std::optional<ExactLine> search(const std::vector<oracle::Point>& points, const LineFitCfg& cfg) {
+  std::vector<double> x, y;
+  for (const oracle::Point& p : points) x.push_back(p.x), y.push_back(p.y);
+  std::vector<uint8_t> covered(points.size());
+  ExactLine line{};
+  if (!searchLine({x.data(), y.data(), static_cast<int32_t>(x.size())}, cfg, covered.data(), line)) return std::nullopt;
+  return line;
+}
+
 // Up to 200 points the sequence of pairs is that of all; beyond, it may miss the best one.
 TEST(LineFit, TriesAllPairsOfFewPoints) {
   for (const int32_t n : {200, 201}) {
     int32_t same = 0;
     for (uint64_t seed = 0; seed < 8; ++seed) {
       Noise noise(seed);
-      std::vector<double> x, y;
-      for (int32_t i = 0; i < n; ++i) x.push_back(noise.uniform(0, 100)), y.push_back(noise.uniform(0, 100));
-      std::vector<uint8_t> covered(x.size());
-      ExactLine all{}, some{};
-      ASSERT_TRUE(searchLine({x.data(), y.data(), n}, config(DAXI_LINE_INIT_ALL_PAIRS, 1, 180), covered.data(), all));
-      ASSERT_TRUE(searchLine({x.data(), y.data(), n}, config(DAXI_LINE_INIT_SOME_PAIRS, 1, 180), covered.data(), some));
-      same += sameBits(all, some);
+      std::vector<oracle::Point> points;
+      for (int32_t i = 0; i < n; ++i) points.push_back({noise.uniform(0, 100), noise.uniform(0, 100)});
+      const auto all = search(points, config(DAXI_LINE_INIT_ALL_PAIRS, 1, 180));
+      const auto some = search(points, config(DAXI_LINE_INIT_SOME_PAIRS, 1, 180));
+      ASSERT_TRUE(all && some);
+      same += sameBits(*all, *some);
     }
     EXPECT_EQ(same == 8, n == 200) << same;
   }
+}
+
+TEST(LineFit, SearchCountsPointsAtTheLimits) {
+  // The best line goes through the first and the third point, but the third lies half a pixel from the first pair's.
+  const auto covered = search({{0, 0}, {10, 0}, {40, 0.5}, {20, 0.33}, {21, 0.1825}}, config(2, 1, 0, 0.1f));
+  ASSERT_TRUE(covered);
+  EXPECT_GT(std::fabs(covered->c), 0.01);
+  // Points at the threshold support a line: five here, four exactly on the other one.
+  const auto full = search({{0, 0}, {100, 0}, {20, 3}, {50, -3}, {80, 3}, {0, 1e3}, {100, 1e3}, {30, 1e3}, {60, 1e3}},
+                           config(2, 1, 3));
+  ASSERT_TRUE(full);
+  EXPECT_EQ(full->c, 0);
 }
 
 // Rounds end where the rms changes by less than its 1e-5th part, or falls below 1e-5 itself: single rounds tell where.
