@@ -4,6 +4,7 @@
 #include <cstring>
 #include <functional>
 
+#include "calib/board/hessian.h"
 #include "calib/board/symmetry.h"
 #include "tests/calib/board/checkerboard_search.h"
 #include "tests/support/check_order.h"
@@ -150,6 +151,89 @@ TEST(Checkerboards, AnyPoolGivesTheSameBits) {
       ASSERT_EQ(found.corners.size(), alone.corners.size());
       EXPECT_EQ(std::memcmp(found.corners.data(), alone.corners.data(), alone.corners.size() * 32), 0);
     }
+  }
+}
+
+TEST(Checkerboards, FailureOfThePool) {
+  const TwoBoards two;
+  MockPool pool;
+  pool.failingTile = 1;
+  uint64_t bytes = 0;
+  ASSERT_EQ(DAXI_CheckerboardCornerSymMulBufferSize_8u(two.image.size(), &bytes), DAX_STS_OK);
+  SearchBuffers buffers(bytes, Guard::after);
+  CheckerboardGrid grid{};
+  int32_t count = 7;
+  EXPECT_EQ(DAXI_CheckerboardCornerSymMul_8u_C1R(two.image.data(), two.image.step(), two.image.size(),
+                                                 buffers.points.data(), buffers.corners.data(), &grid, 1, &count,
+                                                 &kSymmetry, buffers.work.data(), &pool),
+            pool.failure);
+  EXPECT_EQ(count, 0);
+}
+
+// The two halves of the Hessian detector one after the other.
+TEST(Checkerboards, LocatedThenSorted) {
+  const TwoBoards two;
+  const DaxiSize size = two.image.size();
+  uint64_t bytes = 0;
+  ASSERT_EQ(DAXI_CheckerboardCornerHessianBufferSize_8u(size, &bytes), DAX_STS_OK);
+  SearchBuffers located(bytes, Guard::after);
+  int32_t count = 0, boards = 0;
+  ASSERT_EQ(DAXI_CheckerboardCornerHessian_Loc_8u_C1R(two.image.data(), two.image.step(), size, located.corners.data(),
+                                                      2048, &count, located.work.data(), &kHessian),
+            DAX_STS_OK);
+  EXPECT_GE(count, 68);
+  ASSERT_EQ(DAXI_MulCheckerboardCornerHessian_SortBufferSize(count, &bytes), DAX_STS_OK);
+  SearchBuffers sorted(bytes, Guard::after);
+  CheckerboardGrid grids[3];
+  ASSERT_EQ(DAXI_MulCheckerboardCornerHessian_Sort(located.corners.data(), count, sorted.corners.data(),
+                                                   sorted.work.data(), &kHessian, grids, 3, &boards),
+            DAX_STS_OK);
+  ASSERT_EQ(boards, 2);
+  const FoundBoards whole = findByHessian(two.image);
+  EXPECT_EQ(std::memcmp(sorted.corners.data(), whole.corners.data(), 68 * sizeof(CheckerboardCorner)), 0);
+  // A few of them only, those found first.
+  int32_t few = 0;
+  ASSERT_EQ(DAXI_CheckerboardCornerHessian_Loc_8u_C1R(two.image.data(), two.image.step(), size, sorted.corners.data(),
+                                                      10, &few, located.work.data(), &kHessian),
+            DAX_STS_OK);
+  EXPECT_EQ(few, 10);
+  EXPECT_EQ(std::memcmp(sorted.corners.data(), located.corners.data(), 10 * sizeof(CheckerboardCorner)), 0);
+}
+
+// Squares of ten pixels, and up to the image's edge.
+TEST(Checkerboards, SmallSquares) {
+  for (const AnyDetector& detector : kDetectors) {
+    BoardView view;
+    view.size = {160, 120};
+    view.square = 10;
+    view.rotation = 20;
+    const BoardImage board(view);
+    expectBoard(detector.find(board.image, Guard::after), board, view, 0.5);
+  }
+}
+
+// The search for a saddle moves on to the pixel that holds it: it ends with the same bits from anywhere around.
+TEST(Checkerboards, SaddleFromAnyPixelAround) {
+  const DaxiSize size{32, 30};
+  TestImage<float> smooth(size);
+  const double x = 14.3, y = 13.6;
+  smooth.fill([=](int32_t u, int32_t v) {
+    const double a = u - x, b = v - y;
+    return 100 + 9 * std::sin(0.3 * a + 0.1 * b) * std::sin(0.28 * b - 0.05 * a);
+  });
+  const HessianPlanes planes{nullptr, smooth.data(), size};
+  CheckerboardCorner first{};
+  ASSERT_TRUE(DAXI_CBL_Hessian_subpixel(&planes, 14, 14, &first));
+  EXPECT_NEAR(first.point.x, x, 0.02);
+  EXPECT_NEAR(first.point.y, y, 0.02);
+  for (int32_t i = 0; i < 12; ++i) {
+    CheckerboardCorner corner{};
+    ASSERT_TRUE(DAXI_CBL_Hessian_subpixel(&planes, 13 + i % 3, 12 + i / 3, &corner)) << i;
+    EXPECT_TRUE(sameBits(corner.point, first.point) && corner.response == first.response) << i;
+  }
+  // Further off than three pixels, or without the 5 x 5 around it.
+  for (const auto& [u, v] : {std::pair{18, 14}, {14, 10}, {1, 14}, {14, 28}}) {
+    EXPECT_FALSE(DAXI_CBL_Hessian_subpixel(&planes, u, v, &first)) << u << ", " << v;
   }
 }
 

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <memory>
+
 #include "tests/calib/board/board_search.h"
 #include "tests/support/check_order.h"
 
@@ -242,10 +244,10 @@ class Quads : public testing::Test {
     uint64_t bytes = 0;
     _DAXI_PtEncloseBoxBufferSize_32s(kMostQuads, &bytes);
     box_.resize(bytes);
-    places_.resize(kMostQuads);
+    places_ = std::make_unique<GuardedBuffer<QuadPlace>>(quads_.size());
     centres_.resize(kMostQuads);
     hull_.resize(4 * kMostQuads + 5);
-    return {places_.data(), centres_.data(), hull_.data(), box_.data()};
+    return {places_->data(), centres_.data(), hull_.data(), box_.data()};
   }
 
   std::vector<ChessboardQuad> quads_;
@@ -254,7 +256,7 @@ class Quads : public testing::Test {
   QuadTable table_{};
   QuadGroup group_{};
   std::vector<uint8_t> box_;
-  std::vector<QuadPlace> places_;
+  std::unique_ptr<GuardedBuffer<QuadPlace>> places_;
   std::vector<DaxiPoint32s> centres_, hull_;
 };
 
@@ -317,6 +319,9 @@ TEST_F(Quads, BoardIsReadRowByRow) {
   std::vector<DaxiPoint32f> corners;
   for (const int32_t id : ids) corners.push_back({table_.corner(id).x, table_.corner(id).y});
   EXPECT_TRUE(DAXI_ChessboardCorner_check_board_monotony(corners.data(), pattern));
+  // The one whose square has the fewest neighbours.
+  EXPECT_EQ(corners[0].x, 111);
+  EXPECT_EQ(corners[0].y, 111);
   const float first = corners[0].x, step = corners[1].x - first;
   EXPECT_EQ(std::fabs(step), 22);
   for (int32_t i = 0; i < 20; ++i)
