@@ -45,8 +45,9 @@ if(DAX_HAVE_SIMDE)
   set(inside_library ${documents_of_others}/libsimde-dev/copyright)
 endif()
 find_package(Python3 REQUIRED COMPONENTS Interpreter)
-set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/CHANGELOG.md
-             ${PROJECT_SOURCE_DIR}/tests/package/interface.txt)
+file(GLOB collected CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/docs/changes/*.md ${PROJECT_SOURCE_DIR}/tests/interface/*.txt
+     ${PROJECT_SOURCE_DIR}/tests/interface/*/*.txt)
+set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/CHANGELOG.md ${collected})
 foreach(component ${components})
   set(documents ${packages}/${${component}_package})
   execute_process(

@@ -4,7 +4,7 @@
 usage: make_documents.py OUTPUT VERSION MAINTAINER [COPYRIGHT...]
        VERSION: Debian version; COPYRIGHT: files of libraries whose code the package's binaries hold
 
-A heading of CHANGELOG.md is "## 1.2.3, 2030-12-31" or "## 1.2.3, not released", which is dated SOURCE_DATE_EPOCH or today.
+The changes are what scripts/changes prints. A heading of CHANGELOG.md is "## 1.2.3, 2030-12-31" or "## 1.2.3, not released", which is dated SOURCE_DATE_EPOCH or today.
 """
 import datetime
 import email.utils
@@ -12,6 +12,7 @@ import gzip
 import os
 import pathlib
 import re
+import subprocess
 import sys
 import textwrap
 import time
@@ -57,7 +58,8 @@ def main():
         sys.exit(__doc__)
     folder, version, maintainer, others = pathlib.Path(sys.argv[1]), sys.argv[2], sys.argv[3], sys.argv[4:]
     folder.mkdir(parents=True, exist_ok=True)
-    log = changelog((ROOT / "CHANGELOG.md").read_text(), version, maintainer)
+    text = subprocess.run([sys.executable, ROOT / "scripts/changes"], check=True, capture_output=True, text=True).stdout
+    log = changelog(text, version, maintainer)
     # Without the time, so that the same sources give the same file.
     (folder / "changelog.Debian.gz").write_bytes(gzip.compress(log.encode(), 9, mtime=0))
     text = OWN.format(year=re.search(r", \d+ \w+ (\d+)", log)[1])

@@ -18,6 +18,8 @@ def offers(path):
         if isinstance(statement, ast.Assign) and getattr(statement.targets[0], "id", "") == "__all__":
             if not ast.get_docstring(tree):
                 sys.exit(f"make_package: {path}: no docstring")
+            if not (path.parent / "__init__.py").exists():
+                sys.exit(f"make_package: {path.parent}: no __init__.py")
             return sorted(ast.literal_eval(statement.value), key=str.lower)
     sys.exit(f"make_package: {path}: no __all__")
 

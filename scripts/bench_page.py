@@ -1,4 +1,4 @@
-"""What scripts/bench --page writes beside the tables: the machine and the versions, the plots, their place in the gallery."""
+"""What scripts/bench --page writes beside the tables: the machine and the versions, the plots."""
 import platform
 import re
 import subprocess
@@ -114,12 +114,3 @@ def plot_growth(path, table):
     panel.set(xscale="log", yscale="log", xlabel=head[0], ylabel=unit)
     finish(figure, panel, path)
     return True
-
-
-def write_gallery(document, gallery):
-    """Lists the plots of the document in the gallery, between its markers."""
-    rows = [f"| {title} | ![{kind}: {title}]({path}) |\n"
-            for kind, title, path in re.findall(r"^!\[(\w[\w ]*): (.*)\]\((.*)\)$", document.read_text(), re.M)]
-    begin, end = "<!-- begin performance -->\n", "<!-- end performance -->\n"
-    before, rest = gallery.read_text().split(begin, 1)
-    gallery.write_text(before + begin + "| | |\n|---|---|\n" + "".join(rows) + end + rest.split(end, 1)[1])

@@ -1,9 +1,13 @@
 """Sphinx configuration of the documentation site; scripts/docs runs it with the built package on the path."""
 import pathlib
 import re
+import sys
 
 import dax
 from sphinx.ext import autodoc
+
+sys.path.insert(0, str(pathlib.Path(__file__).parent))
+import collect
 
 project = "DAX"
 version = release = dax.__version__
@@ -13,7 +17,7 @@ myst_enable_extensions = ["colon_fence"]
 myst_heading_anchors = 3
 autodoc_member_order = "bysource"
 autodoc_typehints = "signature"
-exclude_patterns = ["site"]
+exclude_patterns = ["site", "changes"]
 # The fonts are the reader's own: the site fetches nothing.
 html_theme = "furo"
 html_title = f"DAX {release}"
@@ -68,7 +72,12 @@ def complete_theme(app, exception):
         style.write_text((source.read_text() if source.exists() else "") + style.read_text()[normal.end() :])
 
 
+def fill(app, page, source):
+    source[0] = collect.fill(source[0])
+
+
 def setup(app):
+    app.connect("source-read", fill)
     app.connect("build-finished", complete_theme)
     app.connect("autodoc-process-docstring", tidy_text)
     app.connect("autodoc-process-signature", shorten)

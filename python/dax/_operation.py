@@ -68,6 +68,18 @@ def apply(
     return result.array
 
 
+def apply_scaled(
+    function: str, images: dict[str, ArrayLike], *parameters: Any, scale_factor: int, out: Optional[Array]
+) -> Array:
+    """The same for families whose integer forms end in Sfs and take a scale factor last; in place as well."""
+    form: dict[str, Any] = {"layouts": "C1 C3", "out": out, "in_place": True}
+    if np.asarray(next(iter(images.values()))).dtype.kind != "f":
+        return apply(function + "_{type}_{layout}RSfs", images, *parameters, scale_factor, types="8u 16u 16s", **form)
+    if scale_factor:
+        raise ValueError("scale_factor: images of floats have none")
+    return apply(function + "_{type}_{layout}R", images, *parameters, types="32f", **form)
+
+
 _TYPE = re.compile(r"\d+(?:u|s|fc|f)")
 
 

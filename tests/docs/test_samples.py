@@ -3,12 +3,17 @@ where that has run."""
 import os
 import pathlib
 import re
+import runpy
 import shlex
 import subprocess
+import sys
 
 import pytest
 
 ROOT = pathlib.Path(__file__).parents[2]
+sys.path.insert(0, str(ROOT / "docs/site"))
+import collect
+
 PAGES = [ROOT / "README.md", *sorted((ROOT / "docs").rglob("*.md"))]
 LIBRARIES = [pathlib.Path(os.environ[name]).parent for name in ("DAX_LIBRARY", "DAX_HOST_LIBRARY")]
 
@@ -60,6 +65,22 @@ def test_console(page, tmp_path, monkeypatch):
 
 
 def test_links_and_pictures_are_there():
+    """Those of what the site collects too."""
     for page in PAGES:
-        for target in re.findall(r"\]\(([^)#:]+)(?:#[^)]*)?\)", page.read_text()):
+        text = collect.fill(page.read_text())
+        assert "<!-- collected" not in text, page.name
+        for target in re.findall(r"\]\(([^)#:]+)(?:#[^)]*)?\)", text):
             assert (page.parent / target).exists(), f"{page.name}: {target}"
+
+
+@pytest.mark.parametrize("page", sorted((ROOT / "docs/how-to").glob("*.md")), ids=lambda page: page.stem)
+def test_recipes_of_pictures(page, tmp_path, monkeypatch):
+    recipe = page.with_suffix(".py")
+    assert recipe.exists() == (f"pictures/{page.stem}.png" in page.read_text())
+    pytest.importorskip("matplotlib")
+    import pictures
+
+    monkeypatch.setattr(pictures, "OUT", tmp_path)
+    if recipe.exists() and ("DAX_TOOL" in os.environ or "TOOL" not in recipe.read_text()):
+        runpy.run_path(str(recipe))
+        assert [path.stem for path in tmp_path.iterdir()] == [page.stem]

@@ -72,20 +72,17 @@ def test_outputs_beside_their_input(rng):
     left, right = canvas[:, :20], canvas[:, 20:]
     expected = dax.median3x3(left)
     assert dax.median3x3(left, out=right) is right and np.array_equal(right, expected)
-    with pytest.raises(ValueError, match="overlap"):
-        dax.median3x3(left, out=canvas[:, 19:39])
-    with pytest.raises(ValueError, match="overlap"):
-        dax.median3x3(left, out=canvas[:, 1:21])
+    for columns in (slice(19, 39), slice(1, 21)):
+        with pytest.raises(ValueError, match="overlap"):
+            dax.median3x3(left, out=canvas[:, columns])
 
 
 def test_failures_go_between_processes():
-    with pytest.raises(dax.Error) as failure:
-        dax.box_sum(np.ones((4, 9), np.float32), 2)
-    with pytest.raises(dax.Error, match="nowhere") as named:
-        dax.read_range("nowhere.range")
-    for error in (failure.value, named.value):
-        twin = pickle.loads(pickle.dumps(error))
-        assert str(twin) == str(error) and vars(twin) == vars(error)
+    for call in (lambda: dax.box_sum(np.ones((4, 9), np.float32), 2), lambda: dax.read_range("nowhere.range")):
+        with pytest.raises(dax.Error) as failure:
+            call()
+        twin = pickle.loads(pickle.dumps(failure.value))
+        assert str(twin) == str(failure.value) and vars(twin) == vars(failure.value)
 
 
 def test_failures_name_function_clause_and_code():
@@ -100,6 +97,8 @@ def test_failures_name_function_clause_and_code():
         dax.median3x3(np.ones(4))
     with pytest.raises(TypeError, match="complex64"):
         dax.median3x3(np.ones((4, 4), np.complex64))
+    with pytest.raises(ValueError, match="grey first"):
+        dax.otsu(np.zeros((4, 4, 3), np.uint8))
 
 
 def test_results_outlive_what_they_came_from(rng):
@@ -116,24 +115,13 @@ def test_results_outlive_what_they_came_from(rng):
     assert np.array_equal(kept, runs)
 
 
-def long_calls(rng):
-    image = rng.integers(0, 2, (1500, 1500), dtype=np.uint8)
-    labelling, tree, points = dax.label(image), dax.KdTree(rng.normal(size=(20000, 3))), rng.normal(size=(20000, 3))
-    line = rng.uniform(0, 500, (500, 2))
-    yield "blobs", lambda: dax.select_blobs(labelling)
-    yield "cloud", lambda: tree.query(points, 10)
-    yield "line", lambda: dax.fit_line(line, start="all-pairs", threshold=1)
-    yield "chessboard", lambda: dax.find_checkerboards_by_symmetry(image[:700, :700] * 200)
-
-
-@pytest.mark.parametrize("number", range(4))
-def test_interpreter_runs_on_during_a_call(rng, number):
-    name, call = list(long_calls(rng))[number]
+def test_interpreter_runs_on_during_a_call(rng):
+    labelling = dax.label(rng.integers(0, 2, (1500, 1500), dtype=np.uint8))
     steps, busy = 0, threading.Event()
 
     def work():
         busy.set()
-        call()
+        dax.select_blobs(labelling)
 
     thread = threading.Thread(target=work)
     thread.start()
@@ -142,7 +130,7 @@ def test_interpreter_runs_on_during_a_call(rng, number):
     while thread.is_alive():
         steps += 1
     duration = time.monotonic() - start
-    assert steps > 1000 * duration and duration > 0.01, name
+    assert steps > 1000 * duration and duration > 0.01
 
 
 def test_pool_gives_the_same(rng, pool):
@@ -183,15 +171,3 @@ def test_pool_closed_under_a_call_ends_after_it(pool, monkeypatch):
     assert not ended
     del call
     assert len(ended) == 1
-
-
-@pytest.mark.parametrize("make, name, value", [
-    (lambda: dax.label(np.eye(4, dtype=np.uint8)), "size", (400, 400)),
-    (lambda: dax.KdTree([[0, 0], [1, 1]]), "points", np.zeros((9, 5), np.float32)),
-    (lambda: dax.KdTree([[0, 0], [1, 1]]), "compact", True),
-    (lambda: dax.SparseMatrix((2, 2), 4), "shape", (200, 200)),
-])
-def test_what_memory_was_measured_by_stays(make, name, value):
-    kept = make()
-    with pytest.raises(AttributeError, match="cannot be changed"):
-        setattr(kept, name, value)

@@ -1,0 +1,33 @@
+#include "daxi/arithmetic.h"
+
+#include "bench/support/image.h"
+#include "bench/support/operation.h"
+
+namespace {
+
+using bench::Image;
+using bench::kSize;
+
+template <class T, class Call>
+bench::Task prepare(Call call) {
+  const Image<T> from = bench::noise<T>();
+  const Image<T> to(kSize);
+  return {[=] { bench::require(call(from.data(), kSize.width, to.data(), kSize.width, kSize)); },
+          [=] { return bench::digest(to); }};
+}
+
+template <class T>
+constexpr size_t kBytes = bench::pixelCount(bench::kUsualSize) * sizeof(T);
+
+const bench::Own operations[] = {
+    {"image + constant, 8u", kBytes<uint8_t>,
+     [] { return prepare<uint8_t>([](auto... a) { return DAXI_AddC_8u_C1RSfs(a..., 77, 0); }); }},
+    {"image * constant, 8u", kBytes<uint8_t>,
+     [] { return prepare<uint8_t>([](auto... a) { return DAXI_MulC_8u_C1RSfs(a..., 3, 0); }); }},
+    {"|image - constant|, 16u", kBytes<uint16_t>,
+     [] { return prepare<uint16_t>([](auto... a) { return DAXI_AbsDiffC_16u_C1RSfs(a..., 3000, 0); }); }},
+    {"image - constant, 32f", kBytes<float>,
+     [] { return prepare<float>([](auto... a) { return DAXI_SubC_32f_C1R(a..., 0.5f); }); }},
+};
+
+}  // namespace

@@ -1,0 +1,31 @@
+#include "bench/support/opencv.h"
+
+namespace {
+
+using bench::Image;
+
+template <class T, class Call>
+bench::Task prepare(Call call) {
+  const Image<T> from = bench::noise<T>();
+  const Image<T> to(bench::kSize);
+  return {[=] {
+            cv::Mat dst = bench::viewOf(to);
+            call(bench::viewOf(from), dst);
+          },
+          [=] { return bench::digest(to); }};
+}
+
+const bench::OpenCvPeer operations[] = {
+    {"image + constant, 8u",
+     [] { return prepare<uint8_t>([](const cv::Mat& src, cv::Mat& dst) { cv::add(src, cv::Scalar(77), dst); }); }},
+    {"image * constant, 8u",
+     [] { return prepare<uint8_t>([](const cv::Mat& src, cv::Mat& dst) { cv::multiply(src, cv::Scalar(3), dst); }); }},
+    {"|image - constant|, 16u",
+     [] {
+       return prepare<uint16_t>([](const cv::Mat& src, cv::Mat& dst) { cv::absdiff(src, cv::Scalar(3000), dst); });
+     }},
+    {"image - constant, 32f",
+     [] { return prepare<float>([](const cv::Mat& src, cv::Mat& dst) { cv::subtract(src, cv::Scalar(0.5), dst); }); }},
+};
+
+}  // namespace

@@ -1,0 +1,21 @@
+"""Domains, and parts with their boxes."""
+import matplotlib.patches as patches
+import numpy as np
+
+import dax
+from pictures import INK, corners_of, panels, parts, save, show
+
+image = parts()
+labelling = dax.label(dax.otsu(dax.median3x3(image)))
+found = dax.select_blobs(labelling, area=(100, 10000))
+figure, axes = panels(3, 3.4, 2.9)
+show(axes[0], image, "image", vmin=0, vmax=255)
+labels = labelling.labels()
+axes[1].imshow(np.ma.masked_less(labels, 0) % 7, cmap="Set2", interpolation="nearest")
+axes[1].set_title(f"{len(labelling)} domains", fontsize=9)
+show(axes[2], image, f"{len(found)} parts, boxes of least area", vmin=0, vmax=255)
+for values, area in zip(found.box, found.area):
+    box = dax.Box(*values)
+    axes[2].add_patch(patches.Polygon(corners_of(box), fill=False, edgecolor=INK))
+    axes[2].text(box.x, box.y, f"{area:.0f}", color=INK, fontsize=8, ha="center", va="center")
+save(figure, "blobs")

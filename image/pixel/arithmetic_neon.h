@@ -1,0 +1,91 @@
+// Rows of an image and a pattern of constants, three vectors at a time.
+#pragma once
+
+#include "frame/dispatch.h"
+#include "frame/simd.h"
+#include "image/pixel/arithmetic_portable.h"
+
+#if DAX_HAVE_NEON
+namespace dax::neon {
+
+template <class T>
+struct ArithmeticLanes;
+
+#define DAX_ARITHMETIC_LANES(T, VECTOR, SUFFIX)                        \
+  template <>                                                          \
+  struct ArithmeticLanes<T> {                                          \
+    using Vector = VECTOR;                                             \
+    static Vector load(const T* from) { return vld1q_##SUFFIX(from); } \
+    static void store(T* to, Vector v) { vst1q_##SUFFIX(to, v); }      \
+  };
+DAX_ARITHMETIC_LANES(uint8_t, uint8x16_t, u8)
+DAX_ARITHMETIC_LANES(uint16_t, uint16x8_t, u16)
+DAX_ARITHMETIC_LANES(int16_t, int16x8_t, s16)
+DAX_ARITHMETIC_LANES(float, float32x4_t, f32)
+#undef DAX_ARITHMETIC_LANES
+
+// Exact results, saturated.
+#define DAX_SATURATED_OPERATIONS(VECTOR, SUFFIX)   \
+  inline VECTOR apply(AddOp, VECTOR a, VECTOR b) { \
+    return vqaddq_##SUFFIX(a, b);                  \
+  }                                                \
+  inline VECTOR apply(SubOp, VECTOR a, VECTOR b) { \
+    return vqsubq_##SUFFIX(a, b);                  \
+  }
+DAX_SATURATED_OPERATIONS(uint8x16_t, u8)
+DAX_SATURATED_OPERATIONS(uint16x8_t, u16)
+DAX_SATURATED_OPERATIONS(int16x8_t, s16)
+#undef DAX_SATURATED_OPERATIONS
+
+inline uint8x16_t apply(AbsDiffOp, uint8x16_t a, uint8x16_t b) {
+  return vabdq_u8(a, b);
+}
+inline uint16x8_t apply(AbsDiffOp, uint16x8_t a, uint16x8_t b) {
+  return vabdq_u16(a, b);
+}
+inline int16x8_t apply(AbsDiffOp, int16x8_t a, int16x8_t b) {
+  return vqsubq_s16(vmaxq_s16(a, b), vminq_s16(a, b));
+}
+inline uint8x16_t apply(MulOp, uint8x16_t a, uint8x16_t b) {
+  const uint16x8_t low = vmull_u8(vget_low_u8(a), vget_low_u8(b)), high = vmull_high_u8(a, b);
+  return vqmovn_high_u16(vqmovn_u16(low), high);
+}
+inline uint16x8_t apply(MulOp, uint16x8_t a, uint16x8_t b) {
+  const uint32x4_t low = vmull_u16(vget_low_u16(a), vget_low_u16(b)), high = vmull_high_u16(a, b);
+  return vqmovn_high_u32(vqmovn_u32(low), high);
+}
+inline int16x8_t apply(MulOp, int16x8_t a, int16x8_t b) {
+  const int32x4_t low = vmull_s16(vget_low_s16(a), vget_low_s16(b)), high = vmull_high_s16(a, b);
+  return vqmovn_high_s32(vqmovn_s32(low), high);
+}
+inline float32x4_t apply(AddOp, float32x4_t a, float32x4_t b) {
+  return vaddq_f32(a, b);
+}
+inline float32x4_t apply(SubOp, float32x4_t a, float32x4_t b) {
+  return vsubq_f32(a, b);
+}
+inline float32x4_t apply(MulOp, float32x4_t a, float32x4_t b) {
+  return vmulq_f32(a, b);
+}
+inline float32x4_t apply(AbsDiffOp, float32x4_t a, float32x4_t b) {
+  return vabsq_f32(vsubq_f32(a, b));
+}
+
+template <class Op, class T>
+void constantRow(const T* src, T* dst, int32_t count, const T* pattern) {
+  using Lanes = ArithmeticLanes<T>;
+  constexpr int32_t kLanes = 16 / sizeof(T);
+  // The pattern repeats after three vectors.
+  const typename Lanes::Vector values[3] = {Lanes::load(pattern), Lanes::load(pattern + kLanes),
+                                            Lanes::load(pattern + 2 * kLanes)};
+  int32_t x = 0;
+  for (; x <= count - 3 * kLanes; x += 3 * kLanes) {
+    for (int k = 0; k < 3; ++k) {
+      Lanes::store(dst + x + k * kLanes, apply(Op{}, Lanes::load(src + x + k * kLanes), values[k]));
+    }
+  }
+  portable::constantRow<Op>(src + x, dst + x, count - x, pattern);
+}
+
+}  // namespace dax::neon
+#endif

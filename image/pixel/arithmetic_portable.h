@@ -1,0 +1,97 @@
+// Rows of an image and a pattern of constants, any instruction set. The inner loops have a fixed length, which compilers
+// turn into vectors.
+#pragma once
+
+#include <algorithm>
+#include <cmath>
+#include <cstdint>
+#include <limits>
+#include <type_traits>
+
+#include "image/pixel/arithmetic.h"
+
+namespace dax {
+
+struct AddOp {
+  template <class W>
+  static W of(W a, W b) {
+    return a + b;
+  }
+};
+struct SubOp {
+  template <class W>
+  static W of(W a, W b) {
+    return a - b;
+  }
+};
+struct MulOp {
+  template <class W>
+  static W of(W a, W b) {
+    return a * b;
+  }
+};
+struct AbsDiffOp {
+  template <class W>
+  static W of(W a, W b) {
+    if constexpr (std::is_floating_point_v<W>) return std::fabs(a - b);
+    return a > b ? a - b : b - a;
+  }
+};
+
+namespace portable {
+
+// Holds the exact result of an operation; only the product of two uint16_t needs the sign bit.
+template <class Op, class T>
+using Exact =
+    std::conditional_t<std::is_floating_point_v<T>, T,
+                       std::conditional_t<std::is_same_v<Op, MulOp> && std::is_same_v<T, uint16_t>, uint32_t, int32_t>>;
+
+template <class T, class W>
+T saturated(W value) {
+  constexpr W kMin = std::numeric_limits<T>::min(), kMax = std::numeric_limits<T>::max();
+  return static_cast<T>(std::min(std::max(value, kMin), kMax));
+}
+
+// value / 2^shift, rounded half to even; 1 <= shift <= 31.
+template <class W>
+W halvedToEven(W value, int32_t shift) {
+  const W quotient = value >> shift;  // rounds down
+  const auto rest = static_cast<uint32_t>(value) & ((uint32_t{1} << shift) - 1), half = uint32_t{1} << (shift - 1);
+  return quotient + static_cast<W>(rest > half || (rest == half && (quotient & 1)));
+}
+
+// Applies f to src and the pattern, block by block.
+template <class T, class F>
+void forEachPatternBlock(const T* src, T* dst, int32_t count, const T* pattern, F f) {
+  int32_t x = 0;
+  for (; x <= count - kPatternLength; x += kPatternLength) {
+    for (int32_t i = 0; i < kPatternLength; ++i) dst[x + i] = f(src[x + i], pattern[i]);
+  }
+  for (int32_t i = 0; x + i < count; ++i) dst[x + i] = f(src[x + i], pattern[i]);
+}
+
+// Without a scale factor.
+template <class Op, class T>
+void constantRow(const T* src, T* dst, int32_t count, const T* pattern) {
+  using W = Exact<Op, T>;
+  forEachPatternBlock(src, dst, count, pattern, [](T a, T b) -> T {
+    if constexpr (std::is_floating_point_v<T>) return Op::of(a, b);
+    return saturated<T>(Op::of(W{a}, W{b}));
+  });
+}
+
+template <class Op, class T>
+void scaledRow(const T* src, T* dst, int32_t count, const T* pattern, int32_t scaleFactor) {
+  using W = Exact<Op, T>;
+  if (scaleFactor > 0) {
+    forEachPatternBlock(src, dst, count, pattern,
+                        [=](T a, T b) { return saturated<T>(halvedToEven(Op::of(W{a}, W{b}), scaleFactor)); });
+  } else {  // below 2^32 * 2^31
+    forEachPatternBlock(src, dst, count, pattern, [=](T a, T b) {
+      return saturated<T>(int64_t{Op::of(W{a}, W{b})} * (int64_t{1} << -scaleFactor));
+    });
+  }
+}
+
+}  // namespace portable
+}  // namespace dax

@@ -1,0 +1,154 @@
+/* Arithmetic of an image and a constant, pixel by pixel.
+ *
+ * Integers: the exact result of the operation is multiplied by 2^-scaleFactor, rounded to the nearest integer, halves to the
+ * even one, and saturated to the range of the type. Floats: one IEEE operation, no scale factor.
+ *
+ * Layouts: C1R has one channel and one constant, C3R three interleaved channels and an array of one constant for each; C1IR and
+ * C3IR work in place. Steps count elements; scaleFactor is -31..31. In the other forms dst may be src with the same step; else
+ * they must not overlap. No work buffer. Thread-safe. The results are the same bits on every machine (NaN payloads apart).
+ *
+ * Checks, in order:
+ *   src, dst, srcDst or the array of constants null     0x10000014
+ *   width < 1 or height < 1                             0x1000001a
+ *   width, three times for C3, above the smallest step  0x1000001b
+ *   scaleFactor outside -31..31                         0x10000019
+ * A failed call writes nothing. */
+#ifndef DAXI_ARITHMETIC_H
+#define DAXI_ARITHMETIC_H
+
+#include "../dax/status.h"
+#include "../dax/types.h"
+
+DAX_BEGIN_DECLS
+
+/* dst = (src + value) * 2^-scaleFactor. */
+DAX_API DaxStatus DAXI_AddC_8u_C1RSfs(const uint8_t* src, int32_t srcStep, uint8_t* dst, int32_t dstStep, DaxiSize size,
+                                      uint8_t value, int32_t scaleFactor);
+DAX_API DaxStatus DAXI_AddC_8u_C3RSfs(const uint8_t* src, int32_t srcStep, uint8_t* dst, int32_t dstStep, DaxiSize size,
+                                      const uint8_t* value, int32_t scaleFactor);
+DAX_API DaxStatus DAXI_AddC_8u_C1IRSfs(uint8_t* srcDst, int32_t step, DaxiSize size, uint8_t value,
+                                       int32_t scaleFactor);
+DAX_API DaxStatus DAXI_AddC_8u_C3IRSfs(uint8_t* srcDst, int32_t step, DaxiSize size, const uint8_t* value,
+                                       int32_t scaleFactor);
+DAX_API DaxStatus DAXI_AddC_16u_C1RSfs(const uint16_t* src, int32_t srcStep, uint16_t* dst, int32_t dstStep,
+                                       DaxiSize size, uint16_t value, int32_t scaleFactor);
+DAX_API DaxStatus DAXI_AddC_16u_C3RSfs(const uint16_t* src, int32_t srcStep, uint16_t* dst, int32_t dstStep,
+                                       DaxiSize size, const uint16_t* value, int32_t scaleFactor);
+DAX_API DaxStatus DAXI_AddC_16u_C1IRSfs(uint16_t* srcDst, int32_t step, DaxiSize size, uint16_t value,
+                                        int32_t scaleFactor);
+DAX_API DaxStatus DAXI_AddC_16u_C3IRSfs(uint16_t* srcDst, int32_t step, DaxiSize size, const uint16_t* value,
+                                        int32_t scaleFactor);
+DAX_API DaxStatus DAXI_AddC_16s_C1RSfs(const int16_t* src, int32_t srcStep, int16_t* dst, int32_t dstStep,
+                                       DaxiSize size, int16_t value, int32_t scaleFactor);
+DAX_API DaxStatus DAXI_AddC_16s_C3RSfs(const int16_t* src, int32_t srcStep, int16_t* dst, int32_t dstStep,
+                                       DaxiSize size, const int16_t* value, int32_t scaleFactor);
+DAX_API DaxStatus DAXI_AddC_16s_C1IRSfs(int16_t* srcDst, int32_t step, DaxiSize size, int16_t value,
+                                        int32_t scaleFactor);
+DAX_API DaxStatus DAXI_AddC_16s_C3IRSfs(int16_t* srcDst, int32_t step, DaxiSize size, const int16_t* value,
+                                        int32_t scaleFactor);
+DAX_API DaxStatus DAXI_AddC_32f_C1R(const float* src, int32_t srcStep, float* dst, int32_t dstStep, DaxiSize size,
+                                    float value);
+DAX_API DaxStatus DAXI_AddC_32f_C3R(const float* src, int32_t srcStep, float* dst, int32_t dstStep, DaxiSize size,
+                                    const float* value);
+DAX_API DaxStatus DAXI_AddC_32f_C1IR(float* srcDst, int32_t step, DaxiSize size, float value);
+DAX_API DaxStatus DAXI_AddC_32f_C3IR(float* srcDst, int32_t step, DaxiSize size, const float* value);
+
+/* dst = (src - value) * 2^-scaleFactor. */
+DAX_API DaxStatus DAXI_SubC_8u_C1RSfs(const uint8_t* src, int32_t srcStep, uint8_t* dst, int32_t dstStep, DaxiSize size,
+                                      uint8_t value, int32_t scaleFactor);
+DAX_API DaxStatus DAXI_SubC_8u_C3RSfs(const uint8_t* src, int32_t srcStep, uint8_t* dst, int32_t dstStep, DaxiSize size,
+                                      const uint8_t* value, int32_t scaleFactor);
+DAX_API DaxStatus DAXI_SubC_8u_C1IRSfs(uint8_t* srcDst, int32_t step, DaxiSize size, uint8_t value,
+                                       int32_t scaleFactor);
+DAX_API DaxStatus DAXI_SubC_8u_C3IRSfs(uint8_t* srcDst, int32_t step, DaxiSize size, const uint8_t* value,
+                                       int32_t scaleFactor);
+DAX_API DaxStatus DAXI_SubC_16u_C1RSfs(const uint16_t* src, int32_t srcStep, uint16_t* dst, int32_t dstStep,
+                                       DaxiSize size, uint16_t value, int32_t scaleFactor);
+DAX_API DaxStatus DAXI_SubC_16u_C3RSfs(const uint16_t* src, int32_t srcStep, uint16_t* dst, int32_t dstStep,
+                                       DaxiSize size, const uint16_t* value, int32_t scaleFactor);
+DAX_API DaxStatus DAXI_SubC_16u_C1IRSfs(uint16_t* srcDst, int32_t step, DaxiSize size, uint16_t value,
+                                        int32_t scaleFactor);
+DAX_API DaxStatus DAXI_SubC_16u_C3IRSfs(uint16_t* srcDst, int32_t step, DaxiSize size, const uint16_t* value,
+                                        int32_t scaleFactor);
+DAX_API DaxStatus DAXI_SubC_16s_C1RSfs(const int16_t* src, int32_t srcStep, int16_t* dst, int32_t dstStep,
+                                       DaxiSize size, int16_t value, int32_t scaleFactor);
+DAX_API DaxStatus DAXI_SubC_16s_C3RSfs(const int16_t* src, int32_t srcStep, int16_t* dst, int32_t dstStep,
+                                       DaxiSize size, const int16_t* value, int32_t scaleFactor);
+DAX_API DaxStatus DAXI_SubC_16s_C1IRSfs(int16_t* srcDst, int32_t step, DaxiSize size, int16_t value,
+                                        int32_t scaleFactor);
+DAX_API DaxStatus DAXI_SubC_16s_C3IRSfs(int16_t* srcDst, int32_t step, DaxiSize size, const int16_t* value,
+                                        int32_t scaleFactor);
+DAX_API DaxStatus DAXI_SubC_32f_C1R(const float* src, int32_t srcStep, float* dst, int32_t dstStep, DaxiSize size,
+                                    float value);
+DAX_API DaxStatus DAXI_SubC_32f_C3R(const float* src, int32_t srcStep, float* dst, int32_t dstStep, DaxiSize size,
+                                    const float* value);
+DAX_API DaxStatus DAXI_SubC_32f_C1IR(float* srcDst, int32_t step, DaxiSize size, float value);
+DAX_API DaxStatus DAXI_SubC_32f_C3IR(float* srcDst, int32_t step, DaxiSize size, const float* value);
+
+/* dst = (src * value) * 2^-scaleFactor. */
+DAX_API DaxStatus DAXI_MulC_8u_C1RSfs(const uint8_t* src, int32_t srcStep, uint8_t* dst, int32_t dstStep, DaxiSize size,
+                                      uint8_t value, int32_t scaleFactor);
+DAX_API DaxStatus DAXI_MulC_8u_C3RSfs(const uint8_t* src, int32_t srcStep, uint8_t* dst, int32_t dstStep, DaxiSize size,
+                                      const uint8_t* value, int32_t scaleFactor);
+DAX_API DaxStatus DAXI_MulC_8u_C1IRSfs(uint8_t* srcDst, int32_t step, DaxiSize size, uint8_t value,
+                                       int32_t scaleFactor);
+DAX_API DaxStatus DAXI_MulC_8u_C3IRSfs(uint8_t* srcDst, int32_t step, DaxiSize size, const uint8_t* value,
+                                       int32_t scaleFactor);
+DAX_API DaxStatus DAXI_MulC_16u_C1RSfs(const uint16_t* src, int32_t srcStep, uint16_t* dst, int32_t dstStep,
+                                       DaxiSize size, uint16_t value, int32_t scaleFactor);
+DAX_API DaxStatus DAXI_MulC_16u_C3RSfs(const uint16_t* src, int32_t srcStep, uint16_t* dst, int32_t dstStep,
+                                       DaxiSize size, const uint16_t* value, int32_t scaleFactor);
+DAX_API DaxStatus DAXI_MulC_16u_C1IRSfs(uint16_t* srcDst, int32_t step, DaxiSize size, uint16_t value,
+                                        int32_t scaleFactor);
+DAX_API DaxStatus DAXI_MulC_16u_C3IRSfs(uint16_t* srcDst, int32_t step, DaxiSize size, const uint16_t* value,
+                                        int32_t scaleFactor);
+DAX_API DaxStatus DAXI_MulC_16s_C1RSfs(const int16_t* src, int32_t srcStep, int16_t* dst, int32_t dstStep,
+                                       DaxiSize size, int16_t value, int32_t scaleFactor);
+DAX_API DaxStatus DAXI_MulC_16s_C3RSfs(const int16_t* src, int32_t srcStep, int16_t* dst, int32_t dstStep,
+                                       DaxiSize size, const int16_t* value, int32_t scaleFactor);
+DAX_API DaxStatus DAXI_MulC_16s_C1IRSfs(int16_t* srcDst, int32_t step, DaxiSize size, int16_t value,
+                                        int32_t scaleFactor);
+DAX_API DaxStatus DAXI_MulC_16s_C3IRSfs(int16_t* srcDst, int32_t step, DaxiSize size, const int16_t* value,
+                                        int32_t scaleFactor);
+DAX_API DaxStatus DAXI_MulC_32f_C1R(const float* src, int32_t srcStep, float* dst, int32_t dstStep, DaxiSize size,
+                                    float value);
+DAX_API DaxStatus DAXI_MulC_32f_C3R(const float* src, int32_t srcStep, float* dst, int32_t dstStep, DaxiSize size,
+                                    const float* value);
+DAX_API DaxStatus DAXI_MulC_32f_C1IR(float* srcDst, int32_t step, DaxiSize size, float value);
+DAX_API DaxStatus DAXI_MulC_32f_C3IR(float* srcDst, int32_t step, DaxiSize size, const float* value);
+
+/* dst = |src - value| * 2^-scaleFactor. */
+DAX_API DaxStatus DAXI_AbsDiffC_8u_C1RSfs(const uint8_t* src, int32_t srcStep, uint8_t* dst, int32_t dstStep,
+                                          DaxiSize size, uint8_t value, int32_t scaleFactor);
+DAX_API DaxStatus DAXI_AbsDiffC_8u_C3RSfs(const uint8_t* src, int32_t srcStep, uint8_t* dst, int32_t dstStep,
+                                          DaxiSize size, const uint8_t* value, int32_t scaleFactor);
+DAX_API DaxStatus DAXI_AbsDiffC_8u_C1IRSfs(uint8_t* srcDst, int32_t step, DaxiSize size, uint8_t value,
+                                           int32_t scaleFactor);
+DAX_API DaxStatus DAXI_AbsDiffC_8u_C3IRSfs(uint8_t* srcDst, int32_t step, DaxiSize size, const uint8_t* value,
+                                           int32_t scaleFactor);
+DAX_API DaxStatus DAXI_AbsDiffC_16u_C1RSfs(const uint16_t* src, int32_t srcStep, uint16_t* dst, int32_t dstStep,
+                                           DaxiSize size, uint16_t value, int32_t scaleFactor);
+DAX_API DaxStatus DAXI_AbsDiffC_16u_C3RSfs(const uint16_t* src, int32_t srcStep, uint16_t* dst, int32_t dstStep,
+                                           DaxiSize size, const uint16_t* value, int32_t scaleFactor);
+DAX_API DaxStatus DAXI_AbsDiffC_16u_C1IRSfs(uint16_t* srcDst, int32_t step, DaxiSize size, uint16_t value,
+                                            int32_t scaleFactor);
+DAX_API DaxStatus DAXI_AbsDiffC_16u_C3IRSfs(uint16_t* srcDst, int32_t step, DaxiSize size, const uint16_t* value,
+                                            int32_t scaleFactor);
+DAX_API DaxStatus DAXI_AbsDiffC_16s_C1RSfs(const int16_t* src, int32_t srcStep, int16_t* dst, int32_t dstStep,
+                                           DaxiSize size, int16_t value, int32_t scaleFactor);
+DAX_API DaxStatus DAXI_AbsDiffC_16s_C3RSfs(const int16_t* src, int32_t srcStep, int16_t* dst, int32_t dstStep,
+                                           DaxiSize size, const int16_t* value, int32_t scaleFactor);
+DAX_API DaxStatus DAXI_AbsDiffC_16s_C1IRSfs(int16_t* srcDst, int32_t step, DaxiSize size, int16_t value,
+                                            int32_t scaleFactor);
+DAX_API DaxStatus DAXI_AbsDiffC_16s_C3IRSfs(int16_t* srcDst, int32_t step, DaxiSize size, const int16_t* value,
+                                            int32_t scaleFactor);
+DAX_API DaxStatus DAXI_AbsDiffC_32f_C1R(const float* src, int32_t srcStep, float* dst, int32_t dstStep, DaxiSize size,
+                                        float value);
+DAX_API DaxStatus DAXI_AbsDiffC_32f_C3R(const float* src, int32_t srcStep, float* dst, int32_t dstStep, DaxiSize size,
+                                        const float* value);
+DAX_API DaxStatus DAXI_AbsDiffC_32f_C1IR(float* srcDst, int32_t step, DaxiSize size, float value);
+DAX_API DaxStatus DAXI_AbsDiffC_32f_C3IR(float* srcDst, int32_t step, DaxiSize size, const float* value);
+
+DAX_END_DECLS
+
+#endif

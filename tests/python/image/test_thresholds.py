@@ -1,0 +1,54 @@
+"""Thresholds: methods, polarities and levels come through."""
+import numpy as np
+import pytest
+
+import dax
+
+WITHOUT = {
+    r"DAXI_(ThresholdBin|ThresholdSoftBin|ThresholdRelativeSoft|AdpThresholdOtsu)_8u_C1R": "the second version has all",
+}
+
+
+@pytest.fixture
+def image(rng):
+    return rng.integers(0, 256, (20, 30), dtype=np.uint8)
+
+
+def mask(condition):
+    return np.where(condition, 255, 0).astype(np.uint8)
+
+
+def test_methods(image):
+    cases = {
+        ("single", False): mask(image >= 90),
+        ("single", True): mask(image < 90),
+        ("band", False): mask((image >= 90) & (image <= 160)),
+        ("band", True): mask((image < 90) | (image > 160)),
+        ("copy", False): image,
+        ("copy", True): 255 - image,
+        ("soft", False): mask(image >= 125),  # without steps it is a hard one half way
+    }
+    for (method, inverted), expected in cases.items():
+        result = dax.threshold(image, method, inverted=inverted, low=90, high=160, soft=0)
+        assert np.array_equal(result.image, expected), (method, inverted)
+
+
+def test_otsu_and_inversion_in_place(image):
+    expected = mask(image > dax.threshold(image, "otsu").low)
+    assert np.array_equal(dax.otsu(image), expected)
+    again = image.copy()
+    assert dax.otsu(again, out=again) is again and np.array_equal(again, expected)
+    assert np.array_equal(dax.invert(again, out=again), 255 - expected)
+
+
+def test_weights(image):
+    ramp = np.clip((image.astype(int) - 50) / (200 - 50), 0, 1)
+    assert np.abs(dax.soft_weights(image, 50, 200) - ramp).max() <= 0.5 / 255 + 1e-6
+    assert np.array_equal(dax.soft_weights(image, 99, 101, 0), (image >= 100).astype(np.float32))
+    low, high = np.quantile(image, [0.1, 0.9])
+    weights = dax.relative_soft_weights(image, (0.1, 0.1), (0, 1))
+    assert np.abs(weights - np.clip((image - low) / (high - low), 0, 1)).max() < 0.02
+    with pytest.raises(dax.Error, match="low < high"):
+        dax.soft_weights(image, 200, 50)
+    with pytest.raises(dax.Error):
+        dax.relative_soft_weights(image, (np.nan, 0))
