@@ -4,8 +4,6 @@
 #include <cstring>
 #include <functional>
 
-#include "calib/board/hessian.h"
-#include "calib/board/symmetry.h"
 #include "tests/calib/board/checkerboard_search.h"
 #include "tests/support/check_order.h"
 #include "tests/support/mock_pool.h"
@@ -191,6 +189,10 @@ TEST(Checkerboards, LocatedThenSorted) {
   ASSERT_EQ(boards, 2);
   const FoundBoards whole = findByHessian(two.image);
   EXPECT_EQ(std::memcmp(sorted.corners.data(), whole.corners.data(), 68 * sizeof(CheckerboardCorner)), 0);
+  ASSERT_EQ(DAXI_CheckerboardCornerHessian_Sort(located.corners.data(), count, sorted.corners.data(),
+                                                sorted.work.data(), &kHessian, grids),
+            DAX_STS_OK);
+  EXPECT_EQ(grids[0].columns, 8);
   // A few of them only, those found first.
   int32_t few = 0;
   ASSERT_EQ(DAXI_CheckerboardCornerHessian_Loc_8u_C1R(two.image.data(), two.image.step(), size, sorted.corners.data(),
@@ -209,31 +211,6 @@ TEST(Checkerboards, SmallSquares) {
     view.rotation = 20;
     const BoardImage board(view);
     expectBoard(detector.find(board.image, Guard::after), board, view, 0.5);
-  }
-}
-
-// The search for a saddle moves on to the pixel that holds it: it ends with the same bits from anywhere around.
-TEST(Checkerboards, SaddleFromAnyPixelAround) {
-  const DaxiSize size{32, 30};
-  TestImage<float> smooth(size);
-  const double x = 14.3, y = 13.6;
-  smooth.fill([=](int32_t u, int32_t v) {
-    const double a = u - x, b = v - y;
-    return 100 + 9 * std::sin(0.3 * a + 0.1 * b) * std::sin(0.28 * b - 0.05 * a);
-  });
-  const HessianPlanes planes{nullptr, smooth.data(), size};
-  CheckerboardCorner first{};
-  ASSERT_TRUE(DAXI_CBL_Hessian_subpixel(&planes, 14, 14, &first));
-  EXPECT_NEAR(first.point.x, x, 0.02);
-  EXPECT_NEAR(first.point.y, y, 0.02);
-  for (int32_t i = 0; i < 12; ++i) {
-    CheckerboardCorner corner{};
-    ASSERT_TRUE(DAXI_CBL_Hessian_subpixel(&planes, 13 + i % 3, 12 + i / 3, &corner)) << i;
-    EXPECT_TRUE(sameBits(corner.point, first.point) && corner.response == first.response) << i;
-  }
-  // Further off than three pixels, or without the 5 x 5 around it.
-  for (const auto& [u, v] : {std::pair{18, 14}, {14, 10}, {1, 14}, {14, 28}}) {
-    EXPECT_FALSE(DAXI_CBL_Hessian_subpixel(&planes, u, v, &first)) << u << ", " << v;
   }
 }
 
@@ -269,66 +246,6 @@ TEST(Checkerboards, ImagesWithoutABoard) {
         }
       }
     }
-  }
-}
-
-// Corners of an ideal board, in any order, with gaps and with numbers that are none.
-TEST(Checkerboards, SortOfGivenCorners) {
-  std::vector<CheckerboardCorner> corners;
-  for (int32_t i = 0; i < 54; ++i) {
-    const int32_t c = i * 23 % 54 % 9, r = i * 23 % 54 / 9;
-    const DaxiPoint32f along{1, 0}, across{0, 1};
-    const bool even = (c + r) % 2 == 0;
-    corners.push_back({{static_cast<float>(100 + 30 * c), static_cast<float>(90 + 28 * r)},
-                       even ? along : across,
-                       even ? across : along,
-                       100,
-                       5});
-  }
-  const float nan = std::numeric_limits<float>::quiet_NaN(), infinity = std::numeric_limits<float>::infinity();
-  corners.push_back({{nan, 90}, {1, 0}, {0, 1}, 100, 5});
-  corners.push_back({{115, 104}, {nan, nan}, {0, 1}, 100, 5});
-  corners.push_back({{infinity, -infinity}, {1, 0}, {0, 1}, nan, nan});
-  corners.push_back({{1e30f, 1e30f}, {1, 0}, {0, 1}, 100, 5});
-  const auto sort = [&](std::vector<CheckerboardCorner>& sorted) {
-    const auto count = static_cast<int32_t>(corners.size());
-    uint64_t bytes = 0;
-    EXPECT_EQ(DAXI_CheckerboardCornerHessian_SortBufferSize(count, &bytes), DAX_STS_OK);
-    GuardedBuffer<uint8_t> buffer(bytes);
-    GuardedBuffer<CheckerboardCorner> to(corners.size());
-    CheckerboardGrid grid{};
-    EXPECT_EQ(DAXI_CheckerboardCornerHessian_Sort(corners.data(), count, to.data(), buffer.data(), &kHessian, &grid),
-              DAX_STS_OK);
-    sorted.assign(to.begin(), to.begin() + grid.columns * grid.rows);
-    return grid;
-  };
-  std::vector<CheckerboardCorner> sorted;
-  const CheckerboardGrid grid = sort(sorted);
-  ASSERT_EQ(grid.columns, 9);
-  ASSERT_EQ(grid.rows, 6);
-  for (int32_t i = 0; i < 54; ++i) {
-    EXPECT_EQ(sorted[static_cast<size_t>(i)].point.x, static_cast<float>(100 + 30 * (i % 9)));
-    EXPECT_EQ(sorted[static_cast<size_t>(i)].point.y, static_cast<float>(90 + 28 * (i / 9)));
-  }
-  // Without a corner in the middle of the third column six columns are left.
-  std::erase_if(corners, [](const CheckerboardCorner& c) { return c.point.x == 160 && c.point.y == 146; });
-  EXPECT_EQ(sort(sorted).columns, 6);
-}
-
-TEST(Checkerboards, LadderOfRadii) {
-  const struct {
-    DaxiSize size;
-    uint32_t largest;
-    std::vector<int32_t> radii;
-  } cases[] = {{{64, 64}, 100, {3, 5, 7, 10, 15, 23, 34, 51, 77, 100}},  // 3, 4.5, 6.75, 10.125, ...
-               {{640, 480}, 5, {16, 11, 7, 5}},
-               {{640, 480}, 16, {16}},
-               {{640, 480}, 17, {16, 17}},
-               {{64, 64}, 3, {3}}};
-  for (const auto& c : cases) {
-    int32_t radii[kMostScales];
-    const int32_t count = DAXI_CheckerboardCornerSym_cfg_cal(c.size, c.largest, radii);
-    EXPECT_EQ(std::vector<int32_t>(radii, radii + count), c.radii) << c.size.width << ' ' << c.largest;
   }
 }
 

@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <limits>
 #include <numbers>
 #include <numeric>
 
@@ -88,12 +89,23 @@ TEST(CornerGrid, Bounds) {
     for (const CheckerboardCorner& c : lattice(5, 4, 100, 100 + shift, 0, true)) corners.push_back(c);
     return corners;
   };
+  // Missing in its third column; numbers that are none.
+  Corners gapped = lattice(9, 6, 100, 90);
+  gapped.erase(gapped.begin() + 2 * 9 + 2);
+  Corners spoiled = lattice(5, 4, 100, 100);
+  const float nan = std::numeric_limits<float>::quiet_NaN(), infinity = std::numeric_limits<float>::infinity();
+  spoiled.insert(spoiled.begin(), {{{nan, 90}, {1, 0}, {0, 1}, 100, 5},
+                                   {{115, 104}, {nan, nan}, {0, 1}, 100, 5},
+                                   {{infinity, -infinity}, {1, 0}, {0, 1}, nan, nan},
+                                   {{1e30f, 1e30f}, {1, 0}, {0, 1}, 100, 5}});
   const struct {
     const char* name;
     Corners corners;
     Sizes sizes;
   } cases[] = {
       {"as they are", turned(0), {{5, 4}}},
+      {"without one", gapped, {{6, 6}}},
+      {"with some that are none", spoiled, {{5, 4}}},
       {"edges turned by 21 degrees", turned(21), {{5, 4}}},
       {"edges turned by 22 degrees", turned(-22), {}},
       {"steps of 7 pixels", spaced(7, 5), {{5, 4}}},

@@ -1,8 +1,9 @@
-// Single corners by symmetry: drawn around the centre of an image from a formula.
+// Single corners, drawn around the centre of an image from a formula.
 #include <gtest/gtest.h>
 
 #include <numbers>
 
+#include "calib/board/hessian.h"
 #include "calib/board/symmetry.h"
 #include "tests/calib/board/checkerboard_search.h"
 
@@ -87,6 +88,48 @@ TEST(SymmetryLocate, MiddleMustShowTheCorner) {
   };
   EXPECT_EQ(locate(faded(56)).size(), 1u);
   EXPECT_EQ(locate(faded(43)).size(), 0u);
+}
+
+TEST(SymmetryLocate, LadderOfRadii) {
+  const struct {
+    DaxiSize size;
+    uint32_t largest;
+    std::vector<int32_t> radii;
+  } cases[] = {{{64, 64}, 100, {3, 5, 7, 10, 15, 23, 34, 51, 77, 100}},  // 3, 4.5, 6.75, 10.125, ...
+               {{640, 480}, 5, {16, 11, 7, 5}},
+               {{640, 480}, 16, {16}},
+               {{640, 480}, 17, {16, 17}},
+               {{64, 64}, 3, {3}}};
+  for (const auto& c : cases) {
+    int32_t radii[kMostScales];
+    const int32_t count = DAXI_CheckerboardCornerSym_cfg_cal(c.size, c.largest, radii);
+    EXPECT_EQ(std::vector<int32_t>(radii, radii + count), c.radii) << c.size.width << ' ' << c.largest;
+  }
+}
+
+// The search for a saddle moves on to the pixel that holds it: it ends with the same bits from anywhere around.
+TEST(HessianLocate, SaddleFromAnyPixelAround) {
+  const DaxiSize size{32, 30};
+  TestImage<float> smooth(size);
+  const double x = 14.3, y = 13.6;
+  smooth.fill([=](int32_t u, int32_t v) {
+    const double a = u - x, b = v - y;
+    return 100 + 9 * std::sin(0.3 * a + 0.1 * b) * std::sin(0.28 * b - 0.05 * a);
+  });
+  const HessianPlanes planes{nullptr, smooth.data(), size};
+  CheckerboardCorner first{};
+  ASSERT_TRUE(DAXI_CBL_Hessian_subpixel(&planes, 14, 14, &first));
+  EXPECT_NEAR(first.point.x, x, 0.02);
+  EXPECT_NEAR(first.point.y, y, 0.02);
+  for (int32_t i = 0; i < 12; ++i) {
+    CheckerboardCorner corner{};
+    ASSERT_TRUE(DAXI_CBL_Hessian_subpixel(&planes, 13 + i % 3, 12 + i / 3, &corner)) << i;
+    EXPECT_TRUE(sameBits(corner.point, first.point) && corner.response == first.response) << i;
+  }
+  // Further off than three pixels, or without the 5 x 5 around it.
+  for (const auto& [u, v] : {std::pair{18, 14}, {14, 10}, {1, 14}, {14, 28}}) {
+    EXPECT_FALSE(DAXI_CBL_Hessian_subpixel(&planes, u, v, &first)) << u << ", " << v;
+  }
 }
 
 }  // namespace
