@@ -69,6 +69,23 @@ TEST(Histogram, RelativeLevels) {
   counts = {};
   counts[90] = 5;
   EXPECT_EQ(levels(0.5f, 0.5f, 0, 1), std::pair(90, 90));
+  // The first and the last level.
+  counts = {};
+  counts[0] = 30, counts[255] = 70;
+  EXPECT_EQ(levels(0.2f, 0.2f, 0, 1), std::pair(0, 255));
+  EXPECT_EQ(levels(0, 1, 0, 1), std::pair(0, 0));
+  EXPECT_EQ(levels(1, 0, 0, 1), std::pair(255, 255));
+}
+
+TEST(Histogram, RampSteps) {
+  for (const LevelPair pair : {LevelPair{0, 255}, {7, 8}, {40, 43}, {90, 90}}) {
+    for (const uint32_t soft : {0u, 1u, 6u, 254u}) {
+      for (int32_t level = 0; level < 256; ++level) {
+        ASSERT_EQ(rampStep(level, pair, soft),
+                  oracle::rampStep(level, pair.low, pair.high, static_cast<int32_t>(soft)));
+      }
+    }
+  }
 }
 
 }  // namespace
