@@ -4,6 +4,7 @@
 
 #include <limits>
 
+#include "calib/board/board_image.h"
 #include "daxi/chessboard_subpix.h"
 #include "tests/calib/board/board_image.h"
 #include "tests/support/check_order.h"
