@@ -146,7 +146,7 @@ void addPairs(CLI::App& app, CaliperOptions& options) {
       ->type_name("W")
       ->group("Edges");
   app.add_option("--count", options.settings.count,
-                 "maximum number of edges or pairs of a caliper, the best first, 1..1000 [10]")
+                 "keep N edges or pairs of a caliper, the best first, 1..1000 [10]")
       ->check(CLI::Range(1, 1000))
       ->type_name("N")
       ->group("Edges");
