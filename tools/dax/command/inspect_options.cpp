@@ -134,8 +134,7 @@ void InspectCommandLine::addFilters(CLI::App& app) {
         ->group(group);
   }
   addClassAndOutside(app, group);
-  app.add_option("--count", options_.settings.select.common.maxCount,
-                 "keep at most N objects, 1..20000 [20000]")
+  app.add_option("--count", options_.settings.select.common.maxCount, "keep at most N objects, 1..20000 [20000]")
       ->check(CLI::Range(1, DAXI_BLOB_MAX_COUNT))
       ->type_name("N")
       ->group(group);
