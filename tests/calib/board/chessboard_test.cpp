@@ -283,6 +283,8 @@ TEST_F(Quads, SquaresBesideTheBoard) {
     const GroupScratch at = scratch();
     DAXI_ChessboardCorner_order_connected_quads(&table_, &group_, {2, 4}, &at);
     EXPECT_EQ(group_.count, left);
+    for (const ChessboardQuad& quad : quads_)
+      EXPECT_EQ(quad.neighbours, 4 - std::count(quad.neighbour, quad.neighbour + 4, 0));
   }
 }
 
