@@ -1,7 +1,5 @@
 #include "dax/status.h"
 
-#include "dax/version.h"
-
 DaxStatus DAX_ZurStatusToDaxAlgStatus(int32_t zurStatus) {
   if (zurStatus == 0) return DAX_STS_OK;
   if (zurStatus < -29 || zurStatus > 1) return DAX_STS_FAILURE;
@@ -76,11 +74,3 @@ const char* DAX_GetStatusText(DaxStatus status) {
   }
   return "unknown status";
 }
-
-#define DAX_TEXT_(x) #x
-#define DAX_TEXT(x) DAX_TEXT_(x)
-const char* DAX_GetVersion() {
-  return DAX_TEXT(DAX_VERSION_MAJOR) "." DAX_TEXT(DAX_VERSION_MINOR) "." DAX_TEXT(DAX_VERSION_PATCH);
-}
-#undef DAX_TEXT
-#undef DAX_TEXT_

@@ -1,4 +1,5 @@
-// Four or eight numbers at a time, by the compiler's own vector types: one text for every instruction set, and the same bits.
+// Vectors of four or eight numbers by the compiler's vector extension: for code whose one text serves every instruction
+// set. Kernels with a NEON twin use frame/lanes.h.
 #pragma once
 
 #include <cstdint>

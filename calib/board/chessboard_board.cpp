@@ -1,9 +1,8 @@
-// The corner graph of a group of quads, and the board that is read off it.
+#include "calib/board/chessboard_board.h"
+
 #include <algorithm>
 #include <cfloat>
 #include <cmath>
-
-#include "calib/board/chessboard.h"
 
 namespace dax {
 namespace {
@@ -24,7 +23,7 @@ bool join(ChessboardCornerPoint& a, ChessboardCornerPoint& b) {
   return true;
 }
 
-// Labels the linked corners of a quad and joins those that follow each other. Links may lead out of the group.
+// Labels the linked corners of a quad and joins consecutive ones. Links may lead out of the group.
 bool addQuad(const QuadTable& table, const ChessboardQuad& quad) {
   const int32_t label = labelFor(quad);
   for (size_t k = 0; k < 4; ++k) {
@@ -37,7 +36,7 @@ bool addQuad(const QuadTable& table, const ChessboardQuad& quad) {
   return true;
 }
 
-// Calls visit(corner) for every corner of the group that is in the graph, once.
+// Calls visit(corner) once for every corner of the group that is in the graph.
 template <class Visit>
 void forEachCorner(const QuadTable& table, const QuadGroup& group, Visit visit) {
   for (int32_t i = 0; i < group.count; ++i) {
@@ -45,7 +44,7 @@ void forEachCorner(const QuadTable& table, const QuadGroup& group, Visit visit) 
     for (size_t k = 0; k < 4; ++k) {
       if (quad.neighbour[k] == 0) continue;
       ChessboardCornerPoint& corner = table.corner(quad.corner[k]);
-      // Met again through the second of its squares.
+      // Skips a corner that was visited as that of an earlier square.
       const auto* const before = std::find_if(group.ids, group.ids + i, [&](int32_t id) {
         const ChessboardQuad& other = table.quad(id);
         for (size_t m = 0; m < 4; ++m) {
@@ -73,7 +72,7 @@ Census countCorners(const QuadTable& table, const QuadGroup& group) {
   return census;
 }
 
-// The first corner of the board: one of its four, of a square with as few neighbours as possible.
+// The first corner of the board: one of the four with two neighbours, of the squares with the fewest neighbours.
 int32_t firstCorner(const QuadTable& table, const QuadGroup& group) {
   int32_t best = 0, bestLabel = DAX_CHESSBOARD_LABEL_3;
   forEachCorner(table, group, [&](const ChessboardCornerPoint& c) {
@@ -84,7 +83,7 @@ int32_t firstCorner(const QuadTable& table, const QuadGroup& group) {
   return best;
 }
 
-// Reads rows and columns off the graph.
+// Reads rows and columns from the graph.
 class BoardReader {
  public:
   BoardReader(const QuadTable& table, ChessboardPatternSize pattern, int32_t* ids)
@@ -95,7 +94,7 @@ class BoardReader {
     const int32_t a = corner.neighbour[0], b = corner.neighbour[1];
     const bool aAlongRow = lineLength(first, a) == columns_ && lineLength(first, b) == rows_;
     const bool bAlongRow = lineLength(first, b) == columns_ && lineLength(first, a) == rows_;
-    // Where both fit, turning from the rows to the columns must be turning from x to y.
+    // Where both fit, the turn from rows to columns must be that from x to y.
     const bool useA = aAlongRow && (!bAlongRow || turnsClockwise(first, a, b));
     if (!useA && !bAlongRow) return false;
     if (!fill(first, useA ? a : b, useA ? b : a)) return false;
@@ -104,7 +103,8 @@ class BoardReader {
   }
 
  private:
-  // Behind `from` and `at`, the neighbour that is no corner of a cell with `from`. 0: the line ends.
+  // The corner that continues the line from `from` over `at`: the neighbour of `at` that shares no cell with `from`. 0
+  // where the line ends.
   int32_t straightOn(int32_t from, int32_t at) const {
     const ChessboardCornerPoint& c = table_.corner(at);
     for (int32_t i = 0; i < c.neighbours; ++i) {
@@ -113,7 +113,7 @@ class BoardReader {
     return 0;
   }
 
-  // A neighbour that two corners share, other than a third.
+  // A common neighbour of two corners other than `third`; 0 for none.
   int32_t commonBesides(int32_t a, int32_t b, int32_t third) const {
     const ChessboardCornerPoint& c = table_.corner(a);
     for (int32_t i = 0; i < c.neighbours; ++i) {
@@ -123,9 +123,9 @@ class BoardReader {
   }
 
   int32_t lineLength(int32_t from, int32_t at) const {
-    const int32_t most = std::max(columns_, rows_);
+    const int32_t longest = std::max(columns_, rows_);
     int32_t length = 2;
-    for (int32_t next = straightOn(from, at); next != 0 && length <= most; next = straightOn(from, at)) {
+    for (int32_t next = straightOn(from, at); next != 0 && length <= longest; next = straightOn(from, at)) {
       from = at;
       at = next;
       ++length;
@@ -133,7 +133,7 @@ class BoardReader {
     return length;
   }
 
-  // The first row and column by going straight on; then every corner closes a cell.
+  // Fills the first row and column along straight lines; then each further corner completes a cell.
   bool fill(int32_t first, int32_t alongRow, int32_t alongColumn) {
     id(0, 0) = first;
     id(0, 1) = alongRow;
@@ -174,7 +174,7 @@ class BoardReader {
   int32_t* ids_;
 };
 
-// Whether the corners first, first + step, ... go on from the first to the last of them.
+// Whether the corners first, first + step, ... advance steadily from the first to the last.
 bool isMonotone(const DaxiPoint32f* first, int32_t step, int32_t count) {
   const DaxiPoint32f a = first[0], b = first[ptrdiff_t{step} * (count - 1)];
   const float dx = b.x - a.x, dy = b.y - a.y;

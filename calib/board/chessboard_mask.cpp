@@ -1,19 +1,21 @@
-// Dark pixels, by the level of the image or by the mean around them.
+#include "calib/board/chessboard_mask.h"
+
 #include <algorithm>
 
-#include "calib/board/chessboard.h"
+#include "daxi/chessboard.h"
 #include "frame/cpu_feature.h"
 #include "frame/rows.h"
-#include "image/pixel/workers_8u.h"
+#include "image/pixel/logic.h"
+#include "image/threshold/threshold.h"
 #include "image/window/window_sums.h"
 
 namespace dax {
 namespace {
 
-// Darker than the mean by more than this counts as dark.
+// Grey levels below the mean beyond which a pixel is dark, as documented.
 constexpr uint32_t kDarker = 3;
 
-// Rows by index; outside the image its first and last row go on.
+// Rows by index; the first and last row of the image are repeated outside it.
 struct ReplicatedRows {
   const uint8_t* src;
   int32_t step, height;

@@ -1,18 +1,20 @@
-// From regions to linked quads.
+#include "calib/board/chessboard_quads.h"
+
 #include <algorithm>
 #include <cmath>
 #include <limits>
 
-#include "calib/board/chessboard.h"
-#include "measure/blob/domain_runs.h"
+#include "daxi/region.h"
+#include "measure/region/domain_runs.h"
 
 namespace dax {
 namespace {
 
-constexpr uint64_t kMuchLarger = 8;   // times the mean area: not a square
-constexpr uint64_t kMuchSmaller = 4;  // fraction of the mean area: not a square
-constexpr int32_t kLeastSquares = 6;
-constexpr float kLeastRectangularity = 0.3f;
+// What separates squares from other regions.
+constexpr uint64_t kMuchLarger = 8;   // an area from so many times the mean on is too large
+constexpr uint64_t kMuchSmaller = 4;  // an area up to the mean divided by this is too small
+constexpr int32_t kMinSquares = 6;    // fewer are no board
+constexpr float kMinRectangularity = 0.3f;
 constexpr float kNearerBy = 2;  // squared pixels by which a corner counts as nearer
 
 uint64_t areaOf(const DaxiDomainList& domains, uint32_t label) {
@@ -22,7 +24,7 @@ uint64_t areaOf(const DaxiDomainList& domains, uint32_t label) {
   return area;
 }
 
-// Keeps the regions for which keep(area, count, sum) holds, with the count and sum of all areas.
+// Keeps the regions for which keep(area, count, sum) holds; count and sum are those of all areas.
 template <class Keep>
 int32_t keepByArea(uint32_t* labels, uint64_t* areas, int32_t count, Keep keep) {
   uint64_t sum = 0;
@@ -40,7 +42,7 @@ int32_t keepRectangles(const DaxiDomainList& domains, uint32_t* labels, int32_t 
   for (int32_t i = count - 1; i >= 0; --i) {
     float rectangularity = 0;
     _DAXI_DomainRectangularity(&domains, &domains.domains[labels[i]], domains.size, points, &rectangularity);
-    if (rectangularity >= kLeastRectangularity) continue;
+    if (rectangularity >= kMinRectangularity) continue;
     std::copy(labels + i + 1, labels + count, labels + i);
     --count;
   }
@@ -75,21 +77,21 @@ class Linker {
     return table_.corner(table_.quads[at.quad].corner[at.slot]);
   }
 
-  // The nearest corner that the shortest edges of both quads admit; the first one of equals.
-  bool findNearest(CornerRef from, CornerRef& nearest, float& least) const {
-    least = std::numeric_limits<float>::max();
-    const float reach = table_.quads[from.quad].shortestEdge;
+  // The nearest corner within the shortest edges of both quads; the first one of equals.
+  bool findNearest(CornerRef from, CornerRef& nearest, float& smallest) const {
+    smallest = std::numeric_limits<float>::max();
+    const float reach = table_.quads[from.quad].minEdge;
     for (int32_t j = 0; j < table_.quadCount; ++j) {
       if (j == from.quad) continue;
       for (int32_t slot = 0; slot < 4; ++slot) {
         if (!isFree(j, slot)) continue;
         const float d2 = distance2(point(from), point({j, slot}));
-        if (!(d2 < least) || d2 > reach || d2 > table_.quads[j].shortestEdge) continue;
-        least = d2;
+        if (!(d2 < smallest) || d2 > reach || d2 > table_.quads[j].minEdge) continue;
+        smallest = d2;
         nearest = {j, slot};
       }
     }
-    return least < std::numeric_limits<float>::max();
+    return smallest < std::numeric_limits<float>::max();
   }
 
   bool isLinked(int32_t quad, int32_t other) const {
@@ -166,10 +168,10 @@ int32_t DAXI_ChessboardCorner_contour_select(const DaxiDomainList* domains, cons
   }
   count = dax::keepByArea(labels, areas, count,
                           [](uint64_t area, uint64_t n, uint64_t sum) { return area * n < dax::kMuchLarger * sum; });
-  if (count < dax::kLeastSquares) return 0;
+  if (count < dax::kMinSquares) return 0;
   count = dax::keepByArea(labels, areas, count,
                           [](uint64_t area, uint64_t n, uint64_t sum) { return dax::kMuchSmaller * area * n > sum; });
-  if (count < dax::kLeastSquares || count > counts->mostRegions()) return 0;
+  if (count < dax::kMinSquares || count > counts->maxRegions()) return 0;
   count = dax::keepRectangles(*domains, labels, count, points);
   return count >= counts->quarter ? count : 0;
 }

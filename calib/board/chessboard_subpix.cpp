@@ -11,15 +11,17 @@
 #include "frame/memory/work_buffer.h"
 #include "frame/rows.h"
 #include "frame/vector4.h"
+#include "image/gradient/sobel.h"
 
 namespace dax {
 namespace {
 
-constexpr int32_t kLeastHalf = 2, kMostHalf = 50;
-constexpr int32_t kLeastSide = 64;
-constexpr double kSingular = 1.1920929e-7;
-// Rows are filled up to whole vectors: 101 columns of window are 104, with a column either side and one for the
-// interpolation 107.
+constexpr int32_t kMinHalf = 2, kMaxHalf = 50;
+constexpr int32_t kMinSide = 64;
+constexpr double kSingular = 1.1920929e-7;  // FLT_EPSILON; a smaller determinant counts as 0
+constexpr float kMinContrast = 4;           // grey levels between dark and light on the circle around a corner
+// Room for a row, rounded up to whole vectors. The window has up to 101 columns, the patch one more on each side and
+// one for the interpolation.
 constexpr int32_t kWindowRow = 104, kPatchRow = 112;
 constexpr int32_t kBand = 8;  // rows of gradients at a time
 
@@ -51,7 +53,7 @@ struct WindowMask {
   alignas(16) std::array<float, kWindowRow> x, y, offset;
 };
 
-// Rows of the patch around a point, one after the other.
+// Interpolates the rows of the patch around a point from top to bottom.
 class PatchRows {
  public:
   PatchRows(const Source& src, DaxiSize half, double x, double y)
@@ -152,7 +154,7 @@ bool within(double v, double low, double high) {
   return v >= low && v <= high;
 }
 
-// Whether the patch around a point meets the image. Also what makes it safe to convert to an integer.
+// Whether the patch around a point overlaps the image. Only then may coordinates be converted to integers.
 bool reachesImage(const Source& src, DaxiSize half, double x, double y) {
   return within(x, -half.width - 2, src.size.width + half.width + 1) &&
          within(y, -half.height - 2, src.size.height + half.height + 1);
@@ -162,8 +164,8 @@ double total(Float4 v) {
   return static_cast<double>(sum4(v));
 }
 
-// Moves a point to the corner; leaves it where it is and returns false when there is none.
-// `mayReturn`: whether an estimate that has left the window around the start may come back into it.
+// Moves a point to the corner; returns false and leaves it unchanged when there is none. `mayReturn`: whether an
+// estimate that has left the window around the start may come back into it.
 bool refineCorner(const Source& src, const WindowMask& mask, DaxiPoint32f& point, int32_t maxIter, double epsilon,
                   bool mayReturn) {
   const DaxiPoint32f start = point;
@@ -189,13 +191,13 @@ bool refineCorner(const Source& src, const WindowMask& mask, DaxiPoint32f& point
 }
 
 bool isHalfWindow(DaxiSize half) {
-  return atLeast(half, kLeastHalf) && atMost(half, kMostHalf);
+  return atLeast(half, kMinHalf) && atMost(half, kMaxHalf);
 }
 
 DaxStatus check(const uint8_t* src, int32_t srcStep, DaxiSize size, const DaxiPoint32f* corners, int32_t count,
                 DaxiSize halfWindow, int32_t maxIter, const DaxiPoint32f* refined, float epsilon) {
   DAX_REQUIRE(src && corners && refined, DAX_STS_NULL_POINTER);
-  DAX_REQUIRE(atLeast(size, kLeastSide), DAX_STS_BAD_SIZE);
+  DAX_REQUIRE(atLeast(size, kMinSide), DAX_STS_BAD_SIZE);
   DAX_REQUIRE(rowFits(size.width, srcStep), DAX_STS_BAD_STEP);
   DAX_REQUIRE(isHalfWindow(halfWindow) && count >= 1 && epsilon > 0 && maxIter >= 1, DAX_STS_BAD_PARAM);
   return DAX_STS_OK;
@@ -212,40 +214,8 @@ DaxStatus bufferSize(DaxiSize halfWindow, uint64_t* bytes) {
   return layout.store(bytes);
 }
 
-template <class Gradient>
-void filterRows(const float* src, int32_t srcStep, float* dst, int32_t dstStep, DaxiSize size, Gradient gradient) {
-  for (int32_t y = 0; y < size.height; ++y) {
-    const float *const above = rowAt(src, srcStep, y), *const centre = above + srcStep, *const below = centre + srcStep;
-    float* const to = rowAt(dst, dstStep, y);
-    int32_t x = 0;
-    for (; x + 4 <= size.width; x += 4) {
-      store4(to + x, gradient([&](int32_t dx, int32_t dy) {
-               return load4((dy < 0 ? above : dy == 0 ? centre : below) + x + 1 + dx);
-             }));
-    }
-    for (; x < size.width; ++x) {
-      to[x] = gradient([&](int32_t dx, int32_t dy) { return (dy < 0 ? above : dy == 0 ? centre : below)[x + 1 + dx]; });
-    }
-  }
-}
-
-// Less than this between dark and light is no corner.
-constexpr float kLeastContrast = 4;
-
 }  // namespace
 }  // namespace dax
-
-void _DAXI_FilterSobelHori_32f_C1R(const float* src, int32_t srcStep, float* dst, int32_t dstStep, DaxiSize size) {
-  dax::filterRows(src, srcStep, dst, dstStep, size, [](auto at) {
-    return (at(1, -1) - at(-1, -1)) + 2 * (at(1, 0) - at(-1, 0)) + (at(1, 1) - at(-1, 1));
-  });
-}
-
-void _DAXI_FilterSobelVert_32f_C1R(const float* src, int32_t srcStep, float* dst, int32_t dstStep, DaxiSize size) {
-  dax::filterRows(src, srcStep, dst, dstStep, size, [](auto at) {
-    return (at(-1, 1) - at(-1, -1)) + 2 * (at(0, 1) - at(0, -1)) + (at(1, 1) - at(1, -1));
-  });
-}
 
 void _DAXI_ChessboardCornerGetSubpix_8u_C1R(const uint8_t* src, int32_t srcStep, DaxiSize size,
                                             const DaxiPoint32f* corners, int32_t count, DaxiSize halfWindow,
@@ -271,7 +241,7 @@ void _DAXI_ChessboardCornerGetSubpix_8u_C1R_v2(const uint8_t* src, int32_t srcSt
     dax::CornerEdges found{};
     const bool corner = dax::refineCorner(source, mask, at, maxIter, static_cast<double>(epsilon), false) &&
                         dax::reachesImage(source, halfWindow, static_cast<double>(at.x), static_cast<double>(at.y)) &&
-                        DAXI_Common_around_edge_orit(src, srcStep, size, at, radius, dax::kLeastContrast, &found);
+                        DAXI_Common_around_edge_orit(src, srcStep, size, at, radius, dax::kMinContrast, &found);
     refined[i] = corner ? at : start;
     if (edges) edges[i] = found;
     if (isCorner) isCorner[i] = corner;

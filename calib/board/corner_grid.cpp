@@ -1,23 +1,25 @@
-// Links corners to grids, and grows these.
 #include "calib/board/corner_grid.h"
 
 #include <algorithm>
 #include <cmath>
 #include <limits>
 
+#include "calib/board/grid_board.h"
 #include "geometry/vector2.h"
 
 namespace dax {
 namespace {
 
-constexpr float kAlongCosine = 0.93f;  // of the angle between an edge and the way to the next corner: 21 degrees
-constexpr float kSameLine = 0.9f;      // of the angle between that way and the next corner's edge: 26 degrees
-constexpr float kLeastStep = 7;        // pixels: from one corner to the next
-constexpr float kUnlikeSteps = 2.2f;   // ratio of the distances to opposite neighbours
-constexpr int32_t kLeastComponent = 4;
-constexpr int32_t kMostRounds = 64;  // of growth
-constexpr int32_t kFarCell = 1024;
-constexpr float kSamePlace = 2;  // pixels
+constexpr float kAlongCosine = 0.93f;  // min cosine between an edge and the step to the next corner: 21 degrees
+constexpr float kSameLine = 0.9f;      // min cosine between that step and the next corner's edge: 26 degrees
+constexpr float kMinStep = 7;          // pixels from one corner to the next
+constexpr float kUnlikeSteps = 2.2f;   // max ratio of the distances to opposite neighbours
+constexpr int32_t kMinComponent = 4;   // corners of a grid
+constexpr int32_t kMaxRounds = 64;     // of growth
+constexpr int32_t kFarCell = 1024;     // start value of a minimum of columns or rows
+constexpr float kSamePlace = 2;        // pixels between corners that count as one
+// Limits of the growth from one step to the next.
+constexpr float kMaxGrowth = 1.33f, kMinGrowth = 0.75f;
 
 struct Cell {
   int32_t column;
@@ -34,7 +36,7 @@ bool isUsable(const CheckerboardCorner& c) {
   return isFinite(c.point) && isFinite(c.intoDark) && isFinite(c.intoLight);
 }
 
-// Even slots lie along the edge into dark, odd ones along the edge into light, clockwise on the screen.
+// Slots are numbered clockwise on the screen: even ones lie along the edge into dark, odd ones along that into light.
 void makeNode(const CheckerboardCorner& corner, GridNode& node) {
   const DaxiPoint32f along = corner.intoDark;
   const DaxiPoint32f across = cross(along, corner.intoLight) >= 0 ? corner.intoLight : -corner.intoLight;
@@ -52,24 +54,25 @@ class GridFinder {
     for (int32_t i = 0; i < count_; ++i) {
       if (isUsable(corners_[i])) findNeighbours(i);
     }
-    // In two steps, so that the order of the corners does not matter.
+    // In separate passes, so that the order of the corners does not matter.
     for (int32_t i = 0; i < count_; ++i) keepMutual(i);
     for (int32_t i = 0; i < count_; ++i) dropUnlikeSteps(i);
     for (int32_t i = 0; i < count_; ++i) keepMutual(i);
   }
 
-  // Whether a corner is linked, and in no component yet.
+  // Whether a corner is linked and not yet in a component.
   bool isSeed(int32_t i) {
     const int32_t* const to = node(i).neighbour;
     return node(i).component < 0 && std::any_of(to, to + 4, [](int32_t j) { return j >= 0; });
   }
 
-  // The cells of all corners linked to a seed, and of those that the prober adds; none where they are too few.
+  // The cells of all corners linked to a seed and of those that the prober adds; no cells where there are too few
+  // corners.
   CellRectangle growFrom(int32_t seed) {
     int32_t placed = placeFrom(seed);
-    if (placed < kLeastComponent) return {};
+    if (placed < kMinComponent) return {};
     CellRectangle map = mapCells(placed);
-    for (int32_t round = 0; prober_ && map.columns > 0 && round < kMostRounds; ++round) {
+    for (int32_t round = 0; prober_ && map.columns > 0 && round < kMaxRounds; ++round) {
       const int32_t before = placed;
       placed = grow(map, placed);
       if (placed == before) break;
@@ -84,7 +87,7 @@ class GridFinder {
  private:
   GridNode& node(int32_t i) { return at_.nodes.in(buffer_)[i]; }
 
-  // Places all corners linked to a seed; returns how many, in the queue.
+  // Puts all corners linked to a seed into the queue, with their cells; returns how many.
   int32_t placeFrom(int32_t seed) {
     int32_t* const queue = at_.queue.in(buffer_);
     int32_t placed = 0;
@@ -97,7 +100,7 @@ class GridFinder {
     return placed;
   }
 
-  // The cells of a placed component, with a margin around them; no cells where they are too many.
+  // The cells of a placed component with a margin of one cell; none where there would be too many.
   CellRectangle mapCells(int32_t placed) {
     const int32_t* const queue = at_.queue.in(buffer_);
     int32_t left = kFarCell, right = -kFarCell, top = kFarCell, bottom = -kFarCell;
@@ -107,7 +110,7 @@ class GridFinder {
     }
     origin_ = {left - 1, top - 1};
     const CellRectangle map{at_.cells.in(buffer_), right - left + 3, right - left + 3, bottom - top + 3};
-    if (int64_t{map.columns} * map.rows > kMostCells) return {map.cells, 0, 0, 0};
+    if (int64_t{map.columns} * map.rows > kMaxCells) return {map.cells, 0, 0, 0};
     std::fill_n(map.cells, map.columns * map.rows, -1);
     for (int32_t i = 0; i < placed; ++i) {
       const GridNode& n = node(queue[i]);
@@ -117,13 +120,13 @@ class GridFinder {
     return map;
   }
 
-  // Adds corners that the prober finds in empty cells; returns the number placed then.
+  // Adds corners that the prober finds in empty cells; returns the new number of placed corners.
   int32_t grow(const CellRectangle& map, int32_t placed) {
     int32_t* const queue = at_.queue.in(buffer_);
     const int32_t seed = queue[0];
     for (int32_t row = 0; row < map.rows; ++row) {
-      for (int32_t column = 0; column < map.columns && count_ < kMostGridCorners; ++column) {
-        if (map.at(column, row) >= 0 || placed >= kMostGridCorners || !probe(map, {column, row})) continue;
+      for (int32_t column = 0; column < map.columns && count_ < kMaxGridCorners; ++column) {
+        if (map.at(column, row) >= 0 || placed >= kMaxGridCorners || !probe(map, {column, row})) continue;
         GridNode& n = node(count_);
         makeNode(corners_[count_], n);
         n.component = seed;
@@ -135,9 +138,9 @@ class GridFinder {
     return placed;
   }
 
-  // Whether a way of that length runs along the node's line of even or of odd slots.
-  bool liesAlong(const GridNode& n, DaxiPoint32f way, float distance, bool even) const {
-    return std::fabs(dot(n.direction[even ? 0 : 1], way)) >= kSameLine * distance;
+  // Whether a step of that length runs along the node's line of even or of odd slots.
+  bool liesAlong(const GridNode& n, DaxiPoint32f step, float distance, bool even) const {
+    return std::fabs(dot(n.direction[even ? 0 : 1], step)) >= kSameLine * distance;
   }
 
   void findNeighbours(int32_t i) {
@@ -145,14 +148,14 @@ class GridFinder {
     float nearest[4];
     std::fill_n(nearest, 4, std::numeric_limits<float>::max());
     for (int32_t j = 0; j < count_; ++j) {
-      const DaxiPoint32f way = corners_[j].point - corners_[i].point;
-      const float d2 = dot(way, way);
+      const DaxiPoint32f step = corners_[j].point - corners_[i].point;
+      const float d2 = dot(step, step);
       if (j == i || !(d2 < *std::max_element(nearest, nearest + 4)) || !(d2 > 0)) continue;
       const float distance = std::sqrt(d2);
       for (int32_t slot = 0; slot < 4; ++slot) {
-        const bool fits = d2 < nearest[slot] && distance >= std::max(corners_[j].radius, kLeastStep) &&
-                          dot(n.direction[slot], way) >= kAlongCosine * distance &&
-                          liesAlong(node(j), way, distance, slot % 2 != 0);
+        const bool fits = d2 < nearest[slot] && distance >= std::max(corners_[j].radius, kMinStep) &&
+                          dot(n.direction[slot], step) >= kAlongCosine * distance &&
+                          liesAlong(node(j), step, distance, slot % 2 != 0);
         if (!fits) continue;
         nearest[slot] = d2;
         n.neighbour[slot] = j;
@@ -205,19 +208,20 @@ class GridFinder {
     return i >= 0 ? &corners_[i] : nullptr;
   }
 
-  // From up to three corners in a line the place of the next one: the steps go on growing or shrinking.
-  static DaxiPoint32f goOn(const CheckerboardCorner& last, const CheckerboardCorner& before,
-                           const CheckerboardCorner* first) {
+  // Extrapolates a line of two or three corners: with three, the steps continue to grow or shrink by the same factor.
+  static DaxiPoint32f extrapolate(const CheckerboardCorner& last, const CheckerboardCorner& before,
+                                  const CheckerboardCorner* first) {
     const DaxiPoint32f step = last.point - before.point;
     float growth = 1;
     if (first) {
       const float earlier = length(before.point - first->point);
-      if (earlier > 0) growth = std::clamp(length(step) / earlier, 0.75f, 1.33f);
+      if (earlier > 0) growth = std::clamp(length(step) / earlier, kMinGrowth, kMaxGrowth);
     }
     return last.point + growth * step;
   }
 
-  // Looks for the corner of an empty cell where its neighbours' lines expect it.
+  // Looks for the corner of an empty cell where the lines of its neighbours predict it. The middle of two neighbours
+  // counts twice as much as an extrapolation.
   bool probe(const CellRectangle& map, Cell cell) {
     DaxiPoint32f sum{0, 0};
     float weight = 0, spacing = std::numeric_limits<float>::max();
@@ -228,7 +232,7 @@ class GridFinder {
       };
       const CheckerboardCorner *const one = ahead(1), *const two = ahead(2), *const across = ahead(-1);
       if (!one || (!two && !across)) continue;
-      const DaxiPoint32f expected = across ? 0.5f * (one->point + across->point) : goOn(*one, *two, ahead(3));
+      const DaxiPoint32f expected = across ? 0.5f * (one->point + across->point) : extrapolate(*one, *two, ahead(3));
       const float w = across ? 2.0f : 1.0f;
       sum = sum + w * expected;
       weight += w;
@@ -248,18 +252,18 @@ class GridFinder {
 };
 
 bool isWithin(const CellRectangle& board, GridLimits limits) {
-  return std::min(board.columns, board.rows) >= limits.leastExtent &&
-         std::max(board.columns, board.rows) <= limits.mostExtent;
+  return std::min(board.columns, board.rows) >= limits.minExtent &&
+         std::max(board.columns, board.rows) <= limits.maxExtent;
 }
 
-// Boards found so far: the indices of their corners, one board behind the other.
+// Boards found so far; the indices of their corners follow each other board by board.
 struct FoundBoards {
   CheckerboardGrid* grids;
   int32_t* indices;
   int32_t count = 0;
   int32_t corners = 0;
 
-  // Whether a board shares corners with one before.
+  // Whether a board shares corners with an earlier one.
   bool overlap(const CheckerboardCorner* all, const CheckerboardGrid& board) const {
     const int32_t n = board.columns * board.rows;
     return std::any_of(indices + corners, indices + corners + n, [&](int32_t i) {
@@ -291,12 +295,12 @@ void writeBoards(const FoundBoards& found, int32_t count, const CheckerboardCorn
 }  // namespace
 
 GridBuffer::GridBuffer()
-    : nodes(layout.add<GridNode>(kMostGridCorners)),
-      queue(layout.add<int32_t>(kMostGridCorners)),
-      cells(layout.add<int32_t>(kMostCells)),
-      heights(layout.add<int32_t>(kMostCells)),
-      board(layout.add<int32_t>(2 * kMostGridCorners)),
-      found(layout.add<CheckerboardGrid>(kMostGridCorners)) {}
+    : nodes(layout.add<GridNode>(kMaxGridCorners)),
+      queue(layout.add<int32_t>(kMaxGridCorners)),
+      cells(layout.add<int32_t>(kMaxCells)),
+      heights(layout.add<int32_t>(kMaxCells)),
+      board(layout.add<int32_t>(2 * kMaxGridCorners)),
+      found(layout.add<CheckerboardGrid>(kMaxGridCorners)) {}
 
 int32_t findBoards(CheckerboardCorner* corners, int32_t* count, GridLimits limits, const CornerProber* prober,
                    CheckerboardCorner* sorted, CheckerboardGrid* boards, int32_t maxBoards, void* buffer) {
@@ -309,7 +313,7 @@ int32_t findBoards(CheckerboardCorner* corners, int32_t* count, GridLimits limit
     if (!finder.isSeed(seed)) continue;
     const CellRectangle board = largestFullRectangle(finder.growFrom(seed), at.heights.in(buffer));
     const int32_t size = board.columns * board.rows;
-    if (!isWithin(board, limits) || !isRegular(corners, board) || found.corners + size > kMostGridCorners) continue;
+    if (!isWithin(board, limits) || !isRegular(corners, board) || found.corners + size > kMaxGridCorners) continue;
     CheckerboardGrid grid = orderBoard(corners, board, found.indices + found.corners);
     grid.first = found.corners;
     if (found.overlap(corners, grid)) continue;
@@ -322,6 +326,16 @@ int32_t findBoards(CheckerboardCorner* corners, int32_t* count, GridLimits limit
   const int32_t kept = std::min(found.count, maxBoards);
   writeBoards(found, kept, corners, sorted, boards);
   return kept;
+}
+
+bool continuesGrid(const CheckerboardCorner& corner, DaxiPoint32f expected, float spacing,
+                   const CheckerboardCorner& neighbour) {
+  constexpr float kMaxOffset = 0.3f;   // by the spacing
+  constexpr float kMinCosine = 0.94f;  // between the edges: 20 degrees
+  const DaxiPoint32f offset = corner.point - expected;
+  const float reach = kMaxOffset * spacing;
+  return dot(offset, offset) <= reach * reach && alike(corner.intoDark, neighbour.intoLight) >= kMinCosine &&
+         alike(corner.intoLight, neighbour.intoDark) >= kMinCosine;
 }
 
 }  // namespace dax

@@ -1,16 +1,15 @@
-// Corners arranged into grids, and boards read off them.
+// Corners are linked to grids, and boards read from these.
 #pragma once
 
 #include <cstdint>
 
-#include "calib/board/corner_ring.h"
 #include "daxi/chessboard_hessian.h"
 #include "frame/memory/work_buffer.h"
 
 namespace dax {
 
-inline constexpr int32_t kMostGridCorners = DAXI_CHECKERBOARD_MAX_CORNERS;
-inline constexpr int32_t kMostCells = 1 << 16;
+inline constexpr int32_t kMaxGridCorners = DAXI_CHECKERBOARD_MAX_CORNERS;
+inline constexpr int32_t kMaxCells = 1 << 16;  // of a grid, empty ones included
 
 // A corner as a node: its neighbours along the edges, clockwise on the screen, and its cell.
 struct GridNode {
@@ -19,7 +18,7 @@ struct GridNode {
   int32_t component;  // -1: in none
   int32_t column;
   int32_t row;
-  int32_t turn;  // which neighbour is the one in the next column: (4 - turn) % 4
+  int32_t turn;  // the neighbour in the next column is neighbour[(4 - turn) % 4]
 };
 
 struct GridBuffer {
@@ -34,40 +33,27 @@ struct GridBuffer {
 };
 
 struct GridLimits {
-  int32_t leastExtent;
-  int32_t mostExtent;
+  int32_t minExtent;  // corners along the shorter side
+  int32_t maxExtent;  // corners along the longer side
 };
 
-// Looks for a corner where a grid expects one, at a distance from its neighbours, one of which is given: its edges are
-// the same, with their senses swapped.
+// Looks for a corner at an expected position, `spacing` away from its neighbours. One of these is given: the corner
+// must have its edges, with their senses swapped.
 struct CornerProber {
   bool (*probe)(const void* context, DaxiPoint32f expected, float spacing, const CheckerboardCorner& neighbour,
                 CheckerboardCorner* corner);
   const void* context;
 };
 
-// Finds boards among corners[0 .. *count - 1]; with a prober, gaps in grids and their surroundings are searched, and
-// found corners appended, up to kMostGridCorners, for which the array has room. Writes grids, the one of most corners
-// first, at most `maxBoards` of them, and their corners into sorted; returns the number of boards.
+// Finds boards among corners[0 .. *count - 1]. With a prober, gaps in grids and their surroundings are searched, and
+// corners found there are appended, up to kMaxGridCorners, for which the array must have room. Writes at most
+// `maxBoards` boards, the one with the most corners first, and their corners to `sorted`; returns the number of boards.
 int32_t findBoards(CheckerboardCorner* corners, int32_t* count, GridLimits limits, const CornerProber* prober,
                    CheckerboardCorner* sorted, CheckerboardGrid* boards, int32_t maxBoards, void* buffer);
 
-// A rectangle of cells of a component, `step` cells wide in memory.
-struct CellRectangle {
-  int32_t* cells;
-  int32_t step;
-  int32_t columns;
-  int32_t rows;
-  int32_t& at(int32_t column, int32_t row) const { return cells[ptrdiff_t{row} * step + column]; }
-};
-
-// The largest rectangle of cells all of which are taken; `heights` has room for a row.
-CellRectangle largestFullRectangle(const CellRectangle& all, int32_t* heights);
-
-// Whether the corners of a rectangle lie as on a board in perspective: neighbouring steps alike, no cell folded.
-bool isRegular(const CheckerboardCorner* corners, const CellRectangle& board);
-
-// Writes the indices of the rectangle's corners in the order of boards; returns columns and rows.
-CheckerboardGrid orderBoard(const CheckerboardCorner* corners, const CellRectangle& board, int32_t* indices);
+// Whether a corner that was found near an expected position continues the grid: it is close, and its edges are those of
+// the neighbour with their senses swapped.
+bool continuesGrid(const CheckerboardCorner& corner, DaxiPoint32f expected, float spacing,
+                   const CheckerboardCorner& neighbour);
 
 }  // namespace dax

@@ -10,12 +10,12 @@
 namespace dax {
 namespace {
 
-constexpr double kNarrowest = 25.0 / 360;  // of a turn
-constexpr double kUnlikeWidths = 0.11;     // of a turn, between opposite sectors
-constexpr float kUnlikeLevels = 0.5f;      // of the contrast, between opposite sectors
+constexpr double kMinWidth = 25.0 / 360;  // of a sector, by a full turn
+constexpr double kUnlikeWidths = 0.11;    // max difference of opposite sectors, by a full turn
+constexpr float kUnlikeLevels = 0.5f;     // max difference of opposite sectors, by the contrast
 constexpr int32_t kCircleSamples = 32;
 
-// Where samples pass the threshold, in units of the sampling, ascending.
+// Positions where the samples cross the threshold, in sample intervals, ascending. A count of 5 stands for 5 or more.
 struct Changes {
   int32_t count = 0;
   std::array<double, 4> at{};
@@ -42,11 +42,11 @@ double sectorWidth(const Changes& c, int32_t sector, int32_t count) {
 bool widthsFit(const Changes& c, int32_t count) {
   std::array<double, 4> width;
   for (int32_t i = 0; i < 4; ++i) width[static_cast<size_t>(i)] = sectorWidth(c, i, count);
-  return *std::min_element(width.begin(), width.end()) >= kNarrowest &&
+  return *std::min_element(width.begin(), width.end()) >= kMinWidth &&
          std::fabs(width[0] - width[2]) <= kUnlikeWidths && std::fabs(width[1] - width[3]) <= kUnlikeWidths;
 }
 
-// Mean level of each sector; sector i lies behind change i.
+// Mean level of each sector; sector i follows change i.
 std::array<float, 4> sectorLevels(const float* samples, int32_t count, const Changes& c) {
   std::array<float, 4> sum{}, number{};
   size_t sector = 3;
@@ -72,14 +72,14 @@ CornerEdges edgesOf(const Changes& c, const DaxiPoint32f* directions, int32_t co
   return c.firstIntoDark ? CornerEdges{even, odd} : CornerEdges{odd, even};
 }
 
-// Interpolation between four pixels, that at `above` the upper left one.
+// Bilinear interpolation; above[0] is the upper left of the four pixels.
 float between(const uint8_t* above, const uint8_t* below, int32_t right, float wx, float wy) {
   const float top = static_cast<float>(above[0]) + wx * static_cast<float>(above[right] - above[0]);
   const float bottom = static_cast<float>(below[0]) + wx * static_cast<float>(below[right] - below[0]);
   return top + wy * (bottom - top);
 }
 
-// The edge goes on outside.
+// Bilinear sample; the edge pixels are repeated outside the image.
 float bilinear(const uint8_t* src, int32_t srcStep, DaxiSize size, float x, float y) {
   const float fx = std::floor(x), fy = std::floor(y);
   const auto column = [&](float v) { return std::clamp(static_cast<int32_t>(v), 0, size.width - 1); };
@@ -90,7 +90,7 @@ float bilinear(const uint8_t* src, int32_t srcStep, DaxiSize size, float x, floa
   return between(row(fy) + left, row(fy + 1) + left, column(fx + 1) - left, x - fx, y - fy);
 }
 
-// The same where x and y lie in [0, width - 1) and [0, height - 1): no negative numbers, so whole parts are floors.
+// The same for x in [0, width - 1) and y in [0, height - 1), where conversion to an integer is the floor.
 float bilinearInside(const uint8_t* src, int32_t srcStep, float x, float y) {
   const auto column = static_cast<int32_t>(x), row = static_cast<int32_t>(y);
   const uint8_t* const above = rowAt(src, srcStep, row) + column;
@@ -105,16 +105,16 @@ RingView viewRing(const float* samples, const DaxiPoint32f* directions, int32_t 
   for (int32_t k = 0; k < count; ++k) sum += samples[k];
   Changes changes = findChanges(samples, count, sum / static_cast<float>(count));
   if (changes.count != 4) return view;
-  // The mean lies nearer to the wider sectors' level: the edges are half way between the levels.
+  // The mean of all samples is biased towards the level of the wider sectors: the edges are halfway between the levels.
   std::array<float, 4> level = sectorLevels(samples, count, changes);
   changes = findChanges(samples, count, (level[0] + level[1] + level[2] + level[3]) / 4);
   if (changes.count != 4 || !widthsFit(changes, count)) return view;
 
   level = sectorLevels(samples, count, changes);
   view.contrast = std::fabs((level[0] + level[2]) - (level[1] + level[3])) / 2;
-  const float most = kUnlikeLevels * view.contrast;
-  view.corner =
-      view.contrast >= contrast && std::fabs(level[0] - level[2]) <= most && std::fabs(level[1] - level[3]) <= most;
+  const float tolerance = kUnlikeLevels * view.contrast;
+  view.corner = view.contrast >= contrast && std::fabs(level[0] - level[2]) <= tolerance &&
+                std::fabs(level[1] - level[3]) <= tolerance;
   view.edges = edgesOf(changes, directions, count);
   return view;
 }
@@ -127,7 +127,7 @@ RingView viewCircle(const uint8_t* src, int32_t srcStep, DaxiSize size, DaxiPoin
     return table;
   }();
   std::array<float, kCircleSamples> samples;
-  const float reach = radius + 1;  // with room for rounding
+  const float reach = radius + 1;  // allows for rounding
   const bool inside = centre.x >= reach && centre.y >= reach && centre.x + reach < static_cast<float>(size.width - 1) &&
                       centre.y + reach < static_cast<float>(size.height - 1);
   for (size_t k = 0; k < samples.size(); ++k) {

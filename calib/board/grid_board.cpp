@@ -1,20 +1,20 @@
-// Boards as rectangles of cells.
+#include "calib/board/grid_board.h"
+
 #include <algorithm>
 
-#include "calib/board/corner_grid.h"
 #include "geometry/vector2.h"
 
 namespace dax {
 namespace {
 
-constexpr float kUneven = 0.3f;  // difference of neighbouring steps, by the sum of their lengths
+constexpr float kUneven = 0.3f;  // difference of neighbouring steps, relative to the sum of their lengths
 
 bool stepsAlike(DaxiPoint32f a, DaxiPoint32f b, DaxiPoint32f c) {
   const DaxiPoint32f first = b - a, second = c - b;
   return length(second - first) <= kUneven * (length(first) + length(second));
 }
 
-// The rectangle turned a quarter: its rows become columns, and a turn from rows to columns stays one.
+// A rectangle after some quarter turns. The turn from rows to columns keeps its sense.
 class TurnedBoard {
  public:
   TurnedBoard(const CheckerboardCorner* corners, const CellRectangle& board, int32_t turns)
@@ -34,7 +34,7 @@ class TurnedBoard {
     }
   }
   DaxiPoint32f point(int32_t c, int32_t r) const { return corners_[index(c, r)].point; }
-  // How far the first row runs along x, and how far it lies above the last one.
+  // The first row as a vector.
   DaxiPoint32f rowWay() const { return point(columns() - 1, 0) - point(0, 0); }
   bool firstOnTop() const { return point(0, 0).y <= point(0, rows() - 1).y; }
 
@@ -61,8 +61,8 @@ int32_t bestTurns(const CheckerboardCorner* corners, const CellRectangle& board)
 
 }  // namespace
 
-// For each row, the heights of the columns of taken cells that end there; each height is a limit for a stretch of
-// columns.
+// For each row, heights[c] counts the cells without a gap that end there in column c. A rectangle that ends in the row
+// is as high as the lowest of its columns.
 CellRectangle largestFullRectangle(const CellRectangle& all, int32_t* heights) {
   CellRectangle best{all.cells, all.step, 0, 0};
   std::fill_n(heights, all.columns, 0);

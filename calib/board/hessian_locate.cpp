@@ -1,36 +1,44 @@
-// Saddle points of the smoothed image, verified on circles.
+#include "calib/board/hessian_locate.h"
+
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <numbers>
 
-#include "calib/board/checkerboard.h"
+#include "calib/board/board_image.h"
+#include "calib/board/corner_grid.h"
 #include "calib/board/corner_ring.h"
-#include "calib/board/hessian.h"
 #include "calib/board/local_maxima.h"
 #include "frame/math.h"
 #include "frame/rows.h"
 #include "frame/vector4.h"
 #include "geometry/vector2.h"
+#include "image/gauss/filter_gauss.h"
 
 namespace dax {
 namespace {
 
-constexpr float kLargestDeterminant = 255.0f, kThresholdFraction = 0.005f;
-constexpr int32_t kRadii[] = {4, 5, 7};
-constexpr double kRingRadius = 1.6;  // of the suppression's
+// Documented in daxi/chessboard_hessian.h.
+constexpr float kThresholdFraction = 0.005f;  // of the most negative determinant
+constexpr int32_t kRadii[] = {4, 5, 7};       // of the non-maximum suppression, pixels
+constexpr double kRingRadius = 1.6;           // of the circle, by that of the suppression
 constexpr int32_t kRingSamples = 17;
-constexpr float kLeastContrast = 10, kLeastProbedContrast = 6;
-constexpr float kEdgeScale = 3;
-constexpr float kFarthest = 3;           // from the pixel where the search for the saddle begins
-constexpr float kProbedResponse = 0.1f;  // by the neighbour's
 
-// Determinants of the Hessian in rows 1..height - 2, as magnitudes; the frame around them is 0. Returns the threshold.
+constexpr float kMaxDeterminant = 255.0f;                        // start value of a minimum
+constexpr float kMinContrast = 10, kMinProbedContrast = 6;       // grey levels; a probed position is likelier
+constexpr float kEdgeScale = 3;                                  // pixels: sigma of the Gaussian
+constexpr float kMaxShift = 3;                                   // pixels from the start of the search to the saddle
+constexpr float kProbedResponse = 0.1f;                          // min response of a probed corner, by its neighbour's
+constexpr float kProbedRadius = 0.45f;                           // of its circle, by the spacing: within the squares
+constexpr float kMinProbedRadius = 3, kMaxProbedRadius = 11.0f;  // pixels; the circles of the locator have up to 11.2
+
+// Writes the magnitudes of the determinants of the Hessian; the border of the image gets 0. Returns the threshold.
 float fillResponse(const float* smooth, float* response, DaxiSize size) {
   const auto n = static_cast<size_t>(size.width);
   std::fill_n(response, n, 0.0f);
   std::fill_n(rowAt(response, size.width, size.height - 1), n, 0.0f);
-  float least = kLargestDeterminant;
-  Float4 least4 = {least, least, least, least};
+  float lowest = kMaxDeterminant;
+  Float4 lowest4 = {lowest, lowest, lowest, lowest};
   for (int32_t y = 1; y < size.height - 1; ++y) {
     const float* const centre = rowAt(smooth, size.width, y);
     const float *const above = centre - size.width, *const below = centre + size.width;
@@ -45,17 +53,17 @@ float fillResponse(const float* smooth, float* response, DaxiSize size) {
     int32_t x = 1;
     for (; x + 5 <= size.width; x += 4) {
       const Float4 d = determinant([x](const float* row, int32_t dx) { return load4(row + x + dx); });
-      least4 = d < least4 ? d : least4;
+      lowest4 = d < lowest4 ? d : lowest4;
       store4(to + x, d < 0 ? -d : d);
     }
     for (; x < size.width - 1; ++x) {
       const float d = determinant([x](const float* row, int32_t dx) { return row[x + dx]; });
-      least = std::min(least, d);
+      lowest = std::min(lowest, d);
       to[x] = std::fabs(d);
     }
   }
-  for (int32_t i = 0; i < 4; ++i) least = std::min(least, least4[i]);
-  return std::fabs(least * kThresholdFraction);
+  for (int32_t i = 0; i < 4; ++i) lowest = std::min(lowest, lowest4[i]);
+  return std::fabs(lowest * kThresholdFraction);
 }
 
 class RingTest {
@@ -74,7 +82,7 @@ class RingTest {
       const auto v = static_cast<int32_t>(fy + radius * directions_[k].y + 0.5f);
       samples[k] = static_cast<float>(rowAt(planes_.grey, planes_.size.width, v)[u]);
     }
-    return viewRing(samples.data(), directions_.data(), kRingSamples, kLeastContrast).corner;
+    return viewRing(samples.data(), directions_.data(), kRingSamples, kMinContrast).corner;
   }
 
  private:
@@ -82,7 +90,8 @@ class RingTest {
   std::array<DaxiPoint32f, kRingSamples> directions_;
 };
 
-// f(x, y) = a x^2 + b x y + c y^2 + d x + e y + ..., by least squares over 5 x 5 values.
+// f(x, y) = a x^2 + b x y + c y^2 + d x + e y + ..., fitted to 5 x 5 values by least squares. The basis x^2 - 2, x y,
+// y^2 - 2, x, y is orthogonal over -2..2; the sums of its squares are 70, 100, 70, 50, 50.
 struct Quadric {
   Quadric(const HessianPlanes& planes, int32_t x, int32_t y) {
     for (int32_t v = -2; v <= 2; ++v) {
@@ -111,7 +120,7 @@ void setEdges(const Quadric& f, DaxiPoint32f first, DaxiPoint32f second, Checker
   corner.intoLight = darkBetween ? second : first;
 }
 
-// The directions in which a saddle neither rises nor falls.
+// The edges are the directions in which the saddle neither rises nor falls.
 void setEdges(const Quadric& f, CheckerboardCorner& corner) {
   const float s = std::sqrt(-f.determinant());
   const float q = -0.5f * (f.b >= 0 ? f.b + s : f.b - s);
@@ -122,14 +131,14 @@ bool fitsQuadric(const HessianPlanes& planes, int32_t x, int32_t y) {
   return x >= 2 && y >= 2 && x < planes.size.width - 2 && y < planes.size.height - 2;
 }
 
-// Sums of the gradients' doubled angles, which do not tell opposite directions apart.
+// Sum of gradients with doubled angles, so that opposite directions count as the same.
 struct DoubledAngles {
   float x = 0, y = 0;
   void add(float gx, float gy) {
     x += gx * gx - gy * gy;
     y += 2 * gx * gy;
   }
-  // The line across the gradients, in the sense of the one known before, which it is where there are none.
+  // The line perpendicular to the gradients, with the sense of `before`; `before` itself where the sum is 0.
   DaxiPoint32f edge(DaxiPoint32f before) const {
     const float length = std::sqrt(x * x + y * y);
     if (!(length > 0)) return before;
@@ -139,6 +148,15 @@ struct DoubledAngles {
     return dot(line, before) < 0 ? -line : line;
   }
 };
+
+// Whether the angle between two lines in degrees, or its supplement, is within the limits.
+bool angleFits(DaxiPoint32f a, DaxiPoint32f b, float min, float max) {
+  constexpr double kDegrees = 180 / std::numbers::pi;
+  const double cross = std::fabs(static_cast<double>(a.x) * static_cast<double>(b.y) -
+                                 static_cast<double>(a.y) * static_cast<double>(b.x));
+  const auto angle = static_cast<float>(atan2Exact(cross, static_cast<double>(alike(a, b))) * kDegrees);
+  return (angle >= min && angle <= max) || (180 - angle >= min && 180 - angle <= max);
+}
 
 }  // namespace
 
@@ -158,14 +176,6 @@ HessianPlanes prepareHessian(const uint8_t* src, int32_t srcStep, DaxiSize size,
   return {grey, at.smooth.in(buffer), size};
 }
 
-bool angleFits(DaxiPoint32f a, DaxiPoint32f b, float least, float most) {
-  constexpr double kDegrees = 180 / std::numbers::pi;
-  const double cross = std::fabs(static_cast<double>(a.x) * static_cast<double>(b.y) -
-                                 static_cast<double>(a.y) * static_cast<double>(b.x));
-  const auto angle = static_cast<float>(atan2Exact(cross, static_cast<double>(alike(a, b))) * kDegrees);
-  return (angle >= least && angle <= most) || (180 - angle >= least && 180 - angle <= most);
-}
-
 bool probeSaddle(const void* context, DaxiPoint32f expected, float spacing, const CheckerboardCorner& neighbour,
                  CheckerboardCorner* corner) {
   const HessianPlanes& planes = *static_cast<const HessianPlanes*>(context);
@@ -175,10 +185,10 @@ bool probeSaddle(const void* context, DaxiPoint32f expected, float spacing, cons
                                             static_cast<int32_t>(expected.y + 0.5f), corner)) {
     return false;
   }
-  corner->radius = std::clamp(0.45f * spacing, 3.0f, 11.0f);
+  corner->radius = std::clamp(kProbedRadius * spacing, kMinProbedRadius, kMaxProbedRadius);
   return corner->response >= kProbedResponse * neighbour.response &&
          continuesGrid(*corner, expected, spacing, neighbour) &&
-         viewCircle(planes.grey, planes.size.width, planes.size, corner->point, corner->radius, kLeastProbedContrast)
+         viewCircle(planes.grey, planes.size.width, planes.size, corner->point, corner->radius, kMinProbedContrast)
              .corner;
 }
 
@@ -191,7 +201,7 @@ bool DAXI_CBL_Hessian_subpixel(const dax::HessianPlanes* planes, int32_t x, int3
     const dax::Quadric f(*planes, x, y);
     if (!(f.determinant() < 0)) return false;
     const DaxiPoint32f offset = f.centre();
-    const bool isClose = std::fabs(offset.x) <= dax::kFarthest && std::fabs(offset.y) <= dax::kFarthest;
+    const bool isClose = std::fabs(offset.x) <= dax::kMaxShift && std::fabs(offset.y) <= dax::kMaxShift;
     if (!isClose) return false;
     corner->point = {static_cast<float>(x) + offset.x, static_cast<float>(y) + offset.y};
     corner->response = -f.determinant();
@@ -202,8 +212,8 @@ bool DAXI_CBL_Hessian_subpixel(const dax::HessianPlanes* planes, int32_t x, int3
     x = nextX;
     y = nextY;
   }
-  return std::fabs(corner->point.x - static_cast<float>(startX)) <= dax::kFarthest &&
-         std::fabs(corner->point.y - static_cast<float>(startY)) <= dax::kFarthest;
+  return std::fabs(corner->point.x - static_cast<float>(startX)) <= dax::kMaxShift &&
+         std::fabs(corner->point.y - static_cast<float>(startY)) <= dax::kMaxShift;
 }
 
 void _DAXI_CBL_Hessian_orien(const dax::HessianPlanes* planes, float scale, CheckerboardCorner* corner) {
@@ -245,7 +255,7 @@ int32_t _DAXI_CheckerboardCornerHessian_Loc_8u_C1R(const uint8_t* src, int32_t s
       if (!DAXI_CBL_Hessian_subpixel(&planes, x, y, &corner) || near.holds(corner.point)) return;
       corner.radius = static_cast<float>(r);
       _DAXI_CBL_Hessian_orien(&planes, dax::kEdgeScale, &corner);
-      if (!dax::angleFits(corner.intoDark, corner.intoLight, param->leastAngle, param->mostAngle)) return;
+      if (!dax::angleFits(corner.intoDark, corner.intoLight, param->minAngle, param->maxAngle)) return;
       near.add(count++);
     });
   }

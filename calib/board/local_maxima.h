@@ -1,4 +1,4 @@
-// Greatest values in their surroundings, and the corners found there.
+// Local maxima of a response, and a map of the corners found there.
 #pragma once
 
 #include <algorithm>
@@ -10,11 +10,12 @@
 
 namespace dax {
 
-// Cuts the image, but for a frame of 2 r, into blocks of (r + 1) x (r + 1), and calls visit(x, y) for the greatest value
-// of each, the first of equals, where it is above the threshold and none within r around it is greater. r >= 1.
+// Divides the image, except for a border of 2 r, into blocks of (r + 1) x (r + 1), and calls visit(x, y) for the
+// maximum of each block, the first of equals, where it is above the threshold and no value at offsets -r..r - 1 is
+// greater. r >= 1. (A. Neubeck, L. Van Gool, Efficient non-maximum suppression, ICPR 2006.)
 template <class T, class Visit>
 void forEachMaximum(const T* response, DaxiSize size, int32_t r, T threshold, Visit visit) {
-  const auto isGreatest = [&](int32_t x, int32_t y, T value) {
+  const auto isMaximum = [&](int32_t x, int32_t y, T value) {
     for (int32_t v = y - r; v < y + r; ++v) {
       const T* const row = rowAt(response, size.width, v);
       if (std::any_of(row + x - r, row + x + r, [value](T other) { return other > value; })) return false;
@@ -23,20 +24,20 @@ void forEachMaximum(const T* response, DaxiSize size, int32_t r, T threshold, Vi
   };
   for (int32_t top = 2 * r; top < size.height - 2 * r; top += r + 1) {
     for (int32_t left = 2 * r; left < size.width - 2 * r; left += r + 1) {
-      T greatest = threshold;
+      T max = threshold;
       int32_t x = -1, y = -1;
       for (int32_t v = top; v <= top + r; ++v) {
         const T* const row = rowAt(response, size.width, v);
         for (int32_t u = left; u <= left + r; ++u) {
-          if (row[u] > greatest) greatest = row[u], x = u, y = v;
+          if (row[u] > max) max = row[u], x = u, y = v;
         }
       }
-      if (x >= 0 && isGreatest(x, y, greatest)) visit(x, y);
+      if (x >= 0 && isMaximum(x, y, max)) visit(x, y);
     }
   }
 }
 
-// Tells whether there is a corner within 3 pixels already.
+// Tells whether there is already a corner within 3 pixels.
 class NearMap {
  public:
   static uint64_t blocks(DaxiSize size) {
@@ -70,7 +71,7 @@ class NearMap {
   int32_t columnOf(DaxiPoint32f p) const { return std::clamp(static_cast<int32_t>(p.x) / kBlock, 0, columns_ - 1); }
   int32_t rowOf(DaxiPoint32f p) const { return std::clamp(static_cast<int32_t>(p.y) / kBlock, 0, rows_ - 1); }
 
-  int32_t* blocks_;  // index of a corner in each block of 4 x 4 pixels, -1: none
+  int32_t* blocks_;  // index of the last corner in each block of 4 x 4 pixels; -1: none
   int32_t columns_, rows_;
   const CheckerboardCorner* corners_;
 };

@@ -1,13 +1,14 @@
-// Corners by the symmetry of circles around them, scale by scale.
+#include "calib/board/symmetry_locate.h"
+
 #include <algorithm>
 #include <array>
 #include <cmath>
 
-#include "calib/board/checkerboard.h"
+#include "calib/board/board_image.h"
 #include "calib/board/chessboard_subpix.h"
+#include "calib/board/corner_grid.h"
 #include "calib/board/corner_ring.h"
 #include "calib/board/local_maxima.h"
-#include "calib/board/symmetry.h"
 #include "frame/check.h"
 #include "frame/rows.h"
 #include "frame/tiles.h"
@@ -18,19 +19,33 @@ namespace dax {
 namespace {
 
 constexpr int32_t kSamples = 16, kQuarter = 4, kHalf = 8;
-constexpr int32_t kSampledRadius = 5;
-constexpr double kScaleStep = 1.5;
-constexpr double kLimitMargin = 1.1920929e-7;
-constexpr float kLeastShare = 0.3f;   // of the response that the least contrast gives at a perfect corner
-constexpr float kWindowShare = 0.6f;  // half window of the refinement by the radius
-constexpr int32_t kMostHalfWindow = 9;
-constexpr float kMostShift = 0.75f;  // of the refinement by the radius
+// Documented in daxi/chessboard_sym.h.
+constexpr int32_t kSampledRadius = 5;  // pixels after sub-sampling
+constexpr double kScaleStep = 1.5;     // from one radius of the ladder to the next
+constexpr float kMinShare = 0.3f;      // of the response that the minimum contrast gives at a perfect corner
+
+// The ladder starts at the radius for 15 squares of two radii along the image's shorter side.
+constexpr double kSquaresPerSide = 15;
+constexpr int32_t kMinRadius = 3, kMaxRadius = 100;
+constexpr double kLimitMargin = 1.1920929e-7;  // FLT_EPSILON
+
+// Refinement; lengths by the radius.
+constexpr float kWindowShare = 0.6f;  // half window
+constexpr int32_t kMinHalfWindow = 2, kMaxHalfWindow = 9;
+constexpr float kMaxShift = 0.75f;
 constexpr int32_t kIterations = 12;
-constexpr float kEpsilon = 1e-4f;
-constexpr float kInnerCircle = 0.6f, kInnerContrast = 0.3f;
-constexpr float kStraightCosine = 0.9f;
-constexpr float kProbedContrast = 0.6f;  // of the least one
-constexpr int32_t kLeastTileRows = 16, kLeastTileCandidates = 16;
+constexpr float kEpsilon = 1e-4f;  // squared pixels
+
+// The second circle, which tells crossing edges from bars.
+constexpr float kInnerCircle = 0.6f, kInnerContrast = 0.3f;  // by the radius, and by the contrast, of the first
+constexpr float kStraightCosine = 0.9f;                      // min cosine between their edges
+
+// Probing where a grid expects a corner.
+constexpr float kProbedRadius = 0.45f;                           // by the spacing: within the squares
+constexpr float kMinProbedRadius = 3, kMaxProbedRadius = 14.0f;  // pixels
+constexpr float kProbedContrast = 0.6f;                          // by the minimum contrast
+
+constexpr int32_t kMinTileRows = 16, kMinTileCandidates = 16;
 
 // One rung of the ladder.
 struct Scale {
@@ -52,7 +67,7 @@ struct Scale {
   std::array<int32_t, kSamples> dx, dy;
 };
 
-// g(0)..g(15) may be numbers or vectors of them.
+// The response to the samples g(0)..g(15), as numbers or as vectors of numbers.
 template <class T, class Magnitude>
 T symmetry(const std::array<T, kSamples>& g, Magnitude magnitude) {
   T opposite = magnitude(g[0] - g[kHalf]), across = magnitude(g[0] - g[kQuarter]);
@@ -61,7 +76,7 @@ T symmetry(const std::array<T, kSamples>& g, Magnitude magnitude) {
   return across - (opposite + opposite);
 }
 
-// A row of responses; 0 where the circle leaves the image.
+// Writes a row of responses; 0 where the circle leaves the image.
 void respond(const uint8_t* sampled, const Scale& scale, int32_t y, int16_t* to) {
   const int32_t width = scale.sampled.width, reach = scale.reach;
   std::fill_n(to, width, int16_t{0});
@@ -90,10 +105,10 @@ bool isInside(DaxiPoint32f p, DaxiSize size) {
          p.y <= static_cast<float>(size.height - 1);
 }
 
-// Sets the corner's point and edges; whether there is one.
+// Refines a corner: sets its point and edges, and returns whether there is one.
 bool refineSymmetric(const uint8_t* image, DaxiSize size, DaxiPoint32f start, float radius,
                      CheckerboardCorner& corner) {
-  const int32_t half = std::clamp(static_cast<int32_t>(kWindowShare * radius + 0.5f), 2, kMostHalfWindow);
+  const int32_t half = std::clamp(static_cast<int32_t>(kWindowShare * radius + 0.5f), kMinHalfWindow, kMaxHalfWindow);
   CornerEdges edges;
   uint8_t isCorner = 0;
   _DAXI_ChessboardCornerGetSubpix_8u_C1R_v2(image, size.width, size, &start, 1, {half, half}, kIterations,
@@ -117,10 +132,10 @@ class SymmetryLocator {
     if (std::min(scale.sampled.width, scale.sampled.height) <= 2 * scale.reach) return DAX_STS_OK;
     DAX_REQUIRE_OK(fillResponse(scale));
     const int32_t candidates = findCandidates(scale);
-    DAX_REQUIRE_OK(onPool(candidates, kLeastTileCandidates, [&](int32_t first, int32_t end) {
+    DAX_REQUIRE_OK(onPool(candidates, kMinTileCandidates, [&](int32_t first, int32_t end) {
       for (int32_t i = first; i < end; ++i) verify(scale, at_.candidates.in(call_.buffer)[i]);
     }));
-    for (int32_t i = 0; i < candidates && count_ < kMostGridCorners; ++i) {
+    for (int32_t i = 0; i < candidates && count_ < kMaxGridCorners; ++i) {
       const SymmetryCandidate& candidate = at_.candidates.in(call_.buffer)[i];
       if (!candidate.accepted || near_.holds(candidate.corner.point)) continue;
       corners_[count_] = candidate.corner;
@@ -134,12 +149,12 @@ class SymmetryLocator {
  private:
   // Runs body(first, end) over [0, total), in tiles on the pool where there is one.
   template <class Body>
-  DaxStatus onPool(int32_t total, int32_t leastTile, Body body) {
-    if (!hasPool(call_.pool, threads_) || total <= leastTile) {
+  DaxStatus onPool(int32_t total, int32_t minTile, Body body) {
+    if (!hasPool(call_.pool, threads_) || total <= minTile) {
       body(0, total);
       return DAX_STS_OK;
     }
-    const int32_t tile = std::max(leastTile, tilePerThread(total, threads_));
+    const int32_t tile = std::max(minTile, tilePerThread(total, threads_));
     return runTiles(call_.pool, threads_, total, tile, [&](int32_t first, int32_t end, uint32_t) -> DaxStatus {
       body(first, end);
       return DAX_STS_OK;
@@ -156,18 +171,18 @@ class SymmetryLocator {
       from = sampled;
     }
     int16_t* const response = at_.response.in(call_.buffer);
-    return onPool(scale.sampled.height, kLeastTileRows, [&](int32_t first, int32_t end) {
+    return onPool(scale.sampled.height, kMinTileRows, [&](int32_t first, int32_t end) {
       for (int32_t y = first; y < end; ++y) respond(from, scale, y, rowAt(response, scale.sampled.width, y));
     });
   }
 
   int32_t findCandidates(const Scale& scale) {
     SymmetryCandidate* const candidates = at_.candidates.in(call_.buffer);
-    const auto threshold = static_cast<int16_t>(kLeastShare * kSamples * static_cast<float>(call_.cfg->contrast));
+    const auto threshold = static_cast<int16_t>(kMinShare * kSamples * static_cast<float>(call_.cfg->contrast));
     const int32_t apart = std::max(1, static_cast<int32_t>(call_.cfg->distance) / (2 * scale.factor));
     int32_t count = 0;
     forEachMaximum(at_.response.in(call_.buffer), scale.sampled, apart, threshold, [&](int32_t x, int32_t y) {
-      if (count == kMostSymmetryCandidates || !isUnmasked(call_, x * scale.factor, y * scale.factor)) return;
+      if (count == kMaxSymmetryCandidates || !isUnmasked(call_, x * scale.factor, y * scale.factor)) return;
       candidates[count++] = {x, y, rowAt(at_.response.in(call_.buffer), scale.sampled.width, y)[x], false, {}};
     });
     return count;
@@ -178,24 +193,24 @@ class SymmetryLocator {
     const auto contrast = static_cast<float>(call_.cfg->contrast);
     const DaxiPoint32f start{static_cast<float>(candidate.x * scale.factor),
                              static_cast<float>(candidate.y * scale.factor)};
-    // A corner that another scale has found.
+    // Another scale has found a corner here.
     if (near_.holds(start)) return;
     if (!viewCircle(grey(), call_.size.width, call_.size, start, radius, contrast).corner) return;
     CheckerboardCorner& corner = candidate.corner;
     if (!refineSymmetric(grey(), call_.size, start, radius, corner)) return;
     const DaxiPoint32f shift = corner.point - start;
-    const float most = kMostShift * radius;
+    const float reach = kMaxShift * radius;
     corner.response = static_cast<float>(candidate.response);
     corner.radius = radius;
-    candidate.accepted = dot(shift, shift) <= most * most && goesOutStraight(corner, radius, contrast);
+    candidate.accepted = dot(shift, shift) <= reach * reach && edgesAreStraight(corner, radius, contrast);
   }
 
-  // The edges of a corner cross circles of any radius in the same directions; those of a bar do not.
-  bool goesOutStraight(const CheckerboardCorner& corner, float radius, float contrast) const {
-    const auto see = [&](float r, float least) {
-      return viewCircle(grey(), call_.size.width, call_.size, corner.point, r, least);
+  // Whether the edges have the same directions on a smaller circle: those of a corner do, those of a bar do not.
+  bool edgesAreStraight(const CheckerboardCorner& corner, float radius, float contrast) const {
+    const auto view = [&](float r, float minContrast) {
+      return viewCircle(grey(), call_.size.width, call_.size, corner.point, r, minContrast);
     };
-    const RingView outer = see(radius, contrast), inner = see(kInnerCircle * radius, kInnerContrast * contrast);
+    const RingView outer = view(radius, contrast), inner = view(kInnerCircle * radius, kInnerContrast * contrast);
     return outer.corner && inner.corner && alike(outer.edges.intoDark, inner.edges.intoDark) >= kStraightCosine &&
            alike(outer.edges.intoLight, inner.edges.intoLight) >= kStraightCosine;
   }
@@ -218,9 +233,9 @@ SymmetryBuffer::SymmetryBuffer(DaxiSize size)
     : grey(layout.add<uint8_t>(pixelsOf(size))),
       sampled(layout.add<uint8_t>(pixelsOf(size) / 4)),
       response(layout.add<int16_t>(pixelsOf(size))),
-      candidates(layout.add<SymmetryCandidate>(kMostSymmetryCandidates)),
+      candidates(layout.add<SymmetryCandidate>(kMaxSymmetryCandidates)),
       near(layout.add<int32_t>(NearMap::blocks(size))),
-      corners(layout.add<CheckerboardCorner>(kMostGridCorners)),
+      corners(layout.add<CheckerboardCorner>(kMaxGridCorners)),
       grid(layout.add<uint8_t>(GridBuffer().layout.total())) {}
 
 bool probeSymmetric(const void* context, DaxiPoint32f expected, float spacing, const CheckerboardCorner& neighbour,
@@ -229,7 +244,7 @@ bool probeSymmetric(const void* context, DaxiPoint32f expected, float spacing, c
   if (!isInside(expected, call.size)) return false;
   if (!isUnmasked(call, static_cast<int32_t>(expected.x), static_cast<int32_t>(expected.y))) return false;
   const uint8_t* const grey = SymmetryBuffer(call.size).grey.in(call.buffer);
-  const float radius = std::clamp(0.45f * spacing, 3.0f, 14.0f);
+  const float radius = std::clamp(kProbedRadius * spacing, kMinProbedRadius, kMaxProbedRadius);
   if (!refineSymmetric(grey, call.size, expected, radius, *corner)) return false;
   corner->radius = radius;
   corner->response = neighbour.response;
@@ -241,32 +256,33 @@ bool probeSymmetric(const void* context, DaxiPoint32f expected, float spacing, c
 
 }  // namespace dax
 
-int32_t DAXI_CheckerboardCornerSym_cfg_cal(DaxiSize size, uint32_t largestRadius, int32_t* radii) {
-  const auto largest = static_cast<double>(largestRadius);
-  const auto last = static_cast<int32_t>(largestRadius);
-  const int32_t base = std::clamp(dax::roundRadius(std::min(size.width, size.height) * 0.5 / 15), 3, 100);
+int32_t DAXI_CheckerboardCornerSym_cfg_cal(DaxiSize size, uint32_t lastRadius, int32_t* radii) {
+  const auto end = static_cast<double>(lastRadius);
+  const auto last = static_cast<int32_t>(lastRadius);
+  const int32_t base = std::clamp(dax::roundRadius(std::min(size.width, size.height) * 0.5 / dax::kSquaresPerSide),
+                                  dax::kMinRadius, dax::kMaxRadius);
   int32_t count = 0;
   radii[count++] = base;
-  const bool rises = largest >= base;
+  const bool rises = end >= base;
   double radius = base;
   for (;;) {
     radius = rises ? radius * dax::kScaleStep : radius / dax::kScaleStep;
     const int32_t rounded = dax::roundRadius(radius);
-    const bool goesOn = rises ? rounded < largest - dax::kLimitMargin : rounded > largest + dax::kLimitMargin;
-    if (!goesOn) break;
+    const bool continues = rises ? rounded < end - dax::kLimitMargin : rounded > end + dax::kLimitMargin;
+    if (!continues) break;
     radii[count++] = rounded;
-    if (count == dax::kMostScales) return count;
+    if (count == dax::kMaxScales) return count;
   }
   if (rises ? last > radii[count - 1] : last < radii[count - 1]) radii[count++] = last;
   return count;
 }
 
 DaxStatus _DAXI_CheckerboardLocSym_8u_C1R_mt(const dax::SymmetryCall* call, int32_t* count) {
-  int32_t radii[dax::kMostScales];
+  int32_t radii[dax::kMaxScales];
   int32_t scales = 1;
-  radii[0] = static_cast<int32_t>(call->cfg->largestRadius);
+  radii[0] = static_cast<int32_t>(call->cfg->lastRadius);
   if (call->cfg->scales == DAXI_CHECKERBOARD_LADDER) {
-    scales = DAXI_CheckerboardCornerSym_cfg_cal(call->size, call->cfg->largestRadius, radii);
+    scales = DAXI_CheckerboardCornerSym_cfg_cal(call->size, call->cfg->lastRadius, radii);
   }
   dax::SymmetryLocator locator(*call);
   for (int32_t i = 0; i < scales; ++i) DAX_REQUIRE_OK(locator.locate(radii[i]));

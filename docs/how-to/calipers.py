@@ -10,13 +10,13 @@ image = noisy(np.maximum(20.3 - abs(x - 70.6), 60.25 - np.hypot(x - 220.4, y - 9
 figure, axes = panels(2, 4.2, 2.8)
 show(axes[0], image, "widths, and a circle through the edges of a ring", vmin=0, vmax=255)
 boxes = [dax.Box(70, at, 80, 16) for at in range(30, 180, 35)]
-pairs = dax.find_edge_pairs_in(image, boxes, polarity="dark-to-light", most=1)
+pairs = dax.find_edge_pairs_in(image, boxes, polarity="dark-to-light", max_count=1)
 for box, pair in zip(boxes, pairs):
     outline(axes[0], box)
     axes[0].plot(*pair.points[0].T, ".-", color=INK, markersize=4)
     axes[0].text(70, box.y + 3, f"{pair.width[0]:.2f}", fontsize=7, ha="center", va="top", color=INK)
 ring = [dax.Annulus(218, 102, 45, 75, start, 0.2) for start in np.linspace(-np.pi, np.pi, 24, endpoint=False)]
-found = dax.find_edges_in(image, ring, polarity="light-to-dark", most=1)
+found = dax.find_edges_in(image, ring, polarity="light-to-dark", max_count=1)
 points = np.concatenate([edges.points for edges in found])
 circle = dax.least_squares(lambda p: np.hypot(*(points - p[:2]).T) - p[2], [218, 102, 60]).x
 for sector in ring:
@@ -27,7 +27,7 @@ axes[0].add_patch(patches.Circle(circle[:2], circle[2], fill=False, edgecolor=IN
 axes[0].plot(*points.T, ".", color=INK, markersize=5)
 axes[0].text(*circle[:2], f"radius\n{circle[2]:.2f}", fontsize=8, ha="center", va="center", color=INK)
 axes[1].set_axis_on()
-profile = dax.find_edge_pairs(image, boxes[2], polarity="dark-to-light", most=1, profile=True)
+profile = dax.find_edge_pairs(image, boxes[2], polarity="dark-to-light", max_count=1, profile=True)
 at = np.arange(len(profile.profile.gray)) - len(profile.profile.gray) / 2
 axes[1].plot(at, profile.profile.gray, color="0.3", linewidth=1, label="grey values")
 axes[1].plot(at, profile.profile.response, color=INK, linewidth=1, label="response")

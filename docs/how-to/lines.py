@@ -7,7 +7,7 @@ from pictures import INK, SKY, noisy, outline, panels, save, show
 y, x = np.mgrid[0:160, 0:320]
 image = noisy(y - (40.3 + 0.15 * x + np.where(abs(x - 110) < 12, 8, 0) - np.where(abs(x - 230) < 6, 5, 0)), 5)
 boxes = [dax.Box(at, 42 + 0.15 * at, 40, 5, np.pi / 2) for at in range(20, 310, 8)]
-found = dax.find_edges_in(image, boxes, polarity="dark-to-light", most=1, threshold=40)
+found = dax.find_edges_in(image, boxes, polarity="dark-to-light", max_count=1, threshold=40)
 points = np.concatenate([edges.points for edges in found])
 robust = dax.fit_line(points, weights="tukey", start="all-pairs", threshold=2)
 plain = dax.fit_line(points, weights="least-squares")

@@ -23,7 +23,7 @@ def side(image, offset, polarity, pool):
     u, v = np.array([math.cos(ANGLE), math.sin(ANGLE)]), np.array([-math.sin(ANGLE), math.cos(ANGLE)])
     centres = np.array([160, 120]) + offset * v + np.arange(-110, 111, 5)[:, None] * u
     boxes = [dax.Box(*centre, 30, 5, ANGLE + math.pi / 2) for centre in centres]
-    found = dax.find_edges_in(image, boxes, polarity=polarity, threshold=20, most=1, pool=pool)
+    found = dax.find_edges_in(image, boxes, polarity=polarity, threshold=20, max_count=1, pool=pool)
     points = np.concatenate([edges.points for edges in found])
     return points, dax.fit_line(points, weights="tukey", start="all-pairs", threshold=1.5)
 

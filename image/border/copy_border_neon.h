@@ -3,9 +3,11 @@
 
 #include <cstdint>
 
+#include "frame/dispatch.h"
 #include "frame/simd.h"
 #include "image/border/copy_border_portable.h"
 
+#if DAX_HAVE_NEON
 namespace dax::neon {
 
 // The pixels of a 16-byte block in reverse order: first within the halves, then the halves change places.
@@ -30,3 +32,4 @@ void reverseRun(T* dst, const T* src, ptrdiff_t n) {
 }
 
 }  // namespace dax::neon
+#endif

@@ -3,14 +3,11 @@
 #include <cstring>
 
 #include "frame/check.h"
-#include "frame/cpu_feature.h"
+#include "frame/dispatch.h"
 #include "frame/memory/work_buffer.h"
 #include "frame/rows.h"
 #include "image/morphology/erode3x3.h"
-#include "image/morphology/erode3x3_portable.h"
-#if DAX_HAVE_NEON
 #include "image/morphology/erode3x3_neon.h"
-#endif
 
 namespace dax {
 namespace {
@@ -21,14 +18,12 @@ using SweepKernel = bool (*)(const uint8_t* src, const SweepRows& rows, uint8_t*
 struct ErodeKernels {
   RunKernel run;
   SweepKernel sweep;
-  SweepKernel sweepAndCompare;  // tells whether anything changed, the other need not
+  SweepKernel sweepAndCompare;
 };
 
-ErodeKernels pickKernels([[maybe_unused]] int32_t isa) {
-#if DAX_HAVE_NEON
+ErodeKernels pickKernels(int32_t isa) {
   if (usesNeon(isa)) return {neon::erodeRun, neon::erodeSweep<false>, neon::erodeSweep<true>};
-#endif
-  return {portable::erodeRun, portable::erodeSweep, portable::erodeSweep};
+  return {portable::erodeRun, portable::erodeSweep<false>, portable::erodeSweep<true>};
 }
 
 uint8_t keptPixel(uint8_t pixel, uint8_t neighbour) {
@@ -47,8 +42,8 @@ void erodeRow(const uint8_t* src, uint8_t* dst, int32_t width, RunKernel run) {
   dst[width - 1] = last;
 }
 
-// Row pass of one row and column pass of the row above it. Of the rows only the first and last pixels can be other than
-// 0 and 255.
+// Row pass of one row and column pass of the row above it. Only the first and the last pixel of a row can have values
+// other than 0 and 255.
 bool erodeSweep(const uint8_t* src, const SweepRows& rows, uint8_t* dst, const uint8_t* old, int32_t width,
                 SweepKernel sweep) {
   const auto sweepEdge = [&](int32_t x, uint8_t below) {
@@ -62,7 +57,7 @@ bool erodeSweep(const uint8_t* src, const SweepRows& rows, uint8_t* dst, const u
   return changed;
 }
 
-// Both passes in one sweep over two rows and more: the column pass follows the row pass a row behind, whose last three
+// Both passes in one sweep, for at least two rows: the column pass runs one row behind the row pass, whose last three
 // rows are in `ring`.
 bool erodeOnce(const uint8_t* src, int32_t srcStep, uint8_t* dst, int32_t dstStep, DaxiSize size, uint8_t* ring,
                RunKernel run, SweepKernel sweep) {
@@ -94,19 +89,6 @@ struct ErodeBuffer {
 
 }  // namespace
 
-void erode3x3(const uint8_t* src, int32_t srcStep, uint8_t* dst, int32_t dstStep, DaxiSize size, int32_t iterations,
-              void* buffer, int32_t isa) {
-  if (size.height == 1) return clear(dst, dstStep, size);
-  const ErodeKernels kernels = pickKernels(isa);
-  uint8_t* const ring = ErodeBuffer(size).pixels.in(buffer);
-  for (int32_t i = 1; i < iterations; ++i) {
-    if (!erodeOnce(src, srcStep, dst, dstStep, size, ring, kernels.run, kernels.sweepAndCompare)) return;
-    src = dst;
-    srcStep = dstStep;
-  }
-  erodeOnce(src, srcStep, dst, dstStep, size, ring, kernels.run, kernels.sweep);
-}
-
 void erodeRows(const uint8_t* src, int32_t srcStep, uint8_t* dst, int32_t dstStep, DaxiSize size, int32_t isa) {
   const RunKernel run = pickKernels(isa).run;
   for (int32_t y = 0; y < size.height; ++y) {
@@ -127,6 +109,19 @@ void erodeColumns(const uint8_t* src, int32_t srcStep, uint8_t* dst, int32_t dst
 
 }  // namespace dax
 
+void _DAXI_Erode3x3_8u_C1R(const uint8_t* src, int32_t srcStep, uint8_t* dst, int32_t dstStep, DaxiSize size,
+                           int32_t iterations, void* buffer, int32_t isa) {
+  if (size.height == 1) return dax::clear(dst, dstStep, size);
+  const dax::ErodeKernels kernels = dax::pickKernels(isa);
+  uint8_t* const ring = dax::ErodeBuffer(size).pixels.in(buffer);
+  for (int32_t i = 1; i < iterations; ++i) {
+    if (!dax::erodeOnce(src, srcStep, dst, dstStep, size, ring, kernels.run, kernels.sweepAndCompare)) return;
+    src = dst;
+    srcStep = dstStep;
+  }
+  dax::erodeOnce(src, srcStep, dst, dstStep, size, ring, kernels.run, kernels.sweep);
+}
+
 DaxStatus DAXI_Erode3x3BufferSize_8u(DaxiSize size, uint64_t* bytes) {
   DAX_REQUIRE(bytes, DAX_STS_NULL_POINTER);
   DAX_REQUIRE(dax::atLeast(size, 1), DAX_STS_BAD_PARAM);
@@ -138,7 +133,7 @@ DaxStatus DAXI_Erode3x3_8u_C1R(const uint8_t* src, int32_t srcStep, uint8_t* dst
   DAX_REQUIRE_OK(dax::checkImagePair(src, srcStep, dst, dstStep, size));
   DAX_REQUIRE(iterations >= 1, DAX_STS_BAD_PARAM);
   DAX_REQUIRE(buffer, DAX_STS_NULL_POINTER);
-  dax::erode3x3(src, srcStep, dst, dstStep, size, iterations, buffer, dax::currentIsa());
+  _DAXI_Erode3x3_8u_C1R(src, srcStep, dst, dstStep, size, iterations, buffer, dax::currentIsa());
   return DAX_STS_OK;
 }
 

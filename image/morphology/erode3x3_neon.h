@@ -1,16 +1,18 @@
-// Rows of the erosion in blocks of 64 pixels, the rest by the portable twins.
+// Rows of the erosion in blocks of 64 pixels.
 #pragma once
 
 #include <algorithm>
 #include <cstdint>
 
+#include "frame/dispatch.h"
 #include "frame/simd.h"
 #include "image/morphology/erode3x3_portable.h"
 
+#if DAX_HAVE_NEON
 namespace dax::neon {
 
-// Works on masks of the clear pixels: a pixel goes where it is clear, or its right neighbour is and its left one is
-// not.
+// Works on masks of clear pixels: the result is clear where the pixel is clear, or where its right neighbour is clear
+// and its left one is set.
 inline void erodeRun(const uint8_t* src, uint8_t* dst, int32_t n, uint8_t before) {
   uint8x16_t clearBefore = vdupq_n_u8(before == 0 ? 255 : 0);
   const auto erode = [&](uint8x16_t pixels, uint8x16_t after) {
@@ -30,12 +32,11 @@ inline void erodeRun(const uint8_t* src, uint8_t* dst, int32_t n, uint8_t before
   portable::erodeRun(src + i, dst + i, n - i, vgetq_lane_u8(clearBefore, 15) ? 0 : 255);
 }
 
-// The twin of portable::erodeSweep for rows that hold 0 and 255 only. Compares with `old` only when asked to, and else
-// returns false. The second block overlaps the first, so that the others start at multiples of 64 in rows whose first
-// inner column is src; the last one overlaps the one before it.
+// For rows that hold 0 and 255 only. The second block overlaps the first, so that the others start at multiples of 64
+// in rows whose first inner column is src; the last one overlaps the one before it.
 template <bool kCompare>
 bool erodeSweep(const uint8_t* src, const SweepRows& rows, uint8_t* dst, const uint8_t* old, int32_t n) {
-  if (n < 64) return portable::erodeSweep(src, rows, dst, old, n);
+  if (n < 64) return portable::erodeSweep<kCompare>(src, rows, dst, old, n);
   uint8x16_t difference = vdupq_n_u8(0);
   for (int32_t i = 0;;) {
     const uint8x16x4_t before = vld1q_u8_x4(src + i - 1), after = vld1q_u8_x4(src + i + 1);
@@ -59,3 +60,4 @@ bool erodeSweep(const uint8_t* src, const SweepRows& rows, uint8_t* dst, const u
 }
 
 }  // namespace dax::neon
+#endif

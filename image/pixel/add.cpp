@@ -1,16 +1,9 @@
 #include "daxi/add.h"
 
 #include "frame/check.h"
-#include "frame/cpu_feature.h"
+#include "frame/dispatch.h"
 #include "frame/rows.h"
-#include "image/pixel/add_portable.h"
-#if DAX_HAVE_NEON
 #include "image/pixel/add_neon.h"
-#else
-namespace dax {
-namespace neon = portable;
-}
-#endif
 
 DaxStatus DAXI_Add_8u_C1RSfs_IS(const uint8_t* src1, int32_t step1, const uint8_t* src2, int32_t step2, uint8_t* dst,
                                 int32_t dstStep, DaxiSize size, int32_t isa) {

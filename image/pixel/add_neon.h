@@ -1,9 +1,11 @@
 // Saturated sum of two rows, 16 pixels at a time.
 #pragma once
 
+#include "frame/dispatch.h"
 #include "frame/simd.h"
 #include "image/pixel/add_portable.h"
 
+#if DAX_HAVE_NEON
 namespace dax::neon {
 
 inline void addRow(const uint8_t* a, const uint8_t* b, uint8_t* dst, int32_t width) {
@@ -13,3 +15,4 @@ inline void addRow(const uint8_t* a, const uint8_t* b, uint8_t* dst, int32_t wid
 }
 
 }  // namespace dax::neon
+#endif

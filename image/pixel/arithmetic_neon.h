@@ -2,27 +2,11 @@
 #pragma once
 
 #include "frame/dispatch.h"
-#include "frame/simd.h"
+#include "frame/lanes.h"
 #include "image/pixel/arithmetic_portable.h"
 
 #if DAX_HAVE_NEON
 namespace dax::neon {
-
-template <class T>
-struct ArithmeticLanes;
-
-#define DAX_ARITHMETIC_LANES(T, VECTOR, SUFFIX)                        \
-  template <>                                                          \
-  struct ArithmeticLanes<T> {                                          \
-    using Vector = VECTOR;                                             \
-    static Vector load(const T* from) { return vld1q_##SUFFIX(from); } \
-    static void store(T* to, Vector v) { vst1q_##SUFFIX(to, v); }      \
-  };
-DAX_ARITHMETIC_LANES(uint8_t, uint8x16_t, u8)
-DAX_ARITHMETIC_LANES(uint16_t, uint16x8_t, u16)
-DAX_ARITHMETIC_LANES(int16_t, int16x8_t, s16)
-DAX_ARITHMETIC_LANES(float, float32x4_t, f32)
-#undef DAX_ARITHMETIC_LANES
 
 // Exact results, saturated.
 #define DAX_SATURATED_OPERATIONS(VECTOR, SUFFIX)   \
@@ -73,15 +57,14 @@ inline float32x4_t apply(AbsDiffOp, float32x4_t a, float32x4_t b) {
 
 template <class Op, class T>
 void constantRow(const T* src, T* dst, int32_t count, const T* pattern) {
-  using Lanes = ArithmeticLanes<T>;
-  constexpr int32_t kLanes = 16 / sizeof(T);
+  using L = Lanes<T>;
+  constexpr int32_t kLanes = L::kCount;
   // The pattern repeats after three vectors.
-  const typename Lanes::Vector values[3] = {Lanes::load(pattern), Lanes::load(pattern + kLanes),
-                                            Lanes::load(pattern + 2 * kLanes)};
+  const typename L::Vector values[3] = {L::load(pattern), L::load(pattern + kLanes), L::load(pattern + 2 * kLanes)};
   int32_t x = 0;
   for (; x <= count - 3 * kLanes; x += 3 * kLanes) {
     for (int k = 0; k < 3; ++k) {
-      Lanes::store(dst + x + k * kLanes, apply(Op{}, Lanes::load(src + x + k * kLanes), values[k]));
+      L::store(dst + x + k * kLanes, apply(Op{}, L::load(src + x + k * kLanes), values[k]));
     }
   }
   portable::constantRow<Op>(src + x, dst + x, count - x, pattern);

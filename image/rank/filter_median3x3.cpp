@@ -3,69 +3,17 @@
 #include <algorithm>
 
 #include "frame/check.h"
-#include "frame/cpu_feature.h"
-#include "frame/rows.h"
+#include "frame/dispatch.h"
 #include "frame/tiles.h"
 #include "image/rank/filter_median3x3.h"
-#include "image/rank/filter_median3x3_portable.h"
-#if DAX_HAVE_NEON
 #include "image/rank/filter_median3x3_neon.h"
-#endif
 
 namespace dax {
-namespace {
-
-template <class T>
-class MedianRows {
- public:
-  MedianRows(const T* src, int32_t srcStep, T* dst, int32_t dstStep, DaxiSize size)
-      : src_(src), srcStep_(srcStep), dst_(dst), dstStep_(dstStep), size_(size) {}
-
-  void portableRow(int32_t y) const {
-    portable::medianRow<T>({srcRow(y - 1), srcRow(y), srcRow(y + 1)}, dstRow(y), 0, size_.width);
-  }
-
-#if DAX_HAVE_NEON
-  // Rows y and y + 1.
-  void neonPair(int32_t y) const {
-    neon::medianRowPair<T>({srcRow(y - 1), srcRow(y), srcRow(y + 1), srcRow(y + 2)}, dstRow(y), dstRow(y + 1),
-                           size_.width);
-    for (int32_t i = y; i < y + 2; ++i) {
-      if (neon::holdsNan(dstRow(i), size_.width)) portableRow(i);
-    }
-  }
-#endif
-
- private:
-  const T* srcRow(int32_t y) const {
-    return rowAt(src_, srcStep_, std::clamp(y, 0, size_.height - 1));
-  }
-  T* dstRow(int32_t y) const {
-    return rowAt(dst_, dstStep_, y);
-  }
-
-  const T* src_;
-  int32_t srcStep_;
-  T* dst_;
-  int32_t dstStep_;
-  DaxiSize size_;
-};
-
-}  // namespace
-
 template <class T>
 void filterMedian3x3(const T* src, int32_t srcStep, T* dst, int32_t dstStep, DaxiSize size, int32_t first, int32_t end,
-                     [[maybe_unused]] int32_t isa) {
-  const MedianRows<T> rows(src, srcStep, dst, dstStep, size);
-#if DAX_HAVE_NEON
-  if constexpr (neon::kHasMedian<T>) {
-    if (usesNeon(isa) && end - first >= 2) {
-      for (int32_t y = first; y < end; y += 2) rows.neonPair(std::min(y, end - 2));  // the last pairs may overlap
-      return;
-    }
-  }
-#endif
-  for (int32_t y = first; y < end; ++y) rows.portableRow(y);
+                     int32_t isa) {
+  const auto medianRows = usesNeon(isa) ? neon::medianRows<T> : portable::medianRows<T>;
+  medianRows({src, srcStep, dst, dstStep, size}, first, end);
 }
 
 #define DAX_MEDIAN_WORKER(T) \
@@ -95,6 +43,11 @@ DaxStatus median(const T* src, int32_t srcStep, T* dst, int32_t dstStep, DaxiSiz
 
 }  // namespace
 }  // namespace dax
+
+void _DAXI_FilterMedian3x3_8u_C1R(const uint8_t* src, int32_t srcStep, uint8_t* dst, int32_t dstStep, DaxiSize size,
+                                  int32_t isa) {
+  dax::filterMedian3x3(src, srcStep, dst, dstStep, size, 0, size.height, isa);
+}
 
 #define DAX_MEDIAN(SUFFIX, T)                                                                           \
   DaxStatus DAXI_FilterMedian3x3_##SUFFIX##_C1R(const T* src, int32_t srcStep, T* dst, int32_t dstStep, \

@@ -1,75 +1,56 @@
-// Rows of the 3 x 3 median, two at a time, in blocks of two vectors. Even and odd columns are apart, so that an odd
-// column and the even one after it share the comparisons of the pair; two rows share those of the pair of rows between.
+// Rows of the 3 x 3 median, two at a time, in blocks of two vectors. Even and odd columns are in separate vectors, so
+// that an odd column and the even one after it share the comparisons of the pair; two result rows share those of the
+// two source rows between them.
 #pragma once
 
 #include <cmath>
 #include <cstddef>
 #include <cstdint>
+#include <type_traits>
 
-#include "frame/simd.h"
+#include "frame/dispatch.h"
+#include "frame/lanes.h"
 #include "image/rank/filter_median3x3_portable.h"
 
+#if DAX_HAVE_NEON
 namespace dax::neon {
 
-// Vectors of keys (see MedianKey) of one type of pixels.
+// Types with vector rows: there are no minima of 64-bit lanes. AArch64 minima of floats order -0 before +0, and a NaN
+// gives a NaN in every output whose window it lies in. Elsewhere they have other rules, and the portable rows are as
+// fast.
 template <class T>
-struct MedianLanes;
+constexpr bool kHasMedian = std::is_integral_v<T>;
+#if defined(__aarch64__)
+template <>
+inline constexpr bool kHasMedian<float> = true;
+#endif
 
-#define DAX_MEDIAN_LANES(T, VECTOR, PAIR, SUFFIX)                                                  \
-  template <>                                                                                      \
-  struct MedianLanes<T> {                                                                          \
-    using Vector = VECTOR;                                                                         \
-    static constexpr int kCount = 16 / sizeof(T);                                                  \
-    static PAIR load(const T* from) { return vld2q_##SUFFIX(from); }                               \
-    static void store(T* to, Vector even, Vector odd) { vst2q_##SUFFIX(to, (PAIR{{even, odd}})); } \
-    static Vector all(const T* from) { return vld1q_dup_##SUFFIX(from); }                          \
-    static Vector min(Vector a, Vector b) { return vminq_##SUFFIX(a, b); }                         \
-    static Vector max(Vector a, Vector b) { return vmaxq_##SUFFIX(a, b); }                         \
-    static Vector shift(Vector before, Vector v) { return vextq_##SUFFIX(before, v, kCount - 1); } \
-  };
-DAX_MEDIAN_LANES(uint8_t, uint8x16_t, uint8x16x2_t, u8)
-DAX_MEDIAN_LANES(uint16_t, uint16x8_t, uint16x8x2_t, u16)
-DAX_MEDIAN_LANES(int16_t, int16x8_t, int16x8x2_t, s16)
-
-// Whether a row of the result is to be done again, in the order of the keys.
+// Whether a row of the result must be computed again, in the order of the keys.
 template <class T>
 bool holdsNan(const T*, int32_t) {
   return false;
 }
 
-#if defined(__aarch64__)
-// The instructions order -0 before +0. What they make of a NaN is a NaN in every output that it belongs to. (Elsewhere
-// minima of floats have other rules, and the portable rows are as fast.)
-DAX_MEDIAN_LANES(float, float32x4_t, float32x4x2_t, f32)
-
 inline bool holdsNan(const float* row, int32_t width) {
-  float32x4_t greatest = vdupq_n_f32(row[width - 1]);
-  for (int32_t x = 0; x <= width - 4; x += 4) greatest = vmaxq_f32(greatest, vld1q_f32(row + x));
-  for (int32_t x = width & ~3; x < width; ++x) greatest = vmaxq_f32(greatest, vdupq_n_f32(row[x]));
-  return std::isnan(vmaxvq_f32(greatest));
+  float32x4_t largest = vdupq_n_f32(row[width - 1]);
+  for (int32_t x = 0; x <= width - 4; x += 4) largest = vmaxq_f32(largest, vld1q_f32(row + x));
+  for (int32_t x = width & ~3; x < width; ++x) largest = vmaxq_f32(largest, vdupq_n_f32(row[x]));
+  return std::isnan(vmaxvq_f32(largest));
 }
-#endif
-#undef DAX_MEDIAN_LANES
-
-// Types with a twin. There are no minima of 64-bit lanes.
-template <class T>
-constexpr bool kHasMedian = requires {
-  MedianLanes<T>::kCount;
-};
 
 // Columns in ascending order of their three pixels, lane by lane.
 template <class T>
 struct SortedColumns {
-  using Lanes = MedianLanes<T>;
-  using Vector = typename Lanes::Vector;
+  using L = Lanes<T>;
+  using Vector = typename L::Vector;
   Vector low, mid, high;
 
   SortedColumns shiftedIn(const SortedColumns& before) const {
-    return {Lanes::shift(before.low, low), Lanes::shift(before.mid, mid), Lanes::shift(before.high, high)};
+    return {L::shift(before.low, low), L::shift(before.mid, mid), L::shift(before.high, high)};
   }
 };
 
-// The same columns as two adjacent rows of the result see them: without the last, without the first of four pixels.
+// Columns of four pixels as two adjacent result rows use them: without the last pixel, without the first.
 template <class T>
 struct ColumnPair {
   SortedColumns<T> upper, lower;
@@ -77,10 +58,10 @@ struct ColumnPair {
 
 template <class T, class Vector>
 ColumnPair<T> sortColumns(Vector p0, Vector p1, Vector p2, Vector p3) {
-  using Lanes = MedianLanes<T>;
-  const Vector low = Lanes::min(p1, p2), high = Lanes::max(p1, p2);
+  using L = Lanes<T>;
+  const Vector low = L::min(p1, p2), high = L::max(p1, p2);
   const auto insert = [&](Vector p) -> SortedColumns<T> {
-    return {Lanes::min(low, p), Lanes::min(high, Lanes::max(low, p)), Lanes::max(high, p)};
+    return {L::min(low, p), L::min(high, L::max(low, p)), L::max(high, p)};
   };
   return {insert(p0), insert(p3)};
 }
@@ -90,12 +71,11 @@ struct FourRows {
   const T *row0, *row1, *row2, *row3;
 };
 
-// Column x in all lanes.
+// Column x in every lane.
 template <class T>
 ColumnPair<T> columnEverywhere(const FourRows<T>& rows, ptrdiff_t x) {
-  using Lanes = MedianLanes<T>;
-  return sortColumns<T>(Lanes::all(rows.row0 + x), Lanes::all(rows.row1 + x), Lanes::all(rows.row2 + x),
-                        Lanes::all(rows.row3 + x));
+  using L = Lanes<T>;
+  return sortColumns<T>(L::all(rows.row0[x]), L::all(rows.row1[x]), L::all(rows.row2[x]), L::all(rows.row3[x]));
 }
 
 // Alternate columns a0 b0 a1 b1 ...
@@ -106,9 +86,9 @@ struct ColumnBlock {
 
 template <class T>
 ColumnBlock<T> loadBlock(const FourRows<T>& rows, ptrdiff_t x) {
-  using Lanes = MedianLanes<T>;
-  const auto p0 = Lanes::load(rows.row0 + x), p1 = Lanes::load(rows.row1 + x);
-  const auto p2 = Lanes::load(rows.row2 + x), p3 = Lanes::load(rows.row3 + x);
+  using L = Lanes<T>;
+  const auto p0 = L::loadPair(rows.row0 + x), p1 = L::loadPair(rows.row1 + x);
+  const auto p2 = L::loadPair(rows.row2 + x), p3 = L::loadPair(rows.row3 + x);
   return {sortColumns<T>(p0.val[0], p1.val[0], p2.val[0], p3.val[0]),
           sortColumns<T>(p0.val[1], p1.val[1], p2.val[1], p3.val[1])};
 }
@@ -118,24 +98,24 @@ ColumnBlock<T> loadBlock(const FourRows<T>& rows, ptrdiff_t x) {
 template <class T>
 void storeMedians(const SortedColumns<T>& aBefore, const SortedColumns<T>& bBefore, const SortedColumns<T>& a,
                   const SortedColumns<T>& b, T* dst) {
-  using Lanes = MedianLanes<T>;
+  using L = Lanes<T>;
   const SortedColumns<T> outer = a.shiftedIn(aBefore), inner = b.shiftedIn(bBefore);
-  const auto maxLow = Lanes::max(inner.low, a.low);
-  const auto minHigh = Lanes::min(inner.high, a.high);
-  const auto lowMid = Lanes::min(inner.mid, a.mid), highMid = Lanes::max(inner.mid, a.mid);
+  const auto maxLow = L::max(inner.low, a.low);
+  const auto minHigh = L::min(inner.high, a.high);
+  const auto lowMid = L::min(inner.mid, a.mid), highMid = L::max(inner.mid, a.mid);
   const auto medianWith = [&](const SortedColumns<T>& third) {
-    const auto low = Lanes::max(maxLow, third.low);
-    const auto mid = Lanes::max(lowMid, Lanes::min(highMid, third.mid));
-    const auto high = Lanes::min(minHigh, third.high);
-    return Lanes::max(Lanes::min(low, mid), Lanes::min(Lanes::max(low, mid), high));
+    const auto low = L::max(maxLow, third.low);
+    const auto mid = L::max(lowMid, L::min(highMid, third.mid));
+    const auto high = L::min(minHigh, third.high);
+    return L::max(L::min(low, mid), L::min(L::max(low, mid), high));
   };
-  Lanes::store(dst, medianWith(outer), medianWith(b));
+  L::storePair(dst, {{medianWith(outer), medianWith(b)}});
 }
 
 // Two rows of the result from the four source rows around them. The last block of a row overlaps the one before it.
 template <class T>
 void medianRowPair(const FourRows<T>& rows, T* upper, T* lower, int32_t width) {
-  constexpr ptrdiff_t kBlock = 2 * MedianLanes<T>::kCount;
+  constexpr ptrdiff_t kBlock = 2 * Lanes<T>::kCount;
   int32_t done = 0;
   if (width > kBlock) {
     const ptrdiff_t last = width - kBlock;
@@ -159,4 +139,27 @@ void medianRowPair(const FourRows<T>& rows, T* upper, T* lower, int32_t width) {
   portable::medianRow<T>({rows.row1, rows.row2, rows.row3}, lower, done, width);
 }
 
+// Rows y and y + 1.
+template <class T>
+void medianRowPair(const MedianImages<T>& images, int32_t y) {
+  medianRowPair<T>({images.srcRow(y - 1), images.srcRow(y), images.srcRow(y + 1), images.srcRow(y + 2)},
+                   images.dstRow(y), images.dstRow(y + 1), images.size.width);
+  for (int32_t i = y; i < y + 2; ++i) {
+    if (holdsNan(images.dstRow(i), images.size.width)) portable::medianRow(images, i);
+  }
+}
+
+template <class T>
+void medianRows(const MedianImages<T>& images, int32_t first, int32_t end) {
+  if constexpr (kHasMedian<T>) {
+    if (end - first >= 2) {
+      for (int32_t y = first; y < end; y += 2)
+        medianRowPair(images, std::min(y, end - 2));  // the last pairs may overlap
+      return;
+    }
+  }
+  portable::medianRows(images, first, end);
+}
+
 }  // namespace dax::neon
+#endif

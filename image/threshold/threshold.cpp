@@ -5,18 +5,13 @@
 #include <cstring>
 
 #include "frame/check.h"
-#include "frame/cpu_feature.h"
+#include "frame/dispatch.h"
 #include "frame/rows.h"
-#include "image/pixel/workers_8u.h"
+#include "image/pixel/logic.h"
+#include "image/statistics/histogram.h"
 #include "image/threshold/threshold.h"
-#include "image/threshold/threshold_portable.h"
-#if DAX_HAVE_NEON
+#include "image/threshold/threshold_levels.h"
 #include "image/threshold/threshold_neon.h"
-#else
-namespace dax {
-namespace neon = portable;
-}
-#endif
 
 static_assert(sizeof(DaxiThresholdBinCfg) == 44 && offsetof(DaxiThresholdBinCfg, soft) == 24 &&
               offsetof(DaxiThresholdBinCfg, t1) == 36);
@@ -193,6 +188,12 @@ DaxStatus otsu(const Views& v, int32_t isa) {
 
 }  // namespace
 }  // namespace dax
+
+void _DAXI_AdpThresholdOtsu_8u_C1R(const uint8_t* src, int32_t srcStep, uint8_t* dst, int32_t dstStep, DaxiSize size,
+                                   int32_t isa) {
+  const uint8_t level = dax::otsuLevel(dax::histogram(src, srcStep, size));
+  dax::maskInterval(src, srcStep, dst, dstStep, size, dax::LevelInterval::atLeast(level), isa);
+}
 
 DaxStatus DAXI_ThresholdBin_8u_C1R(const uint8_t* src, int32_t srcStep, uint8_t* dst, int32_t dstStep, DaxiSize size,
                                    const DaxiThresholdBinCfg* cfg) {

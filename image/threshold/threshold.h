@@ -1,4 +1,4 @@
-// Parts of thresholding that stand on their own: intervals of grey levels, histograms, levels, ramps.
+// Thresholding, unchecked, with a choice of kernels.
 #pragma once
 
 #include <array>
@@ -8,8 +8,8 @@
 
 namespace dax {
 
-// A set of grey levels that is one interval on the circle of the 256 levels: `first`, and `count` levels from there on,
-// running over from 255 to 0. Complements of intervals are intervals too, so one kernel makes every mask.
+// A cyclic interval of grey levels: `count` levels from `first` on, with 0 after 255. The complement of an interval is
+// an interval too, so one kernel makes every mask.
 struct LevelInterval {
   uint8_t first;
   int32_t count;  // 0..256
@@ -27,32 +27,6 @@ struct LevelInterval {
 void maskInterval(const uint8_t* src, int32_t srcStep, uint8_t* dst, int32_t dstStep, DaxiSize size,
                   LevelInterval interval, int32_t isa);
 
-using Histogram = std::array<uint64_t, 256>;
-
-Histogram histogram(const uint8_t* src, int32_t srcStep, DaxiSize size);
-
-// The level of greatest between-class variance.
-uint8_t otsuLevel(const Histogram& counts);
-
-// Levels between which a soft threshold rises; equal levels are a hard threshold.
-struct LevelPair {
-  uint8_t low;
-  uint8_t high;
-};
-
-struct TailPositions {
-  float darkTail;
-  float brightTail;
-  float lowPos;
-  float highPos;
-};
-
-// Levels found from the tails of a histogram.
-LevelPair relativeLevels(const Histogram& counts, const TailPositions& tails);
-
-// The step 0..soft + 1 that a level takes on the ramp.
-int32_t rampStep(int32_t level, LevelPair levels, uint32_t soft);
-
 using LevelTable = std::array<uint8_t, 256>;
 
 // dst = table[src].
@@ -60,3 +34,7 @@ void mapLevels(const uint8_t* src, int32_t srcStep, uint8_t* dst, int32_t dstSte
                const LevelTable& table, int32_t isa);
 
 }  // namespace dax
+
+// 255 from the Otsu level on, else 0; dst may be src.
+extern "C" void _DAXI_AdpThresholdOtsu_8u_C1R(const uint8_t* src, int32_t srcStep, uint8_t* dst, int32_t dstStep,
+                                              DaxiSize size, int32_t isa);

@@ -1,9 +1,11 @@
-// Rows of thresholding: whole blocks of 64 or 16 pixels, the rest by the portable twin.
+// Rows of thresholding in blocks of 64 or 16 pixels.
 #pragma once
 
+#include "frame/dispatch.h"
 #include "frame/simd.h"
 #include "image/threshold/threshold_portable.h"
 
+#if DAX_HAVE_NEON
 namespace dax::neon {
 
 inline void maskRow(const uint8_t* src, uint8_t* dst, int32_t width, uint8_t first, uint8_t span) {
@@ -19,18 +21,7 @@ inline void maskRow(const uint8_t* src, uint8_t* dst, int32_t width, uint8_t fir
   portable::maskRow(src + x, dst + x, width - x, first, span);
 }
 
-inline void invertRow(const uint8_t* src, uint8_t* dst, int32_t width) {
-  int32_t x = 0;
-  for (; x <= width - 64; x += 64) {
-    const uint8x16x4_t levels = vld1q_u8_x4(src + x);
-    vst1q_u8_x4(dst + x,
-                {{vmvnq_u8(levels.val[0]), vmvnq_u8(levels.val[1]), vmvnq_u8(levels.val[2]), vmvnq_u8(levels.val[3])}});
-  }
-  for (; x <= width - 16; x += 16) vst1q_u8(dst + x, vmvnq_u8(vld1q_u8(src + x)));
-  portable::invertRow(src + x, dst + x, width - x);
-}
-
-// The table in four quarters of 64 levels: a look-up out of its quarter gives 0, or keeps what an earlier one found.
+// The table in four quarters of 64 levels. An index outside a quarter gives 0 (tbl) or keeps the earlier result (tbx).
 inline void mapRow(const uint8_t* src, uint8_t* dst, int32_t width, const uint8_t* table) {
   const uint8x16x4_t q0 = vld1q_u8_x4(table), q1 = vld1q_u8_x4(table + 64);
   const uint8x16x4_t q2 = vld1q_u8_x4(table + 128), q3 = vld1q_u8_x4(table + 192);
@@ -50,3 +41,4 @@ inline void mapRow(const uint8_t* src, uint8_t* dst, int32_t width, const uint8_
 }
 
 }  // namespace dax::neon
+#endif

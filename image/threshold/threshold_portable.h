@@ -10,10 +10,6 @@ inline void maskRow(const uint8_t* src, uint8_t* dst, int32_t width, uint8_t fir
   for (int32_t x = 0; x < width; ++x) dst[x] = static_cast<uint8_t>(src[x] - first) <= span ? 255 : 0;
 }
 
-inline void invertRow(const uint8_t* src, uint8_t* dst, int32_t width) {
-  for (int32_t x = 0; x < width; ++x) dst[x] = static_cast<uint8_t>(~src[x]);
-}
-
 inline void mapRow(const uint8_t* src, uint8_t* dst, int32_t width, const uint8_t* table) {
   for (int32_t x = 0; x < width; ++x) dst[x] = table[src[x]];
 }

@@ -3,9 +3,31 @@
 
 #include <cstdint>
 
+#include "dax/types.h"
+#include "frame/rows.h"
+#include "image/window/filter_box_columns.h"
+
+namespace dax {
+
+// Source and destination of a box filter.
+template <class T, class Sum>
+struct BoxImages {
+  const T* src;
+  int32_t srcStep;
+  Sum* dst;
+  int32_t dstStep;
+  DaxiSize size;
+  int32_t radius;
+
+  const T* srcRow(int32_t y) const { return rowAt(src, srcStep, y); }
+  Sum* dstRow(int32_t y) const { return rowAt(dst, dstStep, y); }
+};
+
+}  // namespace dax
+
 namespace dax::portable {
 
-// One row, from running sums in `sums` (width elements). In place as well.
+// One row, from running sums in `sums` (width elements). dst may be src.
 template <class T, class Sum>
 void boxRow(const T* src, Sum* dst, int32_t width, int32_t radius, Sum* sums) {
   sums[0] = static_cast<Sum>(src[0]);
@@ -36,6 +58,22 @@ void addTo(Sum* dst, const Sum* before, int32_t n) {
 template <class Sum>
 void subtractInto(Sum* dst, const Sum* lead, const Sum* trail, int32_t n) {
   for (int32_t x = 0; x < n; ++x) dst[x] = lead[x] - trail[x];
+}
+
+// Rows first.. of the row pass.
+template <class T, class Sum>
+void boxRows(const BoxImages<T, Sum>& images, int32_t first, Sum* sums) {
+  for (int32_t y = first; y < images.size.height; ++y) {
+    boxRow(images.srcRow(y), images.dstRow(y), images.size.width, images.radius, sums);
+  }
+}
+
+// The whole filter.
+template <class T, class Sum>
+void box(const BoxImages<T, Sum>& images, BoxSums<Sum> room) {
+  boxRows(images, 0, room.first);
+  boxColumns(images.dst, images.dstStep, images.size, images.radius, room,
+             {boxStep<Sum>, addTo<Sum>, subtractInto<Sum>});
 }
 
 }  // namespace dax::portable

@@ -1,53 +1,18 @@
-// From sums to means in vectors, and the mean of floats.
+// Bands of rows of the mean filters in vectors.
 #pragma once
 
+#include <algorithm>
 #include <cstdint>
+#include <type_traits>
 
+#include "frame/dispatch.h"
 #include "image/window/filter_mean_portable.h"
+#include "image/window/mean_pixel_neon.h"
 #include "image/window/row_lanes_neon.h"
-#include "image/window/window_reach.h"
+#include "image/window/window_sums_neon.h"
 
+#if DAX_HAVE_NEON
 namespace dax::neon {
-
-// Twin of portable::floatFromSum. Sums of 8-bit pixels stay below 2^31 here.
-template <class T>
-float32x4_t floatFromSum(uint32x4_t sum) {
-  if constexpr (std::is_same_v<T, uint16_t>) return vcvtq_f32_u32(sum);
-  return vcvtq_f32_s32(vreinterpretq_s32_u32(sum));
-}
-
-// Twin of portable::pixelFromMean, in lanes of 32 bits.
-template <class T>
-uint32x4_t roundedMean(float32x4_t mean) {
-  float32x4_t half = vdupq_n_f32(0.5f);
-  if constexpr (std::is_signed_v<T>) half = vbslq_f32(vdupq_n_u32(0x80000000u), mean, half);
-  return vreinterpretq_u32_s32(vcvtq_s32_f32(vaddq_f32(mean, half)));
-}
-
-// Stores 16 pixels; lane i of vector k is pixel 4 i + k. Bits above those of a pixel are not looked at.
-inline uint16x8_t lowHalves(uint32x4_t even, uint32x4_t odd) {
-  return vtrn1q_u16(vreinterpretq_u16_u32(even), vreinterpretq_u16_u32(odd));
-}
-
-inline void storePixels(uint16_t* dst, const uint32x4x4_t& v) {
-  const uint32x4_t first = vreinterpretq_u32_u16(lowHalves(v.val[0], v.val[1]));
-  const uint32x4_t second = vreinterpretq_u32_u16(lowHalves(v.val[2], v.val[3]));
-  vst1q_u16(dst, vreinterpretq_u16_u32(vzip1q_u32(first, second)));
-  vst1q_u16(dst + 8, vreinterpretq_u16_u32(vzip2q_u32(first, second)));
-}
-
-inline void storePixels(uint8_t* dst, const uint32x4x4_t& v) {
-  const auto lowBytes = [](uint32x4_t even, uint32x4_t odd) {
-    return vtrn1q_u8(vreinterpretq_u8_u32(even), vreinterpretq_u8_u32(odd));
-  };
-  const uint16x8_t first = vreinterpretq_u16_u8(lowBytes(v.val[0], v.val[1]));
-  const uint16x8_t second = vreinterpretq_u16_u8(lowBytes(v.val[2], v.val[3]));
-  vst1q_u8(dst, vreinterpretq_u8_u16(vtrn1q_u16(first, second)));
-}
-
-inline void storePixels(int16_t* dst, const uint32x4x4_t& v) {
-  storePixels(reinterpret_cast<uint16_t*>(dst), v);
-}
 
 // The mean of floats, four rows at a time. `columns` holds the column sums of the first row and becomes those of the
 // row after the fourth; enter[k] and leave[k] are the rows that lead from row k to the next. `turned` takes 4 n floats:
@@ -101,4 +66,90 @@ inline void meanOfTurned(const float* turned, float* const (&dst)[4], int32_t n,
   while (x < n) slideOne();
 }
 
+template <class T>
+struct MeanStore {
+  T* dst;
+  float reciprocal;
+
+  void block(int32_t x, const uint32x4x4_t& sums) const {
+    uint32x4x4_t pixels;
+    for (int k = 0; k < 4; ++k) {
+      pixels.val[k] = roundedMean<T>(vmulq_n_f32(floatFromSum<T>(sums.val[k]), reciprocal));
+    }
+    storePixels(dst + x, pixels);
+  }
+  void pixel(int32_t x, uint32_t sum) const {
+    dst[x] = portable::pixelFromMean<T>(portable::floatFromSum<T>(sum) * reciprocal);
+  }
+};
+
+// Columns left..right - 1 of a band of integers. Each row of the image is extended by what windows reach beyond the
+// columns.
+template <class T>
+void meanColumns(const MeanBand<T>& band, int32_t left, int32_t right, void* buffer) {
+  using Column = WindowColumn<T>;
+  const WindowReach reach = band.reachX();
+  const ExtendedColumns<Column> extended{static_cast<Column*>(buffer), right - left, reach};
+  const bool atLeft = left == 0, atRight = right == band.width;
+  const int32_t from = atLeft ? 0 : left - reach.before - 1, to = atRight ? band.width : right + reach.after;
+  extended.first[0] = 0;
+  const MirroredRows<T> rows{band.rows.src + from, band.rows.step, band.rows.height};
+  forEachWindowRow(rows, band.reachY(), band.first, band.end, atLeft ? extended.columns() : extended.first, to - from,
+                   moveRow<T>, [&](int32_t y) {
+                     if (atLeft) extended.mirrorLeft();
+                     if (atRight) extended.mirrorRight();
+                     extended.slide(MeanStore<T>{band.dstRow(y) + left, band.reciprocal()});
+                   });
+}
+
+// The buffer holds the column sums of one row, then those of four rows, transposed.
+inline void meanFloats(const MeanBand<float>& band, void* buffer) {
+  auto* const columns = static_cast<float*>(buffer);
+  float* const turned = columns + band.width;
+  const WindowReach reach = band.reachY();
+  const auto enter = [&](int32_t y) { return band.rows(int64_t{y} + 1 + reach.after); };
+  const auto leave = [&](int32_t y) { return band.rows(int64_t{y} - reach.before); };
+  startColumns(band.rows, reach, 0, columns, band.width);
+  int32_t y = 0;
+  for (; y <= band.end - 4; y += 4) {
+    turnColumns(columns, {enter(y), enter(y + 1), enter(y + 2), enter(y + 3)},
+                {leave(y), leave(y + 1), leave(y + 2), leave(y + 3)}, turned, band.width);
+    meanOfTurned(turned, {band.dstRow(y), band.dstRow(y + 1), band.dstRow(y + 2), band.dstRow(y + 3)}, band.width,
+                 band.reachX(), band.reciprocal());
+  }
+  for (; y < band.end; ++y) {
+    portable::storeMeanRow<float>(band, y, columns);
+    advanceColumns(band.rows, reach, y, columns, band.width, portable::moveRow<float, float>);
+  }
+}
+
+// Whether window sums fit 32 bits and the buffer has room for what the vector kernels keep: an extended row of column
+// sums, which any buffer for bytes has, or five rows of sums of floats. There are no kernels for double.
+template <class T>
+bool hasVectorMean(const MeanBand<T>& band) {
+  if constexpr (std::is_same_v<T, double>) return false;
+  if constexpr (std::is_same_v<T, float>) return band.rows.height >= 5;
+  if constexpr (sizeof(T) == 1) return true;
+  return band.rows.height >= 2 && int64_t{band.mask.width} * band.mask.height <= 1 << 16;
+}
+
+template <class T>
+void mean(const MeanBand<T>& band, void* buffer) {
+  if (!hasVectorMean(band)) return portable::mean(band, buffer);
+  if constexpr (std::is_same_v<T, float>) meanFloats(band, buffer);
+  if constexpr (std::is_integral_v<T>) meanColumns(band, 0, band.width, buffer);
+}
+
+// Workers that write to the same cache line slow each other down by a tenth, and slices are adjacent: so sums start at
+// a cache line. The room for that comes from doing one half of the columns after the other.
+inline void meanOfSlice(const MeanBand<uint8_t>& band, uint16_t* slice) {
+  constexpr int32_t kMinWidth = 128;
+  constexpr uintptr_t kLine = 64;
+  if (band.width < std::max(kMinWidth, 2 * band.mask.width)) return mean(band, slice);
+  auto* const aligned = reinterpret_cast<uint16_t*>((reinterpret_cast<uintptr_t>(slice) + kLine - 1) / kLine * kLine);
+  meanColumns(band, 0, band.width / 2, aligned);
+  meanColumns(band, band.width / 2, band.width, aligned);
+}
+
 }  // namespace dax::neon
+#endif

@@ -3,55 +3,43 @@
 #pragma once
 
 #include <algorithm>
+#include <bit>
 #include <cstdint>
+#include <type_traits>
 
-#include "frame/simd.h"
+#include "frame/dispatch.h"
+#include "frame/lanes.h"
 #include "image/border/copy_border_neon.h"
 #include "image/window/window_reach.h"
 #include "image/window/window_sums_portable.h"
 
+#if DAX_HAVE_NEON
 namespace dax::neon {
 
-// Differences of pixels in lanes of twice their size, and columns of such lanes.
+// The type of the sums of a column.
 template <class T>
-struct WindowLanes;
-
-#define DAX_WINDOW_LANES(T, SUFFIX, VECTOR, COLUMN, COLUMN_SUFFIX, COLUMN_VECTOR, AS_COLUMN)                     \
-  template <>                                                                                                    \
-  struct WindowLanes<T> {                                                                                        \
-    using Column = COLUMN;                                                                                       \
-    static constexpr int32_t kColumns = 16 / sizeof(Column);                                                     \
-    static auto loadFour(const T* from) { return vld1q_##SUFFIX##_x4(from); }                                    \
-    static auto loadFourColumns(const Column* from) { return vld1q_##COLUMN_SUFFIX##_x4(from); }                 \
-    static void storeFourColumns(Column* to, COLUMN_VECTOR##x4_t sums) { vst1q_##COLUMN_SUFFIX##_x4(to, sums); } \
-    static COLUMN_VECTOR##_t addLow(COLUMN_VECTOR##_t sums, VECTOR a, VECTOR b) {                                \
-      return vaddq_##COLUMN_SUFFIX(sums, AS_COLUMN(lowDifference(a, b)));                                        \
-    }                                                                                                            \
-    static COLUMN_VECTOR##_t addHigh(COLUMN_VECTOR##_t sums, VECTOR a, VECTOR b) {                               \
-      return vaddq_##COLUMN_SUFFIX(sums, AS_COLUMN(highDifference(a, b)));                                       \
-    }                                                                                                            \
-  };
-DAX_WINDOW_LANES(uint8_t, u8, uint8x16_t, uint16_t, u16, uint16x8, )
-DAX_WINDOW_LANES(uint16_t, u16, uint16x8_t, uint32_t, u32, uint32x4, )
-DAX_WINDOW_LANES(int16_t, s16, int16x8_t, uint32_t, u32, uint32x4, vreinterpretq_u32_s32)
-#undef DAX_WINDOW_LANES
+using WindowColumn = std::conditional_t<sizeof(T) == 1, uint16_t, uint32_t>;
 
 // Twin of portable::moveRow.
 template <class T>
-void moveRow(typename WindowLanes<T>::Column* columns, const T* enter, const T* leave, int32_t n) {
-  using Lanes = WindowLanes<T>;
-  constexpr int32_t kHalf = 4 * Lanes::kColumns;
+void moveRow(WindowColumn<T>* columns, const T* enter, const T* leave, int32_t n) {
+  using Pixels = Lanes<T>;
+  using Columns = Lanes<WindowColumn<T>>;
+  const auto add = [](auto& sums, auto differences) {
+    sums = Columns::add(sums, std::bit_cast<typename Columns::Vector>(differences));
+  };
+  constexpr int32_t kHalf = 4 * Columns::kCount;
   int32_t x = 0;
   for (; x <= n - 2 * kHalf; x += 2 * kHalf) {
-    const auto in = Lanes::loadFour(enter + x), out = Lanes::loadFour(leave + x);
+    const auto in = Pixels::loadFour(enter + x), out = Pixels::loadFour(leave + x);
     for (int32_t half = 0; half < 2; ++half) {
-      auto sums = Lanes::loadFourColumns(columns + x + half * kHalf);
+      auto sums = Columns::loadFour(columns + x + half * kHalf);
       for (int32_t k = 0; k < 2; ++k) {
         const auto a = in.val[2 * half + k], b = out.val[2 * half + k];
-        sums.val[2 * k] = Lanes::addLow(sums.val[2 * k], a, b);
-        sums.val[2 * k + 1] = Lanes::addHigh(sums.val[2 * k + 1], a, b);
+        add(sums.val[2 * k], lowDifference(a, b));
+        add(sums.val[2 * k + 1], highDifference(a, b));
       }
-      Lanes::storeFourColumns(columns + x + half * kHalf, sums);
+      Columns::storeFour(columns + x + half * kHalf, sums);
     }
   }
   portable::moveRow(columns + x, enter + x, leave + x, n - x);
@@ -145,3 +133,4 @@ struct ExtendedColumns {
 };
 
 }  // namespace dax::neon
+#endif

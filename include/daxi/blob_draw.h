@@ -6,8 +6,8 @@
 
 DAX_BEGIN_DECLS
 
-/* Writes 1 + label mod 255 into the pixels of `count` blobs, or of all domains where blobs is null; other pixels stay.
- * Runs are cut at the region.
+/* Writes 1 + label mod 255 into the pixels of `count` blobs, or of all domains where blobs is null; other pixels are
+ * left unchanged. Runs are clipped to the region.
  *
  * Checks, in order: image, domains or their arrays null -> 0x10000014; size below 1 x 1 -> 0x1000001a; step < width ->
  * 0x1000001b; count < 0 -> 0x10000019; a blob without a domain -> 0x10000014. Thread-safe for distinct images. */
@@ -15,8 +15,8 @@ DAX_API DaxStatus DAXI_DrawBlobLabel_8u_C1IR(uint8_t* srcDst, int32_t step, Daxi
                                              const DaxiDomainList* domains, const BlobInfo* blobs, int32_t count);
 
 /* Writes `value` into the pixels of the outer boundary of each blob: the points that its perimeter was measured along.
- * `buffer` has DAXI_BlobSelectBufferSize_8u bytes. Arguments and checks as above, with buffer among the pointers, and as
- * the last check a side above 65536 -> 0x1000001a. */
+ * `buffer` has DAXI_BlobSelectBufferSize_8u bytes. Arguments and checks as above, with buffer among the pointers;
+ * checked last: a side above 65536 -> 0x1000001a. */
 DAX_API DaxStatus DAXI_BlobSelect_draw_blob_contour(uint8_t* srcDst, int32_t step, DaxiSize size,
                                                     const DaxiDomainList* domains, const BlobInfo* blobs, int32_t count,
                                                     uint8_t value, void* buffer);

@@ -1,8 +1,9 @@
 /* Blob selection: measures the domains of a labelling, filters, ranks and scores them.
  *
- * For each domain, in label order: basic features, then a cascade of range filters that stops at the first refusal and
- * computes a feature only when a filter or the sort key needs it. At most `maxCount` blobs are kept, the best by the
- * sort key (with flags 0, the first ones). The kept blobs get all remaining features, are sorted, and scored.
+ * For each domain, in label order, selection computes the basic features and then runs a cascade of range filters. The
+ * cascade stops at the first filter that rejects the blob, and computes a feature only when a filter or the sort key
+ * needs it. At most `maxCount` blobs are kept, the best by the sort key (with flags 0, the first ones). For the kept
+ * blobs all remaining features are computed; then they are sorted and scored.
  *
  * Coordinates: pixel centres are integers, x to the right, y down. Features of a blob, with pixels as points:
  *
@@ -10,28 +11,28 @@
  *   rect            upright rectangle of the runs; width and height count pixels
  *   centroid        mean of the pixels, as sum * (1 / area) in single precision; in gray mode weighted by gray value,
  *                   and (0, 0) when the weights sum to 0
- *   perimeter       length of the outer boundary through pixel centres: 1 a straight step, 1.4142135 a diagonal one.
- *                   Holes do not count. An a x b rectangle has 2(a - 1) + 2(b - 1)
+ *   perimeter       length of the outer boundary through pixel centres: 1 for a straight step, 1.4142135 for a diagonal
+ *                   one. Holes do not count. An a x b rectangle has 2(a - 1) + 2(b - 1)
  *   circularity     area / pi / R^2, at most 1. R is the distance from the centroid to the farthest run end; or to the
  *                   farthest contour point, when the contour is traced for perimeter and circularity at once: with both
  *                   filters on, with one of them on and the perimeter as sort key, or when neither filter nor sort key
  *                   asks for one of them. Both give the same where the region does not cut the blob
  *   principalAngle  1/2 atan2(2 Sxy, Sxx - Syy) of the second moments of the pixels about the centroid, radians
- *   box             rectangle of least area around the pixel centres, one side along an edge of their convex hull (of
- *                   equal ones the last found, going round from the topmost, then leftmost centre by increasing angle of
- *                   x towards y). boxWidth >= boxHeight; boxAngle is the direction of the long side in (-pi/2, pi/2], of
- *                   a square's side in (-pi/4, pi/4]. A row of pixels has boxHeight 0
+ *   box             rectangle of minimum area around the pixel centres, with a side along an edge of their convex hull
+ *                   (of equal ones the last, starting at the topmost, then leftmost centre and advancing by increasing
+ *                   angle from x towards y). boxWidth >= boxHeight; boxAngle is the direction of the long side in
+ *                   (-pi/2, pi/2], of a square's side in (-pi/4, pi/4]. A row of pixels has boxHeight 0
  *   rectangularity  area / (boxWidth boxHeight), at most 1
  *   axisRatio       boxHeight / boxWidth, 1 when both are 0
  *   centralBias     distance of box centre and centroid
  *
  * A blob of area <= 1 has perimeter, circularity and rectangularity 1 and principal angle 0.
  *
- * Domains are seen through the region `size`: of runs that reach beyond it only the part inside is measured. A domain
- * outside the region has area 0 and an upright rectangle of no size. Where the region cuts a domain into pieces, the
- * contour is that of the piece with the first pixel, and its length 0 when this is a single pixel.
+ * Domains are clipped to the region `size`. A domain outside the region has area 0 and an upright rectangle of size 0.
+ * Where clipping cuts a domain into pieces, the contour is that of the piece with the first pixel; its length is 0 when
+ * this piece is a single pixel.
  *
- * Results are the same to the last bit on every machine, with any instruction set. */
+ * Results are bit-identical on every machine and with any instruction set. */
 #ifndef DAXI_BLOB_SELECT_H
 #define DAXI_BLOB_SELECT_H
 
@@ -39,7 +40,7 @@
 
 DAX_BEGIN_DECLS
 
-/* Largest maxCount. */
+/* Maximum of maxCount. */
 #define DAXI_BLOB_MAX_COUNT 20000
 
 /* Filters, for BlobSelectCfg.flags. */
@@ -79,8 +80,8 @@ enum {
   DAXI_BLOB_KEY_AXIS_RATIO = 13
 };
 
-/* A blob. 160 bytes. Reserved fields, and fields that a call does not compute, mean nothing afterwards: records move
- * whole when they are ranked. */
+/* A blob. 160 bytes. Reserved fields, and fields that a call does not compute, are undefined afterwards: records are
+ * moved as a whole when they are ranked. */
 typedef struct BlobInfo {
   float area;
   int32_t rectX;      /* pixels */
@@ -111,28 +112,29 @@ typedef struct BlobInfo {
   uint32_t reserved2[9];
 } BlobInfo;
 
-/* An accepted range, both ends included with a slack of 1e-5. */
+/* A range that a filter accepts. Both ends are inclusive, with a slack of 1e-5. */
 typedef struct DaxiRange {
   float min;
   float max;
 } DaxiRange;
 
-/* An accepted range with the weight of its feature in the score. */
+/* A range that a filter accepts, with the weight of the feature in the score. */
 typedef struct DaxiWeightedRange {
   float min;
   float max;
   float weight; /* 0..1 */
 } DaxiWeightedRange;
 
-/* Configuration. 184 bytes. A range counts only when its filter is among the flags; the weights are checked always.
+/* Configuration. 184 bytes. A range is used and checked only when its filter is among the flags; the weights are always
+ * checked.
  *
  * Score: each active filter with range [a, b] and weight w adds w (1 - |2 v / (a + b + 1.1920929e-7) - 1|); for the box
  * angle v is angle + pi/2 and pi is added to a + b. The sum is divided by the sum of the active weights.
- * A score is 1 in the middle of all ranges and can be any number outside; a range that is infinite, or whose ends add up
- * to 0, gives it no meaning. */
+ * A score is 1 in the middle of all ranges and unbounded outside them. A range that is infinite, or whose ends add up
+ * to 0, makes the score meaningless. */
 typedef struct BlobSelectCfg {
-  uint32_t grayMode; /* 0: binary features; else area and centroid weighted by the gray image */
-  int32_t maxCount;  /* most blobs kept, 1..20000 */
+  uint32_t grayMode; /* 0: binary features; else area and centroid are weighted by the gray image */
+  int32_t maxCount;  /* maximum number of blobs kept, 1..20000 */
   uint32_t flags;    /* DAXI_BLOB_BY_..., ored; at most 0x1FFFF */
   DaxiRange area;    /* 0 <= min <= max, as the next three */
   DaxiRange perimeter;
@@ -156,7 +158,7 @@ typedef struct BlobSelectCfg {
   DaxiWeightedRange boxAngle; /* radians; min <= max, as the next two */
   DaxiWeightedRange rectWidth;
   DaxiWeightedRange rectHeight;
-  const uint8_t* mask;  /* optional, for filter 0x800: covers the region; zero is outside */
+  const uint8_t* mask;  /* optional, for filter 0x800: covers the region; pixels with 0 are outside */
   int32_t maskStep;     /* bytes; at least 0 when there is a mask */
   int32_t outsideLimit; /* at least 0 when flag 0x800 is set */
 } BlobSelectCfg;
@@ -176,16 +178,16 @@ DAX_API DaxStatus DAXI_BlobSelectBufferSize_8u(DaxiSize size, uint64_t* bytes);
 /* Selects blobs.
  *
  *   gray, grayStep     gray image, step in bytes; read in gray mode
- *   image2, step2      second image; checked, and kept for later use: this version reads nothing from it
+ *   image2, step2      second image; checked but not read in this version
  *   size               region, sides 1..65536
  *   domains            result of a labelling
- *   domainCount        how many domains to examine, in label order: 1..number of domains
+ *   domainCount        number of domains to examine, in label order: 1..number of domains
  *   result             result->array is the caller's; on success count and domains are written
  *   cfg                configuration
  *   buffer             work buffer, at least DAXI_BlobSelectBufferSize_8u bytes, aligned as by malloc
  *
- * Equal sort keys come out by label, ascending, in both orders. DAXI_BLOB_UNSORTED keeps the largest areas and the
- * order in which they were found, a blob that displaced another standing in its place.
+ * Blobs with equal sort keys are ordered by ascending label in both orders. DAXI_BLOB_UNSORTED keeps the blobs of
+ * largest area in the order in which they were found; a blob that replaced another one has its place.
  *
  * Checks, in order:
  *   domains (or the arrays inside), result, result->array, cfg or buffer null   0x10000014
@@ -193,41 +195,41 @@ DAX_API DaxStatus DAXI_BlobSelectBufferSize_8u(DaxiSize size, uint64_t* bytes);
  *   a side above 65536                                                          0x1000001a
  *   maxCount, flags, ranges of the set flags, outside limit, weights, sort order, sort key, mask step   0x10000019
  *   domainCount < 1 or above the number of domains                              0x10000019
- * A failed call writes nothing. Records beyond result->count may have been used as scratch. Thread-safe for distinct
+ * A failed call writes nothing. Records beyond result->count may be used as scratch. Thread-safe for distinct
  * results and buffers. */
 DAX_API DaxStatus DAXI_BlobSelect_8u_C1R(const uint8_t* gray, int32_t grayStep, const uint8_t* image2, int32_t step2,
                                          DaxiSize size, const DaxiDomainList* domains, int32_t domainCount,
                                          BlobSelectResult* result, const BlobSelectCfg* cfg, void* buffer);
 
-/* As DAXI_BlobSelect_8u_C1R for all domains, without the second image. A list without domains gives no blobs and
- * success. */
+/* As DAXI_BlobSelect_8u_C1R for all domains, without the second image. For a list without domains it
+ * succeeds with no blobs. */
 DAX_API DaxStatus DAXI_BlobSelectV2_8u_C1R(const uint8_t* gray, int32_t grayStep, DaxiSize size,
                                            const DaxiDomainList* domains, BlobSelectResult* result,
                                            const BlobSelectCfg* cfg, void* buffer);
 
-/* Selection by area and upright rectangle alone: no contour, no box. Writes area, rect, centroid, domain, label, class
- * and score; the other features are left as they are. Filters, order and ties as DAXI_BlobSelect_8u_C1R, without the
+/* Selection by area and upright rectangle only, without contour and box. Writes area, rect, centroid, domain, label,
+ * class and score; the other fields are not changed. Filters, order and ties as DAXI_BlobSelect_8u_C1R, without the
  * second image. Flags other than area, rect width and rect height, and sort keys other than area, centroid and rect ->
- * 0x10000019, checked after the configuration. Takes the same work buffer. */
+ * 0x10000019, checked after the configuration. The work buffer is the same. */
 DAX_API DaxStatus DAXI_FastBlobSelect_8u_C1R(const uint8_t* gray, int32_t grayStep, DaxiSize size,
                                              const DaxiDomainList* domains, int32_t domainCount,
                                              BlobSelectResult* result, const BlobSelectCfg* cfg, void* buffer);
 
-/* Third version: adds filter 0x800, the last of the cascade. It counts the outside pixels of a blob into borderPixels
- * and accepts it when they are at most outsideLimit. With a mask these are the blob's pixels at which the mask is zero.
- * Without one they are the pixels on the border of the region: every pixel in the first and the last row, and in other
- * rows one for a run that starts in the first column and one for a run that ends in the last. All else as
- * DAXI_BlobSelect_8u_C1R. */
+/* Third version: adds filter 0x800, the last of the cascade. It stores the number of outside pixels of a blob in
+ * borderPixels and accepts the blob when there are at most outsideLimit. With a mask these are the blob's pixels at
+ * which the mask is 0. Without a mask they are the pixels on the border of the region: every pixel in the first and the
+ * last row, and in other rows one for a run that starts in the first column and one for a run that ends in the last.
+ * Otherwise as DAXI_BlobSelect_8u_C1R. */
 DAX_API DaxStatus DAXI_BlobSelectV3BufferSize_8u(DaxiSize size, uint64_t* bytes);
 DAX_API DaxStatus DAXI_BlobSelectV3_8u_C1R(const uint8_t* gray, int32_t grayStep, const uint8_t* image2, int32_t step2,
                                            DaxiSize size, const DaxiDomainList* domains, int32_t domainCount,
                                            BlobSelectResult* result, const BlobSelectCfg* cfg, void* buffer);
 
-/* On the host's pool, with the result of the single-threaded form byte for byte. `threads` is the number of workers
- * that the pool has; with fewer than 2, or pool null, the call runs on its own thread. The work buffer has the size
- * that the _MT query gives for the same number of threads. The host's status is returned; where that is a failure, the
- * records of the result hold nothing of use. Queries and calls check as their single-threaded forms do; a size beyond
- * 2^63 - 1 -> 0x10000015. */
+/* On the host's pool; the result is that of the single-threaded form byte for byte. `threads` is the number of workers
+ * of the pool; with fewer than 2, or with pool null, the call runs on the calling thread. The work buffer has the size
+ * that the _MT query returns for the same number of threads. The calls return the host's status; where that is a
+ * failure, the records of the result are undefined. Checks as the single-threaded forms; a size above 2^63 - 1 ->
+ * 0x10000015. */
 DAX_API DaxStatus DAXI_BlobSelectBufferSize_8u_MT(DaxiSize size, uint32_t threads, uint64_t* bytes);
 DAX_API DaxStatus DAXI_BlobSelect_8u_C1R_MT(const uint8_t* gray, int32_t grayStep, const uint8_t* image2, int32_t step2,
                                             DaxiSize size, const DaxiDomainList* domains, int32_t domainCount,

@@ -1,8 +1,8 @@
-/* Calipers: edges across a narrow region, to a fraction of a pixel.
+/* Calipers: positions of edges across a narrow region, to a fraction of a pixel.
  *
- * The region is sampled into a profile along its search direction, every value the mean of the samples across it. The
- * profile is filtered with a derivative of a Gaussian; local extrema of the response beyond a contrast threshold are
- * edges; these are scored by criteria and ranked.
+ * The region is sampled into a profile along its search direction; every value is the mean of the samples across it.
+ * The profile is filtered with a derivative of a Gaussian. Local extrema of the response beyond a contrast threshold
+ * are the edges, which are scored by criteria and ranked.
  *
  * Regions. With round2(v) = floor(v + 0.5) and up to the next even number (no further for a height of 1), a region has
  *   width' = round2(width) columns and height' = round2(height) rows of samples, one pixel apart.
@@ -16,25 +16,27 @@
  * k - height' / 2, its columns j at j - (width' - 1) / 2. So in an annulus projection 1 searches radially, 0 along the
  * arc. n is the length of the profile.
  *
- * Samples are bilinear, at positions rounded to 1/2048 pixel and moved into the image where they lie outside (which
- * repeats the edge pixels); values are rounded to 1/256 grey level. A position on the profile is in pixels from the
+ * Samples are bilinear, at positions rounded to 1/2048 pixel and clamped to the image (which repeats the edge
+ * pixels); values are rounded to 1/256 grey level. A position on the profile is in pixels from the
  * centre, and its image point centre + position * direction; in an annulus it is radius - mean radius, or the length of
  * the arc at the mean radius.
  *
- * Masked forms (C1RM): samples that a pixel with mask 0 goes into are left out of the mean of their profile value. A value
- * without any sample takes that of the nearest one that has some, of two equally near ones the lower, and is no edge.
+ * Masked forms (C1RM): samples to which a pixel with mask 0 contributes are excluded from the mean of their profile
+ * value. A profile value without samples takes the value of the nearest one that has some (of two equally near ones
+ * that of lower index), and is not an edge.
  *
- * Filter. K = 2 * filterHalfWidth + 1, or where the profile is shorter the largest odd length not above n, at least 3.
- *   response(i) = sum over k of kernel(k) * profile(i - h + k), h = (K - 1) / 2, the ends repeated.
- * It is positive where the profile falls, negative where it rises. The kernels of K = 3 to 11 are fixed; their
- * positive side has a sum of 1, so that the peak response to a step is its height. Longer ones are central differences
- * (one-sided at the ends), times 0.5, of a Gaussian of sigma 0.16667 (K - 1) whose sum is 1: their positive side has a sum of
- * 0.186 for K = 13 down to 0.024 for K = 101, and the threshold must be as much lower. Positions do not depend on it.
+ * Filter. K = 2 * filterHalfWidth + 1, or where the profile is shorter the largest odd length up to n, at least 3.
+ *   response(i) = sum over k of kernel(k) * profile(i - h + k), h = (K - 1) / 2, with the end values repeated.
+ * It is positive where the profile falls, negative where it rises. The kernels of K = 3 to 11 are fixed; their positive
+ * side sums to 1, so that the peak response to a step is its height. Longer kernels are central differences (one-sided
+ * at the ends), times 0.5, of a Gaussian of sigma 0.16667 (K - 1) whose sum is 1. Their positive side sums to 0.186 for
+ * K = 13 down to 0.024 for K = 101, and the threshold must be lower in proportion. Positions do not depend on this
+ * scale.
  *
  * Edges, for i = 1..n - 2, with response r, threshold t, e = 1.1920929e-7:
  *   2, light to dark: t - r(i) < e, r(i) - r(i-1) > e, r(i+1) - r(i) < e
  *   1, dark to light: r(i) + t < e, r(i) - r(i-1) < e, r(i+1) - r(i) > e
- * With polarity 3 both, 2 first. With a, b, c = r(i-1), r(i), r(i+1) and d = 2 b - (a + c), the offset is
+ * With polarity 3 both are tested, 2 first. With a, b, c = r(i-1), r(i), r(i+1) and d = 2 b - (a + c), the offset is
  * (c - a) / 2 / d, or 0 where |d| <= 0.001; the position is i - n / 2 + offset, the peak b + (c - a) / 4 * offset.
  *
  * Score: the product of the factors of the active criteria, and with k > 1 of them its k-th root. Of a value v with
@@ -45,8 +47,9 @@
  * 1.1920929e-7 by index. The first `maxEdges` are returned. With edgeChoice k >= 1 only the k-th edge along the
  * profile, or the last where there are fewer, is returned, without scoring (score 1).
  *
- * Arithmetic is single precision in the order of the formulas, samples and their sums whole numbers: the same to the last
- * bit on every machine, with any instruction set and number of threads. Thread-safe. Steps count elements.
+ * Samples and their sums are integers; all other arithmetic is single precision in the order of the formulas. Results
+ * are bit-identical on every machine, with any instruction set and number of threads. Thread-safe. Steps count
+ * elements.
  *
  * Checks, in order:
  *   src, mask, region, cfg, result or profile (V1), an array of the last two but
@@ -61,7 +64,7 @@
  *   outside the image                                                                 0x1000002d
  *   V1: capacity of the profile arrays below n; V2: number of regions < 1             0x10000019
  *   _IS: isa of the configuration negative                                            0x1000001c
- * A failed call writes nothing but the buffer. A NaN passes none of these checks. Regions may reach outside the image. */
+ * A failed call writes nothing but the buffer. A NaN fails these checks. Regions may extend beyond the image. */
 #ifndef DAXI_CALIPER_H
 #define DAXI_CALIPER_H
 
@@ -154,7 +157,7 @@ typedef struct CaliperEdgeCfg {
   float minScore; /* >= 0 */
 } CaliperEdgeCfg;
 
-/* What was found. The caller provides the arrays, with room for `maxEdges`; a call writes `count`. */
+/* The edges found. The caller provides the arrays, with room for `maxEdges`; a call writes `count`. */
 typedef struct CaliperEdgeResult {
   CaliperEdge* edges;
   DaxiPoint32f* points; /* of the edges in the image; may be null */
@@ -162,7 +165,7 @@ typedef struct CaliperEdgeResult {
 } CaliperEdgeResult;
 
 /* Profile and response, for plots. The caller provides the arrays and their capacity, at least n; a call writes
- * `length` = n, the kernel it has used is `kernelLength` long. */
+ * `length` = n and the length of the kernel it has used. */
 typedef struct CaliperProfile {
   float* profile;
   float* response;
@@ -171,8 +174,8 @@ typedef struct CaliperProfile {
   int32_t kernelLength;
 } CaliperProfile;
 
-/* Work-buffer need: grows with the larger of width' and height', whatever the projection. It is that of masked and
- * unmasked, _IS and NEON members alike.
+/* Bytes of work buffer, for either projection; proportional to the larger of width' and height'. The same for masked
+ * and unmasked, _IS and NEON members.
  *
  * Checks, in order: region or bytes null -> 0x10000014; region impossible in any image -> 0x1000002d. */
 DAX_API DaxStatus DAXI_CalipEdgeDetectBufferSize_8u(const CaliperBox* box, uint64_t* bytes);
@@ -183,7 +186,7 @@ DAX_API DaxStatus DAXI_CalipEdgeDetectRhomboidV1BufferSize_8u(const CaliperRhomb
 DAX_API DaxStatus DAXI_CalipEdgeDetectAnnulusBufferSize_8u(const CaliperAnnulus* annulus, uint64_t* bytes);
 DAX_API DaxStatus DAXI_CalipEdgeDetectAnnulusV1BufferSize_8u(const CaliperAnnulus* annulus, uint64_t* bytes);
 
-/* Of many regions: the largest need of one, for each thread (0 counts as 1).
+/* Bytes for many regions: for each thread (0 counts as 1) those of the region that needs most.
  *
  * Checks, in order: regions or bytes null -> 0x10000014; count < 1 -> 0x10000019; a region impossible in any image ->
  * 0x1000002d; too large for 64 bits -> 0x10000015. */
@@ -195,7 +198,7 @@ DAX_API DaxStatus DAXI_CalipEdgeDetectAnnulusV2BufferSize_8u(const CaliperAnnulu
                                                              uint32_t threads, uint64_t* bytes);
 
 /* Box. _IS members take the instruction set from the configuration, NEON members use NEON where the library has it (and
- * the portable kernels elsewhere), the others ask the processor. Results are the same. */
+ * the portable kernels elsewhere), the others detect the processor. Results are the same. */
 DAX_API DaxStatus DAXI_CalipEdgeDetect_8u_C1R(const uint8_t* src, int32_t srcStep, DaxiSize size, const CaliperBox* box,
                                               const CaliperEdgeCfg* cfg, CaliperEdgeResult* result, void* buffer);
 DAX_API DaxStatus DAXI_CalipEdgeDetect_8u_C1R_IS(const uint8_t* src, int32_t srcStep, DaxiSize size,
@@ -240,8 +243,8 @@ DAX_API DaxStatus DAXI_CalipEdgeDetectV1_8u_C1RM_NEON(const uint8_t* src, int32_
                                                       const CaliperEdgeCfg* cfg, CaliperEdgeResult* result,
                                                       CaliperProfile* profile, void* buffer);
 
-/* V2: many boxes with one configuration, results[i] for boxes[i]. They are shared out to `pool` where it is not null,
- * threads > 1 and the host exports one; otherwise one after the other, with the same result. */
+/* V2: many boxes with one configuration, results[i] for boxes[i]. They run on `pool` where it is not null, threads > 1
+ * and the host exports one; otherwise one after the other, with the same result. */
 DAX_API DaxStatus DAXI_CalipEdgeDetectV2_8u_C1R(const uint8_t* src, int32_t srcStep, DaxiSize size,
                                                 const CaliperBox* boxes, int32_t count, const CaliperEdgeCfg* cfg,
                                                 CaliperEdgeResult* results, void* buffer, uint32_t threads, void* pool);

@@ -1,9 +1,8 @@
 /* Pairs of edges: stripes, gaps and widths.
  *
- * A pair caliper measures as a caliper does (caliper.h), finds the edges of both polarities and combines any two of them,
- * the first one before the second along the profile, whose polarities match: `polarity` 1 dark to light and then light to
- * dark, 2 the reverse, 3 any. Pairs are taken in the order of their first edges, with one first edge that of the nearest
- * second one first.
+ * A pair caliper measures a region like a caliper (caliper.h), finds the edges of both polarities, and combines any two
+ * edges in the order of the profile whose polarities match: `polarity` 1 dark to light and then light to dark, 2 the
+ * reverse, 3 any. Pairs are ordered by their first edges, pairs with the same first edge by the distance of the second.
  *
  *   width     distance of the two positions      contrast  sum of the two |peak|
  *   position  middle of the two positions        gray      sum of the two grays
@@ -17,16 +16,16 @@
  *   0x10   positionNormNeg  position / E
  *   0x20   sizeNorm         width / E
  *   0x40   sizeDiffNorm     |width - E| / E
- *   0x80   sizeDiffAsym     (width - E) / E, below 0 with the ramp sizeDiffBelow, else with sizeDiffAbove
+ *   0x80   sizeDiffAsym     (width - E) / E, with the ramp sizeDiffBelow below 0, else with sizeDiffAbove
  *   0x100  straddle         1 where one edge lies on either side of the centre (or on it), else 0
- * With k > 1 active criteria the score is the k-th root of the product. Of the pairs with a score of at least minScore the best
- * `maxPairs` are returned, highest first, of equal ones the one with the lower index of its first, then of its second edge.
- * With pairChoice k >= 1 only the k-th pair in the order above, or the last where there are fewer, is returned, without
- * scoring (score 1). Time grows with the square of the number of edges.
+ * With k > 1 active criteria the score is the k-th root of the product. Of the pairs with a score of at least minScore
+ * the best `maxPairs` are returned, highest first; equal scores are ordered by the index of the first, then the second
+ * edge. With pairChoice k >= 1 only the k-th pair in the order above, or the last where there are fewer, is returned,
+ * without scoring (score 1). Time grows with the square of the number of edges.
  *
- * Checks are as of DAXI_CalipEdgeDetect_8u_C1R, with these differences in the configuration: maxPairs for maxEdges; the criteria in
- * the order above, of sizeDiffAsym both ramps; flags 0 or above 1023; with a flag of 0xF8, expectedWidth < 1.1920929e-7;
- * minScore < 0. Members and size queries correspond one to one. */
+ * Checks as DAXI_CalipEdgeDetect_8u_C1R, with these differences in the configuration: maxPairs instead of maxEdges; the
+ * criteria in the order above, for sizeDiffAsym both ramps; flags 0 or above 1023; with a flag of 0xF8, expectedWidth <
+ * 1.1920929e-7; minScore < 0. Members and size queries correspond one to one. */
 #ifndef DAXI_CALIPER_PAIR_H
 #define DAXI_CALIPER_PAIR_H
 
@@ -85,10 +84,10 @@ typedef struct CaliperEdgePairCfg {
   float minScore; /* >= 0 */
 } CaliperEdgePairCfg;
 
-/* What was found. The caller provides the arrays, with room for `maxPairs`; a call writes `count`. */
+/* The pairs found. The caller provides the arrays, with room for `maxPairs`; a call writes `count`. */
 typedef struct CaliperEdgePairResult {
   CaliperEdgePair* pairs;
-  DaxiPoint32f* points; /* two a pair, of its first and its second edge, in the image; may be null */
+  DaxiPoint32f* points; /* in the image: two for each pair, of its first and its second edge; may be null */
   int32_t count;
 } CaliperEdgePairResult;
 
@@ -109,7 +108,7 @@ DAX_API DaxStatus DAXI_CalipEdgePairDetectAnnulusV2BufferSize_8u(const CaliperAn
                                                                  uint32_t threads, uint64_t* bytes);
 
 /* Box. _IS members take the instruction set from the configuration, NEON members use NEON where the library has it (and
- * the portable kernels elsewhere), the others ask the processor. Results are the same. */
+ * the portable kernels elsewhere), the others detect the processor. Results are the same. */
 DAX_API DaxStatus DAXI_CalipEdgePairDetect_8u_C1R(const uint8_t* src, int32_t srcStep, DaxiSize size,
                                                   const CaliperBox* box, const CaliperEdgePairCfg* cfg,
                                                   CaliperEdgePairResult* result, void* buffer);

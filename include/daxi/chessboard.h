@@ -1,17 +1,17 @@
 /* Chessboard corners: the inner corners of a printed board of known size, in an 8-bit image. Refine them with
  * DAXI_ChessboardCornerGetSubpix_8u_C1R (chessboard_subpix.h).
  *
- * The image is binarised and eroded 1, 2, ... times, until its dark squares come apart; squares that touch corner to
- * corner are linked; a group of linked squares whose corners form exactly the asked grid is the board. A shared corner
- * is half way between the two squares' corners, and a few pixels off, the more the more often the image was eroded:
- * about half an erosion up and left on average, up to 3 pixels on sharp boards.
+ * The image is binarised and eroded 1, 2, ... times, until its dark squares separate. Squares that touch corner to
+ * corner are linked; a group of linked squares whose corners form exactly the requested grid is the board. A shared
+ * corner is halfway between the corners of the two squares. Its error grows with the number of erosions: about half a
+ * pixel up and left for each on average, up to 3 pixels on sharp boards.
  *
- * Corners come row by row. The first row is the one nearest the top of the image, and rows run so that turning from the
- * direction of the rows to that of the columns is turning from x to y: boards seen in a mirror are read backwards.
+ * Corners are ordered row by row. The first row is the one nearest the top of the image. The turn from the direction of
+ * the rows to that of the columns has the sense of the turn from x to y, so that mirrored boards are read backwards.
  *
- * Single dark squares that touch the board from outside are left out. Where a further row or column of squares touches
- * it, most of it or all, the board is larger than the asked one, and is not found: no corner would be sure to be the same
- * one in the next image. */
+ * Single dark squares that touch the board from outside are ignored. Where more than half of a further row or column of
+ * squares touches it, the board is larger than the requested one and is not found: its corners could not be identified
+ * reliably from image to image. */
 #ifndef DAXI_CHESSBOARD_H
 #define DAXI_CHESSBOARD_H
 
@@ -27,14 +27,14 @@ typedef struct ChessboardPatternSize {
   int32_t rows;    /* corners in a column */
 } ChessboardPatternSize;
 
-/* How dark pixels are told. */
+/* Which pixels are dark. */
 enum {
   DAXI_CHESSBOARD_OTSU = 0,      /* below the Otsu level of the image */
   DAXI_CHESSBOARD_LOCAL_MEAN = 1 /* more than 3 grey levels below the mean of the surroundings, a window of 8 to 128
-                                    pixels by the size of the image; for uneven light */
+                                    pixels, depending on the size of the image; for uneven light */
 };
 
-/* Bytes of work buffer. Has no upper limit on the board.
+/* Bytes of work buffer. The size of the board has no upper limit here.
  *
  * Checks, in order: bytes null -> 0x10000014; width or height below 64 or above 65536 -> 0x1000001a; columns or rows
  * below 2 -> 0x10000019; a size that does not fit a signed 64-bit integer -> 0x10000015. Thread-safe. */
@@ -46,10 +46,10 @@ DAX_API DaxStatus DAXI_ChessboardCornerBufferSize_8u(DaxiSize size, ChessboardPa
  *   size            region, sides 64..65536
  *   pattern         inner corners, columns and rows each 2..25. A board of 2 x 2 has too few squares to be found.
  *   corners         receives columns * rows points, in pixels; undefined where no board was found
- *   cornerCount     receives columns * rows when a group of squares had the board's shape, else 0
- *   found           receives 1 or 0. A corner that is not more than 8 pixels inside the image makes it 0.
+ *   cornerCount     receives columns * rows when a group of squares had the shape of the board, else 0
+ *   found           receives 1 or 0; 0 if a corner is not more than 8 pixels inside the image
  *   thresholdMode   DAXI_CHESSBOARD_OTSU or DAXI_CHESSBOARD_LOCAL_MEAN
- *   maxLevel        erosions to try, 1..18; 8 are enough
+ *   maxLevel        maximum number of erosions, 1..18; 8 are enough
  *   buffer          at least the queried bytes, aligned as by malloc
  *
  * Checks, in order:

@@ -1,17 +1,16 @@
-// The cascade: which features to compute and which ranges to test, in which order.
-#include "measure/blob/blob_select.h"
+#include "measure/blob/blob_cascade.h"
 
 namespace dax {
 namespace {
 
-constexpr float kSlack = 1e-5f;
+constexpr float kSlack = 1e-5f;  // of both ends of a range, as documented
 
 template <class Range>
 bool inRange(float value, const Range& range) {
   return value >= range.min - kSlack && value <= range.max + kSlack;
 }
 
-// A feature against its range.
+// Tests a feature against its range.
 template <auto feature, auto range>
 bool test(const SelectContext& context, BlobInfo& blob) {
   return inRange(static_cast<float>(blob.*feature), context.cfg.*range);
@@ -32,7 +31,7 @@ bool inAreaRange(int64_t area, int32_t min, int32_t max) {
   return min <= max ? area >= min && area <= max : area > min || area < max;
 }
 
-// Areas are below 2^33, so that they fit a 64-bit integer.
+// Areas are below 2^33 and so fit a 64-bit integer.
 bool testWholeArea(const SelectContext& c, BlobInfo& b) {
   const auto area = static_cast<int64_t>(b.area);
   const BlobSelectV4Cfg& v4 = *c.rules.v4;
@@ -45,7 +44,7 @@ bool testOutsidePixels(const SelectContext& c, BlobInfo& b) {
                     : DAXI_BlobSelect_by_out_pixel_num_roi_rect(&c, &b);
 }
 
-// A calculator as a step that refuses nothing.
+// A calculator as a step that accepts every blob.
 template <auto calculate>
 bool compute(const SelectContext& context, BlobInfo& blob) {
   calculate(&context, &blob);
@@ -63,7 +62,7 @@ void addBasicTests(uint32_t flags, const SelectRules& rules, Cascade& cascade) {
   if (flags & DAXI_BLOB_BY_RECT_HEIGHT) cascade.test(kTestRectHeight);
 }
 
-// Circularity comes from the contour where the contour is traced anyway to rank or to test both, else from the runs.
+// Circularity is measured on the contour where the contour is traced anyway to rank or test by both, else on the runs.
 void addContourSteps(uint32_t flags, uint32_t key, Cascade& cascade) {
   const bool byPerimeter = flags & DAXI_BLOB_BY_PERIMETER, byCircularity = flags & DAXI_BLOB_BY_CIRCULARITY;
   const bool ranksByPerimeter = key == DAXI_BLOB_KEY_PERIMETER, ranksByCircularity = key == DAXI_BLOB_KEY_CIRCULARITY;

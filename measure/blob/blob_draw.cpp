@@ -4,7 +4,7 @@
 
 #include "frame/check.h"
 #include "frame/rows.h"
-#include "measure/blob/blob_select.h"
+#include "measure/blob/blob_context.h"
 
 namespace dax {
 namespace {

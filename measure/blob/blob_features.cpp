@@ -1,18 +1,22 @@
-// Features of single blobs.
+#include "measure/blob/blob_features.h"
+
+#include <algorithm>
 #include <cmath>
 
 #include "frame/math.h"
 #include "frame/rows.h"
-#include "measure/blob/blob_select.h"
+#include "geometry/enclose_box.h"
+#include "measure/region/contour.h"
+#include "measure/region/domain_hull.h"
 
 namespace dax {
 namespace {
 
 constexpr float kOneOverPi = 0.31830987f;
 constexpr float kOneOver255 = 0.003921569f;
-constexpr float kDiagonal = 1.4142135f;
+constexpr float kDiagonal = 1.4142135f;  // root of 2
 
-// Zeroth and first moments, weighted by one or by gray value.
+// Zeroth and first moments; all pixels weigh 1, or their gray value.
 struct Moments {
   uint64_t mass = 0;
   uint64_t x = 0;
@@ -37,7 +41,7 @@ void addGrayRun(Moments& m, RunSpan run, const uint8_t* row) {
   m.y += mass * static_cast<uint64_t>(run.row);
 }
 
-// Upright extent of the runs seen so far.
+// Upright bounding box of the runs seen so far.
 struct Extent {
   int32_t left = INT32_MAX, right = -1, top = -1, bottom = -1;
   void add(RunSpan run) {
@@ -70,7 +74,7 @@ void setGrayMoments(const Moments& m, BlobInfo& blob) {
   blob.centroidY = m.mass == 0 ? 0 : static_cast<float>(static_cast<double>(m.y) / mass);
 }
 
-// Area of the blob relative to the disc of this radius around its centroid, at most 1.
+// Area of the blob relative to that of a disc with this squared radius, at most 1.
 float circularity(float area, float radius2) {
   const float disc = area * kOneOverPi;
   return disc >= radius2 ? 1 : disc / radius2;
@@ -80,7 +84,7 @@ float square(float v) {
   return v * v;
 }
 
-// A contour of the largest image can have more than 2^31 steps.
+// Length and radius of a contour. The largest image can have one of more than 2^31 steps.
 struct ContourMeasure {
   int64_t steps = 0;
   int64_t diagonal = 0;
@@ -195,7 +199,7 @@ void DAXI_BlobSelect_calculate_principal_axis_angle(const dax::SelectContext* co
 
 void DAXI_BlobSelect_calculate_base_on_box(const dax::SelectContext* context, BlobInfo* blob) {
   const dax::DomainView view = context->view(*blob);
-  const DaxiRotatedBox box = dax::encloseBox(context->hull, dax::domainHull(view, context->hull), DAXI_BOX_LEAST_AREA);
+  const DaxiRotatedBox box = dax::encloseBox(context->hull, dax::domainHull(view, context->hull), DAXI_BOX_MIN_AREA);
   blob->boxX = box.x;
   blob->boxY = box.y;
   blob->boxWidth = blob->longAxis = box.width;

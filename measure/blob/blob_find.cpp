@@ -1,4 +1,4 @@
-// Labelling into memory of the caller's.
+// Labelling into the caller's memory, and the exports of all forms of labelling.
 #include "measure/blob/blob_find.h"
 
 #include <algorithm>
@@ -7,8 +7,9 @@
 #include "frame/check.h"
 #include "frame/rows.h"
 #include "measure/blob/blob_label.h"
+#include "measure/blob/blob_model.h"
 #include "measure/blob/blob_scan.h"
-#include "measure/blob/domain_runs.h"
+#include "measure/region/domain_runs.h"
 
 static_assert(sizeof(DomainRun) == 16 && offsetof(DomainRun, cls) == 6 && offsetof(DomainRun, next) == 12);
 static_assert(sizeof(DaxiDomain) == 24 && sizeof(DaxiDomainList) == 32);
@@ -16,15 +17,15 @@ static_assert(sizeof(DaxiDomain) == 24 && sizeof(DaxiDomainList) == 32);
 namespace dax {
 namespace {
 
-// As many pixels as can lie apart from each other.
-uint64_t mostDomains(DaxiSize size, int32_t connectivity) {
+// The largest number of pixels no two of which touch.
+uint64_t maxDomains(DaxiSize size, int32_t connectivity) {
   const auto w = static_cast<uint64_t>(size.width), h = static_cast<uint64_t>(size.height);
   return isFourConnected(connectivity) ? (w * h + 1) / 2 : ((w + 1) / 2) * ((h + 1) / 2);
 }
 
-// A run that touches nothing above it gets a label. Joined domains leave labels unused, so that these can be more than
-// the domains; the bound is reached.
-uint64_t mostLabels(DaxiSize size, int32_t connectivity) {
+// Upper bound of the labels. A run that touches no run above gets a new label. Labels of joined domains are not reused,
+// so that there can be more labels than domains.
+uint64_t maxLabels(DaxiSize size, int32_t connectivity) {
   const auto longSide = static_cast<uint64_t>(std::max(size.width, size.height)) + 1;
   const auto shortSide = static_cast<uint64_t>(std::min(size.width, size.height));
   if (shortSide == 1) return longSide / 2 + 1;
@@ -57,8 +58,8 @@ const DaxiDomainList* findDomains(const uint8_t* src, int32_t srcStep, DaxiSize 
 
 FindNeed maskNeed(DaxiSize size, int32_t connectivity) {
   const auto rows = static_cast<uint64_t>(size.height);
-  return {rows * static_cast<uint64_t>(MaskScan::mostRuns(size.width)), mostLabels(size, connectivity),
-          mostDomains(size, connectivity)};
+  return {rows * static_cast<uint64_t>(MaskScan::maxRuns(size.width)), maxLabels(size, connectivity),
+          maxDomains(size, connectivity)};
 }
 
 FindNeed classNeed(DaxiSize size) {
@@ -80,7 +81,7 @@ const DaxiDomainList* findClassDomains(const uint8_t* src, int32_t srcStep, Daxi
 
 namespace {
 
-// Run indices end at DAXI_RUN_END - 1.
+// The largest run index is DAXI_RUN_END - 1.
 bool classesFit(DaxiSize size) {
   return sidesFitRuns(size) && classNeed(size).runs < DAXI_RUN_END;
 }
@@ -111,6 +112,21 @@ DaxStatus findMask(const uint8_t* src, int32_t step, DaxiSize size, int32_t conn
 DaxStatus findClasses(const uint8_t* src, int32_t step, DaxiSize size, int32_t connectivity, void* model,
                       const DaxiDomainList** domains, void* buffer, int32_t isa) {
   return find(findClassDomains, src, step, size, classesFit(size), connectivity, model, domains, buffer, isa);
+}
+
+DaxStatus checkModel(const uint8_t* src, int32_t step, DaxiSize size, DaxiBlobModel** model,
+                     const DaxiDomainList** domains) {
+  DAX_REQUIRE(src && model && domains, DAX_STS_NULL_POINTER);
+  DAX_REQUIRE(sidesFitRuns(size), DAX_STS_BAD_SIZE);
+  DAX_REQUIRE(rowFits(size.width, step), DAX_STS_BAD_STEP);
+  return DAX_STS_OK;
+}
+
+DaxStatus destroy(DaxiBlobModel** model) {
+  DAX_REQUIRE(model, DAX_STS_NULL_POINTER);
+  destroyModel(*model);
+  *model = nullptr;
+  return DAX_STS_OK;
 }
 
 }  // namespace
@@ -170,6 +186,31 @@ DaxStatus DAXI_BlobFindMultiCls_8u_C1IR(uint8_t* srcDst, int32_t step, DaxiSize 
 DaxStatus DAXI_BlobFindMultiCls_8u_C1IR_IS(uint8_t* srcDst, int32_t step, DaxiSize size, int32_t connectivity,
                                            void* model, const DaxiDomainList** domains, void* buffer, int32_t isa) {
   return dax::findClasses(srcDst, step, size, connectivity, model, domains, buffer, isa);
+}
+
+DaxStatus DAXI_BlobFindV2_8u_C1R(const uint8_t* src, int32_t srcStep, DaxiSize size, int32_t connectivity,
+                                 DaxiBlobModel** model, const DaxiDomainList** domains) {
+  DAX_REQUIRE_OK(dax::checkModel(src, srcStep, size, model, domains));
+  return dax::labelIntoNewModel(src, srcStep, size, connectivity, model, domains);
+}
+
+DaxStatus DAXI_BlobFindV2_8u_C1IR(uint8_t* srcDst, int32_t step, DaxiSize size, int32_t connectivity,
+                                  DaxiBlobModel** model, const DaxiDomainList** domains) {
+  return DAXI_BlobFindV2_8u_C1R(srcDst, step, size, connectivity, model, domains);
+}
+
+DaxStatus DAXI_BlobFindV3_8u_C1IR(uint8_t* srcDst, int32_t step, DaxiSize size, int32_t connectivity,
+                                  DaxiBlobModel** model, const DaxiDomainList** domains) {
+  DAX_REQUIRE_OK(dax::checkModel(srcDst, step, size, model, domains));
+  return dax::labelIntoModel(srcDst, step, size, connectivity, model, domains);
+}
+
+DaxStatus DAXI_BlobFindV2DestroyModel_8u(DaxiBlobModel** model) {
+  return dax::destroy(model);
+}
+
+DaxStatus DAXI_BlobFindV3DestroyModel_8u(DaxiBlobModel** model) {
+  return dax::destroy(model);
 }
 
 uint32_t _DAXI_DomainCount(const DaxiDomainList* domains) {

@@ -1,4 +1,4 @@
-// The labelling workers and the memory that they work in.
+// The labelling workers and their memory.
 #pragma once
 
 #include "daxi/blob_find.h"
@@ -6,7 +6,7 @@
 
 namespace dax {
 
-// What the worst image of a size needs.
+// Numbers of records that the worst image of a size needs.
 struct FindNeed {
   uint64_t runs;
   uint64_t labels;
@@ -16,7 +16,7 @@ struct FindNeed {
 FindNeed maskNeed(DaxiSize size, int32_t connectivity);
 FindNeed classNeed(DaxiSize size);
 
-// The model: the result of a labelling.
+// Layout of the model, which holds the result of a labelling.
 struct FindModel {
   explicit FindModel(const FindNeed& need);
   BufferLayout layout;
@@ -25,19 +25,19 @@ struct FindModel {
   BufferPiece<DaxiDomain> domains;
 };
 
-// The work buffer: label equivalences.
+// Layout of the work buffer: label equivalences.
 struct FindScratch {
   explicit FindScratch(const FindNeed& need);
   BufferLayout layout;
   BufferPiece<uint32_t> parents;
 };
 
-// Labels an image of classes, as below.
+// Labels an image of classes; arguments as _DAXI_FindDomain_8u_C1R.
 const DaxiDomainList* findClassDomains(const uint8_t* src, int32_t srcStep, DaxiSize size, int32_t connectivity,
                                        void* model, void* buffer, int32_t isa);
 
 }  // namespace dax
 
-// Labels a mask of sides up to 65536 into `model` and returns the list at its start.
+// Labels a mask with sides up to 65536 into `model`; returns the list at the start of the model.
 extern "C" const DaxiDomainList* _DAXI_FindDomain_8u_C1R(const uint8_t* src, int32_t srcStep, DaxiSize size,
                                                          int32_t connectivity, void* model, void* buffer, int32_t isa);

@@ -1,24 +1,25 @@
-// Labelling into memory of the library's own, which grows with what the image holds.
+#include "measure/blob/blob_model.h"
+
+#include <algorithm>
 #include <cstdlib>
 #include <type_traits>
 
 #include "frame/check.h"
 #include "frame/rows.h"
-#include "measure/blob/blob_find.h"
 #include "measure/blob/blob_label.h"
 #include "measure/blob/blob_scan.h"
-#include "measure/blob/domain_runs.h"
 
 namespace dax {
 namespace {
 
-// An array of records without constructors that can be made longer, and not shorter.
+// An array of trivially copyable records that can grow but not shrink.
 template <class T>
 class GrowingArray {
   static_assert(std::is_trivially_copyable_v<T>);
 
  public:
-  // Makes room for at least `count`; grows by doubling. False, and nothing changed, when memory is short.
+  // Makes room for at least `count` records; grows by doubling. Returns false, and changes nothing, when memory runs
+  // out.
   bool reserve(uint64_t count) {
     if (count <= capacity_) return true;
     uint64_t bytes;
@@ -57,13 +58,13 @@ struct DaxiBlobModel {
 namespace dax {
 namespace {
 
-// Row by row, with room for the worst of the next row.
+// Scans row by row, and before each row makes room for the most runs that it can have.
 bool scanInto(DaxiBlobModel& model, const uint8_t* src, int32_t srcStep, DaxiSize size, RunJoiner<false>& joiner) {
-  const auto mostRuns = static_cast<uint64_t>(MaskScan::mostRuns(size.width));
+  const auto maxRuns = static_cast<uint64_t>(MaskScan::maxRuns(size.width));
   return withKernel<MaskScan>(currentIsa(), [&](auto bits64) {
     for (int32_t y = 0; y < size.height; ++y) {
-      if (!model.runs.reserve(joiner.count() + mostRuns)) return false;
-      if (!model.parents.reserve(joiner.labels().count() + mostRuns)) return false;
+      if (!model.runs.reserve(joiner.count() + maxRuns)) return false;
+      if (!model.parents.reserve(joiner.labels().count() + maxRuns)) return false;
       joiner.moveTo(model.runs.data(), model.parents.data());
       joiner.beginRow(y);
       MaskScan::scanRow(rowAt(src, srcStep, y), size.width, bits64, joiner);
@@ -76,19 +77,21 @@ bool label(DaxiBlobModel& model, const uint8_t* src, int32_t srcStep, DaxiSize s
   RunJoiner<false> joiner(nullptr, nullptr, connectivity);
   if (!scanInto(model, src, srcStep, size, joiner)) return false;
   const uint32_t domainCount = joiner.labels().number();
-  // One at least, since lists have no null arrays.
+  // At least one, because the arrays of a list are never null.
   if (!model.domains.reserve(std::max(domainCount, 1u))) return false;
   chainRuns(model.runs.data(), joiner.count(), joiner.labels(), model.domains.data(), domainCount);
   model.list = {model.runs.data(), model.domains.data(), joiner.count(), domainCount, size};
   return true;
 }
 
-// The model is a plain record, so that the C library's memory will do.
+// The model is trivial: zeroed memory is an empty one.
 DaxiBlobModel* newModel() {
   return static_cast<DaxiBlobModel*>(std::calloc(1, sizeof(DaxiBlobModel)));
 }
 
-void destroy(DaxiBlobModel* model) {
+}  // namespace
+
+void destroyModel(DaxiBlobModel* model) {
   if (!model) return;
   model->runs.release();
   model->parents.release();
@@ -96,20 +99,11 @@ void destroy(DaxiBlobModel* model) {
   std::free(model);
 }
 
-DaxStatus check(const uint8_t* src, int32_t step, DaxiSize size, DaxiBlobModel** model,
-                const DaxiDomainList** domains) {
-  DAX_REQUIRE(src && model && domains, DAX_STS_NULL_POINTER);
-  DAX_REQUIRE(sidesFitRuns(size), DAX_STS_BAD_SIZE);
-  DAX_REQUIRE(rowFits(size.width, step), DAX_STS_BAD_STEP);
-  return DAX_STS_OK;
-}
-
-// Labels into `*model`, or into a new one where that is null, which is then stored.
-DaxStatus labelInto(const uint8_t* src, int32_t step, DaxiSize size, int32_t connectivity, DaxiBlobModel** model,
-                    const DaxiDomainList** domains) {
+DaxStatus labelIntoModel(const uint8_t* src, int32_t srcStep, DaxiSize size, int32_t connectivity,
+                         DaxiBlobModel** model, const DaxiDomainList** domains) {
   DaxiBlobModel* const target = *model ? *model : newModel();
-  if (!target || !label(*target, src, step, size, connectivity)) {
-    if (target != *model) destroy(target);
+  if (!target || !label(*target, src, srcStep, size, connectivity)) {
+    if (target != *model) destroyModel(target);
     return DAX_STS_NO_MEMORY;
   }
   *model = target;
@@ -117,41 +111,13 @@ DaxStatus labelInto(const uint8_t* src, int32_t step, DaxiSize size, int32_t con
   return DAX_STS_OK;
 }
 
-DaxStatus destroyModel(DaxiBlobModel** model) {
-  DAX_REQUIRE(model, DAX_STS_NULL_POINTER);
-  destroy(*model);
-  *model = nullptr;
-  return DAX_STS_OK;
-}
-
-}  // namespace
-}  // namespace dax
-
-DaxStatus DAXI_BlobFindV2_8u_C1R(const uint8_t* src, int32_t srcStep, DaxiSize size, int32_t connectivity,
-                                 DaxiBlobModel** model, const DaxiDomainList** domains) {
-  DAX_REQUIRE_OK(dax::check(src, srcStep, size, model, domains));
+DaxStatus labelIntoNewModel(const uint8_t* src, int32_t srcStep, DaxiSize size, int32_t connectivity,
+                            DaxiBlobModel** model, const DaxiDomainList** domains) {
   DaxiBlobModel* created = nullptr;
-  DAX_REQUIRE_OK(dax::labelInto(src, srcStep, size, connectivity, &created, domains));
+  DAX_REQUIRE_OK(labelIntoModel(src, srcStep, size, connectivity, &created, domains));
   created->parents.release();
   *model = created;
   return DAX_STS_OK;
 }
 
-DaxStatus DAXI_BlobFindV2_8u_C1IR(uint8_t* srcDst, int32_t step, DaxiSize size, int32_t connectivity,
-                                  DaxiBlobModel** model, const DaxiDomainList** domains) {
-  return DAXI_BlobFindV2_8u_C1R(srcDst, step, size, connectivity, model, domains);
-}
-
-DaxStatus DAXI_BlobFindV3_8u_C1IR(uint8_t* srcDst, int32_t step, DaxiSize size, int32_t connectivity,
-                                  DaxiBlobModel** model, const DaxiDomainList** domains) {
-  DAX_REQUIRE_OK(dax::check(srcDst, step, size, model, domains));
-  return dax::labelInto(srcDst, step, size, connectivity, model, domains);
-}
-
-DaxStatus DAXI_BlobFindV2DestroyModel_8u(DaxiBlobModel** model) {
-  return dax::destroyModel(model);
-}
-
-DaxStatus DAXI_BlobFindV3DestroyModel_8u(DaxiBlobModel** model) {
-  return dax::destroyModel(model);
-}
+}  // namespace dax

@@ -1,9 +1,7 @@
-// Ranking blobs by a sort key: the heap of the best, and the final order.
+#include "measure/blob/blob_rank.h"
+
 #include <algorithm>
 #include <cmath>
-
-#include "frame/check.h"
-#include "measure/blob/blob_select.h"
 
 namespace dax {
 namespace {
@@ -43,8 +41,8 @@ bool ranksBefore(Key a, Key b, bool descending, uint32_t labelA, uint32_t labelB
   return nanA == nanB ? labelA < labelB : nanB;
 }
 
-// Moves every record to its place in `order`, one cycle of the permutation after the other. order[i] points at the
-// record that belongs in slot i; a slot that is done points at itself.
+// Moves every record to its slot, one cycle of the permutation after the other. order[i] points to the record that
+// belongs into slot i; for a slot that is done it points to the slot itself.
 void applyOrder(BlobInfo* array, BlobInfo** order, int32_t count, BlobInfo& spare) {
   for (int32_t start = 0; start < count; ++start) {
     if (order[start] == array + start) continue;
@@ -61,7 +59,7 @@ void applyOrder(BlobInfo* array, BlobInfo** order, int32_t count, BlobInfo& spar
   }
 }
 
-void pointAtAll(const KeptBlobs& kept, BlobInfo** order) {
+void pointToAll(const KeptBlobs& kept, BlobInfo** order) {
   for (int32_t i = 0; i < kept.count; ++i) order[i] = kept.array + i;
 }
 
@@ -85,7 +83,7 @@ Ranking keepRanking(const BlobSelectCfg& cfg) {
 
 KeptHeap::KeptHeap(const KeptBlobs& kept, const Ranking& ranking, BlobInfo** order)
     : ranking_(ranking), order_(order), end_(order + kept.count) {
-  pointAtAll(kept, order);
+  pointToAll(kept, order);
   std::make_heap(order_, end_, ranking_);
 }
 
@@ -98,19 +96,9 @@ void KeptHeap::offer(const BlobInfo& candidate) {
 
 void sortKept(const BlobSelectCfg& cfg, KeptBlobs& kept, BlobInfo** order, BlobInfo& spare) {
   if (cfg.sortOrder == DAXI_BLOB_UNSORTED) return;
-  pointAtAll(kept, order);
+  pointToAll(kept, order);
   std::sort(order, order + kept.count, keepRanking(cfg));
   applyOrder(kept.array, order, kept.count, spare);
 }
 
 }  // namespace dax
-
-DaxStatus DAXI_BlobSort(BlobInfo* blobs, int32_t count, uint32_t sortKey, uint32_t sortOrder) {
-  DAX_REQUIRE(blobs, DAX_STS_NULL_POINTER);
-  DAX_REQUIRE(count >= 0, DAX_STS_BAD_PARAM);
-  DAX_REQUIRE(sortKey >= DAXI_BLOB_KEY_AREA && sortKey <= DAXI_BLOB_KEY_AXIS_RATIO, DAX_STS_BAD_PARAM);
-  DAX_REQUIRE(sortOrder >= DAXI_BLOB_ASCENDING && sortOrder <= DAXI_BLOB_UNSORTED, DAX_STS_BAD_PARAM);
-  if (sortOrder == DAXI_BLOB_UNSORTED) return DAX_STS_OK;
-  std::sort(blobs, blobs + count, dax::Ranking{sortKey, sortOrder == DAXI_BLOB_DESCENDING});
-  return DAX_STS_OK;
-}

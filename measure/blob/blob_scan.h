@@ -1,22 +1,16 @@
-// Finding the runs of a row.
+// Finds the runs of a row.
 #pragma once
 
 #include <bit>
 #include <cstdint>
 
-#include "frame/cpu_feature.h"
-#include "measure/blob/blob_find_portable.h"
-#if DAX_HAVE_NEON
-#include "measure/blob/blob_find_neon.h"
-#else
-namespace dax {
-namespace neon = portable;
-}
-#endif
+#include "frame/dispatch.h"
+#include "measure/blob/blob_scan_neon.h"
+#include "measure/blob/blob_scan_portable.h"
 
 namespace dax {
 
-// Places in a word of 64 pixels, taken from the left.
+// Columns of the set bits of a word of 64 pixels, from left to right.
 class Edges {
  public:
   Edges(uint64_t bits, int32_t x) : bits_(bits), x_(x) {}
@@ -33,10 +27,10 @@ class Edges {
 };
 
 // Runs of a mask, 64 pixels at a time: a run starts or ends where a foreground bit differs from its left neighbour.
-// Edges are taken in pairs; a run may go on into the next word. bits64(pixels) gives the bits of a whole word.
+// Edges are taken in pairs; a run may continue in the next word. bits64(pixels) returns the bits of a whole word.
 struct MaskScan {
   static constexpr bool kClasses = false;
-  static int32_t mostRuns(int32_t width) { return (width + 1) / 2; }
+  static int32_t maxRuns(int32_t width) { return (width + 1) / 2; }
 
   template <class Bits64, class Joiner>
   static void scanRow(const uint8_t* row, int32_t width, Bits64 bits64, Joiner& joiner) {
@@ -60,10 +54,10 @@ struct MaskScan {
   }
 };
 
-// Runs of an image of classes: they end where the value changes.
+// Runs of an image of classes: a run ends where the value changes.
 struct ClassScan {
   static constexpr bool kClasses = true;
-  static int32_t mostRuns(int32_t width) { return width; }
+  static int32_t maxRuns(int32_t width) { return width; }
 
   template <class Bits64, class Joiner>
   static void scanRow(const uint8_t* row, int32_t width, Bits64 changeBits64, Joiner& joiner) {
@@ -82,7 +76,7 @@ struct ClassScan {
   }
 };
 
-// Calls run(bits64) with the kernel that the code asks for.
+// Calls run(bits64) with the kernel for an instruction-set code.
 template <class Scan, class Run>
 auto withKernel(int32_t isa, Run&& run) {
   if constexpr (Scan::kClasses) {

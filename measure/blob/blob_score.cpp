@@ -1,14 +1,13 @@
-// The score: how close a blob is to the middle of its ranges.
+#include "measure/blob/blob_score.h"
+
 #include <cfloat>
 #include <cmath>
 #include <numbers>
 
-#include "measure/blob/blob_select.h"
-
 namespace dax {
 namespace {
 
-// A feature's part in the score: 1 at the middle of the range, falling off linearly.
+// The contribution of a feature to the score: 1 at the middle of the range, decreasing linearly on both sides.
 struct ScoreTerm {
   uint32_t flag;
   float value;
@@ -21,7 +20,7 @@ float score(const ScoreTerm& term, float shift = 0) {
   return term.weight * (1 - std::fabs((term.value + shift * 0.5f) * reference - 1));
 }
 
-// The range that the area was tested with.
+// The range that the area was tested against.
 DaxiRange areaRange(const BlobSelectCfg& c, const SelectRules& rules, const BlobInfo& b) {
   if (!rules.v4 || rules.v4->perClass == 0 || b.cls > 255) return c.area;
   return {static_cast<float>(rules.v4->classAreaMin[b.cls]), static_cast<float>(rules.v4->classAreaMax[b.cls])};
@@ -48,7 +47,7 @@ void scoreBlob(const BlobSelectCfg& c, const SelectRules& rules, BlobInfo& b) {
   float sum = 0, weights = 0;
   for (const ScoreTerm& term : terms) {
     if ((c.flags & term.flag) == 0) continue;
-    // Angles are shifted by pi/2, so that they are not negative.
+    // Angles are shifted by pi/2 so that they are not negative.
     sum += score(term, term.flag == DAXI_BLOB_BY_BOX_ANGLE ? kPi : 0);
     weights += term.weight;
   }

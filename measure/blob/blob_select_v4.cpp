@@ -1,28 +1,14 @@
 #include "daxi/blob_select_v4.h"
 
-#include <cstddef>
-
 #include "frame/check.h"
-#include "measure/blob/blob_select.h"
-
-static_assert(sizeof(BlobSelectV4Cfg) == 184 + 16 + 2048 && offsetof(BlobSelectV4Cfg, classAreaMin) == 200);
-
-void DAXI_BlobSelectV4_transform_cfg(const BlobSelectV4Cfg* cfg, BlobSelectCfg* common) {
-  *common = cfg->common;
-  common->area = {static_cast<float>(cfg->areaMin), static_cast<float>(cfg->areaMax)};
-}
-
-// Any range of area is one, so that its filter needs no check.
-DaxStatus DAXI_BlobSelectV4_check_cfg(const BlobSelectV4Cfg* cfg) {
-  BlobSelectCfg common = cfg->common;
-  common.area = {0, 0};
-  return DAXI_BlobSelect_check_cfg(&common);
-}
+#include "measure/blob/blob_check.h"
+#include "measure/blob/blob_passes.h"
+#include "measure/blob/blob_pool.h"
 
 namespace dax {
 namespace {
 
-// `call` has the common configuration, whose contents are made here, in the caller's frame.
+// Checks a call and fills `common`, to which call.cfg points.
 DaxStatus prepare(const SelectCall& call, const uint8_t* image2, int32_t step2, const BlobSelectV4Cfg* cfg,
                   BlobSelectCfg& common) {
   DAX_REQUIRE(cfg, DAX_STS_NULL_POINTER);

@@ -1,5 +1,5 @@
-// The entry points of calipers: checks, then the region's signal, then its edges or pairs. One body for all regions, pixel
-// types, single edges and pairs.
+// The exports of calipers: checks, then the worker, for one region or for many on the host's pool. One template for all
+// regions, pixel types, single edges and pairs.
 #pragma once
 
 #include <algorithm>
@@ -7,11 +7,11 @@
 #include "frame/check.h"
 #include "frame/cpu_feature.h"
 #include "frame/tiles.h"
-#include "measure/caliper/caliper.h"
+#include "measure/caliper/caliper_detect.h"
 
 namespace dax {
 
-// Where a member takes its instruction-set code from.
+// Where an export takes its instruction-set code from.
 enum class CaliperIsa { kProcessor, kCfg, kNeon };
 
 inline DaxStatus checkCfg(const CaliperEdgeCfg* cfg) {
@@ -40,14 +40,14 @@ DaxStatus caliperBufferSize(const Region* region, uint64_t sampleBytes, uint64_t
   return bufferFor(*region, sampleBytes).layout.store(bytes);
 }
 
-// The slice of a thread: what the largest region needs.
+// Bytes of a thread's slice: the need of the largest region.
 template <class Region>
 uint64_t sliceBytes(const Region* regions, int32_t count) {
-  uint64_t most = 0;
+  uint64_t bytes = 0;
   for (int32_t i = 0; i < count; ++i) {
-    most = std::max(most, bufferFor(regions[i], sizeof(CaliperSample<uint8_t>)).layout.total());
+    bytes = std::max(bytes, bufferFor(regions[i], sizeof(CaliperSample<uint8_t>)).layout.total());
   }
-  return most;
+  return bytes;
 }
 
 template <class Region>
@@ -64,12 +64,12 @@ DaxStatus caliperBufferSizeOfMany(const Region* regions, int32_t count, uint32_t
 template <class T, class Region, class Cfg, class Result>
 struct CaliperCall {
   CaliperImage<T> image;
-  bool masked;  // the mask is an argument, which may be null by mistake
+  bool masked;  // whether the mask is an argument; if so it must not be null
   const Region* regions;
   int32_t count;
   const Cfg* cfg;
   Result* results;
-  bool plotted;  // so is the profile
+  bool plotted;  // the same for the profile
   CaliperProfile* profile;
   void* buffer;
   CaliperIsa isaFrom;
@@ -111,33 +111,6 @@ DaxStatus checkCall(const Call& call) {
   return DAX_STS_OK;
 }
 
-inline void copySignal(const CaliperSignal& signal, CaliperProfile& to) {
-  std::copy_n(signal.profile, signal.length, to.profile);
-  std::copy_n(signal.response, signal.length, to.response);
-  to.length = signal.length;
-  to.kernelLength = signal.kernelLength;
-}
-
-template <class T, class Cfg, class Result>
-void detect(const CaliperImage<T>& image, const CaliperGrid& grid, const Cfg& cfg, Result& result,
-            CaliperProfile* profile, void* buffer, int32_t isa) {
-  const CaliperBuffer at(grid.columns, grid.rows, sizeof(CaliperSample<T>));
-  const CaliperSignal signal = measureSignal(image, grid, cfg.filterHalfWidth, at, buffer, isa);
-  if (profile) copySignal(signal, *profile);
-  extract(signal, grid, cfg, result, at, buffer);
-}
-
-// The worker of a call; that of 8-bit images and single edges has a name of its own.
-template <class T, class Cfg, class Result>
-void runWorker(const CaliperImage<T>& image, const CaliperGrid& grid, const Cfg& cfg, Result& result,
-               CaliperProfile* profile, void* buffer, int32_t isa) {
-  if constexpr (std::is_same_v<T, uint8_t> && std::is_same_v<Cfg, CaliperEdgeCfg>) {
-    _DAXI_CalipEdgeDetect_8u_C1R(&image, &grid, &cfg, &result, profile, buffer, isa);
-  } else {
-    detect(image, grid, cfg, result, profile, buffer, isa);
-  }
-}
-
 template <class Call>
 DaxStatus detectOne(const Call& call) {
   DAX_REQUIRE_OK(checkCall(call));
@@ -170,8 +143,8 @@ DaxStatus detectMany(const Call& call, uint32_t threads, void* pool) {
 
 }  // namespace dax
 
-// The entry points for one kind of region, without and with a mask, one region at a time and many. CFG and RESULT are
-// those of single edges or of pairs.
+// The exports for one kind of region: without and with a mask, with a profile, for one region and for many. CFG and
+// RESULT are those of single edges or of pairs.
 #define DAX_CALIPER(NAME, T, REGION, CFG, RESULT, ISA)                                                               \
   DaxStatus NAME(const T* src, int32_t srcStep, DaxiSize size, const REGION* region, const CFG* cfg, RESULT* result, \
                  void* buffer) {                                                                                     \
@@ -213,7 +186,7 @@ DaxStatus detectMany(const Call& call, uint32_t threads, void* pool) {
     return dax::caliperBufferSizeOfMany(regions, count, threads, bytes);                    \
   }
 
-// All of them: PREFIX is DAXI_CalipEdgeDetect or DAXI_CalipEdgePairDetect.
+// All exports for a kind of region, and those for boxes only.
 #define DAX_CALIPER_ANY_REGION(PREFIX, REGION, CFG, RESULT)                                   \
   DAX_CALIPER_BUFFER_SIZE(PREFIX##BufferSize_8u, REGION, uint16_t)                            \
   DAX_CALIPER_BUFFER_SIZE(PREFIX##V1BufferSize_8u, REGION, uint16_t)                          \

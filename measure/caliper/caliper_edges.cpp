@@ -1,46 +1,20 @@
-// Edges of a caliper's signal: extrema, scores, order.
+#include "measure/caliper/caliper_edges.h"
+
 #include <algorithm>
 #include <cmath>
 #include <utility>
 
 #include "frame/check.h"
-#include "frame/math.h"
-#include "measure/caliper/caliper.h"
+#include "measure/caliper/caliper_criterion.h"
 
 namespace dax {
 
 static_assert(sizeof(CaliperEdge) == 32 && sizeof(CaliperBox) == 20 && sizeof(CaliperCriterion) == 24);
 static_assert(sizeof(CaliperEdgeCfg) == 4 * (9 + 4 * 6 + 1));
 
-bool isCriterion(const CaliperCriterion& c) {
-  return c.mode <= 1 && c.x0 <= c.x1 && c.x1 <= c.x2 && c.y0 >= 0 && c.y0 <= c.y1 && c.y1 <= 1 && c.y1 >= kCaliperSlack;
-}
-
-float criterionFactor(const CaliperCriterion& c, float v) {
-  const float slack = v + kCaliperSlack;
-  if (c.mode == 0) {
-    if (slack < c.x0) return 0;
-    if (slack < c.x1) return c.y0;
-    if (!(slack < c.x2)) return c.y1;
-    const float s = (c.y1 - c.y0) / (c.x2 - c.x1 + kCaliperSlack);
-    return s * v + (c.y0 - c.x1 * s);
-  }
-  if (slack < c.x0) return c.y1;
-  if (slack < c.x1) {
-    const float s = (c.y1 - c.y0) / (c.x1 - c.x0 + kCaliperSlack);
-    return (c.x0 * s + c.y1) - s * v;
-  }
-  return slack < c.x2 ? c.y0 : 0;
-}
-
-float geometricMean(float product, uint32_t flags) {
-  const int active = __builtin_popcount(flags);
-  return active > 1 ? static_cast<float>(rootExact(product, active)) : product;
-}
-
 namespace {
 
-// Extrema may be as flat as the comparisons' slack allows, on one side only.
+// An extremum may be flat, within the slack of the comparisons, on one side only.
 bool isMaximum(const float* r, int32_t i, float threshold) {
   return threshold - r[i] < kCaliperSlack && r[i] - r[i - 1] > kCaliperSlack && r[i + 1] - r[i] < kCaliperSlack;
 }
@@ -49,11 +23,13 @@ bool isMinimum(const float* r, int32_t i, float threshold) {
   return r[i] + threshold < kCaliperSlack && r[i] - r[i - 1] < kCaliperSlack && r[i + 1] - r[i] > kCaliperSlack;
 }
 
-// The vertex of the parabola through three values.
+constexpr float kMinCurvature = 0.001f;  // below it the response counts as flat, as documented
+
+// Moves an edge to the vertex of the parabola through three values.
 void refine(const float* response, CaliperEdge& edge) {
   const float a = response[edge.index - 1], b = response[edge.index], c = response[edge.index + 1];
   const float d = 2 * b - (a + c);
-  const float offset = std::fabs(d) <= 0.001f ? 0 : (c - a) * 0.5f / d;
+  const float offset = std::fabs(d) <= kMinCurvature ? 0 : (c - a) * 0.5f / d;
   edge.position += offset;
   edge.peak = b + (c - a) * 0.25f * offset;
 }
@@ -75,7 +51,7 @@ void output(const CaliperGrid& grid, const CaliperEdge* edges, int32_t count, Da
   }
 }
 
-// Scores and ranks; returns how many are to be returned.
+// Scores and ranks the edges; returns the number of results.
 int32_t assess(CaliperEdge* edges, CaliperEdge* scratch, int32_t count, const CaliperEdgeCfg& cfg) {
   DAXI_CalipEdgeDetect_comprehensive_assess(edges, count, &cfg);
   CaliperEdge* const end =
@@ -156,17 +132,17 @@ void DAXI_CalipEdgeDetect_comprehensive_assess(CaliperEdge* edges, int32_t count
   }
 }
 
-// Merges runs of growing length. Scores that are nearly equal are no order, which other sorts would rely on; here an edge
-// overtakes one of lower index only where its score is really higher.
+// Merge sort, bottom up. Comparison with a slack is not transitive, so that std::sort must not be used; here an edge
+// passes one of lower index only where its score is higher by more than the slack.
 void DAXI_CalipEdgeDetect_rank_criterion(CaliperEdge* edges, CaliperEdge* scratch, int32_t count) {
-  const auto overtakes = [](const CaliperEdge& later, const CaliperEdge& earlier) {
+  const auto passes = [](const CaliperEdge& later, const CaliperEdge& earlier) {
     return later.score - earlier.score > dax::kCaliperSlack;
   };
   CaliperEdge *from = edges, *to = scratch;
   for (int64_t run = 1; run < count; run *= 2, std::swap(from, to)) {
     for (int64_t first = 0; first < count; first += 2 * run) {
       const int64_t middle = std::min<int64_t>(first + run, count), end = std::min<int64_t>(first + 2 * run, count);
-      std::merge(from + first, from + middle, from + middle, from + end, to + first, overtakes);
+      std::merge(from + first, from + middle, from + middle, from + end, to + first, passes);
     }
   }
   if (from != edges) std::copy_n(from, count, edges);

@@ -1,20 +1,19 @@
-// The derivative-of-Gaussian filter of calipers.
+#include "measure/caliper/caliper_filter.h"
+
 #include <algorithm>
 #include <cmath>
 
-#include "frame/cpu_feature.h"
+#include "frame/dispatch.h"
 #include "frame/math.h"
-#include "measure/caliper/caliper.h"
-#include "measure/caliper/caliper_portable.h"
-#if DAX_HAVE_NEON
-#include "measure/caliper/caliper_neon.h"
-#endif
+#include "measure/caliper/caliper_filter_neon.h"
+#include "measure/caliper/caliper_filter_portable.h"
 
 namespace dax {
 namespace {
 
-// The positive side of the kernels of length 3 to 11; the other is its mirror image with the opposite sign. In the one of
-// length 9 the middle two differ in their last digits.
+// The positive side of the fixed kernels of length 3 to 11, to seven digits; the negative side is its mirror image.
+// They are central differences of a Gaussian, scaled to a sum of 1. The middle two of length 9 do differ in the last
+// digit.
 constexpr float kTables[5][5] = {{1.0f},
                                  {0.24073642f, 0.7592636f},
                                  {0.07841022f, 0.37582335f, 0.5457664f},
@@ -26,9 +25,10 @@ void setAntisymmetric(float* kernel, int32_t half, int32_t place, float value) {
   kernel[2 * half - place] = -value;
 }
 
-// Central differences of a Gaussian with a sum of 1; at the ends one-sided, halved all the same.
+// Central differences, times 0.5, of a Gaussian whose sum is 1; one-sided at the ends, where the factor stays 0.5.
+constexpr double kSigmaPerLength = 0.16667;  // of the kernel length - 1: the ends lie at three sigma
 void makeKernel(float* kernel, int32_t half) {
-  const double sigma = 2 * half * 0.16667, scale = -1 / (2 * sigma * sigma);
+  const double sigma = 2 * half * kSigmaPerLength, scale = -1 / (2 * sigma * sigma);
   const auto bell = [&](int32_t place) { return expExact(scale * (place - half) * (place - half)); };
   double sum = 1;
   for (int32_t i = 0; i < half; ++i) sum += 2 * bell(i);
@@ -60,10 +60,8 @@ void _DAXI_Caliper_filter_32f(const float* in, int32_t n, const float* kernel, i
   std::fill_n(extended, half, in[0]);
   std::copy_n(in, n, extended + half);
   std::fill_n(extended + half + n, half, in[n - 1]);
-#if DAX_HAVE_NEON
   if (dax::usesNeon(isa)) return dax::neon::filter(extended, kernel, length, n, out);
-#endif
-  dax::portable::filter(extended, kernel, length, 0, n, out);
+  dax::portable::filter(extended, kernel, length, n, out);
 }
 
 int32_t _DAXI_Caliper_dog_filter_32f(const float* in, int32_t n, uint32_t halfWidth, float* kernel, float* extended,

@@ -1,25 +1,26 @@
-// Regions of calipers: what is possible, and where it is sampled.
+#include "measure/caliper/caliper_region.h"
+
 #include <cmath>
 #include <numbers>
 
 #include "frame/math.h"
-#include "measure/caliper/caliper.h"
 
 namespace dax {
 namespace {
 
 constexpr float kPi = std::numbers::pi_v<float>, kTwoPi = 2 * kPi;
-constexpr double kMostSide = 16777216;
+constexpr double kMaxSide = 16777216;  // 2^24: single precision holds whole numbers up to it
+constexpr double kMinSine = 0.01;      // of the angle between the sides of a rhomboid
 
 bool isSide(double side) {
-  return side >= 1 && side <= kMostSide;
+  return side >= 1 && side <= kMaxSide;
 }
 
 bool isAngle(float angle) {
   return angle >= -kPi && angle <= kPi;
 }
 
-// Rounded, then up to an even number; a 1 stays where it may.
+// Rounds to the nearest whole number, then up to an even one, except for 1 where that is allowed.
 int32_t sampleCount(double side, bool mayBeOne) {
   const auto count = static_cast<int32_t>(std::floor(side + 0.5));
   return mayBeOne && count == 1 ? 1 : count + count % 2;
@@ -58,7 +59,7 @@ bool possible(const CaliperBox& box) {
 
 bool possible(const CaliperRhomboid& r) {
   if (!isSide(r.width) || !isSide(r.height) || !isAngle(r.angle) || !isAngle(r.sideAngle)) return false;
-  return std::fabs(sinCosExact(double{r.sideAngle} - r.angle).sine) >= 0.01;
+  return std::fabs(sinCosExact(double{r.sideAngle} - r.angle).sine) >= kMinSine;
 }
 
 bool possible(const CaliperAnnulus& a) {

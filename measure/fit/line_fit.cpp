@@ -7,25 +7,15 @@
 #include <numbers>
 
 #include "frame/check.h"
-#include "frame/math.h"
 #include "frame/memory/work_buffer.h"
+#include "measure/fit/angle_gate.h"
+#include "measure/fit/line_fit_refine.h"
+#include "measure/fit/line_fit_search.h"
 
 namespace dax {
 
 static_assert(sizeof(LineFitCfg) == 32 && offsetof(LineFitCfg, angleTolerance) == 28);
 static_assert(sizeof(DaxiLine) == 12);
-
-AngleGate::AngleGate(const LineFitCfg& cfg) {
-  if (cfg.angleConstraint == 0 || cfg.angleTolerance >= std::numbers::pi / 2) return;
-  const SinCos expected = sinCosExact(cfg.expectedAngle);
-  x_ = expected.cosine;
-  y_ = expected.sine;
-  mostSine_ = sinCosExact(cfg.angleTolerance).sine + kLineSlack;
-}
-
-bool AngleGate::accepts(double dx, double dy, double length) const {
-  return std::fabs(dx * y_ - dy * x_) <= mostSine_ * length;
-}
 
 namespace {
 
@@ -50,7 +40,7 @@ struct LineOutputs {
   float* rms;
 };
 
-// Total least squares over all points but those that are not finite. The weights are scratch.
+// Total least squares over all finite points. The weights are scratch.
 bool fitAll(const LinePoints& points, float* weights, DaxiLine& line) {
   double sumX = 0, sumY = 0;
   int32_t n = 0;
@@ -73,7 +63,7 @@ bool initialLine(const LineRound& round, const LineFitCfg& cfg, DaxiLine& line) 
   return std::isfinite(line.c);
 }
 
-// The fit, its arguments checked. Everything is in the buffer until nothing can fail any more.
+// The fit after the checks. All results stay in the buffer until nothing can fail any more.
 DaxStatus fitLine(const LinePoints& points, const LineBuffer& at, const LineFitCfg& cfg, const LineOutputs& out,
                   void* buffer) {
   const LineRound round{
@@ -119,8 +109,8 @@ DaxStatus bufferSize(int32_t count, uint64_t* bytes) {
   return LineBuffer(static_cast<uint64_t>(count)).layout.store(bytes);
 }
 
-bool within(float value, float least, float most) {
-  return value >= least && value <= most;
+bool within(float value, float low, float high) {
+  return value >= low && value <= high;
 }
 
 }  // namespace

@@ -1,16 +1,16 @@
-// The rounds of the line fit: residuals, threshold, weights, total least squares.
+#include "measure/fit/line_fit_refine.h"
+
 #include <algorithm>
 #include <cfloat>
 #include <cmath>
-#include <functional>
 #include <limits>
 
-#include "measure/fit/line_fit.h"
+#include "geometry/median_select.h"
 
 namespace dax {
 namespace {
 
-// Those of points that are not finite become infinite: beyond every threshold.
+// The residual of a point that is not finite becomes infinite: beyond every threshold.
 void calculateResiduals(const LinePoints& points, const DaxiLine& line, float* residuals) {
   const double a = line.a, b = line.b, c = line.c;
   for (int32_t k = 0; k < points.count; ++k) {
@@ -19,12 +19,12 @@ void calculateResiduals(const LinePoints& points, const DaxiLine& line, float* r
   }
 }
 
-// What of the weighted points goes into the fit.
-struct Weighing {
+// Sums over the weighted points.
+struct WeightedSums {
   double sum = 0;  // of weights
   double x = 0;    // of weights times coordinates
   double y = 0;
-  double square = 0;  // of residuals, or what stands for them
+  double square = 0;  // of the points' parts in the rms
   int32_t count = 0;
 
   void add(double weight, double px, double py, double part) {
@@ -36,18 +36,18 @@ struct Weighing {
   }
 };
 
-// What a weight function says of an inlier.
+// The result of a weight function for an inlier.
 struct Weighed {
   float weight;
   bool takesPart;
-  double part;  // of the rms
+  double part;  // squared, in the rms
 };
 
 // weigh(residual) -> Weighed
 template <class Weigh>
 int32_t fitWeighted(const LineRound& round, Weigh weigh, DaxiLine* line, double* rms) {
   const LinePoints& points = round.points;
-  Weighing all;
+  WeightedSums all;
   for (int32_t k = 0; k < points.count; ++k) {
     const float r = round.residuals[k];
     round.inliers[k] = r < round.threshold;
@@ -61,13 +61,19 @@ int32_t fitWeighted(const LineRound& round, Weigh weigh, DaxiLine* line, double*
   return DAXI_LineFitRegre_get_fitline_coe(&points, round.weights, all.x / sum, all.y / sum, all.count, line);
 }
 
-// Where the weight functions begin to weigh down.
+// Twice the robust estimate of the standard deviation of normal errors, 1.4826 times the median absolute residual
+// (P. J. Rousseeuw, A. M. Leroy, Robust Regression and Outlier Detection, 1987); rounded as the contract states it.
+constexpr double kLimitPerMedian = 2.96516;
+
+// The residual from which on the weight functions reduce weights.
 double weightLimit(const LineRound& round, double unlimited) {
   const int32_t n = round.points.count;
   if (n < 3) return unlimited;
   std::copy_n(round.residuals, n, round.scratch);
-  return 2.96516 * _DAXS_Median_32f(round.scratch, n) + kLineSlack;
+  return kLimitPerMedian * _DAXS_Median_32f(round.scratch, n) + kLineSlack;
 }
+
+constexpr double kConverged = 1e-5;  // of the rms, in pixels and relative to the round before
 
 }  // namespace
 
@@ -83,28 +89,17 @@ bool refineLine(const LineRound& first, const LineFitCfg& cfg, float* residuals,
         DAXI_LineFitRegre_adaptive_dist_th(residuals, round.scratch, round.points.count, cfg.maxRejected);
     round.threshold = std::min(adaptive, cfg.distanceThreshold);
     if (run(&round, &line, &rms) != 1) return false;
-    if (rms < 1e-5 || std::fabs(before - rms) < before * 1e-5) break;
+    if (rms < kConverged || std::fabs(before - rms) < before * kConverged) break;
   }
   return true;
 }
 
 }  // namespace dax
 
-float _DAXS_Median_32f(float* values, int32_t n) {
-  float* const middle = values + n / 2;
-  std::nth_element(values, middle, values + n);
-  if (n % 2 == 1) return *middle;
-  const double below = *std::max_element(values, middle);
-  return static_cast<float>((below + *middle) / 2);
-}
-
 float DAXI_LineFitRegre_adaptive_dist_th(const float* residuals, float* scratch, int32_t n, int32_t rejected) {
   if (rejected == 0) return FLT_MAX;
   std::copy_n(residuals, n, scratch);
-  // scratch[rejected] becomes the next after the worst `rejected`, which come before it.
-  std::nth_element(scratch, scratch + rejected, scratch + n, std::greater<>());
-  const double cut = *std::min_element(scratch, scratch + rejected);
-  return static_cast<float>((cut + scratch[rejected]) / 2) + static_cast<float>(dax::kLineSlack);
+  return static_cast<float>(dax::valueBelowLargest(scratch, n, rejected)) + static_cast<float>(dax::kLineSlack);
 }
 
 int32_t DAXI_LineFitRegre_get_fitline_coe(const dax::LinePoints* points, const float* weights, double centreX,
@@ -146,7 +141,7 @@ int32_t DAXI_LineFitRegre_huber(const dax::LineRound* round, DaxiLine* line, dou
   const double limit = dax::weightLimit(*round, DBL_MAX);
   const auto weigh = [limit](double r) -> dax::Weighed {
     if (r < limit) return {1, true, r * r};
-    // The square of the weight, not of the residual.
+    // The rms takes the square of the weight, not of the residual, as documented.
     const auto weight = static_cast<float>(limit / (r + dax::kLineTiny));
     return {weight, true, double{weight} * weight};
   };

@@ -1,26 +1,29 @@
-// The initial line of the line fit, by search over pairs of points.
+#include "measure/fit/line_fit_search.h"
+
 #include <algorithm>
 #include <cfloat>
 #include <cmath>
 #include <cstring>
 
-#include "measure/fit/line_fit.h"
+#include "measure/fit/angle_gate.h"
 
 namespace dax {
 namespace {
 
-constexpr double kCoverDistance = 0.5;
+constexpr double kCoverDistance = 0.5;  // pixels, as documented
 
-// Up to here all pairs are no more lines than the fixed sequence may have.
-constexpr int32_t kMostForAllPairs = 200;
+// Up to this number of points all pairs are at most 19900 lines, no more than the fixed sequence has.
+constexpr int32_t kMaxForAllPairs = 200;
+constexpr uint64_t kMinLines = 1000, kMaxLines = 20000;  // of the fixed sequence
+constexpr uint64_t kMaxPointTests = 4000000;             // lines times points, between these two
 
 struct Support {
   double sum;     // of distances
   int32_t count;  // of points, and one more
 };
 
-// Four sums, over every fourth point each, added up at the end: so that points can be taken four at a time. With
-// kCovers, points within kCoverDistance are marked: those before the second point as well, which no longer matter.
+// Four sums, each over every fourth point, are added at the end, so that points can be processed four at a time. With
+// kCovers, points within kCoverDistance are marked; marks of points before the pair's second one have no effect.
 template <bool kCovers>
 Support supportOf(const LinePoints& points, const ExactLine& line, double limit, uint8_t* covered) {
   double sums[4] = {};
@@ -41,34 +44,35 @@ Support supportOf(const LinePoints& points, const ExactLine& line, double limit,
           static_cast<int32_t>(1 + counts[0] + counts[1] + counts[2] + counts[3])};
 }
 
-// The two candidates: the line with the most points, and of those with enough the one with the least mean distance.
+// The two candidates: the line with the most points, and of the lines with enough points the one with the smallest mean
+// distance.
 class Candidates {
  public:
   explicit Candidates(int32_t enough) : enough_(enough) {}
 
   void offer(const ExactLine& line, const Support& support) {
-    if (support.count > mostPoints_) {
-      mostPoints_ = support.count;
+    if (support.count > maxPoints_) {
+      maxPoints_ = support.count;
       fullest_ = line;
     }
     if (support.count < enough_) return;
     const double mean = support.sum / support.count;
-    if (!(mean <= leastMean_)) return;
-    leastMean_ = mean;
+    if (!(mean <= minMean_)) return;
+    minMean_ = mean;
     closest_ = line;
     hasClosest_ = true;
   }
 
   bool take(ExactLine& line) const {
-    if (mostPoints_ == 0) return false;
+    if (maxPoints_ == 0) return false;
     line = hasClosest_ ? closest_ : fullest_;
     return true;
   }
 
  private:
   int32_t enough_;
-  int32_t mostPoints_ = 0;
-  double leastMean_ = DBL_MAX;
+  int32_t maxPoints_ = 0;
+  double minMean_ = DBL_MAX;
   bool hasClosest_ = false;
   ExactLine fullest_ = {}, closest_ = {};
 };
@@ -92,13 +96,13 @@ class PairSearch {
     }
   }
 
-  // The fixed sequence of the contract.
+  // Tries the fixed sequence of the contract.
   void trySome() {
     const auto n = static_cast<uint64_t>(points_.count);
-    const auto lines = std::min<uint64_t>(20000, std::max<uint64_t>(1000, 4000000 / n));
+    const auto lines = std::min(kMaxLines, std::max(kMinLines, kMaxPointTests / n));
     uint64_t state = 0;
     const auto next = [&] {
-      state = state * 6364136223846793005u + 1442695040888963407u;
+      state = state * 6364136223846793005u + 1442695040888963407u;  // D. E. Knuth's MMIX generator
       return static_cast<int32_t>((state >> 32) * n >> 32);
     };
     for (uint64_t line = 0; line < lines; ++line) {
@@ -132,7 +136,7 @@ class PairSearch {
 
 bool searchLine(const LinePoints& points, const LineFitCfg& cfg, uint8_t* covered, ExactLine& line) {
   PairSearch search(points, cfg, covered);
-  const bool all = cfg.initMethod == DAXI_LINE_INIT_ALL_PAIRS || points.count <= kMostForAllPairs;
+  const bool all = cfg.initMethod == DAXI_LINE_INIT_ALL_PAIRS || points.count <= kMaxForAllPairs;
   if (all) {
     search.tryAll();
   } else {

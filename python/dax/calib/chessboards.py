@@ -27,7 +27,7 @@ __all__ = [
     "refine_corners",
 ]
 
-_MOST = 2048  # corners that detectors of boards of any size look at
+_MAX_CORNERS = 2048  # corners that detectors of boards of any size look at
 _NO_BOARD = 0x10000103
 _DARK = {"otsu": 0, "local-mean": 1}
 _FILTERS = {"median": 1, "plain": 2}
@@ -100,9 +100,10 @@ def refine_corners(
 ) -> NDArray[np.float32]:
     """Corners to parts of a pixel, where every gradient around is perpendicular to the way to it.
 
-    image: (height, width) uint8, sides from 64. corners: (..., 2) x, y to start from. half_window: 2..50, or (horizontal,
-    vertical); should hold no second corner. iterations: most rounds. epsilon: the search ends below this squared shift.
-    verify: corners that do not look like one keep their place. See `find_chessboard` for an example.
+    image: (height, width) uint8, sides from 64. corners: (..., 2) x, y to start from. half_window: 2..50, or
+    (horizontal, vertical); should hold no second corner. iterations: maximum number of rounds. epsilon: the search ends
+    below this squared shift. verify: corners that do not look like one keep their place. See `find_chessboard` for an
+    example.
 
     >>> image = np.kron([[0, 255], [255, 0]], np.ones((40, 40))).astype(np.uint8)
     >>> np.abs(dax.refine_corners(image, [[41.0, 38.0]]) - 39.5).max() < 0.01
@@ -126,18 +127,18 @@ def refine_corners(
 
 def find_checkerboards(
     image: ArrayLike,
-    most: int = 1,
+    max_count: int = 1,
     *,
     extent: tuple[int, int] = (3, 300),
     filter: Literal["median", "plain"] = "median",
     sub_sampling: int = 1,
     angle: tuple[float, float] = (40.0, 90.0),
 ) -> list[Board]:
-    """Finds boards of any size by the Hessian of the smoothed image, the one of most corners first.
+    """Finds boards of any size by the Hessian of the smoothed image, the one with the most corners first.
 
-    image: (height, width) uint8, sides 64..65536; squares from 10 pixels on after sub-sampling (1..5). most: boards
-    returned. extent: least and largest number of corners along a side, 2..300. filter: a 3 x 3 median against noise.
-    angle: least and largest angle between a corner's edges, degrees.
+    image: (height, width) uint8, sides 64..65536; squares from 10 pixels on after sub-sampling (1..5). max_count:
+    boards returned. extent: minimum and maximum number of corners along a side, 2..300. filter: a 3 x 3 median against
+    noise. angle: minimum and maximum angle between a corner's edges, degrees.
 
     >>> squares = np.indices((6, 8)).sum(0) % 2 * 200 + 20
     >>> image = np.pad(np.kron(squares, np.ones((20, 20))), 40, constant_values=220).astype(np.uint8)
@@ -146,18 +147,18 @@ def find_checkerboards(
     """
     src = source("image", image, BYTES)
     param = _hessian(extent, filter, sub_sampling, angle)
-    most, several = min(most, _MOST), most != 1
+    max_count, several = min(max_count, _MAX_CORNERS), max_count != 1
     name = ("Mul" if several else "") + "CheckerboardCornerHessian"
     work = buffer(f"DAXI_{name}BufferSize_8u", src.size)
-    points, corners, boards, count = _board_room(most)
+    points, corners, boards, count = _board_room(max_count)
     arguments = src.pointer, src.step, src.size, points, corners, work, param, boards
-    call(f"DAXI_{name}_8u_C1R", *arguments, *((most, count) if several else ()))
+    call(f"DAXI_{name}_8u_C1R", *arguments, *((max_count, count) if several else ()))
     return _boards(corners, boards, count[0] if several else 1)
 
 
 def find_checkerboards_by_symmetry(
     image: ArrayLike,
-    most: int = 1,
+    max_count: int = 1,
     *,
     extent: tuple[int, int] = (3, 300),
     filter: Literal["median", "plain"] = "median",
@@ -168,11 +169,11 @@ def find_checkerboards_by_symmetry(
     mask: Optional[ArrayLike] = None,
     pool: Optional[Pool] = None,
 ) -> list[Board]:
-    """Finds boards of any size by symmetry around corners, refined; the one of most corners first.
+    """Finds boards of any size by symmetry around corners, refined; the one with the most corners first.
 
-    image, most, extent, filter: as for `find_checkerboards`. contrast: least difference of dark and light, 1..255.
-    distance: no two corners are nearer, 3..100 pixels. radius: 3..100 pixels, with `ladder` the end of the scales that
-    are tried, otherwise the only one. mask: as the image; corners where it is not 0.
+    image, max_count, extent, filter: as for `find_checkerboards`. contrast: minimum difference of dark and light,
+    1..255. distance: no two corners are nearer, 3..100 pixels. radius: 3..100 pixels, with `ladder` the end of the
+    scales that are tried, otherwise the only one. mask: as the image; corners where it is not 0.
 
     >>> squares = np.indices((6, 8)).sum(0) % 2 * 200 + 20
     >>> image = np.pad(np.kron(squares, np.ones((20, 20))), 40, constant_values=220).astype(np.uint8)
@@ -180,18 +181,18 @@ def find_checkerboards_by_symmetry(
     [(5, 7, 2)]
     """
     src = source("image", image, BYTES)
-    cfg = ffi.new("CheckerboardSymCfg*", {"leastExtent": extent[0], "mostExtent": extent[1], "contrast": contrast})
-    cfg.distance, cfg.largestRadius, cfg.filter = distance, radius, choice("filter", filter, _FILTERS)
+    cfg = ffi.new("CheckerboardSymCfg*", {"minExtent": extent[0], "maxExtent": extent[1], "contrast": contrast})
+    cfg.distance, cfg.lastRadius, cfg.filter = distance, radius, choice("filter", filter, _FILTERS)
     cfg.scales = 2 if ladder else 1
-    most, several = min(most, _MOST), most != 1
+    max_count, several = min(max_count, _MAX_CORNERS), max_count != 1
     name = "CheckerboardCornerSym" + ("Mul" if several else "")
     work = buffer(f"DAXI_{name}BufferSize_8u", src.size)
-    points, corners, boards, count = _board_room(most)
+    points, corners, boards, count = _board_room(max_count)
     images = [src.pointer, src.step]
     if mask is not None:
         cover = of_shape("mask", mask, src.array.shape)
         images += [cover.pointer, cover.step]
-    outputs = points, corners, boards, *((most, count) if several else ())
+    outputs = points, corners, boards, *((max_count, count) if several else ())
     try:
         call(
             f"DAXI_{name}_8u_C1R{'M' if mask is not None else ''}",
@@ -209,8 +210,10 @@ def find_checkerboards_by_symmetry(
     return _boards(corners, boards, count[0] if several else 1)
 
 
-def locate_corners(image: ArrayLike, most: int = _MOST, filter: Literal["median", "plain"] = "median") -> Corners:
-    """The first step of `find_checkerboards`: verified corners in no particular order, at most `most`.
+def locate_corners(
+    image: ArrayLike, max_count: int = _MAX_CORNERS, filter: Literal["median", "plain"] = "median"
+) -> Corners:
+    """The first step of `find_checkerboards`: verified corners in no particular order, at most `max_count`.
 
     >>> image = np.kron([[0, 255], [255, 0]], np.ones((40, 40))).astype(np.uint8)
     >>> np.abs(dax.locate_corners(image).points - 39.5).max() < 0.5
@@ -218,15 +221,15 @@ def locate_corners(image: ArrayLike, most: int = _MOST, filter: Literal["median"
     """
     src = source("image", image, BYTES)
     work = buffer("DAXI_CheckerboardCornerHessian_LocBufferSize_8u", src.size)
-    most = min(most, _MOST)
-    corners, count = ffi.new("CheckerboardCorner[]", max(most, 1)), ffi.new("int32_t*")
+    max_count = min(max_count, _MAX_CORNERS)
+    corners, count = ffi.new("CheckerboardCorner[]", max(max_count, 1)), ffi.new("int32_t*")
     param = _hessian((2, 300), filter, 1, (40.0, 90.0))
-    arguments = src.pointer, src.step, src.size, corners, most, count, work, param
+    arguments = src.pointer, src.step, src.size, corners, max_count, count, work, param
     call("DAXI_CheckerboardCornerHessian_Loc_8u_C1R", *arguments)
     return Corners(view("CheckerboardCorner", corners, count[0]))
 
 
-def arrange_corners(corners: Corners, most: int = 1, extent: tuple[int, int] = (3, 300)) -> list[Board]:
+def arrange_corners(corners: Corners, max_count: int = 1, extent: tuple[int, int] = (3, 300)) -> list[Board]:
     """The second step of `find_checkerboards`: boards among at most 2048 corners.
 
     >>> squares = np.indices((6, 8)).sum(0) % 2 * 200 + 20
@@ -241,14 +244,14 @@ def arrange_corners(corners: Corners, most: int = 1, extent: tuple[int, int] = (
         raise TypeError("corners: as locate_corners gives them")
     if not len(records):
         return []
-    most, several = min(most, _MOST), most != 1
+    max_count, several = min(max_count, _MAX_CORNERS), max_count != 1
     name = f"DAXI_{'Mul' if several else ''}CheckerboardCornerHessian_Sort"
     work = buffer(f"{name}BufferSize", len(records))
     arranged = ffi.new("CheckerboardCorner[]", len(records))
-    boards, count = ffi.new("CheckerboardGrid[]", max(most, 1)), ffi.new("int32_t*")
+    boards, count = ffi.new("CheckerboardGrid[]", max(max_count, 1)), ffi.new("int32_t*")
     param = _hessian(extent, "plain", 1, (0.0, 180.0))
     arguments = pointer(records, "CheckerboardCorner"), len(records), arranged, work, param, boards
-    call(name, *arguments, *((most, count) if several else ()))
+    call(name, *arguments, *((max_count, count) if several else ()))
     return _boards(arranged, boards, count[0] if several else 1)
 
 
@@ -257,10 +260,11 @@ def _hessian(extent: tuple[int, int], filter: str, sub_sampling: int, angle: tup
     return ffi.new("CheckerboardHessianParam*", values)
 
 
-def _board_room(most: int) -> tuple[Any, Any, Any, Any]:
+def _board_room(max_count: int) -> tuple[Any, Any, Any, Any]:
     """Points, corners, boards and their number, as outputs."""
-    boards = ffi.new("CheckerboardGrid[]", max(most, 1))
-    return ffi.new("DaxiPoint32f[]", _MOST), ffi.new("CheckerboardCorner[]", _MOST), boards, ffi.new("int32_t*")
+    boards = ffi.new("CheckerboardGrid[]", max(max_count, 1))
+    points, corners = ffi.new("DaxiPoint32f[]", _MAX_CORNERS), ffi.new("CheckerboardCorner[]", _MAX_CORNERS)
+    return points, corners, boards, ffi.new("int32_t*")
 
 
 def _vectors(points: Array) -> NDArray[np.float32]:

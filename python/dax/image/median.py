@@ -7,7 +7,7 @@ from .._arrays import Array
 from .._operation import apply
 from ..pool import Pool
 
-__all__ = ["median3x3"]
+__all__ = ["median3x3", "median5x5"]
 
 
 def median3x3(image: ArrayLike, out: Optional[Array] = None, pool: Optional[Pool] = None) -> Array:
@@ -22,3 +22,14 @@ def median3x3(image: ArrayLike, out: Optional[Array] = None, pool: Optional[Pool
     """
     name = "DAXI_FilterMedian3x3_{type}_{layout}R"
     return apply(name, {"image": image}, types="8u 16u 16s 32f 64f", out=out, pooled=name + "_NEON_MT", pool=pool)
+
+
+def median5x5(image: ArrayLike, out: Optional[Array] = None) -> Array:
+    """Exact median of 5 x 5 pixels, the edge replicated. NaN is ordered beyond infinity.
+
+    image: uint8, uint16, int16 or float32, at least 5 x 5.
+
+    >>> dax.median5x5(np.eye(5, dtype=np.uint8)).sum()
+    0
+    """
+    return apply("DAXI_FilterMedian5x5_{type}_{layout}R", {"image": image}, types="8u 16u 16s 32f", out=out)

@@ -38,7 +38,7 @@ _FILTERS = {
     "rect_height": (0x400, "rectHeight"),
 }
 _OUTSIDE = 0x800
-_MOST = 20000
+_MAX_COUNT = 20000
 
 
 class Labelling(Fixed):
@@ -84,20 +84,20 @@ class Labelling(Fixed):
         call("_DAXI_DomainConvexHull_ROI", self._domains, self._domain(label), size, pointer(corners, "DaxiPoint32s"), count)
         return corners[: count[0]].copy()
 
-    def enclosing_box(self, label: int, least: Literal["area", "perimeter"] = "area") -> RotatedBox:
+    def enclosing_box(self, label: int, minimal: Literal["area", "perimeter"] = "area") -> RotatedBox:
         """The best rectangle around a domain's pixel centres.
 
         >>> dax.label(np.ones((2, 3), np.uint8)).enclosing_box(0)
         RotatedBox(x=1.0, y=0.5, width=2.0, height=1.0, angle=0.0)
         """
-        mode = choice("least", least, BOXES)
+        mode = choice("minimal", minimal, BOXES)
         corners, size = self._hull_room()
         box, room = ffi.new("DaxiRotatedBox*"), pointer(corners, "DaxiPoint32s")
         call("_DAXI_DomainEncloseBox", self._domains, self._domain(label), size, mode, room, box)
         return rotated_box(box)
 
     def rectangularity(self, label: int) -> float:
-        """Share of the rectangle of least area that a domain fills, at most 1.
+        """Share of the rectangle of minimum area that a domain fills, at most 1.
 
         >>> dax.label(np.ones((2, 3), np.uint8)).rectangularity(0)
         1.0
@@ -121,8 +121,8 @@ class Labelling(Fixed):
 def label(mask: ArrayLike, connectivity: Literal[4, 8] = 8, classes: bool = False) -> Labelling:
     """Labels the connected regions of a mask.
 
-    mask: (height, width) uint8 up to 65536 pixels each way, not 0 is foreground. connectivity: 4 joins over edges, 8 over
-    corners too. classes: pixel values are classes, and only equal ones join.
+    mask: (height, width) uint8 up to 65536 pixels each way, not 0 is foreground. connectivity: 4 joins over edges, 8
+    over corners too. classes: pixel values are classes, and only equal ones join.
 
     >>> len(dax.label(np.eye(4, dtype=np.uint8))), len(dax.label(np.eye(4, dtype=np.uint8), connectivity=4))
     (1, 4)
@@ -148,9 +148,9 @@ def label(mask: ArrayLike, connectivity: Literal[4, 8] = 8, classes: bool = Fals
 class Blobs:
     """Selected blobs, one row each. Lengths in pixels, angles in radians; pixel centres are integers.
 
-    labels: in the labelling. rect: (n, 4) upright rectangle x, y, width, height. centroid: (n, 2). box: (n, 5) rectangle
-    of least area: centre x, y, long side, short side, angle of the long side. outside: pixels outside the mask or on the
-    border, where they were counted. score: 0..1 where filters carry weights, else 0.
+    labels: in the labelling. rect: (n, 4) upright rectangle x, y, width, height. centroid: (n, 2). box: (n, 5)
+    rectangle of minimum area: centre x, y, long side, short side, angle of the long side. outside: pixels outside the
+    mask or on the border, where they were counted. score: 0..1 where filters carry weights, else 0.
     """
 
     labels: NDArray[np.uint32]
@@ -197,17 +197,17 @@ def select_blobs(
     weights: Optional[dict[str, float]] = None,
     sort: str = "area",
     order: Literal["ascending", "descending", "none"] = "descending",
-    most: int = _MOST,
+    max_count: int = _MAX_COUNT,
     pool: Optional[Pool] = None,
 ) -> Blobs:
-    """Measures the domains of a labelling and keeps those within all ranges given, at most `most`, the best by `sort`.
+    """Measures the domains of a labelling and keeps those within all given ranges, the best `max_count` by `sort`.
 
-    image: (height, width) uint8, for gray_mode: area and centroid weighted by gray value. Ranges are (least, largest),
-    both included; math.inf leaves the end open. outside_limit: most pixels where `mask` is 0, or without a mask on the
-    border of the image. weights: filter to weight 0..1, for the score. area may hold a range of whole numbers for each
-    class, {cls: (least, largest)}: classes that it does not name are refused; with least > largest it is what lies outside
-    that is accepted. sort: area, perimeter, circularity, rectangularity, x, y, box_angle, box_width, box_height, rect_x,
-    rect_y, principal_angle or axis_ratio.
+    image: (height, width) uint8, for gray_mode: area and centroid weighted by gray value. Ranges are (min, max),
+    both included; math.inf leaves the end open. outside_limit: maximum number of pixels where `mask` is 0, or without a
+    mask on the border of the image. weights: filter to weight 0..1, for the score. area may hold a range of whole
+    numbers for each class, {cls: (min, max)}: classes that it does not name are rejected; with min > max it is what
+    lies outside that is accepted. sort: area, perimeter, circularity, rectangularity, x, y, box_angle, box_width,
+    box_height, rect_x, rect_y, principal_angle or axis_ratio.
 
     >>> mask = np.zeros((8, 8), np.uint8); mask[1:4, 1:3] = 1; mask[6, 6] = 1
     >>> blobs = dax.select_blobs(dax.label(mask), area=(2, 100))
@@ -224,7 +224,7 @@ def select_blobs(
     if by_class is not None:
         ranges["area"] = (0, 0)  # not read
     cfg, inside = _configuration(ranges, weights or {}, outside_limit, mask, labelling)
-    cfg.grayMode, cfg.maxCount, cfg.sortKey, cfg.sortOrder = int(gray_mode), most, key, direction
+    cfg.grayMode, cfg.maxCount, cfg.sortKey, cfg.sortOrder = int(gray_mode), max_count, key, direction
     return _select(labelling, image, cfg, by_class, pool)
 
 
@@ -238,9 +238,9 @@ def _configuration(
     """The record, and what has to live as long as it."""
     cfg = ffi.new("BlobSelectCfg*")
     for name, given in ranges.items():
-        low, high = pair(name, given, "(least, largest); math.inf leaves the end open")
+        low, high = pair(name, given, "(min, max); math.inf leaves the end open")
         if low > high:
-            raise ValueError(f"{name}: {given!r}, the least is above the largest")
+            raise ValueError(f"{name}: {given!r}, the minimum is above the maximum")
         flag, field = _FILTERS[name]
         cfg.flags |= flag
         getattr(cfg, field).min, getattr(cfg, field).max = low, high

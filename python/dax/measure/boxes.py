@@ -28,16 +28,18 @@ def rotated_box(box: Any) -> RotatedBox:
     return RotatedBox(box.x, box.y, box.width, box.height, box.angle)
 
 
-def enclosing_box(points: ArrayLike, least: Literal["area", "perimeter"] = "area", convex: bool = False) -> RotatedBox:
+def enclosing_box(
+    points: ArrayLike, minimal: Literal["area", "perimeter"] = "area", convex: bool = False
+) -> RotatedBox:
     """The best rectangle around points.
 
-    points: (n, 2) whole numbers x, y within +-2^19, in any order. convex: they are corners of a convex polygon in strict
-    turns, as `Labelling.hull` gives them; saves time.
+    points: (n, 2) whole numbers x, y within +-2^19, in any order. convex: they are corners of a convex polygon in
+    strict turns, as `Labelling.hull` gives them; saves time.
 
     >>> dax.enclosing_box([[0, 0], [4, 0], [4, 2], [0, 2], [1, 1]])
     RotatedBox(x=2.0, y=1.0, width=4.0, height=2.0, angle=0.0)
     """
-    mode = choice("least", least, BOXES)
+    mode = choice("minimal", minimal, BOXES)
     if np.asarray(points).dtype.kind not in "iu":
         raise TypeError(f"points: of type {np.asarray(points).dtype}, needed are whole numbers")
     if np.size(points) and np.abs(np.asarray(points, np.float64)).max() > 2**19:

@@ -1,8 +1,8 @@
 """Calipers: edges and pairs of edges across a region, to a fraction of a pixel.
 
-A region is sampled into a profile along its search direction; extrema of the profile's derivative beyond a threshold are
-edges, which are scored by criteria and ranked. Lengths are pixels, angles radians from x towards y, pixel centres lie at
-whole numbers.
+A region is sampled into a profile along its search direction; extrema of the profile's derivative beyond a threshold
+are edges, which are scored by criteria and ranked. Lengths are pixels, angles radians from x towards y, pixel centres
+lie at whole numbers.
 """
 import dataclasses
 from typing import Any, Literal, NamedTuple, Optional, Sequence
@@ -112,7 +112,7 @@ def find_edges(
     polarity: Polarity = "any",
     threshold: float = 10.0,
     half_width: int = 2,
-    most: int = 100,
+    max_count: int = 100,
     only: int = 0,
     contrast: Optional[Ramp] = None,
     distance: Optional[Ramp] = None,
@@ -125,11 +125,11 @@ def find_edges(
     """Finds edges across a region.
 
     image: (height, width) uint8; int16 too for boxes without mask and profile. region: Box, Rhomboid or Annulus, its
-    centre in the image. along: search direction; "width" of an annulus is its radius, "height" its arc. threshold: least
-    response, grey levels for half_width up to 5. half_width: of the derivative filter, 1..50. most: edges returned, at
-    least 1. only: k >= 1 returns the k-th edge along the profile alone, or the last. contrast, distance (from the
-    centre), offset (signed), gray: ramps that score an edge; without any, the contrast out of 255. min_score: least
-    score. mask: as the image; pixels of 0 take no part. profile: return the profile too.
+    centre in the image. along: search direction; "width" of an annulus is its radius, "height" its arc. threshold:
+    minimum response, grey levels for half_width up to 5. half_width: of the derivative filter, 1..50. max_count: edges
+    returned, at least 1. only: k >= 1 returns the k-th edge along the profile alone, or the last. contrast, distance
+    (from the centre), offset (signed), gray: ramps that score an edge; without any, the contrast out of 255. min_score:
+    minimum score. mask: as the image; pixels of 0 are not used. profile: return the profile too.
 
     >>> image = np.zeros((20, 40), np.uint8); image[:, 20:] = 100
     >>> edges = dax.find_edges(image, dax.Box(20, 10, 20, 10), polarity="dark-to-light")
@@ -137,7 +137,7 @@ def find_edges(
     (array([[19.5, 10. ]], dtype=float32), array([-100.], dtype=float32))
     """
     ramps = {"contrast": contrast, "distance": distance, "offset": offset, "gray": gray}
-    cfg = _configuration("Edge", along, polarity, threshold, half_width, most, only, ramps, min_score)
+    cfg = _configuration("Edge", along, polarity, threshold, half_width, max_count, only, ramps, min_score)
     return _edges(*_find("Edge", image, region, cfg, mask, profile))
 
 
@@ -149,7 +149,7 @@ def find_edges_in(
     polarity: Polarity = "any",
     threshold: float = 10.0,
     half_width: int = 2,
-    most: int = 100,
+    max_count: int = 100,
     only: int = 0,
     contrast: Optional[Ramp] = None,
     distance: Optional[Ramp] = None,
@@ -166,7 +166,7 @@ def find_edges_in(
     [[[19.5, 5.0]], [[19.5, 10.0]]]
     """
     ramps = {"contrast": contrast, "distance": distance, "offset": offset, "gray": gray}
-    cfg = _configuration("Edge", along, polarity, threshold, half_width, most, only, ramps, min_score)
+    cfg = _configuration("Edge", along, polarity, threshold, half_width, max_count, only, ramps, min_score)
     return [_edges(*found) for found in _find_in("Edge", image, regions, cfg, pool)]
 
 
@@ -179,7 +179,7 @@ def find_edge_pairs(
     polarity: Polarity = "any",
     threshold: float = 10.0,
     half_width: int = 2,
-    most: int = 100,
+    max_count: int = 100,
     only: int = 0,
     contrast: Optional[Ramp] = None,
     position: Optional[Ramp] = None,
@@ -198,8 +198,8 @@ def find_edge_pairs(
     """Finds pairs of edges of opposite polarity: stripes, gaps, widths.
 
     Arguments as for `find_edges`; polarity is that of the first edge, only the k-th pair. Criteria: contrast, gray,
-    position (distance of the middle from the centre) and signed_position; the same relative to expected_width E; width /
-    E; width_error, the magnitude of (width - E) / E; signed_width_error (width - E) / E with a ramp below 0 and one
+    position (distance of the middle from the centre) and signed_position; the same relative to expected_width E; width
+    / E; width_error, the magnitude of (width - E) / E; signed_width_error (width - E) / E with a ramp below 0 and one
     above; straddle, 1 where the edges lie on both sides of the centre.
 
     >>> image = np.zeros((20, 40), np.uint8); image[:, 15:23] = 100
@@ -213,7 +213,7 @@ def find_edge_pairs(
         **{"positionNormNeg": signed_relative_position, "sizeNorm": relative_width, "sizeDiffNorm": width_error},
         **{"sizeDiffBelow": below, "sizeDiffAbove": above, "straddle": straddle, "gray": gray},
     }
-    cfg = _configuration("EdgePair", along, polarity, threshold, half_width, most, only, ramps, min_score)
+    cfg = _configuration("EdgePair", along, polarity, threshold, half_width, max_count, only, ramps, min_score)
     cfg.expectedWidth = expected_width
     return _pairs(*_find("EdgePair", image, region, cfg, mask, profile))
 
@@ -227,7 +227,7 @@ def find_edge_pairs_in(
     polarity: Polarity = "any",
     threshold: float = 10.0,
     half_width: int = 2,
-    most: int = 100,
+    max_count: int = 100,
     only: int = 0,
     contrast: Optional[Ramp] = None,
     position: Optional[Ramp] = None,
@@ -245,7 +245,7 @@ def find_edge_pairs_in(
     """
     ramps = {"contrast": contrast, "position": position, "sizeNorm": relative_width, "sizeDiffNorm": width_error}
     ramps["straddle"] = straddle
-    cfg = _configuration("EdgePair", along, polarity, threshold, half_width, most, only, ramps, min_score)
+    cfg = _configuration("EdgePair", along, polarity, threshold, half_width, max_count, only, ramps, min_score)
     cfg.expectedWidth = expected_width
     return [_pairs(*found) for found in _find_in("EdgePair", image, regions, cfg, pool)]
 
@@ -267,7 +267,7 @@ def _configuration(
     polarity: str,
     threshold: float,
     half_width: int,
-    most: int,
+    max_count: int,
     only: int,
     ramps: dict[str, Optional[Ramp]],
     min_score: float,
@@ -276,9 +276,9 @@ def _configuration(
     cfg.projection, cfg.polarity = choice("along", along, _ALONG), choice("polarity", polarity, _POLARITIES)
     cfg.threshold, cfg.filterHalfWidth, cfg.minScore = threshold, half_width, min_score
     if kind == "Edge":
-        cfg.maxEdges, cfg.edgeChoice = most, only
+        cfg.maxEdges, cfg.edgeChoice = max_count, only
     else:
-        cfg.maxPairs, cfg.pairChoice = most, only
+        cfg.maxPairs, cfg.pairChoice = max_count, only
     active = {name: ramp for name, ramp in ramps.items() if ramp is not None} or {"contrast": _BY_CONTRAST}
     for name, (x0, x1, x2, low, high, falling) in active.items():
         cfg.scoreFlags |= _FLAGS[kind][name]
@@ -328,7 +328,7 @@ def _find_in(kind: str, image: ArrayLike, regions: Sequence[Region], cfg: Any, p
 
 
 def _results(kind: str, cfg: Any, regions: Sequence[Region]) -> tuple[Any, Array, Array]:
-    """Results with room for what the configuration asks, and that room as arrays: (count, most) records, their points.
+    """Results with room for what the configuration asks, and the room as arrays: (count, max_count) records, their points.
     The configuration is made to ask for no more than there can be."""
     count, samples = len(regions), max(longest(region) for region in regions)
     limit, field, each = ("maxEdges", "edges", 1) if kind == "Edge" else ("maxPairs", "pairs", 2)

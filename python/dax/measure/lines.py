@@ -50,13 +50,13 @@ def fit_line(
     iterations: int = 50,
     angle: Optional[tuple[float, float]] = None,
 ) -> Line:
-    """Fits a line to points of which some do not belong, by weighted total least squares in rounds.
+    """Fits a line to points with outliers, by weighted total least squares in rounds.
 
     points: (n, 2) x, y in pixels, n >= 2; int16, int32, or taken as float32. weights: weight function. start: first
-    line, by all points (outliers pull it away: the threshold must leave room for that) or by search over pairs, which takes
-    many outliers (time grows with n^2 and more; "some-pairs" limits it). threshold: points further from the line take no
-    part, pixels. rejected: so many of the worst points take no part, fewer than n - 1. iterations: most rounds. angle:
-    (expected, tolerance) of the direction, radians.
+    line, by all points (outliers pull it away: the threshold must leave room for that) or by search over pairs, which
+    takes many outliers (time grows with n^2 and more; "some-pairs" limits it). threshold: points further from the line
+    take no part, pixels. rejected: number of worst points that take no part, fewer than n - 1. iterations: maximum
+    number of rounds. angle: (expected, tolerance) of the direction, radians.
 
     >>> line = dax.fit_line([[0, 1], [1, 2], [2, 3], [3, 40], [4, 5]], start="all-pairs", threshold=0.5)
     >>> line.inliers, round(-line.a / line.b, 5), round(-line.c / line.b, 5)

@@ -4,6 +4,7 @@
 #include <cstring>
 #include <functional>
 
+#include "calib/board/chessboard_sym.h"
 #include "tests/calib/board/checkerboard_search.h"
 #include "tests/support/check_order.h"
 #include "tests/support/mock_pool.h"
@@ -106,9 +107,9 @@ TEST(Checkerboards, SeveralBoardsTheLargestFirst) {
   EXPECT_EQ(findBySymmetry(two.image, kSymmetry, 1).boards.size(), 1u);
   // Limits of extent choose between them.
   CheckerboardHessianParam small = kHessian;
-  small.mostExtent = 7;
+  small.maxExtent = 7;
   CheckerboardSymCfg smallToo = kSymmetry;
-  smallToo.mostExtent = 7;
+  smallToo.maxExtent = 7;
   for (const FoundBoards& found : {findByHessian(two.image, small), findBySymmetry(two.image, smallToo)}) {
     ASSERT_EQ(found.boards.size(), 1u);
     EXPECT_EQ(found.boards[0].columns, 5);
@@ -223,7 +224,7 @@ TEST(Checkerboards, SubSamplingAndAngles) {
   CheckerboardHessianParam param = kHessian;
   param.subSampling = 3;
   expectBoard(findByHessian(board.image, param), board, view, 0.5);
-  param.leastAngle = 20, param.mostAngle = 60;  // the edges cross at right angles
+  param.minAngle = 20, param.maxAngle = 60;  // the edges cross at right angles
   EXPECT_TRUE(findByHessian(board.image, param).boards.empty());
 }
 
@@ -306,11 +307,11 @@ class CheckerboardChecks : public testing::Test {
 TEST_F(CheckerboardChecks, HessianOrderAndCodes) {
   const auto clauses =
       clausesWith({[](Arguments& a) { a.param.filter = 0; }, [](Arguments& a) { a.param.filter = 3; },
-                   [](Arguments& a) { a.param.subSampling = 6; }, [](Arguments& a) { a.param.leastExtent = 1; },
-                   [](Arguments& a) { a.param.mostExtent = 301; }, [](Arguments& a) { a.param.leastAngle = -1; },
-                   [](Arguments& a) { a.param.mostAngle = 181; },
-                   [](Arguments& a) { a.param.leastAngle = 91, a.param.mostAngle = 90; },
-                   [](Arguments& a) { a.param.mostAngle = std::numeric_limits<float>::quiet_NaN(); }});
+                   [](Arguments& a) { a.param.subSampling = 6; }, [](Arguments& a) { a.param.minExtent = 1; },
+                   [](Arguments& a) { a.param.maxExtent = 301; }, [](Arguments& a) { a.param.minAngle = -1; },
+                   [](Arguments& a) { a.param.maxAngle = 181; },
+                   [](Arguments& a) { a.param.minAngle = 91, a.param.maxAngle = 90; },
+                   [](Arguments& a) { a.param.maxAngle = std::numeric_limits<float>::quiet_NaN(); }});
   expectCheckOrder<Arguments>(
       good_, clauses,
       [](const Arguments& a) {
@@ -323,9 +324,9 @@ TEST_F(CheckerboardChecks, HessianOrderAndCodes) {
 
 TEST_F(CheckerboardChecks, SymmetryOrderAndCodes) {
   const auto clauses =
-      clausesWith({[](Arguments& a) { a.cfg.leastExtent = 1; }, [](Arguments& a) { a.cfg.mostExtent = 301; },
+      clausesWith({[](Arguments& a) { a.cfg.minExtent = 1; }, [](Arguments& a) { a.cfg.maxExtent = 301; },
                    [](Arguments& a) { a.cfg.contrast = 256; }, [](Arguments& a) { a.cfg.distance = 2; },
-                   [](Arguments& a) { a.cfg.largestRadius = 101; }, [](Arguments& a) { a.cfg.filter = 0; },
+                   [](Arguments& a) { a.cfg.lastRadius = 101; }, [](Arguments& a) { a.cfg.filter = 0; },
                    [](Arguments& a) { a.cfg.scales = 3; }});
   const auto find = [](const Arguments& a) {
     return DAXI_CheckerboardCornerSym_8u_C1R(a.src, a.step, a.size, a.points, a.corners, a.result, &a.cfg, a.buffer,

@@ -4,7 +4,6 @@
 
 #include <limits>
 
-#include "calib/board/checkerboard.h"
 #include "daxi/chessboard_subpix.h"
 #include "tests/calib/board/board_image.h"
 #include "tests/support/check_order.h"

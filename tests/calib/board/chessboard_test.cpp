@@ -1,4 +1,6 @@
-#include "calib/board/chessboard.h"
+#include "calib/board/chessboard_board.h"
+#include "calib/board/chessboard_mask.h"
+#include "calib/board/chessboard_surplus.h"
 
 #include <gtest/gtest.h>
 
@@ -220,11 +222,11 @@ class Quads : public testing::Test {
   }
   GroupScratch scratch() {
     uint64_t bytes = 0;
-    _DAXI_PtEncloseBoxBufferSize_32s(kMostQuads, &bytes);
+    _DAXI_PtEncloseBoxBufferSize_32s(kMaxQuads, &bytes);
     box_.resize(bytes);
     places_ = std::make_unique<GuardedBuffer<QuadPlace>>(quads_.size());
-    centres_.resize(kMostQuads);
-    hull_.resize(4 * kMostQuads + 5);
+    centres_.resize(kMaxQuads);
+    hull_.resize(4 * kMaxQuads + 5);
     return {places_->data(), centres_.data(), hull_.data(), box_.data()};
   }
 

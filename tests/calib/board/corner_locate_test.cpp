@@ -3,8 +3,8 @@
 
 #include <numbers>
 
-#include "calib/board/hessian.h"
-#include "calib/board/symmetry.h"
+#include "calib/board/hessian_locate.h"
+#include "calib/board/symmetry_locate.h"
 #include "tests/calib/board/checkerboard_search.h"
 
 namespace dax::test {

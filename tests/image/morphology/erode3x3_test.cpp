@@ -67,11 +67,11 @@ TEST(Erode, RaggedSizes) {
       for (const int32_t isa : kCodes) {
         Image dst(size, 2, guard), same(size, 1, guard);
         dst.remember();
-        erode3x3(src.data(), src.step(), dst.data(), dst.step(), size, iterations, buffer.data(), isa);
+        _DAXI_Erode3x3_8u_C1R(src.data(), src.step(), dst.data(), dst.step(), size, iterations, buffer.data(), isa);
         ASSERT_EQ(toBytes(dst), expected) << w << " x " << size.height << " code " << isa;
         ASSERT_TRUE(dst.paddingUntouched());
         assign(same, toBytes(src));
-        erode3x3(same.data(), same.step(), same.data(), same.step(), size, iterations, buffer.data(), isa);
+        _DAXI_Erode3x3_8u_C1R(same.data(), same.step(), same.data(), same.step(), size, iterations, buffer.data(), isa);
         ASSERT_EQ(toBytes(same), expected) << w << " x " << size.height << " in place, code " << isa;
       }
     }

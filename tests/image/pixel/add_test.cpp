@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "image/pixel/workers_8u.h"
+#include "image/pixel/copy.h"
 #include "tests/support/check_order.h"
 #include "tests/support/test_image.h"
 

@@ -37,7 +37,7 @@ template <class T>
   const auto pixel = [&](int32_t x, int32_t y) { return src.at(x, y); };
   for (int32_t y = 0; y < h; ++y) {
     for (int32_t x = 0; x < w; ++x) {
-      if (!sameBits(dst.at(x, y), oracle::median3x3(pixel, x, y, w, h))) {
+      if (!sameBits(dst.at(x, y), oracle::median<3>(pixel, x, y, w, h))) {
         return ::testing::AssertionFailure() << w << " x " << h << " at " << x << ", " << y;
       }
     }

@@ -4,6 +4,8 @@
 
 #include <cmath>
 
+#include "image/statistics/histogram.h"
+#include "image/threshold/threshold_levels.h"
 #include "tests/image/threshold/threshold_oracle.h"
 #include "tests/support/check_order.h"
 #include "tests/support/test_image.h"

@@ -5,6 +5,7 @@
 #include <limits>
 
 #include "daxi/filter_mean.h"
+#include "image/window/filter_mean_int.h"
 #include "tests/image/window/filter_mean_oracle.h"
 #include "tests/support/check_order.h"
 #include "tests/support/mock_pool.h"

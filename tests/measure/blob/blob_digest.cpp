@@ -91,7 +91,7 @@ TEST(Digests, Regions) {
     float rectangularity = 0;
     ASSERT_EQ(_DAXI_DomainConvexHull_ROI(&list, domain, size, points.data(), &count), DAX_STS_OK);
     digest.add(points.data(), static_cast<size_t>(count) * sizeof(DaxiPoint32s));
-    for (const int32_t mode : {DAXI_BOX_LEAST_AREA, DAXI_BOX_LEAST_PERIMETER}) {
+    for (const int32_t mode : {DAXI_BOX_MIN_AREA, DAXI_BOX_MIN_PERIMETER}) {
       DaxiRotatedBox box;
       ASSERT_EQ(_DAXI_DomainEncloseBox(&list, domain, size, mode, points.data(), &box), DAX_STS_OK);
       digest.add(&box, sizeof box);

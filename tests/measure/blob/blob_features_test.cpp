@@ -1,4 +1,4 @@
-#include "measure/blob/blob_select.h"
+#include "measure/blob/blob_features.h"
 
 #include <gtest/gtest.h>
 

@@ -7,7 +7,7 @@
 #include <string_view>
 #include <vector>
 
-#include "measure/blob/blob_select.h"
+#include "daxi/blob_select_v4.h"
 #include "tests/measure/blob/labeller.h"
 
 namespace dax::test {

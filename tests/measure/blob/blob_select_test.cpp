@@ -1,4 +1,4 @@
-#include "measure/blob/blob_select.h"
+#include "daxi/blob_select.h"
 
 #include <gtest/gtest.h>
 

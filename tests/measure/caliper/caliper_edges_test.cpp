@@ -3,6 +3,8 @@
 
 #include <numbers>
 
+#include "measure/caliper/caliper_edges.h"
+#include "measure/caliper/caliper_filter.h"
 #include "tests/measure/caliper/caliper_oracle.h"
 #include "tests/measure/caliper/caliper_scene.h"
 #include "tests/support/edge_scene.h"
@@ -11,7 +13,7 @@ namespace dax::test {
 namespace {
 
 TEST(CaliperFilter, Kernels) {
-  float kernel[kLongestKernel];
+  float kernel[kMaxKernel];
   for (int32_t half = 1; half <= 50; ++half) {
     ASSERT_EQ(DAXI_CalipEdgeDetect_init_dog_kernel_32f(static_cast<uint32_t>(half), 1000, kernel), 2 * half + 1);
     const std::vector<double> gaussian = oracle::gaussianKernel(2 * half + 1);
@@ -40,8 +42,8 @@ TEST(CaliperFilter, FollowsTheDefinition) {
     for (const uint32_t half : {1u, 3u, 5u, 6u, 50u}) {
       std::vector<float> profile, constant(static_cast<size_t>(n), 177.3f);
       for (int32_t i = 0; i < n; ++i) profile.push_back(static_cast<float>(random.below(65536)) / 256);
-      float kernel[kLongestKernel];
-      GuardedBuffer<float> extended(static_cast<size_t>(n + kLongestKernel)), out(static_cast<size_t>(n));
+      float kernel[kMaxKernel];
+      GuardedBuffer<float> extended(static_cast<size_t>(n + kMaxKernel)), out(static_cast<size_t>(n));
       GuardedBuffer<float> twin(out.size());
       const int32_t length =
           _DAXI_Caliper_dog_filter_32f(profile.data(), n, half, kernel, extended.data(), out.data(), DAX_ISA_PORTABLE);

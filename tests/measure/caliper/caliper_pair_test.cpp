@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include "daxi/caliper_pair.h"
 #include "tests/measure/caliper/caliper_oracle.h"
 #include "tests/measure/caliper/caliper_scene.h"
 #include "tests/support/edge_scene.h"

@@ -5,7 +5,7 @@
 
 #include <vector>
 
-#include "measure/caliper/caliper.h"
+#include "measure/caliper/caliper_region.h"
 #include "tests/support/test_image.h"
 
 namespace dax::test {

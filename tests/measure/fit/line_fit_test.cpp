@@ -1,10 +1,11 @@
-#include "measure/fit/line_fit.h"
+#include "measure/fit/line_fit_refine.h"
 
 #include <gtest/gtest.h>
 
 #include <limits>
 #include <numbers>
 
+#include "measure/fit/line_fit.h"
 #include "tests/measure/fit/line_fit_oracle.h"
 #include "tests/measure/fit/line_scene.h"
 #include "tests/support/check_order.h"

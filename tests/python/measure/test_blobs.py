@@ -39,7 +39,7 @@ def test_features_and_filters(rng):
         ys, xs = np.nonzero(labels == label)
         assert blobs.rect[row].tolist() == [xs.min(), ys.min(), np.ptp(xs) + 1, np.ptp(ys) + 1]
         assert np.allclose(blobs.centroid[row], [xs.mean(), ys.mean()], atol=1e-4)
-    kept = dax.select_blobs(labelling, area=(3, 20), rect_width=(2, 6), sort="area", order="ascending", most=7)
+    kept = dax.select_blobs(labelling, area=(3, 20), rect_width=(2, 6), sort="area", order="ascending", max_count=7)
     wide = blobs.rect[:, 2]
     passing = np.sort(blobs.area[(blobs.area >= 3) & (blobs.area <= 20) & (wide >= 2) & (wide <= 6)])
     assert kept.area.tolist() == passing[:7].tolist()

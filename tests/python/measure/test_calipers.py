@@ -39,8 +39,8 @@ def test_order_choice_criteria_and_profile():
     assert len(edges.profile.response) == 80 and edges.profile.kernel_length == 5
     assert np.array_equal(edges.response, edges.profile.response[edges.index])
     assert dax.find_edges(image, box, only=1).points[0, 0] == 19.5
-    assert len(dax.find_edges(image, box, most=2**31 - 1)) == 3  # no memory for more than there can be
-    assert dax.find_edges(image, box, most=2).points[:, 0].tolist() == [39.5, 59.5]
+    assert len(dax.find_edges(image, box, max_count=2**31 - 1)) == 3  # no memory for more than there can be
+    assert dax.find_edges(image, box, max_count=2).points[:, 0].tolist() == [39.5, 59.5]
     nearest = dax.find_edges(image, box, offset=dax.Ramp(10, 20, 20, falling=True))
     assert nearest.points[0, 0] in (19.5, 39.5) and nearest.score[0] == 1
     right = dax.find_edges(image, box, offset=dax.Ramp(0, 0, 1), min_score=0.5)

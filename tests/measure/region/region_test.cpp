@@ -1,0 +1,133 @@
+#include "daxi/region.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+
+#include "tests/measure/blob/blob_scene.h"
+
+namespace dax::test {
+namespace {
+
+using PointList = std::vector<DaxiPoint32s>;
+
+oracle::Points toOracle(const PointList& points) {
+  oracle::Points result;
+  for (const DaxiPoint32s p : points) result.push_back({p.x, p.y});
+  return result;
+}
+
+// Random domains: the hull turns one way only, its corners are pixels, and every pixel lies inside.
+TEST(Region, HullsOfDomains) {
+  for (uint64_t seed = 0; seed < 40; ++seed) {
+    const Image image = randomMask({33, 21}, seed, 30 + static_cast<int32_t>(seed));
+    const Scene scene(image);
+    const oracle::Labels labels = oracle::floodFill(toMask(image), 8);
+    for (uint32_t d = 0; d < scene.list().domainCount; ++d) {
+      GuardedBuffer<DaxiPoint32s> hull(DAXI_HULL_POINTS(21));
+      int32_t count = 0;
+      ASSERT_EQ(_DAXI_DomainConvexHull_ROI(&scene.list(), &scene.list().domains[d], image.size(), hull.data(), &count),
+                DAX_STS_OK);
+      const oracle::Points pixels = oracle::pixelsOf(toMask(image), labels, static_cast<int32_t>(d));
+      ASSERT_GE(count, 1);
+      EXPECT_EQ((std::pair<double, double>(hull[0].x, hull[0].y)), pixels.front());
+      for (int32_t i = 0; i < count; ++i) {
+        const DaxiPoint32s a = hull[static_cast<size_t>(i)], b = hull[static_cast<size_t>((i + 1) % count)];
+        EXPECT_EQ(std::count(pixels.begin(), pixels.end(), std::pair<double, double>(a.x, a.y)), 1);
+        int onEdge = 0;
+        for (const auto& [x, y] : pixels) {
+          const double turn = (b.x - a.x) * (y - a.y) - (b.y - a.y) * (x - a.x);
+          EXPECT_GE(turn, 0);
+          onEdge += turn == 0;
+        }
+        EXPECT_TRUE(count <= 2 || onEdge < static_cast<int>(pixels.size()));
+      }
+    }
+  }
+}
+
+DaxiRotatedBox boxAround(const PointList& points, int32_t mode) {
+  uint64_t bytes = 0;
+  EXPECT_EQ(_DAXI_PtEncloseBoxBufferSize_32s(static_cast<int32_t>(points.size()), &bytes), DAX_STS_OK);
+  GuardedBuffer<uint8_t> buffer(bytes);
+  DaxiRotatedBox box = {};
+  EXPECT_EQ(_DAXI_PtEncloseBox_32s(points.data(), static_cast<int32_t>(points.size()), mode, &box, buffer.data()),
+            DAX_STS_OK);
+  return box;
+}
+
+// Points in any order, duplicates and lines among them: as small as brute force can, and around all points.
+TEST(Region, BoxesAroundPoints) {
+  Random random(2);
+  for (int round = 0; round < 300; ++round) {
+    PointList points(static_cast<size_t>(1 + random.below(25)));
+    const int32_t spread = 1 + random.below(40), flat = round % 7 == 0 ? 1 : spread;
+    for (DaxiPoint32s& p : points) p = {random.below(spread) - 20, random.below(flat) + 1000};
+    const DaxiRotatedBox least = boxAround(points, DAXI_BOX_MIN_AREA),
+                         narrow = boxAround(points, DAXI_BOX_MIN_PERIMETER);
+    const double best = oracle::leastBoxArea(toOracle(points));
+    EXPECT_NEAR(least.width * least.height, std::isinf(best) ? 0 : best, 1e-3);
+    EXPECT_LE(narrow.width + narrow.height, least.width + least.height + 1e-4);
+    for (const DaxiRotatedBox& box : {least, narrow}) {
+      EXPECT_GE(box.width, box.height);
+      for (const DaxiPoint32s p : points) {
+        const double dx = p.x - box.x, dy = p.y - box.y, c = std::cos(box.angle), s = std::sin(box.angle);
+        EXPECT_LE(std::fabs(dx * c + dy * s), box.width / 2 + 1e-3);
+        EXPECT_LE(std::fabs(dy * c - dx * s), box.height / 2 + 1e-3);
+      }
+    }
+  }
+  const DaxiRotatedBox far =
+      boxAround({{-(1 << 19), -(1 << 19)}, {1 << 19, 1 << 19}, {1 << 19, -(1 << 19)}}, DAXI_BOX_MIN_AREA);
+  EXPECT_FLOAT_EQ(far.width * far.height, 1048576.0f * 1048576.0f);
+}
+
+TEST(Region, ModesAndTies) {
+  // A right triangle with sides 3, 4, 5: area 12 along any edge; half perimeter 7 along the short ones, 7.4 along the
+  // long.
+  const PointList triangle = {{0, 0}, {4, 0}, {0, 3}};
+  DaxiRotatedBox box;
+  ASSERT_EQ(DAXI_REG_EncloseBox(triangle.data(), 3, DAXI_BOX_MIN_AREA, &box), DAX_STS_OK);
+  EXPECT_FLOAT_EQ(box.width, 4);
+  EXPECT_EQ(box.angle, 0);  // the last of the equal ones: the edge from (0, 3) to (0, 0)
+  const PointList turned = {{0, 0}, {0, 3}, {-4, 0}};
+  ASSERT_EQ(DAXI_REG_EncloseBox(turned.data(), 3, DAXI_BOX_MIN_PERIMETER, &box), DAX_STS_OK);
+  EXPECT_FLOAT_EQ(box.width + box.height, 7);
+  EXPECT_FLOAT_EQ(box.x, -2);
+  EXPECT_FLOAT_EQ(box.y, 1.5f);
+}
+
+TEST(Region, DomainMeasuresAndChecks) {
+  const Image image = picture({"####", "####", "#...", "...#"});
+  const Scene scene(image, 4);
+  const DaxiDomain &shape = scene.list().domains[0], &dot = scene.list().domains[1];
+  GuardedBuffer<DaxiPoint32s> points(DAXI_HULL_POINTS(4));
+  DaxiRotatedBox box;
+  float fill = 0;
+  ASSERT_EQ(_DAXI_DomainEncloseBox(&scene.list(), &shape, {4, 4}, DAXI_BOX_MIN_AREA, points.data(), &box),
+            DAX_STS_OK);
+  EXPECT_EQ(box.width, 3);
+  EXPECT_EQ(box.height, 2);
+  ASSERT_EQ(_DAXI_DomainRectangularity(&scene.list(), &shape, {4, 4}, points.data(), &fill), DAX_STS_OK);
+  EXPECT_EQ(fill, 1);  // nine pixels, six square pixels between centres
+  ASSERT_EQ(_DAXI_DomainEncloseBox(&scene.list(), &shape, {2, 4}, DAXI_BOX_MIN_AREA, points.data(), &box),
+            DAX_STS_OK);
+  EXPECT_EQ(box.height, 1);  // cut at the region
+  ASSERT_EQ(_DAXI_DomainEncloseBox(&scene.list(), &dot, {2, 2}, DAXI_BOX_MIN_AREA, points.data(), &box), DAX_STS_OK);
+  EXPECT_EQ(box.width + box.x + box.y, 0);
+  ASSERT_EQ(_DAXI_DomainRectangularity(&scene.list(), &dot, {2, 2}, points.data(), &fill), DAX_STS_OK);
+  EXPECT_EQ(fill, 1);
+
+  const DaxiPoint32s far = {(1 << 19) + 1, 0};
+  EXPECT_EQ(_DAXI_DomainRectangularity(&scene.list(), nullptr, {4, 4}, points.data(), &fill), DAX_STS_NULL_POINTER);
+  EXPECT_EQ(_DAXI_DomainEncloseBox(&scene.list(), &shape, {0, 4}, 9, points.data(), &box), DAX_STS_BAD_SIZE);
+  EXPECT_EQ(_DAXI_DomainEncloseBox(&scene.list(), &shape, {4, 4}, 3, points.data(), &box), DAX_STS_BAD_PARAM);
+  EXPECT_EQ(DAXI_REG_EncloseBox(nullptr, 0, 1, &box), DAX_STS_NULL_POINTER);
+  EXPECT_EQ(DAXI_REG_EncloseBox(&far, 0, 0, &box), DAX_STS_BAD_SIZE);
+  EXPECT_EQ(DAXI_REG_EncloseBox(&far, 1, 0, &box), DAX_STS_BAD_PARAM);
+  EXPECT_EQ(DAXI_REG_EncloseBox(&far, 1, 1, &box), DAX_STS_DATA_RANGE);
+  EXPECT_EQ(_DAXI_PtEncloseBox_32s(&far, 1, 1, &box, nullptr), DAX_STS_NULL_POINTER);
+}
+
+}  // namespace
+}  // namespace dax::test
