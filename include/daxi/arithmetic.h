@@ -25,129 +25,129 @@ DAX_BEGIN_DECLS
 DAX_API DaxStatus DAXI_AddC_8u_C1RSfs(const uint8_t* src, int32_t srcStep, uint8_t* dst, int32_t dstStep, DaxiSize size,
                                       uint8_t value, int32_t scaleFactor);
 DAX_API DaxStatus DAXI_AddC_8u_C3RSfs(const uint8_t* src, int32_t srcStep, uint8_t* dst, int32_t dstStep, DaxiSize size,
-                                      const uint8_t* value, int32_t scaleFactor);
+                                      const uint8_t value[3], int32_t scaleFactor);
 DAX_API DaxStatus DAXI_AddC_8u_C1IRSfs(uint8_t* srcDst, int32_t step, DaxiSize size, uint8_t value,
                                        int32_t scaleFactor);
-DAX_API DaxStatus DAXI_AddC_8u_C3IRSfs(uint8_t* srcDst, int32_t step, DaxiSize size, const uint8_t* value,
+DAX_API DaxStatus DAXI_AddC_8u_C3IRSfs(uint8_t* srcDst, int32_t step, DaxiSize size, const uint8_t value[3],
                                        int32_t scaleFactor);
 DAX_API DaxStatus DAXI_AddC_16u_C1RSfs(const uint16_t* src, int32_t srcStep, uint16_t* dst, int32_t dstStep,
                                        DaxiSize size, uint16_t value, int32_t scaleFactor);
 DAX_API DaxStatus DAXI_AddC_16u_C3RSfs(const uint16_t* src, int32_t srcStep, uint16_t* dst, int32_t dstStep,
-                                       DaxiSize size, const uint16_t* value, int32_t scaleFactor);
+                                       DaxiSize size, const uint16_t value[3], int32_t scaleFactor);
 DAX_API DaxStatus DAXI_AddC_16u_C1IRSfs(uint16_t* srcDst, int32_t step, DaxiSize size, uint16_t value,
                                         int32_t scaleFactor);
-DAX_API DaxStatus DAXI_AddC_16u_C3IRSfs(uint16_t* srcDst, int32_t step, DaxiSize size, const uint16_t* value,
+DAX_API DaxStatus DAXI_AddC_16u_C3IRSfs(uint16_t* srcDst, int32_t step, DaxiSize size, const uint16_t value[3],
                                         int32_t scaleFactor);
 DAX_API DaxStatus DAXI_AddC_16s_C1RSfs(const int16_t* src, int32_t srcStep, int16_t* dst, int32_t dstStep,
                                        DaxiSize size, int16_t value, int32_t scaleFactor);
 DAX_API DaxStatus DAXI_AddC_16s_C3RSfs(const int16_t* src, int32_t srcStep, int16_t* dst, int32_t dstStep,
-                                       DaxiSize size, const int16_t* value, int32_t scaleFactor);
+                                       DaxiSize size, const int16_t value[3], int32_t scaleFactor);
 DAX_API DaxStatus DAXI_AddC_16s_C1IRSfs(int16_t* srcDst, int32_t step, DaxiSize size, int16_t value,
                                         int32_t scaleFactor);
-DAX_API DaxStatus DAXI_AddC_16s_C3IRSfs(int16_t* srcDst, int32_t step, DaxiSize size, const int16_t* value,
+DAX_API DaxStatus DAXI_AddC_16s_C3IRSfs(int16_t* srcDst, int32_t step, DaxiSize size, const int16_t value[3],
                                         int32_t scaleFactor);
 DAX_API DaxStatus DAXI_AddC_32f_C1R(const float* src, int32_t srcStep, float* dst, int32_t dstStep, DaxiSize size,
                                     float value);
 DAX_API DaxStatus DAXI_AddC_32f_C3R(const float* src, int32_t srcStep, float* dst, int32_t dstStep, DaxiSize size,
-                                    const float* value);
+                                    const float value[3]);
 DAX_API DaxStatus DAXI_AddC_32f_C1IR(float* srcDst, int32_t step, DaxiSize size, float value);
-DAX_API DaxStatus DAXI_AddC_32f_C3IR(float* srcDst, int32_t step, DaxiSize size, const float* value);
+DAX_API DaxStatus DAXI_AddC_32f_C3IR(float* srcDst, int32_t step, DaxiSize size, const float value[3]);
 
 /* dst = (src - value) * 2^-scaleFactor. */
 DAX_API DaxStatus DAXI_SubC_8u_C1RSfs(const uint8_t* src, int32_t srcStep, uint8_t* dst, int32_t dstStep, DaxiSize size,
                                       uint8_t value, int32_t scaleFactor);
 DAX_API DaxStatus DAXI_SubC_8u_C3RSfs(const uint8_t* src, int32_t srcStep, uint8_t* dst, int32_t dstStep, DaxiSize size,
-                                      const uint8_t* value, int32_t scaleFactor);
+                                      const uint8_t value[3], int32_t scaleFactor);
 DAX_API DaxStatus DAXI_SubC_8u_C1IRSfs(uint8_t* srcDst, int32_t step, DaxiSize size, uint8_t value,
                                        int32_t scaleFactor);
-DAX_API DaxStatus DAXI_SubC_8u_C3IRSfs(uint8_t* srcDst, int32_t step, DaxiSize size, const uint8_t* value,
+DAX_API DaxStatus DAXI_SubC_8u_C3IRSfs(uint8_t* srcDst, int32_t step, DaxiSize size, const uint8_t value[3],
                                        int32_t scaleFactor);
 DAX_API DaxStatus DAXI_SubC_16u_C1RSfs(const uint16_t* src, int32_t srcStep, uint16_t* dst, int32_t dstStep,
                                        DaxiSize size, uint16_t value, int32_t scaleFactor);
 DAX_API DaxStatus DAXI_SubC_16u_C3RSfs(const uint16_t* src, int32_t srcStep, uint16_t* dst, int32_t dstStep,
-                                       DaxiSize size, const uint16_t* value, int32_t scaleFactor);
+                                       DaxiSize size, const uint16_t value[3], int32_t scaleFactor);
 DAX_API DaxStatus DAXI_SubC_16u_C1IRSfs(uint16_t* srcDst, int32_t step, DaxiSize size, uint16_t value,
                                         int32_t scaleFactor);
-DAX_API DaxStatus DAXI_SubC_16u_C3IRSfs(uint16_t* srcDst, int32_t step, DaxiSize size, const uint16_t* value,
+DAX_API DaxStatus DAXI_SubC_16u_C3IRSfs(uint16_t* srcDst, int32_t step, DaxiSize size, const uint16_t value[3],
                                         int32_t scaleFactor);
 DAX_API DaxStatus DAXI_SubC_16s_C1RSfs(const int16_t* src, int32_t srcStep, int16_t* dst, int32_t dstStep,
                                        DaxiSize size, int16_t value, int32_t scaleFactor);
 DAX_API DaxStatus DAXI_SubC_16s_C3RSfs(const int16_t* src, int32_t srcStep, int16_t* dst, int32_t dstStep,
-                                       DaxiSize size, const int16_t* value, int32_t scaleFactor);
+                                       DaxiSize size, const int16_t value[3], int32_t scaleFactor);
 DAX_API DaxStatus DAXI_SubC_16s_C1IRSfs(int16_t* srcDst, int32_t step, DaxiSize size, int16_t value,
                                         int32_t scaleFactor);
-DAX_API DaxStatus DAXI_SubC_16s_C3IRSfs(int16_t* srcDst, int32_t step, DaxiSize size, const int16_t* value,
+DAX_API DaxStatus DAXI_SubC_16s_C3IRSfs(int16_t* srcDst, int32_t step, DaxiSize size, const int16_t value[3],
                                         int32_t scaleFactor);
 DAX_API DaxStatus DAXI_SubC_32f_C1R(const float* src, int32_t srcStep, float* dst, int32_t dstStep, DaxiSize size,
                                     float value);
 DAX_API DaxStatus DAXI_SubC_32f_C3R(const float* src, int32_t srcStep, float* dst, int32_t dstStep, DaxiSize size,
-                                    const float* value);
+                                    const float value[3]);
 DAX_API DaxStatus DAXI_SubC_32f_C1IR(float* srcDst, int32_t step, DaxiSize size, float value);
-DAX_API DaxStatus DAXI_SubC_32f_C3IR(float* srcDst, int32_t step, DaxiSize size, const float* value);
+DAX_API DaxStatus DAXI_SubC_32f_C3IR(float* srcDst, int32_t step, DaxiSize size, const float value[3]);
 
 /* dst = (src * value) * 2^-scaleFactor. */
 DAX_API DaxStatus DAXI_MulC_8u_C1RSfs(const uint8_t* src, int32_t srcStep, uint8_t* dst, int32_t dstStep, DaxiSize size,
                                       uint8_t value, int32_t scaleFactor);
 DAX_API DaxStatus DAXI_MulC_8u_C3RSfs(const uint8_t* src, int32_t srcStep, uint8_t* dst, int32_t dstStep, DaxiSize size,
-                                      const uint8_t* value, int32_t scaleFactor);
+                                      const uint8_t value[3], int32_t scaleFactor);
 DAX_API DaxStatus DAXI_MulC_8u_C1IRSfs(uint8_t* srcDst, int32_t step, DaxiSize size, uint8_t value,
                                        int32_t scaleFactor);
-DAX_API DaxStatus DAXI_MulC_8u_C3IRSfs(uint8_t* srcDst, int32_t step, DaxiSize size, const uint8_t* value,
+DAX_API DaxStatus DAXI_MulC_8u_C3IRSfs(uint8_t* srcDst, int32_t step, DaxiSize size, const uint8_t value[3],
                                        int32_t scaleFactor);
 DAX_API DaxStatus DAXI_MulC_16u_C1RSfs(const uint16_t* src, int32_t srcStep, uint16_t* dst, int32_t dstStep,
                                        DaxiSize size, uint16_t value, int32_t scaleFactor);
 DAX_API DaxStatus DAXI_MulC_16u_C3RSfs(const uint16_t* src, int32_t srcStep, uint16_t* dst, int32_t dstStep,
-                                       DaxiSize size, const uint16_t* value, int32_t scaleFactor);
+                                       DaxiSize size, const uint16_t value[3], int32_t scaleFactor);
 DAX_API DaxStatus DAXI_MulC_16u_C1IRSfs(uint16_t* srcDst, int32_t step, DaxiSize size, uint16_t value,
                                         int32_t scaleFactor);
-DAX_API DaxStatus DAXI_MulC_16u_C3IRSfs(uint16_t* srcDst, int32_t step, DaxiSize size, const uint16_t* value,
+DAX_API DaxStatus DAXI_MulC_16u_C3IRSfs(uint16_t* srcDst, int32_t step, DaxiSize size, const uint16_t value[3],
                                         int32_t scaleFactor);
 DAX_API DaxStatus DAXI_MulC_16s_C1RSfs(const int16_t* src, int32_t srcStep, int16_t* dst, int32_t dstStep,
                                        DaxiSize size, int16_t value, int32_t scaleFactor);
 DAX_API DaxStatus DAXI_MulC_16s_C3RSfs(const int16_t* src, int32_t srcStep, int16_t* dst, int32_t dstStep,
-                                       DaxiSize size, const int16_t* value, int32_t scaleFactor);
+                                       DaxiSize size, const int16_t value[3], int32_t scaleFactor);
 DAX_API DaxStatus DAXI_MulC_16s_C1IRSfs(int16_t* srcDst, int32_t step, DaxiSize size, int16_t value,
                                         int32_t scaleFactor);
-DAX_API DaxStatus DAXI_MulC_16s_C3IRSfs(int16_t* srcDst, int32_t step, DaxiSize size, const int16_t* value,
+DAX_API DaxStatus DAXI_MulC_16s_C3IRSfs(int16_t* srcDst, int32_t step, DaxiSize size, const int16_t value[3],
                                         int32_t scaleFactor);
 DAX_API DaxStatus DAXI_MulC_32f_C1R(const float* src, int32_t srcStep, float* dst, int32_t dstStep, DaxiSize size,
                                     float value);
 DAX_API DaxStatus DAXI_MulC_32f_C3R(const float* src, int32_t srcStep, float* dst, int32_t dstStep, DaxiSize size,
-                                    const float* value);
+                                    const float value[3]);
 DAX_API DaxStatus DAXI_MulC_32f_C1IR(float* srcDst, int32_t step, DaxiSize size, float value);
-DAX_API DaxStatus DAXI_MulC_32f_C3IR(float* srcDst, int32_t step, DaxiSize size, const float* value);
+DAX_API DaxStatus DAXI_MulC_32f_C3IR(float* srcDst, int32_t step, DaxiSize size, const float value[3]);
 
 /* dst = |src - value| * 2^-scaleFactor. */
 DAX_API DaxStatus DAXI_AbsDiffC_8u_C1RSfs(const uint8_t* src, int32_t srcStep, uint8_t* dst, int32_t dstStep,
                                           DaxiSize size, uint8_t value, int32_t scaleFactor);
 DAX_API DaxStatus DAXI_AbsDiffC_8u_C3RSfs(const uint8_t* src, int32_t srcStep, uint8_t* dst, int32_t dstStep,
-                                          DaxiSize size, const uint8_t* value, int32_t scaleFactor);
+                                          DaxiSize size, const uint8_t value[3], int32_t scaleFactor);
 DAX_API DaxStatus DAXI_AbsDiffC_8u_C1IRSfs(uint8_t* srcDst, int32_t step, DaxiSize size, uint8_t value,
                                            int32_t scaleFactor);
-DAX_API DaxStatus DAXI_AbsDiffC_8u_C3IRSfs(uint8_t* srcDst, int32_t step, DaxiSize size, const uint8_t* value,
+DAX_API DaxStatus DAXI_AbsDiffC_8u_C3IRSfs(uint8_t* srcDst, int32_t step, DaxiSize size, const uint8_t value[3],
                                            int32_t scaleFactor);
 DAX_API DaxStatus DAXI_AbsDiffC_16u_C1RSfs(const uint16_t* src, int32_t srcStep, uint16_t* dst, int32_t dstStep,
                                            DaxiSize size, uint16_t value, int32_t scaleFactor);
 DAX_API DaxStatus DAXI_AbsDiffC_16u_C3RSfs(const uint16_t* src, int32_t srcStep, uint16_t* dst, int32_t dstStep,
-                                           DaxiSize size, const uint16_t* value, int32_t scaleFactor);
+                                           DaxiSize size, const uint16_t value[3], int32_t scaleFactor);
 DAX_API DaxStatus DAXI_AbsDiffC_16u_C1IRSfs(uint16_t* srcDst, int32_t step, DaxiSize size, uint16_t value,
                                             int32_t scaleFactor);
-DAX_API DaxStatus DAXI_AbsDiffC_16u_C3IRSfs(uint16_t* srcDst, int32_t step, DaxiSize size, const uint16_t* value,
+DAX_API DaxStatus DAXI_AbsDiffC_16u_C3IRSfs(uint16_t* srcDst, int32_t step, DaxiSize size, const uint16_t value[3],
                                             int32_t scaleFactor);
 DAX_API DaxStatus DAXI_AbsDiffC_16s_C1RSfs(const int16_t* src, int32_t srcStep, int16_t* dst, int32_t dstStep,
                                            DaxiSize size, int16_t value, int32_t scaleFactor);
 DAX_API DaxStatus DAXI_AbsDiffC_16s_C3RSfs(const int16_t* src, int32_t srcStep, int16_t* dst, int32_t dstStep,
-                                           DaxiSize size, const int16_t* value, int32_t scaleFactor);
+                                           DaxiSize size, const int16_t value[3], int32_t scaleFactor);
 DAX_API DaxStatus DAXI_AbsDiffC_16s_C1IRSfs(int16_t* srcDst, int32_t step, DaxiSize size, int16_t value,
                                             int32_t scaleFactor);
-DAX_API DaxStatus DAXI_AbsDiffC_16s_C3IRSfs(int16_t* srcDst, int32_t step, DaxiSize size, const int16_t* value,
+DAX_API DaxStatus DAXI_AbsDiffC_16s_C3IRSfs(int16_t* srcDst, int32_t step, DaxiSize size, const int16_t value[3],
                                             int32_t scaleFactor);
 DAX_API DaxStatus DAXI_AbsDiffC_32f_C1R(const float* src, int32_t srcStep, float* dst, int32_t dstStep, DaxiSize size,
                                         float value);
 DAX_API DaxStatus DAXI_AbsDiffC_32f_C3R(const float* src, int32_t srcStep, float* dst, int32_t dstStep, DaxiSize size,
-                                        const float* value);
+                                        const float value[3]);
 DAX_API DaxStatus DAXI_AbsDiffC_32f_C1IR(float* srcDst, int32_t step, DaxiSize size, float value);
-DAX_API DaxStatus DAXI_AbsDiffC_32f_C3IR(float* srcDst, int32_t step, DaxiSize size, const float* value);
+DAX_API DaxStatus DAXI_AbsDiffC_32f_C3IR(float* srcDst, int32_t step, DaxiSize size, const float value[3]);
 
 DAX_END_DECLS
 

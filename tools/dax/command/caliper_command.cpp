@@ -151,8 +151,6 @@ void addPairs(CLI::App& app, CaliperOptions& options) {
       ->group("Edges");
 }
 
-}  // namespace
-
 Command addCaliper(CLI::App& app) {
   CLI::App* command = app.add_subcommand("caliper", "Measure edges and widths to a fraction of a pixel");
   auto options = std::make_shared<CaliperOptions>();
@@ -176,4 +174,7 @@ Command addCaliper(CLI::App& app) {
   return {command, [options] { return run(*options); }};
 }
 
+const CommandRegistration registration("caliper", addCaliper);
+
+}  // namespace
 }  // namespace dax::tool

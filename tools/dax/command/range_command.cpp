@@ -229,8 +229,6 @@ void addSteps(CLI::App& range, Steps& steps, RangeOptions& options) {
   app->add_option("--seed", options.seed, "which of many scenes [1]")->check(CLI::NonNegativeNumber)->type_name("N");
 }
 
-}  // namespace
-
 Command addRange(CLI::App& app) {
   CLI::App* const range = app.add_subcommand("range", "Look at range images, and convert them");
   auto options = std::make_shared<RangeOptions>();
@@ -255,4 +253,7 @@ Command addRange(CLI::App& app) {
           }};
 }
 
+const CommandRegistration registration("range", addRange);
+
+}  // namespace
 }  // namespace dax::tool
