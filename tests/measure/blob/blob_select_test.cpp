@@ -1,4 +1,4 @@
-#include "daxi/blob_select.h"
+#include "measure/blob/blob_check.h"
 
 #include <gtest/gtest.h>
 

@@ -4,6 +4,8 @@
 #include <limits>
 
 #include "daxi.h"
+#include "measure/caliper/caliper_edges.h"
+#include "measure/caliper/caliper_pairs.h"
 #include "tests/measure/caliper/caliper_scene.h"
 #include "tests/support/check_order.h"
 #include "tests/support/mock_pool.h"

@@ -3,6 +3,7 @@
 
 #include <numbers>
 
+#include "measure/caliper/caliper_profile.h"
 #include "tests/measure/caliper/caliper_oracle.h"
 #include "tests/measure/caliper/caliper_scene.h"
 
