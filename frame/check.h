@@ -14,7 +14,7 @@
     if (!(condition)) return (code); \
   } while (false)
 
-// Passes on the status of another check.
+// Returns the status of another check unless it is DAX_STS_OK.
 #define DAX_REQUIRE_OK(check)                                                            \
   do {                                                                                   \
     if (const DaxStatus requiredStatus = (check); requiredStatus) return requiredStatus; \
@@ -22,12 +22,12 @@
 
 namespace dax {
 
-inline bool atLeast(DaxiSize size, int32_t least) {
-  return size.width >= least && size.height >= least;
+inline bool atLeast(DaxiSize size, int32_t min) {
+  return size.width >= min && size.height >= min;
 }
 
-inline bool atMost(DaxiSize size, int32_t most) {
-  return size.width <= most && size.height <= most;
+inline bool atMost(DaxiSize size, int32_t max) {
+  return size.width <= max && size.height <= max;
 }
 
 // Steps count elements; 3 * width needs more than 32 bits.

@@ -18,7 +18,7 @@ extern "C" int32_t _DAX_GetCpuFeatureV2(DaxCpuFeature* feature);
 
 namespace dax {
 
-// The code that entry points without an _IS argument pass on.
+// The code for entry points that take none.
 inline int32_t currentIsa() {
   DaxCpuFeature feature;
   return _DAX_GetCpuFeatureV2(&feature);

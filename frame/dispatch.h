@@ -1,8 +1,8 @@
 // Which twin of a kernel runs.
 //
-// Kernels lie in namespace portable; their NEON twins, of the same names and signatures, in namespace neon, in a header that
-// ends in _neon.h. Where the library is built without NEON kernels that header is empty but for its portable sibling, and
-// neon is another name of portable: callers write `usesNeon(isa) ? neon::row : portable::row` and need no #if.
+// Kernels lie in namespace portable; their NEON twins, of the same names and signatures, in namespace neon, in a header
+// that ends in _neon.h. Without NEON kernels that header only includes its portable sibling, and neon is an alias of
+// portable: callers write `usesNeon(isa) ? neon::row : portable::row` and need no #if.
 #pragma once
 
 #include "frame/cpu_feature.h"

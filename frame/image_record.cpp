@@ -11,7 +11,7 @@ namespace {
 
 enum class Parity { any, widthEven, bothEven };
 
-// The least step of a plane is width * times / 2.
+// The minimum step of a plane is width * times / 2.
 struct PlaneRule {
   int8_t times[4];
 };

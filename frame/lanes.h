@@ -1,6 +1,5 @@
-// Vectors of one element type, for kernels that are templates over the type; frame/simd.h has the intrinsics themselves.
-//
-// Kernels with a NEON twin use these; code with one text for every instruction set uses frame/vector4.h.
+// Vectors of one element type, for NEON kernels that are templates over the type. Kernels for one type use the intrinsics
+// of frame/simd.h; code with a single text for every instruction set uses frame/vector4.h.
 #pragma once
 
 #include <cstdint>
@@ -13,7 +12,7 @@ namespace dax::neon {
 template <class T>
 struct Lanes;
 
-// Four consecutive vectors are loaded and stored as they lie in memory; pairs take turns: even elements, odd elements.
+// Four vectors are consecutive in memory; a pair holds the even and the odd elements.
 #define DAX_LANES(T, VECTOR, SUFFIX)                                            \
   template <>                                                                   \
   struct Lanes<T> {                                                             \

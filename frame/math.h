@@ -43,12 +43,12 @@ struct SinCos {
   double cosine;
 };
 
-// Sine and cosine of |angle| <= 1e6 to about 1e-16: the angle less a multiple of pi/2, which is taken off in two parts,
-// the first with few enough bits that its product is exact; then the series.
+// Sine and cosine of |angle| <= 1e6 to about 1e-16: the angle minus a multiple of pi/2, subtracted in two parts, the
+// first with few enough bits that its product is exact; then the series.
 constexpr SinCos sinCosExact(double angle) {
   constexpr double kHalfPiHigh = 0x1.921FB544p+0, kHalfPiLow = 0x1.0B4611A626331p-34;
   const double nearest = angle / (std::numbers::pi / 2) + 0.5;
-  // Its floor, which is no constant expression.
+  // Rounded down; std::floor is not constexpr.
   const auto whole = static_cast<int>(nearest);
   const double turns = whole > nearest ? whole - 1 : whole;
   const double r = (angle - turns * kHalfPiHigh) - turns * kHalfPiLow;
@@ -71,14 +71,15 @@ constexpr SinCos sinCosExact(double angle) {
   }
 }
 
-// The same for any angle: beyond 1e6 the angle's own last digits tell. Infinities and NaN give NaN.
+// The same for any angle. Beyond 1e6 it is first reduced modulo the double nearest to 2 pi, which adds an error of the
+// order of the angle's own rounding. Infinities and NaN give NaN.
 inline SinCos sinCosAny(double angle) {
   if (!(std::fabs(angle) <= 1e6)) angle = std::fmod(angle, 2 * std::numbers::pi);
   if (!(std::fabs(angle) <= 1e6)) return {angle - angle, angle - angle};
   return sinCosExact(angle);
 }
 
-// e^x for |x| <= 700 to about 1e-16: x less a multiple of ln 2, then the series.
+// e^x for |x| <= 700 to about 1e-16: x minus a multiple of ln 2, then the series.
 inline double expExact(double x) {
   constexpr double kLn2High = 0x1.62E42FEEp-1, kLn2Low = 0x1.A39EF35793C76p-33;
   const double powers = std::floor(x / std::numbers::ln2 + 0.5);
@@ -88,7 +89,8 @@ inline double expExact(double x) {
   return std::ldexp(sum, static_cast<int>(powers));
 }
 
-// e^x for x in -40..0 to about 1e-15, for tables that the compiler makes: the power series of x / 64, squared six times.
+// e^x for x in -40..0 to about 1e-15, for tables that the compiler makes: the power series of x / 64, squared six
+// times.
 constexpr double expOfTable(double x) {
   const double part = x / 64;
   double e = 1;
@@ -97,8 +99,8 @@ constexpr double expOfTable(double x) {
   return e;
 }
 
-// The n-th root (n >= 1) of a finite value >= 0, to a few units of the last place: Newton's method, which falls towards
-// the root from the power of two above it.
+// The n-th root (n >= 1) of a finite value >= 0, to a few units of the last place: Newton's method, which decreases
+// towards the root from a power of two above it.
 inline double rootExact(double value, int n) {
   if (!(value > 0) || n == 1) return value;
   int exponent;

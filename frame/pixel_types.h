@@ -1,9 +1,9 @@
-// The pixel types, once. X(suffix, C type) is expanded by the families that come in many types.
+// The list of pixel types: families with many types expand X(suffix, C type).
 #pragma once
 
 #include "dax/types.h"
 
-// The types whose pixels are one number.
+// Types whose pixels are one real number.
 #define DAX_SCALAR_PIXEL_TYPES(X) \
   X(8u, uint8_t)                  \
   X(16u, uint16_t)                \

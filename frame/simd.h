@@ -8,7 +8,7 @@
 #pragma GCC diagnostic push
 #pragma GCC diagnostic ignored "-Wshadow"
 #define SIMDE_ENABLE_NATIVE_ALIASES
-// Kernels convert no float that the integer cannot hold, and those of files that say so no NaN.
+// Kernels never convert a float outside the integer's range; files that define DAX_SIMD_CONVERTS_NO_NAN never a NaN.
 #define SIMDE_FAST_CONVERSION_RANGE
 #ifdef DAX_SIMD_CONVERTS_NO_NAN
 #define SIMDE_FAST_NANS
@@ -19,7 +19,7 @@
 
 namespace dax {
 
-// Element k of vector i becomes element i of vector k.
+// Transposes a 4 x 4 matrix: element k of vector i becomes element i of vector k.
 inline uint32x4x4_t transposed(const uint32x4x4_t& v) {
   const uint32x4_t a = vzip1q_u32(v.val[0], v.val[2]), b = vzip1q_u32(v.val[1], v.val[3]);
   const uint32x4_t c = vzip2q_u32(v.val[0], v.val[2]), d = vzip2q_u32(v.val[1], v.val[3]);
@@ -32,13 +32,13 @@ inline float32x4x4_t transposed(const float32x4x4_t& v) {
   return {{vzip1q_f32(a, b), vzip2q_f32(a, b), vzip1q_f32(c, d), vzip2q_f32(c, d)}};
 }
 
-// The 64 bits of four blocks of flags, each byte 0 or 255: a byte keeps the bit of its place among eight, and three
-// rounds of pairwise sums gather eight bytes in one.
+// Packs 64 flag bytes, each 0 or 255, into 64 bits: a byte keeps the bit of its position modulo 8, and three rounds of
+// pairwise sums join eight bytes into one.
 inline uint64_t gatherBits(uint8x16_t a, uint8x16_t b, uint8x16_t c, uint8x16_t d) {
-  constexpr uint8_t kPlaces[16] = {1, 2, 4, 8, 16, 32, 64, 128, 1, 2, 4, 8, 16, 32, 64, 128};
-  const uint8x16_t places = vld1q_u8(kPlaces);
-  const uint8x16_t low = vpaddq_u8(vandq_u8(a, places), vandq_u8(b, places));
-  const uint8x16_t high = vpaddq_u8(vandq_u8(c, places), vandq_u8(d, places));
+  constexpr uint8_t kBits[16] = {1, 2, 4, 8, 16, 32, 64, 128, 1, 2, 4, 8, 16, 32, 64, 128};
+  const uint8x16_t bits = vld1q_u8(kBits);
+  const uint8x16_t low = vpaddq_u8(vandq_u8(a, bits), vandq_u8(b, bits));
+  const uint8x16_t high = vpaddq_u8(vandq_u8(c, bits), vandq_u8(d, bits));
   const uint8x16_t all = vpaddq_u8(low, high);
   return vgetq_lane_u64(vreinterpretq_u64_u8(vpaddq_u8(all, all)), 0);
 }
@@ -81,7 +81,7 @@ DAX_WIDE_DIFFERENCES(int16x8_t, int32x4_t, s16, s32)
 
 #if !defined(__aarch64__)
 
-// Four vectors one after the other: SIMDe loads them element by element and cannot store them.
+// Four consecutive vectors: SIMDe loads them element by element and cannot store them.
 #undef vld1q_u8_x4
 #undef vld1q_u16_x4
 #undef vld1q_s16_x4
@@ -106,7 +106,7 @@ DAX_FOUR_VECTORS(int32_t, int32x4x4_t, s32)
 DAX_FOUR_VECTORS(float, float32x4x4_t, f32)
 #undef DAX_FOUR_VECTORS
 
-// Every fourth and every second element: SIMDe moves one after the other.
+// Every fourth element: SIMDe moves single elements.
 #undef vld4q_u32
 inline uint32x4x4_t vld4q_u32(const uint32_t* from) {
   return dax::transposed(vld1q_u32_x4(from));

@@ -13,15 +13,15 @@ inline bool hasPool(const void* pool, uint32_t threads) {
   return pool && threads > 1 && &DAX_THREADPOOL_Compute1DTiled != nullptr;
 }
 
-// One tile a thread: ceil(total / threads), at least 1.
+// One tile per thread: ceil(total / threads), at least 1.
 inline int32_t tilePerThread(int32_t total, uint32_t threads) {
   const int64_t parts = std::max<int64_t>(threads, 1);
   return static_cast<int32_t>(std::max<int64_t>((int64_t{total} + parts - 1) / parts, 1));
 }
 
 // Runs body(first, end, worker) -> DaxStatus over [0, total) in tiles of `tileSize`; returns what the host returns.
-// Hosts differ in what they pass as the second bound, so a tile ends by its own reckoning. A worker index that the
-// caller did not announce has no slice of the work buffer: such a tile fails instead of writing.
+// Hosts differ in what they pass as the second bound, so a tile computes its own end. A worker index of `threads` or
+// more has no slice of the work buffer: such a tile fails and writes nothing.
 template <class Body>
 DaxStatus runTiles(void* pool, uint32_t threads, int32_t total, int32_t tileSize, Body&& body) {
   struct Context {

@@ -19,20 +19,20 @@ static void __tsan_release(void*) {}
 
 namespace {
 
-constexpr uint32_t kMostThreads = 1024;
+constexpr uint32_t kMaxThreads = 1024;
 
-// The scheduler gives an arena no more workers than the machine has processors, unless a control allows more. Of
-// several controls the least counts, so that all pools allow the same.
+// The scheduler limits all arenas to the number of processors unless a control allows more. The smallest of several
+// controls applies, so all pools set the same limit.
 struct Pool {
   explicit Pool(int threads) : arena(threads) {}
-  tbb::global_control control{tbb::global_control::max_allowed_parallelism, kMostThreads};
+  tbb::global_control control{tbb::global_control::max_allowed_parallelism, kMaxThreads};
   tbb::task_arena arena;
-  char slots[kMostThreads] = {};  // addresses for Order
+  char slots[kMaxThreads] = {};  // their addresses identify worker indices to the sanitizer
 };
 
-// What a call of the pool orders, told to the thread sanitizer, which cannot see into the scheduler: all that came
-// before the call before every tile, every tile before the return, and the tiles of one worker index in turn. Nothing
-// else is ordered, so that tiles which touch the same memory are found out. See docs/testing.md.
+// Happens-before relations of a call, declared to the thread sanitizer, which cannot see into the scheduler: the call
+// precedes every tile, every tile precedes the return, and tiles with the same worker index run one after the other.
+// Nothing else is ordered, so that races between tiles are reported. See docs/testing.md.
 class Order {
  public:
   explicit Order(Pool& pool) : slots_(pool.slots) { __tsan_release(&begin_); }
@@ -51,8 +51,8 @@ class Order {
   char begin_ = 0, end_ = 0;
 };
 
-// Runs tile number `index`. A slot of the arena is a worker index: no two threads hold one at the same time. Tiles are
-// isolated, so that a thread that waits inside a nested call does not start another tile of the outer one.
+// Runs tile number `index`. The worker index is a slot of the arena, which only one thread holds at a time. Tiles are
+// isolated, so that a thread that waits inside a nested call does not start another tile of the outer call.
 void runTile(DaxTileFunction tile, void* context, int32_t total, int32_t tileSize, int64_t index, Order& order,
              std::atomic<DaxStatus>& result) {
   const int64_t first = index * tileSize;
@@ -70,7 +70,7 @@ void runTile(DaxTileFunction tile, void* context, int32_t total, int32_t tileSiz
 }  // namespace
 
 void* DAXHOST_CreatePool(uint32_t threads) {
-  if (threads > kMostThreads) return nullptr;
+  if (threads > kMaxThreads) return nullptr;
   const int count = threads == 0 ? tbb::info::default_concurrency() : static_cast<int>(threads);
   return new (std::nothrow) Pool(count);
 }
@@ -98,7 +98,7 @@ DaxStatus DAX_THREADPOOL_Compute1DTiled(void* pool, DaxTileFunction tile, void* 
         int64_t{0}, tiles, [&](int64_t i) { runTile(tile, context, total, tileSize, i, order, result); },
         tbb::simple_partitioner{});
   };
-  // Entering an arena ends the isolation of the tile that calls; it begins anew inside.
+  // Entering an arena ends the isolation of the calling tile, so the inside is isolated again.
   tasks.arena.execute([&] { tbb::this_task_arena::isolate(runAll); });
   order.endCall();
   return result;

@@ -1,6 +1,6 @@
 /* Reference host pool: the two functions that the library imports, over a task scheduler.
  *
- * Link libdaxhost beside libdax and hand a pool to the _MT members, with DAX_THREADPOOL_GetThreadsCnt as thread count.
+ * Link libdaxhost with libdax and pass a pool to the _MT functions, with DAX_THREADPOOL_GetThreadsCnt as thread count.
  */
 #ifndef DAXHOST_H
 #define DAXHOST_H

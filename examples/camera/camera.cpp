@@ -7,7 +7,7 @@ namespace live {
 
 namespace {
 
-// Calls a function of Aravis, whose last argument is where its failure goes.
+// Calls a function of Aravis whose last argument receives the error.
 template <class Call>
 auto checked(const char* step, Call call) {
   GError* error = nullptr;
@@ -41,7 +41,7 @@ std::string Camera::list() {
   return names;
 }
 
-// Delegates, so that a camera that fails half-way is closed like any other.
+// Delegates, so that the destructor runs when opening fails halfway.
 Camera::Camera(const std::string& name, double framesPerSecond, int queue) : Camera() {
   open(name);
   start(framesPerSecond, queue);
@@ -72,9 +72,9 @@ void Camera::start(double framesPerSecond, int queue) {
   stream_.reset(checked("cannot create a stream",
                         [&](GError** e) { return arv_camera_create_stream(camera, nullptr, nullptr, e); }));
   if (!stream_) throw CameraError("cannot create a stream");
-  // Beside those that wait, one is filled and one is inspected.
+  // Besides the waiting ones, one buffer is being filled and one inspected.
   for (int i = 0; i < queue + 2; ++i) arv_stream_push_buffer(stream_.get(), arv_buffer_new_allocate(bytes));
-  // The thread of a stream runs from its creation on, and counts what it cannot deliver before there are buffers.
+  // The stream's thread runs from its creation on and counts frames without a buffer as lost.
   withoutRoomBefore_ = withoutRoom();
   started_ = std::chrono::steady_clock::now();
   checked("cannot start the acquisition", [&](GError** e) { arv_camera_start_acquisition(camera, e); });
@@ -83,20 +83,20 @@ void Camera::start(double framesPerSecond, int queue) {
 Camera::~Camera() {
   if (!camera_) return;
   g_signal_handlers_disconnect_by_data(arv_camera_get_device(camera_.get()), this);
-  // A lost camera would only let the command time out.
+  // With a lost camera the command would only time out.
   if (!lost_) arv_camera_stop_acquisition(camera_.get(), nullptr);
 }
 
 Grab Camera::grab(uint64_t timeoutMicroseconds, const std::function<void(const Frame&)>& use) {
   ArvBuffer* buffer = arv_stream_timeout_pop_buffer(stream_.get(), timeoutMicroseconds);
   if (!buffer) return Grab::kNothing;
-  // The buffer goes back however this ends.
+  // Returns the buffer in any case.
   const auto giveBack = [this](ArvBuffer* b) { arv_stream_push_buffer(stream_.get(), b); };
   const std::unique_ptr<ArvBuffer, decltype(giveBack)> held(buffer, giveBack);
   const bool fresh = gaps_.see(arv_buffer_get_frame_id(buffer));
   if (arv_buffer_get_status(buffer) != ARV_BUFFER_STATUS_SUCCESS ||
       arv_buffer_get_image_pixel_format(buffer) != ARV_PIXEL_FORMAT_MONO_8) {
-    // Packets of a frame that was given up already make a buffer of their own.
+    // Late packets of an abandoned frame fill a buffer of their own.
     return fresh ? Grab::kDamaged : Grab::kNothing;
   }
   size_t size = 0;
@@ -105,7 +105,7 @@ Grab Camera::grab(uint64_t timeoutMicroseconds, const std::function<void(const F
   arv_buffer_get_image_padding(buffer, &padding, &rowsPadding);
   const int32_t width = arv_buffer_get_image_width(buffer), height = arv_buffer_get_image_height(buffer);
   const int32_t step = width + padding;
-  // What a camera says about its frame is checked before it is believed.
+  // Size and format reported by the camera are checked.
   if (width < 1 || height < 1 || padding < 0 || int64_t{step} * height > static_cast<int64_t>(size))
     return Grab::kDamaged;
   use({static_cast<const uint8_t*>(pixels), step, width, height, arv_buffer_get_frame_id(buffer),
@@ -120,7 +120,7 @@ uint64_t Camera::withoutRoom() const {
 }
 
 uint64_t Camera::dropped() const {
-  // Of a network camera Aravis counts packets, not frames.
+  // For network cameras Aravis counts packets, not frames.
   if (arv_camera_is_gv_device(camera_.get())) return gaps_.lost();
   return std::max(gaps_.lost(), withoutRoom() - withoutRoomBefore_);
 }

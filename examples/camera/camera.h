@@ -15,7 +15,7 @@
 
 namespace live {
 
-// What went wrong with a camera, in words for its user.
+// A camera failure, with a message for the user.
 struct CameraError : std::runtime_error {
   using std::runtime_error::runtime_error;
 };
@@ -38,8 +38,8 @@ enum class Grab { kFrame, kNothing, kDamaged };
 
 class Camera {
  public:
-  // Opens a camera by its name or address, the first one found where `name` is empty, and starts it. A frame rate of 0
-  // leaves the camera's own. At most `queue` frames wait for their inspection; those that come while it is full are
+  // Opens and starts a camera by its name or address; the first one found if `name` is empty. A frame rate of 0
+  // keeps the camera's own. At most `queue` frames wait for inspection; frames that arrive while it is full are
   // dropped, and counted.
   // Throws CameraError.
   Camera(const std::string& name, double framesPerSecond, int queue);
@@ -52,25 +52,25 @@ class Camera {
   // Waits for a frame and hands it to `use`; the frame is the camera's again afterwards.
   Grab grab(uint64_t timeoutMicroseconds, const std::function<void(const Frame&)>& use);
 
-  // From then on frames come.
+  // Starts the acquisition.
   std::chrono::steady_clock::time_point started() const { return started_; }
 
-  // The numbers of the first and of the latest frame that came, damaged or not; 0 before one came.
+  // Numbers of the first and of the latest frame received, damaged or not; 0 before the first.
   uint64_t firstNumber() const { return gaps_.first(); }
   uint64_t lastNumber() const { return gaps_.last(); }
 
-  // Frames since the camera was opened that never came: gaps in their numbers, or, of a camera that does not number
-  // what it cannot deliver, those for which the queue had no room.
+  // Frames lost since the camera was opened: gaps in their numbers or, for a camera that does not number
+  // undelivered frames, those for which the queue had no room.
   uint64_t dropped() const;
 
-  // Control has been lost: another host took it, or the camera does not answer. What is left then is to close it.
+  // Whether control was lost: another host took it, or the camera does not answer. Then it can only be closed.
   bool lost() const { return lost_; }
   void markLost() { lost_ = true; }
 
-  // Cameras are the simulated one inside this program from now on, and no other is looked for.
+  // From now on only the camera simulated inside this program is used.
   static void useFake();
 
-  // The cameras that were seen when one was last opened, one a line.
+  // The cameras found when one was last opened, one per line.
   static std::string list();
 
  private:
@@ -80,7 +80,7 @@ class Camera {
   uint64_t withoutRoom() const;
   static void onControlLost(ArvDevice*, void* self) { static_cast<Camera*>(self)->lost_ = true; }
 
-  // Set by the thread of the camera, so that it has to outlive the camera.
+  // Set by the camera's thread, so it must outlive the camera.
   std::atomic<bool> lost_{false};
   Owned<ArvCamera> camera_;
   Owned<ArvStream> stream_;

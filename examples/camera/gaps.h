@@ -1,4 +1,4 @@
-// Frames that a stream of numbered frames has lost.
+// Counts the frames lost from a stream of numbered frames.
 #pragma once
 
 #include <cstdint>
@@ -6,11 +6,11 @@
 
 namespace live {
 
-// Numbers start again after 65535, without a 0, where a camera has 16 bits for them. A frame may come late, after some of
-// its successors; further back than that the camera has started anew.
+// With 16-bit numbers, 1 follows 65535. A frame may arrive late, after some of
+// its successors; a number further back than that means that the camera was restarted.
 class Gaps {
  public:
-  // False for a number of the window that was seen already.
+  // False for a number in the window that was already seen.
   bool see(uint64_t number) {
     const int64_t ahead = range_ == 0 ? 1 : distance(last_, number);
     if (ahead > 0) {
@@ -59,7 +59,7 @@ class Gaps {
   }
 
   uint64_t first_ = 0, last_ = 0;
-  uint64_t range_ = 0, came_ = 0;  // numbers from the first to the last, and those of them that were seen
+  uint64_t range_ = 0, came_ = 0;  // numbers from the first to the last, and how many of them were seen
   uint64_t window_ = 0;            // bit i: last - i was seen
 };
 

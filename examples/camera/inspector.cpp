@@ -13,12 +13,12 @@ void check(DaxStatus status, const char* step) {
 
 }  // namespace
 
-Inspector::Inspector(uint32_t threads, float leastArea, int32_t maxCount)
+Inspector::Inspector(uint32_t threads, float minArea, int32_t maxCount)
     : pool_(DAXHOST_CreatePool(threads), DAXHOST_DestroyPool), threads_(DAX_THREADPOOL_GetThreadsCnt(pool_.get())) {
   if (!pool_) throw InspectionError("cannot create the thread pool");
   cfg_.maxCount = maxCount;
   cfg_.flags = DAXI_BLOB_BY_AREA;
-  cfg_.area = {leastArea, std::numeric_limits<float>::max()};
+  cfg_.area = {minArea, std::numeric_limits<float>::max()};
   cfg_.sortOrder = DAXI_BLOB_DESCENDING;
   cfg_.sortKey = DAXI_BLOB_KEY_AREA;
   room_.resize(static_cast<size_t>(maxCount));
@@ -44,8 +44,8 @@ const std::vector<BlobInfo>& Inspector::inspect(const Frame& frame) {
     std::memcpy(mask_.data() + size_t(y) * size_t(size.width), frame.pixels + ptrdiff_t{y} * frame.step,
                 size_t(size.width));
   }
-  // In place: strictly above the level. The other form takes the level itself along, which in a picture of two grey
-  // values is the background.
+  // In place: foreground is strictly above the level. The other form includes the level itself, which in an image of
+  // two grey values is the background.
   check(DAXI_AdpThresholdOtsu_8u_C1IR(mask_.data(), size.width, size), "threshold");
   const DaxiDomainList* domains = nullptr;
   check(DAXI_BlobFindV3_8u_C1IR(mask_.data(), size.width, size, 8, &model_, &domains), "labelling");

@@ -14,20 +14,20 @@
 
 namespace live {
 
-// The library refused a frame or the configuration.
+// The library rejected a frame or the configuration.
 struct InspectionError : std::runtime_error {
   using std::runtime_error::runtime_error;
 };
 
 class Inspector {
  public:
-  // At most maxCount objects of at least leastArea pixels, the largest first; threads 0: one per processor.
-  Inspector(uint32_t threads, float leastArea, int32_t maxCount);
+  // At most maxCount objects of at least minArea pixels, the largest first; threads 0: one per processor.
+  Inspector(uint32_t threads, float minArea, int32_t maxCount);
   ~Inspector();
   Inspector(const Inspector&) = delete;
   Inspector& operator=(const Inspector&) = delete;
 
-  // The objects of a frame; they last until the next call. Memory grows with the largest frame, then stays.
+  // The objects of a frame, valid until the next call. Memory grows to the need of the largest frame.
   const std::vector<BlobInfo>& inspect(const Frame& frame);
 
  private:

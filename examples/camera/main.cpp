@@ -1,4 +1,4 @@
-// Inspects the frames of a GenICam camera: a host with its own threads, that goes on when the camera disappears and
+// Inspects the frames of a GenICam camera: a host with its own threads, which continues when the camera disappears and
 // comes back.
 #include <algorithm>
 #include <chrono>
@@ -26,7 +26,7 @@ double seconds(Clock::duration duration) {
 class Session {
  public:
   Session(const Options& options, Stop& stop)
-      : options_(options), stop_(stop), inspector_(options.threads, options.leastArea, options.maxCount) {}
+      : options_(options), stop_(stop), inspector_(options.threads, options.minArea, options.maxCount) {}
 
   int run() {
     if (!connect()) return 3;
@@ -53,7 +53,7 @@ class Session {
  private:
   bool finished() { return stop_.asked() || (options_.frames != 0 && statistics_.frames >= options_.frames); }
 
-  // The first time a camera has to be there: a wrong name should not wait for ever.
+  // The camera must be present at the start: a wrong name should not wait forever.
   bool connect() {
     try {
       open();
@@ -70,14 +70,14 @@ class Session {
   }
 
   void open() {
-    // The camera that was there, not another one that answers first.
+    // Reconnects to the same camera, not to the first one that answers.
     camera_ = std::make_unique<Camera>(options_.camera.empty() ? name_ : options_.camera, options_.framesPerSecond,
                                        options_.queue);
     name_ = camera_->name();
     std::printf("camera: %s\n", name_.c_str());
   }
 
-  // Inspects frames until the session ends, or the camera is lost and no frame of it waits any more.
+  // Inspects frames until the session ends, or the camera is lost and no frame is waiting.
   void watch() {
     const Clock::time_point started = camera_->started();
     Clock::time_point heard = Clock::now(), printed = heard;
@@ -92,7 +92,7 @@ class Session {
       statistics_.firstNumber = camera_->firstNumber();
       statistics_.lastNumber = camera_->lastNumber();
       if (seconds(now - heard) > options_.silence) camera_->markLost();
-      // The silence at the end of a connection is no time at which frames could have come.
+      // The silence at the end of a connection does not count as running time.
       statistics_.connectedSeconds = secondsBefore + seconds(heard - started);
       statistics_.dropped = droppedBefore + camera_->dropped();
       if (seconds(now - printed) >= 1) {
@@ -111,7 +111,8 @@ class Session {
     last_ = {frame.id, frame.width, frame.height, objects};
   }
 
-  // Tries again at once, then ever more rarely: a camera that starts is back soon, one that is off leaves the network quiet.
+  // Retries at once, then with growing pauses: a restarting camera is back soon, a missing one should not cause
+  // traffic.
   void reconnect() {
     std::printf("camera lost: waiting for it\n");
     camera_.reset();
@@ -120,7 +121,7 @@ class Session {
         open();
         ++statistics_.reconnections;
         return;
-      } catch (const CameraError&) {  // not there yet
+      } catch (const CameraError&) {  // not available yet
       }
     }
   }

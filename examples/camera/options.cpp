@@ -16,8 +16,8 @@ constexpr const char* kUsage =
     "  --fake          a simulated camera inside this program\n"
     "  --fps F         frames per second [the camera's own]\n"
     "  --frames N      end after N frames\n"
-    "  --area N        least area of an object, pixels [20]\n"
-    "  --count N       most objects of a frame, 1..20000 [1000]\n"
+    "  --area N        minimum area of an object, pixels [20]\n"
+    "  --count N       maximum number of objects in a frame, 1..20000 [1000]\n"
     "  --queue N       frames that may wait for their inspection, 1..256; more are dropped [8]\n"
     "  --threads N     threads of the pool, 0: one per processor [0]\n"
     "  --silence S     seconds without a frame after which the camera is taken for lost [2]\n"
@@ -71,7 +71,7 @@ Options parseOptions(int argc, char** argv) {
         options.frames = static_cast<uint64_t>(number("frames", 1, 1e15));
         break;
       case kArea:
-        options.leastArea = static_cast<float>(number("area", 0, 1e9));
+        options.minArea = static_cast<float>(number("area", 0, 1e9));
         break;
       case kCount:
         options.maxCount = static_cast<int32_t>(number("count", 1, 20000));

@@ -9,7 +9,7 @@ namespace live {
 
 namespace {
 
-// A camera says its name; nothing but plain characters of it goes into the file.
+// The name comes from the camera: only plain characters of it are written.
 std::string quoted(const std::string& text) {
   std::string plain = "\"";
   for (const char c : text) plain += c >= ' ' && c <= '~' && c != '"' && c != '\\' ? c : '?';
@@ -54,7 +54,7 @@ bool writeReport(const std::string& path, const std::string& camera, const Stati
   std::FILE* file = std::fopen(draft.c_str(), "w");
   if (!file) return false;
   print(file, camera, statistics, last);
-  // On the disk before it gets its name: what a power cut leaves is the report before, or this one.
+  // Flushed to disk before it is renamed: after a power failure the previous report or this one remains.
   const bool kept = std::fflush(file) == 0 && std::ferror(file) == 0 && fsync(fileno(file)) == 0;
   const bool written = std::fclose(file) == 0 && kept && std::rename(draft.c_str(), path.c_str()) == 0;
   if (!written) std::remove(draft.c_str());

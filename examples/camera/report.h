@@ -16,7 +16,7 @@ struct LastFrame {
   std::vector<BlobInfo> objects;
 };
 
-// Replaces the file at once, so that a reader never meets half a report. False when it cannot be written.
+// Replaces the file atomically, so that a reader never sees half a report. False when it cannot be written.
 bool writeReport(const std::string& path, const std::string& camera, const Statistics& statistics,
                  const LastFrame& last);
 

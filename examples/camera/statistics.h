@@ -13,15 +13,15 @@ namespace live {
 class Percentiles {
  public:
   void add(double value) {
-    if (values_.size() < kMost) {
+    if (values_.size() < kMax) {
       values_.push_back(value);
     } else {
       values_[next_] = value;
-      next_ = (next_ + 1) % kMost;
+      next_ = (next_ + 1) % kMax;
     }
   }
 
-  // Nearest rank: the least value that at least `percent` of them do not exceed; 0 without values.
+  // Nearest rank: the smallest value that `percent` of the values do not exceed; 0 without values.
   double at(double percent) const {
     if (values_.empty()) return 0;
     std::vector<double> sorted = values_;
@@ -32,17 +32,17 @@ class Percentiles {
   }
 
  private:
-  static constexpr size_t kMost = 10000;
+  static constexpr size_t kMax = 10000;
   std::vector<double> values_;
   size_t next_ = 0;
 };
 
 struct Statistics {
   uint64_t frames = 0;         // inspected
-  uint64_t damaged = 0;        // incomplete, or not what was asked for
-  uint64_t dropped = 0;        // sent by the camera, and never seen here
+  uint64_t damaged = 0;        // incomplete, or not in the requested format
+  uint64_t dropped = 0;        // sent by the camera but never received
   uint64_t reconnections = 0;  // after a loss
-  uint64_t firstNumber = 0;    // the camera's numbers of the first and the latest frame that came, damaged or not,
+  uint64_t firstNumber = 0;    // number of the first and the latest frame received since it was opened,
   uint64_t lastNumber = 0;     // since it was opened
   double connectedSeconds = 0;
   Percentiles inspection;  // milliseconds in the library

@@ -1,4 +1,4 @@
-// The wish to end, which comes as SIGINT or SIGTERM.
+// A request to stop, by SIGINT or SIGTERM.
 #pragma once
 
 #include <pthread.h>
@@ -9,8 +9,8 @@
 
 namespace live {
 
-// Made before any other thread, so that all threads inherit the mask: the signals wait for the one that asks here, and
-// disturb neither the camera's threads nor the pool's.
+// Construct it before any other thread, so that all threads inherit the mask: the signals stay pending until polled
+// here and interrupt neither the camera's threads nor the pool's.
 class Stop {
  public:
   Stop() {
@@ -22,7 +22,7 @@ class Stop {
 
   bool asked() { return askedWithin(0); }
 
-  // Waits so long at most; what is asked for stays asked for.
+  // Waits at most this long; a request stays pending.
   bool askedWithin(double seconds) {
     const double whole = std::floor(seconds);
     const timespec time = {static_cast<time_t>(whole), static_cast<long>(1e9 * (seconds - whole))};

@@ -1,6 +1,6 @@
-// Bundle adjustment: cameras on a ring look inwards at points in a ball. Parameters are those of the cameras, (w, t) with
-// X' = Exp(w) X + t, then the points. Residuals are the distances of projected and seen positions in pixels, divided by the
-// noise; nine more hold the first camera and the second one's position, so that the scene cannot drift.
+// Bundle adjustment: cameras on a ring look inwards at points in a ball. Parameters are those of the cameras, (w, t)
+// with X' = Exp(w) X + t, then the points. Residuals are the distances of projected and seen positions in pixels,
+// divided by the noise; nine more hold the first camera and the second one's position, so that the scene cannot drift.
 #pragma once
 
 #include <prmt.h>
@@ -23,7 +23,7 @@ struct Bundle {
       : cameras(cameraCount), points(pointCount) {
     Random random(seed);
     for (int i = 0; i < cameras; ++i) {
-      // Around the vertical axis, half a turn for the camera to look inwards.
+      // About the vertical axis; half a turn makes the camera look inwards.
       const double turn[3] = {0, 2 * 3.14159265358979 * i / cameras, 0},
                    tilt[3] = {0.1 * random.normal(), 0, 0.1 * random.normal()};
       double rotation[9], tilted[9], w[3];
@@ -57,7 +57,7 @@ struct Bundle {
   int32_t residualCount() const { return int32_t(seen.size()) + 9; }
   PrmtHblkShape shape() const { return {6, cameras, 3, points, starts.data(), link.data()}; }
   const double* point(const double* x, int j) const { return x + 6 * cameras + 3 * j; }
-  // The k-th held parameter: six of camera 0, the position of camera 1.
+  // The k-th fixed parameter: six of camera 0, the position of camera 1.
   static int held(int k) { return k < 6 ? k : k + 3; }
 
   static void transform(const double* rotation, const double* t, const double* point, double* to) {

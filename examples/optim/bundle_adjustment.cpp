@@ -1,5 +1,5 @@
-// Adjusts a bundle of 20 cameras and 3000 points: by Schur complement, by conjugate gradients, and, with 10 % gross outliers,
-// plainly and by the Huber function. Prints a table.
+// Adjusts a bundle of 20 cameras and 3000 points: by Schur complement, by conjugate gradients, and, with 10 % gross
+// outliers, by plain least squares and with the Huber function. Prints a table.
 #include <chrono>
 #include <cstdio>
 

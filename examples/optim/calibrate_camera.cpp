@@ -1,5 +1,5 @@
-// Calibrates a camera from the corners of a board in ten views: focal lengths, centre, two distortion coefficients and the ten
-// poses, 66 parameters, with a numeric Jacobian. Prints truth and estimate.
+// Calibrates a camera from the corners of a board in ten views: focal lengths, centre, two distortion coefficients and
+// the ten poses, 66 parameters, with a numeric Jacobian. Prints truth and estimate.
 #include <prmt.h>
 
 #include <cmath>
@@ -19,7 +19,7 @@ struct Views {
   std::vector<double> scratch;
 };
 
-// x: fx fy cx cy k1 k2, then of each view the twist that takes the board to the camera.
+// x: fx fy cx cy k1 k2, then for each view the twist from board to camera.
 void project(const double* x, double* to) {
   for (int view = 0; view < kViews; ++view) {
     double motion[16];

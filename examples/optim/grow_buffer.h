@@ -1,4 +1,4 @@
-// Runs a solver with a buffer that grows to what the call asks for.
+// Runs a solver with a buffer that grows to the size that the call requests.
 #pragma once
 
 #include <prmt.h>
@@ -8,7 +8,7 @@
 
 class GrowingBuffer {
  public:
-  // solve(buffer, bytes) is tried again with more memory as long as it says that it needs more.
+  // Repeats solve(buffer, bytes) with more memory while it reports a buffer that is too small.
   template <class Solve>
   int32_t run(const Solve& solve) {
     for (;;) {

@@ -1,8 +1,9 @@
-// A pose graph on SE(3): poses along laps of a loop, measured one from the next, and from one lap to the next now and then.
+// A pose graph on SE(3): poses along laps of a loop, with measurements between successive poses and some between laps.
 //
 // A pose is a motion T = (R t; 0 1), parameters are Log(T). An edge measures Z ~ T_i^-1 T_j; its residuals are
 //   v = Rz^T (Ri^T (tj - ti) - tz) / sigma_t,   w = Log(Rz^T Ri^T Rj) / sigma_r.
-// Steps act on the right, T <- T Exp(step), so that with p = Ri^T (tj - ti), Q = Ri^T Rj and the inverse right Jacobian J of w
+// Steps act on the right, T <- T Exp(step), so that with p = Ri^T (tj - ti), Q = Ri^T Rj and the inverse right Jacobian
+// J of w
 //   dv = Rz^T (-dvi + [p] dwi + Q dvj),   dw = J (dwj - Q^T dwi).
 #pragma once
 
@@ -39,7 +40,7 @@ struct PoseGraph {
     }
     for (int k = 0; k + 1 < poses; ++k) measure(k, k + 1, random);
     for (int k = 0; k + lap < poses; k += 5) measure(k, k + lap, random);
-    // Start: the measurements chained up, which drifts away.
+    // Initial values: the chained measurements, which drift.
     std::copy_n(truth.begin(), 6, start.begin());
     for (int k = 0; k + 1 < poses; ++k) {
       double motion[16];
@@ -89,7 +90,7 @@ struct PoseGraph {
     }
   }
 
-  // The solver's view: pose 0 is held, the parameters are those of poses 1, 2, ..
+  // For the solver: pose 0 is fixed, the parameters are those of poses 1, 2, ...
   int parameters() const { return 6 * (count - 1); }
   std::vector<double> startParameters() const { return {start.begin() + 6, start.end()}; }
 

@@ -1,5 +1,5 @@
-// Memory of a solver: pieces of the caller's buffer. What stays is taken from its start, what is needed for a while from its
-// end. Where the buffer is too small, the arena goes on counting, so that it can tell what would have been enough.
+// A solver's memory: pieces of the caller's buffer. Lasting pieces are taken from its start, temporary ones from its
+// end. When the buffer is too small, the arena keeps counting, so that it can report the size that is needed.
 #pragma once
 
 #include <algorithm>
@@ -7,17 +7,18 @@
 
 namespace dax {
 
-// A count that is not negative.
+// `count` must be at least 0.
 inline uint64_t unsignedOf(int64_t count) {
   return static_cast<uint64_t>(count);
 }
 
 class Arena {
  public:
-  // Without memory (null, 0) an arena measures.
+  // Without memory (null, 0) an arena only measures.
   Arena(void* memory, uint64_t bytes) : memory_(static_cast<char*>(memory)), bytes_(bytes / kGrain * kGrain) {}
 
-  // Room for `count` values, or null when it does not fit. Pieces start at multiples of 128 bytes from the buffer's start.
+  // Room for `count` values, or null when it does not fit. Pieces start at multiples of 128 bytes from the buffer's
+  // start.
   template <class T>
   T* take(uint64_t count) {
     const uint64_t at = used_;
@@ -25,7 +26,7 @@ class Arena {
     return place<T>(at);
   }
 
-  // The same, until the scope ends.
+  // The same, but temporary: until the Scope that was opened before ends.
   template <class T>
   T* borrow(uint64_t count) {
     add(borrowed_, roundedBytes(count, sizeof(T)));
@@ -44,13 +45,13 @@ class Arena {
     uint64_t borrowed_;
   };
 
-  // What was taken after mark() is free again with release().
+  // release(mark()) frees what was taken in between.
   uint64_t mark() const { return used_; }
   void release(uint64_t mark) { used_ = mark; }
 
-  bool fits() const { return !overflow_ && most_ <= bytes_; }
-  bool overflows() const { return overflow_ || most_ > INT64_MAX; }
-  uint64_t needed() const { return most_; }
+  bool fits() const { return !overflow_ && peak_ <= bytes_; }
+  bool overflows() const { return overflow_ || peak_ > INT64_MAX; }
+  uint64_t needed() const { return peak_; }
 
  private:
   static constexpr uint64_t kGrain = 128;
@@ -65,7 +66,7 @@ class Arena {
     overflow_ |= __builtin_add_overflow(end, bytes, &end);
     uint64_t both;
     overflow_ |= __builtin_add_overflow(used_, borrowed_, &both);
-    most_ = std::max(most_, both);
+    peak_ = std::max(peak_, both);
   }
   template <class T>
   T* place(uint64_t at) const {
@@ -76,7 +77,7 @@ class Arena {
   uint64_t bytes_;
   uint64_t used_ = 0;
   uint64_t borrowed_ = 0;
-  uint64_t most_ = 0;
+  uint64_t peak_ = 0;
   bool overflow_ = false;
 };
 

@@ -33,7 +33,7 @@ std::span<Entry> entries(Entry* table, int32_t count) {
   return {table, static_cast<size_t>(count)};
 }
 
-// Before the first block is asked for, no entry has one: a table that could be filled in part only can then be freed whole.
+// Clears all blocks before the first allocation, so that a partly filled table can be freed as a whole.
 template <class Entry>
 void clearBlocks(Entry* table, int32_t count) {
   for (Entry& entry : entries(table, count)) {

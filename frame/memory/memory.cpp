@@ -7,8 +7,7 @@
 
 namespace {
 
-// Under both prefixes. The start of the system's block is kept in the eight bytes before the result, which may have any
-// alignment.
+// Serves both prefixes. The address from malloc is stored in the eight bytes before the result, which may be unaligned.
 void* alignedAlloc(uint64_t size, int32_t alignment) {
   if (size == 0 || alignment <= 0) return nullptr;
   uint64_t total;

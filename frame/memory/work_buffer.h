@@ -1,5 +1,5 @@
-// Work-buffer layout. A family describes its buffer once, as a struct of pieces; the size query asks for the total, the
-// worker asks each piece for its address, and so the two cannot disagree.
+// Work-buffer layout. A family describes its buffer once, as a struct of pieces; the size query returns the total, the
+// worker asks each piece for its address, so the two cannot disagree.
 #pragma once
 
 #include <cstdint>
@@ -9,7 +9,7 @@
 
 namespace dax {
 
-// Of a size whose sides are not negative.
+// Number of pixels; both sides must be at least 0.
 inline uint64_t pixelsOf(DaxiSize size) {
   return static_cast<uint64_t>(size.width) * static_cast<uint64_t>(size.height);
 }
@@ -21,8 +21,8 @@ struct BufferPiece {
   T* in(void* buffer) const { return reinterpret_cast<T*>(static_cast<char*>(buffer) + offset); }
 };
 
-// Adds pieces up. Every piece starts at a multiple of 128 bytes from the start of the buffer, whose own alignment is
-// malloc's.
+// Adds up pieces. Every piece starts at a multiple of 128 bytes from the start of the buffer, which itself is aligned
+// as by malloc.
 class BufferLayout {
  public:
   template <class T>
@@ -35,7 +35,7 @@ class BufferLayout {
     return piece;
   }
 
-  // `count` slices of `bytes` each, one right behind the other.
+  // `count` adjacent slices of `bytes` each.
   BufferPiece<uint8_t> addSlices(uint64_t bytes, uint64_t count) {
     uint64_t all;
     overflow_ |= __builtin_mul_overflow(bytes, count, &all);

@@ -39,7 +39,7 @@ void copyBorderRows(T* dst, int32_t dstStep, const BorderGeometry& g, SourceRow 
   for (int32_t i = 0; i < g.bottom(); ++i) copyRow(g.top + g.src.height + i, sourceRow(i, true));
 }
 
-// Lays blocks leftwards from `edge`: block[0] is the pixel nearest to the edge of the image. `length` pixels a block.
+// Lays blocks leftwards from `edge`: block[0] is the pixel nearest to the edge of the image. `length` pixels per block.
 template <class T>
 void foldLeft(T* edge, int32_t border, const T* block, int32_t length, bool alternates, ReverseRun<T> reverseRun) {
   bool reversed = alternates;
@@ -69,7 +69,7 @@ void foldRight(T* edge, int32_t border, const T* block, int32_t length, bool alt
   }
 }
 
-// The index that a fold gives to the pixel or row `distance` outside an edge of an image of `count`.
+// Source index of the pixel or row `distance` outside an edge of an image of `count` pixels or rows.
 int32_t foldIndex(int32_t distance, bool last, int32_t count, FoldRule rule) {
   const int32_t length = count - rule.skip;
   const int32_t block = distance / length;
@@ -122,15 +122,15 @@ DAX_PIXEL_TYPES(DAX_FOLD_WORKER)
 
 namespace {
 
-// `left` arrives unsigned and is read as signed, so that values from 2^31 count as negative.
+// `left` is unsigned in the interface and read as signed, so values from 2^31 are negative.
 DaxStatus check(const void* src, int32_t srcStep, const void* dst, int32_t dstStep, const BorderGeometry& g,
-                int32_t leastSide) {
+                int32_t minSide) {
   DAX_REQUIRE_OK(checkImage(src, srcStep, g.src));
   DAX_REQUIRE_OK(checkImage(dst, dstStep, g.dst));
   DAX_REQUIRE(g.top >= 0 && g.left >= 0, DAX_STS_BAD_PARAM);
   DAX_REQUIRE(int64_t{g.left} + g.src.width <= g.dst.width, DAX_STS_BAD_SIZE);
   DAX_REQUIRE(int64_t{g.top} + g.src.height <= g.dst.height, DAX_STS_BAD_SIZE);
-  DAX_REQUIRE(atLeast(g.src, leastSide), DAX_STS_BAD_SIZE);
+  DAX_REQUIRE(atLeast(g.src, minSide), DAX_STS_BAD_SIZE);
   return DAX_STS_OK;
 }
 

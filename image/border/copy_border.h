@@ -18,8 +18,8 @@ struct BorderGeometry {
   int32_t bottom() const { return dst.height - top - src.height; }
 };
 
-// How blocks of source pixels are laid outwards from an edge. A block leaves out `skip` pixels at that edge; reversed
-// blocks alternate with plain ones, beginning with a reversed one.
+// How blocks of source pixels are laid outwards from an edge. A block leaves out the `skip` pixels at that edge. With
+// `alternates` every other block is reversed, the first one included.
 struct FoldRule {
   int32_t skip;
   bool alternates;

@@ -26,36 +26,36 @@ constexpr std::array<float, kRadius + 1> kWeights = [] {
   return weights;
 }();
 
-// Place of the tap at -6..6.
+// Index of the tap at -6..6.
 constexpr size_t tap(int32_t offset) {
-  const int32_t place = kRadius + offset;
-  return static_cast<size_t>(place);
+  const int32_t index = kRadius + offset;
+  return static_cast<size_t>(index);
 }
 
-// Folds the taps of values at(-6)..at(6) from the centre outwards.
+// Weighted sum of the values at(-6)..at(6), added from the centre outwards.
 template <class At>
-auto fold(At at) {
+auto weighted(At at) {
   auto sum = kWeights[0] * at(0);
   for (int32_t i = 1; i <= kRadius; ++i) sum += kWeights[static_cast<size_t>(i)] * (at(-i) + at(i));
   return sum;
 }
 
-// Whole vectors only: rows have room for them.
-void smoothAlong(const uint8_t* src, int32_t width, float* padded, float* to) {
+// Writes whole vectors of four: rows have room for them.
+void smoothHorizontally(const uint8_t* src, int32_t width, float* padded, float* to) {
   std::fill_n(padded, kRadius, static_cast<float>(src[0]));
   std::copy_n(src, width, padded + kRadius);
   std::fill_n(padded + kRadius + width, kRadius + 4, static_cast<float>(src[width - 1]));
   for (int32_t x = 0; x < width; x += 4) {
-    store4(to + x, fold([&](int32_t i) { return load4(padded + x + kRadius + i); }));
+    store4(to + x, weighted([&](int32_t i) { return load4(padded + x + kRadius + i); }));
   }
 }
 
-void smoothAcross(const std::array<const float*, kTaps>& rows, float* dst, int32_t width) {
+void smoothVertically(const std::array<const float*, kTaps>& rows, float* dst, int32_t width) {
   int32_t x = 0;
   for (; x + 4 <= width; x += 4) {
-    store4(dst + x, fold([&](int32_t i) { return load4(rows[tap(i)] + x); }));
+    store4(dst + x, weighted([&](int32_t i) { return load4(rows[tap(i)] + x); }));
   }
-  for (; x < width; ++x) dst[x] = fold([&](int32_t i) { return rows[tap(i)][x]; });
+  for (; x < width; ++x) dst[x] = weighted([&](int32_t i) { return rows[tap(i)][x]; });
 }
 
 }  // namespace
@@ -74,12 +74,12 @@ void _DAXI_FilterGauss_8u32f_C1R(const uint8_t* src, int32_t srcStep, float* dst
   int32_t next = 0;  // the row to smooth next
   for (int32_t y = 0; y < size.height; ++y) {
     for (; next < size.height && next <= y + dax::kRadius; ++next) {
-      dax::smoothAlong(dax::rowAt(src, srcStep, next), size.width, at.padded.in(buffer), row(next));
+      dax::smoothHorizontally(dax::rowAt(src, srcStep, next), size.width, at.padded.in(buffer), row(next));
     }
     std::array<const float*, dax::kTaps> rows;
     for (int32_t i = -dax::kRadius; i <= dax::kRadius; ++i) {
       rows[dax::tap(i)] = row(std::clamp(y + i, 0, size.height - 1));
     }
-    dax::smoothAcross(rows, dax::rowAt(dst, dstStep, y), size.width);
+    dax::smoothVertically(rows, dax::rowAt(dst, dstStep, y), size.width);
   }
 }

@@ -42,8 +42,8 @@ void erodeRow(const uint8_t* src, uint8_t* dst, int32_t width, RunKernel run) {
   dst[width - 1] = last;
 }
 
-// Row pass of one row and column pass of the row above it. Of the rows only the first and last pixels can be other than
-// 0 and 255.
+// Row pass of one row and column pass of the row above it. Only the first and the last pixel of a row can have values
+// other than 0 and 255.
 bool erodeSweep(const uint8_t* src, const SweepRows& rows, uint8_t* dst, const uint8_t* old, int32_t width,
                 SweepKernel sweep) {
   const auto sweepEdge = [&](int32_t x, uint8_t below) {
@@ -57,7 +57,7 @@ bool erodeSweep(const uint8_t* src, const SweepRows& rows, uint8_t* dst, const u
   return changed;
 }
 
-// Both passes in one sweep over two rows and more: the column pass follows the row pass a row behind, whose last three
+// Both passes in one sweep, for at least two rows: the column pass runs one row behind the row pass, whose last three
 // rows are in `ring`.
 bool erodeOnce(const uint8_t* src, int32_t srcStep, uint8_t* dst, int32_t dstStep, DaxiSize size, uint8_t* ring,
                RunKernel run, SweepKernel sweep) {

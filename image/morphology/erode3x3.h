@@ -14,7 +14,7 @@ namespace dax {
 // dst may be src.
 void erodeRows(const uint8_t* src, int32_t srcStep, uint8_t* dst, int32_t dstStep, DaxiSize size, int32_t isa);
 
-// Not in place. One kernel only, which compilers vectorise.
+// dst must not overlap src. There is one kernel, which compilers vectorise.
 void erodeColumns(const uint8_t* src, int32_t srcStep, uint8_t* dst, int32_t dstStep, DaxiSize size);
 
 }  // namespace dax

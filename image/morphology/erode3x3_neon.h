@@ -1,4 +1,4 @@
-// Rows of the erosion in blocks of 64 pixels, the rest by the portable twins.
+// Rows of the erosion in blocks of 64 pixels.
 #pragma once
 
 #include <algorithm>
@@ -11,8 +11,8 @@
 #if DAX_HAVE_NEON
 namespace dax::neon {
 
-// Works on masks of the clear pixels: a pixel goes where it is clear, or its right neighbour is and its left one is
-// not.
+// Works on masks of clear pixels: the result is clear where the pixel is clear, or where its right neighbour is clear
+// and its left one is set.
 inline void erodeRun(const uint8_t* src, uint8_t* dst, int32_t n, uint8_t before) {
   uint8x16_t clearBefore = vdupq_n_u8(before == 0 ? 255 : 0);
   const auto erode = [&](uint8x16_t pixels, uint8x16_t after) {
@@ -32,8 +32,8 @@ inline void erodeRun(const uint8_t* src, uint8_t* dst, int32_t n, uint8_t before
   portable::erodeRun(src + i, dst + i, n - i, vgetq_lane_u8(clearBefore, 15) ? 0 : 255);
 }
 
-// For rows that hold 0 and 255 only. The second block overlaps the first, so that the others start at multiples of 64 in rows whose first
-// inner column is src; the last one overlaps the one before it.
+// For rows that hold 0 and 255 only. The second block overlaps the first, so that the others start at multiples of 64
+// in rows whose first inner column is src; the last one overlaps the one before it.
 template <bool kCompare>
 bool erodeSweep(const uint8_t* src, const SweepRows& rows, uint8_t* dst, const uint8_t* old, int32_t n) {
   if (n < 64) return portable::erodeSweep<kCompare>(src, rows, dst, old, n);

@@ -21,7 +21,7 @@ inline uint8_t erodedPixel(uint8_t before, uint8_t pixel, uint8_t after) {
   return pixel != 0 && (before == 0 || after != 0) ? 255 : 0;
 }
 
-// Along a row: n pixels inside it, `before` the one left of them, src[n] the one right of them. In place as well.
+// Along a row: n pixels inside it, `before` the one left of them, src[n] the one right of them. dst may be src.
 inline void erodeRun(const uint8_t* src, uint8_t* dst, int32_t n, uint8_t before) {
   for (int32_t i = 0; i < n; ++i) {
     const uint8_t pixel = src[i];
@@ -30,7 +30,7 @@ inline void erodeRun(const uint8_t* src, uint8_t* dst, int32_t n, uint8_t before
   }
 }
 
-// Across rows. Tells whether the result differs from `old`, which may be dst.
+// Across rows. Returns whether the result differs from `old`, which may be dst.
 inline bool erodeAcross(const uint8_t* above, const uint8_t* centre, const uint8_t* below, uint8_t* dst,
                         const uint8_t* old, int32_t n) {
   uint32_t difference = 0;
@@ -42,7 +42,7 @@ inline bool erodeAcross(const uint8_t* above, const uint8_t* centre, const uint8
   return difference != 0;
 }
 
-// The rule of the first and the last row.
+// The rule of the first and the last row. Returns whether the result differs from `old`.
 inline bool keepWhereSet(const uint8_t* centre, const uint8_t* neighbour, uint8_t* dst, const uint8_t* old, int32_t n) {
   uint32_t difference = 0;
   for (int32_t i = 0; i < n; ++i) {

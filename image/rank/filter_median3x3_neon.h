@@ -1,5 +1,6 @@
-// Rows of the 3 x 3 median, two at a time, in blocks of two vectors. Even and odd columns are apart, so that an odd
-// column and the even one after it share the comparisons of the pair; two rows share those of the pair of rows between.
+// Rows of the 3 x 3 median, two at a time, in blocks of two vectors. Even and odd columns are in separate vectors, so
+// that an odd column and the even one after it share the comparisons of the pair; two result rows share those of the
+// two source rows between them.
 #pragma once
 
 #include <cmath>
@@ -15,7 +16,8 @@
 namespace dax::neon {
 
 // Types with vector rows: there are no minima of 64-bit lanes. AArch64 minima of floats order -0 before +0, and a NaN
-// gives a NaN in every output whose window it lies in. Elsewhere they have other rules, and the portable rows are as fast.
+// gives a NaN in every output whose window it lies in. Elsewhere they have other rules, and the portable rows are as
+// fast.
 template <class T>
 constexpr bool kHasMedian = std::is_integral_v<T>;
 #if defined(__aarch64__)
@@ -30,10 +32,10 @@ bool holdsNan(const T*, int32_t) {
 }
 
 inline bool holdsNan(const float* row, int32_t width) {
-  float32x4_t greatest = vdupq_n_f32(row[width - 1]);
-  for (int32_t x = 0; x <= width - 4; x += 4) greatest = vmaxq_f32(greatest, vld1q_f32(row + x));
-  for (int32_t x = width & ~3; x < width; ++x) greatest = vmaxq_f32(greatest, vdupq_n_f32(row[x]));
-  return std::isnan(vmaxvq_f32(greatest));
+  float32x4_t largest = vdupq_n_f32(row[width - 1]);
+  for (int32_t x = 0; x <= width - 4; x += 4) largest = vmaxq_f32(largest, vld1q_f32(row + x));
+  for (int32_t x = width & ~3; x < width; ++x) largest = vmaxq_f32(largest, vdupq_n_f32(row[x]));
+  return std::isnan(vmaxvq_f32(largest));
 }
 
 // Columns in ascending order of their three pixels, lane by lane.
@@ -48,7 +50,7 @@ struct SortedColumns {
   }
 };
 
-// The same columns as two adjacent rows of the result see them: without the last, without the first of four pixels.
+// Columns of four pixels as two adjacent result rows use them: without the last pixel, without the first.
 template <class T>
 struct ColumnPair {
   SortedColumns<T> upper, lower;
@@ -69,7 +71,7 @@ struct FourRows {
   const T *row0, *row1, *row2, *row3;
 };
 
-// Column x in all lanes.
+// Column x in every lane.
 template <class T>
 ColumnPair<T> columnEverywhere(const FourRows<T>& rows, ptrdiff_t x) {
   using L = Lanes<T>;

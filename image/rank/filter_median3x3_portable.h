@@ -32,7 +32,8 @@ struct MedianImages {
 
 namespace dax::portable {
 
-// Pixels as integers of the same order; floats as by totalOrder: the bits of negative ones count backwards.
+// Pixels as integers of the same order. Floats are ordered as by IEEE 754 totalOrder: the magnitude bits of negative
+// ones are inverted.
 template <class T>
 struct MedianKey {
   using Key = T;
@@ -54,24 +55,24 @@ struct MedianKey<float> : FloatMedianKey<float, int32_t> {};
 template <>
 struct MedianKey<double> : FloatMedianKey<double, int64_t> {};
 
-// By value, unlike std::min and std::max, whose choice between references keeps compilers from vector minima.
+// By value, unlike std::min and std::max, whose references keep compilers from using vector minima.
 template <class Key>
-Key least(Key a, Key b) {
+Key minOf(Key a, Key b) {
   return a < b ? a : b;
 }
 
 template <class Key>
-Key greatest(Key a, Key b) {
+Key maxOf(Key a, Key b) {
   return a > b ? a : b;
 }
 
 template <class Key>
 Key median(Key a, Key b, Key c) {
-  return greatest(least(a, b), least(greatest(a, b), c));
+  return maxOf(minOf(a, b), minOf(maxOf(a, b), c));
 }
 
-// Sorted columns of a piece of a row and of one column on either side. The loops over them are such that compilers
-// vectorise them; the pieces begin at a cache line, the column before them lies in the one before.
+// Sorted columns of a piece of a row and of one column on either side. Compilers vectorise the loops over them. A piece
+// starts at a cache line; the column before it lies in the previous line.
 template <class T>
 class SortedColumns {
  public:
@@ -81,10 +82,10 @@ class SortedColumns {
     const T *const above = rows[0], *const centre = rows[1], *const below = rows[2];
     const auto sort = [&](int32_t x, int32_t i) {
       const Key a = MedianKey<T>::of(above[x]), b = MedianKey<T>::of(centre[x]), c = MedianKey<T>::of(below[x]);
-      const Key low = least(a, b), high = greatest(a, b);
-      low_[kStart + i] = least(low, c);
-      mid_[kStart + i] = least(high, greatest(low, c));
-      high_[kStart + i] = greatest(high, c);
+      const Key low = minOf(a, b), high = maxOf(a, b);
+      low_[kStart + i] = minOf(low, c);
+      mid_[kStart + i] = minOf(high, maxOf(low, c));
+      high_[kStart + i] = maxOf(high, c);
     };
     for (int32_t i = 0; i < count; ++i) sort(first + i, i);
     sort(std::max(first - 1, 0), -1);
@@ -93,9 +94,9 @@ class SortedColumns {
 
   void storeMedians(T* dst, int32_t count) const {
     for (int32_t i = kStart; i < kStart + count; ++i) {
-      const Key a = greatest(greatest(low_[i - 1], low_[i]), low_[i + 1]);
+      const Key a = maxOf(maxOf(low_[i - 1], low_[i]), low_[i + 1]);
       const Key b = median(mid_[i - 1], mid_[i], mid_[i + 1]);
-      const Key c = least(least(high_[i - 1], high_[i]), high_[i + 1]);
+      const Key c = minOf(minOf(high_[i - 1], high_[i]), high_[i + 1]);
       dst[i - kStart] = MedianKey<T>::pixel(median(a, b, c));
     }
   }

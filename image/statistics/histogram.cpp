@@ -12,8 +12,8 @@ void flush(Table& table, Histogram& counts) {
   table = {};
 }
 
-// Two tables by turns, so that equal neighbours do not wait for each other's store. They are objects of their own: a
-// register for each spares an addition a pixel.
+// Two tables in turn, so that equal neighbours do not wait for each other's store. They are separate objects: a base
+// register for each saves an addition per pixel.
 void countRow(const uint8_t* row, int32_t width, Table& even, Table& odd) {
   int32_t x = 0;
   for (; x <= width - 16; x += 16) {
@@ -30,12 +30,12 @@ void countRow(const uint8_t* row, int32_t width, Table& even, Table& odd) {
 Histogram histogram(const uint8_t* src, int32_t srcStep, DaxiSize size) {
   Histogram counts = {};
   Table even = {}, odd = {};
-  // 32-bit tables are emptied before they can overflow.
-  constexpr int64_t kMostPixels = int64_t{1} << 31;
+  // 32-bit counters are flushed before they can overflow.
+  constexpr int64_t kMaxPixels = int64_t{1} << 31;
   int64_t pixels = 0;
   for (int32_t y = 0; y < size.height; ++y) {
     pixels += size.width;
-    if (pixels > kMostPixels) {
+    if (pixels > kMaxPixels) {
       flush(even, counts);
       flush(odd, counts);
       pixels = size.width;

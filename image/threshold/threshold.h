@@ -8,8 +8,8 @@
 
 namespace dax {
 
-// A set of grey levels that is one interval on the circle of the 256 levels: `first`, and `count` levels from there on,
-// running over from 255 to 0. Complements of intervals are intervals too, so one kernel makes every mask.
+// A cyclic interval of grey levels: `count` levels from `first` on, with 0 after 255. The complement of an interval is
+// an interval too, so one kernel makes every mask.
 struct LevelInterval {
   uint8_t first;
   int32_t count;  // 0..256

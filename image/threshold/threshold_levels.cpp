@@ -15,6 +15,8 @@ uint64_t total(const Histogram& counts) {
 }  // namespace
 
 uint8_t otsuLevel(const Histogram& counts) {
+  // Rounding may bring a sum of shares above 1. At the next float, 1 + FLT_EPSILON, the denominator below is 0.
+  constexpr float kAboveOne = 1 + FLT_EPSILON;
   const float pixels = static_cast<float>(total(counts));
   std::array<float, 256> p;
   for (size_t i = 0; i < p.size(); ++i) p[i] = static_cast<float>(counts[i]) / pixels;
@@ -26,7 +28,7 @@ uint8_t otsuLevel(const Histogram& counts) {
   uint8_t level = 0;
   for (size_t i = 0; i < p.size(); ++i) {
     weight += p[i];
-    if (weight >= 1.0000001f) break;
+    if (weight >= kAboveOne) break;
     firstMoment += static_cast<float>(i) * p[i];
     const float difference = mean * weight - firstMoment;
     const float variance = difference * difference / (weight - weight * weight + FLT_EPSILON);

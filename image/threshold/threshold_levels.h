@@ -10,12 +10,13 @@ namespace dax {
 // The level of greatest between-class variance.
 uint8_t otsuLevel(const Histogram& counts);
 
-// Levels between which a soft threshold rises; equal levels are a hard threshold.
+// The levels between which a soft threshold rises. Equal levels are a hard threshold.
 struct LevelPair {
   uint8_t low;
   uint8_t high;
 };
 
+// Shares of dark and bright pixels to leave out, and positions 0..1 between what is left.
 struct TailPositions {
   float darkTail;
   float brightTail;
@@ -23,10 +24,10 @@ struct TailPositions {
   float highPos;
 };
 
-// Levels found from the tails of a histogram.
+// Levels at the given positions between the dark and the bright tail of a histogram.
 LevelPair relativeLevels(const Histogram& counts, const TailPositions& tails);
 
-// The step 0..soft + 1 that a level takes on the ramp.
+// The step 0..soft + 1 of a level on the ramp.
 int32_t rampStep(int32_t level, LevelPair levels, uint32_t soft);
 
 }  // namespace dax

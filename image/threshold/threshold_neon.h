@@ -1,4 +1,4 @@
-// Rows of thresholding: whole blocks of 64 or 16 pixels, the rest by the portable twin.
+// Rows of thresholding in blocks of 64 or 16 pixels.
 #pragma once
 
 #include "frame/dispatch.h"
@@ -21,7 +21,7 @@ inline void maskRow(const uint8_t* src, uint8_t* dst, int32_t width, uint8_t fir
   portable::maskRow(src + x, dst + x, width - x, first, span);
 }
 
-// The table in four quarters of 64 levels: a look-up out of its quarter gives 0, or keeps what an earlier one found.
+// The table in four quarters of 64 levels. An index outside a quarter gives 0 (tbl) or keeps the earlier result (tbx).
 inline void mapRow(const uint8_t* src, uint8_t* dst, int32_t width, const uint8_t* table) {
   const uint8x16x4_t q0 = vld1q_u8_x4(table), q1 = vld1q_u8_x4(table + 64);
   const uint8x16x4_t q2 = vld1q_u8_x4(table + 128), q3 = vld1q_u8_x4(table + 192);

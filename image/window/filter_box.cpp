@@ -11,8 +11,7 @@
 namespace dax {
 namespace {
 
-// One sum for every pixel of the longer side: for the running sums of a row, and then for those of as many columns as
-// fit.
+// One sum per pixel of the longer side: the running sums of a row, then those of as many columns as fit.
 struct BoxBuffer {
   explicit BoxBuffer(DaxiSize size) : entries(std::max(size.width, size.height)), sums(layout.add<uint32_t>(entries)) {}
   uint32_t entries;
@@ -62,7 +61,7 @@ DaxStatus bufferSize(DaxiSize size, uint64_t* bytes) {
   return BoxBuffer(size).layout.store(bytes);
 }
 
-// Sums that wrap around are formed as unsigned numbers.
+// Signed sums wrap around, so they are computed as unsigned ones.
 uint32_t* wrapping(int32_t* sums) {
   return reinterpret_cast<uint32_t*>(sums);
 }

@@ -1,4 +1,4 @@
-// The box filter with a choice of kernels.
+// The box filter, unchecked, with a choice of kernels.
 #pragma once
 
 #include <cstdint>

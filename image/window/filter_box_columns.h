@@ -2,8 +2,8 @@
 //   b(y + r)                   for y = 0..r
 //   b(y + r) - b(y - r - 1)    for y = r + 1..h - r - 1
 //   b(h - 1) - b(y - r - 1)    for the last r rows.
-// There are two ways to keep the sums that are still needed while results take their places. The one that keeps fewer
-// rows is taken: never more than about the square root of 2 h.
+// Results overwrite d, so sums that are still needed are kept elsewhere, in one of two ways: the one that keeps fewer
+// rows, which are never more than about sqrt(2 h).
 #pragma once
 
 #include <algorithm>
@@ -21,7 +21,7 @@ struct BoxSums {
   uint32_t count;
 };
 
-// Columns next to each other, of which as many are done at a time as fit the buffer.
+// Adjacent columns, as many as fit the buffer.
 template <class Sum>
 struct BoxStrip {
   Sum* first;
@@ -64,7 +64,7 @@ class BoxRing {
  private:
   Sum* sums(int32_t slot) const { return ring_ + ptrdiff_t{slot} * strip_.width; }
 
-  // One of the first sums, which nothing is subtracted from.
+  // One of the first sums, from which nothing is subtracted.
   void fill(int32_t y, const BoxColumnKernels<Sum>& kernels) const {
     std::copy_n(strip_.row(y), strip_.width, sums(y));
     if (y > 0) kernels.addTo(sums(y), sums(y - 1), strip_.width);
@@ -76,10 +76,10 @@ class BoxRing {
   Sum* ring_;
 };
 
-// First all the sums, in place. Then chains of rows r + 1 apart, each from its last row up, since a result needs the
-// sum of the row before it in its chain; and the chain that begins at row r first, then that at r - 1, and so on, since
-// a result needs a sum of the chain before its own. Chain 0 needs sums of chain r: these are kept, and that of the last
-// row.
+// First all sums, in place. Then chain by chain, where chain c consists of the rows c, c + r + 1, c + 2 (r + 1), ...:
+// each from its last row up, since a result needs the sum of the previous row of its chain; and from chain r down to
+// chain 0, since a result of chain c needs a sum of chain c - 1. Chain 0 needs sums of chain r: these are kept, and the
+// sum of the last row.
 template <class Sum>
 class BoxChains {
  public:

@@ -115,10 +115,11 @@ struct BoxStore {
   void pixel(int32_t x, uint32_t sum) const { dst[x] = sum; }
 };
 
-// Both passes at once, for columns of 8-bit pixels that add up to 16 bits: 257 * 255 = 65535. Two bytes for every column
-// and for the window, which is no wider than the image, fit the buffer.
+// The highest window whose column sums of 8-bit pixels fit 16 bits: 257 * 255 = 65535.
 constexpr int32_t kMaxByteRows = 257;
 
+// Both passes at once. The buffer has room for two bytes per column and per column of the window, which is no wider than
+// the image.
 inline void boxBytes(const BoxImages<uint8_t, uint32_t>& images, uint32_t* buffer) {
   const WindowReach reach(2 * images.radius + 1);
   const ExtendedColumns<uint16_t> extended{reinterpret_cast<uint16_t*>(buffer), images.size.width, reach};

@@ -27,7 +27,7 @@ struct BoxImages {
 
 namespace dax::portable {
 
-// One row, from running sums in `sums` (width elements). In place as well.
+// One row, from running sums in `sums` (width elements). dst may be src.
 template <class T, class Sum>
 void boxRow(const T* src, Sum* dst, int32_t width, int32_t radius, Sum* sums) {
   sums[0] = static_cast<Sum>(src[0]);

@@ -30,10 +30,10 @@ DAX_MEAN_WORKER(double)
 
 namespace {
 
-constexpr int32_t kMostByteMask = 255;
+constexpr int32_t kMaxByteMask = 255;
 
 bool byteMaskFits(DaxiSize mask, DaxiSize size) {
-  return maskFits(mask, size) && atMost(mask, kMostByteMask);
+  return maskFits(mask, size) && atMost(mask, kMaxByteMask);
 }
 
 DaxStatus check(const void* src, int32_t srcStep, const void* dst, int32_t dstStep, DaxiSize size, const void* buffer) {
@@ -49,7 +49,7 @@ DaxStatus mean(const T* src, int32_t srcStep, T* dst, int32_t dstStep, DaxiSize 
   return DAX_STS_OK;
 }
 
-// `Entry` a pixel.
+// One `Entry` per pixel.
 template <class Entry>
 DaxStatus bufferSize(DaxiSize size, uint64_t* bytes) {
   DAX_REQUIRE(bytes, DAX_STS_NULL_POINTER);
@@ -59,13 +59,13 @@ DaxStatus bufferSize(DaxiSize size, uint64_t* bytes) {
   return layout.store(bytes);
 }
 
-// The narrowest image that is cut into bands.
-constexpr int32_t kLeastBandWidth = 9;
+// Narrower images are not split into bands.
+constexpr int32_t kMinBandWidth = 9;
 
-// 16-bit entries of one thread; for bands at least an extended row of column sums, w + W.
+// Number of 16-bit entries of one thread: for bands at least an extended row of column sums, w + W.
 uint64_t byteEntries(DaxiSize size, DaxiSize mask) {
   const auto width = static_cast<uint64_t>(size.width), maskWidth = static_cast<uint64_t>(mask.width);
-  if (size.width < kLeastBandWidth) return pixelsOf(size);
+  if (size.width < kMinBandWidth) return pixelsOf(size);
   return width + maskWidth / 2 + (maskWidth / 16 + 1) * 8;
 }
 
@@ -124,7 +124,7 @@ DaxStatus DAXI_FilterMean_8u_C1R_MT(const uint8_t* src, int32_t srcStep, uint8_t
                                     DaxiSize mask, void* buffer, uint32_t threads, void* pool) {
   DAX_REQUIRE_OK(dax::check(src, srcStep, dst, dstStep, size, buffer));
   DAX_REQUIRE(dax::byteMaskFits(mask, size), DAX_STS_BAD_PARAM);
-  const bool bands = size.width >= dax::kLeastBandWidth && int64_t{threads} * mask.height <= size.height;
+  const bool bands = size.width >= dax::kMinBandWidth && int64_t{threads} * mask.height <= size.height;
   if (!bands || !dax::hasPool(pool, threads)) {
     dax::filterMean(src, srcStep, dst, dstStep, size, mask, 0, size.height, buffer, dax::currentIsa());
     return DAX_STS_OK;

@@ -123,8 +123,8 @@ inline void meanFloats(const MeanBand<float>& band, void* buffer) {
   }
 }
 
-// Whether window sums fit 32 bits, and the buffer what the vector kernels keep: an extended row of column sums, which any
-// buffer for bytes holds, or five rows of sums of floats. There are no kernels for double.
+// Whether window sums fit 32 bits and the buffer has room for what the vector kernels keep: an extended row of column
+// sums, which any buffer for bytes has, or five rows of sums of floats. There are no kernels for double.
 template <class T>
 bool hasVectorMean(const MeanBand<T>& band) {
   if constexpr (std::is_same_v<T, double>) return false;

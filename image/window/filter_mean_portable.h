@@ -50,7 +50,8 @@ void meanWith(const MeanBand<T>& band, void* buffer) {
                    [&](int32_t y) { storeMeanRow<Sum>(band, y, columns); });
 }
 
-// 16-bit pixels: 2^16 rows and the one that enters need wider columns, and have the room for them.
+// 16-bit pixels: sums over 2^16 rows and the one that enters need wider columns; the buffer of an image that high has
+// room for them.
 template <class T>
 void mean(const MeanBand<T>& band, void* buffer) {
   if constexpr (std::is_floating_point_v<T>) {

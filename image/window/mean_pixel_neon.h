@@ -25,7 +25,7 @@ uint32x4_t roundedMean(float32x4_t mean) {
   return vreinterpretq_u32_s32(vcvtq_s32_f32(vaddq_f32(mean, half)));
 }
 
-// Stores 16 pixels; lane i of vector k is pixel 4 i + k. Bits above those of a pixel are not looked at.
+// Stores 16 pixels; lane i of vector k is pixel 4 i + k. Bits above those of a pixel are ignored.
 inline uint16x8_t lowHalves(uint32x4_t even, uint32x4_t odd) {
   return vtrn1q_u16(vreinterpretq_u16_u32(even), vreinterpretq_u16_u32(odd));
 }

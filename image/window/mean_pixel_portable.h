@@ -6,11 +6,11 @@
 
 namespace dax::portable {
 
-// The precision in which a sum becomes a mean.
+// The precision of a mean before it is rounded to a pixel.
 template <class T>
 using MeanReal = std::conditional_t<std::is_same_v<T, double>, double, float>;
 
-// A sum of integers that was formed modulo 2^32.
+// A sum of integers that was computed modulo 2^32.
 template <class T>
 float floatFromSum(uint32_t sum) {
   return static_cast<float>(static_cast<std::conditional_t<std::is_signed_v<T>, int32_t, uint32_t>>(sum));

@@ -1,5 +1,5 @@
-// Four rows as the four lanes of vectors, one vector a column: sums along rows are so formed in the order of the
-// columns, as float sums must be, four at a time.
+// Four rows in the four lanes of a vector, one vector per column: sums along four rows at a time, each in the order of
+// its columns, as sums of floats require.
 #pragma once
 
 #include <cstdint>

@@ -27,8 +27,8 @@ void moveRow(Column* columns, const T* enter, const T* leave, int32_t n) {
   }
 }
 
-// Calls store(x, sum, inside) for x = 0..n - 1 with the sums of columns x - before..x + after; `inside` tells of most
-// windows that they lie in the row. outside(i) gives the sums of the others' columns. The column that enters is added
+// Calls store(x, sum, inside) for x = 0..n - 1 with the sums of columns x - before..x + after; `inside` is set for most
+// windows that lie in the row; outside(i) gives the sum of column i for the others. The column that enters is added
 // first.
 template <class Sum, class Column, class Outside, class Store>
 void slide(const Column* columns, WindowReach reach, int32_t n, Outside outside, Store store) {

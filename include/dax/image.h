@@ -21,7 +21,7 @@ typedef struct DaxImage {
  * height below 1, or a side that the format halves is odd -> 0x10000008; a step too small, in plane order ->
  * 0x10000009; a base pointer of a used plane null, then a data pointer null -> 0x1000000a; else 0.
  *
- *   formats                            planes  sides         least step (w = width)
+ *   formats                            planes  sides         minimum step (w = width)
  *   1..6 9 10 300..319                 1       any           w
  *   100 101                            3       both even     w, w/2, w/2
  *   102 109                            2       both even     w, w

@@ -69,8 +69,8 @@ DAX_API void* DAX_MemMalloc(uint64_t size, int32_t alignment, uint32_t kind);
 /* Frees by kind; null and unknown kinds are ignored. Thread-safe. */
 DAX_API void DAX_MemFree(void* block, uint32_t kind);
 
-/* Sets all bases to null, then allocates every entry of non-zero size by its kind. Table null -> 0x10000014, count below
- * 1 -> 0x10000019, no memory -> 0x1000002b with the earlier entries left allocated: free the table. */
+/* Sets all bases to null, then allocates every entry of non-zero size by its kind. Table null -> 0x10000014, count
+ * below 1 -> 0x10000019, no memory -> 0x1000002b with the earlier entries left allocated: free the table. */
 DAX_API DaxStatus DAX_AllocMemTab(DaxMemTabEntry* table, int32_t count);
 
 /* Frees every block and clears its size and base. Codes as DAX_AllocMemTab. Freeing twice is harmless. */

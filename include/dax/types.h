@@ -10,6 +10,14 @@ typedef struct DaxiSize {
   int32_t height;
 } DaxiSize;
 
+/* Rectangle of whole pixels: columns x..x + width - 1, rows y..y + height - 1. */
+typedef struct DaxiRect {
+  int32_t x;
+  int32_t y;
+  int32_t width;
+  int32_t height;
+} DaxiRect;
+
 /* One pixel of a 32fc image. */
 typedef struct DaxComplex32f {
   float re;

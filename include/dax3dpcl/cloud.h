@@ -2,7 +2,7 @@
  *
  * A cloud is a packed array of points, each three 32-bit floats: x, y, z. An organized cloud keeps the grid of its
  * source image: the point of row r and column c is number r * width + c. An unorganized cloud holds valid points only,
- * packed in row-major order. No value marks a point as invalid: validity is a byte mask beside the range data. */
+ * packed in row-major order. Points have no invalid value: validity is a byte mask beside the range data. */
 #ifndef DAX3DPCL_CLOUD_H
 #define DAX3DPCL_CLOUD_H
 
@@ -17,8 +17,8 @@ typedef struct DAX3DPCL_CLOUD_SIZE {
 } DAX3DPCL_CLOUD_SIZE;
 
 typedef struct DAX3DPCL_CLOUD3D {
-  int32_t capacity; /* points that the memory can hold */
-  int32_t count;    /* points that it holds */
+  int32_t capacity; /* points that fit into the memory */
+  int32_t count;    /* points */
   float* points;    /* count triples x, y, z */
 } DAX3DPCL_CLOUD3D;
 

@@ -1,10 +1,10 @@
-/* KD-tree, second generation: the tree's block is only read by searches, which bring a stack of their own. So any number
- * of threads may search one tree, each with its own stack. Trees, distances, order of results, non-finite points and
+/* KD-tree, second generation: searches only read the tree's block and use a stack of their own. Any number of
+ * threads may search one tree, each with its own stack. Trees, distances, order of results, non-finite points and
  * alignment are those of the first generation (kdtree.h).
  *
- * The _Inner members have a pool of max(n, 100) nodes and stacks to match, about half of the memory. Where that is less
- * than the tree would need, as for leaves of one point, leaves near the bottom hold more points than asked for; searches
- * are as exact. Searches, relocation and the MT forms take trees of either kind. */
+ * The _Inner members have a pool of max(n, 100) nodes and stacks to match, about half of the memory. When that is less
+ * than the tree needs, as with leafSize 1, some leaves hold more than leafSize points; search results are as
+ * exact. Searches, relocation and the MT forms take trees of either kind. */
 #ifndef DAX3DPCL_KDTREE_V2_H
 #define DAX3DPCL_KDTREE_V2_H
 
@@ -34,7 +34,7 @@ DAX_API DaxStatus DAX3DPCL_SEARCH_KDTREE_V2_BufferSize_Inner(int32_t n, int32_t 
 DAX_API DaxStatus DAX3DPCL_SEARCH_KDTREE_Build_V2_BufferSize(int32_t n, int32_t d, uint64_t* bytes);
 DAX_API DaxStatus DAX3DPCL_SEARCH_KDTREE_Build_V2_BufferSize_Inner(int32_t n, int32_t d, uint64_t* bytes);
 
-/* Builds the tree. The stack is not needed any more afterwards. Checks, in order: tree, points or stack
+/* Builds the tree. The stack is not needed afterwards. Checks, in order: tree, points or stack
  * null -> 0x10000014; n, d or leafSize < 1 -> 0x10000019. A failed call writes nothing. */
 DAX_API DaxStatus DAX3DPCL_SEARCH_KDTREE_BuildIndex_V2(DAX3DPCL_KDTREE_V2* tree, const float* points, int32_t n,
                                                        int32_t d, int32_t leafSize, void* stack);
@@ -61,9 +61,9 @@ DAX_API DaxStatus DAX3DPCL_SEARCH_KDTREE_KNearestSearch_V2(const DAX3DPCL_KDTREE
 /* The points nearer than `radius` to one query, in single precision: squared distance < radius * radius. Only the first
  * three coordinates count (in a plane or on a line: all).
  *
- * The first maxResults that the search meets are written, in that order, which is not sorted; *count receives their
- * number; entries behind them are not written. With radius * radius < FLT_EPSILON (radius below 3.45e-4, and small
- * negative ones) nothing is found, not even a point in the place of the query: scale clouds in metres up.
+ * The first maxResults points in order of visit are written, unsorted; *count receives their number; later entries are
+ * not written. With radius * radius < FLT_EPSILON (radius below 3.45e-4, and small
+ * negative ones) nothing is found, not even a point equal to the query: scale clouds in metres up.
  *
  * Checks, in order: a pointer null -> 0x10000014; d < 1, maxResults < 1 or radius < -1.1920929e-7 (or NaN), d not the
  * tree's -> 0x10000019. A failed call writes nothing. Thread-safe on distinct outputs and stacks. */
@@ -71,9 +71,8 @@ DAX_API DaxStatus DAX3DPCL_SEARCH_KDTREE_RNearestSearch_V2(const DAX3DPCL_KDTREE
                                                            int32_t d, int32_t maxResults, uint32_t* indices,
                                                            float* distances, int32_t* count, void* stack, float radius);
 
-/* The same among the points whose byte in `mask`, which has one for each of the caller's points, is not 0. `list`, of
- * maxResults entries, receives the point numbers found once more, in ascending order of their distance, at equal
- * distances of their number. */
+/* The same for the points whose byte in `mask`, one for each of the caller's points, is not 0. `list`, of maxResults
+ * entries, also receives the point numbers found, in ascending order of distance, ties by number. */
 DAX_API DaxStatus DAX3DPCL_SEARCH_KDTREE_RNearestSearchMask_V2(const DAX3DPCL_KDTREE_V2* tree, const float* query,
                                                                int32_t d, int32_t maxResults, uint32_t* indices,
                                                                float* distances, int32_t* count, void* stack,
@@ -82,10 +81,10 @@ DAX_API DaxStatus DAX3DPCL_SEARCH_KDTREE_RNearestSearchMask_V2(const DAX3DPCL_KD
 /* As DAX3DPCL_SEARCH_KDTREE_HandleRerange. */
 DAX_API DaxStatus DAX3DPCL_SEARCH_KDTREE_HandleRerange_V2(DAX3DPCL_KDTREE_V2* tree);
 
-/* As DAX3DPCL_SEARCH_KDTREE_KNearestSearch_V2, with the queries dealt out to the threads of the host's pool in tiles of
- * ceil(queryCount / threads). The result is the same. `stack` has the size that the mt query tells for `threads`. Without
- * a pool, or with threads < 2, the call runs on the caller's thread. Returns what the pool returns; where that is a
- * failure, *count is not written. */
+/* As DAX3DPCL_SEARCH_KDTREE_KNearestSearch_V2, with the queries divided among the threads of the host's pool in tiles
+ * of ceil(queryCount / threads). The result is the same. `stack` has the size of the mt query for `threads`. Without a
+ * pool, or with threads < 2, the call runs on the caller's thread. Returns the status of the pool; on failure *count is
+ * not written. */
 DAX_API DaxStatus DAX3DPCL_KDTREE_KNearestSearch_MT(void* pool, uint32_t threads, const DAX3DPCL_KDTREE_V2* tree,
                                                     const float* queries, int32_t queryCount, int32_t d, int32_t k,
                                                     uint32_t* indices, float* distances, int32_t* count, void* stack);

@@ -2,14 +2,14 @@
  *
  * Mean and covariance of m points are taken in single precision in two passes (mean = sum / m, covariance = sum of
  * outer products of (q - mean), divided by m), the eigenvalues l0 <= l1 <= l2 of the covariance in double precision in
- * closed form, then rounded to float. The normal is the unit eigenvector of l0, the curvature |l0 / (l0 + l1 + l2)|.
- * An eigenvalue below 4 FLT_EPSILON l2, or below FLT_MIN, is rounding noise and counts as 0: points of a plane have
- * curvature 0, and where l1 is 0 too, as for points of a line, no normal can be estimated. Where l0 and l1 cannot be
- * told apart the normal is one of the many that fit, orthogonal to the third axis; {0, 0, 1} where all three agree.
+ * closed form, then rounded to float. The normal is the unit eigenvector of l0, the curvature |l0 / (l0 + l1 + l2)|. An
+ * eigenvalue below 4 FLT_EPSILON l2, or below FLT_MIN, is rounding noise and counts as 0: points in a plane have
+ * curvature 0, and when l1 is 0 too, as for points on a line, no normal can be estimated. When l0 and l1 are equal up
+ * to rounding, the normal is any vector orthogonal to the third axis; {0, 0, 1} when all three are.
  *
- * The sign of a normal is arbitrary until it is turned towards a viewpoint. Points far from the origin lose accuracy by
- * the rounding of their mean: with neighbourhoods of size 1 the normal errs by 1e-5 at coordinates of 1e4, by 0.06 at
- * 1e6. Shift such clouds. */
+ * The sign of a normal is arbitrary unless it is turned towards a viewpoint. Points far from the origin lose accuracy
+ * by rounding of the mean: for neighbourhoods of size 1 the error of the normal is 1e-5 at coordinates of 1e4 and 0.06
+ * at 1e6. Move such clouds to the origin. */
 #ifndef DAX3DPCL_NORMALS_H
 #define DAX3DPCL_NORMALS_H
 
@@ -51,8 +51,8 @@ DAX_API DaxStatus DAX3DPCL_FEATURE_NORM_PCAEstimate(const float* points, int32_t
 DAX_API DaxStatus DAX3DPCL_FEATURE_NORM_Compute_32f(const float* points, int32_t count, DAX3DPCL_NORMAL* normal,
                                                     int32_t* estimated);
 
-/* Negates nx, ny and nz when the normal of `point` points away from the viewpoint: (viewpoint - point) . n < 0. A normal
- * at right angles stays. Check: a pointer null -> 0x10000014. Thread-safe. */
+/* Negates nx, ny and nz when the normal of `point` points away from the viewpoint: (viewpoint - point) . n < 0. A
+ * normal at a right angle is kept. Check: a pointer null -> 0x10000014. Thread-safe. */
 DAX_API DaxStatus DAX3DPCL_FEATURE_NORM_FlipTowardsViewPoint_I(DAX3DPCL_NORMAL* normal, const float* point,
                                                                const float* viewpoint);
 

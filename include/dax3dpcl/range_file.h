@@ -1,7 +1,7 @@
 /* The range file: one range image as a sequence of chunks.
  *
- * A chunk is its payload followed by two little-endian 32-bit words: tag and payload size in bytes. So a file is read
- * from its end backwards.
+ * A chunk is its payload followed by two little-endian 32-bit words: tag and payload size in bytes. A file is read
+ * backwards from its end.
  *
  *   tag         payload               meaning
  *   0x617D18DB  2 * width * height    range values, 16-bit, row by row without padding
@@ -24,9 +24,9 @@
 DAX_BEGIN_DECLS
 
 /* Writes range values, mask, scale, offset, height and width, in this order, from the memory of owner pointers. Type,
- * colour and calibration are left out. A new file, or one that takes the place of a regular file, is written under a
- * temporary name in the same folder (which must be writable), brought to the disk and renamed, so that a failure leaves
- * the old file as it was. Other files (devices, links) are written directly.
+ * colour and calibration are left out. A new file, or one that replaces a regular file, is written under a
+ * temporary name in the same folder (which must be writable), flushed to disk and renamed, so that a failure leaves the
+ * old file unchanged. Other files (devices, links) are written directly.
  *
  * Checks, in order:
  *   path, record, range owner 0, range plane 0 or mask owner 0 null       0x10000014
@@ -36,7 +36,7 @@ DAX_BEGIN_DECLS
  * File not opened -> 0x10000025, not written -> 0x10000027. */
 DAX_API DaxStatus DAX3DPCL_UTILS_WRITE_RANGE_V4(const char* path, const DAX3D_RANGE_V4* record);
 
-/* Writes everything that the record holds, so that nothing is lost on reading: range values, mask (for type 0, and for
+/* Writes the complete record: range values, mask (for type 0, and for
  * type 1 when mask owner 0 is not null), colour (when colour owner 0 is not null), calibration as 64-bit floats, scale,
  * offset, type, height and width.
  *
@@ -46,16 +46,15 @@ DAX_API DaxStatus DAX3DPCL_UTILS_WRITE_RANGE_V4(const char* path, const DAX3D_RA
  * -> 0x10000009. */
 DAX_API DaxStatus DAX3DPCL_UTILS_WRITE_RANGE_V4_V2(const char* path, const DAX3D_RANGE_V4* record);
 
-/* Reads a file into a record, which must be zeroed or hold what it says: memory that it owns is used when it is large
- * enough, as the slot says (step * height elements, of two bytes where the format is 3), for the file; missing memory is
- * allocated with ZUR_Malloc. Chunks that the file does not have leave their part of the record as it was; unknown tags
- * are skipped.
+/* Reads a file into a record, which must be zeroed or valid. Memory that it owns is used as it is and must be large
+ * enough for the file: step * height elements of its slot, of two bytes for format 3. Missing memory is allocated with
+ * ZUR_Malloc. Parts of the record without a chunk in the file are unchanged; unknown tags are skipped.
  *
- * Chunks are met from the end of the file. Of several width or height chunks the first one met counts, of all others
- * the last one met. Width and height must be met before range values. A mask shorter than the image leaves the other
- * pixels invalid. After the walk the range slot has format 3 and the sides of the file, its step is the width, and so
- * it is with the mask slot (format 1) when the type is 0 or there is a mask. A file too short for a trailer gives 0 and
- * loads nothing.
+ * Chunks are visited from the end of the file. Of several width or height chunks the first one visited counts, of all
+ * others the last one. Width and height must be visited before range values. A mask shorter than the image leaves the
+ * other pixels invalid. Afterwards the range slot has format 3, the sides of the file and a step equal to the width,
+ * and so does the mask slot (format 1) when the type is 0 or there is a mask. A file too short for a trailer gives 0
+ * and loads nothing.
  *
  *   path or record null                                                   0x10000014
  *   file not opened                                                       0x10000025
@@ -64,8 +63,8 @@ DAX_API DaxStatus DAX3DPCL_UTILS_WRITE_RANGE_V4_V2(const char* path, const DAX3D
  *   sides outside 1..32767                                                0x10000008
  *   read failed or came up short                                          0x10000026
  *   no memory                                                             0x1000002b
- * The size of range values is checked before the sides. A failed read leaves what it had read; a slot never says more
- * than its memory holds. Release the record in either case (dax3dpcl/range_record.h). */
+ * The size of range values is checked before the sides. A failed read keeps the parts read so far; a slot never
+ * describes more than its memory holds. Release the record in either case (dax3dpcl/range_record.h). */
 DAX_API DaxStatus DAX3DPCL_UTILS_READ_RANGE_V4(const char* path, DAX3D_RANGE_V4* record);
 
 DAX_END_DECLS

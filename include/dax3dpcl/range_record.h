@@ -1,12 +1,12 @@
 /* The range-image record: what a 3D sensor delivers.
  *
- * A record has a header, three image slots and a calibration block. A slot is a ZurImage, whose plane pointers say
- * where the pixels are, and four owner pointers, which say what memory the record owns: normally the same addresses.
+ * A record has a header, three image slots and a calibration block. A slot is a ZurImage, whose plane pointers are
+ * the addresses of the pixels, and four owner pointers to the memory that the record owns: normally the same addresses.
  * Pixel (column c, row r) of value v lies at
  *   (c * scale.x + offset.x, r * scale.y + offset.y, v * scale.z + offset.z).
  *
  * Memory that these functions allocate comes from ZUR_Malloc, aligned to 128 bytes. Zero a record before its first use:
- * pointers in it are trusted. All functions are thread-safe on distinct records. */
+ * its pointers are trusted. All functions are thread-safe on distinct records. */
 #ifndef DAX3DPCL_RANGE_RECORD_H
 #define DAX3DPCL_RANGE_RECORD_H
 
@@ -19,7 +19,7 @@ DAX_BEGIN_DECLS
 enum {
   DAX3D_RANGE_WITH_MASK = 0, /* values of the type field */
   DAX3D_RANGE_WITHOUT_MASK = 1,
-  DAX3D_MAX_SIDE = 32767 /* most columns, and most rows, of an image in a range file */
+  DAX3D_MAX_SIDE = 32767 /* maximum width and height of an image in a range file */
 };
 
 typedef struct DAX3D_VECTOR_32F {
@@ -29,7 +29,7 @@ typedef struct DAX3D_VECTOR_32F {
 /* One image of the record. */
 typedef struct DAX3D_IMAGE_SLOT {
   ZurImage image; /* where the pixels are; steps count elements */
-  void* owner[4]; /* what is to be freed */
+  void* owner[4]; /* memory to be freed */
 } DAX3D_IMAGE_SLOT;
 
 /* A pinhole camera: pixel = (fx * X / Z + cx, fy * Y / Z + cy) of the distorted direction. */
@@ -75,13 +75,13 @@ typedef struct DAX3D_RANGE_V4 {
  *                step 0 below the width                               0x10000009
  *           201: step 0 below 3 * width                               0x10000009
  *           height < 1 or width < 1                                   0x10000008
- * A step of half the width is enough here, so do not read `width` elements of the last row of a record that is merely
- * valid: a slot's memory is known to hold step * height elements. */
+ * A step of half the width passes, so the last row of a valid record may have fewer than `width` elements: only
+ * step * height elements are known to exist. */
 DAX_API DaxStatus DAX3DPCL_UTILS_Check_DAX3D_RANGE_V4(const DAX3D_RANGE_V4* record, int32_t checkColour);
 
 /* Copies a record into memory of its own. The mask is copied when the type is 0, the colour image when the record
- * passes the check with colour and no step of a plane is below the width; slots that are not copied are empty. Steps are
- * kept, padding is unspecified. `copy` must own nothing: what it held is forgotten, not freed. Release it with
+ * passes the check with colour and no step of a plane is below the width; slots that are not copied are empty. Steps
+ * are kept, padding is unspecified. `copy` must own nothing: its contents are overwritten, not freed. Release it with
  * DAX3DPCL_UTILS_RELEASE_RANGE_V4, and free its colour owners with ZUR_Free.
  *
  * Checks, in order: DAX3DPCL_UTILS_Check_DAX3D_RANGE_V4(record, 0); copy null -> 0x10000014; copy equal to record ->
@@ -110,8 +110,8 @@ DAX_API DaxStatus DAX3DPCL_UTILS_Construct_RGBD_DAX3D_RANGE_V4(const int16_t* de
                                                                float depthScale, const DAX3D_RANGE_CALIB* calib,
                                                                DAX3D_RANGE_V4* record);
 
-/* Frees the owned memory of range and mask with ZUR_Free and sets owner and plane to null. Null is ignored, and so is a
- * second call. Colour planes stay: free their owners with ZUR_Free. */
+/* Frees the owned memory of range and mask with ZUR_Free and sets owner and plane to null. Null and a second
+ * call are ignored. Colour planes are kept: free their owners with ZUR_Free. */
 DAX_API void DAX3DPCL_UTILS_RELEASE_RANGE_V4(DAX3D_RANGE_V4* record);
 
 DAX_END_DECLS

@@ -8,10 +8,10 @@
  *     z = v * a + b,  x = ((c - cx) * z) * (1 / fx),  y = ((r - cy) * z) * (1 / fy)
  *
  * Organized (organized = 1): the point of (c, r) is number r * cols + c, positions of invalid pixels are not written,
- * and the size is {cols, rows}. Unorganized (any other value): valid points are packed in row-major order, 12 * count
- * bytes are written and nothing beyond, and the size is {count, 1}.
+ * and the size is {cols, rows}. Unorganized (any other value): valid points are packed in row-major order, exactly 12 *
+ * count bytes are written, and the size is {count, 1}.
  *
- * The points go to `buffer`, which holds at least the queried bytes, lies at a multiple of 4 and overlaps neither values
+ * The points go to `buffer`, which holds at least the queried bytes, has an alignment of 4 and overlaps neither values
  * nor mask; *points receives its address. Thread-safe. */
 #ifndef DAX3DPCL_RANGE_TO_XYZ_H
 #define DAX3DPCL_RANGE_TO_XYZ_H
@@ -26,7 +26,7 @@ typedef struct DAX3DPCL_RANGE_MAP {
   int32_t cols;
   float params[6]; /* see above */
   void* reserved;  /* not used */
-  uint8_t* mask;   /* rows * cols bytes without padding; not zero = valid */
+  uint8_t* mask;   /* rows * cols bytes without padding; not 0: valid */
   void* values;    /* rows * cols values of the function's type without padding */
 } DAX3DPCL_RANGE_MAP;
 

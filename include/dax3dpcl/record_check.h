@@ -9,7 +9,7 @@
 DAX_BEGIN_DECLS
 
 /* A 3 x 3 camera matrix, row-major: fx (element 0), fy (4), cx (2), cy (5) all >= eps, else 0x10000019. The other
- * elements are not looked at. */
+ * elements are not checked. */
 DAX_API DaxStatus DAX3DPCL_UTILS_Check_Intrins_32f(const float* matrix);
 DAX_API DaxStatus DAX3DPCL_UTILS_Check_Intrins_64f(const double* matrix);
 

@@ -1,13 +1,13 @@
 /* Speckle filter: clears small patches of similar values from 16-bit range images.
  *
- * Two pixels, one beside or below the other, are connected when neither is `invalid` and their values differ by less
- * than maxDiff. A region is a maximal set of connected pixels of the whole image. dst receives src, with all pixels of
- * regions of at most maxSize pixels set to `invalid`, as far as they lie in rows start.y..end.y - 1 and columns
- * start.x..end.x - 1. Pixels outside this window stay, but count. A maxDiff below 1 connects nothing, a maxSize below 1
- * clears nothing; an empty window is no error.
+ * Two horizontal or vertical neighbours are connected when neither is `invalid` and their values differ by less than
+ * maxDiff. A region is a maximal set of connected pixels of the whole image. dst receives src, with the pixels of
+ * regions of at most maxSize pixels set to `invalid` in the window of rows start.y..end.y - 1 and columns
+ * start.x..end.x - 1. Pixels outside the window are copied, but count in the size of their region. A maxDiff below 1
+ * connects nothing, a maxSize below 1 clears nothing; an empty window is no error.
  *
  * Rows have no padding. dst may equal src, but must not overlap it otherwise. `buffer` holds at least the queried bytes
- * and lies at a multiple of 8. Thread-safe. */
+ * and has an alignment of 8. Thread-safe. */
 #ifndef DAX3DPCL_SPECKLE_H
 #define DAX3DPCL_SPECKLE_H
 

@@ -2,12 +2,12 @@
  *
  * With ix = 1 / leafX in float, and trunc towards zero, the cell of a point along x is
  *   trunc(x * ix) - bx  in 0..nx - 1,  bx = trunc(xmin * ix),  nx = trunc(xmax * ix) - bx + 1,
- * and so along y and z; its key is cx + cy * nx + cz * nx * ny. Since trunc rounds towards zero, the cell around zero is
- * twice as wide as the others. Points outside the box, whose faces belong to it, are dropped, and so are points with a
- * NaN. The results come in ascending order of their keys: z slowest, x fastest. A centroid is the float sum of the
+ * and so along y and z; its key is cx + cy * nx + cz * nx * ny. Since trunc rounds towards zero, the cell around zero
+ * is twice as wide as the others. Points outside the box, whose faces belong to it, are dropped, and so are points with
+ * a NaN. The results come in ascending order of their keys: z slowest, x fastest. A centroid is the float sum of the
  * points in input order, times (1 / count).
  *
- * When at most one point lies in the box, the result is one point: that one, or else point 0 of the input.
+ * When at most one point lies in the box, the result is that point, or point 0 of the input when there is none.
  *
  * cloud, box, work and result must not overlap. Thread-safe. */
 #ifndef DAX3DPCL_VOXEL_GRID_H
@@ -25,8 +25,8 @@ DAX_API DaxStatus DAX3DPCL_PREP_SAMPLE_VoxelGridBufferSize(int32_t n, uint64_t* 
 DAX_API DaxStatus DAX3DPCL_PREP_SAMPLE_VoxelGridResultSize(int32_t n, uint64_t* bytes);
 
 /* box: {xmin, ymin, zmin, xmax, ymax, zmax}. *out receives the address of the cloud record at the start of `result`;
- * its points follow 128 bytes after it, its capacity is the input's count. The rest of `result` holds nothing of
- * meaning. `work` lies at a multiple of 4, `result` at a multiple of 8.
+ * its points follow 128 bytes after it, its capacity is the input's count. The rest of `result` is undefined.
+ * The alignment of `work` is 4, of `result` 8.
  *
  * Checks, in order:
  *   cloud, its points, box, out, result or work null                      0x10000014

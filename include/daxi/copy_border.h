@@ -7,7 +7,8 @@
  * combine the two. Every pixel of the destination region is written, elements between W and dstStep are not. Values are
  * copied bit for bit, NaNs included.
  *
- * Steps count elements of the pixel type (a complex pixel is one element). `left` is read as a signed number.
+ * Steps count elements of the pixel type (a complex pixel is one element). `left` is read as a signed number:
+ * values from 2^31 on are negative.
  *
  * Checks, in order, for all 45 members:
  *   src null, then srcSize below 1 x 1, then srcStep < w       0x10000014, 0x1000001a, 0x1000001b
@@ -54,7 +55,7 @@ DAX_API DaxStatus DAXI_CopyConstBorder_64fc_C1R(const DaxComplex64f* src, int32_
                                                 DaxComplex64f* dst, int32_t dstStep, DaxiSize dstSize, int32_t top,
                                                 uint32_t left, double re, double im);
 
-/* Replicate: the edge pixel goes on. a b c with a border of 2 gives  a a | a b c | c c.
+/* Replicate: the edge pixel is repeated. a b c with a border of 2 gives  a a | a b c | c c.
  * Source index of column x: 0 for x < 0, w - 1 for x >= w. */
 DAX_API DaxStatus DAXI_CopyReplicateBorder_8u_C1R(const uint8_t* src, int32_t srcStep, DaxiSize srcSize, uint8_t* dst,
                                                   int32_t dstStep, DaxiSize dstSize, int32_t top, uint32_t left);

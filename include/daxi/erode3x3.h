@@ -4,9 +4,9 @@
  *   inside:        o[x] = 255 where s[x] is set and (s[x - 1] is clear or s[x + 1] is set), else 0
  *   first column:  o[0] = s[1] where s[0] is set, else 0
  *   last column:   o[w - 1] = s[w - 2] where s[w - 1] is set, else 0
- * A run that does not touch the edge so loses its last pixel and keeps its first; single pixels stay. In the edge
- * columns the neighbour's value is copied as it is. For w = 1 the missing neighbour counts as clear: o[0] = 0. The
- * column pass is the same along columns: the row above for the left neighbour, the row below for the right one.
+ * So a run that does not touch the edge loses its last pixel and keeps its first; a single pixel stays. In the edge
+ * columns the neighbour's value is copied unchanged. For w = 1 the missing neighbour counts as clear: o[0] = 0. The
+ * column pass is the same along columns: the row above is the left neighbour, the row below the right one.
  *
  * Steps count bytes. Thread-safe; a failed call writes nothing.
  *
@@ -27,7 +27,7 @@ DAX_BEGIN_DECLS
 DAX_API DaxStatus DAXI_Erode3x3BufferSize_8u(DaxiSize size, uint64_t* bytes);
 
 /* Erodes `iterations` times: a row pass, then a column pass over its result. dst may equal src with the same step;
- * otherwise they must not overlap. An iteration that changes nothing is the last one: the others would not either.
+ * otherwise they must not overlap. Iterations stop when one changes nothing.
  *
  * Checks after those of the images, in order: iterations < 1 -> 0x10000019; buffer null -> 0x10000014. `buffer` holds
  * at least the queried bytes, at any address. */

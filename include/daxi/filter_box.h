@@ -7,8 +7,9 @@
  *   d(x) = b(x + r)                     for x = 0..r
  *   d(x) = b(x + r) - b(x - r - 1)      for x = r + 1..width - r - 1
  *   d(x) = b(width - 1) - b(x - r - 1)  for the last r columns,
- * and the same down every column of d. So the error grows with the sums from the edge on, not with the window, and an
- * infinity or NaN spoils what follows it in its row and in the columns below. The cost does not depend on the radius.
+ * and the same down every column of d. So the error grows with the running sums from the edge on, not with the window,
+ * and an infinity or NaN spreads to what follows it in its row and in the columns below. The cost does not depend on
+ * the radius.
  *
  * Steps count elements. src and dst must not overlap, except that the C1IR members work in place. `buffer` holds at
  * least the queried bytes and lies at a multiple of 4. Thread-safe.

@@ -1,7 +1,7 @@
 /* Means over windows of mask.width x mask.height pixels.
  *
  * The window of pixel (x, y) covers the columns x - W / 2..x - W / 2 + W - 1 and the rows y - H / 2..y - H / 2 + H - 1:
- * even ones reach one pixel further left and up. The cost does not depend on the mask.
+ * even windows reach one pixel further left and up. The cost does not depend on the mask.
  *
  * Steps count elements. src and dst must not overlap. `buffer` holds at least the queried bytes and lies at a multiple
  * of the size of a float (64f and MeanInt: of a double). Thread-safe. A failed call writes nothing. */
@@ -13,15 +13,15 @@
 
 DAX_BEGIN_DECLS
 
-/* DAXI_FilterMean: the mean of the image as it goes on symmetrically beyond its edges: column -1 is column 0, column -2
- * is column 1, column w is column w - 1, and so do rows.
+/* DAXI_FilterMean: the mean over the image extended symmetrically: column -1 is column 0, column -2 is column 1, column
+ * w is column w - 1; rows likewise.
  *
- *   8u, 16u, 16s   sum, exact, taken to single precision, times 1 / (W H) in single precision; rounded by adding 0.5
+ *   8u, 16u, 16s   exact sum, rounded to single precision, times 1 / (W H) in single precision; rounded by adding 0.5
  *                  (negative ones: subtracting it) and truncating
  *   32f, 64f       running sums in the pixels' precision times 1 / (W H): of every column over the rows of the window,
- *                  at first from top to bottom, then plus the row that enters, minus the one that leaves; and of these
- *                  along the row likewise, from left to right. Rounding errors of sums go on along columns and rows,
- * and so do infinities and NaNs.
+ *                  first from top to bottom, then plus the row that enters, minus the row that leaves; and of these
+ *                  along the row likewise, from left to right. Rounding errors of the sums are carried along columns
+ *                  and rows, and so are infinities and NaNs.
  *
  * Checks, in order:
  *   buffer null                                                           0x10000014
@@ -40,7 +40,7 @@ DAX_API DaxStatus DAXI_FilterMeanBufferSize_16s(DaxiSize size, uint64_t* bytes);
 DAX_API DaxStatus DAXI_FilterMeanBufferSize_32f(DaxiSize size, uint64_t* bytes);
 DAX_API DaxStatus DAXI_FilterMeanBufferSize_64f(DaxiSize size, uint64_t* bytes);
 
-/* A smaller buffer that also does for the three 8u members on one thread: 2 (w + W / 2 + 8 (W / 16 + 1)) bytes, or 2 w
+/* A smaller buffer that suffices for the three 8u members on one thread: 2 (w + W / 2 + 8 (W / 16 + 1)) bytes, or 2 w
  * h for w < 9, rounded up to a multiple of 128.
  *
  * Checks, in order: bytes null -> 0x10000014; W or H outside 1..255, W > width or H > height -> 0x10000019; a need that
@@ -72,12 +72,12 @@ DAX_API DaxStatus DAXI_FilterMean_8u_C1R_IS(const uint8_t* src, int32_t srcStep,
 DAX_API DaxStatus DAXI_FilterMean_8u_C1R_MT(const uint8_t* src, int32_t srcStep, uint8_t* dst, int32_t dstStep,
                                             DaxiSize size, DaxiSize mask, void* buffer, uint32_t threads, void* pool);
 
-/* DAXI_FilterMeanInt: the mean of the pixels of the window that lie in the image, n of them, as from an integral image;
- * but sums are exact for integers, and in double precision for floats.
+/* DAXI_FilterMeanInt: the mean of the pixels of the window that lie in the image, n of them, as from an integral image,
+ * but with exact sums of integers and sums of floats in double precision.
  *
- *   8u, 16u, 16s   sum / n, both taken to single precision, rounded by adding 0.5 (negative ones: subtracting it) and
+ *   8u, 16u, 16s   sum / n, both rounded to single precision, rounded by adding 0.5 (negative ones: subtracting it) and
  *                  truncating
- *   32f            sum / n in double precision, then taken to single precision
+ *   32f            sum / n in double precision, then rounded to single precision
  *   64f            sum / n
  *
  * Checks, in order:

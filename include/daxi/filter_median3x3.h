@@ -1,9 +1,9 @@
 /* Median of 3 x 3 pixels.
  *
  * dst(x, y) is the fifth smallest of the nine source pixels at columns x - 1..x + 1 and rows y - 1..y + 1; the edge is
- * replicated: column -1 reads column 0, column w reads column w - 1, and so do rows. The median is exact, a value of
+ * replicated: column -1 reads column 0, column w reads column w - 1; rows likewise. The median is exact, a value of
  * the source bit for bit. Floats are ordered as by totalOrder of IEEE 754-2008: -0 before +0, and NaN beyond the
- * infinity of its sign, so that the result is one value whatever the pixels are.
+ * infinity of its sign, so the result is well defined for all pixels.
  *
  * Every function filters the region `size` of src into dst. Steps count elements. src and dst must not overlap. No work
  * buffer. Thread-safe.

@@ -18,12 +18,12 @@ enum {
   DAXI_THRESHOLD_SINGLE = 2, /* polarity 0: src >= t1; 1: src < t1 */
   DAXI_THRESHOLD_BAND = 3,   /* t1 <= src <= t2, or src < t2 or src > t1 when t2 < t1; either polarity */
   DAXI_THRESHOLD_OTSU = 4,   /* polarity 0: src >= t; 1: src <= t, with t the Otsu level: t itself is set by both */
-  DAXI_THRESHOLD_SOFT = 5,   /* soft ramp from softLow to softHigh; polarity 1 as it is, 0 inverted */
+  DAXI_THRESHOLD_SOFT = 5,   /* soft ramp from softLow to softHigh; polarity 1: as it is, 0: inverted */
   DAXI_THRESHOLD_RELATIVE_SOFT =
-      6 /* soft ramp between levels found in the histogram; polarity 1 as it is, 0 inverted */
+      6 /* soft ramp between levels found in the histogram; polarity 1: as it is, 0: inverted */
 };
 
-/* Configuration of DAXI_ThresholdBin. Only the fields of the chosen method are looked at. */
+/* Configuration of DAXI_ThresholdBin. Only the fields of the chosen method are read. */
 typedef struct DaxiThresholdBinCfg {
   uint32_t method;   /* DAXI_THRESHOLD_... */
   uint32_t polarity; /* 0 or 1 */
@@ -49,7 +49,7 @@ DAX_API DaxStatus DAXI_ThresholdBin_8u_C1R(const uint8_t* src, int32_t srcStep, 
 DAX_API DaxStatus DAXI_ThresholdBin_8u_C1R_IS(const uint8_t* src, int32_t srcStep, uint8_t* dst, int32_t dstStep,
                                               DaxiSize size, const DaxiThresholdBinCfg* cfg);
 
-/* As DAXI_ThresholdBin_8u_C1R; also tells the levels that were applied: the lower and the upper of the band or the
+/* As DAXI_ThresholdBin_8u_C1R; also returns the levels that were applied: the lower and the upper of the band or the
  * ramp, twice the same for a single threshold and for Otsu, 0 and 255 for a copy. One more check, the last: low or high
  * null -> 0x10000014. */
 DAX_API DaxStatus DAXI_ThresholdBinV2_8u_C1R(const uint8_t* src, int32_t srcStep, uint8_t* dst, int32_t dstStep,
@@ -66,7 +66,7 @@ DAX_API DaxStatus DAXI_ThresholdBinV2_8u_C1R_IS(const uint8_t* src, int32_t srcS
  *
  * With p[i] = count / pixels in single precision and sums in ascending order: mean = sum i p[i]; w = sum p[0..i],
  * m = sum i p[i] up to i, variance(i) = (mean w - m)^2 / (w - w^2 + 1.1920929e-7). The search ends before a level at
- * which rounding has brought w to 1.0000001 or more. */
+ * which rounding has brought w above 1, to 1.0000001 or more. */
 DAX_API DaxStatus DAXI_AdpThresholdOtsu_8u_C1R(const uint8_t* src, int32_t srcStep, uint8_t* dst, int32_t dstStep,
                                                DaxiSize size);
 
@@ -79,14 +79,14 @@ DAX_API DaxStatus DAXI_AdpThresholdOtsu_8u_C1IR(uint8_t* srcDst, int32_t step, D
 
 /* Soft binarisation: 0 at and below `low`, 255 at and above `high`, and between them a rising ramp of `soft` grey
  * levels: step k = floor((src - low) (soft + 1) / (high - low) + 1/2), value = round(255 k / (soft + 1)), in exact
- * integers. soft = 0 is a hard threshold half way, soft = 254 the full ramp.
+ * integers. soft = 0 is a hard threshold halfway, soft = 254 the full ramp.
  *
  * Last check: soft > 254, or not 0 <= low < high <= 255 -> 0x10000019. */
 DAX_API DaxStatus DAXI_ThresholdSoftBin_8u_C1R(const uint8_t* src, int32_t srcStep, uint8_t* dst, int32_t dstStep,
                                                DaxiSize size, int32_t low, int32_t high, uint32_t soft);
 
-/* As DAXI_ThresholdSoftBin_8u_C1R, but a weight 0..1: k / (soft + 1) in single precision. dstStep counts floats; dst must
- * not overlap src. */
+/* As DAXI_ThresholdSoftBin_8u_C1R, but a weight 0..1: k / (soft + 1) in single precision. dstStep counts floats; dst
+ * must not overlap src. */
 DAX_API DaxStatus DAXI_ThresholdSoftBin_8u32f_C1R(const uint8_t* src, int32_t srcStep, float* dst, int32_t dstStep,
                                                   DaxiSize size, int32_t low, int32_t high, uint32_t soft);
 

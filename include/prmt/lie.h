@@ -1,13 +1,13 @@
 /* Rotations, SO(3), and rigid motions, SE(3), for update functions and residuals of the solvers.
  *
- * A rotation R is a 3 x 3 matrix, a rigid motion T a 4 x 4 matrix (R t; 0 1), row by row. A rotation vector w turns by |w|
- * radians about w / |w|. A twist is (v, w), the translational part first. Exp and Log are the exponential and the logarithm
- * of the groups; Log gives |w| <= pi. Update is what solvers need: the parameters are Log(X), the step is applied on the
- * right, Log(X) <- Log(X Exp(step)).
+ * A rotation R is a 3 x 3 matrix, a rigid motion T a 4 x 4 matrix (R t; 0 1), both row-major. A rotation vector w
+ * rotates by |w| radians about w / |w|. A twist is (v, w), the translational part first. Exp and Log are the
+ * exponential and the logarithm of the groups; Log gives |w| <= pi. Update is the update function of a solver: the
+ * parameters are Log(X), the step is applied on the right, Log(X) <- Log(X Exp(step)).
  *
- * Made of the basic operations and own sines and arc tangents: the same bits on every machine. Results are within 2e-15 of
- * the true ones, relative to the largest element, for |w| <= 1000; Log within 1e-14. Matrices must be rotations to about
- * 1e-12. Outputs may be inputs. A null argument -> -21, else 0. Thread-safe. */
+ * Computed with basic operations and the library's own sine and arc tangent: the same bits on every machine. Errors are
+ * below 2e-15, relative to the largest element, for |w| <= 1000; of Log below 1e-14. Matrices must be rotations to
+ * about 1e-12. Outputs may be inputs. A null argument -> -21, else 0. Thread-safe. */
 #ifndef PRMT_LIE_H
 #define PRMT_LIE_H
 

@@ -6,41 +6,42 @@
  *   PRMT_LM_HMSP_Process_f64   energy, damped H and b       sparse Cholesky
  *   PRMT_LM_HBLK_Process_f64   energy, blocks of H and b    Schur complement
  *
- * Each iteration solves (J^T J + lambda I) d = -J^T r and tries x' = x (+) d, where (+) is the caller's update function, so
- * that parameters may live on a manifold: the solver never adds a step itself. When E(x') - E(x) < 2.220446049250313e-16
- * the step is accepted: x becomes x', lambda becomes max(lambda / factor, smallest). Otherwise, and when x' is not finite, x
- * stays and lambda becomes lambda * factor. The loop ends when maxIterations have run, or |E(x') - E(x)| <= energyTolerance, or
- * |d| <= stepTolerance, of a rejected step too. Iterations are counted after they ran: at least one is made.
+ * Each iteration solves (J^T J + lambda I) d = -J^T r and tries x' = x (+) d, where (+) is the caller's update
+ * function, so that parameters may lie on a manifold: the solver never adds a step itself. When E(x') - E(x) <
+ * 2.220446049250313e-16 the step is accepted: x becomes x', lambda becomes max(lambda / dampingFactor,
+ * smallestDamping). Otherwise, and when x' is not finite, x is kept and lambda becomes lambda * dampingFactor. The loop
+ * ends after maxIterations, or when |E(x') - E(x)| <= energyTolerance or |d| <= stepTolerance, for a rejected step too.
+ * At least one iteration runs.
  *
  *      caller                                solver, in the caller's buffer
  *      x[n]  ---- copied at the start ---->  x, trial x', step d, right-hand side     (n each)
  *        ^                                   residuals r, r'                          (m each)
- *        |                                   copies that callbacks get
+ *        |                                   copies for the callbacks
  *        +------- copied on success -------  sparse matrices and their factor
  *
- * All variants take (x, n, m, functions, user, param, [what is the variant's own,] error, stepNorm, buffer, bytes):
+ * All variants take (x, n, m, functions, user, param, [arguments of the variant,] error, stepNorm, buffer, bytes):
  *
- *   x          n parameters, updated in place; left as they were when the call fails
+ *   x          n parameters, updated in place; unchanged when the call fails
  *   n, m       number of parameters and of residuals
- *   functions  the callbacks; they must give the same results for the same arguments. They get copies, of which no pointer
- *              may be kept. A status other than 0 ends the call, which returns it
+ *   functions  the callbacks; they must give the same results for the same arguments. They get copies; no pointer to
+ *              them may be kept. A status other than 0 ends the call, which returns it
  *   user       passed to the callbacks; not null
  *   param      settings; rewritten when useDefaults is 1
- *   error      0 at the start, then after every accepted step its error: the RMSE sqrt(2 E / m); for HMSP the energy
- *   stepNorm   0 at the start, then the norm of every accepted step
+ *   error      0 at the start, then the error of each accepted step: the RMSE sqrt(2 E / m); for HMSP the energy
+ *   stepNorm   0 at the start, then the norm of each accepted step
  *   buffer     scratch memory with malloc's alignment
- *   bytes      in: its size. When it turns out too small, the call fails with -32 and stores here what it would have needed
- *              to get further. Patterns and fill become known as it goes on, so this may happen several times
+ *   bytes      in: its size. When it is too small, the call fails with -32 and stores here the size needed to
+ *              continue. The pattern and its fill become known step by step, so this may happen several times
  *
- * The size queries tell what is enough for any pattern; far less does where the factor stays sparse, and -32 tells how much.
+ * The size queries return what is enough for any pattern. Sparse factors need far less; -32 reports how much.
  *
- * Checks, in order: a pointer null, those in `functions` included -> -21; n or m below 1, or another count out of its range
- * -> -26; buffer too small -> -32. Then the status of a callback or of a matrix operation; an energy at the start that is
- * not finite -> -31; a pivot below 2.220446049250313e-16 -> -1. After the checks the two outputs are written; x is not
- * unless the call succeeds.
+ * Checks, in order: a pointer null, those in `functions` included -> -21; n or m below 1, or another count out of its
+ * range -> -26; buffer too small -> -32. Then the status of a callback or of a matrix operation; an energy at the start
+ * that is not finite -> -31; a pivot below 2.220446049250313e-16 -> -1. After the checks the two outputs are written; x
+ * only when the call succeeds.
  *
- * With verbose 1 each iteration prints to standard output. The solvers allocate nothing and are thread-safe on distinct
- * data. Given the same values from the callbacks, they give the same bits on every machine. */
+ * With verbose = 1 each iteration is printed to standard output. The solvers allocate nothing and are thread-safe on
+ * distinct data. Given the same values from the callbacks, they give the same bits on every machine. */
 #ifndef PRMT_LM_H
 #define PRMT_LM_H
 
@@ -62,9 +63,9 @@ typedef struct PrmtLmParam {
 /* Writes the residuals at x, m values. */
 typedef int32_t (*PrmtResidualFunction)(const double* x, int32_t n, int32_t m, void* user, double* residuals);
 
-/* Adds the derivatives of the residuals by the parameters to an m x n matrix whose values are 0. The first call of a solve
- * gets an empty matrix, later ones the pattern of the call before. Where x lives on a manifold: by the step at 0. The residuals
- * at x were the last that were asked for: what they took long to compute may have been kept in `user`. */
+/* Adds the derivatives of the residuals with respect to the parameters to an m x n matrix whose values are 0. The first
+ * call of a solve gets an empty matrix, later ones the pattern of the call before. For x on a manifold: derivatives by
+ * the step, at 0. The residuals at x were the last to be requested: intermediate results may be kept in `user`. */
 typedef int32_t (*PrmtJacobianFunction)(const double* x, int32_t n, int32_t m, void* user, PrmtMsp* jacobian);
 
 /* x <- x (+) step. */
@@ -73,7 +74,7 @@ typedef int32_t (*PrmtUpdateFunction)(double* x, const double* step, int32_t n, 
 /* Writes the energy at x. */
 typedef int32_t (*PrmtEnergyFunction)(const double* x, int32_t n, int32_t m, void* user, double* energy);
 
-/* Callbacks of the variants that see the Jacobian. */
+/* Callbacks of the variants with a Jacobian. */
 typedef struct PrmtLmFunctions {
   PrmtResidualFunction residuals;
   PrmtJacobianFunction jacobian;
@@ -81,99 +82,20 @@ typedef struct PrmtLmFunctions {
   int64_t elements; /* room in the Jacobian; 0: m * n */
 } PrmtLmFunctions;
 
-/* Generic variant. The need grows with elements, m and n, and with the elements of J^T J and its factor, n * n / 2 each in
- * the worst case, for which the query asks. elements as in PrmtLmFunctions. */
+/* Generic variant. Memory grows with elements, m and n, and with the elements of J^T J and its factor, n * n / 2 each
+ * in the worst case, which the query returns. elements as in PrmtLmFunctions. */
 DAX_API int32_t PRMT_LM_BufferSize_f64(int32_t n, int32_t m, int64_t elements, uint64_t* bytes);
 DAX_API int32_t PRMT_LM_Process_f64(double* x, int32_t n, int32_t m, const PrmtLmFunctions* functions, void* user,
                                     PrmtLmParam* param, double* rmse, double* stepNorm, void* buffer, uint64_t* bytes);
 
 /* As the generic variant for the energy sum of rho(r_i), with
  *   rho(r) = r^2 / 2 for |r| <= threshold, else threshold (|r| - threshold / 2),
- * solved by weights: J^T W J + lambda I and J^T W r, W_ii = 1 or threshold / |r_i|. rmse is sqrt(2 E / m) of that energy. Equal
- * to the generic variant, bit for bit, when no residual passes the threshold. threshold > 0, else -26. */
+ * solved by weights: J^T W J + lambda I and J^T W r, W_ii = 1 or threshold / |r_i|. rmse is sqrt(2 E / m) of that
+ * energy. The same bits as the generic variant when no residual exceeds the threshold. threshold > 0, else -26. */
 DAX_API int32_t PRMT_LM_HUBER_BufferSize_f64(int32_t n, int32_t m, int64_t elements, uint64_t* bytes);
 DAX_API int32_t PRMT_LM_HUBER_Process_f64(double* x, int32_t n, int32_t m, const PrmtLmFunctions* functions, void* user,
                                           PrmtLmParam* param, double threshold, double* rmse, double* stepNorm,
                                           void* buffer, uint64_t* bytes);
-
-/* Settings of the conjugate gradients, which are preconditioned with the inverses of the diagonal blocks of J^T J + lambda I. */
-typedef struct PrmtCgParam {
-  double tolerance;      /* ends at |residual| <= tolerance * |right-hand side|; default 1e-8 */
-  int32_t maxIterations; /* at least 1; default 500. What has been reached by then is used as the step */
-  int32_t blockSize;     /* 1..16 parameters in turn make a block, the last one may be smaller; default 1 */
-  uint8_t useDefaults;   /* 1: write the defaults into the fields above */
-} PrmtCgParam;
-
-/* Conjugate gradients. Memory grows with elements, m and n only. A cg field out of its range -> -26. */
-DAX_API int32_t PRMT_LM_CG_BufferSize_f64(int32_t n, int32_t m, int64_t elements, uint64_t* bytes);
-DAX_API int32_t PRMT_LM_CG_Process_f64(double* x, int32_t n, int32_t m, const PrmtLmFunctions* functions, void* user,
-                                       PrmtLmParam* param, PrmtCgParam* cg, double* rmse, double* stepNorm,
-                                       void* buffer, uint64_t* bytes);
-
-/* Adds to the n x n matrix H, whose values are 0, the normal matrix at x with lambda on its diagonal, and to b, which is 0,
- * the right-hand side -J^T r. Only elements on and below the diagonal count. The pattern is kept as for a Jacobian. */
-typedef int32_t (*PrmtNormalFunction)(const double* x, int32_t n, double lambda, void* user, PrmtMsp* h, double* b);
-
-typedef struct PrmtLmHmspFunctions {
-  PrmtEnergyFunction energy;
-  PrmtNormalFunction normal;
-  PrmtUpdateFunction update;
-  int64_t elements; /* room in H; 0: n * n */
-} PrmtLmHmspFunctions;
-
-/* Normal equations from the caller, who adds the damping. `normal` is called in every iteration. No memory depends on m. */
-DAX_API int32_t PRMT_LM_HMSP_BufferSize_f64(int32_t n, int32_t m, int64_t elements, uint64_t* bytes);
-DAX_API int32_t PRMT_LM_HMSP_Process_f64(double* x, int32_t n, int32_t m, const PrmtLmHmspFunctions* functions,
-                                         void* user, PrmtLmParam* param, double* energy, double* stepNorm, void* buffer,
-                                         uint64_t* bytes);
-
-/* Structure of a block normal matrix: parameters of countA blocks of sizeA values, then countB blocks of sizeB values.
- * Blocks of B touch blocks of A only, never each other; cameras and points, say. countB may be 0. */
-typedef struct PrmtHblkShape {
-  int32_t sizeA;  /* 1..64 */
-  int32_t countA; /* at least 1 */
-  int32_t sizeB;  /* 1..16 */
-  int32_t countB; /* at least 0 */
-  const int32_t*
-      linkStart; /* countB + 1, from 0, ascending: links of block j of B are linkStart[j]..linkStart[j + 1] - 1 */
-  const int32_t* linkA; /* of each link the block of A, ascending within a block of B */
-} PrmtHblkShape;
-
-/* The matrix (A W; W^T B) and the right-hand side (a; b). Matrices lie row by row. */
-typedef struct PrmtHblk {
-  PrmtHblkShape shape;
-  double* a;    /* (sizeA countA) x (sizeA countA); only the part on and below the diagonal counts */
-  double* b;    /* countB matrices of sizeB x sizeB; only their parts on and below the diagonal count */
-  double* w;    /* for each link a matrix of sizeA x sizeB */
-  double* rhsA; /* sizeA countA */
-  double* rhsB; /* sizeB countB */
-} PrmtHblk;
-
-/* Adds the undamped normal matrix at x and the right-hand side -J^T r to blocks that are 0. */
-typedef int32_t (*PrmtBlockFunction)(const double* x, int32_t n, int32_t m, void* user, PrmtHblk* h);
-
-typedef struct PrmtLmHblkFunctions {
-  PrmtEnergyFunction energy;
-  PrmtBlockFunction normal;
-  PrmtUpdateFunction update;
-  PrmtHblkShape shape; /* n = sizeA countA + sizeB countB, else -26 */
-} PrmtLmHblkFunctions;
-
-/* Blocks of the normal matrix from the caller; the solver adds the damping. The blocks of B are eliminated, the system of
- * A that is left (Schur complement) is solved by Cholesky, or by least squares where a pivot fails; without blocks of B the
- * whole system is solved by least squares. The query wants the number of links. */
-DAX_API int32_t PRMT_LM_HBLK_BufferSize_f64(int32_t n, int32_t m, const PrmtHblkShape* shape, uint64_t* bytes);
-DAX_API int32_t PRMT_LM_HBLK_Process_f64(double* x, int32_t n, int32_t m, const PrmtLmHblkFunctions* functions,
-                                         void* user, PrmtLmParam* param, double* rmse, double* stepNorm, void* buffer,
-                                         uint64_t* bytes);
-
-/* Jacobian by forward differences, for the Jacobian function of a caller without derivatives: for each parameter j adds
- * (r_i(x (+) 1e-6 e_j) - r_i(x)) / 1e-6 to the element (i, j) wherever the difference is not 0. `jacobian` is m x n with values
- * 0; `scratch` has 2 m + 2 n doubles. A null argument -> -21; n or m below 1, or another shape -> -26; then the status of
- * the functions, or -30. */
-DAX_API int32_t PRMT_JacNum_Process_f64(const double* x, int32_t n, int32_t m, void* user,
-                                        PrmtResidualFunction residuals, PrmtUpdateFunction update, PrmtMsp* jacobian,
-                                        double* scratch);
 
 /* Prints a header line and one row to standard output, as verbose solvers do:
  *   iter |lambda     |rmse_init  |rmse_post  |drmse      |dxnorm

@@ -1,5 +1,5 @@
-/* Status codes of the PRMT_ functions: 0, or a small negative integer. DAX_ZurStatusToDaxAlgStatus turns them into
- * library codes; those below -29 become the general failure. Whatever a callback returns besides 0 is passed on. */
+/* Status codes of the PRMT_ functions: 0, or a small negative integer. DAX_ZurStatusToDaxAlgStatus converts them to
+ * library codes; those below -29 become the general failure. A non-zero status of a callback is returned unchanged. */
 #ifndef PRMT_STATUS_H
 #define PRMT_STATUS_H
 

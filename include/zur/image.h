@@ -19,7 +19,7 @@ typedef struct ZurImage {
  * width below 1, height below 1, or a side that the format halves is odd -> -9; a step too small, in plane order ->
  * -10; the pointer of a used plane null -> -11; else 0.
  *
- *   formats          planes  sides         least step (w = width)
+ *   formats          planes  sides         smallest step (w = width)
  *   1 2 3 300..307   1       any           w
  *   100 101          3       both even     w, w/2, w/2
  *   102              2       both even     w, w

@@ -7,7 +7,8 @@
 namespace dax {
 namespace {
 
-// Two doubles: a NEON register on 64-bit ARM. Elements are computed each by itself, so that the width decides no result.
+// Two doubles: a NEON register on 64-bit ARM. Each element is computed on its own, so results do not depend on the
+// width.
 typedef double Pair __attribute__((vector_size(16)));
 
 inline Pair load(const double* from) {
@@ -37,7 +38,7 @@ inline void subtractTile(int32_t k, const double* a, ptrdiff_t lda, const double
   }
 }
 
-// What is left over at the edges.
+// Rows and columns at the edges that do not fill a tile.
 inline void subtractEdge(int32_t m, int32_t n, int32_t k, const double* a, ptrdiff_t lda, const double* b,
                          ptrdiff_t ldb, double* c, ptrdiff_t ldc) {
   for (int32_t j = 0; j < n; ++j) {
@@ -49,7 +50,7 @@ inline void subtractEdge(int32_t m, int32_t n, int32_t k, const double* a, ptrdi
   }
 }
 
-// Columns of a panel, one after the other, each reduced by those on its left.
+// Factors the columns of a panel from left to right; each is reduced by those on its left.
 bool factorColumns(int32_t n, int32_t rows, double* a, ptrdiff_t ld) {
   for (int32_t j = 0; j < n; ++j) {
     double* const column = a + j * ld;
@@ -58,7 +59,7 @@ bool factorColumns(int32_t n, int32_t rows, double* a, ptrdiff_t ld) {
       const double factor = left[j];
       for (int32_t i = j; i < rows; ++i) column[i] -= factor * left[i];
     }
-    if (!(column[j] >= kLeastPivot)) return false;
+    if (!(column[j] >= kMinPivot)) return false;
     column[j] = std::sqrt(column[j]);
     const double inverse = 1 / column[j];
     for (int32_t i = j + 1; i < rows; ++i) column[i] *= inverse;
@@ -111,15 +112,15 @@ void solveLowerTransposed(int32_t n, const double* l, ptrdiff_t ld, double* x) {
 
 namespace {
 
-// The four partial sums of a scalar product. As many registers as the machine needs for them; passed by reference, since how
-// it is returned would depend on that.
+// The four partial sums of a scalar product, in one or two registers. Passed by reference, because the calling
+// convention for this type depends on the instruction set.
 typedef double Quad __attribute__((vector_size(32)));
 
 inline void loadQuad(Quad& quad, const double* from) {
   std::memcpy(&quad, from, sizeof quad);
 }
 
-// The first 1 to 3 elements; zeros for the others.
+// The last 1 to 3 elements, padded with zeros.
 inline void loadRest(Quad& quad, const double* from, int64_t count) {
   quad = Quad{from[0], count > 1 ? from[1] : 0, count > 2 ? from[2] : 0, 0};
 }
@@ -162,11 +163,11 @@ void dots(const double* v, const double* columns, ptrdiff_t ld, int32_t count, i
 
 namespace {
 
-// Reflects so that the column becomes (r, 0, .., 0); the reflection is I - v v^T / (v_0 r'), v stored in the column.
-// Returns the new first element, 0 when the column is too short.
+// Householder reflection that maps a column to (r, 0, ..., 0): I - 2 v v^T / |v|^2. Stores v in the column and returns
+// r; 0 when the norm of the column is below kMinPivot, above 1e300 or NaN.
 double reflector(double* v, int32_t m) {
   const double norm = std::sqrt(sumOfSquares(v, m));
-  if (!(norm >= kLeastPivot && norm <= 1e300)) return 0;
+  if (!(norm >= kMinPivot && norm <= 1e300)) return 0;
   const double first = v[0] > 0 ? -norm : norm;
   v[0] -= first;
   return first;
@@ -190,10 +191,10 @@ int32_t PRM_EQUA_LSM_Process_64f(double* a, int32_t m, int32_t n, double* b, dou
   for (int32_t j = 0; j < n; ++j) pivots[j] = j;
   for (int32_t k = 0; k < n; ++k) {
     int32_t longest = k;
-    double most = -1;
+    double maxSquare = -1;
     for (int32_t j = k; j < n; ++j) {
-      const double length = dax::sumOfSquares(a + k + ptrdiff_t{j} * m, m - k);
-      if (length > most) most = length, longest = j;
+      const double square = dax::sumOfSquares(a + k + ptrdiff_t{j} * m, m - k);
+      if (square > maxSquare) maxSquare = square, longest = j;
     }
     if (longest != k) {
       std::swap(pivots[k], pivots[longest]);
@@ -209,7 +210,7 @@ int32_t PRM_EQUA_LSM_Process_64f(double* a, int32_t m, int32_t n, double* b, dou
   for (int32_t k = n - 1; k >= 0; --k) {
     double rest = b[k];
     for (int32_t j = k + 1; j < n; ++j) rest -= a[k + ptrdiff_t{j} * m] * scratch[j];
-    // From here on the place of the diagonal holds the solution.
+    // The solution replaces the diagonal of R.
     scratch[k] = rest / scratch[k];
   }
   for (int32_t k = 0; k < n; ++k) x[pivots[k]] = scratch[k];

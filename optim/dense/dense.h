@@ -1,4 +1,4 @@
-// Dense kernels. Matrices lie column by column, `ld` doubles from one column to the next.
+// Dense kernels. Matrices are column-major, with `ld` doubles from one column to the next.
 #pragma once
 
 #include <cfloat>
@@ -7,23 +7,23 @@
 
 namespace dax {
 
-// Smallest pivot of a matrix that counts as positive definite.
-constexpr double kLeastPivot = DBL_EPSILON;
+// Smallest pivot of a matrix that is treated as positive definite.
+constexpr double kMinPivot = DBL_EPSILON;
 
-// C -= A B^T with A of m x k, B of n x k, C of m x n. With `lower` only elements on and below the diagonal of C count; some
-// above are written too. Each element is reduced by one sum over k, formed from the first term on.
+// C -= A B^T with A m x k, B n x k, C m x n. With `lower` only elements on and below the diagonal of C are defined;
+// some above are overwritten. Each element is reduced by one sum over k, added in ascending order.
 void subtractProduct(int32_t m, int32_t n, int32_t k, const double* a, ptrdiff_t lda, const double* b, ptrdiff_t ldb,
                      double* c, ptrdiff_t ldc, bool lower);
 
-// Factors the first n of `rows` rows into L L^T and multiplies the others by L^-T from the right, in place. Elements above
-// the diagonal are not read. False at a pivot below kLeastPivot.
+// Factors the first n of `rows` rows into L L^T and multiplies the remaining rows by L^-T from the right, in place.
+// Elements above the diagonal are not read. False at a pivot below kMinPivot.
 bool factorPanel(int32_t n, int32_t rows, double* a, ptrdiff_t ld);
 
 // x <- L^-1 x, x <- L^-T x.
 void solveLower(int32_t n, const double* l, ptrdiff_t ld, double* x);
 void solveLowerTransposed(int32_t n, const double* l, ptrdiff_t ld, double* x);
 
-// Scalar product in four partial sums, of the indices that are equal modulo 4.
+// Scalar product, as four partial sums over the indices that are equal modulo 4.
 double dot(const double* a, const double* b, int64_t n);
 
 // Scalar products of v with `count` columns, each as dot() forms it.
@@ -38,8 +38,8 @@ inline double sumOfSquares(const double* v, int64_t n) {
 // Euclidean norm.
 extern "C" double PRM_MATRIX_VectorNorm_64f(const double* vector, int32_t n);
 
-// Least squares: the x of least |A x - b| for A of m x n, m >= n, column by column, by Householder reflections with column
-// pivoting. A and b are overwritten; scratch has n doubles and `pivots` n numbers. 1, or 0 when a column has a norm below
-// 2.220446049250313e-16 left, or one that is no number.
+// Least squares: minimises |A x - b| for a column-major m x n matrix A, m >= n, by Householder QR with column pivoting.
+// A and b are overwritten; `scratch` has n doubles, `pivots` n integers. Returns 1, or 0 when the norm of a remaining
+// column is below 2.220446049250313e-16 (DBL_EPSILON) or not finite.
 extern "C" int32_t PRM_EQUA_LSM_Process_64f(double* a, int32_t m, int32_t n, double* b, double* x, double* scratch,
                                             int32_t* pivots);

@@ -5,18 +5,10 @@
 
 #include "frame/check.h"
 #include "frame/math.h"
+#include "geometry/vector3.h"
 
 namespace dax {
 namespace {
-
-double squaredNorm(const double* v) {
-  return v[0] * v[0] + v[1] * v[1] + v[2] * v[2];
-}
-
-void cross(const double* a, const double* b, double* ab) {
-  const double x = a[1] * b[2] - a[2] * b[1], y = a[2] * b[0] - a[0] * b[2], z = a[0] * b[1] - a[1] * b[0];
-  ab[0] = x, ab[1] = y, ab[2] = z;
-}
 
 template <int kSize>
 double polynomial(const double (&coefficients)[kSize], double x) {
@@ -27,14 +19,14 @@ double polynomial(const double (&coefficients)[kSize], double x) {
 
 // sin t / t, (1 - cos t) / t^2 and (t - sin t) / t^3 of t = |w|.
 struct Coefficients {
-  explicit Coefficients(const double* w) {
-    const double square = squaredNorm(w);
+  explicit Coefficients(const Vector3& w) {
+    const double square = dot(w, w);
     const double t = std::sqrt(square);
     const SinCos whole = sinCosAny(t), half = sinCosAny(t / 2);
     first = t > 0 ? whole.sine / t : 1;
     const double ratio = t > 0 ? half.sine / t : 0.5;
     second = 2 * ratio * ratio;
-    // 1 / 3!, -1 / 5!, ... where the difference would lose digits.
+    // t - sin t loses digits for small t. 1 / 3! - t^2 / 5! + ...: twelve terms reach double precision for t < 2.
     constexpr double kSeries[] = {1.0 / 6,
                                   -1.0 / 120,
                                   1.0 / 5040,
@@ -53,10 +45,10 @@ struct Coefficients {
 };
 
 // (1 - t / 2 cot(t / 2)) / t^2 of t = |w| < 2 pi.
-double logCoefficient(const double* w) {
-  const double square = squaredNorm(w);
+double logCoefficient(const Vector3& w) {
+  const double square = dot(w, w);
   if (square < 0.25) {
-    // |B_2k| / (2k)! with the Bernoulli numbers.
+    // |B_2k| / (2k)! with the Bernoulli numbers B: eight terms reach double precision for t < 1/2.
     constexpr double kSeries[] = {1.0 / 12,          1.0 / 720,
                                   1.0 / 30240,       1.0 / 1209600,
                                   1.0 / 47900160,    691.0 / 1307674368000,
@@ -68,9 +60,10 @@ double logCoefficient(const double* w) {
   return (1 - t / 2 * half.cosine / half.sine) / square;
 }
 
-// I + a [w] + b [w]^2, written with the given number of doubles between rows.
-void rodrigues(const double* w, double a, double b, double* matrix, int step) {
-  const double square = squaredNorm(w);
+// I + a [w] + b [w]^2, with [w] v = w x v, to rows that lie `step` doubles apart.
+void rodrigues(const Vector3& axis, double a, double b, double* matrix, int step) {
+  const double w[3] = {axis.x, axis.y, axis.z};
+  const double square = dot(axis, axis);
   for (int i = 0; i < 3; ++i) {
     for (int j = 0; j < 3; ++j) matrix[i * step + j] = b * (w[i] * w[j] - (i == j ? square : 0)) + (i == j ? 1 : 0);
   }
@@ -83,7 +76,7 @@ void rodrigues(const double* w, double a, double b, double* matrix, int step) {
   turn(2, 0, w[1]);
 }
 
-// Unit quaternion (w, x, y, z) by the largest of its elements, with w >= 0.
+// Unit quaternion (w, x, y, z) with w >= 0, computed from its largest element (Shepperd 1978).
 void toQuaternion(const double* r, int step, double* q) {
   const double xx = r[0], yy = r[step + 1], zz = r[2 * step + 2];
   const double sizes[4] = {xx + yy + zz, xx - yy - zz, yy - xx - zz, zz - xx - yy};
@@ -96,17 +89,17 @@ void toQuaternion(const double* r, int step, double* q) {
                                  {minus(0, 2), plus(0, 1), 1 + sizes[2], plus(1, 2)},
                                  {minus(1, 0), plus(0, 2), plus(1, 2), 1 + sizes[3]}};
   const double* const row = products[k];
-  double norm = std::sqrt(row[0] * row[0] + squaredNorm(row + 1));
+  double norm = std::sqrt(row[0] * row[0] + dot(load3(row + 1), load3(row + 1)));
   if (row[0] < 0) norm = -norm;
   for (int i = 0; i < 4; ++i) q[i] = row[i] / norm;
 }
 
-void logRotation(const double* r, int step, double* w) {
+Vector3 logRotation(const double* r, int step) {
   double q[4];
   toQuaternion(r, step, q);
-  const double size = std::sqrt(squaredNorm(q + 1));
-  const double factor = size > 0 ? 2 * atan2Exact(size, q[0]) / size : 2;
-  for (int i = 0; i < 3; ++i) w[i] = factor * q[i + 1];
+  const Vector3 imaginary = load3(q + 1);
+  const double size = length(imaginary);
+  return (size > 0 ? 2 * atan2Exact(size, q[0]) / size : 2) * imaginary;
 }
 
 // Upper left 3 x 3 part of a product of matrices whose rows are `step` apart.
@@ -118,15 +111,20 @@ void multiplyRotations(const double* a, const double* b, double* ab, int step) {
   }
 }
 
-void finishMotion(double* motion) {
+Vector3 translationOf(const double* motion) {
+  return {motion[3], motion[7], motion[11]};
+}
+
+// Completes a motion that has its rotation.
+void setTranslation(const Vector3& t, double* motion) {
+  motion[3] = t.x, motion[7] = t.y, motion[11] = t.z;
   motion[12] = motion[13] = motion[14] = 0;
   motion[15] = 1;
 }
 
-void rotate(const double* motion, const double* v, double* to, int toStep) {
-  for (int i = 0; i < 3; ++i) {
-    to[i * toStep] = motion[4 * i] * v[0] + motion[4 * i + 1] * v[1] + motion[4 * i + 2] * v[2];
-  }
+// Product of the 3 x 3 matrix with rows `step` apart and v.
+Vector3 rotated(const double* matrix, int step, const Vector3& v) {
+  return {dot(load3(matrix), v), dot(load3(matrix + step), v), dot(load3(matrix + 2 * step), v)};
 }
 
 // v <- Log(Exp(v) Exp(step)) in either group.
@@ -145,15 +143,15 @@ int32_t update(double* v, const double* step, int32_t (*exp)(const double*, doub
 
 int32_t PRMT_SO3_Exp_f64(const double* w, double* rotation) {
   DAX_REQUIRE(w && rotation, PRMT_STS_NULL_POINTER);
-  const double copy[3] = {w[0], w[1], w[2]};
-  const dax::Coefficients c(copy);
-  dax::rodrigues(copy, c.first, c.second, rotation, 3);
+  const dax::Vector3 axis = dax::load3(w);
+  const dax::Coefficients c(axis);
+  dax::rodrigues(axis, c.first, c.second, rotation, 3);
   return PRMT_STS_OK;
 }
 
 int32_t PRMT_SO3_Log_f64(const double* rotation, double* w) {
   DAX_REQUIRE(rotation && w, PRMT_STS_NULL_POINTER);
-  dax::logRotation(rotation, 3, w);
+  dax::store3(dax::logRotation(rotation, 3), w);
   return PRMT_STS_OK;
 }
 
@@ -179,57 +177,47 @@ int32_t PRMT_SO3_Update_f64(double* w, const double* step) {
 
 int32_t PRMT_SO3_LogJacobian_f64(const double* w, double* jacobian) {
   DAX_REQUIRE(w && jacobian, PRMT_STS_NULL_POINTER);
-  const double copy[3] = {w[0], w[1], w[2]};
-  dax::rodrigues(copy, 0.5, dax::logCoefficient(copy), jacobian, 3);
+  const dax::Vector3 axis = dax::load3(w);
+  dax::rodrigues(axis, 0.5, dax::logCoefficient(axis), jacobian, 3);
   return PRMT_STS_OK;
 }
 
 int32_t PRMT_SE3_Exp_f64(const double* twist, double* motion) {
   DAX_REQUIRE(twist && motion, PRMT_STS_NULL_POINTER);
-  double copy[6], mix[16];
-  std::copy_n(twist, 6, copy);
-  const dax::Coefficients c(copy + 3);
-  dax::rodrigues(copy + 3, c.second, c.third, mix, 4);
-  dax::rodrigues(copy + 3, c.first, c.second, motion, 4);
-  dax::rotate(mix, copy, motion + 3, 4);
-  dax::finishMotion(motion);
+  const dax::Vector3 v = dax::load3(twist), w = dax::load3(twist + 3);
+  const dax::Coefficients c(w);
+  double mix[9];
+  dax::rodrigues(w, c.second, c.third, mix, 3);
+  dax::rodrigues(w, c.first, c.second, motion, 4);
+  dax::setTranslation(dax::rotated(mix, 3, v), motion);
   return PRMT_STS_OK;
 }
 
 int32_t PRMT_SE3_Log_f64(const double* motion, double* twist) {
   DAX_REQUIRE(motion && twist, PRMT_STS_NULL_POINTER);
-  const double t[3] = {motion[3], motion[7], motion[11]};
-  double once[3], twice[3], w[3];
-  dax::logRotation(motion, 4, w);
-  dax::cross(w, t, once);
-  dax::cross(w, once, twice);
-  const double factor = dax::logCoefficient(w);
-  for (int i = 0; i < 3; ++i) twist[i] = t[i] - 0.5 * once[i] + factor * twice[i];
-  std::copy_n(w, 3, twist + 3);
+  const dax::Vector3 t = dax::translationOf(motion), w = dax::logRotation(motion, 4);
+  const dax::Vector3 once = cross(w, t), twice = cross(w, once);
+  dax::store3(t - 0.5 * once + dax::logCoefficient(w) * twice, twist);
+  dax::store3(w, twist + 3);
   return PRMT_STS_OK;
 }
 
 int32_t PRMT_SE3_Compose_f64(const double* a, const double* b, double* ab) {
   DAX_REQUIRE(a && b && ab, PRMT_STS_NULL_POINTER);
-  const double t[3] = {b[3], b[7], b[11]};
   double product[16];
   dax::multiplyRotations(a, b, product, 4);
-  dax::rotate(a, t, product + 3, 4);
-  for (int i = 0; i < 3; ++i) product[4 * i + 3] += a[4 * i + 3];
-  dax::finishMotion(product);
+  dax::setTranslation(dax::rotated(a, 4, dax::translationOf(b)) + dax::translationOf(a), product);
   std::copy_n(product, 16, ab);
   return PRMT_STS_OK;
 }
 
 int32_t PRMT_SE3_Inverse_f64(const double* motion, double* inverse) {
   DAX_REQUIRE(motion && inverse, PRMT_STS_NULL_POINTER);
-  const double t[3] = {-motion[3], -motion[7], -motion[11]};
   double result[16];
   for (int i = 0; i < 3; ++i) {
     for (int j = 0; j < 3; ++j) result[4 * i + j] = motion[4 * j + i];
   }
-  dax::rotate(result, t, result + 3, 4);
-  dax::finishMotion(result);
+  dax::setTranslation(dax::rotated(result, 4, -dax::translationOf(motion)), result);
   std::copy_n(result, 16, inverse);
   return PRMT_STS_OK;
 }

@@ -1,5 +1,8 @@
 // The generic and the Huber variant.
+#include "optim/lm/lm.h"
+
 #include <cstddef>
+#include <cstdio>
 
 #include "optim/lm/lm_loop.h"
 #include "optim/lm/normal_equations.h"
@@ -20,12 +23,6 @@ double PRMT_lm_huber_energy(const double* residuals, int32_t m, double threshold
 }
 
 namespace dax {
-
-PrmtLmParam readSettings(PrmtLmParam* param) {
-  if (param->useDefaults == 1) *param = {1e-6, 1e-6, 500, 1e-6, 0.01, 10.0, param->verbose, param->useDefaults};
-  return *param;
-}
-
 namespace {
 
 class Generic : public ResidualSide {
@@ -51,10 +48,10 @@ class Generic : public ResidualSide {
   uint64_t* bytes_;
 };
 
-// The weights belong to the residuals: both are those of the point evaluated last until that is accepted.
+// Weights are kept like residuals: for the current and for the last evaluated point.
 class Huber : public Generic {
  public:
-  // `weights` has 2 m values, or is null where they do not fit.
+  // `weights` has 2 m values, or is null when the arena is too small.
   Huber(Arena& arena, int32_t n, int32_t m, const PrmtLmFunctions& functions, void* user, uint64_t* bytes,
         double threshold, double* weights)
       : Generic(arena, n, m, functions, user, bytes),
@@ -125,4 +122,17 @@ int32_t PRMT_LM_HUBER_Process_f64(double* x, int32_t n, int32_t m, const PrmtLmF
   PRMT_REQUIRE_OK(dax::checkFit(arena, bytes));
   problem.start();
   return dax::minimise(problem, x, vectors, param, rmse, stepNorm);
+}
+
+void PRMT_LM_print_iter_info(int32_t iter, double lambda, double rmseInit, double rmsePost, double drmse,
+                             double dxnorm) {
+  std::printf(
+      "iter "
+      "|lambda     "
+      "|rmse_init  "
+      "|rmse_post  "
+      "|drmse      "
+      "|dxnorm     "
+      "\n");
+  std::printf("%04d |%+6.3e |%+6.3e |%+6.3e |%+6.3e |%+6.3e\n", iter, lambda, rmseInit, rmsePost, drmse, dxnorm);
 }

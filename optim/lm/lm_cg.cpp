@@ -1,6 +1,9 @@
-// The variant that solves by conjugate gradients.
+// Solves by conjugate gradients.
+#include "prmt/lm_cg.h"
+
 #include "optim/lm/residual_side.h"
 #include "optim/sparse/conjugate_gradients.h"
+#include "optim/sparse/msp_product.h"
 
 namespace dax {
 namespace {
@@ -35,7 +38,7 @@ class ConjugateGradients : public ResidualSide {
 
 int32_t checkCg(const PrmtCgParam& cg) {
   DAX_REQUIRE(cg.tolerance >= 0 && cg.tolerance < 1 && cg.maxIterations >= 1, PRMT_STS_BAD_PARAM);
-  DAX_REQUIRE(cg.blockSize >= 1 && cg.blockSize <= kMostCgBlock, PRMT_STS_BAD_PARAM);
+  DAX_REQUIRE(cg.blockSize >= 1 && cg.blockSize <= kMaxCgBlock, PRMT_STS_BAD_PARAM);
   return PRMT_STS_OK;
 }
 
@@ -48,7 +51,7 @@ int32_t PRMT_LM_CG_BufferSize_f64(int32_t n, int32_t m, int64_t elements, uint64
   dax::Arena arena(nullptr, 0);
   const dax::LmVectors vectors(arena, n);
   const PrmtLmFunctions functions{nullptr, nullptr, nullptr, elements};
-  const PrmtCgParam largest{0, 1, dax::kMostCgBlock, 0};
+  const PrmtCgParam largest{0, 1, dax::kMaxCgBlock, 0};
   const dax::ConjugateGradients problem(arena, n, m, functions, nullptr, largest);
   return dax::storeNeed(arena, bytes);
 }

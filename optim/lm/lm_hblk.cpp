@@ -1,4 +1,6 @@
-// The variant of two groups of blocks, solved by the Schur complement of the second.
+// Parameters in two groups of blocks; solves by the Schur complement of the second group.
+#include "prmt/lm_hblk.h"
+
 #include "optim/lm/lm_loop.h"
 #include "optim/sparse/schur.h"
 
@@ -37,15 +39,15 @@ int32_t checkShape(int32_t n, int32_t m, const PrmtHblkShape& shape) {
   DAX_REQUIRE(shape.sizeB >= 1 && shape.sizeB <= 16 && shape.countB >= 0, PRMT_STS_BAD_PARAM);
   const int64_t columns = int64_t{shape.sizeA} * shape.countA + int64_t{shape.sizeB} * shape.countB;
   DAX_REQUIRE(columns == n, PRMT_STS_BAD_PARAM);
-  // All starts before the first link, so that no link beyond the last one is looked at.
+  // All starts are checked before the first link is read, so that no read is out of bounds.
   if (shape.countB > 0) DAX_REQUIRE(shape.linkStart[0] == 0, PRMT_STS_BAD_PARAM);
   for (int32_t j = 0; j < shape.countB; ++j) {
     DAX_REQUIRE(shape.linkStart[j] <= shape.linkStart[j + 1], PRMT_STS_BAD_PARAM);
   }
   for (int32_t j = 0; j < shape.countB; ++j) {
     for (int32_t k = shape.linkStart[j]; k < shape.linkStart[j + 1]; ++k) {
-      const int32_t least = k == shape.linkStart[j] ? 0 : shape.linkA[k - 1] + 1;
-      DAX_REQUIRE(shape.linkA[k] >= least && shape.linkA[k] < shape.countA, PRMT_STS_BAD_PARAM);
+      const int32_t smallest = k == shape.linkStart[j] ? 0 : shape.linkA[k - 1] + 1;
+      DAX_REQUIRE(shape.linkA[k] >= smallest && shape.linkA[k] < shape.countA, PRMT_STS_BAD_PARAM);
     }
   }
   return PRMT_STS_OK;

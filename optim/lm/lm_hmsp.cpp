@@ -1,8 +1,10 @@
-// The variant whose caller supplies the damped normal equations.
+// The caller supplies the damped normal equations.
+#include "prmt/lm_hmsp.h"
+
 #include <cstdio>
 
 #include "optim/lm/lm_loop.h"
-#include "optim/sparse/cholesky.h"
+#include "optim/sparse/cholesky_analysis.h"
 
 namespace dax {
 namespace {
@@ -22,7 +24,7 @@ class Hmsp : public CallerProblem<PrmtLmHmspFunctions> {
 
   int32_t evaluate(const double* x, double* energy) { return functions().energy(copied(x), n(), m(), user(), energy); }
   void accept() {}
-  int32_t linearise(const double*) { return PRMT_STS_OK; }  // the matrix has the damping in it: see solve()
+  int32_t linearise(const double*) { return PRMT_STS_OK; }  // the matrix contains the damping: see solve()
 
   int32_t solve(const double* x, double lambda, double* step) {
     PrmtMsp given = h_;

@@ -1,11 +1,11 @@
-// The loop that all variants share. A problem offers
+// The loop that all variants share. A problem provides
 //
-//   int32_t evaluate(const double* x, double* energy)   energy at x; what comes with it is kept for accept()
-//   void accept()                                       the point evaluated last is the current one
+//   int32_t evaluate(const double* x, double* energy)   energy at x; keeps the values computed with it for accept()
+//   void accept()                                       makes the last evaluated point the current one
 //   int32_t linearise(const double* x)                  the normal equations at the current point
 //   int32_t solve(const double* x, double lambda, double* step)
 //   int32_t update(double* x, const double* step)
-//   double error(double energy)                         what is written and printed
+//   double error(double energy)                         the error that is returned and printed
 //   void print(iteration, lambda, before, after, change, norm)
 #pragma once
 
@@ -21,7 +21,7 @@
 
 namespace dax {
 
-constexpr double kAcceptedRise = DBL_EPSILON;
+constexpr double kAcceptedRise = DBL_EPSILON;  // a step is accepted when the energy rises by less
 
 // The solver's own vectors of n doubles.
 struct LmVectors {
@@ -36,7 +36,7 @@ struct LmVectors {
   double* step;
 };
 
-// What problems do alike with the functions of their caller.
+// Base of the problems: the caller's update function, error and printing.
 template <class Functions>
 class CallerProblem {
  public:
@@ -55,7 +55,7 @@ class CallerProblem {
  protected:
   const Functions& functions() const { return functions_; }
   void* user() const { return user_; }
-  // Callbacks get copies.
+  // Callbacks get a copy, so that they cannot change the parameters.
   const double* copied(const double* x) const { return std::copy_n(x, n_, given_) - n_; }
 
  private:
@@ -69,8 +69,11 @@ inline bool allFinite(const double* v, int32_t n) {
   return std::all_of(v, v + n, [](double value) { return std::isfinite(value); });
 }
 
-// Settings as a call uses them; rewrites the caller's record when that asks for the defaults.
-PrmtLmParam readSettings(PrmtLmParam* param);
+// The settings of a call; writes the defaults into the caller's record if useDefaults is 1.
+inline PrmtLmParam readSettings(PrmtLmParam* param) {
+  if (param->useDefaults == 1) *param = {1e-6, 1e-6, 500, 1e-6, 0.01, 10.0, param->verbose, param->useDefaults};
+  return *param;
+}
 
 template <class Problem>
 int32_t iterate(Problem& problem, const LmVectors& v, const PrmtLmParam& param, double* error, double* stepNorm) {
@@ -100,7 +103,7 @@ int32_t iterate(Problem& problem, const LmVectors& v, const PrmtLmParam& param, 
     } else {
       lambda *= param.dampingFactor;
     }
-    // A change or a norm that is not a number ends nothing.
+    // A NaN change or norm does not end the loop.
     if (iteration + 1 >= param.maxIterations || std::fabs(change) <= param.energyTolerance ||
         norm <= param.stepTolerance) {
       return PRMT_STS_OK;
@@ -108,7 +111,7 @@ int32_t iterate(Problem& problem, const LmVectors& v, const PrmtLmParam& param, 
   }
 }
 
-// Runs the loop on a copy of the caller's parameters, which are written when it succeeds.
+// Runs the loop on a copy of the caller's parameters; writes them back when it succeeds.
 template <class Problem>
 int32_t minimise(Problem& problem, double* x, const LmVectors& v, PrmtLmParam* param, double* error, double* stepNorm) {
   const PrmtLmParam settings = readSettings(param);
@@ -120,7 +123,7 @@ int32_t minimise(Problem& problem, double* x, const LmVectors& v, PrmtLmParam* p
   return PRMT_STS_OK;
 }
 
-// Fails with the need where the arena was too small.
+// Fails and stores the bytes needed when the arena was too small.
 inline int32_t checkFit(const Arena& arena, uint64_t* bytes) {
   if (arena.fits()) return PRMT_STS_OK;
   *bytes = arena.needed();
@@ -132,7 +135,7 @@ inline int32_t checkCounts(int32_t n, int32_t m, int64_t elements) {
   return PRMT_STS_OK;
 }
 
-// Room in a matrix of rows x cols: `elements`, or everything for 0.
+// Capacity of a rows x cols matrix: `elements`; all elements if that is 0.
 inline int64_t roomFor(int64_t rows, int64_t cols, int64_t elements) {
   return elements == 0 ? rows * cols : std::min(elements, rows * cols);
 }

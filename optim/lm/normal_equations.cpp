@@ -3,6 +3,8 @@
 #include <algorithm>
 
 #include "optim/dense/dense.h"
+#include "optim/sparse/cholesky_analysis.h"
+#include "optim/sparse/msp_product.h"
 
 namespace dax {
 namespace {
@@ -60,7 +62,7 @@ bool NormalEquations::adopt(const PrmtMsp& jacobian) {
   return true;
 }
 
-// Everything on and below the diagonal.
+// All elements on and below the diagonal.
 bool NormalEquations::layFull(int32_t n) {
   matrix_ = takeMatrix(arena_, n, n, int64_t{n} * (n + 1) / 2);
   if (!arena_.fits()) return false;
@@ -73,7 +75,7 @@ bool NormalEquations::layFull(int32_t n) {
   return true;
 }
 
-// Pairs of columns that share a row of the Jacobian. A first round counts them.
+// Elements (i, j) for columns i >= j that share a row of the Jacobian. A first pass counts them.
 bool NormalEquations::laySparse(const PrmtMsp& jacobian) {
   const int32_t n = jacobian.cols;
   rows_ = takeMatrix(arena_, n, jacobian.rows, elementsOf(jacobian));
@@ -91,8 +93,8 @@ bool NormalEquations::laySparse(const PrmtMsp& jacobian) {
   return true;
 }
 
-// For each column j of A, ascending: visit(j, p, from, to) for each element p of the Jacobian's column, with the elements
-// of its row from column j on, in the transpose; then finish(j).
+// For each column j of A, ascending: visit(j, p, from, to) for each element p of column j of the Jacobian, where
+// from..to - 1 are the elements of its row from column j on, in the transpose; then finish(j).
 template <class Visit, class Finish>
 void NormalEquations::forEachProduct(const PrmtMsp& jacobian, const Visit& visit, const Finish& finish) {
   std::copy_n(rows_.start, jacobian.rows, cursor_);
@@ -105,7 +107,7 @@ void NormalEquations::forEachProduct(const PrmtMsp& jacobian, const Visit& visit
   }
 }
 
-// Finds the pattern of A; returns its elements and, if asked to, writes them.
+// Finds the pattern of A and returns its number of elements; `write` also stores the row numbers.
 int64_t NormalEquations::layPattern(const PrmtMsp& jacobian, bool write) {
   std::fill_n(seen_, jacobian.cols, -1);
   int64_t end = 0, begin = 0;
@@ -143,7 +145,7 @@ void NormalEquations::formSparse(const PrmtMsp& jacobian, const double* weights)
   forEachProduct(jacobian, add, store);
 }
 
-// A full Jacobian is a dense matrix, column by column.
+// A full Jacobian is a dense column-major matrix.
 void NormalEquations::formDense(const PrmtMsp& jacobian, const double* weights) {
   const int32_t n = jacobian.cols, m = jacobian.rows;
   double* to = matrix_.value;

@@ -1,4 +1,5 @@
-// Normal equations of a weighted sparse Jacobian: A = J^T W J on and below the diagonal, and their solution by Cholesky.
+// Normal equations of a weighted sparse Jacobian: A = J^T W J on and below the diagonal, and their solution by
+// Cholesky.
 #pragma once
 
 #include "optim/sparse/cholesky.h"
@@ -10,14 +11,14 @@ class NormalEquations {
  public:
   explicit NormalEquations(Arena& arena) : arena_(arena), mark_(arena.mark()) {}
 
-  // Forms A and the gradient J^T W r; weights null: all 1. A new pattern is analysed first: false when the arena does not
-  // suffice for it.
+  // Forms A and the gradient J^T W r; weights null: all 1. Analyses a new pattern first; false when the arena is too
+  // small.
   bool form(const PrmtMsp& jacobian, const double* weights, const double* residuals);
 
-  // (A + lambda I) step = -gradient; false at a pivot that is too small.
+  // (A + lambda I) step = -gradient; false when a pivot is too small.
   bool solve(double lambda, double* step);
 
-  // Takes note of the worst case.
+  // Counts the memory of the worst case, a full matrix A, in a measuring arena.
   static void measure(Arena& arena, int32_t n, int32_t m, uint64_t elements);
 
  private:
@@ -33,15 +34,15 @@ class NormalEquations {
 
   Arena& arena_;
   uint64_t mark_;
-  int64_t version_ = -1;  // pattern of the Jacobian that was analysed
-  PrmtMsp rows_ = {};     // the Jacobian's transpose: its rows
+  int64_t version_ = -1;  // pattern version of the analysed Jacobian
+  PrmtMsp rows_ = {};     // the Jacobian by rows: its transpose
   PrmtMsp matrix_ = {};
   PrmCholesky factor_ = {};
   double* gradient_ = nullptr;  // n
   double* weighted_ = nullptr;  // m
   double* sums_ = nullptr;      // n
   int32_t* seen_ = nullptr;     // n
-  int64_t* cursor_ = nullptr;   // m: of each row its first element that has not become a column yet
+  int64_t* cursor_ = nullptr;   // m: first element of each row at or right of the current column
 };
 
 }  // namespace dax

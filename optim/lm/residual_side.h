@@ -1,13 +1,10 @@
-// Residuals and Jacobian of the variants that get them from callbacks.
+// Base of the variants whose callbacks give residuals and a Jacobian.
 #pragma once
 
 #include <cmath>
 #include <utility>
 
 #include "optim/lm/lm_loop.h"
-
-// Huber energy of m residuals; writes their weights, 1 up to the threshold and threshold / |r| beyond.
-extern "C" double PRMT_lm_huber_energy(const double* residuals, int32_t m, double threshold, double* weights);
 
 namespace dax {
 
@@ -43,7 +40,7 @@ class ResidualSide : public CallerProblem<PrmtLmFunctions> {
 
  private:
   double* residuals_;  // at the current point
-  double* trial_;      // at the point evaluated last
+  double* trial_;      // at the last evaluated point
   PrmtMsp jacobian_;
 };
 

@@ -27,8 +27,8 @@ void load(const PrmCholesky& f, const double* values, int64_t elements, double s
   for (int32_t j = 0; j < f.n; ++j) f.values[f.diagonal[j]] += shift;
 }
 
-// Subtracts from panel s the product of the rows of panel d from its row `from` on with those of them, `count`, that are
-// columns of s.
+// Left-looking update: subtracts from panel s the product of rows from.. of panel d with the transpose of the `count`
+// first of them, which are columns of s.
 void applyUpdate(const PrmCholesky& f, const Panel& s, const Panel& d, int32_t from, int32_t count) {
   const int32_t height = d.rowCount - from;
   const double* const source = d.values + from;
@@ -48,7 +48,7 @@ void applyUpdate(const PrmCholesky& f, const Panel& s, const Panel& d, int32_t f
   }
 }
 
-// Puts panel s among those that wait for the panel of its row `from`.
+// Links panel s into the list of the panel that contains its row `from`, where its next update goes.
 void wait(const PrmCholesky& f, int32_t s, const Panel& panel, int32_t from) {
   f.done[s] = from;
   if (from == panel.rowCount) return;
@@ -96,7 +96,7 @@ void solve(const PrmCholesky& f, double* x) {
     for (int32_t j = panel.columns - 1; j >= 0; --j) {
       const double* const column = panel.values + int64_t{j} * panel.rowCount;
       double rest = x[panel.first + j];
-      // What was found last comes last, so that the others need not wait for it.
+      // Descending order: the value found last is needed last, which shortens the chain of dependent operations.
       for (int32_t i = panel.rowCount - 1; i > j; --i) rest -= column[i] * x[panel.rows[i]];
       x[panel.first + j] = rest / column[j];
     }

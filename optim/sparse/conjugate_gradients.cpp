@@ -4,6 +4,7 @@
 #include <cmath>
 
 #include "optim/dense/dense.h"
+#include "optim/sparse/msp_product.h"
 
 namespace dax {
 namespace {

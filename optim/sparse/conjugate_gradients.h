@@ -1,8 +1,8 @@
-// Conjugate gradients on damped normal equations that are never formed.
+// Conjugate gradients on damped normal equations; J^T J is not formed.
 #pragma once
 
-#include "optim/sparse/msp.h"
-#include "prmt/lm.h"
+#include "frame/memory/arena.h"
+#include "prmt/lm_cg.h"
 
 // Scratch of the solver and its preconditioner.
 struct PrmtCgWork {
@@ -16,15 +16,16 @@ struct PrmtCgWork {
 
 namespace dax {
 
-constexpr int32_t kMostCgBlock = 16;
+constexpr int32_t kMaxCgBlock = 16;
 
 PrmtCgWork takeCgWork(Arena& arena, int32_t n, int32_t m, int32_t blockSize);
 
-// Factors the diagonal blocks; false at a pivot that is too small.
+// Factors the diagonal blocks; false when a pivot is too small.
 bool factorBlocks(const PrmtMsp& jacobian, double lambda, int32_t blockSize, double* blocks);
 
 }  // namespace dax
 
-// Solves (J^T J + lambda I) step = rhs; the blocks of `work` are factored. 1, or 0 when the matrix is not positive definite.
+// Solves (J^T J + lambda I) step = rhs with the factored blocks of `work`. Returns 1, or 0 when the matrix is not
+// positive definite.
 extern "C" int32_t PRMT_MSP_SolveLinCG_LM_Process_f64(const PrmtMsp* jacobian, double lambda, const double* rhs,
                                                       const PrmtCgParam* param, const PrmtCgWork* work, double* step);

@@ -8,7 +8,7 @@
 namespace dax {
 namespace {
 
-// The elements on and below the diagonal by columns, each with its diagonal, there or not, first.
+// Visits the elements on and below the diagonal by columns; the diagonal element comes first, present or not.
 template <class Visit>
 void forEachPair(const PrmtMsp& matrix, const Visit& visit) {
   for (int32_t j = 0; j < matrix.cols; ++j) {
@@ -30,7 +30,7 @@ void SymmetricPattern::fill(const PrmtMsp& matrix) {
     if (i != j) ++start[i + 1];
   });
   for (int32_t j = 0; j < n; ++j) start[j + 1] += start[j];
-  // start[j] runs to the start of j + 1 and is put back.
+  // start[j] advances to the start of column j + 1; shifted back below.
   forEachPair(matrix, [&](int32_t i, int32_t j) {
     row[start[j]++] = i;
     if (i != j) row[start[i]++] = j;
@@ -54,6 +54,7 @@ void CompressedGraph::compress(const SymmetricPattern& matrix, int32_t n) {
 }
 
 void CompressedGraph::group(const SymmetricPattern& matrix, int32_t n) {
+  // Multiplicative hash with 2^64 / golden ratio.
   for (int32_t j = 0; j < n; ++j) {
     hash[j] = 0;
     for (int64_t p = matrix.start[j]; p < matrix.start[j + 1]; ++p) {
@@ -67,7 +68,7 @@ void CompressedGraph::group(const SymmetricPattern& matrix, int32_t n) {
     first[count] = j;
     weight[count] = 0;
     int32_t last = kNone;
-    // Columns alike are neighbours of each other.
+    // Columns with the same pattern are neighbours, because the diagonal is included.
     for (int64_t p = matrix.start[j]; p < matrix.start[j + 1]; ++p) {
       const int32_t k = matrix.row[p];
       if (k < j || of[k] != kNone || !alike(matrix, j, k)) continue;
@@ -124,7 +125,7 @@ void EliminationTree::place(int32_t count) {
   for (int32_t k = 0; k < count; ++k) position[node[k]] = k;
 }
 
-// Liu's algorithm; mark holds shortcuts towards the root.
+// Liu's algorithm with path compression (Liu 1990); mark holds the compressed paths towards the root.
 void EliminationTree::findParents(const CompressedGraph& graph) {
   for (int32_t k = 0; k < graph.count; ++k) {
     parent[k] = mark[k] = kNone;
@@ -154,7 +155,7 @@ void EliminationTree::sortPostorder(int32_t count) {
       while (child[k] != kNone) k = child[k];
       mark[done++] = node[k];
       if (k == root) break;
-      // The next sibling becomes the parent's first child: a node is left when it has no child any more.
+      // Removes the node from its parent: a node is finished when it has no child left.
       child[parent[k]] = sibling[k];
       k = parent[k];
     }
@@ -162,7 +163,7 @@ void EliminationTree::sortPostorder(int32_t count) {
   std::copy_n(mark, count, node);
 }
 
-// Row k of the factor has the nodes on the paths from its neighbours before it up to it.
+// Row k of the factor: the nodes on the tree paths from the earlier neighbours of k up to k.
 void EliminationTree::countBelow(const CompressedGraph& graph) {
   std::fill_n(below, graph.count, 0);
   std::fill_n(mark, graph.count, kNone);

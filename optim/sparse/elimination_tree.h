@@ -1,5 +1,5 @@
-// What the analysis of a symmetric sparse matrix knows of its pattern: the graph of columns that behave alike, and the tree
-// in which they are eliminated.
+// Pattern of a symmetric sparse matrix for its symbolic analysis: the compressed graph of its columns and the
+// elimination tree.
 #pragma once
 
 #include "optim/sparse/ordering.h"
@@ -11,14 +11,15 @@ namespace dax {
 struct SymmetricPattern {
   SymmetricPattern(Arena& arena, int32_t n, uint64_t elements);
 
-  // From the elements on and below the diagonal, with a diagonal, there or not.
+  // From the elements on and below the diagonal; missing diagonal elements are added.
   void fill(const PrmtMsp& matrix);
 
   int64_t* start;
   int32_t* row;
 };
 
-// Columns with the same pattern, as the parameters of one pose or point have, become one node of a graph (Ashcraft 1995).
+// Columns with the same pattern, such as the parameters of one pose or point, become one node of a graph (Ashcraft
+// 1995).
 struct CompressedGraph {
   CompressedGraph(Arena& arena, int32_t n, uint64_t elements);
 
@@ -28,7 +29,7 @@ struct CompressedGraph {
 
   int32_t* of;     // node of each column
   int32_t* first;  // column of each node
-  int32_t* next;   // column of the same node, or kNone
+  int32_t* next;   // next column of the same node, or kNone
   int32_t* weight;
   int64_t* start;
   int32_t* adjacent;
@@ -41,18 +42,18 @@ struct CompressedGraph {
   bool alike(const SymmetricPattern& matrix, int32_t j, int32_t k) const;
 };
 
-// The elimination tree of the nodes in postorder. Positions in this order name the nodes from here on.
+// The elimination tree of the nodes in postorder. Nodes are identified by their position in this order.
 struct EliminationTree {
   EliminationTree(Arena& arena, int32_t n);
 
-  // From `node`, which holds an order of elimination.
+  // From an elimination order in `node`.
   void build(const CompressedGraph& graph);
 
   int32_t* node;      // at each position
   int32_t* position;  // of each node
   int32_t* parent;    // position, or kNone
-  int32_t* below;     // columns of the factor's rows below the node's own
-  int32_t* mark;      // scratch, from here on
+  int32_t* below;     // number of rows below the node's own columns
+  int32_t* mark;      // this and the following: scratch
   int32_t* child;
   int32_t* sibling;
 

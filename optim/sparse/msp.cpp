@@ -29,7 +29,7 @@ bool isAt(const PrmtMsp& matrix, int64_t at, int32_t row, int32_t col) {
   return at < matrix.start[col + 1] && matrix.row[at] == row;
 }
 
-// The position of an element, which is added with value 0 where it is missing.
+// Position of an element; a missing one is inserted with value 0.
 int64_t ensureElement(PrmtMsp& matrix, int32_t row, int32_t col) {
   const int64_t at = findElement(matrix, row, col);
   if (isAt(matrix, at, row, col)) return at;
@@ -39,12 +39,12 @@ int64_t ensureElement(PrmtMsp& matrix, int32_t row, int32_t col) {
   return at;
 }
 
-// Elements of rows row .. row + rows - 1 that a column lacks.
+// Number of elements missing from rows row .. row + rows - 1 of a column.
 int64_t missingIn(const PrmtMsp& matrix, int32_t row, int32_t rows, int32_t col) {
   return rows - (findElement(matrix, row + rows, col) - findElement(matrix, row, col));
 }
 
-// Gives a column all elements of rows row .. row + rows - 1; returns the position of the first.
+// Inserts the missing elements of rows row .. row + rows - 1 into a column; returns the position of the first row.
 int64_t ensureRun(PrmtMsp& matrix, int32_t row, int32_t rows, int32_t col) {
   const int64_t first = findElement(matrix, row, col), last = findElement(matrix, row + rows, col);
   const int64_t missing = rows - (last - first);
@@ -55,7 +55,7 @@ int64_t ensureRun(PrmtMsp& matrix, int32_t row, int32_t rows, int32_t col) {
     std::fill_n(matrix.value + first, rows, 0.0);
     return first;
   }
-  // Spread what was there, from the last one on.
+  // Spread the existing elements, the last one first.
   int64_t from = last - 1;
   for (int32_t i = rows - 1; i >= 0; --i) {
     const bool present = from >= first && matrix.row[from] == row + i;
@@ -75,7 +75,7 @@ void clearPattern(PrmtMsp& matrix) {
 int64_t findElement(const PrmtMsp& matrix, int32_t row, int32_t col) {
   const int32_t* const begin = matrix.row + matrix.start[col];
   const int32_t* const end = matrix.row + matrix.start[col + 1];
-  // Matrices are mostly filled in order.
+  // Fast path: matrices are usually filled in ascending order.
   if (begin == end || end[-1] < row) return end - matrix.row;
   return std::lower_bound(begin, end, row) - matrix.row;
 }
@@ -112,7 +112,7 @@ int32_t PRMT_MSP_SetPattern_f64(PrmtMsp* matrix, int64_t count, const int32_t* r
 
   dax::clearPattern(*matrix);
   int64_t* const start = matrix->start;
-  // Counting sort by column; start[j] runs to the end of column j and is put back by the pass that removes repetitions.
+  // Counting sort by column. start[j] advances to the end of column j; the pass that removes duplicates resets it.
   for (int64_t k = 0; k < count; ++k) ++start[col[k] + 1];
   for (int32_t j = 0; j < matrix->cols; ++j) start[j + 1] += start[j];
   for (int64_t k = 0; k < count; ++k) matrix->row[start[col[k]]++] = row[k];

@@ -13,14 +13,14 @@
 
 namespace dax {
 
-// Stores what a measuring arena has counted.
+// Stores the bytes that a measuring arena has counted.
 inline int32_t storeNeed(const Arena& arena, uint64_t* bytes) {
   DAX_REQUIRE(!arena.overflows(), PRMT_STS_BUFFER_OVERFLOW);
   *bytes = arena.needed();
   return PRMT_STS_OK;
 }
 
-// Whether there is a matrix with all its arrays.
+// Whether the matrix and all its arrays are not null.
 inline bool isSet(const PrmtMsp* matrix) {
   return matrix && matrix->start && matrix->row && matrix->value;
 }
@@ -29,7 +29,7 @@ inline int64_t elementsOf(const PrmtMsp& matrix) {
   return matrix.start[matrix.cols];
 }
 
-// A matrix with its arrays in an arena; arrays are null where they do not fit.
+// A matrix with its arrays in an arena; arrays that do not fit are null.
 inline PrmtMsp takeMatrix(Arena& arena, int32_t rows, int32_t cols, int64_t capacity) {
   const auto room = unsignedOf(capacity);
   PrmtMsp matrix{rows, cols, capacity, 0, nullptr, nullptr, nullptr};
@@ -39,17 +39,10 @@ inline PrmtMsp takeMatrix(Arena& arena, int32_t rows, int32_t cols, int64_t capa
   return matrix;
 }
 
-// No elements.
+// Removes all elements.
 void clearPattern(PrmtMsp& matrix);
 
-// Position of the first element of column `col` whose row is not below `row`.
+// Position of the first element of column `col` in row `row` or a later one.
 int64_t findElement(const PrmtMsp& matrix, int32_t row, int32_t col);
-
-// result = matrix vector, result = matrix^T vector.
-void multiply(const PrmtMsp& matrix, const double* vector, double* result);
-void multiplyTransposed(const PrmtMsp& matrix, const double* vector, double* result);
-
-// The transpose with its row numbers ascending; `transposed` has room.
-void transpose(const PrmtMsp& matrix, PrmtMsp& transposed);
 
 }  // namespace dax

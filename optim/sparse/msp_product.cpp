@@ -1,4 +1,5 @@
-// Transposes, products and sums of sparse matrices.
+#include "optim/sparse/msp_product.h"
+
 #include <algorithm>
 
 #include "frame/check.h"
@@ -7,7 +8,7 @@
 namespace dax {
 namespace {
 
-// Collects the elements of one column at a time (Gustavson 1978): values by row, and which rows there are.
+// Sparse accumulator for one column at a time (Gustavson 1978): values by row and the list of rows present.
 struct Collector {
   Collector(Arena& arena, int32_t rows)
       : sum(arena.take<double>(unsignedOf(rows))),
@@ -34,14 +35,14 @@ struct Collector {
   }
 
   double* sum;
-  int32_t* seen;  // the last column that had this row
+  int32_t* seen;  // last column that contained this row
   int32_t* found;
   int32_t column = 0;
   int32_t count = 0;
 };
 
-// Forms a matrix column by column; collect(collector, j) adds what makes column j. A first round counts, so that a
-// result without room stays as it was.
+// Forms a matrix column by column; collect(collector, j) adds the terms of column j. A first pass counts the elements,
+// so that the result is unchanged when its capacity is too small.
 template <class Collect>
 int32_t formColumns(PrmtMsp& result, void* buffer, const Collect& collect) {
   Arena arena(buffer, UINT64_MAX);
@@ -110,7 +111,7 @@ void transpose(const PrmtMsp& matrix, PrmtMsp& transposed) {
       transposed.value[at] = matrix.value[p];
     }
   }
-  // Each start has run to the next one.
+  // Each start has advanced to the next column: shift back.
   for (int32_t i = matrix.rows; i > 0; --i) start[i] = start[i - 1];
   start[0] = 0;
 }

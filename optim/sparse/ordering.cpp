@@ -6,9 +6,10 @@
 namespace dax {
 namespace {
 
-// The quotient graph. A node is a variable, or, once eliminated, an element: the clique that its elimination made. A
-// variable's list holds the elements that it belongs to and then its neighbours that no element covers; an element's list
-// its variables. Variables that cannot be told apart are merged, elements inside others absorbed; both leave the graph.
+// The quotient graph. A node is a variable or, after its elimination, an element: the clique that the elimination
+// created. The list of a variable holds its elements, then the neighbours that no element covers; the list of an
+// element holds its variables. Indistinguishable variables are merged and elements inside others are absorbed; both
+// leave the graph.
 struct Quotient {
   Quotient(Arena& arena, int32_t nodes, int32_t columns, uint64_t adjacent) : room(adjacent + unsignedOf(nodes)) {
     const auto n = unsignedOf(nodes);
@@ -23,15 +24,15 @@ struct Quotient {
   }
 
   int64_t* start = nullptr;     // of the node's list
-  int64_t* mark = nullptr;      // of elements: see countOutside(); 0: no element of the graph
-  int64_t* seen = nullptr;      // of nodes in the list that others are compared with: the tag
+  int64_t* mark = nullptr;      // of elements: see countOutside(); 0: not an element of the graph
+  int64_t* seen = nullptr;      // tag of the nodes in the list that others are compared with
   int32_t* length = nullptr;    // of the list
-  int32_t* elements = nullptr;  // how many of a variable's list are elements
-  int32_t* weight = nullptr;    // columns of a variable; 0: left the graph; negative: in the clique being made
-  int32_t* degree = nullptr;    // of a variable about the weight of its neighbours, of an element that of its variables
-  int32_t* next = nullptr;      // variables of one degree, or of one hash value
+  int32_t* elements = nullptr;  // number of elements at the start of a variable's list
+  int32_t* weight = nullptr;    // columns of a variable; 0: not in the graph; negative: in the clique being formed
+  int32_t* degree = nullptr;    // variable: bound on the weight of its neighbours; element: weight of its variables
+  int32_t* next = nullptr;      // list of variables of one degree or one hash value
   int32_t* previous = nullptr;
-  int32_t* chain = nullptr;   // nodes that are eliminated together with this one
+  int32_t* chain = nullptr;   // next node eliminated together with this one
   int32_t* tail = nullptr;    // end of the chain
   int32_t* bucket = nullptr;  // first variable of each hash value
   int32_t* alive = nullptr;   // scratch
@@ -60,14 +61,14 @@ class MinimumDegree {
     }
     end_ = graph.start[n_];
     if (end_ > 0) std::memcpy(q_.lists, graph.adjacent, static_cast<size_t>(end_) * sizeof(int32_t));
-    // Last first, so that ties are taken in order.
+    // Reverse order, so that ties are broken by ascending position.
     for (int32_t i = n_ - 1; i >= 0; --i) enlist(i);
   }
 
   void run(int32_t* order) {
     int32_t* to = order;
     while (left_ > 0) {
-      pivot_ = takeLeast();
+      pivot_ = takeMinimum();
       eliminate();
       for (int32_t i = pivot_; i != kNone; i = q_.chain[i]) *to++ = i;
     }
@@ -80,7 +81,7 @@ class MinimumDegree {
     q_.previous[i] = kNone;
     if (first != kNone) q_.previous[first] = i;
     first = i;
-    least_ = std::min(least_, q_.degree[i]);
+    minDegree_ = std::min(minDegree_, q_.degree[i]);
   }
 
   void unlist(int32_t i) {
@@ -88,9 +89,9 @@ class MinimumDegree {
     (q_.previous[i] == kNone ? q_.head[q_.degree[i]] : q_.next[q_.previous[i]]) = q_.next[i];
   }
 
-  int32_t takeLeast() {
-    while (q_.head[least_] == kNone) ++least_;
-    const int32_t i = q_.head[least_];
+  int32_t takeMinimum() {
+    while (q_.head[minDegree_] == kNone) ++minDegree_;
+    const int32_t i = q_.head[minDegree_];
     unlist(i);
     return i;
   }
@@ -103,7 +104,7 @@ class MinimumDegree {
     finishClique();
   }
 
-  // The clique of the pivot: its variables and those of its elements, which it absorbs.
+  // The clique of the pivot: its variables and those of its elements, which are absorbed.
   void formClique() {
     const int32_t p = pivot_;
     const bool inPlace = q_.elements[p] == 0;
@@ -144,9 +145,9 @@ class MinimumDegree {
     q_.length[e] = 0;
   }
 
-  // Each element e that touches the clique gets mark = tag + weight of its variables outside the clique.
+  // Sets mark = tag + weight of the variables outside the clique for each element that shares a variable with it.
   void countOutside() {
-    tag_ += most_ + 1;
+    tag_ += maxWeight_ + 1;
     for (int32_t k = 0; k < count_; ++k) {
       const int32_t i = q_.lists[begin_ + k];
       const int32_t columns = -q_.weight[i];
@@ -159,7 +160,7 @@ class MinimumDegree {
     }
   }
 
-  // Rewrites the lists of the clique's variables: the pivot is an element of each; what it covers goes.
+  // Rewrites the lists of the clique's variables: adds the pivot as an element and removes what it covers.
   void updateDegrees() {
     for (int32_t k = 0; k < count_; ++k) {
       const int32_t i = q_.lists[begin_ + k];
@@ -189,7 +190,7 @@ class MinimumDegree {
         joinPivot(i);
         continue;
       }
-      // At least one entry went, the pivot or an element of it; the pivot moves in at the front.
+      // At least one entry was removed, the pivot or one of its elements, so there is room for the pivot at the front.
       q_.lists[to++] = q_.lists[elementsEnd];
       q_.lists[elementsEnd] = q_.lists[first];
       q_.lists[first] = pivot_;
@@ -203,7 +204,7 @@ class MinimumDegree {
     }
   }
 
-  // A variable with no neighbour outside the clique can be eliminated at once.
+  // Mass elimination: a variable without neighbours outside the clique is eliminated with the pivot.
   void joinPivot(int32_t i) {
     const int32_t columns = -q_.weight[i];
     pivotWeight_ += columns;
@@ -218,7 +219,7 @@ class MinimumDegree {
     q_.tail[to] = q_.tail[i];
   }
 
-  // Variables with the same lists behave alike from now on.
+  // Merges indistinguishable variables: those with the same lists.
   void mergeAlike() {
     for (int32_t k = 0; k < count_; ++k) {
       const int32_t clique = q_.lists[begin_ + k];
@@ -251,7 +252,7 @@ class MinimumDegree {
     return true;
   }
 
-  // Degrees without the clique become degrees with it.
+  // Adds the clique to the degrees of its variables and returns them to the degree lists.
   void finishClique() {
     int64_t to = begin_;
     for (int32_t k = 0; k < count_; ++k) {
@@ -267,17 +268,17 @@ class MinimumDegree {
     q_.degree[pivot_] = outer_;
     q_.length[pivot_] = static_cast<int32_t>(to - begin_);
     if (begin_ + count_ == end_) end_ = to;
-    most_ = std::max<int64_t>(most_, outer_);
-    tag_ += most_ + 1;
-    // An element has a mark that is not 0 and below every tag to come.
+    maxWeight_ = std::max<int64_t>(maxWeight_, outer_);
+    tag_ += maxWeight_ + 1;
+    // The mark of an element is not 0 and below every later tag.
     q_.mark[pivot_] = to > begin_ ? 1 : 0;
   }
 
-  // Moves the lists together when the next clique might not fit behind them.
+  // Compacts the lists when the next clique might not fit behind them.
   void makeRoom() {
-    int64_t most = q_.length[pivot_];
-    for (int32_t k = 0; k < q_.elements[pivot_]; ++k) most += q_.length[q_.lists[q_.start[pivot_] + k]];
-    if (end_ + std::min<int64_t>(most, n_) <= static_cast<int64_t>(q_.room)) return;
+    int64_t bound = q_.length[pivot_];
+    for (int32_t k = 0; k < q_.elements[pivot_]; ++k) bound += q_.length[q_.lists[q_.start[pivot_] + k]];
+    if (end_ + std::min<int64_t>(bound, n_) <= static_cast<int64_t>(q_.room)) return;
     int32_t* const live = q_.alive;
     int32_t count = 0;
     for (int32_t i = 0; i < n_; ++i) {
@@ -295,11 +296,11 @@ class MinimumDegree {
 
   const Quotient& q_;
   int32_t n_;
-  int32_t left_;               // columns not eliminated yet
-  int32_t least_ = INT32_MAX;  // no variable has a smaller degree
-  int64_t end_ = 0;            // of the lists
+  int32_t left_;                   // columns not yet eliminated
+  int32_t minDegree_ = INT32_MAX;  // no variable has a smaller degree
+  int64_t end_ = 0;                // of the lists
   int64_t tag_ = 1;
-  int64_t most_ = 0;  // weight of the largest element
+  int64_t maxWeight_ = 0;  // weight of the largest element
   int32_t pivot_ = kNone;
   int32_t pivotWeight_ = 0;
   int64_t begin_ = 0;  // of the clique's list

@@ -9,7 +9,8 @@ namespace dax {
 
 constexpr int32_t kNone = -1;  // no node
 
-// A graph without loops; node i has weight[i] columns and the neighbours adjacent[start[i]..start[i + 1]).
+// A graph without self-loops; node i has weight[i] columns and the neighbours adjacent[start[i]] .. adjacent[start[i +
+// 1] - 1].
 struct WeightedGraph {
   int32_t nodes;
   int32_t columns;  // sum of the weights
@@ -18,11 +19,11 @@ struct WeightedGraph {
   const int32_t* adjacent;
 };
 
-// Writes the nodes in an order of approximately least degree (Amestoy, Davis and Duff 1996), ties by position. Works in
-// memory borrowed from the arena; false when that does not suffice.
+// Writes the nodes in approximate minimum degree order (Amestoy, Davis and Duff 1996), ties by position. Works in
+// memory borrowed from the arena; false when the arena is too small.
 bool minimumDegree(Arena& arena, const WeightedGraph& graph, int32_t* order);
 
-// Takes note in a measuring arena of what minimumDegree() needs.
+// Counts the memory of minimumDegree() in a measuring arena.
 void measureMinimumDegree(Arena& arena, int32_t nodes, int32_t columns, uint64_t adjacent);
 
 }  // namespace dax

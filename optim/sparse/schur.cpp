@@ -41,16 +41,16 @@ void clearBlocks(const PrmtHblk& h) {
 SchurSolver::SchurSolver(Arena& arena, const PrmtHblkShape& shape) : shape_(shape) {
   const int64_t side = sideOf(shape), countB = shape.countB;
   sideA_ = static_cast<int32_t>(side);
-  int64_t most = 0;
+  int64_t height = 0;  // of the largest Y_j
   for (int32_t j = 0; j < shape.countB; ++j) {
-    most = std::max(most, int64_t{shape.linkStart[j + 1]} - shape.linkStart[j]);
+    height = std::max(height, int64_t{shape.linkStart[j + 1]} - shape.linkStart[j]);
   }
-  most *= shape.sizeA;
+  height *= shape.sizeA;
   reduced_ = arena.take<double>(unsignedOf(side) * unsignedOf(side));
   factor_ = arena.take<double>(unsignedOf(side) * unsignedOf(side));
   factorsB_ = arena.take<double>(unsignedOf(countB * shape.sizeB * shape.sizeB));
   scaledW_ = arena.take<double>(unsignedOf(linksOf(shape) * shape.sizeA * shape.sizeB));
-  square_ = arena.take<double>(unsignedOf(most) * unsignedOf(most));
+  square_ = arena.take<double>(unsignedOf(height) * unsignedOf(height));
   rhs_ = arena.take<double>(unsignedOf(side));
   solution_ = arena.take<double>(unsignedOf(side));
   diagonal_ = arena.take<double>(unsignedOf(side));
@@ -67,7 +67,7 @@ bool SchurSolver::solve(const PrmtHblk& h, double lambda, double* step) {
   return true;
 }
 
-// S starts as A + lambda I. A row on and below the diagonal becomes a column.
+// S starts as A + lambda I. The lower triangle is transposed from rows to columns.
 void SchurSolver::loadReduced(const PrmtHblk& h, double lambda) {
   const int64_t n = sideA_;
   for (int64_t j = 0; j < n; ++j) {
@@ -76,7 +76,7 @@ void SchurSolver::loadReduced(const PrmtHblk& h, double lambda) {
   }
 }
 
-// Reduces S and the right-hand side by every block of B, and leaves L_j^-1 b_j in the step.
+// Reduces S and the right-hand side by each block of B and stores L_j^-1 b_j in the step.
 bool SchurSolver::eliminate(const PrmtHblk& h, double lambda, double* step) {
   const int32_t a = shape_.sizeA, b = shape_.sizeB;
   for (int32_t j = 0; j < shape_.countB; ++j) {
@@ -128,7 +128,7 @@ void SchurSolver::reduceRhs(const int32_t* links, int32_t count, const double* y
   }
 }
 
-// S -= Y Y^T, the rows of Y being those of the linked blocks of A.
+// S -= Y Y^T, where the rows of Y belong to the linked blocks of A.
 void SchurSolver::subtractSquare(const int32_t* links, int32_t count, const double* y) {
   const int32_t a = shape_.sizeA, height = count * a;
   std::fill_n(square_, int64_t{height} * height, 0.0);

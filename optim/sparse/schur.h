@@ -1,4 +1,4 @@
-// Normal equations in two groups of blocks, of which the second is block diagonal:
+// Normal equations in two groups of blocks; the second group is block diagonal:
 //
 //   (A   W) (x)   (a)        with V_j + lambda I = L_j L_j^T and Y_j = W_j L_j^-T
 //   (W^T V) (y) = (b)        S = A + lambda I - sum Y_j Y_j^T,  S x = a - sum Y_j L_j^-1 b_j
@@ -6,7 +6,7 @@
 #pragma once
 
 #include "frame/memory/arena.h"
-#include "prmt/lm.h"
+#include "prmt/lm_hblk.h"
 
 namespace dax {
 
@@ -17,7 +17,7 @@ class SchurSolver {
  public:
   SchurSolver(Arena& arena, const PrmtHblkShape& shape);
 
-  // False when a block of B is not positive definite, or the system that is left is singular.
+  // False when a block of B is not positive definite or the reduced system is singular.
   bool solve(const PrmtHblk& h, double lambda, double* step);
 
  private:
@@ -36,7 +36,7 @@ class SchurSolver {
   double* factor_;    // of S
   double* factorsB_;  // L_j
   double* scaledW_;   // Y_j, column by column
-  double* square_;    // Y_j Y_j^T of the block with the most links
+  double* square_;    // Y_j Y_j^T; as large as the largest
   double* rhs_;       // scratch of the least squares
   double* solution_;
   double* diagonal_;

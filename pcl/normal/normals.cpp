@@ -9,7 +9,7 @@
 #include "frame/cpu_feature.h"
 #include "frame/memory/work_buffer.h"
 #include "pcl/normal/normals_plane.h"
-#include "pcl/search/kdtree_search.h"
+#include "pcl/search/kdtree_nearest.h"
 
 namespace dax {
 namespace {
@@ -26,7 +26,7 @@ struct NormalBuffer {
 
 constexpr DAX3DPCL_NORMAL kDefaultNormal{0, 0, 1, 0};
 
-// One point after the other, with its neighbourhood in the caller's buffer.
+// Estimates the normals one by one, with the neighbourhood in the caller's buffer.
 class NormalEstimator {
  public:
   NormalEstimator(const float* points, DAX3DPCL_KDTREE& tree, int32_t k, float radius, void* buffer)
@@ -45,7 +45,7 @@ class NormalEstimator {
   }
 
  private:
-  // Copies the neighbours within the radius from the tree, where they lie close together; returns their number.
+  // Copies the neighbours within the radius from the tree; returns their number.
   int32_t gather(const float* point) {
     const int32_t found = search(point);
     for (int32_t i = 0; i < found; ++i) {
@@ -54,8 +54,9 @@ class NormalEstimator {
     return found;
   }
 
-  // The last point's neighbours are k points around this one too, and no nearest one is further away than all of them.
-  // So little is searched, with a margin for rounding; should it not suffice, then all within the radius.
+  // The k neighbours of the previous point bound the search: the k nearest ones are not farther away than the farthest
+  // of these. The margin of 0.1 % covers rounding; if fewer than k points are found, the search is repeated with the
+  // radius.
   int32_t search(const float* point) {
     call_.queries = point;
     const float all = std::min(FLT_MAX, radiusSquared_);
@@ -98,7 +99,7 @@ DaxStatus _DAX3DPCL_FEATURE_NORM_PCAEstimate_BufferSize(int32_t k, uint64_t* byt
 void _DAX3DPCL_FEATURE_NORM_PCAEstimate(const float* points, int32_t n, DAX3DPCL_KDTREE* tree, int32_t k,
                                         const float* viewpoint, DAX3DPCL_NORMAL* normals, void* buffer, float radius) {
   dax::NormalEstimator estimate(points, *tree, k, radius, buffer);
-  // In tree order a search goes where the last one went, and finds its nodes and points in the cache.
+  // In tree order consecutive searches visit the same nodes and points, which are then in the cache.
   const int32_t inTree = tree->root ? tree->pointCount : 0;
   for (int32_t j = 0; j < n; ++j) {
     const int32_t i = j < inTree ? static_cast<int32_t>(tree->index[j]) : j;

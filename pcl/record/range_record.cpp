@@ -62,20 +62,20 @@ DaxStatus check(const DAX3D_RANGE_V4* record, bool withColour) {
   return withColour ? checkColour(record->colour) : DaxStatus{DAX_STS_OK};
 }
 
-// Frees what a record under construction owns, colour included.
+// Frees all memory of a record under construction.
 void discard(DAX3D_RANGE_V4& record) {
   for (DAX3D_IMAGE_SLOT* slot : {&record.mask, &record.range, &record.colour}) {
     for (void*& owner : slot->owner) ZUR_Free(owner);
   }
 }
 
-// Copies one plane of `height` rows of `step` elements. The last row may end early, after `rowElements`.
+// Copies one plane of `height` rows of `step` elements. Of the last row only `rowElements` elements are read.
 bool copyPlane(const DAX3D_IMAGE_SLOT& from, int i, int32_t rowElements, size_t elementBytes, DAX3D_IMAGE_SLOT& to) {
   const ZurImage& image = from.image;
   const auto rowBytes = static_cast<uint64_t>(image.step[i]) * elementBytes;
   const uint64_t bytes = rowBytes * static_cast<uint64_t>(image.height);
   const uint64_t lastRow = std::min(rowBytes, static_cast<uint64_t>(rowElements) * elementBytes);
-  // One column may have a step of 0.
+  // The step of an image of one column may be 0.
   void* const plane = ZUR_Malloc(std::max<uint64_t>(bytes, 1), kRecordAlignment);
   if (!plane) return false;
   std::memcpy(plane, image.plane[i], bytes - rowBytes + lastRow);
@@ -94,7 +94,7 @@ bool copySlot(const DAX3D_IMAGE_SLOT& from, int planes, int32_t rowElements, siz
   return true;
 }
 
-// The check leaves open how much memory planes 1 and 2 have.
+// Whether the colour image can be copied: the check does not cover the steps of planes 1 and 2.
 bool hasColour(const DAX3D_RANGE_V4& record) {
   const ZurImage& image = record.colour.image;
   if (check(&record, true) != DAX_STS_OK) return false;

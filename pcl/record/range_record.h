@@ -1,4 +1,4 @@
-// What the functions on range records share: formats, alignment, slots, and the workers by their names.
+// Formats, alignment and slots of range records, and workers after the checks.
 #pragma once
 
 #include <cstdint>
@@ -19,10 +19,7 @@ inline bool sidesFit(DaxiSize size) {
   return atLeast(size, 1) && atMost(size, DAX3D_MAX_SIDE);
 }
 
-// The four values of DAX3DPCL_UTILS_Check_CamIntrins.
-DaxStatus checkCamera(const DAX3D_CAMERA_64F& camera);
-
-// The slot's only plane is at this address, and owned.
+// Makes a block the only plane of a slot, owned by it.
 inline void setPlane(DAX3D_IMAGE_SLOT& slot, void* plane) {
   slot.owner[0] = slot.image.plane[0] = plane;
 }
@@ -38,11 +35,5 @@ inline void setShape(ZurImage& image, uint32_t format, int32_t width, int32_t he
 
 extern "C" {
 DaxStatus _DAX3DPCL_UTILS_Copy_DAX3D_RANGE_V4(const DAX3D_RANGE_V4* record, DAX3D_RANGE_V4* copy);
-DaxStatus _DAX3DPCL_UTILS_Construct_RGBD_DAX3D_RANGE_V4(const int16_t* depth, int32_t depthStep, const uint8_t* colour,
-                                                        int32_t colourStep, DaxiSize depthSize, DaxiSize colourSize,
-                                                        float depthScale, const DAX3D_RANGE_CALIB* calib,
-                                                        DAX3D_RANGE_V4* record);
 void _DAX3DPCL_UTILS_RELEASE_RANGE_V4(DAX3D_RANGE_V4* record);
-DaxStatus _DAX3DPCL_UTILS_WRITE_RANGE_V4(const char* path, const DAX3D_RANGE_V4* record);
-DaxStatus _DAX3DPCL_UTILS_READ_RANGE_V4(const char* path, DAX3D_RANGE_V4* record);
 }

@@ -10,10 +10,10 @@
 namespace dax {
 namespace {
 
-constexpr float kUnit = 0.001f;             // of rotations and of transforms close to the identity
-constexpr float kOne = 1.0f + FLT_EPSILON;  // of quaternions
+constexpr float kTolerance = 0.001f;        // of rotations and of transforms close to the identity
+constexpr float kOne = 1.0f + FLT_EPSILON;  // limit of quaternions
 
-// Limits of doubles are 32-bit constants all the same, unless a function says otherwise.
+// Limits are 32-bit constants for doubles too, unless stated otherwise (dax3dpcl/record_check.h).
 template <class T>
 bool within(T value, T limit) {
   return value >= -limit && value <= limit;
@@ -21,9 +21,9 @@ bool within(T value, T limit) {
 
 template <class T>
 DaxStatus checkIntrinsics(T fx, T fy, T cx, T cy) {
-  constexpr T kLeast = FLT_EPSILON;
-  DAX_REQUIRE(fx >= kLeast && fy >= kLeast, DAX_STS_BAD_PARAM);
-  DAX_REQUIRE(cx >= kLeast && cy >= kLeast, DAX_STS_BAD_PARAM);
+  constexpr T kMin = FLT_EPSILON;
+  DAX_REQUIRE(fx >= kMin && fy >= kMin, DAX_STS_BAD_PARAM);
+  DAX_REQUIRE(cx >= kMin && cy >= kMin, DAX_STS_BAD_PARAM);
   return DAX_STS_OK;
 }
 
@@ -34,9 +34,9 @@ DaxStatus checkMatrix(const T* matrix) {
 }
 
 template <class T>
-DaxStatus checkBox(const T* box, T leastSize, T fullTurn) {
+DaxStatus checkBox(const T* box, T minSize, T fullTurn) {
   DAX_REQUIRE(box, DAX_STS_NULL_POINTER);
-  for (int i = 3; i < 6; ++i) DAX_REQUIRE(box[i] >= leastSize, DAX_STS_BAD_PARAM);
+  for (int i = 3; i < 6; ++i) DAX_REQUIRE(box[i] >= minSize, DAX_STS_BAD_PARAM);
   for (int i = 6; i < 9; ++i) DAX_REQUIRE(within(box[i], fullTurn), DAX_STS_BAD_PARAM);
   return DAX_STS_OK;
 }
@@ -51,8 +51,8 @@ DaxStatus checkTransform(const T* m, DaxStatus code) {
   DAX_REQUIRE(m, DAX_STS_NULL_POINTER);
   for (int i = 0; i < 3; ++i) {
     const int next = (i + 1) % 3;
-    DAX_REQUIRE(within<T>(columnProduct(m, i, next), kUnit), code);
-    DAX_REQUIRE(within<T>(columnProduct(m, i, i) - 1, kUnit), code);
+    DAX_REQUIRE(within<T>(columnProduct(m, i, next), kTolerance), code);
+    DAX_REQUIRE(within<T>(columnProduct(m, i, i) - 1, kTolerance), code);
   }
   return DAX_STS_OK;
 }
@@ -60,9 +60,9 @@ DaxStatus checkTransform(const T* m, DaxStatus code) {
 template <class T>
 DaxStatus checkIdentity(const T* m) {
   for (int i = 0; i < 4; ++i) {
-    DAX_REQUIRE(within(static_cast<float>(m[i * 5] - 1), kUnit), DAX_STS_FAILURE);
+    DAX_REQUIRE(within(static_cast<float>(m[i * 5] - 1), kTolerance), DAX_STS_FAILURE);
   }
-  for (int i = 0; i < 3; ++i) DAX_REQUIRE(within(static_cast<float>(m[i * 4 + 3]), kUnit), DAX_STS_FAILURE);
+  for (int i = 0; i < 3; ++i) DAX_REQUIRE(within(static_cast<float>(m[i * 4 + 3]), kTolerance), DAX_STS_FAILURE);
   return DAX_STS_OK;
 }
 
@@ -76,8 +76,8 @@ DaxStatus checkQuaternion(const T* q) {
 
 template <class T>
 DaxStatus checkNormal(T nx, T ny, T nz) {
-  constexpr T kLeast = FLT_EPSILON;
-  DAX_REQUIRE(!(within(nx, kLeast) && within(ny, kLeast) && within(nz, kLeast)), DAX_STS_BAD_PARAM);
+  constexpr T kMin = FLT_EPSILON;
+  DAX_REQUIRE(!(within(nx, kMin) && within(ny, kMin) && within(nz, kMin)), DAX_STS_BAD_PARAM);
   return DAX_STS_OK;
 }
 

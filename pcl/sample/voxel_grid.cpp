@@ -21,7 +21,7 @@ struct VoxelWork {
   BufferPiece<KeyedPoint> pairs;
 };
 
-// The points' memory also serves as the other half of the sort.
+// The memory of the points is also the second buffer of the sort.
 struct VoxelResult {
   explicit VoxelResult(int32_t n)
       : record(layout.add<DAX3DPCL_CLOUD3D>(1)), points(layout.add<float[3]>(static_cast<uint64_t>(n))) {}
@@ -31,15 +31,15 @@ struct VoxelResult {
 };
 static_assert(sizeof(float[3]) >= sizeof(KeyedPoint));
 
-// Radix sort, lowest digit first: stable, one pass a digit from one half of the memory to the other.
+// Stable radix sort, lowest digit first; each pass moves the pairs from one buffer to the other.
 class KeySort {
  public:
   explicit KeySort(uint32_t cells)
       : bits_(std::bit_width(cells - 1)),
-        passes_((bits_ + kMostBits - 1) / kMostBits),
+        passes_((bits_ + kMaxBits - 1) / kMaxBits),
         digitBits_(passes_ ? (bits_ + passes_ - 1) / passes_ : 0) {}
 
-  // Where the pairs have to be for the result to lie in `home`.
+  // Buffer that must hold the pairs for the result to end in `home`.
   KeyedPoint* start(KeyedPoint* home, KeyedPoint* away) const { return passes_ % 2 ? away : home; }
 
   void run(KeyedPoint* home, KeyedPoint* away, int32_t count) const {
@@ -53,7 +53,7 @@ class KeySort {
 
  private:
   void scatter(const KeyedPoint* from, KeyedPoint* to, int32_t count, int shift) const {
-    uint32_t places[1 << kMostBits];
+    uint32_t places[1 << kMaxBits];
     const uint32_t digits = 1u << digitBits_;
     const auto digit = [&](const KeyedPoint& pair) { return static_cast<uint32_t>(pair.key) >> shift & (digits - 1); };
     std::fill_n(places, digits, 0u);
@@ -63,7 +63,7 @@ class KeySort {
     for (int32_t i = 0; i < count; ++i) to[places[digit(from[i])]++] = from[i];
   }
 
-  static constexpr int kMostBits = 11;
+  static constexpr int kMaxBits = 11;  // 2048 counters: 8 KiB, which fit the first-level cache
   int bits_, passes_, digitBits_;
 };
 
@@ -94,9 +94,9 @@ int32_t averageCells(const KeyedPoint* pairs, int32_t count, const float* points
   return cells;
 }
 
-constexpr int64_t kMostCells = INT32_MAX;
+constexpr int64_t kMaxCells = INT32_MAX;
 
-// Cells along an axis; 0 where its ends have no 32-bit cell.
+// Number of cells along an axis; 0 when the cell of an end does not fit 32 bits.
 int64_t makeAxis(float low, float high, float leaf, VoxelAxis& axis) {
   const float perUnit = 1 / leaf, first = low * perUnit, last = high * perUnit;
   if (!(first >= -0x1p31f && last < 0x1p31f && first <= last)) return 0;
@@ -110,8 +110,8 @@ bool makeVoxelGrid(const float* box, const float* leaf, VoxelGrid& grid) {
   const int64_t nx = makeAxis(box[0], box[3], leaf[0], grid.x);
   const int64_t ny = makeAxis(box[1], box[4], leaf[1], grid.y);
   const int64_t nz = makeAxis(box[2], box[5], leaf[2], grid.z);
-  // Every factor fits 32 bits before it is multiplied.
-  const auto fits = [](int64_t n) { return n >= 1 && n <= kMostCells; };
+  // Each factor fits 31 bits before it is multiplied, so that products fit 64 bits.
+  const auto fits = [](int64_t n) { return n >= 1 && n <= kMaxCells; };
   if (!fits(nx) || !fits(ny) || !fits(nz) || !fits(nx * ny) || !fits(nx * ny * nz)) return false;
   grid.y.stride = static_cast<int32_t>(nx);
   grid.z.stride = static_cast<int32_t>(nx * ny);

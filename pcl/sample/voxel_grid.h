@@ -8,7 +8,7 @@
 
 namespace dax {
 
-// The grid over a box; false where the box is empty or not finite, or the cells have no 32-bit numbers.
+// The grid over a box; false when the box is empty or not finite, or the cell numbers do not fit 32 bits.
 bool makeVoxelGrid(const float* box, const float* leaf, VoxelGrid& grid);
 
 void downsample(const DAX3DPCL_CLOUD3D* cloud, const VoxelGrid& grid, DAX3DPCL_CLOUD3D** out, void* result, void* work,

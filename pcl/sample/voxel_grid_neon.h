@@ -10,7 +10,7 @@ inline uint32x4_t isInside(const VoxelAxis& axis, float32x4_t values) {
   return vandq_u32(vcgeq_f32(values, vdupq_n_f32(axis.low)), vcleq_f32(values, vdupq_n_f32(axis.high)));
 }
 
-// 0 outside the box, where cells have no numbers.
+// 0 outside the box, where cell numbers may not fit 32 bits.
 inline int32x4_t keyPart(const VoxelAxis& axis, float32x4_t values, uint32x4_t inside) {
   const uint32x4_t cells = vreinterpretq_u32_s32(vcvtq_s32_f32(vmulq_n_f32(values, axis.perUnit)));
   const uint32x4_t fromBase = vsubq_u32(cells, vdupq_n_u32(static_cast<uint32_t>(axis.base)));
@@ -27,7 +27,7 @@ inline int32_t keyPoints(const VoxelGrid& grid, const float* points, int32_t n, 
     const int32x4_t keys = vaddq_s32(vaddq_s32(keyPart(grid.x, p.val[0], inside), keyPart(grid.y, p.val[1], inside)),
                                      keyPart(grid.z, p.val[2], inside));
     const int32x4_t indices = vaddq_s32(vdupq_n_s32(i), vld1q_s32(kSteps));
-    // Room for four is there: no more points than these came before.
+    // There is room for four pairs: count <= i and i + 4 <= n.
     int32_t* const to = &pairs[count].key;
     const int32x4_t low = vzip1q_s32(keys, indices), high = vzip2q_s32(keys, indices);
     const uint64x2_t flags = vreinterpretq_u64_u32(inside);

@@ -5,7 +5,7 @@
 
 namespace dax {
 
-// What one axis contributes: closed interval, cells per length unit, cell of the lower end, and the key's step per cell.
+// One axis: closed interval, cells per length unit, cell of the lower end, step of the key per cell.
 struct VoxelAxis {
   float low, high, perUnit;
   int32_t base;
@@ -28,7 +28,7 @@ inline bool isInside(const VoxelAxis& axis, float value) {
   return value >= axis.low && value <= axis.high;
 }
 
-// For values inside. Their products with perUnit lie between those of the ends, which fit 32 bits.
+// For values inside: the cells of the ends fit 32 bits, so those between them do.
 inline int32_t keyPart(const VoxelAxis& axis, float value) {
   return (static_cast<int32_t>(value * axis.perUnit) - axis.base) * axis.stride;
 }

@@ -3,12 +3,12 @@
 #include "frame/check.h"
 #include "frame/cpu_feature.h"
 #include "pcl/search/kdtree_build.h"
-#include "pcl/search/kdtree_search.h"
+#include "pcl/search/kdtree_nearest.h"
 
 namespace dax {
 namespace {
 
-// Derives the pointers from the place of the block; the root is left as it is.
+// Sets all pointers but the root from the address of the block.
 void placePieces(DAX3DPCL_KDTREE& tree) {
   const KdLayout at(tree.pointCount, std::max(tree.dimension, 0));
   tree.points = at.points.in(&tree);
@@ -25,7 +25,7 @@ void buildKdTree(DAX3DPCL_KDTREE* tree, const float* points, int32_t n, int32_t 
   startRecord(tree, n, d, leafSize);
   placePieces(*tree);
   if (d < 1 || leafSize < 1) return;
-  const KdBuild build{tree->points, tree->index, tree->rootBox, tree->nodes, tree->boxStack, mostNodes(n), n, d,
+  const KdBuild build{tree->points, tree->index, tree->rootBox, tree->nodes, tree->boxStack, maxNodes(n), n, d,
                       leafSize};
   tree->nodeCount = buildTree(build, points, isa);
   tree->root = tree->nodes;

@@ -25,8 +25,8 @@ RowKernels rowKernels([[maybe_unused]] int32_t d, [[maybe_unused]] int32_t isa) 
   return {portable::exactBox, portable::axisExtent, portable::countCut};
 }
 
-// Boxes go by the numbers of their nodes. Children come side by side and behind their parent; so in the order of falling
-// numbers exact boxes are made from the leaves up.
+// Boxes have the numbers of their nodes. Siblings are adjacent and come after their parent, so that descending order
+// unites exact boxes from the leaves up.
 class Builder {
  public:
   Builder(const KdBuild& build, int32_t isa)
@@ -37,7 +37,7 @@ class Builder {
     kernels_.exactBox(rows_, 0, n, build_.rootBox);
     std::memcpy(box(build_.nodes[0]), build_.rootBox, boxBytes());
     makeLeaf(build_.nodes[0], 0, n);
-    if (build_.room < mostNodes(build_.n)) {
+    if (build_.room < maxNodes(build_.n)) {
       divideByLevels();
     } else {
       divideByDepth();
@@ -47,7 +47,7 @@ class Builder {
   }
 
  private:
-  // Padding is zero too, so that equal trees are equal bytes.
+  // Clears the padding too, so that equal trees have equal bytes.
   static void makeLeaf(KdNode& node, uint32_t lo, uint32_t hi) {
     std::memset(&node, 0, sizeof node);
     node.lo = lo;
@@ -57,7 +57,7 @@ class Builder {
   float* box(const KdNode& node) const { return build_.boxes + (&node - build_.nodes) * 2 * build_.d; }
   size_t boxBytes() const { return sizeof(float) * 2 * static_cast<size_t>(build_.d); }
 
-  // What was divided last is taken up first: its rows are still in the cache. Second children wait in a chain.
+  // Depth first, because the rows divided last are still in the cache. Second children wait in a linked list.
   void divideByDepth() {
     KdNode* waiting = nullptr;
     for (KdNode* at = build_.nodes; at;) {
@@ -72,12 +72,12 @@ class Builder {
     }
   }
 
-  // Where nodes may not suffice the leaves are to be of about one size.
+  // Breadth first when nodes may run out, so that leaves have about the same size.
   void divideByLevels() {
     for (uint32_t i = 0; i < count_; ++i) divide(build_.nodes[i]);
   }
 
-  // Gives a node children; or, when it is to be a leaf, finds its box.
+  // Creates the children of a node, or computes the box of a leaf; returns whether there are children.
   bool divide(KdNode& node) {
     const uint32_t lo = node.lo, hi = node.hi;
     if (hi - lo <= static_cast<uint32_t>(build_.leafSize) || uint64_t{count_} + 2 > build_.room) {
@@ -103,9 +103,8 @@ class Builder {
     float value;
   };
 
-  // Among the axes along which the box is about as long as along its longest, the one of the greatest spread; the middle
-  // of the box, or the nearest coordinate. Where the longest side has no length to compare with (0, infinite, none)
-  // its axis stands.
+  // Of the axes whose side is within 1e-7 of the longest one, the axis along which the points spread most, cut at the
+  // middle of the box, or at the nearest coordinate. If the longest side is 0, infinite or NaN, its axis is used.
   Cut chooseCut(uint32_t lo, uint32_t hi, const float* nodeBox) const {
     int32_t axis = 0;
     const float longest = longestSide(nodeBox, axis);
@@ -137,8 +136,8 @@ class Builder {
     return longest;
   }
 
-  // Rows below the cut first, then those on it, then the others; returns where the second child begins. Since the cut
-  // lies among the coordinates neither child is empty.
+  // Partitions the rows into those below, on and above the cut; returns the first row of the second child. Neither
+  // child is empty, since the cut lies between the smallest and the largest coordinate.
   uint32_t moveToSides(uint32_t lo, uint32_t hi, const Cut& cut) const {
     const CutCounts counts = kernels_.countCut(rows_, lo, hi, cut.axis, cut.value);
     const uint32_t below = lo + counts.below, upTo = lo + counts.upTo;
@@ -149,7 +148,7 @@ class Builder {
     return counts.upTo < half ? upTo : lo + half;
   }
 
-  // An inner node's bounds and exact box.
+  // Bounds and exact box of an inner node.
   void uniteChildren(uint32_t i) const {
     KdNode& node = build_.nodes[i];
     if (!node.first) return;

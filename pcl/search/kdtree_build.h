@@ -5,20 +5,23 @@
 
 namespace dax {
 
-// Where the pieces of a tree go.
+// Memory of the pieces of a tree.
 struct KdBuild {
   float* points;
   uint32_t* index;
   float* rootBox;
   KdNode* nodes;
-  float* boxes;  // for as many nodes as there is room for
+  float* boxes;  // for `room` nodes
   uint64_t room;
   int32_t n;
   int32_t d;
   int32_t leafSize;
 };
 
-// Copies the caller's points in tree order, writes nodes and root box; returns the number of nodes.
+// Copies the points in tree order, writes index, nodes and root box; returns the number of nodes.
 uint32_t buildTree(const KdBuild& build, const float* points, int32_t isa);
+
+// Rebases the child pointers of a copied node pool whose root was at `oldRoot`; returns the new root.
+KdNode* rebaseNodes(KdNode* nodes, uint32_t nodeCount, const KdNode* oldRoot);
 
 }  // namespace dax

@@ -1,5 +1,5 @@
-// Twin of the kernel for three axes. It takes four points at a time and may read three points beyond the last one:
-// behind the points of a tree lie other pieces of its block.
+// Twin of the portable leaf kernel, four points at a time. It may read three points beyond the last one, which is safe
+// because other pieces of the tree's block follow the points.
 #pragma once
 
 #include <bit>

@@ -1,12 +1,12 @@
-// Kernels of a leaf: the points lo..hi - 1 that are nearer than the visitor's limit, in turn. A visitor's take() says
-// whether to go on.
+// Leaf kernel for three axes: passes each of the points lo..hi - 1 that is nearer than the visitor's limit to take(),
+// which returns whether to continue.
 #pragma once
 
 #include "pcl/search/kdtree_tree.h"
 
 namespace dax::portable {
 
-// Whether a point is near enough cannot be foretold. So candidates are gathered without a branch first, by blocks.
+// The comparison is unpredictable, so candidates are gathered by blocks without a branch.
 template <class Visitor>
 bool scanLeaf(const float* points, uint32_t lo, uint32_t hi, const float* query, Visitor& visitor) {
   constexpr uint32_t kBlock = 16;

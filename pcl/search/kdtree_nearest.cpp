@@ -1,9 +1,10 @@
+#include "pcl/search/kdtree_nearest.h"
+
 #include <cfloat>
 
 #include "frame/cpu_feature.h"
 #include "pcl/search/kdtree_leaf_portable.h"
 #include "pcl/search/kdtree_nearest_sets.h"
-#include "pcl/search/kdtree_search.h"
 #include "pcl/search/kdtree_walk.h"
 #if DAX_HAVE_NEON
 #include "pcl/search/kdtree_leaf_neon.h"
@@ -26,8 +27,8 @@ float squaredDistance(const float* p, const float* query, int32_t d, float limit
   return sum;
 }
 
-// One query in any dimension. The parts of a bound by axis, too many for the stack, are found along the way from the
-// root: the last cut of the axis beyond which the search has gone, or the distance to the root box.
+// One query in any dimension. The contributions of the axes to a bound are too many for the stack. They are looked up
+// on the path from the root: the last cut of the axis that the search has crossed, or the distance to the root box.
 template <class Set>
 class NearestAnywhere {
  public:
@@ -45,7 +46,7 @@ class NearestAnywhere {
   }
 
  private:
-  // A region still to be searched, or one that the search is in: then the node is the root's number.
+  // A pending region, or one that the search has entered: then the node is kEntered, the number of the root.
   struct Step {
     uint32_t node;
     int32_t axis;
@@ -135,7 +136,7 @@ int32_t searchInSpace(const KdView& tree, const KdNearestCall& call, void* stack
 template <bool kNeon>
 int32_t searchInSpace(const KdView& tree, const KdNearestCall& call, void* stack) {
   if (call.k == 1) return searchInSpace<kNeon, NearestOne>(tree, call, stack);
-  if (call.k <= NearestFew::kMost) return searchInSpace<kNeon, NearestFew>(tree, call, stack);
+  if (call.k <= NearestFew::kMax) return searchInSpace<kNeon, NearestFew>(tree, call, stack);
   return searchInSpace<kNeon, NearestMany>(tree, call, stack);
 }
 
@@ -155,7 +156,7 @@ int32_t searchAnywhere(const KdView& tree, const KdNearestCall& call, void* stac
 
 int32_t searchNearest(const KdView& tree, const KdNearestCall& call, void* stack, int32_t isa) {
   if (!tree.root || tree.dimension != 3) {
-    const bool few = call.k <= NearestFew::kMost;
+    const bool few = call.k <= NearestFew::kMax;
     return few ? searchAnywhere<NearestFew>(tree, call, stack) : searchAnywhere<NearestMany>(tree, call, stack);
   }
   return usesNeon(isa) ? searchInSpace<true>(tree, call, stack) : searchInSpace<false>(tree, call, stack);

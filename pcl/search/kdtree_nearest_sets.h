@@ -1,12 +1,13 @@
-// What a search for k neighbours has found so far: three kinds, for one, a few and many. At equal distances the point met
-// earlier comes first and stays. All hold positions in tree order; the caller's rows receive point numbers, or positions
-// where the view has no numbers.
+// Sets of the nearest points found so far, for k = 1, small k and large k. At equal distances the point visited earlier
+// comes first and is kept. All hold positions in tree order; the caller's rows receive point numbers, or positions if
+// the view has no index.
 #pragma once
 
 #include <bit>
 #include <utility>
 
-#include "pcl/search/kdtree_search.h"
+#include "pcl/search/kdtree_call.h"
+#include "pcl/search/kdtree_tree.h"
 
 namespace dax {
 
@@ -23,7 +24,7 @@ struct KdNearestRow {
     indices[i] = number(position);
     distances[i] = distance;
   }
-  // The entries behind `count` neighbours.
+  // The entries after the first `count`.
   void storeRest(int32_t count) const {
     if (count == capacity) return;
     std::fill(indices + count, indices + capacity, 0u);
@@ -62,11 +63,11 @@ class NearestOne {
   float distance_;
 };
 
-// In ascending order. An entry is a distance, whose bits order as it does, above a position; in front stands one that
-// nothing is less than.
+// Sorted array in ascending order. An entry has the bits of the distance, which order like non-negative floats, above
+// the position; entry 0 is a sentinel.
 class NearestFew {
  public:
-  static constexpr int32_t kMost = 64;
+  static constexpr int32_t kMax = 64;  // the entries lie on the stack
 
   NearestFew(const KdView& tree, const KdNearestCall& call, int32_t row) : row_(tree, call, row), worst_(call.limit) {
     entries_[0] = 0;
@@ -96,11 +97,11 @@ class NearestFew {
   KdNearestRow row_;
   int32_t count_ = 0;
   float worst_;
-  uint64_t entries_[kMost + 1];
+  uint64_t entries_[kMax + 1];
 };
 
-// In the caller's row, in the order they are met until it is full; then as a heap with the last one in front, which is
-// sorted in the end. Which of two was met first tells the tree: there is no room to note it.
+// In the caller's row: in order of visit until it is full, then a heap with the last entry at the root, sorted at the
+// end. The tree tells which of two points was visited first, since the row has no memory for it.
 class NearestMany {
  public:
   NearestMany(const KdView& tree, const KdNearestCall& call, int32_t row)
@@ -149,7 +150,7 @@ class NearestMany {
     for (int32_t i = count_ / 2; i-- > 0;) sink(i, count_, at(i));
   }
 
-  // Puts an entry in the place of entry i or, as long as one comes behind it there, below.
+  // Replaces entry i by `entry` and sifts it down.
   void sink(int32_t i, int32_t end, const Entry& entry) const {
     while (i < end / 2) {
       int32_t child = 2 * i + 1;
@@ -162,11 +163,11 @@ class NearestMany {
   }
 
   bool isBehind(const Entry& a, const Entry& b) const {
-    return a.distance > b.distance || (a.distance == b.distance && isMetAfter(a.position, b.position));
+    return a.distance > b.distance || (a.distance == b.distance && isVisitedAfter(a.position, b.position));
   }
 
-  // Where the ways from the root part, the search went to the nearer side first.
-  bool isMetAfter(uint32_t a, uint32_t b) const {
+  // At the node where the paths to both points diverge the search visited the nearer side first.
+  bool isVisitedAfter(uint32_t a, uint32_t b) const {
     const KdNode* node = root_;
     while (node->first) {
       const uint32_t middle = node->second->lo;

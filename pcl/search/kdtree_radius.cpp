@@ -1,8 +1,9 @@
+#include "pcl/search/kdtree_radius.h"
+
 #include <cfloat>
 
 #include "frame/cpu_feature.h"
 #include "pcl/search/kdtree_leaf_portable.h"
-#include "pcl/search/kdtree_search.h"
 #include "pcl/search/kdtree_walk.h"
 #if DAX_HAVE_NEON
 #include "pcl/search/kdtree_leaf_neon.h"
@@ -38,7 +39,7 @@ struct WithinRadiusInSpace : WithinRadius {
   }
 };
 
-// In other dimensions the first axes count, up to three of them.
+// In other dimensions only the first three axes count.
 struct WithinRadiusAnywhere : WithinRadius {
   bool leaf(uint32_t lo, uint32_t hi) {
     for (uint32_t i = lo; i < hi; ++i) {

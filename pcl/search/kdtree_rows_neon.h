@@ -6,8 +6,8 @@
 
 namespace dax::neon {
 
-// The least and the greatest of a NaN and a number are NaN: then the portable sibling, which puts NaNs in their place,
-// has the last word. Rows that do not fill a block are taken twice.
+// Minimum and maximum of a NaN and a number are NaN: then the portable kernel, which treats NaN as +infinity, repeats
+// the axis. The last block overlaps the one before it.
 inline void exactBox(const KdRows& rows, uint32_t lo, uint32_t hi, float* box) {
   if (hi - lo < 4) return portable::exactBox(rows, lo, hi, box);
   const uint32_t last = hi - 4;
@@ -47,7 +47,7 @@ inline void axisExtent(const KdRows& rows, uint32_t lo, uint32_t hi, int32_t axi
   return axisExtent<2>(rows, lo, hi, interval);
 }
 
-// A comparison that holds is -1 in each lane.
+// A lane where the comparison holds is -1.
 template <int kAxis>
 CutCounts countCut(const KdRows& rows, uint32_t lo, uint32_t hi, float cut) {
   uint32x4_t below = vdupq_n_u32(0), upTo = below;
@@ -62,7 +62,7 @@ CutCounts countCut(const KdRows& rows, uint32_t lo, uint32_t hi, float cut) {
 }
 
 inline CutCounts countCut(const KdRows& rows, uint32_t lo, uint32_t hi, int32_t axis, float cut) {
-  // Up to infinity there are NaNs too.
+  // NaNs count as infinity: the comparison would miss them.
   if (cut == portable::kInfinity) return portable::countCut(rows, lo, hi, axis, cut);
   if (axis == 0) return countCut<0>(rows, lo, hi, cut);
   if (axis == 1) return countCut<1>(rows, lo, hi, cut);

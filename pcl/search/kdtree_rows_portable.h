@@ -1,5 +1,4 @@
-// Row kernels of the KD-tree's build: extents, counts, and moving rows to either side of a cut. A NaN counts as
-// +infinity.
+// Row kernels for building KD-trees: extents, counts and partition by a cut. A NaN counts as +infinity.
 #pragma once
 
 #include <algorithm>
@@ -10,7 +9,7 @@
 
 namespace dax {
 
-// Rows of d floats with the numbers of the caller's points.
+// Rows of d floats with their point numbers.
 struct KdRows {
   float* points;
   uint32_t* index;
@@ -19,7 +18,7 @@ struct KdRows {
   float* row(uint32_t i) const { return points + size_t{i} * static_cast<uint32_t>(d); }
 };
 
-// Coordinates below a cut, and up to it.
+// Number of coordinates < cut and <= cut.
 struct CutCounts {
   uint32_t below;
   uint32_t upTo;
@@ -35,7 +34,7 @@ inline float orderedKey(float x) {
   return x < kInfinity ? x : kInfinity;
 }
 
-// {low, high} of one axis of the rows lo..hi - 1. A zero is positive.
+// {low, high} of one axis of the rows lo..hi - 1. Zeros become +0.
 inline void axisExtent(const KdRows& rows, uint32_t lo, uint32_t hi, int32_t axis, float* interval) {
   const float* x = rows.row(lo) + axis;
   float low = kInfinity, high = -kInfinity;
@@ -76,8 +75,8 @@ inline void swapRows(const KdRows& rows, uint32_t i, uint32_t j) {
   }
 }
 
-// Brings the rows whose key is in front to lo..middle - 1, of which there are as many: the first of the rows that stand
-// wrong on the left changes places with the last of those on the right, and so on inwards.
+// Partitions the rows: the middle - lo rows for which inFront(key) holds move to lo..middle - 1. Swaps the first
+// misplaced row on the left with the last one on the right, and so on inwards.
 template <class InFront>
 void separate(const KdRows& rows, uint32_t lo, uint32_t middle, uint32_t hi, int32_t axis, InFront inFront) {
   for (uint32_t left = lo, right = hi;; ++left) {

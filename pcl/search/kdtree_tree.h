@@ -1,4 +1,4 @@
-// What both generations of the KD-tree share: their memory layouts, and a view of a tree for the searches.
+// Shared by both generations of the KD-tree: memory layouts and the view of a tree for searches.
 #pragma once
 
 #include <algorithm>
@@ -22,7 +22,7 @@ static_assert(sizeof(DAX3DPCL_KDTREE_V2) == 64 && offsetof(DAX3DPCL_KDTREE_V2, n
 // Bytes of the record at the start of a block.
 inline constexpr uint64_t kKdRecord = 128;
 
-// A record of either generation without a root, to the last byte of its place.
+// Initialises a record of either generation without a root; clears all bytes of its piece.
 template <class Tree>
 void startRecord(Tree* tree, int32_t n, int32_t d, int32_t leafSize) {
   std::memset(static_cast<void*>(tree), 0, kKdRecord);
@@ -32,16 +32,16 @@ void startRecord(Tree* tree, int32_t n, int32_t d, int32_t leafSize) {
 }
 
 // Nodes of a binary tree with n leaves.
-inline uint64_t mostNodes(int32_t n) {
+inline uint64_t maxNodes(int32_t n) {
   return 2 * uint64_t{static_cast<uint32_t>(n)} - 1;
 }
 
-// Nodes of the _Inner members.
+// Nodes in the pool of the _Inner functions.
 inline uint64_t innerNodes(int32_t n) {
   return static_cast<uint64_t>(std::max(n, 100));
 }
 
-// The product stays below 2^64: there are less than 2^33 rows.
+// No overflow: there are less than 2^33 rows and d < 2^31.
 template <class T>
 BufferPiece<T> addRows(BufferLayout& layout, uint64_t rows, int32_t d) {
   return layout.add<T>(rows * static_cast<uint32_t>(d));
@@ -54,8 +54,8 @@ struct KdLayout {
         work(addRows<float>(layout, 1, d)),
         index(layout.add<uint32_t>(static_cast<uint32_t>(n))),
         rootBox(addRows<float>(layout, 2, d)),
-        nodes(layout.add<KdNode>(mostNodes(n))),
-        boxStack(addRows<float>(layout, 2 * mostNodes(n), d)) {}
+        nodes(layout.add<KdNode>(maxNodes(n))),
+        boxStack(addRows<float>(layout, 2 * maxNodes(n), d)) {}
   BufferLayout layout;
   BufferPiece<uint8_t> record;
   BufferPiece<float> points, work;
@@ -65,7 +65,7 @@ struct KdLayout {
   BufferPiece<float> boxStack;
 };
 
-// The node pool comes last, so that its size does not matter to the rest.
+// The node pool comes last, so that the other offsets do not depend on its size.
 struct KdLayoutV2 {
   KdLayoutV2(int32_t n, int32_t d, uint64_t nodeCount)
       : record(layout.add<uint8_t>(kKdRecord)),
@@ -81,9 +81,8 @@ struct KdLayoutV2 {
   BufferPiece<KdNode> nodes;
 };
 
-// A tree as searches see it.
+// A tree of either generation for searches.
 struct KdView {
-  // Of either generation.
   template <class Tree>
   explicit KdView(const Tree& tree)
       : pointCount(tree.pointCount),
@@ -98,7 +97,7 @@ struct KdView {
   int32_t pointCount;
   int32_t dimension;
   const float* points;
-  const uint32_t* index;  // searches for the nearest do without: then positions are found
+  const uint32_t* index;  // null: a search for the nearest returns positions
   const float* rootBox;   // {low, high} of every axis
   const KdNode* root;
 };
@@ -121,8 +120,5 @@ inline KdSides kdSides(const KdNode& node, const float* query) {
   if (toFirst + toSecond < 0) return {node.first, node.second, toSecond};
   return {node.second, node.first, toFirst};
 }
-
-// Rebases the child pointers of a copied pool, whose root lay at `oldRoot`, and returns the root's new place.
-KdNode* rebaseNodes(KdNode* nodes, uint32_t nodeCount, const KdNode* oldRoot);
 
 }  // namespace dax

@@ -1,16 +1,16 @@
+#include "pcl/search/kdtree_v2.h"
+
 #include <algorithm>
 
 #include "frame/check.h"
 #include "frame/cpu_feature.h"
-#include "pcl/search/kdtree.h"
 #include "pcl/search/kdtree_build.h"
-#include "pcl/search/kdtree_search.h"
 #include "pcl/search/kdtree_walk.h"
 
 namespace dax {
 namespace {
 
-// The place of the pieces does not depend on the number of nodes.
+// The offsets do not depend on the number of nodes.
 void placePieces(DAX3DPCL_KDTREE_V2& tree) {
   const KdLayoutV2 at(tree.pointCount, std::max(tree.dimension, 0), 1);
   tree.points = at.points.in(&tree);
@@ -73,7 +73,7 @@ void buildKdTreeV2(DAX3DPCL_KDTREE_V2* tree, const float* points, int32_t n, int
 }  // namespace dax
 
 DaxStatus _DAX3DPCL_SEARCH_KDTREE_V2_BufferSize(int32_t n, int32_t d, uint64_t* bytes) {
-  return dax::treeSize(n, d, dax::mostNodes(n), bytes);
+  return dax::treeSize(n, d, dax::maxNodes(n), bytes);
 }
 
 DaxStatus _DAX3DPCL_SEARCH_KDTREE_V2_BufferSize_Inner(int32_t n, int32_t d, uint64_t* bytes) {
@@ -81,7 +81,7 @@ DaxStatus _DAX3DPCL_SEARCH_KDTREE_V2_BufferSize_Inner(int32_t n, int32_t d, uint
 }
 
 DaxStatus _DAX3DPCL_SEARCH_KDTREE_Build_V2_BufferSize(int32_t n, int32_t d, uint64_t* bytes) {
-  return dax::buildStackSize(d, dax::mostNodes(n), bytes);
+  return dax::buildStackSize(d, dax::maxNodes(n), bytes);
 }
 
 DaxStatus _DAX3DPCL_SEARCH_KDTREE_Build_V2_BufferSize_Inner(int32_t n, int32_t d, uint64_t* bytes) {
@@ -90,7 +90,7 @@ DaxStatus _DAX3DPCL_SEARCH_KDTREE_Build_V2_BufferSize_Inner(int32_t n, int32_t d
 
 void _DAX3DPCL_SEARCH_KDTREE_BuildIndex_V2(DAX3DPCL_KDTREE_V2* tree, const float* points, int32_t n, int32_t d,
                                            int32_t leafSize, void* stack) {
-  dax::buildKdTreeV2(tree, points, n, d, leafSize, stack, dax::mostNodes(n), dax::currentIsa());
+  dax::buildKdTreeV2(tree, points, n, d, leafSize, stack, dax::maxNodes(n), dax::currentIsa());
 }
 
 void _DAX3DPCL_SEARCH_KDTREE_BuildIndex_V2_Inner(DAX3DPCL_KDTREE_V2* tree, const float* points, int32_t n, int32_t d,
@@ -99,7 +99,7 @@ void _DAX3DPCL_SEARCH_KDTREE_BuildIndex_V2_Inner(DAX3DPCL_KDTREE_V2* tree, const
 }
 
 DaxStatus _DAX3DPCL_SEARCH_KDTREE_KNearestSearch_V2_BufferSize(int32_t n, uint64_t* bytes) {
-  return dax::searchStackSize(dax::mostNodes(n), 1, bytes);
+  return dax::searchStackSize(dax::maxNodes(n), 1, bytes);
 }
 
 DaxStatus _DAX3DPCL_SEARCH_KDTREE_KNearestSearch_V2_BufferSize_Inner(int32_t n, uint64_t* bytes) {
@@ -107,7 +107,7 @@ DaxStatus _DAX3DPCL_SEARCH_KDTREE_KNearestSearch_V2_BufferSize_Inner(int32_t n, 
 }
 
 DaxStatus _DAX3DPCL_SEARCH_KDTREE_KNearestSearch_V2_mt_BufferSize(int32_t n, uint32_t threads, uint64_t* bytes) {
-  return dax::searchStackSize(dax::mostNodes(n), threads, bytes);
+  return dax::searchStackSize(dax::maxNodes(n), threads, bytes);
 }
 
 DaxStatus _DAX3DPCL_SEARCH_KDTREE_KNearestSearch_V2_mt_BufferSize_Inner(int32_t n, uint32_t threads, uint64_t* bytes) {

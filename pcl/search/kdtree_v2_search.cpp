@@ -1,12 +1,13 @@
-// Searches of the second generation, on one thread and on the host's pool.
+#include "pcl/search/kdtree_v2_search.h"
+
 #include <algorithm>
 #include <cfloat>
 
 #include "frame/check.h"
 #include "frame/cpu_feature.h"
 #include "frame/tiles.h"
-#include "pcl/search/kdtree.h"
-#include "pcl/search/kdtree_search.h"
+#include "pcl/search/kdtree_nearest.h"
+#include "pcl/search/kdtree_radius.h"
 #include "pcl/search/kdtree_walk.h"
 
 namespace dax {
@@ -28,8 +29,8 @@ DaxStatus checkRadius(const DAX3DPCL_KDTREE_V2* tree, const KdRadiusCall& call, 
   return DAX_STS_OK;
 }
 
-// Every worker has a stack of its own. Fewer regions wait than there are points, so slices of as many entries fit into
-// either kind of buffer.
+// One stack per worker. There are fewer pending regions than points, so slices of that many entries fit both kinds of
+// buffer.
 class WorkerStacks {
  public:
   WorkerStacks(void* buffer, int32_t pointCount) : buffer_(static_cast<char*>(buffer)) {
@@ -57,14 +58,14 @@ KdRadiusCall rowOf(const KdRadiusCall& call, int32_t d, int32_t i) {
           call.distances + row,          call.radius,     call.mask};
 }
 
-// Runs a tile function over all queries: on the pool where there is one, else as one tile.
+// Runs a tile function over all queries: on the pool if there is one, else as a single tile.
 template <class Tile>
 DaxStatus overQueries(void* pool, uint32_t threads, int32_t queryCount, const Tile& tile) {
   if (!hasPool(pool, threads)) return tile(0, queryCount, 0);
   return runTiles(pool, threads, queryCount, tilePerThread(queryCount, threads), tile);
 }
 
-// Point numbers in ascending order of their distance.
+// Point numbers in ascending order of distance, ties by number.
 void sortByDistance(const uint32_t* indices, const float* distances, int32_t count, uint32_t* list) {
   for (int32_t i = 0; i < count; ++i) list[i] = static_cast<uint32_t>(i);
   std::sort(list, list + count, [=](uint32_t a, uint32_t b) {

@@ -1,4 +1,4 @@
-// The way of a search through the tree, in up to three axes, on a stack of its own.
+// Traversal of a tree by a search in up to three axes, with an explicit stack.
 #pragma once
 
 #include "frame/vector4.h"
@@ -6,8 +6,8 @@
 
 namespace dax {
 
-// A region still to be searched: a lower bound of the squared distance to it, behind its parts by axis. They move as one
-// vector.
+// A pending region: the contributions of three axes to a lower bound of its squared distance, then the bound. The four
+// floats are copied as one vector.
 struct KdPending {
   const KdNode* node;
   float parts[4];
@@ -15,7 +15,7 @@ struct KdPending {
 };
 static_assert(sizeof(KdPending) == 24);
 
-// The whole tree, seen from a query in its first axes, up to three; absent ones are 0.
+// The whole tree, with the bound in the first `axes` axes, at most 3; the others contribute 0.
 inline KdPending wholeTree(const KdView& tree, const float* query, int32_t axes = 3) {
   KdPending whole{tree.root, {0, 0, 0, 0}};
   for (int32_t a = 0; a < axes; ++a) {
@@ -25,8 +25,9 @@ inline KdPending wholeTree(const KdView& tree, const float* query, int32_t axes 
   return whole;
 }
 
-// Goes to the nearer child first. A visitor says which bounds are within reach, and at leaves whether to go on. With
-// kFurtherAxes nodes may be cut along axes that do not count: then both sides are equally near.
+// Visits the nearer child first. The visitor's reaches() decides whether to visit a region with this bound, leaf()
+// whether to continue. With kFurtherAxes nodes may be cut along axes beyond the third: then both children have the same
+// bound.
 template <bool kFurtherAxes = false, class Visitor>
 void walk(KdPending at, const float* query, KdPending* stack, Visitor& visitor) {
   for (KdPending* top = stack;;) {

@@ -1,17 +1,16 @@
 #include <gtest/gtest.h>
 
+#include <cstring>
 #include <ctime>
 #include <string>
 
 #include "dax.h"
-#include "daxi/add.h"
 #include "daxi/check_data.h"
 #include "frame/check.h"
 #include "frame/cpu_feature.h"
 #include "frame/memory/work_buffer.h"
 #include "frame/pixel_types.h"
-#include "tests/support/check_order.h"
-#include "tests/support/test_image.h"
+#include "tests/support/guarded_buffer.h"
 #include "zur/clock.h"
 
 namespace dax::test {
@@ -81,51 +80,6 @@ TEST(CheckData, AllMembers) {
   const uint8_t pixel = 0;
   expectRowRule(DAXI_CheckData_8u_C2R, &pixel, 2);
   expectPlanarRule<uint8_t, 2>(DAXI_CheckData_8u_P2R);
-}
-
-struct AddArguments {
-  const uint8_t* src1;
-  int32_t step1;
-  const uint8_t* src2;
-  int32_t step2;
-  uint8_t* dst;
-  int32_t dstStep;
-  DaxiSize size;
-  int32_t isa;
-};
-
-TEST(Add, SaturatesAndTwinsAgree) {
-  for (int32_t width = 1; width < 70; ++width) {
-    TestImage<uint8_t> a({width, 2}, 1), b({width, 2}, 2), portable({width, 2}, 3), neon({width, 2});
-    a.randomize(1), b.randomize(2);
-    for (auto* dst : {&portable, &neon}) {
-      ASSERT_EQ(DAXI_Add_8u_C1RSfs_IS(a.data(), a.step(), b.data(), b.step(), dst->data(), dst->step(), a.size(),
-                                      dst == &neon ? DAX_ISA_NEON : DAX_ISA_PORTABLE),
-                DAX_STS_OK);
-    }
-    ASSERT_TRUE(samePixels(portable, neon));
-    for (int32_t x = 0; x < width; ++x) ASSERT_EQ(portable.at(x, 1), std::min(a.at(x, 1) + b.at(x, 1), 255));
-  }
-}
-
-TEST(Add, ChecksInOrder) {
-  TestImage<uint8_t> a({8, 2}), dst({8, 2});
-  dst.remember();
-  const std::vector<CheckClause<AddArguments>> clauses = {
-      {"first null", DAX_STS_NULL_POINTER, [](AddArguments& c) { c.src1 = nullptr; }},
-      {"second null", DAX_STS_NULL_POINTER, [](AddArguments& c) { c.src2 = nullptr; }},
-      {"destination null", DAX_STS_NULL_POINTER, [](AddArguments& c) { c.dst = nullptr; }},
-      {"width", DAX_STS_BAD_SIZE, [](AddArguments& c) { c.size.width = 0; }},
-      {"second step", DAX_STS_BAD_STEP, [](AddArguments& c) { c.step2 = 7; }},
-      {"destination step", DAX_STS_BAD_STEP, [](AddArguments& c) { c.dstStep = 7; }},
-      {"code", DAX_STS_BAD_ISA, [](AddArguments& c) { c.isa = -1; }},
-  };
-  expectCheckOrder<AddArguments>(
-      {a.data(), 8, a.data(), 8, dst.data(), 8, {8, 2}, 0}, clauses,
-      [](const AddArguments& c) {
-        return DAXI_Add_8u_C1RSfs_IS(c.src1, c.step1, c.src2, c.step2, c.dst, c.dstStep, c.size, c.isa);
-      },
-      [&] { return dst.untouched(); });
 }
 
 TEST(CpuFeature, OnlyTheNeonFlag) {

@@ -90,9 +90,13 @@ int64_t Call::integer(const char* name) const {
 }
 
 int64_t Call::number(const char* name, int64_t low, int64_t high) {
+  return number(name, low, high, high);
+}
+
+int64_t Call::number(const char* name, int64_t low, int64_t high, int64_t usual) {
   if (!drawn(name)) {
     const bool atEdge = chance(15);
-    const int64_t valid = atEdge ? pick({low, high}) : between(low, high);
+    const int64_t valid = atEdge ? pick({low, usual}) : between(low, usual);
     const int64_t hostile = chance(30) ? pick({low - 1, high + 1}) : hostileInteger();
     setInteger(name, isSpoiled(name) ? hostile : valid);
   }
@@ -204,6 +208,22 @@ void* Call::array(const char* name, int64_t count) {
   return data;
 }
 
+void* Call::around(const char* name, const std::vector<double>& numbers, double noise) {
+  const auto fillAround = [&](auto* data) {
+    const Block* const made = block(data);
+    if (!made || made->bytes == 0 || chance(20)) return;
+    using Real = std::remove_pointer_t<decltype(data)>;
+    const double scale = chance(50) ? noise : 0;
+    for (size_t i = 0; i < numbers.size(); ++i) {
+      data[i] = static_cast<Real>(numbers[i] + scale * static_cast<double>(between(-100, 100)) / 100);
+    }
+    if (isSpoiled(name)) data[between(0, std::ssize(numbers) - 1)] = static_cast<Real>(chance(50) ? NAN : -8.0);
+  };
+  const int64_t count = std::ssize(numbers);
+  type(name).element == sizeof(float) ? fillAround(reals<float>(name, count)) : fillAround(reals<double>(name, count));
+  return get<void*>(name);
+}
+
 int64_t Call::product(std::initializer_list<int64_t> sides) {
   int64_t result = 1;
   for (const int64_t side : sides) {
@@ -237,10 +257,15 @@ void* Call::image(const char* name, const char* stepName, DaxiSize imageSize, in
 }
 
 void Call::inPlace(const char* name, const char* stepName, const char* of, const char* stepOf) {
+  if (drawn(name) || isSpoiled(stepName)) return;
+  inPlace(name, of);
+  if (drawn(name)) set(stepName, get<int32_t>(stepOf));
+}
+
+void Call::inPlace(const char* name, const char* of) {
   Block* const source = drawn(of) ? blockOf(of) : nullptr;
-  if (!source || drawn(name) || isSpoiled(name) || isSpoiled(stepName) || !chance(20)) return;
+  if (!source || drawn(name) || isSpoiled(name) || !chance(20)) return;
   set(name, get<void*>(of));
-  set(stepName, get<int32_t>(stepOf));
   source->role = Role::output;
 }
 
@@ -318,44 +343,12 @@ void Call::fillMask(uint8_t* data, size_t bytes) {
   }
 }
 
-// --- Defaults ---
-
-void Call::complete() {
-  for (size_t i = 0; i < function.arguments.size(); ++i) completeArgument(i);
-}
-
-void Call::completeArgument(size_t i) {
-  const auto& [name, t] = function.arguments[i];
-  if (isSet_[i]) return;
-  const std::string_view view = name;
-  const auto isStep = [&](size_t j) {
-    return j < function.arguments.size() && std::string_view(function.arguments[j].name).find("tep") != view.npos;
-  };
-  if (t.kind == Kind::size) {
-    size(name);
-  } else if (view == "isa") {
-    anyOf(name, {DAX_ISA_PORTABLE, DAX_ISA_NEON, DAX_ISA_NEON, 1, 99});
-  } else if (t.kind == Kind::integer && t.bytes <= 2) {
-    setInteger(name, static_cast<int64_t>(random.next()));
-  } else if (view == "bytes" && t.element == sizeof(uint64_t)) {
-    array(name, 1);
-  } else if (t.kind == Kind::pointer && isStep(i + 1)) {
-    // Its size is the first that comes after it.
-    size_t j = i;
-    while (j < function.arguments.size() && function.arguments[j].type.kind != Kind::size) ++j;
-    if (j == function.arguments.size()) throw std::logic_error(std::string(name) + " has no size");
-    const std::string_view layout = function.name;
-    const int32_t channels = layout.find("_C3") != layout.npos ? 3 : layout.find("_C2") != layout.npos ? 2 : 1;
-    image(name, function.arguments[i + 1].name, size(function.arguments[j].name), channels);
-  } else {
-    throw std::logic_error(std::string("the row does not say what ") + name + " means");
-  }
-}
+// --- For those who read ---
 
 std::string Call::description() const {
   std::string text = std::string(function.name) + "(";
   for (size_t i = 0; i < values.size(); ++i) {
-    const auto& [name, t] = function.arguments[i];
+    const auto& [name, t, said] = function.arguments[i];
     char value[80] = "?";
     if (t.kind == Kind::integer) std::snprintf(value, sizeof value, "%lld", static_cast<long long>(integer(name)));
     if (t.kind == Kind::real) {

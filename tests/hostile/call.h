@@ -3,7 +3,8 @@
 // A row names arguments as the prototype does and gives each a meaning; the call draws a value for it, valid unless the
 // argument is one of those to be spoiled, and lays out memory of exactly the size that the contract asks for with these
 // values. Memory that the contract does not give, as for an image of negative size, is an address that faults when it is
-// touched. Arguments are drawn when they are first asked for, so rows give scalars before what depends on them.
+// touched. Arguments are drawn when they are first asked for, so rows give scalars before what depends on them. What a
+// row does not mention gets the meaning that name, type and contract give it (defaults.cpp).
 #pragma once
 
 #include <algorithm>
@@ -65,6 +66,8 @@ class Call {
 
   // --- Scalars: drawn once, then the same ---
   int64_t number(const char* name, int64_t low, int64_t high);
+  // Valid from low to high, but hardly ever above `usual`.
+  int64_t number(const char* name, int64_t low, int64_t high, int64_t usual);
   int64_t anyOf(const char* name, std::initializer_list<int64_t> valid);
   double real(const char* name, double low, double high);
   // Sides from `least` on; small, wide or tall.
@@ -77,6 +80,16 @@ class Call {
   void* image(const char* name, const char* step, DaxiSize size, int32_t channels = 1);
   // An image that may be another one, with the same step.
   void inPlace(const char* name, const char* step, const char* of, const char* stepOf);
+  // The same for arrays of one length.
+  void inPlace(const char* name, const char* of);
+  // Of an output only the first so many bytes mean something after success.
+  void onlyMeans(const void* data, std::function<size_t()> bytes) {
+    if (Block* const made = block(data)) made->meaningful = std::move(bytes);
+  }
+  // Of an output nothing means anything.
+  void meansNothing(const char* name) {
+    onlyMeans(get<void*>(name), [] { return size_t{0}; });
+  }
   // Marks an image as one whose pixels are not read: any size can be claimed.
   void notRead(const char* name) { notRead_ = name; }
   // `count` elements of the pointer's type. A negative count gives an address that faults.
@@ -92,6 +105,8 @@ class Call {
     if (const Block* const made = block(result)) fillReals(result, made->bytes / sizeof(Real));
     return result;
   }
+  // An array of floats or doubles near these numbers, at times far from them; with one that is NaN or -8 when spoiled.
+  void* around(const char* name, const std::vector<double>& numbers, double noise = 0);
   // One record, zeroed; null where the argument is spoiled that way.
   template <class T>
   T* record(const char* name) {
@@ -99,6 +114,17 @@ class Call {
     if (result) std::memset(static_cast<void*>(result), 0, sizeof(T));
     return result;
   }
+  // A record, or several, with fields within the limits of their comments, then as the row adjusts them, then, when spoiled,
+  // with one field that is wrong. Pointers are null unless the row sets them.
+  template <class T>
+  T* filled(const char* name, int64_t count = 1) {
+    return static_cast<T*>(records(name, count, [](void*) {}));
+  }
+  template <class T, class Adjust>
+  T* filled(const char* name, int64_t count, const Adjust& adjust) {
+    return static_cast<T*>(records(name, count, [&](void* record) { adjust(*static_cast<T*>(record)); }));
+  }
+  void* records(const char* name, int64_t count, const std::function<void(void*)>& adjust);
   // Memory that records point to.
   void* memory(const char* name, int64_t bytes, Role role, size_t alignment = 16);
   template <class T>
@@ -124,13 +150,15 @@ class Call {
   // --- Contents ---
   void fillBytes(void* data, size_t bytes);
   void fillMask(uint8_t* data, size_t bytes);
-  // Multiples of 1/8 up to 1000; or else wild ones.
+  // Whole numbers up to 5, multiples of 1/8 up to 40 or 1000, or else wild ones.
   template <class Real>
   void fillReals(Real* data, size_t count) {
     const bool wild = chance(20);
+    const int64_t reach = pick({5, 320, 320, 8000});
+    const Real unit = reach == 5 ? 1 : 8;
     for (size_t i = 0; i < count; ++i) {
-      data[i] = wild ? static_cast<Real>(std::clamp<double>(hostileReal(), -FLT_MAX, FLT_MAX))
-                     : static_cast<Real>(between(-8000, 8000)) / 8;
+      data[i] = wild && chance(50) ? static_cast<Real>(std::clamp<double>(hostileReal(), -FLT_MAX, FLT_MAX))
+                                   : static_cast<Real>(between(-reach, reach)) / unit;
     }
   }
 
@@ -148,6 +176,12 @@ class Call {
     return values[static_cast<size_t>(index(name))].get<T>();
   }
   int64_t integer(const char* name) const;
+  // A number, or the side of a size as in "size.width"; drawn now unless it has been.
+  double value(std::string_view name);
+  // Draws it now, as its name, type and contract say.
+  void draw(const char* name) { completeArgument(static_cast<size_t>(index(name))); }
+  // How many elements an array argument has.
+  int64_t countOf(const char* name);
 
   // --- What the driver must know ---
   // A failure with this status may leave outputs written, but for firm ones.
@@ -178,35 +212,53 @@ class Call {
   int32_t step(const char* name, int64_t row);
   void* place(const char* name, int64_t bytes, size_t alignment, Role role);
   void completeArgument(size_t i);
+  Limits limits(size_t i) { return said(i).limits ? said(i).limits(*this) : Limits{}; }
+  const Said& said(size_t i) const { return function.arguments[i].said; }
+  void completeInteger(size_t i);
+  void completeReal(size_t i);
+  void completeSize(size_t i);
+  void completePointer(size_t i);
+  void completeImage(size_t i);
+  void completePlanes(size_t i, const char* step, DaxiSize planeSize);
+  const char* sizeOf(size_t image) const;
+  DaxStatus ask(const char* query, uint64_t* bytes);
+  struct Leaf {
+    uint8_t* data;
+    Type type;
+    Limits limits;
+  };
+  void fill(const Record& known, uint8_t* data, Limits outer, std::vector<Leaf>& leaves);
+  void fillField(const Field& field, uint8_t* data, Limits outer);
+  void spoil(const Leaf& leaf);
 
   Arena& arena_;
   std::vector<bool> isSet_, spoiled_;
   std::string_view notRead_;
 };
 
-// How a function's arguments are made. A pattern ends in * for all functions that begin so; the first that fits counts.
+// How a function's arguments are made, where names, types and the contract do not say it all. A pattern ends in * for all
+// functions that begin so; the longest that fits counts.
 struct Row {
   enum Flag : unsigned {
     plain = 0,
     neverFails = 1,  // its result is no status, or always 0
     neverSucceeds = 2,
     varies = 4,  // another result every time
-    text = 8,    // the result is a string
   };
   const char* pattern;
   void (*plan)(Call& call);
   unsigned flags = plain;
 };
 
-// The rows of all families; null when a function has none.
-const Row* findRow(std::string_view function);
-const std::vector<Row>& frameRows();
-const std::vector<Row>& imageRows();
-const std::vector<Row>& blobRows();
-const std::vector<Row>& caliperRows();
-const std::vector<Row>& chessboardRows();
-const std::vector<Row>& optimRows();
-const std::vector<Row>& rangeRows();
-const std::vector<Row>& cloudRows();
+// The rows of a family, which makes itself known: const Rows rows = {{...}, ...}, in a file of its own.
+class Rows {
+ public:
+  Rows(std::initializer_list<Row> rows);
+};
+
+// The row of a function; one without a plan where it needs none.
+const Row& findRow(std::string_view function);
+// Patterns that no function fits.
+std::vector<const char*> idleRows();
 
 }  // namespace dax::hostile

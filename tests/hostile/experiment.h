@@ -91,6 +91,8 @@ class Experiment {
     return !failed;
   }
 
+  uint64_t status() const { return result_; }
+
  private:
   uint64_t invoke(Code code) {
     alarm(kMostSeconds);
@@ -133,7 +135,7 @@ class Experiment {
     }
     const uint64_t result = invoke(code);
     const uint64_t settled = settle(result);
-    if (row_.flags & Row::text) {
+    if (call_.function.returnsText()) {
       if (std::strcmp(reinterpret_cast<const char*>(result), reinterpret_cast<const char*>(result_)) != 0) {
         complain(std::string("another text from ") + other);
       }

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <bit>
+#include <cmath>
 #include <cstdint>
 #include <cstring>
 #include <string_view>
@@ -23,6 +24,9 @@ struct Type {
   size_t element = 0;
   bool isConst = false;
   bool isReal = false;
+  // Of what a pointer to pointers points to in the end.
+  size_t innerElement = 0;
+  bool innerIsConst = false;
 };
 
 template <class T>
@@ -58,6 +62,10 @@ constexpr Type typeOf() {
     type.isConst = std::is_const_v<Target>;
     using Plain = std::remove_const_t<Target>;
     type.isReal = std::is_floating_point_v<Plain>;
+    if constexpr (std::is_pointer_v<Plain>) {
+      type.innerElement = sizeOrZero<std::remove_pointer_t<Plain>>();
+      type.innerIsConst = std::is_const_v<std::remove_pointer_t<Plain>>;
+    }
   }
   return type;
 }
@@ -81,10 +89,52 @@ struct Value {
 
 using Code = void (*)();
 
+class Call;
+
+// What a contract allows; may depend on other arguments.
+struct Limits {
+  double low = -INFINITY, high = INFINITY;
+};
+
+// What a header tells about an argument (make_prototypes.py).
+struct Said {
+  const char* name;
+  const char* record = "";  // the type, or what is pointed to
+  int64_t elements = 0;     // of a declared array
+  bool isCounted = false;   // has as many elements as the argument `count` says
+  bool mayBeNull = false;
+  const char* query = "";                  // tells how many bytes
+  size_t alignment = 16;                   // of what has a query
+  const char* inPlaceOf = "";              // may be this image
+  Limits (*limits)(Call& call) = nullptr;  // of a size: of its width
+  Limits (*heightLimits)(Call& call) = nullptr;
+  std::vector<int64_t> choices = {};
+};
+
 struct Argument {
   const char* name;
   Type type;
+  Said said;
 };
+
+// A field of a record; its limits and its default (NaN: none) are those of its comment.
+struct Field {
+  const char* name;
+  size_t offset, count;
+  Type type;
+  std::string_view record;
+  Limits limits;
+  double standard;
+};
+
+struct Record {
+  std::string_view name;
+  size_t bytes;
+  std::vector<Field> fields;
+};
+
+// Null for records that no header has.
+const Record* findRecord(std::string_view name);
 
 struct Function {
   const char* name;
@@ -93,6 +143,7 @@ struct Function {
   uint64_t (*invoke)(Code code, const Value* values);
   std::vector<Argument> arguments;
 
+  bool returnsText() const { return returns == "const char*"; }
   // A status that is not 0 says that the call has refused its arguments or failed.
   bool returnsStatus() const { return returns == "DaxStatus" || returns == "int32_t"; }
 };
@@ -109,10 +160,10 @@ uint64_t resultBits(R result) {
 }
 
 template <class R, class... A>
-Function describe(const char* name, std::string_view returns, R (*code)(A...), std::vector<const char*> names) {
+Function describe(const char* name, std::string_view returns, R (*code)(A...), std::vector<Said> said) {
   Function function{name, returns, reinterpret_cast<Code>(code), nullptr, {}};
   size_t i = 0;
-  (function.arguments.push_back({names.at(i++), typeOf<A>()}), ...);
+  ((function.arguments.push_back({said.at(i).name, typeOf<A>(), said.at(i)}), ++i), ...);
   function.invoke = [](Code untyped, [[maybe_unused]] const Value* values) -> uint64_t {
     const auto typed = reinterpret_cast<R (*)(A...)>(untyped);
     const auto call = [&]<size_t... I>(std::index_sequence<I...>) {
@@ -130,5 +181,6 @@ Function describe(const char* name, std::string_view returns, R (*code)(A...), s
 
 // Every exported function, in alphabetical order.
 const std::vector<Function>& allFunctions();
+const Function* findFunction(std::string_view name);
 
 }  // namespace dax::hostile

@@ -1,23 +1,54 @@
-// The list is made from the public headers at build time; the compiler supplies the types.
+// The lists are made from the public headers at build time; the compiler supplies the types.
+#include <algorithm>
+#include <cstddef>
+
 #include "dax.h"
-#include "daxi.h"
-#include "tests/hostile/function.h"
-#include "zur.h"
-#if __has_include("dax3dpcl.h")
 #include "dax3dpcl.h"
-#endif
-#if __has_include("prmt.h")
+#include "daxi.h"
 #include "prmt.h"
-#endif
+#include "tests/hostile/call.h"
+#include "zur.h"
 
 namespace dax::hostile {
+namespace {
+
+const std::vector<Record>& allRecords() {
+#define HOSTILE_RECORD(name, ...) {#name, sizeof(name), {__VA_ARGS__}},
+#define HOSTILE_FIELD(record, name, fieldRecord, low, high, standard)                                                 \
+  {                                                                                                                   \
+#name, offsetof(record, name), sizeof(record::name) / sizeof(std::remove_all_extents_t <decltype(record::name)>), \
+        typeOf < std::remove_all_extents_t < decltype(record::name)>>(), fieldRecord, {low, high }, standard          \
+  }
+  static const std::vector<Record> records = {
+#include "records.inc"
+  };
+#undef HOSTILE_FIELD
+#undef HOSTILE_RECORD
+  return records;
+}
+
+template <class Named>
+const Named* find(const std::vector<Named>& all, std::string_view name) {
+  const auto found = std::find_if(all.begin(), all.end(), [&](const Named& each) { return each.name == name; });
+  return found == all.end() ? nullptr : &*found;
+}
+
+}  // namespace
+
+const Record* findRecord(std::string_view name) {
+  return find(allRecords(), name);
+}
+
+const Function* findFunction(std::string_view name) {
+  return find(allFunctions(), name);
+}
 
 const std::vector<Function>& allFunctions() {
-#define HOSTILE_PROTOTYPE(name, returns, ...) describe(#name, returns, &(name), {__VA_ARGS__}),
+#define HOSTILE_FUNCTION(name, returns, ...) describe(#name, returns, &(name), {__VA_ARGS__}),
   static const std::vector<Function> functions = {
-#include "prototypes.inc"
+#include "functions.inc"
   };
-#undef HOSTILE_PROTOTYPE
+#undef HOSTILE_FUNCTION
   return functions;
 }
 

@@ -40,8 +40,8 @@ def test_measures(dax, tmp_path, scan):
     dax("cloud", "stats", "bunny.ply", "stats.json")
     told = json.loads((tmp_path / "stats.json").read_text())
     assert told["points"] == len(scan) > 1500
-    assert told["least"] == [min(c) for c in zip(*scan)] and told["most"] == [max(c) for c in zip(*scan)]
-    extent = max(b - a for a, b in zip(told["least"], told["most"]))
+    assert told["min"] == [min(c) for c in zip(*scan)] and told["max"] == [max(c) for c in zip(*scan)]
+    extent = max(b - a for a, b in zip(told["min"], told["max"]))
     assert 0 < told["spacing"]["median"] < extent / 20
 
 

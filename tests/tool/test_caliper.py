@@ -69,8 +69,8 @@ def test_many_widths_and_how_they_are_spread(dax, stripe):
     widths = [caliper["pairs"][0]["width"] for caliper in calipers(run)]
     assert len(widths) == 6 and len(set(widths)) > 1
     spread = run.json["widths"]
-    assert spread == pytest.approx({"count": 6, "mean": statistics.mean(widths), "least": min(widths),
-                                    "greatest": max(widths), "standard_deviation": statistics.stdev(widths)}, rel=1e-4)
+    assert spread == pytest.approx({"count": 6, "mean": statistics.mean(widths), "min": min(widths),
+                                    "max": max(widths), "standard_deviation": statistics.stdev(widths)}, rel=1e-4)
     assert dax(*row).out.splitlines()[-1].startswith(f"widths of the best pairs of 6: mean {spread['mean']:.3f}, ")
 
 

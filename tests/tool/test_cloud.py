@@ -141,16 +141,16 @@ def test_downsample(dax, tmp_path, leaf):
 def test_stats(dax, tmp_path):
     write(tmp_path, [(x * 1.0, y * 2.0, 5.0) for x in range(4) for y in range(3)] + [(10.0, 0.0, 5.0)])
     told = json.loads(stats(dax, tmp_path, "in.ply"))
-    assert (told["points"], told["least"], told["most"]) == (13, [0, 0, 5], [10, 4, 5])
+    assert (told["points"], told["min"], told["max"]) == (13, [0, 0, 5], [10, 4, 5])
     assert told["centroid"] == pytest.approx([28 / 13, 24 / 13, 5])
-    assert told["spacing"] == pytest.approx({"least": 1, "median": 1, "mean": 19 / 13, "most": 7})
+    assert told["spacing"] == pytest.approx({"min": 1, "median": 1, "mean": 19 / 13, "max": 7})
     assert dax("cloud", "stats", "in.ply").out.splitlines()[0].split() == ["points", "13"]
 
 
 def test_range_files_are_clouds(dax, tmp_path):
     (tmp_path / "in.range").write_bytes(clouds.range_file([[1, None, 3], [4, 5, 6]], scale=(2, 3, 0.5)))
     told = json.loads(stats(dax, tmp_path, "in.range"))
-    assert (told["points"], told["least"], told["most"]) == (5, [0, 0, 0.5], [4, 3, 3])
+    assert (told["points"], told["min"], told["max"]) == (5, [0, 0, 0.5], [4, 3, 3])
 
 
 @pytest.mark.parametrize("command", [["normals", "out.ply"], ["knn", "out.csv"]])

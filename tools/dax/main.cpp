@@ -53,7 +53,7 @@ class Help : public CLI::Formatter {
   }
 };
 
-// The innermost command that the line has come to.
+// The innermost subcommand parsed.
 CLI::App& reached(CLI::App& app) {
   CLI::App* at = &app;
   while (!at->get_subcommands().empty()) at = at->get_subcommands().front();
@@ -65,7 +65,7 @@ std::string fullName(const CLI::App& app) {
   return (app.get_parent() ? fullName(*app.get_parent()) + " " : "") + app.get_name();
 }
 
-// What is wrong with a command line, in terms of what it says and not of what the parser expected.
+// Describes a command-line error in terms of the line, not of the parser.
 std::string explain(const CLI::App& app, const CLI::App& at, const CLI::ParseError& error) {
   const std::vector<std::string> left = app.remaining(true);
   const std::vector<const CLI::App*> commands = at.get_subcommands([](const CLI::App*) { return true; });
@@ -93,7 +93,7 @@ ExitStatus dispatch(int argc, char** argv) {
   app.footer(std::string(kFooter) + kExitStatusHelp);
   const Command commands[] = {addInspect(app),     addFilter(app), addCaliper(app), addLine(app),      addFit(app),
                               addRenderScene(app), addRange(app),  addCloud(app),   addChessboard(app)};
-  // What a script leaves empty is most often a variable that it failed to set.
+  // An empty argument of a script is usually an unset variable.
   if (std::any_of(argv + std::min(argc, 1), argv + argc, [](const char* argument) { return *argument == '\0'; })) {
     reject("an argument is empty (dax --help tells more)");
   }

@@ -31,11 +31,11 @@ struct SmallProblem {
   }
   static int32_t jacobian(const double* x, int32_t n, int32_t m, void* user, PrmtMsp* to) {
     const SmallProblem& p = *static_cast<SmallProblem*>(user);
-    // The first call lays the pattern: everything.
+    // The first call creates the pattern: all elements.
     for (int32_t j = 0; to->start[n] < int64_t{m} * n && j < n; ++j) {
       check(PRMT_MSP_AddBlk_tpl_f64(to, 0, j, p.zeros.data(), m, 1, 1));
     }
-    // Residuals were asked for at x before.
+    // The residuals at x were requested before.
     for (int32_t i = 0; i < m; ++i) {
       p.model.derivatives(x, p.data.x[size_t(i)], &p.kept[size_t(i) * bench::kKept], to->value + i, m);
     }

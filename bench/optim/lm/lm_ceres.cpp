@@ -78,7 +78,7 @@ Task prepareSmall(const bench::Small& small) {
           [state] { return bench::sixDigits(state->cost); }};
 }
 
-// A manifold whose derivative is the identity: costs give theirs by the step.
+// A manifold whose derivative is the identity: costs return derivatives by the step.
 template <class Step>
 class StepManifold : public ceres::Manifold {
  public:

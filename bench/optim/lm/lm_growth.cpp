@@ -1,4 +1,4 @@
-// How the solvers grow with the problem: pose graphs and bundles of increasing size, time of one iteration and memory.
+// Scaling of the solvers: time of one iteration and memory for pose graphs and bundles of increasing size.
 // Prints the tables "graphs" and "bundles" of docs/performance.md.
 #include <algorithm>
 #include <cstdio>
@@ -16,7 +16,7 @@ struct Cost {
   double megabytes;
 };
 
-// Least time of three calls; the buffer grows before.
+// Shortest time of three calls; the buffer has grown before.
 template <class Solve>
 Cost measure(const Solve& solve) {
   std::vector<uint8_t> buffer(1 << 16);

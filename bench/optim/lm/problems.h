@@ -25,8 +25,8 @@ inline const Regression& regression(const std::string& name) {
   std::exit(1);
 }
 
-// A model's value at x and its derivatives, a row of which lies `step` doubles apart. What takes long to compute is kept from
-// the value for the derivatives, by the library's callbacks and by the peer's alike.
+// A model's value at x and its derivatives, in rows `step` doubles apart. Expensive terms are kept from the value for
+// the derivatives, in the library's callbacks and in the peer's.
 constexpr int kKept = 5;
 struct Model {
   double (*value)(const double* b, double x, double* kept);

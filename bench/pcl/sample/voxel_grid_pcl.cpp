@@ -5,7 +5,7 @@
 
 namespace {
 
-// Its cells are counted from the floor of the coordinates, so the results differ around zero only.
+// The peer rounds coordinates down, so the results differ only around zero.
 struct Filter {
   explicit Filter(int32_t n) {
     const std::vector<float> points = bench::wavySurface(n);

@@ -34,7 +34,7 @@ bench::Task prepareBuild() {
   return {[=] { tree->build(); }};
 }
 
-// The k nearest of every query; distances are those of every exact search.
+// The k nearest neighbours of each query; any exact search finds the same distances.
 bench::Task prepareNearest(std::vector<float> queries, int32_t k) {
   const auto tree = std::make_shared<Tree>();
   const auto indices =
@@ -50,16 +50,16 @@ bench::Task prepareNearest(std::vector<float> queries, int32_t k) {
 }
 
 bench::Task prepareRadius() {
-  constexpr int32_t kMost = 1000;
+  constexpr int32_t kMax = 1000;
   const auto tree = std::make_shared<Tree>();
-  const auto indices = std::make_shared<std::vector<uint32_t>>(kMost);
-  const auto distances = std::make_shared<std::vector<float>>(kMost);
+  const auto indices = std::make_shared<std::vector<uint32_t>>(kMax);
+  const auto distances = std::make_shared<std::vector<float>>(kMax);
   const auto total = std::make_shared<uint64_t>();
   return {[=] {
             *total = 0;
             for (size_t i = 0; i < static_cast<size_t>(bench::kPoints); ++i) {
               int32_t count;
-              bench::require(DAX3DPCL_SEARCH_KDTREE_RNearestSearch_V2(tree->tree(), &tree->points[3 * i], 3, kMost,
+              bench::require(DAX3DPCL_SEARCH_KDTREE_RNearestSearch_V2(tree->tree(), &tree->points[3 * i], 3, kMax,
                                                                       indices->data(), distances->data(), &count,
                                                                       tree->searchStack.get(), bench::kRadius));
               *total += static_cast<uint64_t>(count);

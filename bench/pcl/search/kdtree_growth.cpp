@@ -1,5 +1,5 @@
-// How the KD-tree and the normals grow: from a thousand to two million points, with the number of neighbours, and on the
-// host's pool. Prints the tables of docs/performance.md, or one of them, or one row. Native only.
+// Scaling of the KD-tree and the normals: with the number of points, a thousand to two million, with the number of
+// neighbours, and on the host's pool. Prints the tables of docs/performance.md, one of them, or one row. Native only.
 //
 // usage: kdtree_growth [pool | points [N] | neighbours [K]]
 #include <cstdio>
@@ -26,7 +26,7 @@ Memory allocate(Query query, Arguments... arguments) {
   return Memory(new uint8_t[bytes]);
 }
 
-// A tree of the second generation, and room for the results of a search for all its points.
+// A tree of the second generation and memory for the results of a search for all its points.
 class Scene {
  public:
   Scene(int32_t n, int32_t k, uint32_t threads)
@@ -80,18 +80,18 @@ double normals(int32_t n) {
   });
 }
 
-// A row of 0 stands for all.
+// Row 0: all rows.
 void printGrowth(int32_t row) {
   bench::printHead(
       {"points", "build ms", "build ns", "16 nearest ns", "nearest, shifted ns", "radius 1 ns", "normals ns"});
   for (const int32_t n : {1000, 10000, 100000, 500000, 2000000}) {
     if (row != 0 && row != n) continue;
-    constexpr int32_t kMost = 64;
-    Scene scene(n, kMost, 1);
+    constexpr int32_t kMax = 64;
+    Scene scene(n, kMax, 1);
     const double perPoint = 1e6 / n, build = least(kRounds, [&] { scene.build(); });
     const double nearest = least(kRounds, [&] { scene.nearest(bench::kNeighbours); });
     const double shifted = least(kRounds, [&] { scene.shifted(); });
-    const double radius = least(kRounds, [&] { scene.radius(kMost); });
+    const double radius = least(kRounds, [&] { scene.radius(kMax); });
     std::printf("| %d | %.2f | %.0f | %.0f | %.0f | %.0f | %.0f |\n", n, build, build * perPoint, nearest * perPoint,
                 shifted * perPoint, radius * perPoint, normals(n) * perPoint);
   }

@@ -23,7 +23,7 @@ struct Tree {
   Cloud cloud;
   Index index{3, cloud, nanoflann::KDTreeSingleIndexAdaptorParams(bench::kLeafSize)};
 
-  // Its constructor builds too in newer versions, so that constructing is no part of what is measured.
+  // In newer versions the constructor builds the tree, so construction is not measured.
   Tree() { build(); }
   void build() { index.buildIndex(); }
 };

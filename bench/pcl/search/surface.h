@@ -1,4 +1,4 @@
-// A cloud to measure on.
+// A cloud for the measurements.
 #pragma once
 
 #include <algorithm>
@@ -18,8 +18,8 @@ constexpr int32_t kLeafSize = 10;
 constexpr float kRadius = 1;
 constexpr float kShift = 0.01f;
 
-// n points {x, y, z} in no order, ten for each unit of area, on a surface of hills and valleys. Every one is a multiple of
-// 2^-16 made from a fixed seed, the same on every machine.
+// n unordered points {x, y, z}, ten per unit of area, on a surface of hills and valleys. Coordinates are multiples of
+// 2^-16 from a fixed seed, the same on every machine.
 inline std::vector<float> wavySurface(int32_t n) {
   const double side = std::sqrt(n / 10.0);
   const auto wave = [](double t) {

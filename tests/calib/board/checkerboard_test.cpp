@@ -153,6 +153,68 @@ TEST(Checkerboards, AnyPoolGivesTheSameBits) {
   }
 }
 
+TEST(Checkerboards, FailureOfThePool) {
+  const TwoBoards two;
+  MockPool pool;
+  pool.failingTile = 1;
+  uint64_t bytes = 0;
+  ASSERT_EQ(DAXI_CheckerboardCornerSymMulBufferSize_8u(two.image.size(), &bytes), DAX_STS_OK);
+  SearchBuffers buffers(bytes, Guard::after);
+  CheckerboardGrid grid{};
+  int32_t count = 7;
+  EXPECT_EQ(DAXI_CheckerboardCornerSymMul_8u_C1R(two.image.data(), two.image.step(), two.image.size(),
+                                                 buffers.points.data(), buffers.corners.data(), &grid, 1, &count,
+                                                 &kSymmetry, buffers.work.data(), &pool),
+            pool.failure);
+  EXPECT_EQ(count, 0);
+}
+
+// The two halves of the Hessian detector one after the other.
+TEST(Checkerboards, LocatedThenSorted) {
+  const TwoBoards two;
+  const DaxiSize size = two.image.size();
+  uint64_t bytes = 0;
+  ASSERT_EQ(DAXI_CheckerboardCornerHessianBufferSize_8u(size, &bytes), DAX_STS_OK);
+  SearchBuffers located(bytes, Guard::after);
+  int32_t count = 0, boards = 0;
+  ASSERT_EQ(DAXI_CheckerboardCornerHessian_Loc_8u_C1R(two.image.data(), two.image.step(), size, located.corners.data(),
+                                                      2048, &count, located.work.data(), &kHessian),
+            DAX_STS_OK);
+  EXPECT_GE(count, 68);
+  ASSERT_EQ(DAXI_MulCheckerboardCornerHessian_SortBufferSize(count, &bytes), DAX_STS_OK);
+  SearchBuffers sorted(bytes, Guard::after);
+  CheckerboardGrid grids[3];
+  ASSERT_EQ(DAXI_MulCheckerboardCornerHessian_Sort(located.corners.data(), count, sorted.corners.data(),
+                                                   sorted.work.data(), &kHessian, grids, 3, &boards),
+            DAX_STS_OK);
+  ASSERT_EQ(boards, 2);
+  const FoundBoards whole = findByHessian(two.image);
+  EXPECT_EQ(std::memcmp(sorted.corners.data(), whole.corners.data(), 68 * sizeof(CheckerboardCorner)), 0);
+  ASSERT_EQ(DAXI_CheckerboardCornerHessian_Sort(located.corners.data(), count, sorted.corners.data(),
+                                                sorted.work.data(), &kHessian, grids),
+            DAX_STS_OK);
+  EXPECT_EQ(grids[0].columns, 8);
+  // A few of them only, those found first.
+  int32_t few = 0;
+  ASSERT_EQ(DAXI_CheckerboardCornerHessian_Loc_8u_C1R(two.image.data(), two.image.step(), size, sorted.corners.data(),
+                                                      10, &few, located.work.data(), &kHessian),
+            DAX_STS_OK);
+  EXPECT_EQ(few, 10);
+  EXPECT_EQ(std::memcmp(sorted.corners.data(), located.corners.data(), 10 * sizeof(CheckerboardCorner)), 0);
+}
+
+// Squares of ten pixels, and up to the image's edge.
+TEST(Checkerboards, SmallSquares) {
+  for (const AnyDetector& detector : kDetectors) {
+    BoardView view;
+    view.size = {160, 120};
+    view.square = 10;
+    view.rotation = 20;
+    const BoardImage board(view);
+    expectBoard(detector.find(board.image, Guard::after), board, view, 0.5);
+  }
+}
+
 TEST(Checkerboards, SubSamplingAndAngles) {
   BoardView view;
   view.size = {1280, 960};
@@ -185,66 +247,6 @@ TEST(Checkerboards, ImagesWithoutABoard) {
         }
       }
     }
-  }
-}
-
-// Corners of an ideal board, in any order, with gaps and with numbers that are none.
-TEST(Checkerboards, SortOfGivenCorners) {
-  std::vector<CheckerboardCorner> corners;
-  for (int32_t i = 0; i < 54; ++i) {
-    const int32_t c = i * 23 % 54 % 9, r = i * 23 % 54 / 9;
-    const DaxiPoint32f along{1, 0}, across{0, 1};
-    const bool even = (c + r) % 2 == 0;
-    corners.push_back({{static_cast<float>(100 + 30 * c), static_cast<float>(90 + 28 * r)},
-                       even ? along : across,
-                       even ? across : along,
-                       100,
-                       5});
-  }
-  const float nan = std::numeric_limits<float>::quiet_NaN(), infinity = std::numeric_limits<float>::infinity();
-  corners.push_back({{nan, 90}, {1, 0}, {0, 1}, 100, 5});
-  corners.push_back({{115, 104}, {nan, nan}, {0, 1}, 100, 5});
-  corners.push_back({{infinity, -infinity}, {1, 0}, {0, 1}, nan, nan});
-  corners.push_back({{1e30f, 1e30f}, {1, 0}, {0, 1}, 100, 5});
-  const auto sort = [&](std::vector<CheckerboardCorner>& sorted) {
-    const auto count = static_cast<int32_t>(corners.size());
-    uint64_t bytes = 0;
-    EXPECT_EQ(DAXI_CheckerboardCornerHessian_SortBufferSize(count, &bytes), DAX_STS_OK);
-    GuardedBuffer<uint8_t> buffer(bytes);
-    GuardedBuffer<CheckerboardCorner> to(corners.size());
-    CheckerboardGrid grid{};
-    EXPECT_EQ(DAXI_CheckerboardCornerHessian_Sort(corners.data(), count, to.data(), buffer.data(), &kHessian, &grid),
-              DAX_STS_OK);
-    sorted.assign(to.begin(), to.begin() + grid.columns * grid.rows);
-    return grid;
-  };
-  std::vector<CheckerboardCorner> sorted;
-  const CheckerboardGrid grid = sort(sorted);
-  ASSERT_EQ(grid.columns, 9);
-  ASSERT_EQ(grid.rows, 6);
-  for (int32_t i = 0; i < 54; ++i) {
-    EXPECT_EQ(sorted[static_cast<size_t>(i)].point.x, static_cast<float>(100 + 30 * (i % 9)));
-    EXPECT_EQ(sorted[static_cast<size_t>(i)].point.y, static_cast<float>(90 + 28 * (i / 9)));
-  }
-  // Without a corner in the middle of the third column six columns are left.
-  std::erase_if(corners, [](const CheckerboardCorner& c) { return c.point.x == 160 && c.point.y == 146; });
-  EXPECT_EQ(sort(sorted).columns, 6);
-}
-
-TEST(Checkerboards, LadderOfRadii) {
-  const struct {
-    DaxiSize size;
-    uint32_t largest;
-    std::vector<int32_t> radii;
-  } cases[] = {{{64, 64}, 100, {3, 5, 7, 10, 15, 23, 34, 51, 77, 100}},  // 3, 4.5, 6.75, 10.125, ...
-               {{640, 480}, 5, {16, 11, 7, 5}},
-               {{640, 480}, 16, {16}},
-               {{640, 480}, 17, {16, 17}},
-               {{64, 64}, 3, {3}}};
-  for (const auto& c : cases) {
-    int32_t radii[kMaxScales];
-    const int32_t count = DAXI_CheckerboardCornerSym_cfg_cal(c.size, c.largest, radii);
-    EXPECT_EQ(std::vector<int32_t>(radii, radii + count), c.radii) << c.size.width << ' ' << c.largest;
   }
 }
 

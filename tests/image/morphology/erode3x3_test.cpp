@@ -114,6 +114,18 @@ TEST(Erode, Examples) {
   ASSERT_EQ(erode(src, dst, INT32_MAX, buffer), DAX_STS_OK);
   EXPECT_TRUE(samePixels(dst, settled));
 
+  // One that changes within only, where whole blocks are swept.
+  Image inner({150, 30});
+  inner.fill([](int32_t x, int32_t y) { return x >= 20 && x < 130 && y >= 4 && y < 26 ? 255 : 0; });
+  const ByteImage eroded = oracle::erode(toBytes(inner), 9);
+  for (const int32_t isa : kCodes) {
+    Image same({150, 30});
+    assign(same, toBytes(inner));
+    GuardedBuffer<uint8_t> exact = workBuffer(same.size());
+    erode3x3(same.data(), 150, same.data(), 150, same.size(), 9, exact.data(), isa);
+    EXPECT_EQ(toBytes(same), eroded) << isa;
+  }
+
   Image pair({2, 2});
   pair.fill([](int32_t x, int32_t) { return 1 + x; });
   ASSERT_EQ(erode(pair, pair, 1001, buffer), DAX_STS_OK);

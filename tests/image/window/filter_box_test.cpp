@@ -103,6 +103,20 @@ TYPED_TEST(Box, LargerSizes) {
   }
 }
 
+// Columns of up to 257 bytes of 255 fit 16 bits.
+TEST(BoxExports, WhiteColumnsOfBytes) {
+  for (const int32_t radius : {128, 129}) {
+    const DaxiSize size{259, 261};
+    TestImage<uint8_t> src(size);
+    src.fill([](int32_t, int32_t) { return 255; });
+    TestImage<int32_t> dst(size);
+    std::vector<uint8_t> buffer(1 << 22);
+    ASSERT_EQ(DAXI_FilterBox_8u32s_C1R(src.data(), 259, dst.data(), 259, size, radius, buffer.data()), DAX_STS_OK);
+    EXPECT_EQ(dst.at(129, 130), 255 * (2 * radius + 1) * (2 * radius + 1));
+    EXPECT_EQ(dst.at(0, 0), 255 * (radius + 1) * (radius + 1));
+  }
+}
+
 TEST(BoxExports, SumsOfOnesAndWrappedSums) {
   uint8_t buffer[128];
   float ones[25], sums[25];

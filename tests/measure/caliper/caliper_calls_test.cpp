@@ -200,6 +200,8 @@ TEST(CaliperChecks, ImpossibleRegions) {
   const CaliperBox boxes[2] = {{1, 1, 10, 10, 0}, {1, 1, 0, 10, 0}};
   EXPECT_EQ(DAXI_CalipEdgeDetectBufferSize_8u(nullptr, &bytes), DAX_STS_NULL_POINTER);
   EXPECT_EQ(DAXI_CalipEdgeDetectBufferSize_8u(boxes, nullptr), DAX_STS_NULL_POINTER);
+  EXPECT_EQ(DAXI_CalipEdgeDetectV2BufferSize_8u(nullptr, 1, 1, &bytes), DAX_STS_NULL_POINTER);
+  EXPECT_EQ(DAXI_CalipEdgeDetectV2BufferSize_8u(boxes, 1, 1, nullptr), DAX_STS_NULL_POINTER);
   EXPECT_EQ(DAXI_CalipEdgeDetectV2BufferSize_8u(boxes, 0, 1, &bytes), DAX_STS_BAD_PARAM);
   EXPECT_EQ(DAXI_CalipEdgeDetectV2BufferSize_8u(boxes, 2, 1, &bytes), DAX_STS_BAD_ROTATED_RECT);
   EXPECT_EQ(DAXI_CalipEdgeDetectV2BufferSize_8u(boxes, 1, 0, &bytes), DAX_STS_OK);

@@ -139,6 +139,31 @@ TEST(CaliperPairs, EveryCriterionAlone) {
   }
 }
 
+// An edge at the centre counts as either side of it; a width as expected is none too small.
+TEST(CaliperPairs, CriteriaAtZero) {
+  CaliperEdgePairCfg cfg = pairConfig(3);
+  const auto score = [&](float first, float second) {
+    CaliperEdgePair pair{};
+    pair.first.position = first, pair.second.position = second, pair.width = std::fabs(second - first), pair.score = 1;
+    DAXI_CalipEdgePairDetect_comprehensive_assess0(&pair, &cfg);
+    return pair.score;
+  };
+  cfg.scoreFlags = DAXI_CALIPER_PAIR_BY_STRADDLE, cfg.straddle = {0, 0.5f, 0.5f, 0.5f, 0, 1};
+  for (const auto& [a, b, straddles] : {std::tuple{0.0f, 5.0f, 1},
+                                        {-5.0f, 0.0f, 1},
+                                        {5.0f, 0.0f, 1},
+                                        {0.0f, -5.0f, 1},
+                                        {5.0f, -5.0f, 1},
+                                        {1.0f, 5.0f, 0},
+                                        {-5.0f, -1.0f, 0}}) {
+    EXPECT_EQ(score(a, b), straddles) << a << ", " << b;
+  }
+  cfg.scoreFlags = DAXI_CALIPER_PAIR_BY_SIZE_DIFF_ASYM;
+  cfg.sizeDiffBelow = {0, -9, -8, -8, 0.25f, 0.25f}, cfg.sizeDiffAbove = {0, -9, -8, -8, 0.75f, 0.75f};
+  EXPECT_EQ(score(0, 10), 0.75f);
+  EXPECT_EQ(score(0, 9.9f), 0.25f);
+}
+
 TEST(CaliperPairs, ChoiceFollowsTheProfile) {
   const Gray image = bars();
   const CaliperBox box{35, 4, 64, 7, 0};

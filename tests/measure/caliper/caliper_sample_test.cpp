@@ -21,6 +21,33 @@ Gray noise(DaxiSize size, uint64_t seed, int32_t padding = 0, Guard guard = Guar
 // Positions are rounded to 1/2048 and values to 1/256, across differences of up to 255.
 constexpr double kMostError = 0.13;
 
+// The point of a position is the one that is sampled for it, on the middle line of the region.
+template <class Region>
+void checkPoints(const Region& region, uint32_t projection) {
+  const CaliperGrid grid = gridOf(region, projection);
+  const double middle = grid.alongColumns ? -grid.firstRow : -grid.firstColumn;
+  for (int32_t i = 0; i < grid.length(); ++i) {
+    const bool exact = !grid.alongColumns || middle == std::floor(middle);
+    if (!exact) break;
+    const SampleLine row = grid.row(grid.alongColumns ? static_cast<int32_t>(middle) : i);
+    const double along = grid.alongColumns ? i : middle;
+    const DaxiPoint32f point =
+        grid.pointAt(static_cast<float>((grid.alongColumns ? grid.firstColumn : grid.firstRow) + i));
+    ASSERT_NEAR(point.x, row.x + along * row.dx, 1e-4);
+    ASSERT_NEAR(point.y, row.y + along * row.dy, 1e-4);
+  }
+}
+
+TEST(CaliperRegions, PointsOfPositions) {
+  for (const uint32_t projection : {0u, 1u}) {
+    for (const float size : {9.0f, 10.0f, 1.2f}) {
+      checkPoints(CaliperBox{40, 30, 20, size, 0.3f}, projection);
+      checkPoints(CaliperRhomboid{40, 30, 20, size, 0.3f, 1.5f}, projection);
+      checkPoints(CaliperAnnulus{40, 30, 10, 10 + size, -0.4f, 1.7f}, projection);
+    }
+  }
+}
+
 template <class Region>
 void checkProfile(const Gray& image, const Region& region) {
   for (const uint32_t projection : {0u, 1u}) {

@@ -7,6 +7,7 @@
 
 #include "measure/fit/line_fit.h"
 #include "tests/measure/fit/line_fit_oracle.h"
+#include "tests/measure/fit/line_scene.h"
 #include "tests/support/check_order.h"
 #include "tests/support/guarded_buffer.h"
 #include "tests/support/test_image.h"
@@ -16,12 +17,6 @@ namespace {
 
 constexpr double kPi = std::numbers::pi;
 constexpr float kInf = std::numeric_limits<float>::infinity(), kNan = std::numeric_limits<float>::quiet_NaN();
-
-using Points = std::vector<DaxiPoint32f>;
-
-LineFitCfg config(int32_t method, int32_t weights, int32_t rejected, float threshold = 3) {
-  return {method, weights, 50, rejected, threshold, 0, 0, 0};
-}
 
 struct Fit {
   DaxStatus status;
@@ -70,34 +65,6 @@ double lineError(const DaxiLine& got, const oracle::Line& expected) {
   const double sign = got.a * expected.a + got.b * expected.b < 0 ? -1 : 1;
   return std::max({std::fabs(sign * got.a - expected.a), std::fabs(sign * got.b - expected.b),
                    std::fabs(sign * got.c - expected.c) / std::max(1.0, std::fabs(expected.c))});
-}
-
-class Noise {
- public:
-  explicit Noise(uint64_t seed) : random_(seed) {}
-  double uniform(double low, double high) { return low + (high - low) * (random_.below(1 << 24) + 0.5) / (1 << 24); }
-  double normal() {
-    double sum = -6;
-    for (int i = 0; i < 12; ++i) sum += uniform(0, 1);
-    return sum;
-  }
-
- private:
-  Random random_;
-};
-
-// Points along a line at an angle, with noise across it; every `spoil`-th one is moved away by 8 to 60.
-Points pointsOnLine(int count, double angle, double sigma, int spoil, uint64_t seed) {
-  Noise noise(seed);
-  const double c = std::cos(angle), s = std::sin(angle);
-  Points points;
-  for (int i = 0; i < count; ++i) {
-    const double t = noise.uniform(-200, 200);
-    double d = sigma * noise.normal();
-    if (spoil && i % spoil == 0) d += noise.uniform(8, 60) * (i % 2 ? 1 : -1);
-    points.push_back({static_cast<float>(300 + t * c - d * s), static_cast<float>(250 + t * s + d * c)});
-  }
-  return points;
 }
 
 template <class Point>
@@ -212,30 +179,6 @@ TEST(LineFit, CutsAtTheWorst) {
   const Fit pair = fit(rowWith(2, {40, 90, 170}), config(2, 1, 3, 1));
   ASSERT_EQ(pair.status, DAX_STS_OK);
   EXPECT_EQ(std::count(pair.inliers.begin(), pair.inliers.end(), 1), 2);
-}
-
-TEST(LineFit, WeighsByItsFunctions) {
-  const double x[] = {0, 10, 20, 30, 40}, y[] = {0.1, -0.1, 0.1, -0.1, 3};
-  const float residuals[] = {0.1f, 0.1f, 0.1f, 0.1f, 3};
-  float scratch[5], weights[5];
-  uint8_t inliers[5];
-  LineRound round{{x, y, 5}, residuals, 100, scratch, inliers, weights};
-  DaxiLine line;
-  double rms;
-  ASSERT_EQ(DAXI_LineFitRegre_least_square(&round, &line, &rms), 1);
-  EXPECT_NEAR(rms, 1.3446, 1e-4);
-  // The weight's square stands for the residual's.
-  ASSERT_EQ(DAXI_LineFitRegre_huber(&round, &line, &rms), 1);
-  EXPECT_NEAR(rms, 0.0998, 1e-4);
-  EXPECT_NEAR(weights[4], 0.296516 / 3, 1e-6);
-  ASSERT_EQ(DAXI_LineFitRegre_tukey(&round, &line, &rms), 1);
-  EXPECT_NEAR(rms, 0.1, 1e-6);
-  EXPECT_EQ(inliers[4], 1);
-  EXPECT_EQ(weights[4], 0);
-  EXPECT_NEAR(weights[0], std::pow(1 - std::pow(0.1 / 0.296516, 2), 2), 1e-5);
-  // Too few take part.
-  round.threshold = 0.1f;
-  EXPECT_EQ(DAXI_LineFitRegre_huber(&round, &line, &rms), 0);
 }
 
 TEST(LineFit, KeepsTheAngle) {

@@ -146,12 +146,38 @@ TEST(Lie, JacobianOfTheLogarithm) {
   }
 }
 
-TEST(Lie, NullArguments) {
-  double v[16] = {};
-  EXPECT_EQ(PRMT_SO3_Exp_f64(nullptr, v), -21);
-  EXPECT_EQ(PRMT_SO3_Log_f64(v, nullptr), -21);
-  EXPECT_EQ(PRMT_SE3_Update_f64(nullptr, v), -21);
-  EXPECT_EQ(PRMT_SE3_Compose_f64(v, nullptr, v), -21);
+// Each argument null, then all of them in memory that ends where it must.
+TEST(Lie, ArgumentsAndTheirMemory) {
+  const auto filled = [](size_t count) {
+    GuardedBuffer<double> values(count);
+    for (size_t i = 0; i < count; ++i) values[i] = 0.25 * static_cast<double>(i % 3);
+    return values;
+  };
+  const struct {
+    int32_t (*call)(const double*, double*);
+    size_t from, to;
+  } unary[] = {{PRMT_SO3_Exp_f64, 3, 9},         {PRMT_SO3_Log_f64, 9, 3},  {PRMT_SO3_Inverse_f64, 9, 9},
+               {PRMT_SO3_LogJacobian_f64, 3, 9}, {PRMT_SE3_Exp_f64, 6, 16}, {PRMT_SE3_Log_f64, 16, 6},
+               {PRMT_SE3_Inverse_f64, 16, 16}};
+  for (const auto& f : unary) {
+    GuardedBuffer<double> from = filled(f.from), to = filled(f.to);
+    EXPECT_EQ(f.call(nullptr, to.data()), -21);
+    EXPECT_EQ(f.call(from.data(), nullptr), -21);
+    EXPECT_EQ(f.call(from.data(), to.data()), 0);
+  }
+  for (const size_t n : {9, 16}) {
+    const auto compose = n == 9 ? PRMT_SO3_Compose_f64 : PRMT_SE3_Compose_f64;
+    const auto update = n == 9 ? PRMT_SO3_Update_f64 : PRMT_SE3_Update_f64;
+    GuardedBuffer<double> a = filled(n), b = filled(n), ab = filled(n), v = filled(n == 9 ? 3 : 6),
+                          d = filled(v.size());
+    EXPECT_EQ(compose(nullptr, b.data(), ab.data()), -21);
+    EXPECT_EQ(compose(a.data(), nullptr, ab.data()), -21);
+    EXPECT_EQ(compose(a.data(), b.data(), nullptr), -21);
+    EXPECT_EQ(compose(a.data(), b.data(), ab.data()), 0);
+    EXPECT_EQ(update(nullptr, d.data()), -21);
+    EXPECT_EQ(update(v.data(), nullptr), -21);
+    EXPECT_EQ(update(v.data(), d.data()), 0);
+  }
 }
 
 }  // namespace

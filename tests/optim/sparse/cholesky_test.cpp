@@ -1,4 +1,4 @@
-#include "optim/sparse/cholesky.h"
+#include "optim/sparse/cholesky_analysis.h"
 
 #include <gtest/gtest.h>
 

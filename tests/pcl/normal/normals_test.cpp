@@ -5,6 +5,7 @@
 #include <functional>
 #include <limits>
 
+#include "pcl/normal/normals_plane.h"
 #include "tests/pcl/normal/normals_oracle.h"
 #include "tests/pcl/search/kd_tree.h"
 #include "tests/pcl/search/point_sets.h"
@@ -104,6 +105,17 @@ TEST(Normals, OfLinesAndPlacesAreNotEstimated) {
   EXPECT_EQ(compute({0, 0, 0, 1, 0, 0, 0, 1, 0, std::numeric_limits<float>::quiet_NaN(), 0, 0}, normal), 0);
 }
 
+// What is less than four units in the last place of the largest spread is none.
+TEST(Normals, OfSpreadsAtTheLimit) {
+  constexpr float kUnit = std::numeric_limits<float>::epsilon();
+  for (const float spread : {3.9f * kUnit, 4.1f * kUnit}) {
+    Normal normal = kUntouched;
+    EXPECT_EQ(fitNormal({1, 0, 0, spread, 0, 0}, normal), spread > 4 * kUnit);
+    ASSERT_TRUE(fitNormal({spread, 0, 0, 1, 0, 1}, normal));
+    EXPECT_EQ(normal.curvature > 0, spread > 4 * kUnit) << spread;
+  }
+}
+
 // Where the smallest axis is not unique, one of those that fit.
 TEST(Normals, OfAmbiguousSetsAreUnitVectors) {
   Normal normal;
@@ -128,6 +140,19 @@ TEST(Normals, OfAmbiguousSetsAreUnitVectors) {
     }
     ASSERT_EQ(compute(rod, normal), 1);
     ASSERT_NEAR(normal.nx * frame[0][0] + normal.ny * frame[0][1] + normal.nz * frame[0][2], 0, 1e-5);
+  }
+}
+
+// Of a rod whose two small spreads are equal to the last bit: at right angles to it and to the coordinate axis farthest
+// from it.
+TEST(Normals, OfExactRods) {
+  for (const auto& [x, y, z, across] :
+       {std::tuple{0.125, 0.5, 0.75, 0}, {0.5, -0.125, 0.75, 1}, {-0.75, 0.5, 0.25, 2}, {1.0, 0.0, 0.0, 1}}) {
+    const Symmetric3<double> rod{1 + x * x, x * y, x * z, 1 + y * y, y * z, 1 + z * z};
+    const Vector3 axis = smallestAxis(rod, {1, 1, 1 + x * x + y * y + z * z});
+    EXPECT_NEAR(axis.x * axis.x + axis.y * axis.y + axis.z * axis.z, 1, 1e-15);
+    EXPECT_NEAR(axis.x * x + axis.y * y + axis.z * z, 0, 1e-15);
+    EXPECT_EQ((across == 0 ? axis.x : across == 1 ? axis.y : axis.z), 0);
   }
 }
 
@@ -219,6 +244,7 @@ TEST(Normals, CountOnlyNeighboursThatThereAre) {
   for (const size_t i : {0, 1, 2, 4, 5}) EXPECT_TRUE(same(normals[i], kDefault)) << i;
   FirstTree rootless(three, 3, 4);
   rootless.record()->root = nullptr;
+  rootless.record()->index = nullptr;
   Normal out[3];
   uint8_t buffer[384];
   EXPECT_EQ(DAX3DPCL_FEATURE_NORM_PCAEstimate(three.data(), 3, rootless.record(), 3, nullptr, out, buffer, 9),

@@ -98,15 +98,25 @@ TEST(RangeRecord, CopiesAreDeep) {
 TEST(RangeRecord, CopyReadsNoMoreThanThereIs) {
   RangeSample sample(8, 3, DAX3D_RANGE_WITHOUT_MASK);
   for (const int32_t step : {4, 11}) {
-    const size_t elements = static_cast<size_t>(2 * step + std::min(step, 8));
-    GuardedBuffer<int16_t> values(elements);
-    Record record = sample.record, copy = {};
-    RangeSample::set(record.range, 3, 8, 3, step, values.data());
-    ASSERT_EQ(DAX3DPCL_UTILS_Copy_DAX3D_RANGE_V4(&record, &copy), DAX_STS_OK);
-    EXPECT_TRUE(sameMemory(copy.range, record.range, 0, 2 * elements));
-    EXPECT_FALSE(copy.mask.owner[0] || copy.colour.owner[0]);
-    release(copy);
+    for (const uint32_t type : {DAX3D_RANGE_WITHOUT_MASK, DAX3D_RANGE_WITH_MASK}) {
+      const size_t elements = static_cast<size_t>(2 * step + std::min(step, 8));
+      GuardedBuffer<int16_t> values(elements);
+      GuardedBuffer<uint8_t> mask(elements);
+      Record record = sample.record, copy = {};
+      record.type = type;
+      RangeSample::set(record.range, 3, 8, 3, step, values.data());
+      RangeSample::set(record.mask, 1, 8, 3, step, mask.data());
+      ASSERT_EQ(DAX3DPCL_UTILS_Copy_DAX3D_RANGE_V4(&record, &copy), DAX_STS_OK);
+      EXPECT_EQ(copy.type, type);
+      EXPECT_TRUE(sameMemory(copy.range, record.range, 0, 2 * elements));
+      EXPECT_EQ(copy.mask.owner[0] != nullptr, type == DAX3D_RANGE_WITH_MASK);
+      if (copy.mask.owner[0]) EXPECT_TRUE(sameMemory(copy.mask, record.mask, 0, elements));
+      EXPECT_FALSE(copy.colour.owner[0]);
+      release(copy);
+    }
   }
+  const RangeSample pixel(1, 1, DAX3D_RANGE_WITH_MASK);
+  EXPECT_EQ(DAX3DPCL_UTILS_Check_DAX3D_RANGE_V4(&pixel.record, 0), DAX_STS_OK);
   Record untouched = {}, bad = sample.record;
   bad.scale.z = 0;
   untouched.type = 77;

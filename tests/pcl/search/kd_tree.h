@@ -8,6 +8,7 @@
 
 #include "frame/cpu_feature.h"
 #include "pcl/search/kdtree.h"
+#include "pcl/search/kdtree_v2.h"
 #include "tests/pcl/search/kdtree_oracle.h"
 #include "tests/support/check_order.h"
 #include "tests/support/guarded_buffer.h"

@@ -4,7 +4,7 @@
 #include <limits>
 #include <thread>
 
-#include "pcl/search/kdtree_search.h"
+#include "pcl/search/kdtree_nearest.h"
 #include "tests/pcl/search/kd_tree.h"
 #include "tests/pcl/search/point_sets.h"
 

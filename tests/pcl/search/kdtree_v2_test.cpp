@@ -2,7 +2,7 @@
 
 #include <limits>
 
-#include "pcl/search/kdtree_search.h"
+#include "pcl/search/kdtree_radius.h"
 #include "tests/pcl/search/kd_tree.h"
 #include "tests/pcl/search/point_sets.h"
 #include "tests/support/mock_pool.h"

@@ -1,4 +1,4 @@
-// How the program fails: one line for the reader, one exit status for the caller.
+// Failures of the program: a one-line message and an exit status.
 #pragma once
 
 #include <stdexcept>
@@ -10,7 +10,7 @@ enum class ExitStatus {
   kOk = 0,
   kSomeFailed = 1,   // of several images
   kUsage = 2,        // command line
-  kCannotRead = 3,   // missing, unreadable, damaged or no image
+  kCannotRead = 3,   // missing, unreadable, damaged or not an image
   kCannotWrite = 4,  // an output
   kRefused = 5,      // by the library
   kTruthFailed = 6,  // the measurements disagree with the truth

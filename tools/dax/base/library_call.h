@@ -1,4 +1,4 @@
-// What every call into the library needs: its status checked, its memory owned.
+// Calls into the library: checks of the status, memory for work buffers.
 #pragma once
 
 #include <cstdint>
@@ -11,7 +11,7 @@ namespace dax::tool {
 // Throws Failure(kRefused) with the library's status text.
 void check(DaxStatus status, const char* step);
 
-// Memory that a size query asked for. Left uninitialised: of the worst case that it provides for, little is touched.
+// Memory of the size that a query returned. Uninitialised: most calls use little of the worst case.
 class Memory {
  public:
   explicit Memory(uint64_t bytes);

@@ -17,7 +17,7 @@ class Random {
     return z ^ (z >> 31);
   }
 
-  // An integer of [low, high].
+  // A random integer in [low, high].
   int integer(int low, int high) { return low + static_cast<int>(bits() % static_cast<uint64_t>(high - low + 1)); }
 
   // A multiple of 1/64 in [low, high].

@@ -14,7 +14,7 @@ bool isContinuation(unsigned char byte) {
   return (byte & 0xC0) == 0x80;
 }
 
-// Length of the well-formed UTF-8 sequence at the start of the text; 0 when there is none.
+// Length of the well-formed UTF-8 sequence at the start of the text; 0 if there is none.
 size_t sequenceLength(std::string_view text) {
   const auto byte = [&](size_t i) { return static_cast<unsigned char>(text[i]); };
   const unsigned char lead = byte(0);

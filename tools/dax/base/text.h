@@ -9,13 +9,13 @@
 
 namespace dax::tool {
 
-// A finite number that makes up the whole text.
+// The whole text as a finite number.
 std::optional<double> parseNumber(std::string_view text);
 
-// An integer of [low, high] that makes up the whole text.
+// The whole text as an integer in [low, high].
 std::optional<int> parseInteger(std::string_view text, int low, int high);
 
-// "a..b", "a.." or "..b"; none when the text is no range or a > b.
+// "a..b", "a.." or "..b"; none if the text is not a range or a > b.
 struct OpenRange {
   std::optional<double> min;
   std::optional<double> max;
@@ -28,16 +28,16 @@ std::vector<std::string_view> split(std::string_view text, char separator);
 // The two sides of the first separator; none without one.
 std::optional<std::pair<std::string_view, std::string_view>> splitPair(std::string_view text, char separator);
 
-// Two integers of [low, high] with a separator between them.
+// Two integers in [low, high] with a separator between them.
 std::optional<std::pair<int, int>> parseIntegerPair(std::string_view text, char separator, int low, int high);
 
-// So many numbers between commas, none beyond what a float holds.
+// The given number of comma-separated numbers, all within the range of float.
 std::optional<std::vector<double>> parseNumbers(std::string_view text, size_t count);
 
 // The shortest decimal that reads back as the same single-precision value.
 std::string shortest(float value);
 
-// That decimal again as a number: a float handed over as a double would show digits that it does not have.
+// That decimal as a double: a float widened to double would print extra digits.
 double decimal(float value);
 
 std::string fixed(double value, int decimals);

@@ -1,4 +1,4 @@
-// Threads, and how far they are.
+// Worker threads and a progress counter.
 #pragma once
 
 #include <cstddef>
@@ -18,7 +18,7 @@ struct Workers {
 // The host's pool. Throws std::bad_alloc.
 class Pool {
  public:
-  // 0: one thread a processor. More than that do not help, and are not started.
+  // 0: one thread per processor, which is also the maximum.
   explicit Pool(uint32_t threads);
   Workers workers() const;
 

@@ -5,7 +5,7 @@
 
 namespace dax::tool {
 
-// Points with finite coordinates, and what is known about their surface.
+// Points with finite coordinates, and normals if known.
 struct Cloud {
   std::vector<float> points;   // x, y, z of each
   std::vector<float> normals;  // nx, ny, nz, curvature of each; empty: not known

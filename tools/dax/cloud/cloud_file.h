@@ -1,4 +1,4 @@
-// Files of point clouds: PLY, PCD and, to read, range files; what a file is, its first bytes tell.
+// Files of point clouds: PLY, PCD and, for reading, range files; the first bytes decide the format.
 #pragma once
 
 #include <filesystem>
@@ -11,7 +11,7 @@ namespace dax::tool {
 // Throws Failure(kCannotRead).
 Cloud readCloud(const std::filesystem::path& path);
 
-// True when the name ends in .ply or .pcd.
+// Whether the name ends in .ply or .pcd.
 bool hasCloudExtension(const std::filesystem::path& path);
 
 // Throws Failure(kCannotWrite).

@@ -11,7 +11,7 @@
 namespace dax::tool {
 namespace {
 
-constexpr std::array kSpacingNames = {"least", "median", "mean", "most"};
+constexpr std::array kSpacingNames = {"min", "median", "mean", "max"};
 
 void measureSpacing(const Cloud& cloud, const Workers& workers, double* spacing) {
   std::vector<double> nearest;
@@ -21,11 +21,11 @@ void measureSpacing(const Cloud& cloud, const Workers& workers, double* spacing)
   });
   const auto middle = nearest.begin() + static_cast<ptrdiff_t>(nearest.size() / 2);
   std::nth_element(nearest.begin(), middle, nearest.end());
-  const auto [least, most] = std::minmax_element(nearest.begin(), nearest.end());
-  spacing[0] = *least;
+  const auto [min, max] = std::minmax_element(nearest.begin(), nearest.end());
+  spacing[0] = *min;
   spacing[1] = *middle;
   spacing[2] = std::accumulate(nearest.begin(), nearest.end(), 0.0) / static_cast<double>(nearest.size());
-  spacing[3] = *most;
+  spacing[3] = *max;
 }
 
 }  // namespace
@@ -57,9 +57,8 @@ std::string cloudStatsText(const CloudStats& stats) {
 std::string cloudStatsJson(const CloudStats& stats) {
   using Json = nlohmann::ordered_json;
   const auto triple = [](const auto* v) { return Json{v[0], v[1], v[2]}; };
-  Json json = {{"points", stats.points},         {"dropped", stats.dropped},
-               {"normals", stats.normals},       {"least", triple(stats.box.low)},
-               {"most", triple(stats.box.high)}, {"centroid", triple(stats.centroid)}};
+  Json json = {{"points", stats.points},       {"dropped", stats.dropped},      {"normals", stats.normals},
+               {"min", triple(stats.box.low)}, {"max", triple(stats.box.high)}, {"centroid", triple(stats.centroid)}};
   for (size_t i = 0; i < kSpacingNames.size(); ++i) json["spacing"][kSpacingNames[i]] = stats.spacing[i];
   return json.dump(2) + "\n";
 }

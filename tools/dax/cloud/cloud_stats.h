@@ -13,7 +13,7 @@ struct CloudStats {
   bool normals = false;
   Box box{};
   double centroid[3] = {};
-  // Distances to the nearest other point: least, median, mean, greatest. All 0 for a single point.
+  // Distances to the nearest other point: minimum, median, mean, maximum. All 0 for a single point.
   double spacing[4] = {};
 };
 

@@ -14,7 +14,7 @@ namespace dax::tool {
 namespace {
 
 constexpr int32_t kLeafSize = 10;
-constexpr size_t kBlock = 16384;  // points searched between two looks at the counter
+constexpr size_t kBlock = 16384;  // points searched between two updates of the counter
 
 int32_t pointCount(const Cloud& cloud) {
   if (cloud.size() <= static_cast<size_t>(std::numeric_limits<int32_t>::max()))
@@ -34,7 +34,7 @@ class Tree {
           "tree");
   }
 
-  // Gives the number of neighbours in each row.
+  // Returns the number of neighbours in each row.
   int search(const float* queries, int32_t queryCount, int k, uint32_t* indices, float* distances) const {
     int32_t found = 0;
     check(DAX3DPCL_KDTREE_KNearestSearch_MT(workers_.pool, workers_.count, tree(), queries, queryCount, 3, k, indices,
@@ -84,7 +84,7 @@ void onPool(const Workers& workers, int32_t total, const Use& use) {
 DAX3DPCL_NORMAL normalOf(const Cloud& cloud, const float* point, std::span<const uint32_t> row,
                          std::span<const float> distances, const NormalSettings& settings,
                          std::atomic<size_t>& missing) {
-  std::array<float, size_t{3} * kMostNeighbours> near;
+  std::array<float, size_t{3} * kMaxNeighbours> near;
   int32_t count = 0;
   for (size_t i = 0; i < row.size() && distances[i] < settings.radius * settings.radius; ++i) {
     std::copy_n(cloud.points.data() + size_t{3} * row[i], 3, near.data() + 3 * count++);

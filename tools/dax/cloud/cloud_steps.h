@@ -1,4 +1,4 @@
-// What the library does with clouds: neighbours, normals, thinning.
+// Operations on clouds: neighbours, normals, thinning.
 #pragma once
 
 #include <cstdint>
@@ -16,12 +16,12 @@
 
 namespace dax::tool {
 
-inline constexpr int kLeastNeighbours = 4;
-inline constexpr int kMostNeighbours = 256;
-inline constexpr uint32_t kMostCloudThreads = 64;  // that share a search
+inline constexpr int kMinNeighbours = 4;
+inline constexpr int kMaxNeighbours = 256;
+inline constexpr uint32_t kMaxCloudThreads = 64;  // that share a search
 
 // The neighbours of the points first, first + 1, ...: a row of k for each, in ascending order of squared distance. The
-// point itself comes first, unless others lie in the same place.
+// point itself comes first, unless others coincide with it.
 struct Neighbours {
   size_t first;
   int found;  // of the k of each row
@@ -29,23 +29,24 @@ struct Neighbours {
   std::span<const float> distances;
 };
 
-// Goes through a cloud in blocks of points, with a counter on the terminal. Throws Failure(kRefused).
+// Searches a cloud in blocks of points, with a counter on the terminal. Throws Failure(kRefused).
 void forNeighbours(const Cloud& cloud, int k, const Workers& workers,
                    const std::function<void(const Neighbours& block)>& use);
 
 struct NormalSettings {
   int k = 16;
   float radius = std::numeric_limits<float>::infinity();
-  std::optional<DAX3D_VECTOR_32F> viewpoint;  // that normals are turned to
+  std::optional<DAX3D_VECTOR_32F> viewpoint;  // normals are turned towards it
 };
 
-// Sets the normals of a cloud. Where none can be estimated it is 0, 0, 1, with curvature 0; returns of how many points.
+// Sets the normals of a cloud. Where none can be estimated it is 0, 0, 1, with curvature 0; returns the number of
+// those.
 size_t estimateNormals(Cloud& cloud, const NormalSettings& settings, const Workers& workers);
 
-// One point for each cell. Throws Failure(kRefused) for more cells than 2^31 - 1.
+// One point per cell. Throws Failure(kRefused) for more than 2^31 - 1 cells.
 Cloud downsample(const Cloud& cloud, const DAX3D_VECTOR_32F& leaf);
 
-// Least and greatest coordinates.
+// Minimum and maximum coordinates.
 struct Box {
   float low[3];
   float high[3];

@@ -10,7 +10,7 @@ namespace {
 
 using Words = std::vector<std::string_view>;
 
-// Keywords and the words behind them, up to and with DATA.
+// Keywords and the words after them, up to and including DATA.
 using Header = std::map<std::string_view, Words>;
 
 Header readHeader(HeaderLines& lines) {
@@ -56,7 +56,7 @@ std::vector<Column> parseColumns(const Header& header) {
   return columns;
 }
 
-// One number of the header; none when it is not there.
+// One number of the header; none if it is missing.
 uint64_t parseNumberOf(const Header& header, std::string_view key, uint64_t none) {
   const auto found = header.find(key);
   if (found == header.end()) return none;

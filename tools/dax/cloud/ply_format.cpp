@@ -38,7 +38,7 @@ Column parseProperty(const Words& words) {
   return {std::string(words[2]), parseScalar(words[1]), 1};
 }
 
-// Collects the elements in front of the end of the header; only the first may be, and must be, the vertices.
+// Collects the elements of the header; the first one, and no other, must be the vertices.
 class Elements {
  public:
   void take(const Words& words, PointRows& layout) {

@@ -14,10 +14,10 @@ namespace {
 
 static_assert(std::endian::native == std::endian::little);
 
-constexpr int kMostHeaderLines = 1000;
-constexpr size_t kMostHeaderLine = 1 << 16;
-constexpr uint64_t kMostRowNumbers = 1 << 16;
-constexpr uint64_t kMostPoints = std::numeric_limits<int32_t>::max();
+constexpr int kMaxHeaderLines = 1000;
+constexpr size_t kMaxHeaderLine = 1 << 16;
+constexpr uint64_t kMaxRowNumbers = 1 << 16;
+constexpr uint64_t kMaxPoints = std::numeric_limits<int32_t>::max();
 constexpr size_t kValues = 7;  // x, y, z, nx, ny, nz, curvature
 
 bool isSpace(char c) {
@@ -57,9 +57,9 @@ double loadScalar(Scalar scalar, const char* bytes) {
   return 0;
 }
 
-// Where the numbers that count are in a row.
+// Position of a column that is read.
 struct Place {
-  uint64_t number = 0;  // of the row's numbers
+  uint64_t number = 0;  // index in the row
   uint64_t offset = 0;  // in bytes
   Scalar scalar = Scalar::kFloat32;
 };
@@ -85,7 +85,7 @@ int valueOf(std::string_view name) {
 Row planRow(const PointRows& layout) {
   Row row;
   for (const Column& column : layout.columns) {
-    if (column.count < 1 || column.count > kMostRowNumbers - row.numbers) throw FormatError("has too long rows");
+    if (column.count < 1 || column.count > kMaxRowNumbers - row.numbers) throw FormatError("has too long rows");
     const int value = valueOf(column.name);
     if (value >= 0 && row.places[value]) throw FormatError("has two columns " + column.name);
     if (value >= 0) row.places[value] = Place{row.numbers, row.bytes, column.scalar};
@@ -96,13 +96,14 @@ Row planRow(const PointRows& layout) {
   return row;
 }
 
-// As text every number has a digit and, but for the last, a separator.
+// In text each number has at minRowBytes a digit and, except the last, a separator.
 void requireRows(const PointRows& layout, const Row& row, size_t bodyBytes) {
   if (layout.rows < 1) throw FormatError("holds no points");
-  const uint64_t least = layout.text ? 2 * row.numbers : row.bytes;
+  const uint64_t minRowBytes = layout.text ? 2 * row.numbers : row.bytes;
   const uint64_t body = bodyBytes + (layout.text ? 1 : 0);
-  if (layout.rows > body / least) throw FormatError("is damaged: it is too short for the points that it announces");
-  if (layout.rows > kMostPoints) throw FormatError("holds too many points");
+  if (layout.rows > body / minRowBytes)
+    throw FormatError("is damaged: it is too short for the points that it announces");
+  if (layout.rows > kMaxPoints) throw FormatError("holds too many points");
 }
 
 class TextNumbers {
@@ -115,7 +116,7 @@ class TextNumbers {
     if (*at_ == '+') ++at_;
     double value = 0;
     const auto [stop, error] = std::from_chars(at_, end_, value);
-    // Beyond what a double holds: as good as infinite.
+    // Beyond the range of double: treated as infinite.
     if (error == std::errc::result_out_of_range) value = std::numeric_limits<double>::quiet_NaN();
     if (error == std::errc::invalid_argument || (stop != end_ && !isSpace(*stop))) {
       throw FormatError("is damaged: a coordinate is not a number");
@@ -225,9 +226,9 @@ std::string writeRows(const Cloud& cloud, bool text) {
 }
 
 std::vector<std::string_view> HeaderLines::next() {
-  while (++lines_ <= kMostHeaderLines) {
+  while (++lines_ <= kMaxHeaderLines) {
     const size_t end = rest_.find('\n');
-    if (end > kMostHeaderLine) break;  // or there is none
+    if (end > kMaxHeaderLine) break;  // or there is none
     const std::string_view line = rest_.substr(0, end);
     rest_.remove_prefix(end + 1);
     std::vector<std::string_view> words;

@@ -1,4 +1,4 @@
-// The part that formats of point clouds have in common: rows of numbers, as text or little-endian, with named columns.
+// Shared by the formats of point clouds: rows of numbers with named columns, as text or little-endian.
 #pragma once
 
 #include <cstdint>
@@ -11,7 +11,7 @@
 
 namespace dax::tool {
 
-// Why a file cannot be read, to follow its name.
+// The reason why a file cannot be read, printed after its name.
 struct FormatError : std::runtime_error {
   using std::runtime_error::runtime_error;
 };
@@ -31,20 +31,20 @@ struct PointRows {
   bool text = false;
 };
 
-// Reads the columns x, y, z and, where all three are there under either name, nx, ny, nz or normal_x, normal_y,
-// normal_z, and curvature. Nothing is allocated for rows that the body cannot hold; what follows the last row is left
-// alone. Points without finite coordinates are dropped, normals that are not finite become 0, 0, 1.
+// Reads the columns x, y, z and, if all three exist under either name, nx, ny, nz or normal_x, normal_y,
+// normal_z, and curvature. Nothing is allocated for rows that the body cannot hold; data after the last row is ignored.
+// Points without finite coordinates are dropped, normals that are not finite become 0, 0, 1.
 // Throws FormatError.
 Cloud readRows(const PointRows& layout, std::string_view body);
 
-// The rows of a cloud: x, y, z, and normals with curvature where they are known, all 32-bit floats.
+// The rows of a cloud: x, y, z, and normals with curvature if known, all 32-bit floats.
 std::string writeRows(const Cloud& cloud, bool text);
 
-// Lines of a header, one after the other. Take them until the header ends; `rest` is what follows.
+// The lines of a header, one by one. Read them until the header ends; `rest` is the remainder.
 class HeaderLines {
  public:
   explicit HeaderLines(std::string_view bytes) : rest_(bytes) {}
-  // The words of the next line that is not empty. Throws FormatError when there is none, or the header has no end.
+  // The words of the next non-empty line. Throws FormatError if there is none, or the header has no end.
   std::vector<std::string_view> next();
   std::string_view rest() const { return rest_; }
 
@@ -53,7 +53,7 @@ class HeaderLines {
   int lines_ = 0;
 };
 
-// A count that makes up the word. Throws FormatError.
+// The whole word as a count. Throws FormatError.
 uint64_t parseCount(std::string_view word, const char* what);
 
 }  // namespace dax::tool

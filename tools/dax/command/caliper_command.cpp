@@ -30,7 +30,7 @@ void parseRegions(const std::vector<std::string>& texts, std::vector<Region>& re
   for (const std::string& text : texts) regions.push_back(*parseRegion<R>(text));
 }
 
-// Checked while the line is read: what follows "--box 120 80" would be told as the mistake otherwise.
+// Checked during parsing: otherwise the error would be reported for the arguments after "--box 120 80".
 template <class R>
 void addRegion(CLI::App& app, const char* name, std::vector<std::string>& texts, const char* form, const char* help) {
   app.add_option(name, texts, help)
@@ -45,17 +45,17 @@ void addRegion(CLI::App& app, const char* name, std::vector<std::string>& texts,
 constexpr const char* kBoxForm = "X,Y,WIDTH,HEIGHT,ANGLE";
 constexpr const char* kRhomboidForm = "X,Y,WIDTH,HEIGHT,ANGLE,SIDE";
 constexpr const char* kAnnulusForm = "X,Y,INNER,OUTER,START,SWEEP";
-constexpr int kMostRepeats = 10000;
-constexpr double kMostStep = 1e5;
+constexpr int kMaxRepeats = 10000;
+constexpr double kMaxStep = 1e5;
 
 // Each region and, side by side, its copies.
 std::vector<Region> repeated(const std::vector<Region>& regions, const std::string& text) {
   if (text.empty()) return regions;
   const std::vector<std::string_view> parts = split(text, ',');
-  const auto count = parts.size() == 3 ? parseInteger(parts[0], 1, kMostRepeats) : std::nullopt;
+  const auto count = parts.size() == 3 ? parseInteger(parts[0], 1, kMaxRepeats) : std::nullopt;
   const auto dx = count ? parseNumber(parts[1]) : std::nullopt, dy = count ? parseNumber(parts[2]) : std::nullopt;
-  if (!dx || !dy || std::fabs(*dx) > kMostStep || std::fabs(*dy) > kMostStep) {
-    reject("--repeat: " + inQuotes(text) + " is not N,DX,DY with N of 1.." + std::to_string(kMostRepeats));
+  if (!dx || !dy || std::fabs(*dx) > kMaxStep || std::fabs(*dy) > kMaxStep) {
+    reject("--repeat: " + inQuotes(text) + " is not N,DX,DY with N of 1.." + std::to_string(kMaxRepeats));
   }
   std::vector<Region> result;
   for (const Region& region : regions) {
@@ -84,8 +84,8 @@ void writeJson(std::ostream& out, const CaliperOptions& options, DaxiSize size, 
     json["widths"] = {{"count", spread.count},
                       {"mean", decimal(static_cast<float>(spread.mean))},
                       {"standard_deviation", decimal(static_cast<float>(spread.deviation))},
-                      {"least", decimal(static_cast<float>(spread.least))},
-                      {"greatest", decimal(static_cast<float>(spread.greatest))}};
+                      {"min", decimal(static_cast<float>(spread.min))},
+                      {"max", decimal(static_cast<float>(spread.max))}};
   }
   out << json.dump(2) << '\n';
 }
@@ -145,7 +145,8 @@ void addPairs(CLI::App& app, CaliperOptions& options) {
          "expected width of pairs, pixels: the nearer the better")
       ->type_name("W")
       ->group("Edges");
-  app.add_option("--count", options.settings.count, "most edges or pairs of a caliper, the best first, 1..1000 [10]")
+  app.add_option("--count", options.settings.count,
+                 "maximum number of edges or pairs of a caliper, the best first, 1..1000 [10]")
       ->check(CLI::Range(1, 1000))
       ->type_name("N")
       ->group("Edges");

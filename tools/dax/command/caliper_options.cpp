@@ -34,7 +34,8 @@ void addEdgeOptions(CLI::App& app, CaliperSettings& settings, const char* polari
            }
            settings.threshold = static_cast<float>(*value);
          },
-         "least response of an edge. Up to half width 5 it is the\nheight of a sharp step, wider kernels respond with "
+         "minimum response of an edge. Up to half width 5 it is the\nheight of a sharp step, wider kernels respond "
+         "with "
          "less:\n"
          "0.19 of it at 6, 0.02 at 50 [that of 20 grey levels]")
       ->type_name("T")

@@ -1,4 +1,4 @@
-// Options that the commands with calipers share.
+// Options shared by the commands with calipers.
 #pragma once
 
 #include <CLI/App.hpp>
@@ -23,7 +23,7 @@ struct CaliperOutputs {
 
 void addOutputOptions(CLI::App& app, CaliperOutputs& outputs);
 
-// Throws Failure(kUsage) where outputs do not fit each other or the input.
+// Throws Failure(kUsage) if outputs conflict with each other or the input.
 void requireUsable(const CaliperOutputs& outputs, const std::filesystem::path& input);
 
 inline constexpr const char* kCaliperHelp =

@@ -19,7 +19,7 @@ namespace {
 
 using Json = nlohmann::ordered_json;
 
-constexpr int kLeastCorners = 2, kMostCorners = 25;
+constexpr int kMinCorners = 2, kMaxCorners = 25;
 
 struct ChessboardOptions {
   std::vector<std::string> inputs;
@@ -29,7 +29,7 @@ struct ChessboardOptions {
   std::string overlay;
 };
 
-// What became of one image.
+// The result for one image.
 struct Result {
   std::string file;  // printable
   DaxiSize size{};
@@ -42,7 +42,7 @@ std::optional<ChessboardPatternSize> sizeOf(const ChessboardOptions& options) {
     reject("chessboard: takes one of --size and --auto");
   }
   if (options.anySize) return std::nullopt;
-  const auto sides = parseIntegerPair(options.size, 'x', kLeastCorners, kMostCorners);
+  const auto sides = parseIntegerPair(options.size, 'x', kMinCorners, kMaxCorners);
   if (!sides) reject("--size: " + inQuotes(options.size) + " is not COLUMNSxROWS, each 2 to 25");
   return ChessboardPatternSize{sides->first, sides->second};
 }

@@ -50,8 +50,8 @@ DAX3D_VECTOR_32F parseVector(const char* option, const std::string& text, const 
 DAX3D_VECTOR_32F parseLeaf(const std::string& text) {
   const bool cube = text.find(',') == std::string::npos;
   const auto leaf = parseVector("--leaf", cube ? text + "," + text + "," + text : text, "a size, or X,Y,Z");
-  constexpr float kLeast = std::numeric_limits<float>::epsilon();
-  if (!(std::min({leaf.x, leaf.y, leaf.z}) > kLeast)) reject("--leaf: sizes must be above 1.2e-7");
+  constexpr float kMin = std::numeric_limits<float>::epsilon();
+  if (!(std::min({leaf.x, leaf.y, leaf.z}) > kMin)) reject("--leaf: sizes must be above 1.2e-7");
   return leaf;
 }
 
@@ -69,7 +69,7 @@ View parseView(const CloudOptions& options) {
   return view;
 }
 
-// All that a command line says, checked before any work is done.
+// The command line, checked before any work is done.
 struct Plan {
   explicit Plan(const CloudOptions& options) : view(parseView(options)) {
     requireEnding("--picture", options.picture, {".png"});
@@ -81,7 +81,7 @@ struct Plan {
 
 Pool startPool(const CloudOptions& options) {
   const uint32_t processors = std::max(1U, std::thread::hardware_concurrency());
-  return Pool(std::min(options.threads == 0 ? processors : options.threads, kMostCloudThreads));
+  return Pool(std::min(options.threads == 0 ? processors : options.threads, kMaxCloudThreads));
 }
 
 Cloud readInput(const CloudOptions& options) {
@@ -165,14 +165,14 @@ ExitStatus stats(const CloudOptions& options) {
 using Step = ExitStatus (*)(const CloudOptions&);
 using Steps = std::vector<std::pair<CLI::App*, Step>>;
 
-// A command with what all have in common.
+// A command with the common options.
 CLI::App* addStep(CLI::App& cloud, Steps& steps, CloudOptions& options, Step step, const char* name, const char* help) {
   CLI::App* const app = cloud.add_subcommand(name, help);
   steps.emplace_back(app, step);
   app->footer(kExitStatusHelp);
   app->add_option("IN", options.input, "cloud (.ply, .pcd) or range file")->required()->type_name("");
   app->add_option("--threads", options.threads, "threads, 1..64 [one a processor]")
-      ->check(CLI::Range(1U, kMostCloudThreads))
+      ->check(CLI::Range(1U, kMaxCloudThreads))
       ->type_name("N");
   app->add_option("--picture", options.picture, "draw the cloud, lit by its normals, .png")
       ->type_name("FILE")
@@ -193,14 +193,14 @@ void addResult(CLI::App& app, CloudOptions& options, bool cloud, const char* hel
   if (cloud) app.add_flag("--ascii", options.text, "write the cloud as text");
 }
 
-void addNeighbours(CLI::App& app, CloudOptions& options, int least, const char* help) {
-  app.add_option("--k", options.k, help)->check(CLI::Range(least, kMostNeighbours))->type_name("N");
+void addNeighbours(CLI::App& app, CloudOptions& options, int min, const char* help) {
+  app.add_option("--k", options.k, help)->check(CLI::Range(min, kMaxNeighbours))->type_name("N");
 }
 
 void addSteps(CLI::App& cloud, Steps& steps, CloudOptions& options) {
   CLI::App* app = addStep(cloud, steps, options, normals, "normals", "Estimate surface normals and curvatures");
   addResult(*app, options, true, "the cloud with normals, .ply or .pcd");
-  addNeighbours(*app, options, kLeastNeighbours, "neighbours of each normal, 4..256, the point among them [16]");
+  addNeighbours(*app, options, kMinNeighbours, "neighbours of each normal, 4..256, the point among them [16]");
   app->add_option("--radius", options.radius, "and no neighbours farther away")
       ->check([](const std::string& text) {
         const auto value = parseNumber(text);

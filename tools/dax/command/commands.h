@@ -1,4 +1,4 @@
-// The commands of the program. Each adds its subcommand; `run` is called when the command line names it.
+// The commands of the program. Each adds its subcommand; `run` is called when it is selected.
 #pragma once
 
 #include <CLI/App.hpp>
@@ -29,7 +29,7 @@ void report(const Failure& failure);
 // Throws Failure(kUsage): the command line is wrong.
 [[noreturn]] void reject(const std::string& message);
 
-// Flushes standard output. Throws Failure(kCannotWrite) when not all of it could be written.
+// Flushes standard output. Throws Failure(kCannotWrite) if that fails.
 void finishOutput();
 
 // Writes to standard output, and finishes it.

@@ -36,7 +36,7 @@ const FilterOption& chosen(const FilterOptions& options) {
   return *result;
 }
 
-// What differs between two images of one size.
+// Differences between two images of the same size.
 class Difference {
  public:
   Difference(const GreyImage& before, const GreyImage& after) : picture_(makeGreyImage(before.size)) {
@@ -44,11 +44,11 @@ class Difference {
                    [](uint8_t a, uint8_t b) { return static_cast<uint8_t>(std::abs(a - b)); });
   }
 
-  // The greatest is white.
+  // The largest difference is white.
   GreyImage stretched() const {
     GreyImage result = picture_;
-    const int most = std::max(greatest(), 1);
-    for (uint8_t& pixel : result.pixels) pixel = static_cast<uint8_t>((255 * pixel + most / 2) / most);
+    const int max = std::max(greatest(), 1);
+    for (uint8_t& pixel : result.pixels) pixel = static_cast<uint8_t>((255 * pixel + max / 2) / max);
     return result;
   }
 

@@ -36,7 +36,7 @@ std::string counted(size_t count, const char* one, const char* many) {
   return std::to_string(count) + (count == 1 ? one : many);
 }
 
-// What the command line asks for, checked before any file is touched.
+// The command line, checked before any file is opened.
 struct Request {
   explicit Request(const FitOptions& options) : model(parseModel(options.model)) {
     if (!model) reject("--model: " + inQuotes(options.model) + " is not one of " + kModelNames);

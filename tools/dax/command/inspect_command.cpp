@@ -38,7 +38,7 @@ void inspectFile(const Job& job, const InspectOptions& options, const Workers& w
   outcome.inspection.contours.clear();
 }
 
-// A failure names the image, whatever part of the work it comes from.
+// Failures from any stage name the image.
 Failure named(const std::string& file, ExitStatus status, const std::string& message) {
   const bool isNamed = status == ExitStatus::kCannotRead || status == ExitStatus::kCannotWrite;
   return {status, isNamed ? message : file + ": " + message};
@@ -76,7 +76,7 @@ struct Batch {
 std::vector<Outcome> inspectAll(const std::vector<Job>& jobs, const InspectOptions& options) {
   const Pool pool(options.threads);
   const Workers workers = pool.workers();
-  // Several images are shared out whole; of a single one the threads share the blobs.
+  // With several images each thread takes whole images; with one image the threads share its blobs.
   if (jobs.size() == 1) {
     return {inspectJob(jobs.front(), options, workers)};
   }

@@ -29,7 +29,7 @@ std::vector<std::string> sortKeyNames() {
   return names;
 }
 
-// Names in lines that fit the help.
+// Names wrapped to the width of the help.
 std::string joined(const std::vector<std::string>& names) {
   std::string result;
   size_t line = 0;
@@ -48,7 +48,7 @@ void setRange(BlobSelectCfg& cfg, const Filter& filter, const std::string& text)
                              inQuotes(text) + " is not MIN..MAX, MIN.. or ..MAX (" + filter.help + ")");
 }
 
-constexpr int kMostArea = std::numeric_limits<int32_t>::max();
+constexpr int kMaxArea = std::numeric_limits<int32_t>::max();
 
 // A range "MIN..MAX" of whole areas; unlike others it may be inverted.
 struct WholeRange {
@@ -60,19 +60,19 @@ std::optional<WholeRange> parseWholeRange(std::string_view text) {
   const size_t dots = text.find("..");
   if (dots == std::string_view::npos || text.size() == 2) return std::nullopt;
   const auto end = [](std::string_view part, int open) {
-    return part.empty() ? open : parseInteger(part, 0, kMostArea);
+    return part.empty() ? open : parseInteger(part, 0, kMaxArea);
   };
   const auto min = end(text.substr(0, dots), 0);
-  const auto max = end(text.substr(dots + 2), kMostArea);
+  const auto max = end(text.substr(dots + 2), kMaxArea);
   if (!min || !max) return std::nullopt;
   return WholeRange{*min, *max};
 }
 
-// The range of --area for the classes that have none of their own.
+// The range of --area for classes without one of their own.
 WholeRange commonArea(const BlobSelectCfg& cfg) {
-  if ((cfg.flags & DAXI_BLOB_BY_AREA) == 0) return {0, kMostArea};
+  if ((cfg.flags & DAXI_BLOB_BY_AREA) == 0) return {0, kMaxArea};
   const auto whole = [](float end) {
-    if (end >= static_cast<float>(kMostArea)) return kMostArea;
+    if (end >= static_cast<float>(kMaxArea)) return kMaxArea;
     if (end != std::floor(end)) throw std::invalid_argument("--area takes whole numbers beside --class-area");
     return static_cast<int>(end);
   };
@@ -134,7 +134,8 @@ void InspectCommandLine::addFilters(CLI::App& app) {
         ->group(group);
   }
   addClassAndOutside(app, group);
-  app.add_option("--count", options_.settings.select.common.maxCount, "most objects kept, 1..20000 [20000]")
+  app.add_option("--count", options_.settings.select.common.maxCount,
+                 "maximum number of objects kept, 1..20000 [20000]")
       ->check(CLI::Range(1, DAXI_BLOB_MAX_COUNT))
       ->type_name("N")
       ->group(group);
@@ -167,12 +168,12 @@ void InspectCommandLine::addClassAndOutside(CLI::App& app, const std::string& gr
       ->group(group);
   auto* limit = app.add_option_function<int32_t>(
                        "--outside-limit",
-                       [this](int32_t most) {
+                       [this](int32_t max) {
                          BlobSelectCfg& cfg = options_.settings.select.common;
                          cfg.flags |= DAXI_BLOB_BY_OUTSIDE_PIXELS;
-                         cfg.outsideLimit = most;
+                         cfg.outsideLimit = max;
                        },
-                       "most outside pixels of an object: those on the border of the\n"
+                       "maximum number of outside pixels of an object: those on the border of the\n"
                        "image, or those that the mask leaves out")
                     ->check(CLI::Range(0, std::numeric_limits<int32_t>::max()))
                     ->type_name("N")
@@ -244,7 +245,7 @@ void InspectCommandLine::applyClassAreas() {
   }
   cfg.perClass = 1;
   cfg.common.flags |= DAXI_BLOB_BY_AREA;
-  cfg.common.areaWeight = 0;  // the middle of a range differs by class, and open and inverted ones have none
+  cfg.common.areaWeight = 0;  // the middle of the range differs by class; open and inverted ranges have none
 }
 
 void InspectCommandLine::applyWeights() {

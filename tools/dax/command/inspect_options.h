@@ -28,7 +28,7 @@ struct InspectOptions {
   bool time = false;
 };
 
-// Options as the command line has them: text that finish() makes sense of once all of it is known.
+// Options as text from the command line; finish() interprets them when all are known.
 class InspectCommandLine {
  public:
   explicit InspectCommandLine(CLI::App& app);

@@ -24,9 +24,9 @@ struct LineOptions {
   CaliperOutputs outputs;
 };
 
-constexpr double kMostCoordinate = 1e6;
+constexpr double kMaxCoordinate = 1e6;
 
-// A number of a range, as CLI11 does not read them: never infinite, never NaN.
+// A finite number in a range; CLI11 alone would accept infinities and NaN.
 double numberIn(const std::string& option, const std::string& text, double low, double high) {
   const auto value = parseNumber(text);
   if (value && *value >= low && *value <= high) return *value;
@@ -41,7 +41,7 @@ void addPoint(CLI::App& app, const std::string& name, Point& point, const char* 
            const auto parts = splitPair(text, ',');
            const auto x = parts ? parseNumber(parts->first) : std::nullopt;
            const auto y = parts ? parseNumber(parts->second) : std::nullopt;
-           if (!x || !y || std::fabs(*x) > kMostCoordinate || std::fabs(*y) > kMostCoordinate) {
+           if (!x || !y || std::fabs(*x) > kMaxCoordinate || std::fabs(*y) > kMaxCoordinate) {
              throw CLI::ValidationError(name, inQuotes(text) + " is not X,Y");
            }
            point = {static_cast<float>(*x), static_cast<float>(*y)};

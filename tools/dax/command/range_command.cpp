@@ -32,7 +32,7 @@ struct RangeOptions {
   std::string limits;
   std::string size = "900x600";
   int bias = kBias;
-  int most = 100;
+  int maxSize = 100;
   int difference = 50;
   int64_t seed = 1;
   bool json = false;
@@ -50,8 +50,8 @@ std::optional<RangeHeader> parseHeader(const RangeOptions& options) {
   RangeHeader header;
   if (!options.scale.empty()) header.scale = parseVector("--scale", options.scale);
   if (!options.offset.empty()) header.offset = parseVector("--offset", options.offset);
-  constexpr float kLeast = std::numeric_limits<float>::epsilon();
-  if (!(std::abs(header.scale.x) > kLeast && std::abs(header.scale.y) > kLeast && header.scale.z >= kLeast)) {
+  constexpr float kMin = std::numeric_limits<float>::epsilon();
+  if (!(std::abs(header.scale.x) > kMin && std::abs(header.scale.y) > kMin && header.scale.z >= kMin)) {
     reject("--scale: x and y must be above 1.2e-7 or below -1.2e-7, z must be above 1.2e-7");
   }
   return header;
@@ -65,7 +65,7 @@ bool isOtherName(const fs::path& path) {
   return hasImageExtension(path) || hasCloudExtension(path);
 }
 
-// A range file of such a name would take the place of a picture or cloud, and no program could read it.
+// A range file with such a name would be taken for a picture or cloud.
 void requireRangeName(const fs::path& path) {
   if (isOtherName(path)) reject(printable(path.string()) + ": is the name of a picture or cloud; OUT is a range file");
 }
@@ -149,7 +149,7 @@ ExitStatus render(const RangeOptions& options) {
 ExitStatus despeckle(const RangeOptions& options) {
   requireRangeName(options.output);
   RangeImage image = RangeImage::read(options.input);
-  const size_t cleared = image.clearSpeckles(options.most, options.difference);
+  const size_t cleared = image.clearSpeckles(options.maxSize, options.difference);
   image.write(options.output);
   print(std::to_string(cleared) + " of " + std::to_string(image.values().size()) + " pixels cleared\n");
   return ExitStatus::kOk;
@@ -216,7 +216,7 @@ void addSteps(CLI::App& range, Steps& steps, RangeOptions& options) {
   app = addStep(range, steps, despeckle, "despeckle", "Clear small patches that stand apart");
   addInput(*app, options, "range file");
   addOutput(*app, options, "range file");
-  app->add_option("--size", options.most, "most pixels of a patch [100]")
+  app->add_option("--size", options.maxSize, "maximum number of pixels of a patch [100]")
       ->check(CLI::Range(0, 1 << 30))
       ->type_name("N");
   app->add_option("--step", options.difference,

@@ -24,7 +24,7 @@ struct SceneOptions {
 };
 
 DaxiSize parseSize(const std::string& text) {
-  const auto sides = parseIntegerPair(text, 'x', kLeastSceneSide, kMostSceneSide);
+  const auto sides = parseIntegerPair(text, 'x', kMinSceneSide, kMaxSceneSide);
   if (!sides) reject("--size: " + inQuotes(text) + " is not WxH with sides of 150..8192");
   return {sides->first, sides->second};
 }

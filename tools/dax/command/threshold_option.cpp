@@ -21,7 +21,7 @@ uint32_t greyLevel(std::string_view text) {
   return static_cast<uint32_t>(*level);
 }
 
-// Reads "name=number,..." over the values that may be given.
+// Reads "name=number,..." into the permitted values.
 void readValues(std::string_view text, Values& values) {
   for (const std::string_view part : split(text, ',')) {
     const auto pair = splitPair(part, '=');
@@ -123,7 +123,8 @@ Threshold parseThreshold(std::string_view text, bool darkObjects) {
       threshold.invert = darkObjects;
       break;
     case DAXI_THRESHOLD_OTSU:
-      // The level belongs to the dark class; polarity 0 would set it too, and so all of an image of two greys.
+      // The level belongs to the dark class; polarity 0 would include it, and thus all of an image with two grey
+      // values.
       threshold.cfg.polarity = 1;
       threshold.invert = !darkObjects;
       break;

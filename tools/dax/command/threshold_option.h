@@ -10,7 +10,7 @@ namespace dax::tool {
 
 struct Threshold {
   DaxiThresholdBinCfg cfg;
-  bool invert;  // the objects are what the configuration leaves out
+  bool invert;  // the objects are the pixels that the threshold does not set
 
   const char* name() const;
 };
@@ -29,7 +29,7 @@ inline constexpr const char* kThresholdHelp =
     "                    the pixels is darker, bright where R is brighter, low and high are\n"
     "                    positions between them, 0..1 (R 0.01, Q 0.5, S 0 unless given)";
 
-// Throws std::invalid_argument with a message for the reader.
+// Throws std::invalid_argument with a message for the user.
 Threshold parseThreshold(std::string_view text, bool darkObjects);
 
 }  // namespace dax::tool

@@ -20,9 +20,9 @@ constexpr Ink kTextColour{1, 1, 1, 1};
 double usableScale(DaxiSize size, double scale) {
   const double side = std::max(size.width, size.height);
   if (scale == 0) scale = std::clamp(std::round(kLegibleSide / side), 1.0, 8.0);
-  if (side <= kMostDrawingSide && side * scale <= kMostDrawingSide) return scale;
+  if (side <= kMaxDrawingSide && side * scale <= kMaxDrawingSide) return scale;
   throw Failure(ExitStatus::kRefused,
-                "overlay: the picture would be wider or higher than " + std::to_string(kMostDrawingSide));
+                "overlay: the picture would be wider or higher than " + std::to_string(kMaxDrawingSide));
 }
 
 }  // namespace

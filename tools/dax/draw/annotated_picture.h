@@ -20,16 +20,16 @@ struct Rect {
 
 class AnnotatedPicture {
  public:
-  // `scale` 0 enlarges small images to a legible size. Throws Failure(kRefused) where the picture would be too large.
+  // `scale` 0 enlarges small images to a legible size. Throws Failure(kRefused) if the picture would be too large.
   AnnotatedPicture(const GreyImage& image, double scale);
 
-  // Lines through points of the image, in whose coordinates pixel centres are integers; `width` in output pixels.
+  // Lines through points of the image (pixel centres at integers); `width` in output pixels.
   void line(std::span<const Point> points, bool closed, const Ink& colour, double width);
 
   // Keeps labels away from a rectangle of the image.
   void keepFree(const Rect& rect) { placed_.push_back(onPicture(rect)); }
 
-  // A label above, below or beside a rectangle of the image, or on it; left out where there is no room.
+  // A label above, below, beside or on a rectangle of the image; omitted if there is no room.
   void label(const Rect& around, const std::string& text);
 
   std::string png() {

@@ -12,9 +12,9 @@ constexpr Ink kRegionColour{0.36, 0.68, 0.95, 0.95};
 constexpr Ink kEdgeColour{0.16, 0.90, 0.62, 1};
 constexpr Ink kWidthColour{1.0, 0.72, 0.20, 1};
 constexpr int kArcPieces = 180;  // of a full ring 2 degrees each, within 0.1 pixels of it up to a radius of 650
-constexpr size_t kMostLabels = 100;
+constexpr size_t kMaxLabels = 100;
 
-// A line of the region's grid, from one place to another.
+// A line of the region's grid between two points.
 struct GridLine {
   double s0, t0, s1, t1;
 };
@@ -98,7 +98,7 @@ void drawCalipers(AnnotatedPicture& picture, const std::vector<Caliper>& caliper
     if (!caliper.pairs.empty()) drawing.width(caliper.pairs.front().pair);
     picture.keepFree(drawing.bounds());
   }
-  for (size_t i = 0; i < std::min(calipers.size(), kMostLabels); ++i) {
+  for (size_t i = 0; i < std::min(calipers.size(), kMaxLabels); ++i) {
     const Caliper& caliper = calipers[i];
     const std::string number = std::to_string(i + 1);
     picture.label(CaliperDrawing(picture, caliper, alongHeight).bounds(),

@@ -1,4 +1,4 @@
-// Calipers and what they have found, drawn over the image.
+// Calipers and their edges, drawn over the image.
 #pragma once
 
 #include "draw/annotated_picture.h"
@@ -6,7 +6,7 @@
 
 namespace dax::tool {
 
-// Outlines with an arrow in the search direction, edges as lines across, of pairs the best with its width.
+// Outlines with an arrow in the search direction, edges as lines across, the best pair with its width.
 void drawCalipers(AnnotatedPicture& picture, const std::vector<Caliper>& calipers, bool alongHeight);
 
 }  // namespace dax::tool

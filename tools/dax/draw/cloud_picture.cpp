@@ -19,7 +19,7 @@ constexpr Colour kSurface = {222, 214, 200};
 constexpr Vector kLamp = {-0.48, 0.62, 0.62};  // right, up, towards the eye
 constexpr double kAmbient = 0.16;
 constexpr double kMargin = 20;
-constexpr double kMostRadius = 8;
+constexpr double kMaxRadius = 8;
 
 double dot(const Vector& a, const Vector& b) {
   return a[0] * b[0] + a[1] * b[1] + a[2] * b[2];
@@ -32,7 +32,7 @@ struct Eye {
     const Vector r = {-std::sin(a), std::cos(a), 0};
     const Vector u = {-std::sin(e) * std::cos(a), -std::sin(e) * std::sin(a), std::cos(e)};
     const Vector t = {std::cos(e) * std::cos(a), std::cos(e) * std::sin(a), std::sin(e)};
-    // The third of these axes goes where `up` is.
+    // The third of these axes is the one called `up`.
     for (int i = 0; i < 3; ++i) {
       const int axis = (i + view.up + 1) % 3;
       right[axis] = r[i];
@@ -49,7 +49,7 @@ struct Eye {
   Vector right, up, towards;
 };
 
-// From the eye's directions to pixels.
+// Maps eye coordinates to pixels.
 struct Frame {
   Frame(const std::vector<Vector>& points, DaxiSize size) {
     Vector low = points.front(), high = points.front();
@@ -60,15 +60,15 @@ struct Frame {
       }
     }
     const double width = high[0] - low[0], height = high[1] - low[1];
-    const double least = std::numeric_limits<double>::min();
-    scale = std::min((size.width - 2 * kMargin) / std::max(width, least),
-                     (size.height - 2 * kMargin) / std::max(height, least));
-    if (!(scale < 1e300)) scale = 1;  // a single place
+    const double tiny = std::numeric_limits<double>::min();
+    scale = std::min((size.width - 2 * kMargin) / std::max(width, tiny),
+                     (size.height - 2 * kMargin) / std::max(height, tiny));
+    if (!(scale < 1e300)) scale = 1;  // all points coincide
     x = (size.width - scale * (low[0] + high[0])) / 2;
     y = (size.height + scale * (low[1] + high[1])) / 2;
-    // Discs that would cover the picture twice over if the points were spread evenly: half of them may be hidden.
+    // Discs of this size cover the picture twice if spread evenly, because about half of the points may be hidden.
     const double area = scale * width * scale * height;
-    radius = std::clamp(std::sqrt(area / static_cast<double>(points.size())), 0.7, kMostRadius);
+    radius = std::clamp(std::sqrt(area / static_cast<double>(points.size())), 0.7, kMaxRadius);
   }
 
   double scale, x, y, radius;

@@ -26,14 +26,14 @@ inline void setInk(cairo_t* context, const Ink& ink) {
   cairo_set_source_rgba(context, ink.red, ink.green, ink.blue, ink.alpha);
 }
 
-// Throws std::bad_alloc or Failure(kInternal) for a status that is no success.
+// Throws std::bad_alloc or Failure(kInternal) if the status is an error.
 void require(cairo_status_t status);
 
-inline constexpr int kMostDrawingSide = 32767;
+inline constexpr int kMaxDrawingSide = 32767;
 Surface makeSurface(int width, int height);
 Surface toSurface(const GreyImage& image);
 
-// The pixels of an image of at most kMostDrawingSide to the upper left, on a surface that is as large or larger.
+// The pixels of an image of at most kMaxDrawingSide to the upper left, on a surface that is as large or larger.
 void paint(const ColourImage& image, const Surface& surface);
 
 std::string toPng(const Surface& surface);

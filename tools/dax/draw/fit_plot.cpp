@@ -10,7 +10,7 @@ namespace dax::tool {
 namespace {
 
 constexpr double kWidth = 900, kLeft = 90, kRight = 20;
-constexpr size_t kMostPoints = 5000;
+constexpr size_t kMaxPoints = 5000;
 
 std::string shortNumber(double value) {
   char text[32];
@@ -32,13 +32,13 @@ Interval both(const Interval& a, const Interval& b) {
   return {std::min(a.low, b.low), std::max(a.high, b.high)};
 }
 
-// With a margin; never empty.
+// Range with a margin; never empty.
 Interval widened(const Interval& range) {
   const double margin = range.length() > 0 ? 0.05 * range.length() : std::max(1e-3 * std::fabs(range.low), 1e-300);
   return {range.low - margin, range.high + margin};
 }
 
-// The distance of ticks: 1, 2 or 5 times a power of ten, about `count` of them.
+// The spacing of about `count` ticks: 1, 2 or 5 times a power of ten.
 double tickStep(const Interval& range, int count) {
   const double raw = range.length() / count, power = std::pow(10, std::floor(std::log10(raw)));
   return power * (raw < 1.5 * power ? 1 : raw < 3.5 * power ? 2 : raw < 7.5 * power ? 5 : 10);
@@ -68,7 +68,7 @@ class Panel {
 
   void dots(std::string& svg, const Values& x, const Values& y, std::string_view kind) const {
     svg += "<g class='" + std::string(kind) + "'>\n";
-    const size_t step = (x.size() + kMostPoints - 1) / kMostPoints;
+    const size_t step = (x.size() + kMaxPoints - 1) / kMaxPoints;
     for (size_t i = 0; i < x.size(); i += step) {
       svg += "<circle cx='" + fixed(left(x[i]), 2) + "' cy='" + fixed(down(y[i]), 2) + "' r='2.5'/>\n";
     }
@@ -122,9 +122,9 @@ std::string drawFit(const CurveModel& model, const Points& points, const CurveFi
   Values along(points.x.size());
   for (size_t i = 0; i < along.size(); ++i) along[i] = model.along(fit.parameters, points.x[i], points.y[i]);
   const Interval size = rangeOf(fit.residuals);
-  const double most = std::max({std::fabs(size.low), std::fabs(size.high), 1e-300});
+  const double bound = std::max({std::fabs(size.low), std::fabs(size.high), 1e-300});
   const Panel data(above, height, x, y),
-      residuals(above + height + gap, below, model.isFunction() ? x : Interval{-190, 190}, widened({-most, most}));
+      residuals(above + height + gap, below, model.isFunction() ? x : Interval{-190, 190}, widened({-bound, bound}));
 
   std::string svg = "<svg xmlns='http://www.w3.org/2000/svg' width='" + shortNumber(kWidth) + "' height='" +
                     shortNumber(above + height + gap + below + 50) + "'>\n" + kStyle +

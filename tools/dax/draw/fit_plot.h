@@ -7,7 +7,7 @@
 
 namespace dax::tool {
 
-// An SVG: the points with the curve through them, and below the residuals. Beyond some thousands every k-th point is drawn.
+// An SVG: points and curve, residuals below. Of several thousand points only every k-th is drawn.
 std::string drawFit(const CurveModel& model, const Points& points, const CurveFit& fit, std::string_view title);
 
 }  // namespace dax::tool

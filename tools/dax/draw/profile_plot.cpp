@@ -10,7 +10,7 @@
 namespace dax::tool {
 namespace {
 
-constexpr size_t kMostPanels = 24, kColumns = 2;
+constexpr size_t kMaxPanels = 24, kColumns = 2;
 constexpr double kPanelWidth = 560, kPanelHeight = 300, kLeft = 54, kRight = 12, kTop = 26, kBottom = 24, kGap = 22;
 constexpr double kFontSize = 11;
 constexpr Ink kInk{0.20, 0.24, 0.28, 1}, kFrame{0.72, 0.75, 0.78, 1};
@@ -146,7 +146,7 @@ void drawPanel(cairo_t* c, double left, double top, const Caliper& caliper, size
 }  // namespace
 
 std::string plotProfiles(const std::vector<Caliper>& calipers, const CaliperSettings& settings) {
-  const size_t panels = std::min(calipers.size(), kMostPanels);
+  const size_t panels = std::min(calipers.size(), kMaxPanels);
   const size_t columns = std::min(panels, kColumns), rows = (panels + columns - 1) / columns;
   const Surface surface = makeSurface(static_cast<int>(kPanelWidth * static_cast<double>(columns)),
                                       static_cast<int>(kPanelHeight * static_cast<double>(rows)));

@@ -14,7 +14,7 @@ namespace {
 constexpr Colour kInvalid = {24, 26, 30};
 constexpr int kScaleHeight = 34;
 constexpr int kScaleMargin = 8;
-constexpr int kLeastScaleWidth = 120;
+constexpr int kMinScaleWidth = 120;
 constexpr double kFontSize = 12;
 
 ColourImage colours(const RangeImage& image, float low, float high) {
@@ -69,9 +69,9 @@ std::pair<float, float> usualHeights(const RangeImage& image) {
 
 std::string drawHeights(const RangeImage& image, float low, float high) {
   const DaxiSize size = image.size();
-  const int scale = size.width >= kLeastScaleWidth ? kScaleHeight : 0;
-  if (std::max(size.width, size.height + scale) > kMostDrawingSide) {
-    throw Failure(ExitStatus::kRefused, "the picture would be higher than " + std::to_string(kMostDrawingSide));
+  const int scale = size.width >= kMinScaleWidth ? kScaleHeight : 0;
+  if (std::max(size.width, size.height + scale) > kMaxDrawingSide) {
+    throw Failure(ExitStatus::kRefused, "the picture would be higher than " + std::to_string(kMaxDrawingSide));
   }
   const Surface surface = makeSurface(size.width, size.height + scale);
   paint(colours(image, low, high), surface);

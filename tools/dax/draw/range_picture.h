@@ -8,7 +8,7 @@
 
 namespace dax::tool {
 
-// The heights between which the middle 98 % of the valid pixels lie; {0, 1} without valid pixels.
+// The 1st and 99th percentile of the valid heights; {0, 1} without valid pixels.
 std::pair<float, float> usualHeights(const RangeImage& image);
 
 // A PNG: heights in colours from `low` to `high`, invalid pixels dark, and below a scale with its ends.

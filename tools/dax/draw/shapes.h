@@ -8,7 +8,7 @@ namespace dax::tool {
 enum class ShapeKind { kDisc, kRing, kRectangle, kSlot, kHexNut, kBracket };
 inline constexpr int kShapeKinds = 6;
 
-// A shape around the origin, lying along x. All arithmetic is + - * / on doubles, and so the same on every machine.
+// A shape around the origin with its long side along x. Only + - * / on doubles: the same on every machine.
 struct Shape {
   ShapeKind kind;
   double a;  // disc, ring: radius; rectangle, bracket: length; slot: length between end centres; nut: across flats
@@ -20,7 +20,7 @@ struct Shape {
   // Coordinates of the centroid, the same in u and v for all shapes but the bracket.
   double centroidU() const;
   double centroidV() const;
-  // No point is farther from the origin.
+  // Distance of the farthest point from the origin.
   double reach() const;
   // Degrees after which the outline looks the same; 0 for shapes without direction.
   double anglePeriod() const;

@@ -27,7 +27,7 @@ inline ColourImage makeColourImage(DaxiSize size, Colour colour) {
   return {size, std::vector<Colour>(static_cast<size_t>(size.width) * size.height, colour)};
 }
 
-// The colour of a share of 0 (dark blue) to 1 (yellow), through green; even steps look even, also without colour.
+// Maps 0..1 to dark blue, green, yellow; perceptually uniform, also in greyscale.
 Colour heightColour(double share);
 
 }  // namespace dax::tool

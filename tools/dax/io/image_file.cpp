@@ -20,9 +20,9 @@ namespace {
 namespace fs = std::filesystem;
 using namespace std::string_view_literals;
 
-constexpr int64_t kMostPixels = int64_t{1} << 28;
-// All images in the decoder at a time; a pixel takes 8 bytes.
-constexpr int64_t kMostDecoderBytes = 3 * 8 * kMostPixels / 2;
+constexpr int64_t kMaxPixels = int64_t{1} << 28;
+// Memory of all images in the decoder; a pixel takes 8 bytes.
+constexpr int64_t kMaxDecoderBytes = 3 * 8 * kMaxPixels / 2;
 
 struct Format {
   std::string_view magic;
@@ -52,7 +52,7 @@ const char* sniff(const fs::path& path, std::string_view bytes) {
   return format->name;
 }
 
-// What went wrong, of "Magick: what (file name) reported by source:line (function)"; the name is empty.
+// The reason in "Magick: reason (file name) reported by source:line (function)"; the name is empty.
 std::string reason(const std::exception& exception) {
   std::string text = exception.what();
   text.erase(std::min(text.size(), text.rfind(" reported by ")));
@@ -62,7 +62,7 @@ std::string reason(const std::exception& exception) {
   return printable(text);
 }
 
-// Stray bytes between JPEG segments cost no pixels; every other warning about corruption does.
+// Extra bytes between JPEG segments lose no pixels; every other warning about corruption does.
 bool isHarmless(const Magick::WarningCorruptImage& warning) {
   return std::strstr(warning.what(), "extraneous bytes before marker") != nullptr;
 }
@@ -76,7 +76,7 @@ void decode(const fs::path& path, const std::string& bytes, const char* format, 
   } catch (const Magick::WarningCorruptImage& warning) {
     if (!isHarmless(warning)) fail(path, "is damaged: " + reason(warning));
   } catch (const Magick::Warning&) {
-    // Unknown tags, odd colour profiles: the pixels are whole.
+    // Unknown tags, odd colour profiles: the pixels are complete.
   } catch (const Magick::ErrorResourceLimit& error) {
     fail(path, "is too large: " + reason(error));
   } catch (const Magick::Exception& error) {
@@ -118,13 +118,13 @@ void setUpDecoders() {
   GetExceptionInfo(&exception);
   InitializeMagickEx(nullptr, MAGICK_OPT_NO_SIGNAL_HANDER, &exception);
   DestroyExceptionInfo(&exception);
-  SetMagickResourceLimit(PixelsResource, kMostPixels);
+  SetMagickResourceLimit(PixelsResource, kMaxPixels);
   SetMagickResourceLimit(WidthResource, DAXI_BLOB_MAX_SIDE);
   SetMagickResourceLimit(HeightResource, DAXI_BLOB_MAX_SIDE);
-  SetMagickResourceLimit(MemoryResource, kMostDecoderBytes);
+  SetMagickResourceLimit(MemoryResource, kMaxDecoderBytes);
   SetMagickResourceLimit(MapResource, 0);
   SetMagickResourceLimit(DiskResource, 0);
-  SetMagickResourceLimit(ThreadsResource, 1);  // the program runs one image a thread
+  SetMagickResourceLimit(ThreadsResource, 1);  // the program itself decodes one image per thread
 }
 
 ImageFile ImageFile::read(const fs::path& path) {

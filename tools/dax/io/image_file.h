@@ -1,5 +1,5 @@
-// Image files. Reads PNG, JPEG, TIFF, BMP and PGM/PPM from memory; the format is told by the first bytes alone, never
-// by the name, so that no name can reach another decoder.
+// Image files. Reads PNG, JPEG, TIFF, BMP and PGM/PPM from memory. Only the first bytes select the format, never the
+// name, so that no name can reach another decoder.
 #pragma once
 
 #include <filesystem>
@@ -14,7 +14,7 @@ class Image;
 
 namespace dax::tool {
 
-// Once, before threads start: limits of the decoders.
+// Sets the limits of the decoders; call once, before threads start.
 void setUpDecoders();
 
 // A decoded image.
@@ -30,7 +30,7 @@ class ImageFile {
   // BT.601, and for 8-bit images (R = 257 r) exactly the same weights of r, g and b.
   GreyImage toGrey() const;
 
-  // Grey values of 16 bits, with the same weights. False for images of fewer bits, whose values would be made up.
+  // 16-bit grey values with the same weights. False for images with fewer bits.
   bool has16Bits() const;
   Grey16Image toGrey16() const;
 
@@ -41,7 +41,7 @@ class ImageFile {
   std::unique_ptr<Magick::Image> image_;
 };
 
-// True for file-name extensions of the formats read.
+// Whether a file-name extension is of a format that can be read.
 bool hasImageExtension(const std::filesystem::path& path);
 
 // Encoded 8-bit grey images.

@@ -12,7 +12,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr uintmax_t kMostFileBytes = uintmax_t{1} << 30;
+constexpr uintmax_t kMaxFileBytes = uintmax_t{1} << 30;
 
 [[noreturn]] void fail(const fs::path& path, const std::string& what) {
   throw Failure(ExitStatus::kCannotRead, printable(path.string()) + ": " + what);
@@ -31,7 +31,7 @@ uintmax_t requireRegularFile(const fs::path& path) {
   if (!fs::is_regular_file(status)) fail(path, fs::is_directory(status) ? "is a folder" : "is not a regular file");
   const uintmax_t size = fs::file_size(path, error);
   if (error) fail(path, "cannot be read: " + error.message());
-  if (size > kMostFileBytes) fail(path, "is larger than 1 GiB");
+  if (size > kMaxFileBytes) fail(path, "is larger than 1 GiB");
   return size;
 }
 

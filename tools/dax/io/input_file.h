@@ -1,4 +1,4 @@
-// Input files: regular ones, of bearable size.
+// Input files: regular files of limited size.
 #pragma once
 
 #include <cstdint>

@@ -33,7 +33,7 @@ std::vector<fs::path> imagesBelow(const fs::path& folder) {
   return images;
 }
 
-// Gives each input a name of its own in a folder: "disc-overlay.png", "disc-overlay-2.png", ...
+// Gives each input a unique name in a folder: "disc-overlay.png", "disc-overlay-2.png", ...
 class OutputNames {
  public:
   OutputNames(fs::path folder, std::string ending, std::string extension)
@@ -61,7 +61,7 @@ void requireUsable(const char* option, const fs::path& output, const fs::path& i
   requireOther(option, output, {{"the input", input}});
 }
 
-// A folder for several images that is called like the picture of one is a mistake.
+// An output folder with the ending of a picture is a mistake.
 void requireFolder(const char* option, const fs::path& output, const char* ending) {
   if (output.extension() != ending || isFolder(output)) return;
   throw Failure(ExitStatus::kUsage, std::string(option) + ": " + printable(output.string()) +
@@ -83,7 +83,7 @@ std::vector<Job> planJobs(const std::vector<std::string>& inputs, const fs::path
   }
   requireFolder("--overlay", overlay, ".png");
   requireFolder("--report", report, ".html");
-  // Folders are walked before output folders are made, which may lie inside them.
+  // Input folders are listed before output folders are created, which may lie inside them.
   std::vector<fs::path> files;
   for (const std::string& input : inputs) {
     const auto images = isFolder(input) ? imagesBelow(input) : std::vector<fs::path>{input};

@@ -1,4 +1,4 @@
-// Which images to look at, and where the pictures of each go.
+// The input images and the outputs of each.
 #pragma once
 
 #include <filesystem>
@@ -13,9 +13,9 @@ struct Job {
   std::filesystem::path report;
 };
 
-// Walks folders, in the order of their files' names. The pictures and reports of several images go into folders, that of
-// a single one into a file; empty: none. Throws Failure(kCannotRead) for a folder without images, Failure(kUsage) where an
-// output does not fit the inputs, Failure(kCannotWrite) where an output folder cannot be made.
+// Lists folders in the order of file names. Outputs of several images go into folders, those of a single one into
+// files; empty: none. Throws Failure(kCannotRead) for a folder without images, Failure(kUsage) if an output does not
+// fit the inputs, Failure(kCannotWrite) if an output folder cannot be created.
 std::vector<Job> planJobs(const std::vector<std::string>& inputs, const std::filesystem::path& overlay,
                           const std::filesystem::path& report);
 bool areSeveral(const std::vector<std::string>& inputs);

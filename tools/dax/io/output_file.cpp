@@ -33,14 +33,14 @@ bool writeAll(int file, std::string_view content) {
   return true;
 }
 
-// mkostemp gives mode 0600; a new file should have what the user's mask allows.
+// mkostemp gives mode 0600; a new file should have the mode of the user's mask.
 mode_t ordinaryMode() {
   const mode_t mask = umask(0);
   umask(mask);
   return 0666 & ~mask;
 }
 
-// Devices and pipes are written to, not replaced.
+// Devices and pipes are written directly, not replaced.
 bool isSpecial(const fs::path& path) {
   std::error_code ignored;
   const fs::file_status status = fs::status(path, ignored);
@@ -55,7 +55,7 @@ void writeInto(const fs::path& path, std::string_view content) {
   if (error != 0) fail(path, error);
 }
 
-// What a link names, or the path itself.
+// The target of a link, or the path itself.
 fs::path linkTarget(const fs::path& path) {
   std::error_code error;
   if (!fs::is_symlink(path, error)) return path;

@@ -1,4 +1,4 @@
-// Output files appear whole or not at all.
+// Output files are written completely or not at all.
 #pragma once
 
 #include <filesystem>
@@ -6,7 +6,7 @@
 
 namespace dax::tool {
 
-// Writes to a temporary name in the same folder and renames. Follows links; devices and pipes are written to as they are.
+// Writes a temporary file in the same folder and renames it. Follows links; devices and pipes are written directly.
 // Throws Failure(kCannotWrite).
 void writeFile(const std::filesystem::path& path, std::string_view content);
 

@@ -14,7 +14,7 @@ namespace fs = std::filesystem;
   throw Failure(ExitStatus::kUsage, option + ": " + printable(output.string()) + why);
 }
 
-// Whether two names are of one file, be it there or not yet.
+// Whether two names refer to the same file, existing or not.
 bool sameFile(const fs::path& one, const fs::path& other) {
   std::error_code ignored;
   if (fs::equivalent(one, other, ignored)) return true;

@@ -1,4 +1,4 @@
-// What the names of outputs must be, checked before any work is done.
+// Checks of output names, made before any work is done.
 #pragma once
 
 #include <filesystem>
@@ -7,13 +7,13 @@
 
 namespace dax::tool {
 
-// A file that the same command line names: {"the input", path}.
+// Another file of the same command line: {"the input", path}.
 struct NamedFile {
   const char* what;
   std::filesystem::path path;
 };
 
-// Both let an empty name pass, throw Failure(kUsage), and begin the message with the option.
+// Both accept an empty name; else they throw Failure(kUsage) with a message that starts with the option.
 void requireEnding(const std::string& option, const std::filesystem::path& output,
                    std::initializer_list<const char*> endings);
 void requireOther(const std::string& option, const std::filesystem::path& output,

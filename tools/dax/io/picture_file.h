@@ -1,4 +1,4 @@
-// Pictures that the program writes, in the format that their names end in.
+// Picture files; the ending of the name selects the format.
 #pragma once
 
 #include <filesystem>

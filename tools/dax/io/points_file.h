@@ -11,8 +11,9 @@ struct Points {
   std::vector<double> y;
 };
 
-// Columns count from 1; commas, semicolons, tabs or blanks part them. Lines that are empty or begin with # are passed over, and
-// so is a first line of titles. Throws Failure(kCannotRead), with the line's number where one has not these two finite numbers.
+// Columns count from 1 and are separated by commas, semicolons, tabs or blanks. Empty lines, lines that start with #
+// and a first line of titles are skipped. Throws Failure(kCannotRead) with the number of a line without two finite
+// numbers.
 Points readPoints(const std::filesystem::path& path, int xColumn, int yColumn);
 
 }  // namespace dax::tool

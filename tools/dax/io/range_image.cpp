@@ -94,7 +94,7 @@ std::span<uint8_t> RangeImage::mask() const {
   return {static_cast<uint8_t*>(record_->mask.image.plane[0]), area(record_->mask.image)};
 }
 
-size_t RangeImage::clearSpeckles(int32_t most, int32_t difference) {
+size_t RangeImage::clearSpeckles(int32_t maxSize, int32_t difference) {
   if (mask().empty()) {
     setUp(record_->mask, 1, size(), sizeof(uint8_t));
     record_->type = DAX3D_RANGE_WITH_MASK;
@@ -109,7 +109,7 @@ size_t RangeImage::clearSpeckles(int32_t most, int32_t difference) {
   check(DAX3DPCL_PREP_FILTER_Speckle_BufferSize(size(), &bytes), "speckle filter");
   const Memory buffer(bytes);
   check(DAX3DPCL_PREP_FILTER_Speckle_S16(size(), before.data(), after.data(), {0, 0}, {size().width, size().height},
-                                         difference, most, invalid, buffer.get()),
+                                         difference, maxSize, invalid, buffer.get()),
         "speckle filter");
   size_t cleared = 0;
   for (size_t i = 0; i < after.size(); ++i) {

@@ -17,25 +17,25 @@ class RangeImage {
   // Throws Failure(kCannotRead).
   static RangeImage read(const std::filesystem::path& path);
 
-  // An image of type 0, all of it invalid. Throws std::bad_alloc.
+  // An image of type 0 with all pixels invalid. Throws std::bad_alloc.
   static RangeImage make(DaxiSize size, const DAX3D_VECTOR_32F& scale, const DAX3D_VECTOR_32F& offset);
 
-  // Appears whole or not at all. Throws Failure(kCannotWrite).
+  // Writes the file completely or not at all. Throws Failure(kCannotWrite).
   void write(const std::filesystem::path& path) const;
 
   const DAX3D_RANGE_V4& record() const { return *record_; }
   DaxiSize size() const { return {record_->range.image.width, record_->range.image.height}; }
   std::span<int16_t> values() const;
-  // One byte a pixel, not 0 where it is valid; empty for records without a mask, all of which is valid.
+  // One byte per pixel, not 0 where valid; empty for records without a mask, where all pixels are valid.
   std::span<uint8_t> mask() const;
   bool valid(size_t pixel) const { return mask().empty() || mask()[pixel] != 0; }
   float height(size_t pixel) const { return values()[pixel] * record_->scale.z + record_->offset.z; }
 
-  // Marks pixels as invalid that belong to connected patches of at most `most` pixels with steps below `difference`;
-  // gives their number. Throws Failure(kRefused).
-  size_t clearSpeckles(int32_t most, int32_t difference);
+  // Marks the pixels of connected regions of at most `maxSize` pixels with steps below `difference` as invalid; returns
+  // their number. Throws Failure(kRefused).
+  size_t clearSpeckles(int32_t maxSize, int32_t difference);
 
-  // The valid pixels as points. Throws Failure(kRefused) where there are none.
+  // The valid pixels as points. Throws Failure(kRefused) if there are none.
   Cloud toCloud() const;
 
  private:

@@ -17,7 +17,7 @@ class Numbers {
 
   bool holds(size_t at, size_t count) const { return at <= bytes_.size() && count <= bytes_.size() - at; }
 
-  // Of 2 or 4 bytes; 0 outside the file.
+  // An integer of 2 or 4 bytes; 0 outside the file.
   uint32_t at(size_t place, size_t count) const {
     if (!holds(place, count)) return 0;
     uint32_t value = 0;
@@ -27,7 +27,7 @@ class Numbers {
     return value;
   }
 
-  // The first value of a directory entry: in the entry where all of them fit into 4 bytes, else where it points to.
+  // The first value of a directory entry: in the entry itself if all values fit into 4 bytes, else at its offset.
   uint32_t ofEntry(size_t entry) const {
     const size_t size = at(entry + 2, 2) == kShort ? 2 : 4;
     const bool inside = uint64_t{at(entry + 4, 4)} * size <= 4;

@@ -1,13 +1,13 @@
-// What the pixels of a TIFF file are made of. The decoder brings all of them to 16 bits without a sign, and clips or
-// wraps what does not fit.
+// Sample format of TIFF files. The decoder converts all samples to unsigned 16 bits and clips or wraps those that do
+// not fit.
 #pragma once
 
 #include <string_view>
 
 namespace dax::tool {
 
-// True where the first directory tells of whole numbers without a sign, of at most 16 bits; true, too, for what is no
-// TIFF, and for what is too damaged to tell.
+// Whether the first directory describes unsigned integers of at most 16 bits. True also for files that are not TIFF or
+// too damaged to tell.
 bool hasPlainTiffSamples(std::string_view bytes);
 
 }  // namespace dax::tool

@@ -52,7 +52,7 @@ struct TruthComparison {
   size_t found = 0;
   size_t missed = 0;
   size_t foundTwice = 0;
-  size_t unexpected = 0;  // blobs where no part is
+  size_t unexpected = 0;  // blobs without a part
   ErrorStatistics centre;
   ErrorStatistics area;
   ErrorStatistics angle;
@@ -62,8 +62,8 @@ struct TruthComparison {
   nlohmann::ordered_json json() const;
 };
 
-// Each blob goes to the part with the nearest centre, if that lies within the radius of a disc of the part's area. Of
-// several blobs at a part the nearest is measured.
+// Matches each blob to the part with the nearest centre within the radius of a disc of the part's area. Of several
+// blobs at a part the nearest is used.
 TruthComparison compare(const Truth& truth, std::span<const BlobInfo> blobs, const Tolerances& tolerances);
 
 }  // namespace dax::tool

@@ -12,7 +12,7 @@ namespace {
 
 using Json = nlohmann::ordered_json;
 
-// Rounded to 1e-4, so that the last bits of the mathematics library do not show.
+// Rounded to 1e-4, so that the last bits of the mathematics library do not matter.
 double rounded(double value) {
   return *parseNumber(fixed(value, 4));
 }
@@ -36,7 +36,7 @@ TruePart toPart(const Json& json) {
   return part;
 }
 
-// Through a double: what an int cannot hold must not become one.
+// Read as a double, because the number may not fit an int.
 int toSide(const Json& json) {
   const auto side = json.get<double>();
   if (!(side >= 1 && side <= INT32_MAX && side == std::floor(side))) throw std::invalid_argument("a side is no size");

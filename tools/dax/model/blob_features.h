@@ -1,4 +1,4 @@
-// What is told about a blob, in output order: the one list behind the table, JSON and CSV.
+// The features of a blob in output order: one list for table, JSON and CSV.
 #pragma once
 
 #include <string>
@@ -16,10 +16,10 @@ struct Feature {
   float (*value)(const BlobInfo& blob);
 };
 
-// Lengths in pixels, angles in degrees. The class and the outside pixels are told where the settings ask about them.
+// Lengths in pixels, angles in degrees. Class and outside pixels are included if the settings request them.
 std::vector<Feature> features(const InspectionSettings& settings);
 
-// "degrees" from the library's radians.
+// Degrees from the library's radians.
 float degrees(float radians);
 
 }  // namespace dax::tool

@@ -16,10 +16,10 @@ namespace {
 using Pattern = ChessboardPatternSize;
 
 constexpr int kErosions = 8;
-constexpr int kLeastSide = 64;
+constexpr int kMinSide = 64;
 constexpr int kIterations = 30;
 constexpr float kEpsilon = 1e-4f;
-constexpr int kLeastWindow = 2, kMostWindow = 11;
+constexpr int kMinWindow = 2, kMaxWindow = 11;
 
 float distance(DaxiPoint32f a, DaxiPoint32f b) {
   return std::hypot(a.x - b.x, a.y - b.y);
@@ -38,7 +38,7 @@ std::optional<Board> findQuads(const GreyImage& image, Pattern pattern, int mode
   return found ? std::optional(board) : std::nullopt;
 }
 
-// Of detectors that take boards of any size.
+// For detectors of boards of any size.
 struct AnySize {
   std::vector<DaxiPoint32f> points = std::vector<DaxiPoint32f>(DAXI_CHECKERBOARD_MAX_CORNERS);
   std::vector<CheckerboardCorner> corners = std::vector<CheckerboardCorner>(DAXI_CHECKERBOARD_MAX_CORNERS);
@@ -50,14 +50,14 @@ struct AnySize {
   }
 };
 
-std::optional<Board> findHessian(const GreyImage& image, int32_t least, int32_t most) {
+std::optional<Board> findHessian(const GreyImage& image, int32_t minCorners, int32_t maxCorners) {
   uint64_t bytes = 0;
   check(DAXI_CheckerboardCornerHessianBufferSize_8u(image.size, &bytes), "the search for a board");
   const Memory buffer(bytes);
   AnySize found;
   for (const int32_t sampling : {1, 2, 4}) {
-    if (std::min(image.size.width, image.size.height) / sampling < kLeastSide) break;
-    const CheckerboardHessianParam param{DAXI_CHECKERBOARD_MEDIAN, sampling, least, most, 0, 180};
+    if (std::min(image.size.width, image.size.height) / sampling < kMinSide) break;
+    const CheckerboardHessianParam param{DAXI_CHECKERBOARD_MEDIAN, sampling, minCorners, maxCorners, 0, 180};
     check(DAXI_CheckerboardCornerHessian_8u_C1R(image.pixels.data(), image.step(), image.size, found.points.data(),
                                                 found.corners.data(), buffer.get(), &param, &found.grid),
           "the search for a board");
@@ -66,12 +66,12 @@ std::optional<Board> findHessian(const GreyImage& image, int32_t least, int32_t 
   return found.board("Hessian");
 }
 
-std::optional<Board> findSymmetric(const GreyImage& image, uint32_t least, uint32_t most) {
+std::optional<Board> findSymmetric(const GreyImage& image, uint32_t minCorners, uint32_t maxCorners) {
   uint64_t bytes = 0;
   check(DAXI_CheckerboardCornerSymBufferSize_8u(image.size, &bytes), "the search for a board");
   const Memory buffer(bytes);
   AnySize found;
-  const CheckerboardSymCfg cfg{least, most, 15, 6, 5, DAXI_CHECKERBOARD_MEDIAN, DAXI_CHECKERBOARD_LADDER};
+  const CheckerboardSymCfg cfg{minCorners, maxCorners, 15, 6, 5, DAXI_CHECKERBOARD_MEDIAN, DAXI_CHECKERBOARD_LADDER};
   const DaxStatus status =
       DAXI_CheckerboardCornerSym_8u_C1R(image.pixels.data(), image.step(), image.size, found.points.data(),
                                         found.corners.data(), &found.grid, &cfg, buffer.get(), nullptr);
@@ -80,7 +80,7 @@ std::optional<Board> findSymmetric(const GreyImage& image, uint32_t least, uint3
   return found.board("symmetry");
 }
 
-// A quarter turn: rows become columns, and turning from rows to columns stays turning from x to y.
+// A quarter turn: rows become columns; the orientation is kept.
 Board turned(const Board& board) {
   const auto [columns, rows] = board.pattern;
   Board result{{rows, columns}, board.detector, {}};
@@ -90,7 +90,7 @@ Board turned(const Board& board) {
           board.corners[static_cast<size_t>(rows - 1 - c) * static_cast<size_t>(columns) + static_cast<size_t>(r)]);
     }
   }
-  // The first row stays the one nearer the top.
+  // Keeps the row nearer to the top first.
   if (result.corners.back().y < result.corners.front().y) std::reverse(result.corners.begin(), result.corners.end());
   return result;
 }
@@ -106,27 +106,27 @@ std::optional<Board> findSized(const GreyImage& image, Pattern size) {
   for (const int mode : {DAXI_CHESSBOARD_OTSU, DAXI_CHESSBOARD_LOCAL_MEAN}) {
     if (auto board = findQuads(image, size, mode)) return board;
   }
-  const int32_t least = std::min(size.columns, size.rows), most = std::max(size.columns, size.rows);
-  if (auto board = ofSize(findHessian(image, least, most), size)) return board;
-  return ofSize(findSymmetric(image, static_cast<uint32_t>(least), static_cast<uint32_t>(most)), size);
+  const int32_t minCorners = std::min(size.columns, size.rows), maxCorners = std::max(size.columns, size.rows);
+  if (auto board = ofSize(findHessian(image, minCorners, maxCorners), size)) return board;
+  return ofSize(findSymmetric(image, static_cast<uint32_t>(minCorners), static_cast<uint32_t>(maxCorners)), size);
 }
 
 std::optional<Board> findAny(const GreyImage& image) {
-  constexpr int32_t kLeast = 3, kMost = 300;
-  if (auto board = findHessian(image, kLeast, kMost)) return board;
-  return findSymmetric(image, kLeast, kMost);
+  constexpr int32_t kMin = 3, kMax = 300;
+  if (auto board = findHessian(image, kMin, kMax)) return board;
+  return findSymmetric(image, kMin, kMax);
 }
 
-// A window that holds no second corner.
+// A window that contains no second corner.
 int32_t windowFor(const Board& board) {
   float nearest = std::numeric_limits<float>::max();
   for (size_t i = 0; i < board.corners.size(); ++i) {
     for (size_t j = 0; j < i; ++j) nearest = std::min(nearest, distance(board.corners[i], board.corners[j]));
   }
-  return std::clamp(static_cast<int32_t>(0.4f * nearest), kLeastWindow, kMostWindow);
+  return std::clamp(static_cast<int32_t>(0.4f * nearest), kMinWindow, kMaxWindow);
 }
 
-// Red to violet, and red again.
+// Red to violet and back to red.
 Ink colourOf(int32_t row) {
   constexpr Ink kColours[] = {{0.95, 0.30, 0.26, 1}, {0.98, 0.62, 0.15, 1}, {0.95, 0.87, 0.25, 1},
                               {0.40, 0.85, 0.35, 1}, {0.25, 0.75, 0.95, 1}, {0.65, 0.50, 0.95, 1}};
@@ -144,7 +144,7 @@ Rect around(DaxiPoint32f p, double half) {
 }  // namespace
 
 std::optional<Board> findBoard(const GreyImage& image, const std::optional<Pattern>& size) {
-  if (std::min(image.size.width, image.size.height) < kLeastSide) {
+  if (std::min(image.size.width, image.size.height) < kMinSide) {
     throw Failure(ExitStatus::kRefused, "is smaller than 64 x 64 pixels, too small for a board");
   }
   auto board = size ? findSized(image, *size) : findAny(image);
@@ -162,7 +162,7 @@ std::string drawBoard(const GreyImage& image, const std::optional<Board>& board)
   if (!board) return picture.png();
   const auto [columns, rows] = board->pattern;
   const auto corner = [&](int32_t i) { return board->corners[static_cast<size_t>(i)]; };
-  // Crosses lie along the diagonals of squares, where no edge of the board hides them.
+  // Crosses are diagonal to the squares, so that no edge of the board hides them.
   constexpr float kArm = 0.12f;
   const DaxiPoint32f first = corner(0), beside = corner(1), below = corner(columns);
   const float ax = kArm * (beside.x - first.x), ay = kArm * (beside.y - first.y);

@@ -12,14 +12,14 @@ namespace dax::tool {
 
 struct Board {
   ChessboardPatternSize pattern;
-  std::string detector;               // that found it
+  std::string detector;               // the one that found it
   std::vector<DaxiPoint32f> corners;  // refined, row by row
 };
 
-// A board of a size, or without one the board of most corners. Throws Failure(kRefused).
+// A board of a given size, or the board with the maximum number of corners. Throws Failure(kRefused).
 std::optional<Board> findBoard(const GreyImage& image, const std::optional<ChessboardPatternSize>& size);
 
-// The image with the corners in their order: every row in a colour of its own, the first corner marked.
+// The image with the corners in order: each row in its own colour, the first corner marked.
 std::string drawBoard(const GreyImage& image, const std::optional<Board>& board);
 
 }  // namespace dax::tool

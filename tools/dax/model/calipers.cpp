@@ -13,10 +13,10 @@ namespace dax::tool {
 namespace {
 
 constexpr double kRadians = std::numbers::pi / 180;
-constexpr double kMostNumber = 1e9;
+constexpr double kMaxNumber = 1e9;
 constexpr float kDefaultStep = 20, kFullStep = 255;
 
-// What the members of a region mean: lengths, then `angles` angles.
+// The members of a region: lengths, then `angles` angles.
 template <class R>
 struct Kind;
 
@@ -68,7 +68,7 @@ constexpr bool isAngle(size_t member) {
   return member + Kind<R>::kAngles >= Kind<R>::kMembers.size();
 }
 
-// Of calls that refuse regions; says which ones are possible.
+// Adds the possible regions to the message of a call that refuses one.
 void checkRegion(DaxStatus status, const auto& region, DaxiSize size) {
   using R = std::decay_t<decltype(region)>;
   std::string what = describe(region);
@@ -174,7 +174,7 @@ Caliper measureRegion(const GreyImage& image, const R& region, const CaliperSett
   uint64_t bytes = 0;
   checkRegion((settings.pairs ? Kind<R>::kPairBytes : Kind<R>::kEdgeBytes)(&region, &bytes), region, image.size);
   const Memory buffer(bytes);
-  // The query has made sure that the sides are of reasonable sizes; they are rounded up by less than 2.
+  // The query has checked the sides; they are rounded up by less than 2.
   const auto [width, height] = sides(region);
   const auto capacity = static_cast<size_t>((settings.alongHeight ? height : width) + 2);
   caliper.profile.resize(capacity);
@@ -196,7 +196,7 @@ std::optional<Region> parseRegion(std::string_view text) {
   R region = {};
   for (size_t i = 0; i < parts.size(); ++i) {
     const std::optional<double> value = parseNumber(parts[i]);
-    if (!value || std::fabs(*value) > kMostNumber) return std::nullopt;
+    if (!value || std::fabs(*value) > kMaxNumber) return std::nullopt;
     region.*Kind<R>::kMembers[i] = static_cast<float>(isAngle<R>(i) ? *value * kRadians : *value);
   }
   return region;

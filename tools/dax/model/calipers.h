@@ -1,4 +1,4 @@
-// Regions of calipers, and the edges that are measured in them.
+// Caliper regions and the edges measured in them.
 #pragma once
 
 #include <optional>
@@ -15,14 +15,14 @@ namespace dax::tool {
 
 using Region = std::variant<CaliperBox, CaliperRhomboid, CaliperAnnulus>;
 
-// "X,Y,..." with as many numbers as the region has members, angles in degrees; none when the text is nothing of the kind.
+// "X,Y,..." with one number per member of the region, angles in degrees; none if the text is anything else.
 template <class R>
 std::optional<Region> parseRegion(std::string_view text);
 
-// "box 12,20,40,16,30", as it is written on the command line.
+// "box 12,20,40,16,30", as on the command line.
 std::string describe(const Region& region);
 
-// Moved by so many pixels.
+// Moved by a number of pixels.
 Region moved(Region region, double dx, double dy);
 
 // A point of the region's grid: s along the columns and t along the rows, in pixels from its centre.
@@ -44,7 +44,7 @@ struct CaliperSettings {
   int32_t count = 10;
   int32_t choice = 0;  // k: the k-th only
 
-  // The peak of the response to a sharp step of one grey level.
+  // Peak response to a sharp step of one grey level.
   double stepResponse() const;
   float usedThreshold() const;
 };

@@ -13,7 +13,7 @@
 namespace dax::tool {
 namespace {
 
-constexpr int kMostIterations = 1000;
+constexpr int kMaxIterations = 1000;
 
 [[noreturn]] void refuse(const std::string& what) {
   throw Failure(ExitStatus::kRefused, what);
@@ -54,7 +54,7 @@ Points unframed(const Points& points, const Frame& f) {
   return result;
 }
 
-// What the solver's callbacks work on.
+// Data of the solver's callbacks.
 struct Problem {
   Problem(const CurveModel& curve, const Points& framedPoints)
       : model(curve), points(framedPoints), jacobian(points.x.size() * model.count()) {}
@@ -101,17 +101,17 @@ void solve(Problem& problem, Values& q) {
   if (PRMT_LM_BufferSize_f64(n, m, 0, &bytes) != PRMT_STS_OK) refuse("too many points");
   const Memory memory(bytes);
   const PrmtLmFunctions functions{Problem::residuals, Problem::derivatives, Problem::update, 0};
-  PrmtLmParam param{1e-11, 0, kMostIterations, 1e-13, 1e-3, 10, 0, 0};
+  PrmtLmParam param{1e-11, 0, kMaxIterations, 1e-13, 1e-3, 10, 0, 0};
   double rmse = 0, norm = 0;
   const int32_t status =
       PRMT_LM_Process_f64(q.data(), n, m, &functions, &problem, &param, &rmse, &norm, memory.get(), &bytes);
   if (status == PRMT_STS_NOT_FINITE) refuse("the start values give no finite residuals");
   if (status == PRMT_STS_FAILURE) refuse("the points do not determine the parameters");
   check(DAX_ZurStatusToDaxAlgStatus(status), "fit");
-  if (problem.iterations >= kMostIterations) refuse("no minimum was found; --start may help");
+  if (problem.iterations >= kMaxIterations) refuse("no minimum was found; --start may help");
 }
 
-// Of the user's parameters, from those in the frame: G C G^T with G by differences.
+// Covariance of the user's parameters from that in the frame: G C G^T with G by differences.
 Values standardErrors(const CurveModel& model, const Values& q, const Frame& frame, const Values& covariance) {
   const size_t n = q.size();
   Values g(n * n), errors(n);
@@ -123,7 +123,7 @@ Values standardErrors(const CurveModel& model, const Values& q, const Frame& fra
     for (size_t i = 0; i < n; ++i) g[i * n + j] = (high[i] - low[i]) / (2 * h);
   }
   for (size_t i = 0; i < n; ++i) {
-    double variance = 0, largest = 0;  // squares of numbers as they come would leave the range of numbers
+    double variance = 0, largest = 0;  // scaled, because squares could overflow
     for (size_t j = 0; j < n; ++j) largest = std::max(largest, std::fabs(g[i * n + j]));
     for (size_t j = 0; j < n && largest > 0; ++j) {
       for (size_t k = 0; k < n; ++k) {
@@ -182,7 +182,7 @@ CurveFit fitCurve(const CurveModel& model, const Points& points, const std::opti
   fit.deviation = frame.yScale * std::sqrt(variance);
   fit.iterations = problem.iterations;
   fit.curve = unframed(model.trace(q.data()), frame);
-  // Residuals are told as data less curve.
+  // Residuals are reported as data minus curve.
   for (double& value : fit.residuals) value *= model.isFunction() ? -frame.yScale : frame.yScale;
   const double mean = std::accumulate(inFrame.y.begin(), inFrame.y.end(), 0.0) / static_cast<double>(m);
   const double total = squaresOf(inFrame.y, mean);

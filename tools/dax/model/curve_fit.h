@@ -17,8 +17,8 @@ struct CurveFit {
   Values residuals;  // of the points, signed
 };
 
-// Starts at the given parameters or at its own. Throws Failure(kRefused) where the points are too few or do not determine the
-// parameters.
+// Starts at the given parameters or at its own. Throws Failure(kRefused) if the points are too few or do not determine
+// the parameters.
 CurveFit fitCurve(const CurveModel& model, const Points& points, const std::optional<Values>& start);
 
 }  // namespace dax::tool

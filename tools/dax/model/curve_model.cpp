@@ -14,7 +14,7 @@ namespace {
 
 constexpr double kTurn = 2 * std::numbers::pi;
 
-// Least squares of v by a few functions of the points: their coefficients, and the squares that are left.
+// Linear least squares of v by basis functions of the points: coefficients and residual sum of squares.
 struct LinearFit {
   Values coefficients;
   double squares;
@@ -43,7 +43,7 @@ std::optional<LinearFit> fitLinear(const Points& points, const Values& v, size_t
   return fit;
 }
 
-// The best of several linear fits, each for other values of the parameters that are not linear.
+// The best of several linear fits for given values of the nonlinear parameters.
 class Search {
  public:
   template <class Basis>
@@ -201,11 +201,11 @@ class Sine : public Function {
   Sine()
       : Function("sine", "y = amplitude sin(2 pi frequency x + phase) + offset",
                  {"amplitude", "frequency", "phase", "offset"}) {}
-  // From a quarter of a cycle up to what the number of points can tell.
+  // From a quarter of a cycle up to the limit that the number of points allows.
   Values start(const Points& framed) const override {
     Search search;
-    const auto most = std::min<size_t>(2 * framed.x.size(), 1000);
-    for (size_t quarters = 1; quarters <= most; ++quarters) {
+    const auto maxQuarters = std::min<size_t>(2 * framed.x.size(), 1000);
+    for (size_t quarters = 1; quarters <= maxQuarters; ++quarters) {
       const double w = std::numbers::pi / 4 * static_cast<double>(quarters);
       search.tryOut(framed, 3, {w},
                     [w](double u, double, double* f) { f[0] = std::sin(w * u), f[1] = std::cos(w * u), f[2] = 1; });
@@ -299,7 +299,7 @@ std::unique_ptr<CurveModel> parseModel(std::string_view text) {
   return degree ? std::make_unique<Polynomial>(std::string(text), *degree) : nullptr;
 }
 
-// Gauss-Jordan; pivots of a positive definite matrix need no exchange.
+// Gauss-Jordan; a positive definite matrix needs no pivoting.
 Values inverseOf(Values a, size_t n) {
   Values diagonal(n);
   for (size_t k = 0; k < n; ++k) diagonal[k] = a[k * n + k];

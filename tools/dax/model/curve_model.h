@@ -1,5 +1,5 @@
-// Curves to fit to points. They are fitted in a frame that brings the points to about -1..1, so that neither units nor a far
-// origin cost digits, and told in the user's coordinates.
+// Curves to fit to points. They are fitted in a frame that scales the points to about -1..1, so that neither units nor
+// a distant origin cost digits; parameters are reported in the user's coordinates.
 #pragma once
 
 #include <memory>
@@ -24,20 +24,20 @@ class CurveModel {
       : name(std::move(modelName)), formula(std::move(modelFormula)), parameters(std::move(names)) {}
   virtual ~CurveModel() = default;
 
-  // Parameters in the frame. Throws Failure(kRefused) where the points do not tell them.
+  // Parameters in the frame. Throws Failure(kRefused) if the points do not determine them.
   virtual Values start(const Points& framed) const = 0;
-  // What a point of the frame is off the curve, and the derivatives of that by the parameters.
+  // Residual of a point in the frame and its derivatives with respect to the parameters.
   virtual double residual(const double* q, double u, double v, double* by) const = 0;
   // To the user's parameters and back.
   virtual Values fromFrame(const Values& q, const Frame& frame) const = 0;
   virtual Values toFrame(const Values& p, const Frame& frame) const = 0;
-  // Of the values that mean the same curve, those that are told.
+  // Normalises parameters that describe the same curve.
   virtual void settle(Values&) const {}
-  // A circle is one in equal scales only; the others are functions of x.
+  // A circle needs equal scales; the other curves are functions of x.
   virtual bool isFunction() const { return true; }
   // Points of the curve over u = -1..1, in the frame.
   virtual Points trace(const double* q) const;
-  // Where a point stands along the curve.
+  // Position of a point along the curve.
   virtual double along(const Values&, double x, double) const { return x; }
 
   size_t count() const { return parameters.size(); }
@@ -49,10 +49,11 @@ class CurveModel {
 
 inline constexpr const char* kModelNames = "line, polynomial:N (N of 1..9), exponential, gaussian, circle, sine";
 
-// Null when the text names no model. N is 1..9.
+// Null if the text names no model. N is 1..9.
 std::unique_ptr<CurveModel> parseModel(std::string_view text);
 
-// Inverse of a symmetric positive definite matrix of n x n, row by row; empty where its columns are dependent to rounding.
+// Inverse of a symmetric positive definite n x n matrix, row-major; empty if its columns are linearly dependent up to
+// rounding.
 Values inverseOf(Values matrix, size_t n);
 
 }  // namespace dax::tool

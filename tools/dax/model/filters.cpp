@@ -10,16 +10,16 @@ namespace {
 
 constexpr double kNone = std::numeric_limits<double>::infinity();
 constexpr double kRadian = std::numbers::pi / 180;
-// Stands for a missing upper end: above every feature, and sums of two are finite.
+// Replaces a missing upper end: above every feature, and the sum of two is finite.
 constexpr float kHuge = 1e30F;
 
-// A range and its weight are two members, or one for the younger filters.
+// Range and weight are two members, or one for the newer filters.
 template <DaxiRange BlobSelectCfg::*kRange, float BlobSelectCfg::*kWeight>
-constexpr Filter filter(std::string_view name, uint32_t flag, double most, const char* help) {
+constexpr Filter filter(std::string_view name, uint32_t flag, double max, const char* help) {
   return {name,
           flag,
           0,
-          most,
+          max,
           1,
           help,
           [](BlobSelectCfg& cfg, DaxiRange range) { cfg.*kRange = range; },
@@ -27,12 +27,11 @@ constexpr Filter filter(std::string_view name, uint32_t flag, double most, const
 }
 
 template <DaxiWeightedRange BlobSelectCfg::*kMember>
-constexpr Filter filter(std::string_view name, uint32_t flag, double least, double most, double unit,
-                        const char* help) {
+constexpr Filter filter(std::string_view name, uint32_t flag, double min, double max, double unit, const char* help) {
   return {name,
           flag,
-          least,
-          most,
+          min,
+          max,
           unit,
           help,
           [](BlobSelectCfg& cfg, DaxiRange range) {
@@ -95,9 +94,9 @@ const Filter* findFilter(std::string_view name) {
 }
 
 bool activate(BlobSelectCfg& cfg, const Filter& filter, const OpenRange& range) {
-  const double low = range.min.value_or(filter.least);
-  const double high = range.max.value_or(filter.most);
-  if (low < filter.least || high > filter.most || low > high) return false;
+  const double low = range.min.value_or(filter.min);
+  const double high = range.max.value_or(filter.max);
+  if (low < filter.min || high > filter.max || low > high) return false;
   const auto inUnits = [&](double v) { return static_cast<float>(std::min<double>(v * filter.unit, kHuge)); };
   cfg.flags |= filter.flag;
   filter.setRange(cfg, {inUnits(low), inUnits(high)});

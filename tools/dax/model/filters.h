@@ -1,4 +1,4 @@
-// Blob filters, their weights, and sort keys, by the names that they have on the command line.
+// Blob filters, their weights and sort keys, by their names on the command line.
 #pragma once
 
 #include <optional>
@@ -14,8 +14,8 @@ namespace dax::tool {
 struct Filter {
   std::string_view name;  // "axis-ratio"
   uint32_t flag;          // DAXI_BLOB_BY_...
-  double least;           // of the feature, in units of the command line
-  double most;            // infinite: none
+  double min;             // of the feature, in units of the command line
+  double max;             // infinite: none
   double unit;            // library units per unit of the command line
   const char* help;
   void (*setRange)(BlobSelectCfg& cfg, DaxiRange range);
@@ -25,11 +25,11 @@ struct Filter {
 std::span<const Filter> filters();
 const Filter* findFilter(std::string_view name);
 
-// Switches a filter on. An open end becomes the least or the most that the feature can be; a range without an upper end
-// has no middle to score by, so its weight is 0, that of others 1. False when the range lies outside the feature's.
+// Enables a filter. An open end becomes the minimum or maximum of the feature; a range without an upper end has no
+// middle to score by, so its weight is 0, else 1. False if the range lies outside that of the feature.
 bool activate(BlobSelectCfg& cfg, const Filter& filter, const OpenRange& range);
 
-// True when the weights of the active filters sum to more than 0: blobs get a score.
+// Whether the weights of the active filters sum to more than 0: then blobs get a score.
 bool isScored(const BlobSelectCfg& cfg);
 
 struct SortKey {

@@ -15,8 +15,8 @@
 namespace dax::tool {
 namespace {
 
-constexpr int kMostMaskSide = 255, kMostSide = 65535, kMostRadius = 1000, kMostIterations = 1000000;
-constexpr int kMostBorder = 10000;
+constexpr int kMaxMaskSide = 255, kMaxSide = 65535, kMaxRadius = 1000, kMaxIterations = 1000000;
+constexpr int kMaxBorder = 10000;
 
 using SizeQuery = DaxStatus (*)(DaxiSize size, uint64_t* bytes);
 
@@ -26,13 +26,13 @@ Memory workBuffer(const char* step, SizeQuery query, DaxiSize size) {
   return Memory(bytes);
 }
 
-std::optional<DaxiSize> parseMask(std::string_view text, int most) {
-  const auto sides = parseIntegerPair(text, 'x', 1, most);
+std::optional<DaxiSize> parseMask(std::string_view text, int maxSide) {
+  const auto sides = parseIntegerPair(text, 'x', 1, maxSide);
   if (!sides) return std::nullopt;
   return DaxiSize{sides->first, sides->second};
 }
 
-// filter(src, srcStep, dst, dstStep, size, argument, work buffer) on an image, for what `step` names.
+// Calls filter(src, srcStep, dst, dstStep, size, argument, work buffer) on an image; `step` names it in messages.
 template <class Filter, class Argument>
 ImageFilter withBuffer(const char* step, SizeQuery query, Filter filter, Argument argument) {
   return [=](const GreyImage& image) {
@@ -46,22 +46,22 @@ ImageFilter withBuffer(const char* step, SizeQuery query, Filter filter, Argumen
 }
 
 ImageFilter parseMean(std::string_view text) {
-  const auto mask = parseMask(text, kMostMaskSide);
+  const auto mask = parseMask(text, kMaxMaskSide);
   return mask ? withBuffer("mean", DAXI_FilterMeanBufferSize_8u, DAXI_FilterMean_8u_C1R, *mask) : nullptr;
 }
 
 ImageFilter parseMeanInside(std::string_view text) {
-  const auto mask = parseMask(text, kMostSide);
+  const auto mask = parseMask(text, kMaxSide);
   return mask ? withBuffer("mean", DAXI_FilterMeanIntBufferSize_8u, DAXI_FilterMeanInt_8u_C1R, *mask) : nullptr;
 }
 
 ImageFilter parseErode(std::string_view text) {
-  const auto count = parseInteger(text, 1, kMostIterations);
+  const auto count = parseInteger(text, 1, kMaxIterations);
   return count ? withBuffer("erosion", DAXI_Erode3x3BufferSize_8u, DAXI_Erode3x3_8u_C1R, *count) : nullptr;
 }
 
 ImageFilter parseBox(std::string_view text) {
-  const auto radius = parseInteger(text, 1, kMostRadius);
+  const auto radius = parseInteger(text, 1, kMaxRadius);
   if (!radius) return nullptr;
   return [radius = *radius](const GreyImage& image) {
     const Memory buffer = workBuffer("box sum", DAXI_FilterBoxBufferSize_8u32s, image.size);
@@ -89,7 +89,7 @@ ImageFilter parseMedian(std::string_view) {
 
 using CopyBorder = decltype(&DAXI_CopyReplicateBorder_8u_C1R);
 
-// copy(..., grey) where the border is of one grey, else copy(...).
+// copy(..., grey) for a border of one grey value, else copy(...).
 template <class Copy, class... Grey>
 ImageFilter border(int width, Copy copy, Grey... grey) {
   return [=](const GreyImage& image) {
@@ -103,7 +103,7 @@ ImageFilter border(int width, Copy copy, Grey... grey) {
 
 ImageFilter constantBorder(std::string_view text) {
   const auto pair = splitPair(text, ':');
-  const auto width = parseInteger(pair ? pair->first : text, 0, kMostBorder);
+  const auto width = parseInteger(pair ? pair->first : text, 0, kMaxBorder);
   const auto grey = pair ? parseInteger(pair->second, 0, 255) : 0;
   if (!width || !grey) return nullptr;
   return border(*width, DAXI_CopyConstBorder_8u_C1R, static_cast<uint8_t>(*grey));
@@ -121,7 +121,7 @@ ImageFilter parseBorder(std::string_view text) {
   if (!pair) return nullptr;
   if (pair->first == "constant") return constantBorder(pair->second);
   const auto* rule = std::find_if(rules.begin(), rules.end(), [&](const Rule& r) { return r.name == pair->first; });
-  const auto width = parseInteger(pair->second, 0, kMostBorder);
+  const auto width = parseInteger(pair->second, 0, kMaxBorder);
   if (rule == rules.end() || !width) return nullptr;
   return border(*width, rule->copy);
 }

@@ -1,4 +1,4 @@
-// The library's image filters, by the names that they have on the command line.
+// The library's image filters by their names on the command line.
 #pragma once
 
 #include <functional>
@@ -9,16 +9,16 @@
 
 namespace dax::tool {
 
-// Throws Failure(kRefused) where the library refuses.
+// Throws Failure(kRefused) if the library refuses the call.
 using ImageFilter = std::function<GreyImage(const GreyImage&)>;
 
 struct FilterOption {
   const char* name;       // "--mean"
   const char* valueName;  // "WxH"; null: takes none
-  const char* form;       // what a value must be
+  const char* form;       // description of valid values
   const char* help;
   bool keepsSize;
-  // Null for a value that is none.
+  // Null for an invalid value.
   ImageFilter (*parse)(std::string_view value);
 };
 

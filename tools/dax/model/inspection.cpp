@@ -24,7 +24,7 @@ GreyImage threshold(const GreyImage& image, const Threshold& option, Inspection&
   return mask;
 }
 
-// The queries and the call of a labelling: of a mask, or of an image of classes.
+// Size queries and call of a labelling, of a mask or of an image of classes.
 struct Labeller {
   DaxStatus (*modelSize)(DaxiSize size, int32_t connectivity, uint64_t* bytes);
   DaxStatus (*bufferSize)(DaxiSize size, int32_t connectivity, uint64_t* bytes);
@@ -37,7 +37,7 @@ constexpr Labeller kByClass{
     [](DaxiSize size, int32_t, uint64_t* bytes) { return DAXI_BlobFindMultiClsBufferSize_8u(size, bytes); },
     DAXI_BlobFindMultiCls_8u_C1R};
 
-// A labelling and the memory that it lives in.
+// A labelling and its memory.
 class Labelling {
  public:
   Labelling(const GreyImage& image, int connectivity, const Labeller& labeller)
@@ -70,7 +70,7 @@ Labelling label(const GreyImage& image, const InspectionSettings& settings, Stag
   return times.measure(Stage::kLabel, [&] { return Labelling(mask, connectivity, kOfMask); });
 }
 
-// The configuration with the mask of the settings, if any, which has to cover the image.
+// The configuration with the mask of the settings, if any, which must cover the image.
 BlobSelectV4Cfg withMask(const InspectionSettings& settings, DaxiSize size) {
   BlobSelectV4Cfg cfg = settings.select;
   const GreyImage* mask = settings.outsideMask.get();

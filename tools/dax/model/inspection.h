@@ -50,8 +50,8 @@ struct InspectionSettings {
   bool byClass = false;  // the grey value is the class: no threshold
   BlobSelectV4Cfg select{};
   std::shared_ptr<const GreyImage> outsideMask;  // null: none
-  bool rejected = false;                         // wanted
-  bool contours = false;                         // wanted
+  bool rejected = false;                         // report rejected blobs
+  bool contours = false;                         // compute contours
 };
 
 struct Inspection {
@@ -59,7 +59,7 @@ struct Inspection {
   uint8_t low = 0;  // levels that the threshold applied
   uint8_t high = 0;
   uint32_t regions = 0;         // before selection
-  std::vector<BlobInfo> blobs;  // their domain pointers are void
+  std::vector<BlobInfo> blobs;  // their domain pointers are not valid
   std::vector<Rejection> rejected;
   std::vector<Contour> contours;
   bool scored = false;

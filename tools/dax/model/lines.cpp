@@ -11,7 +11,7 @@ namespace dax::tool {
 namespace {
 
 constexpr double kPi = std::numbers::pi;
-constexpr int32_t kMostRounds = 100;
+constexpr int32_t kMaxRounds = 100;
 
 double directionOf(const LineSettings& settings) {
   return std::atan2(double{settings.to.y} - settings.from.y, double{settings.to.x} - settings.from.x);
@@ -21,7 +21,7 @@ LineFitCfg cfgFor(const LineSettings& settings, size_t points) {
   LineFitCfg cfg = {};
   cfg.initMethod = settings.init;
   cfg.weightFunction = settings.weights;
-  cfg.maxIterations = kMostRounds;
+  cfg.maxIterations = kMaxRounds;
   cfg.maxRejected = settings.rejected.value_or(static_cast<int32_t>(points / 5));
   cfg.distanceThreshold = settings.distance;
   cfg.angleConstraint = settings.tolerance ? 1 : 0;
@@ -30,7 +30,7 @@ LineFitCfg cfgFor(const LineSettings& settings, size_t points) {
   return cfg;
 }
 
-// The direction of the line that is nearest to a given one.
+// The direction of the line that is nearer to a given one.
 double directionNear(const DaxiLine& line, double direction) {
   const double angle = std::atan2(-double{line.a}, double{line.b});
   return angle + kPi * std::round((direction - angle) / kPi);

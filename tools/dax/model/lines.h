@@ -22,8 +22,8 @@ struct LineSettings {
   int32_t weights = DAXI_LINE_HUBER;
 };
 
-// Boxes side by side whose search direction crosses the expected line from its left to its right (on the screen, walking
-// from `from` to `to`).
+// Adjacent boxes whose search direction crosses the expected line from left to right, as seen on the screen in the
+// direction from `from` to `to`.
 std::vector<Region> rowOfCalipers(const LineSettings& settings);
 
 struct LinePoint {
@@ -36,8 +36,8 @@ struct LinePoint {
 
 struct FittedLine {
   DaxiLine line;
-  double rms;      // distance of the points on it: the library's own counts weights of Huber for distances
-  double degrees;  // its direction, near that from `from` to `to`
+  double rms;      // of the distances of its points; the library's own value includes the weights
+  double degrees;  // its direction, of the two the one nearer to that from `from` to `to`
   std::vector<LinePoint> points;
 };
 

@@ -11,17 +11,17 @@
 namespace dax::tool {
 namespace {
 
-constexpr int kMostValue = std::numeric_limits<int16_t>::max();
-constexpr int kLeastValue = std::numeric_limits<int16_t>::min();
-// Memory for grids that hardly any point of a cloud meets.
-constexpr double kMostPixels = 1 << 28;
+constexpr int kMaxValue = std::numeric_limits<int16_t>::max();
+constexpr int kMinValue = std::numeric_limits<int16_t>::min();
+// Limits the memory of grids that are much larger than the cloud.
+constexpr double kMaxPixels = 1 << 28;
 
 [[noreturn]] void refuse(const std::string& message) {
   throw Failure(ExitStatus::kRefused, message);
 }
 
 void requireSides(double width, double height) {
-  if (!(width <= double{DAX3D_MAX_SIDE} && height <= double{DAX3D_MAX_SIDE} && width * height <= kMostPixels)) {
+  if (!(width <= double{DAX3D_MAX_SIDE} && height <= double{DAX3D_MAX_SIDE} && width * height <= kMaxPixels)) {
     refuse("the range image would be larger than 32767 x 32767, or than 268 million pixels");
   }
 }
@@ -31,11 +31,11 @@ RangeHeader headerFor(const Cloud& cloud) {
   const double width = double{box.high[0]} - box.low[0], depth = double{box.high[1]} - box.low[1];
   const double count = static_cast<double>(cloud.size());
   const double pitch = std::max(std::sqrt(width * depth / count), std::max(width, depth) / count);
-  const double step = (double{box.high[2]} - box.low[2]) / (kMostValue - kLeastValue);
+  const double step = (double{box.high[2]} - box.low[2]) / (kMaxValue - kMinValue);
   const auto usable = [](double v) { return static_cast<float>(v > std::numeric_limits<float>::epsilon() ? v : 1); };
   RangeHeader header;
   header.scale = {usable(pitch), usable(pitch), usable(step)};
-  header.offset = {box.low[0], box.low[1], static_cast<float>(box.low[2] - double{header.scale.z} * kLeastValue)};
+  header.offset = {box.low[0], box.low[1], static_cast<float>(box.low[2] - double{header.scale.z} * kMinValue)};
   return header;
 }
 
@@ -67,7 +67,7 @@ RangeImage fromPicture(const Grey16Image& picture, const GreyImage* mask, int bi
   for (size_t i = 0; i < picture.pixels.size(); ++i) {
     if (mask ? mask->pixels[i] == 0 : picture.pixels[i] == 0) continue;
     const int value = picture.pixels[i] - bias;
-    if (value < kLeastValue || value > kMostValue) {
+    if (value < kMinValue || value > kMaxValue) {
       refuse("a grey value less the bias is outside -32768..32767: --bias " + std::to_string(1 << 15) + " holds all");
     }
     image.values()[i] = static_cast<int16_t>(value);
@@ -104,7 +104,7 @@ RangeImage fromCloud(const Cloud& cloud, const std::optional<RangeHeader>& given
     const double column = steps(point[0], header.scale.x, header.offset.x);
     const double row = steps(point[1], header.scale.y, header.offset.y);
     const double value = steps(point[2], header.scale.z, header.offset.z);
-    if (!(column >= 0 && row >= 0 && value >= kLeastValue && value <= kMostValue)) continue;
+    if (!(column >= 0 && row >= 0 && value >= kMinValue && value <= kMaxValue)) continue;
     const size_t pixel = static_cast<size_t>(row) * image.size().width + static_cast<size_t>(column);
     if (image.mask()[pixel] != 0 && image.values()[pixel] >= value) continue;
     image.values()[pixel] = static_cast<int16_t>(value);

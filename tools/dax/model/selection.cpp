@@ -39,8 +39,8 @@ Labels labelsOf(const std::vector<BlobInfo>& blobs, size_t count) {
   return labels;
 }
 
-// The first refusal of each blob; empty for those that pass every filter. The library itself is asked, with one filter
-// more each time, so that ranges, their slack and the sources of the features are those of the selection proper.
+// The first filter that rejects each blob; empty for those that pass all. Runs the library with one more filter each
+// time, so that ranges, tolerances and features are those of the selection itself.
 std::vector<std::string_view> firstRefusals(const Labelled& labelled, BlobSelectV4Cfg cfg, const Workers& workers) {
   const uint32_t active = cfg.common.flags;
   cfg.common.flags = 0;
@@ -56,7 +56,7 @@ std::vector<std::string_view> firstRefusals(const Labelled& labelled, BlobSelect
   return refusals;
 }
 
-// Every blob, with the outside pixels counted where a filter looks at them.
+// All blobs, with outside pixels counted if a filter uses them.
 BlobSelectV4Cfg acceptingAll(BlobSelectV4Cfg cfg) {
   cfg.common.flags &= DAXI_BLOB_BY_OUTSIDE_PIXELS;
   cfg.common.outsideLimit = std::numeric_limits<int32_t>::max();
@@ -80,7 +80,7 @@ std::vector<BlobInfo> select(const Labelled& labelled, const BlobSelectV4Cfg& cf
                    domainCount, &result, &configuration, buffer.get(), workers.count, workers.pool),
           "selection");
   };
-  // Without classes the third version: its ranges of area need not be whole.
+  // Without classes the third version, whose ranges of area need not be integers.
   if (cfg.perClass != 0) {
     run(DAXI_BlobSelectV4_8u_C1R_MT, cfg);
   } else {

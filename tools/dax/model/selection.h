@@ -1,4 +1,4 @@
-// Blob selection, and why the blobs that it did not keep were refused.
+// Blob selection, and the reasons for rejected blobs.
 #pragma once
 
 #include <string_view>
@@ -10,22 +10,22 @@
 
 namespace dax::tool {
 
-// What a selection works on.
+// Input of a selection.
 struct Labelled {
   const GreyImage& image;
   const DaxiDomainList& domains;
 };
 
-// The kept blobs, in their order. Areas are tested by class where cfg.perClass is set.
+// The selected blobs, in order. Areas are tested by class if cfg.perClass is set.
 std::vector<BlobInfo> select(const Labelled& labelled, const BlobSelectV4Cfg& cfg, const Workers& workers);
 
 struct Rejection {
   BlobInfo blob;        // with every feature, but no score
-  std::string_view by;  // the first filter that refused it; "count": better blobs took all places
+  std::string_view by;  // the first filter that rejected it; "count": beyond the maximum number of blobs
 };
 
-// The blobs that are not among those kept, in the order of the configuration. Throws Failure(kRefused) for an image of
-// more regions than one selection can hold.
+// The blobs that were not selected, in the order of the configuration. Throws Failure(kRefused) for an image with more
+// regions than one selection can hold.
 std::vector<Rejection> findRejected(const Labelled& labelled, const BlobSelectV4Cfg& cfg,
                                     const std::vector<BlobInfo>& kept, const Workers& workers);
 

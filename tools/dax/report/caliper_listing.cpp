@@ -15,7 +15,7 @@ const char* polarityName(const CaliperEdge& edge) {
   return edge.polarity == DAXI_CALIPER_DARK_TO_LIGHT ? "dark to light" : "light to dark";
 }
 
-// Edges and pairs have a number in their caliper.
+// Edges and pairs are numbered within their caliper.
 Fields numbered(size_t caliper, size_t result) {
   return {std::to_string(caliper + 1), std::to_string(result + 1)};
 }
@@ -92,7 +92,7 @@ void writePairs(std::ostream& out, const std::vector<Caliper>& calipers) {
   writeColumns(out, lines);
   const WidthSpread spread = spreadOf(calipers);
   out << "widths of the best pairs of " << spread.count << ": mean " << fixed(spread.mean, 3) << ", standard deviation "
-      << fixed(spread.deviation, 3) << ", " << fixed(spread.least, 3) << " to " << fixed(spread.greatest, 3) << " px\n";
+      << fixed(spread.deviation, 3) << ", " << fixed(spread.min, 3) << " to " << fixed(spread.max, 3) << " px\n";
 }
 
 Json toJson(const Caliper& caliper, const CaliperSettings& settings, bool profile) {
@@ -126,8 +126,8 @@ WidthSpread spreadOf(const std::vector<Caliper>& calipers) {
   double sum = 0, squares = 0;
   for (const double width : widths) sum += width;
   for (const double width : widths) squares += (width - sum / n) * (width - sum / n);
-  const auto [least, greatest] = std::minmax_element(widths.begin(), widths.end());
-  return {widths.size(), sum / n, std::sqrt(squares / std::max(n - 1, 1.0)), *least, *greatest};
+  const auto [min, max] = std::minmax_element(widths.begin(), widths.end());
+  return {widths.size(), sum / n, std::sqrt(squares / std::max(n - 1, 1.0)), *min, *max};
 }
 
 }  // namespace dax::tool

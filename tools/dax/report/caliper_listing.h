@@ -15,16 +15,16 @@ std::string imageTitle(const std::string& file, DaxiSize size);
 
 void writeEdges(std::ostream& out, const std::vector<Caliper>& calipers);
 
-// Also how the widths of the best pairs are spread.
+// With statistics of the widths of the best pairs.
 void writePairs(std::ostream& out, const std::vector<Caliper>& calipers);
 
 nlohmann::ordered_json toJson(const Caliper& caliper, const CaliperSettings& settings, bool profile);
 nlohmann::ordered_json imageJson(const std::string& file, DaxiSize size);
 
-// Mean, standard deviation, least and greatest of the widths of each caliper's best pair.
+// Mean, standard deviation, minimum and maximum of the widths of each caliper's best pair.
 struct WidthSpread {
   size_t count;
-  double mean, deviation, least, greatest;
+  double mean, deviation, min, max;
 };
 WidthSpread spreadOf(const std::vector<Caliper>& calipers);
 

@@ -58,7 +58,7 @@ nlohmann::ordered_json toJson(const FittedLine& fitted) {
 }
 
 void drawLine(AnnotatedPicture& picture, const FittedLine& fitted, DaxiSize size) {
-  // From the foot of the image's middle as far as the image can reach.
+  // Width + height to both sides of the point nearest to the centre of the image: beyond its borders.
   const auto [a, b, c] = fitted.line;
   const float x = static_cast<float>(size.width) / 2, y = static_cast<float>(size.height) / 2;
   const float distance = a * x + b * y + c, reach = 2 * (x + y);

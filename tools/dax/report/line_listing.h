@@ -12,7 +12,7 @@ namespace dax::tool {
 void writeLine(std::ostream& out, const FittedLine& fitted, size_t calipers);
 nlohmann::ordered_json toJson(const FittedLine& fitted);
 
-// Through the whole image, and its points; outliers in another colour.
+// Draws the line through the whole image and its points, outliers in another colour.
 void drawLine(AnnotatedPicture& picture, const FittedLine& fitted, DaxiSize size);
 
 }  // namespace dax::tool

@@ -93,7 +93,7 @@ std::string csvField(const std::string& text) {
   return result + "\"";
 }
 
-// What stands before and after the features of a line.
+// Text before and after the features of a line.
 struct CsvEnds {
   std::string file;
   std::string number;

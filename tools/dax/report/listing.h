@@ -12,7 +12,7 @@
 
 namespace dax::tool {
 
-// What became of one image.
+// The result for one image.
 struct Outcome {
   std::string file;  // printable
   Inspection inspection;
@@ -34,7 +34,7 @@ void writeTimes(std::ostream& out, std::span<const Outcome> outcomes);
 // "1200 x 900, threshold otsu 127, 40 of 88 regions"
 std::string summary(const Inspection& inspection, const InspectionSettings& settings);
 
-// The columns of tables of blobs.
+// Columns of blob tables.
 class TableColumns {
  public:
   TableColumns(const InspectionSettings& settings, bool scored);

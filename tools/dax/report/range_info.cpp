@@ -15,8 +15,8 @@ using Json = nlohmann::ordered_json;
 
 struct Contents {
   size_t valid = 0;
-  int least = std::numeric_limits<int>::max();
-  int most = std::numeric_limits<int>::min();
+  int min = std::numeric_limits<int>::max();
+  int max = std::numeric_limits<int>::min();
 };
 
 Contents countPixels(const RangeImage& image) {
@@ -24,8 +24,8 @@ Contents countPixels(const RangeImage& image) {
   for (size_t i = 0; i < image.values().size(); ++i) {
     if (!image.valid(i)) continue;
     ++contents.valid;
-    contents.least = std::min<int>(contents.least, image.values()[i]);
-    contents.most = std::max<int>(contents.most, image.values()[i]);
+    contents.min = std::min<int>(contents.min, image.values()[i]);
+    contents.max = std::max<int>(contents.max, image.values()[i]);
   }
   return contents;
 }
@@ -38,7 +38,7 @@ bool hasColour(const DAX3D_RANGE_V4& record) {
   return DAX3DPCL_UTILS_Check_DAX3D_RANGE_V4(&record, 1) == DAX_STS_OK;
 }
 
-// Of a camera that is there.
+// A line for a camera that is set.
 bool getCamera(const DAX3D_RANGE_V4& record, bool depth, DAX3D_CAMERA_64F& camera) {
   const auto status = depth ? DAX3DPCL_UTILS_Extract_RANGE_V4_Depth_Intrins(&record, &camera)
                             : DAX3DPCL_UTILS_Extract_RANGE_V4_RGB_Intrins(&record, &camera, nullptr);
@@ -62,8 +62,8 @@ std::string rangeInfoText(const RangeImage& image) {
     const auto height = [&](int value) {
       return shortest(static_cast<float>(value) * record.scale.z + record.offset.z);
     };
-    text += "\nvalues    " + std::to_string(contents.least) + " to " + std::to_string(contents.most);
-    text += "\nheights   " + height(contents.least) + " to " + height(contents.most);
+    text += "\nvalues    " + std::to_string(contents.min) + " to " + std::to_string(contents.max);
+    text += "\nheights   " + height(contents.min) + " to " + height(contents.max);
   }
   if (hasColour(record)) {
     const ZurImage& colour = record.colour.image;
@@ -86,7 +86,7 @@ std::string rangeInfoJson(const RangeImage& image) {
   Json json = {{"width", image.size().width},   {"height", image.size().height},   {"type", record.type},
                {"scale", vector(record.scale)}, {"offset", vector(record.offset)}, {"mask", !image.mask().empty()},
                {"valid", contents.valid}};
-  if (contents.valid > 0) json["values"] = {contents.least, contents.most};
+  if (contents.valid > 0) json["values"] = {contents.min, contents.max};
   if (hasColour(record)) {
     const ZurImage& colour = record.colour.image;
     json["colour"] = {{"width", colour.width}, {"height", colour.height}, {"format", colour.format}};

@@ -1,4 +1,4 @@
-// What a range image holds, in words.
+// A summary of a range image.
 #pragma once
 
 #include <string>

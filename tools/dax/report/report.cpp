@@ -13,7 +13,7 @@
 namespace dax::tool {
 namespace {
 
-// From this many blobs on, numbers would hide the picture: only the marked blob shows its own.
+// From this number of blobs on, only the marked blob shows its number, so that the picture stays visible.
 constexpr size_t kMany = 300;
 
 std::string base64(std::string_view bytes) {

@@ -8,7 +8,7 @@
 
 namespace dax::tool {
 
-// A page that needs nothing beside itself: the picture embedded, the blobs drawn over it, their features in a table.
+// A self-contained page: the embedded picture, the blobs drawn over it, their features in a table.
 std::string makeReport(const std::string& file, const GreyImage& image, const Inspection& inspection,
                        const InspectionSettings& settings);
 

@@ -1,4 +1,4 @@
-// What all reports share: style and behaviour.
+// Style and script of all reports.
 #pragma once
 
 namespace dax::tool {

@@ -20,7 +20,7 @@ constexpr int turnLeft(int direction) {
   return (direction + 3) & 3;
 }
 
-// Which blob each pixel belongs to, with a border of nothing around.
+// The blob of each pixel, with an empty border.
 class OwnerMap {
  public:
   explicit OwnerMap(DaxiSize size)
@@ -71,7 +71,7 @@ class EdgeWalk {
   }
 
  private:
-  // Of the two pixels ahead, the one on that side.
+  // The pixel ahead on the given side.
   bool isOwn(int side) const {
     const Step a = kSteps[direction_];
     const Step b = kSteps[side];
@@ -90,7 +90,7 @@ bool isStraight(Point a, Point b, Point c) {
   return (b.x - a.x) * (c.y - b.y) == (b.y - a.y) * (c.x - b.x);
 }
 
-// The first pixel of a domain has nothing of it above, so the walk starts east along its upper edge.
+// The pixel above the first pixel of a domain is outside it, so the walk starts east along its upper edge.
 Contour trace(OwnerMap& map, const DomainRun& head, bool diagonals) {
   const EdgeWalk start(map, head, diagonals);
   EdgeWalk walk = start;

@@ -10,7 +10,7 @@
 namespace dax::tool {
 namespace {
 
-constexpr int kCell = 150;  // pixels; one part a cell
+constexpr int kCell = 150;  // pixels; one part per cell
 constexpr float kPitch = 0.1F;
 constexpr float kStep = 0.001F;
 constexpr double kChamfer = 0.4;  // height and width
@@ -20,7 +20,7 @@ constexpr int kLongestShadow = 60;   // pixels
 constexpr int kDropoutPerMille = 12;
 constexpr int kPixelsPerReflection = 3000;
 
-// A part in its place. The angle is 2 atan(t) with a rational t, and so sine and cosine are quotients.
+// A part with position and angle. The angle is 2 atan(t) with rational t, so that sine and cosine are quotients.
 struct Part {
   Shape shape;
   double x, y, sine, cosine;
@@ -31,13 +31,13 @@ struct Part {
            shape.contains(u, v - reach);
   }
 
-  // Above the plate; discs are domes, other parts have chamfers.
+  // Height above the plate; discs are domes, other parts have chamfers.
   double heightAt(double px, double py) const {
     const double dx = px - x, dy = py - y;
     const double u = dx * cosine + dy * sine, v = dy * cosine - dx * sine;
     if (!shape.contains(u, v)) return 0;
     if (shape.kind == ShapeKind::kDisc) return height * std::sqrt(1 - (u * u + v * v) / (1.001 * shape.a * shape.a));
-    int rim = 0;  // pixels to the nearest edge, as far as the chamfer goes
+    int rim = 0;  // pixels to the nearest edge, up to the width of the chamfer
     while (rim < kChamferPixels && isInside(u, v, rim + 1)) ++rim;
     return height - kChamfer + kChamfer * rim / kChamferPixels;
   }
@@ -66,7 +66,7 @@ class HeightField {
  public:
   explicit HeightField(DaxiSize size) : size_(size), heights_(static_cast<size_t>(size.width) * size.height) {
     for (int y = 0; y < size.height; ++y) {
-      for (int x = 0; x < size.width; ++x) at(x, y) = 0.0004 * x + 0.0002 * y;  // the plate is not quite level
+      for (int x = 0; x < size.width; ++x) at(x, y) = 0.0004 * x + 0.0002 * y;  // the plate is slightly tilted
     }
   }
 
@@ -80,7 +80,7 @@ class HeightField {
     }
   }
 
-  // The laser's plane leans: it does not reach what a higher point to the left covers.
+  // The laser's plane is tilted: a higher point to the left casts a shadow.
   bool inShadow(int x, int y) const {
     for (int d = 1; d <= std::min(x, kLongestShadow); ++d) {
       if (at(x - d, y) - at(x, y) > d * kPitch * kLightSlope) return true;
@@ -108,7 +108,7 @@ void addParts(HeightField& field, DaxiSize size, Random& random) {
   }
 }
 
-// Patches of a few pixels, displaced together.
+// Patches of a few pixels with a common displacement.
 void addReflections(RangeImage& image, Random& random) {
   const DaxiSize size = image.size();
   for (int left = size.width * size.height / kPixelsPerReflection; left > 0; --left) {

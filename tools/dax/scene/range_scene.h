@@ -7,9 +7,8 @@
 
 namespace dax::tool {
 
-// Millimetres, 0.1 a pixel. With noise, reflections that look like patches in the wrong place, and drop-outs: single
-// ones, and the shadows of the parts. The same bits on every machine: integers, and doubles with + - * / and roots
-// alone.
+// Millimetres, 0.1 per pixel. With noise, displaced patches (reflections) and drop-outs: single pixels and the shadows
+// of the parts. The same bits on every machine: only integers, and doubles with + - * / and square roots.
 RangeImage renderRangeScene(DaxiSize size, uint64_t seed);
 
 }  // namespace dax::tool

@@ -10,12 +10,12 @@
 namespace dax::tool {
 namespace {
 
-constexpr int kCell = 150;        // pixels; one part a cell
-constexpr int kSamples = 8;       // per pixel side
-constexpr int kLeastLevel = 165;  // of parts
-constexpr int kMostLevel = 215;
+constexpr int kCell = 150;      // pixels; one part a cell
+constexpr int kSamples = 8;     // per pixel side
+constexpr int kMinLevel = 165;  // of parts
+constexpr int kMaxLevel = 215;
 
-// A shape in its place. The angle is 2 atan(t) with a rational t, and so sine and cosine are quotients.
+// A shape with position and angle. The angle is 2 atan(t) with rational t, so that sine and cosine are quotients.
 struct Placed {
   Shape shape;
   double x;
@@ -28,7 +28,7 @@ struct Placed {
 Placed place(Random& random, const Shape& shape, double x, double y) {
   const double t = random.integer(-255, 255) / 256.0;
   const double norm = 1 + t * t;
-  return {shape, x, y, 2 * t / norm, (1 - t * t) / norm, random.integer(kLeastLevel, kMostLevel)};
+  return {shape, x, y, 2 * t / norm, (1 - t * t) / norm, random.integer(kMinLevel, kMaxLevel)};
 }
 
 Shape randomShape(Random& random) {
@@ -50,7 +50,7 @@ Shape randomShape(Random& random) {
   return {};
 }
 
-// Brighter to the right and below, with a bright spot of light left of the middle: 35..95.
+// Background 35..95: brighter to the right and below, with a bright spot left of the middle.
 double background(double x, double y) {
   const double spot = std::max(0.0, 1 - 6 * ((x - 0.35) * (x - 0.35) + (y - 0.45) * (y - 0.45)));
   return 35 + 22 * x + 14 * y + 24 * spot * spot;
@@ -61,7 +61,7 @@ double sampleOffset(int index) {
   return (2 * index + 1 - kSamples) / (2.0 * kSamples);
 }
 
-// The share of a pixel that a part covers, in 1 / kSamples^2.
+// The fraction of a pixel that a part covers, in 1 / kSamples^2.
 int coverage(const Placed& part, int x, int y) {
   int inside = 0;
   for (int j = 0; j < kSamples; ++j) {
@@ -147,7 +147,7 @@ Scene renderScene(DaxiSize size, uint64_t seed) {
     const Placed part = place(random, randomShape(random), x, y);
     canvas.draw(part);
     scene.truth.parts.push_back(truthOf(part));
-    // Dust lies at the corner of the cell, out of the parts' reach.
+    // Dust lies in the corner of the cell, where no part reaches.
     const Shape speck{ShapeKind::kDisc, random.integer(8, 20) / 10.0, 0, 0};
     const double dustX = left + random.real(1, 9);
     const double dustY = top + random.real(1, 9);

@@ -8,15 +8,15 @@
 
 namespace dax::tool {
 
-inline constexpr int kLeastSceneSide = 150;
-inline constexpr int kMostSceneSide = 8192;
+inline constexpr int kMinSceneSide = 150;
+inline constexpr int kMaxSceneSide = 8192;
 
 struct Scene {
   GreyImage image;
-  Truth truth;  // of the parts; dust, below 20 pixels, is not in it
+  Truth truth;  // of the parts; without dust, which is below 20 pixels
 };
 
-// The same pixels on every machine: integers, and doubles with + - * / alone.
+// The same pixels on every machine: only integers, and doubles with + - * /.
 Scene renderScene(DaxiSize size, uint64_t seed);
 
 }  // namespace dax::tool

@@ -1,0 +1,17 @@
+// Symbolic analysis for the sparse Cholesky factor: elimination order, supernodes, pattern of the factor.
+#pragma once
+
+#include "frame/memory/arena.h"
+#include "optim/sparse/cholesky.h"
+#include "prmt/msp.h"
+
+namespace dax {
+
+// Analyses the elements on and below the diagonal of an n x n matrix and takes the factor's memory from the arena.
+// Missing diagonal elements count as 0. False when the arena is too small; it then knows the bytes needed.
+bool analyse(Arena& arena, const PrmtMsp& matrix, PrmCholesky& factor);
+
+// Counts in a measuring arena the memory for any n x n matrix with this number of elements.
+void measureCholesky(Arena& arena, int32_t n, uint64_t elements);
+
+}  // namespace dax

@@ -1,0 +1,6 @@
+// Worker that reads range files, after the checks.
+#pragma once
+
+#include "dax3dpcl/range_file.h"
+
+extern "C" DaxStatus _DAX3DPCL_UTILS_READ_RANGE_V4(const char* path, DAX3D_RANGE_V4* record);

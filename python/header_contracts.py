@@ -1,0 +1,89 @@
+"""What the comments of the public headers say about each function: {function: {code: [clause, ...]}}."""
+import re
+
+# A blank line ends what a comment is about.
+PIECE = re.compile(r"/\*(?P<comment>.*?)\*/|^DAX_API (?P<prototype>[^;]*);|(?P<gap>\n\n)", re.S | re.M)
+REFERENCE = re.compile(r"\b[Aa]s(?: of| in| for)?(?: |\n \* )(_?(?:DAX|ZUR|PRMT|PRM)[A-Z0-9]*_\w+)")
+VARIANT = re.compile(r"(_NEON)?(_MT|_IS)$")
+# Solvers have small negative codes, which are told from numbers by the arrow or the word before them.
+CODE = re.compile(r"0x1[0-9a-f]{7}|(?:(?<=-> )|(?<=else ))-\d\d?\b")
+CODES = re.compile(rf"(?:{CODE.pattern})(?:(?:,| and| or| else)* 0x1[0-9a-f]{{7}})*")
+# A comment that opens with a name is about all functions whose names begin so.
+SECTION = re.compile(r"\s*(DAX\w+): ")
+
+
+def lines_of(comment):
+    """A comment as all its prose in one line, and the rows of its tables, which end in codes after two blanks or more."""
+    rows, prose, hanging = [], [], ""
+    for line in re.sub(r"\n \* ?", "\n", comment).split("\n"):
+        if re.search(r"\S {2,}0x1[0-9a-f]{7}", line):
+            rows.append(hanging + line)
+            hanging = ""
+        elif line.startswith("  "):
+            hanging += line.strip() + " "
+        else:
+            prose.append(hanging + line)
+            hanging = ""
+    return [" ".join(prose)] + rows
+
+
+def clauses(comment):
+    """Each (code, clause) of a comment. A clause is what stands before its code, back to the last separator; of several
+    codes together each belongs to one of the clauses before them, or all to one."""
+    found = []
+    for number, line in enumerate(lines_of(comment)):
+        # Not within parentheses.
+        separators = r"(?<=\w)[.;:] (?![^(]*\))|in order[,:] |^\W+" if number == 0 else r"^\W+"
+        start = 0
+        for match in CODES.finditer(line):
+            text, start = " ".join(line[start : match.start()].split()), match.end()
+            text = re.split(separators, text.rstrip(" ->(,"))[-1]
+            text = re.sub(r",? else$", "", text.strip(" ,;.->")) + ")" * (text.count("(") - text.count(")"))
+            codes = [int(code, 0) for code in re.findall(r"0x\w+|-\d+", match.group())]
+            parts = re.split(r", then |, ", text)
+            if len(parts) != len(codes):
+                parts = [text] * len(codes)
+            found += [(code, part) for code, part in zip(codes, parts) if part]
+    return found
+
+
+def comments(include):
+    """Of each function its own comment, or the one that it shares, and what stands about it at the head of its header."""
+    own = {}
+    for header in sorted(include.glob("*/*.h")):
+        pieces = list(PIECE.finditer(header.read_text()))
+        head, comment, sections = pieces[0]["comment"] or "", "", {}
+        for piece in pieces[1:]:
+            if piece["prototype"]:
+                name = re.search(r"[ *]([A-Za-z_0-9]+)\(", piece["prototype"])[1]
+                own[name] = (comment, "".join(text for stem, text in sections.items() if name.startswith(stem)) + head)
+            else:
+                comment = piece["comment"] or ""
+                if section := SECTION.match(comment):
+                    sections[section[1] + "_"] = comment
+    return own
+
+
+def contracts(include):
+    """What the comment of each function says about each code, or the one that it shares or refers to, and about its header."""
+    own, table = comments(include), {}
+    for name in own:
+        known = table[name] = {}
+        for text in referred(own, name):
+            for code, clause in clauses(text):
+                known.setdefault(code, [])
+                if clause not in known[code]:
+                    known[code].append(clause)
+    return table
+
+
+def referred(own, name):
+    """A function's comment and its header's, and after them those of the functions as which it works: those that it names,
+    and of a form for the pool, or with an instruction-set code, the plain one."""
+    texts, names = [], [name]
+    for each in names:
+        if each in own:
+            texts += own[each]
+            others = [*REFERENCE.findall("".join(own[each])), VARIANT.sub("", each)]
+            names += [other for other in others if other not in names]
+    return dict.fromkeys(texts)

@@ -1,0 +1,386 @@
+#include "dax3dpcl/range_file.h"
+
+#include <gtest/gtest.h>
+#include <sys/resource.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <csignal>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+
+#include "tests/pcl/file/range_file_oracle.h"
+#include "tests/pcl/record/range_sample.h"
+#include "tests/support/check_order.h"
+#include "zur/memory.h"
+
+namespace dax::test {
+namespace {
+
+namespace fs = std::filesystem;
+using oracle::chunk;
+using oracle::packed;
+using oracle::payloadOf;
+
+enum Tag : uint32_t {
+  type = 1,
+  calib = 2,
+  width = 0xA5A53D01,
+  height = 0xA5A53D02,
+  mask = 0xA5A53D03,
+  scale = 0xA5A53D07,
+  offset = 0xA5A53D08,
+  colour = 0xA5A53D0B,
+  range = 0x617D18DB
+};
+
+// A directory that goes with the test.
+class RangeFile : public testing::Test {
+ protected:
+  RangeFile() : directory_(testing::TempDir() + "dax-range-" + std::to_string(getpid())), path_(directory_ + "/file") {
+    fs::create_directories(directory_);
+  }
+  ~RangeFile() override { fs::remove_all(directory_); }
+
+  void save(const std::string& bytes) {
+    std::ofstream(path_, std::ios::binary).write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
+  }
+  std::string load() const {
+    std::ifstream file(path_, std::ios::binary);
+    return {std::istreambuf_iterator<char>(file), {}};
+  }
+  size_t filesInDirectory() const {
+    return static_cast<size_t>(std::distance(fs::directory_iterator(directory_), fs::directory_iterator()));
+  }
+
+  std::string directory_, path_;
+};
+
+// A record that is read into, and what it owns.
+struct Read {
+  Read() = default;
+  Read(const Read&) = delete;
+  ~Read() {
+    DAX3DPCL_UTILS_RELEASE_RANGE_V4(&record);
+    for (void* owner : record.colour.owner) ZUR_Free(owner);
+  }
+  DaxStatus from(const std::string& path) { return DAX3DPCL_UTILS_READ_RANGE_V4(path.c_str(), &record); }
+  DAX3D_RANGE_V4 record = {};
+};
+
+std::string bytesOf(const void* data, size_t size) {
+  return {static_cast<const char*>(data), size};
+}
+
+// All bytes that a slot says it has; a sanitizer sees where that is too much.
+std::string contents(const DAX3D_IMAGE_SLOT& slot, int plane, size_t elementBytes) {
+  if (!slot.image.plane[plane]) return {};
+  return bytesOf(slot.image.plane[plane], static_cast<size_t>(std::max(slot.image.step[plane], 0)) *
+                                              static_cast<size_t>(std::max(slot.image.height, 0)) * elementBytes);
+}
+
+void touch(const DAX3D_RANGE_V4& record) {
+  contents(record.range, 0, 2);
+  contents(record.mask, 0, 1);
+  for (int i = 0; i < 3; ++i) contents(record.colour, i, 1);
+}
+
+template <class T>
+std::string bytesOf(const std::vector<T>& values) {
+  return bytesOf(values.data(), values.size() * sizeof(T));
+}
+
+std::string colourPayload(uint32_t w, uint32_t h, uint32_t format, const std::string& pixels) {
+  return packed(uint32_t{0}, w, h, format) + pixels;
+}
+
+// What the writers should write.
+std::string plainFile(const RangeSample& s) {
+  const DAX3D_RANGE_V4& r = s.record;
+  return chunk(range, bytesOf(s.values)) + chunk(mask, bytesOf(s.mask)) + chunk(scale, packed(r.scale)) +
+         chunk(offset, packed(r.offset)) + chunk(height, packed(r.range.image.height)) +
+         chunk(width, packed(r.range.image.width));
+}
+
+std::string fullFile(const RangeSample& s) {
+  const DAX3D_RANGE_V4& r = s.record;
+  const ZurImage& image = r.range.image;
+  std::string file = chunk(range, bytesOf(s.values));
+  if (r.mask.owner[0]) file += chunk(mask, bytesOf(s.mask));
+  if (r.colour.owner[0]) {
+    const uint32_t code = r.colour.image.format == 200 ? 0x2180021 : 0x2180014;
+    file += chunk(colour, colourPayload(static_cast<uint32_t>(image.width), static_cast<uint32_t>(image.height), code,
+                                        bytesOf(s.colour)));
+  }
+  return file + chunk(calib, packed(r.calib)) + chunk(scale, packed(r.scale)) + chunk(offset, packed(r.offset)) +
+         chunk(type, packed(r.type)) + chunk(height, packed(image.height)) + chunk(width, packed(image.width));
+}
+
+TEST_F(RangeFile, WritersWriteTheFormat) {
+  const RangeSample plain(7, 5, DAX3D_RANGE_WITH_MASK, 201);
+  ASSERT_EQ(DAX3DPCL_UTILS_WRITE_RANGE_V4(path_.c_str(), &plain.record), DAX_STS_OK);
+  EXPECT_EQ(load(), plainFile(plain));
+  for (const uint32_t kind : {0u, 1u}) {
+    for (const uint32_t format : {0u, 200u, 201u}) {
+      const RangeSample full(7, 5, kind, format);
+      ASSERT_EQ(DAX3DPCL_UTILS_WRITE_RANGE_V4_V2(path_.c_str(), &full.record), DAX_STS_OK);
+      EXPECT_EQ(load(), fullFile(full)) << kind << " " << format;
+    }
+  }
+  EXPECT_EQ(filesInDirectory(), 1u);
+}
+
+TEST_F(RangeFile, RoundTripLosesNothing) {
+  for (const uint32_t kind : {0u, 1u}) {
+    for (const uint32_t format : {0u, 200u, 201u}) {
+      const RangeSample sample(9, 4, kind, format);
+      ASSERT_EQ(DAX3DPCL_UTILS_WRITE_RANGE_V4_V2(path_.c_str(), &sample.record), DAX_STS_OK);
+      Read read;
+      ASSERT_EQ(read.from(path_), DAX_STS_OK);
+      const DAX3D_RANGE_V4 &r = read.record, &s = sample.record;
+      EXPECT_EQ(DAX3DPCL_UTILS_Check_DAX3D_RANGE_V4(&r, format != 0), DAX_STS_OK);
+      EXPECT_EQ(r.type, kind);
+      EXPECT_EQ(packed(r.scale, r.offset, r.calib), packed(s.scale, s.offset, s.calib));
+      EXPECT_EQ(contents(r.range, 0, 2), bytesOf(sample.values));
+      EXPECT_EQ(contents(r.mask, 0, 1), kind == 0 ? bytesOf(sample.mask) : "");
+      EXPECT_EQ(contents(r.colour, 0, 1) + contents(r.colour, 1, 1) + contents(r.colour, 2, 1),
+                format ? bytesOf(sample.colour) : "");
+      EXPECT_EQ(reinterpret_cast<uintptr_t>(r.range.owner[0]) % 128, 0u);
+    }
+  }
+}
+
+TEST_F(RangeFile, ChunksInOtherOrdersNumbersAndForms) {
+  std::array<float, 35> narrow;
+  for (size_t i = 0; i < narrow.size(); ++i) narrow[i] = static_cast<float>(i) * 0.3f;
+  const std::string pixels(2 * 3 * 3, 'p'),
+      front = chunk(99, "unknown") + chunk(7, ""), sides = chunk(width, packed(2)) + chunk(height, packed(3)),
+      values = chunk(range, "first values"), first = chunk(mask, std::string(6, 'm')),
+      two = chunk(calib, packed(narrow)), picture = chunk(colour, colourPayload(2, 3, 77, pixels + "xy"));
+  const std::string files[] = {
+      front + values + first + two + picture + sides,
+      // Of width and height the later, of others the earlier.
+      values + first + picture + two + chunk(mask, "zz") + chunk(range, "other values") + chunk(width, packed(9)) +
+          chunk(height, packed(-1)) + sides + front,
+      first + chunk(mask, "") + chunk(colour, colourPayload(1, 1, 200, "rgb")) + two + values + picture + sides,
+  };
+  for (const std::string& file : files) {
+    save(file);
+    Read read;
+    read.record.type = DAX3D_RANGE_WITH_MASK;
+    read.record.scale = {1, 2, 3};
+    ASSERT_EQ(read.from(path_), DAX_STS_OK);
+    const DAX3D_RANGE_V4& r = read.record;
+    EXPECT_EQ(packed(r.range.image.width, r.range.image.height), packed(2, 3));
+    EXPECT_EQ(contents(r.range, 0, 2), *payloadOf(file, range, false));
+    EXPECT_EQ(contents(r.mask, 0, 1), "mmmmmm");
+    EXPECT_EQ(r.colour.image.format, payloadOf(file, colour, false)->size() == 19 ? 200u : 201u);
+    EXPECT_EQ(contents(r.colour, 0, 1).substr(0, 1), r.colour.image.format == 201 ? "p" : "r");
+    EXPECT_EQ(reinterpret_cast<const double*>(&r.calib)[34], double{narrow[34]});
+    EXPECT_EQ(r.scale.y, 2);  // not in the file
+  }
+}
+
+TEST_F(RangeFile, ShortMaskLeavesTheRestInvalid) {
+  save(chunk(range, std::string(24, 'v')) + chunk(mask, "m") + chunk(height, packed(3)) + chunk(width, packed(4)));
+  Read read;
+  ASSERT_EQ(read.from(path_), DAX_STS_OK);
+  EXPECT_EQ(contents(read.record.mask, 0, 1), std::string("m").append(11, '\0'));
+}
+
+TEST_F(RangeFile, FilesOfNothingLoadNothing) {
+  for (const std::string& file : {std::string(), std::string("1234"), std::string("1234567"), std::string(8, '\xFF')}) {
+    save(file);
+    Read read;
+    EXPECT_EQ(read.from(path_), DAX_STS_OK);
+    EXPECT_FALSE(read.record.range.owner[0] || read.record.mask.owner[0]);
+    EXPECT_EQ(read.record.range.image.format, 3u);
+  }
+}
+
+TEST_F(RangeFile, HostileFiles) {
+  const auto sides = [](int32_t w, int32_t h) { return chunk(height, packed(h)) + chunk(width, packed(w)); };
+  const auto picture = [](uint32_t w, uint32_t h, size_t bytes) {
+    return chunk(colour, colourPayload(w, h, 0x2180021, std::string(bytes, 'c')));
+  };
+  struct Case {
+    const char* name;
+    std::string file;
+    DaxStatus code;
+  };
+  const std::string none;
+  const Case cases[] = {
+      {"values before sides", sides(2, 1) + chunk(range, "four"), DAX_STS_FAILURE},
+      {"too few values", chunk(range, "four") + sides(2, 2), DAX_STS_FAILURE},
+      {"an odd byte", chunk(range, "fives") + sides(2, 1), DAX_STS_FAILURE},
+      {"two negative sides", chunk(range, "ab") + sides(-1, -1), DAX_STS_IMAGE_SIZE},
+      {"a product that wraps to 0", chunk(range, none) + sides(65536, 32768), DAX_STS_FAILURE},
+      {"no pixels", chunk(range, none) + sides(0, 5), DAX_STS_IMAGE_SIZE},
+      {"a wide row", chunk(range, std::string(65536, 'r')) + sides(32768, 1), DAX_STS_IMAGE_SIZE},
+      {"the widest row", chunk(range, std::string(65534, 'r')) + sides(32767, 1), DAX_STS_OK},
+      {"sides alone", sides(-1, 4), DAX_STS_IMAGE_SIZE},
+      {"scale of 8 bytes", chunk(scale, "12345678"), DAX_STS_FAILURE},
+      {"offset of 16 bytes", chunk(offset, "1234567812345678"), DAX_STS_FAILURE},
+      {"width of 2 bytes", chunk(width, "12"), DAX_STS_FAILURE},
+      {"type of 8 bytes", chunk(type, "12345678"), DAX_STS_FAILURE},
+      {"calibration of 139 bytes", chunk(calib, std::string(139, 'c')), DAX_STS_FAILURE},
+      {"colour without header", chunk(colour, std::string(15, 'c')), DAX_STS_FAILURE},
+      {"colour of no bytes", chunk(colour, none), DAX_STS_FAILURE},
+      {"colour header alone", picture(4, 4, 0), DAX_STS_OK},
+      {"one byte of colour", picture(4, 4, 1), DAX_STS_OK},
+      {"one byte, no pixels", picture(0, 4, 1), DAX_STS_IMAGE_SIZE},
+      {"colour too wide", picture(32768, 1, 3), DAX_STS_IMAGE_SIZE},
+      {"more colour than pixels", picture(4, 4, 51), DAX_STS_FAILURE},
+      {"a mask of one byte", chunk(mask, "1") + sides(30, 30), DAX_STS_OK},
+      {"a mask without sides", chunk(mask, "1234567"), DAX_STS_OK},
+      {"a larger mask after a smaller", chunk(mask, std::string(5000, 'm')) + chunk(mask, "m") + sides(3, 3),
+       DAX_STS_OK},
+  };
+  for (const Case& c : cases) {
+    SCOPED_TRACE(c.name);
+    save(c.file);
+    Read read;
+    EXPECT_EQ(read.from(path_), c.code);
+    touch(read.record);
+  }
+}
+
+bool isReadStatus(DaxStatus status) {
+  return status == DAX_STS_OK || status == DAX_STS_FAILURE || status == DAX_STS_IMAGE_SIZE ||
+         status == DAX_STS_FILE_READ;
+}
+
+TEST_F(RangeFile, EveryTruncationAndEveryCorruptedTrailer) {
+  const std::string whole = fullFile(RangeSample(3, 2, DAX3D_RANGE_WITH_MASK, 200));
+  for (size_t length = 0; length < whole.size(); ++length) {
+    save(whole.substr(0, length));
+    Read read;
+    EXPECT_TRUE(isReadStatus(read.from(path_))) << length;
+    touch(read.record);
+  }
+  for (size_t end = whole.size(); end >= 8;) {
+    uint32_t size;
+    std::memcpy(&size, whole.data() + end - 4, 4);
+    for (size_t i = end - 8; i < end; ++i) {
+      for (const int flip : {1, 2, 0x80, 0xFF}) {
+        std::string bad = whole;
+        bad[i] = static_cast<char>(bad[i] ^ flip);
+        save(bad);
+        Read read;
+        EXPECT_TRUE(isReadStatus(read.from(path_))) << i;
+        touch(read.record);
+      }
+    }
+    end -= 8 + size;
+  }
+}
+
+// The memory of a record is used again when it is large enough, and never written beyond.
+TEST_F(RangeFile, RecordsReadTwice) {
+  const RangeSample small(4, 3, DAX3D_RANGE_WITH_MASK, 201), large(5, 4, DAX3D_RANGE_WITH_MASK, 201);
+  Read read;
+  save(fullFile(large));
+  ASSERT_EQ(read.from(path_), DAX_STS_OK);
+  void* const owner = read.record.range.owner[0];
+  save(fullFile(small));
+  ASSERT_EQ(read.from(path_), DAX_STS_OK);
+  EXPECT_EQ(read.record.range.owner[0], owner);
+  EXPECT_EQ(contents(read.record.range, 0, 2), bytesOf(small.values));
+  EXPECT_EQ(contents(read.record.colour, 0, 1), bytesOf(small.colour));
+  save(fullFile(large));
+  EXPECT_EQ(read.from(path_), DAX_STS_FAILURE);
+  EXPECT_EQ(read.record.range.image.width, 4);
+  EXPECT_EQ(contents(read.record.range, 0, 2), bytesOf(small.values));
+  // Values of the old sides with the new width alone.
+  save(chunk(range, std::string(24, 'v')) + chunk(width, packed(4)));
+  EXPECT_EQ(read.from(path_), DAX_STS_FAILURE);
+  DAX3DPCL_UTILS_RELEASE_RANGE_V4(&read.record);
+  DAX3DPCL_UTILS_RELEASE_RANGE_V4(&read.record);
+  EXPECT_FALSE(read.record.range.owner[0] || read.record.range.image.plane[0] || read.record.mask.owner[0]);
+  // Planes where there was one packed image.
+  save(chunk(colour, colourPayload(4, 3, 200, std::string(36, 'p'))));
+  EXPECT_EQ(read.from(path_), DAX_STS_OK);
+  EXPECT_EQ(contents(read.record.colour, 2, 1), std::string(12, 'p'));
+  EXPECT_EQ(DAX3DPCL_UTILS_READ_RANGE_V4(directory_.c_str(), &read.record), DAX_STS_FILE_READ);
+  EXPECT_EQ(DAX3DPCL_UTILS_READ_RANGE_V4((path_ + "x").c_str(), &read.record), DAX_STS_FILE_OPEN);
+  EXPECT_EQ(DAX3DPCL_UTILS_READ_RANGE_V4(nullptr, &read.record), DAX_STS_NULL_POINTER);
+  EXPECT_EQ(DAX3DPCL_UTILS_READ_RANGE_V4(path_.c_str(), nullptr), DAX_STS_NULL_POINTER);
+}
+
+TEST_F(RangeFile, FailedWritesLeaveTheOldFile) {
+  const RangeSample sample(64, 64);
+  save("the old file");
+  fs::permissions(path_, fs::perms(0640));
+  // A limit on the size of files, met in the middle of the values.
+  const auto handler = std::signal(SIGXFSZ, SIG_IGN);
+  rlimit limit;
+  ASSERT_EQ(getrlimit(RLIMIT_FSIZE, &limit), 0);
+  const rlimit little = {5000, limit.rlim_max};
+  ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &little), 0);
+  const DaxStatus status = DAX3DPCL_UTILS_WRITE_RANGE_V4(path_.c_str(), &sample.record);
+  setrlimit(RLIMIT_FSIZE, &limit);
+  std::signal(SIGXFSZ, handler);
+  EXPECT_EQ(status, DAX_STS_FILE_WRITE);
+  EXPECT_EQ(load(), "the old file");
+  EXPECT_EQ(filesInDirectory(), 1u);
+
+  EXPECT_EQ(DAX3DPCL_UTILS_WRITE_RANGE_V4(path_.c_str(), &sample.record), DAX_STS_OK);
+  EXPECT_EQ(load(), plainFile(sample));
+  EXPECT_EQ(fs::status(path_).permissions(), fs::perms(0640));
+  EXPECT_EQ(DAX3DPCL_UTILS_WRITE_RANGE_V4("/dev/full", &sample.record), DAX_STS_FILE_WRITE);
+  EXPECT_EQ(DAX3DPCL_UTILS_WRITE_RANGE_V4(directory_.c_str(), &sample.record), DAX_STS_FILE_OPEN);
+  EXPECT_EQ(DAX3DPCL_UTILS_WRITE_RANGE_V4("", &sample.record), DAX_STS_FILE_OPEN);
+  EXPECT_EQ(DAX3DPCL_UTILS_WRITE_RANGE_V4((directory_ + "/none/file").c_str(), &sample.record), DAX_STS_FILE_OPEN);
+  // A link stays a link.
+  const std::string link = directory_ + "/link";
+  fs::create_symlink(path_, link);
+  const RangeSample other(3, 3);
+  EXPECT_EQ(DAX3DPCL_UTILS_WRITE_RANGE_V4(link.c_str(), &other.record), DAX_STS_OK);
+  EXPECT_TRUE(fs::is_symlink(link));
+  EXPECT_EQ(load(), plainFile(other));
+}
+
+struct Arguments {
+  const char* path;
+  DAX3D_RANGE_V4 record;
+};
+
+TEST_F(RangeFile, WriterChecks) {
+  const RangeSample sample(7, 5, DAX3D_RANGE_WITH_MASK, 200);
+  const std::vector<CheckClause<Arguments>> grid = {
+      {"mask owner", DAX_STS_NULL_POINTER, [](Arguments& a) { a.record.mask.owner[0] = nullptr; }},
+      {"range owner", DAX_STS_NULL_POINTER, [](Arguments& a) { a.record.range.owner[0] = nullptr; }},
+      {"range plane", DAX_STS_NULL_POINTER, [](Arguments& a) { a.record.range.image.plane[0] = nullptr; }},
+      {"range format", DAX_STS_IMAGE_FORMAT, [](Arguments& a) { a.record.range.image.format = 1; }},
+      {"mask format", DAX_STS_IMAGE_FORMAT, [](Arguments& a) { a.record.mask.image.format = 3; }},
+      {"mask height", DAX_STS_IMAGE_SIZE, [](Arguments& a) { ++a.record.mask.image.height; }},
+      {"no rows", DAX_STS_IMAGE_SIZE,
+       [](Arguments& a) { a.record.mask.image.height = a.record.range.image.height = 0; }},
+      {"wide", DAX_STS_IMAGE_SIZE,
+       [](Arguments& a) { a.record.mask.image.width = a.record.range.image.width = 32768; }},
+      {"range step", DAX_STS_IMAGE_STEP, [](Arguments& a) { ++a.record.range.image.step[0]; }},
+      {"mask step", DAX_STS_IMAGE_STEP, [](Arguments& a) { --a.record.mask.image.step[0]; }},
+  };
+  const Arguments good{path_.c_str(), sample.record};
+  const auto nothing = [&] { return !fs::exists(path_); };
+  expectCheckOrder<Arguments>(
+      good, grid, [](const Arguments& a) { return DAX3DPCL_UTILS_WRITE_RANGE_V4(a.path, &a.record); }, nothing);
+  fs::remove(path_);
+
+  std::vector<CheckClause<Arguments>> full = {{"path", DAX_STS_NULL_POINTER, [](Arguments& a) { a.path = nullptr; }},
+                                              {"type", DAX_STS_IMAGE_FORMAT, [](Arguments& a) { a.record.type = 2; }}};
+  full.insert(full.end(), grid.begin(), grid.end());
+  full.insert(full.end(),
+              {{"colour format", DAX_STS_IMAGE_FORMAT, [](Arguments& a) { a.record.colour.image.format = 1; }},
+               {"third plane", DAX_STS_NULL_POINTER, [](Arguments& a) { a.record.colour.owner[2] = nullptr; }},
+               {"no colour", DAX_STS_IMAGE_SIZE, [](Arguments& a) { a.record.colour.image.width = 0; }},
+               {"colour step", DAX_STS_IMAGE_STEP, [](Arguments& a) { a.record.colour.image.step[1] = 8; }}});
+  expectCheckOrder<Arguments>(
+      good, full, [](const Arguments& a) { return DAX3DPCL_UTILS_WRITE_RANGE_V4_V2(a.path, &a.record); }, nothing);
+  EXPECT_EQ(DAX3DPCL_UTILS_WRITE_RANGE_V4(nullptr, &sample.record), DAX_STS_NULL_POINTER);
+  EXPECT_EQ(DAX3DPCL_UTILS_WRITE_RANGE_V4(path_.c_str(), nullptr), DAX_STS_NULL_POINTER);
+}
+
+}  // namespace
+}  // namespace dax::test
