@@ -4,7 +4,9 @@
 
 #include <limits>
 
+#include "calib/board/board_image.h"
 #include "daxi/chessboard_subpix.h"
+#include "image/gradient/sobel.h"
 #include "tests/calib/board/board_image.h"
 #include "tests/support/check_order.h"
 

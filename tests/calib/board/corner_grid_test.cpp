@@ -7,6 +7,7 @@
 #include <numbers>
 #include <numeric>
 
+#include "calib/board/grid_board.h"
 #include "tests/calib/board/checkerboard_search.h"
 
 namespace dax::test {
@@ -45,10 +46,10 @@ Corners lattice(int32_t columns, int32_t rows, double left, double top, double d
 
 FoundBoards arrange(Corners corners, GridLimits limits = {2, 300}, const CornerProber* prober = nullptr) {
   auto count = static_cast<int32_t>(corners.size());
-  corners.resize(kMostGridCorners);
+  corners.resize(kMaxGridCorners);
   GuardedBuffer<uint8_t> buffer(GridBuffer().layout.total());
   std::vector<CheckerboardGrid> grids(8);
-  FoundBoards found{{}, {}, Corners(kMostGridCorners)};
+  FoundBoards found{{}, {}, Corners(kMaxGridCorners)};
   grids.resize(static_cast<size_t>(
       findBoards(corners.data(), &count, limits, prober, found.corners.data(), grids.data(), 8, buffer.data())));
   found.boards = grids;

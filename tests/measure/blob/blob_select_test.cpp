@@ -1,9 +1,10 @@
-#include "measure/blob/blob_check.h"
+#include "daxi/blob_select.h"
 
 #include <gtest/gtest.h>
 
 #include <cmath>
 
+#include "measure/blob/blob_check.h"
 #include "tests/measure/blob/blob_scene.h"
 #include "tests/support/check_order.h"
 
