@@ -3,6 +3,7 @@
 
 #include <optional>
 
+#include "geometry/median_select.h"
 #include "measure/fit/line_fit.h"
 #include "measure/fit/line_fit_refine.h"
 #include "measure/fit/line_fit_search.h"
