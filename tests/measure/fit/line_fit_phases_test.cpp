@@ -1,4 +1,4 @@
-// The line fit phase by phase: search, rounds, weights, median.
+// The line fit phase by phase: search, rounds, weights.
 #include <gtest/gtest.h>
 
 #include <optional>
