@@ -176,7 +176,7 @@ int32_t Call::step(const char* name, int64_t row) {
 
 // Null for what cannot be given, so that the call must refuse it.
 void* Call::place(const char* name, int64_t bytes, size_t alignment, Role role) {
-  if (bytes > static_cast<int64_t>(Arena::kMostBytes)) return nullptr;
+  if (bytes > static_cast<int64_t>(Arena::kMaxBytes)) return nullptr;
   const size_t real = bytes < 0 ? 0 : static_cast<size_t>(bytes);
   const Place where = pick({Place::atEnd, Place::atEnd, Place::atStart, Place::odd});
   uint8_t* const data = arena_.take(real, alignment, where);
@@ -196,7 +196,7 @@ void* Call::array(const char* name, int64_t count) {
   void* data = nullptr;
   const size_t element = std::max<size_t>(t.element, 1);
   if (!isSpoiled(name) || chance(40)) {
-    const bool tooMany = count > static_cast<int64_t>(Arena::kMostBytes);
+    const bool tooMany = count > static_cast<int64_t>(Arena::kMaxBytes);
     // No element lies at an address that its type does not allow.
     const size_t alignment = element & (~element + 1);
     data = tooMany ? nullptr
@@ -242,7 +242,7 @@ void* Call::image(const char* name, const char* stepName, DaxiSize imageSize, in
   if (valid && notRead_ != name) {
     count = int64_t{imageSize.height - 1} * rowStep + row;
     // More than there is: the call must refuse the step, or the pointer.
-    if (count > static_cast<int64_t>(Arena::kMostBytes / type(name).element) && chance(60)) {
+    if (count > static_cast<int64_t>(Arena::kMaxBytes / type(name).element) && chance(60)) {
       rowStep = static_cast<int32_t>(between(-1, std::min<int64_t>(row, INT32_MAX) - 1));
       set(stepName, rowStep);
       count = -1;
@@ -275,7 +275,7 @@ void* Call::work(const char* name, const std::function<DaxStatus(uint64_t*)>& qu
   const bool known = query(&bytes) == DAX_STS_OK;
   void* data = nullptr;
   if (!isSpoiled(name)) {
-    const bool tooLarge = bytes > Arena::kMostBytes;
+    const bool tooLarge = bytes > Arena::kMaxBytes;
     data = tooLarge ? nullptr : place(name, known ? static_cast<int64_t>(bytes) : -1, alignment, Role::work);
   }
   set(name, data);

@@ -59,13 +59,13 @@ void parameters(Call& c) {
   if (c.has("param")) {
     c.filled<CheckerboardHessianParam>("param", 1, [&](CheckerboardHessianParam& param) {
       if (c.chance(80)) param.subSampling = 1;
-      param.leastExtent = 2 + c.random.below(2), param.mostExtent = 20, param.leastAngle = 20, param.mostAngle = 160;
+      param.minExtent = 2 + c.random.below(2), param.maxExtent = 20, param.minAngle = 20, param.maxAngle = 160;
     });
   }
   if (!c.has("cfg")) return;
   c.filled<CheckerboardSymCfg>("cfg", 1, [&](CheckerboardSymCfg& cfg) {
-    cfg.leastExtent = 2, cfg.mostExtent = 20, cfg.contrast = static_cast<uint32_t>(c.between(5, 60));
-    cfg.distance = static_cast<uint32_t>(c.between(3, 6)), cfg.largestRadius = 5;
+    cfg.minExtent = 2, cfg.maxExtent = 20, cfg.contrast = static_cast<uint32_t>(c.between(5, 60));
+    cfg.distance = static_cast<uint32_t>(c.between(3, 6)), cfg.lastRadius = 5;
   });
 }
 

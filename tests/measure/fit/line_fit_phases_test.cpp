@@ -4,7 +4,10 @@
 #include <limits>
 #include <optional>
 
+#include "geometry/median_select.h"
 #include "measure/fit/line_fit.h"
+#include "measure/fit/line_fit_refine.h"
+#include "measure/fit/line_fit_search.h"
 #include "tests/measure/fit/line_fit_oracle.h"
 #include "tests/measure/fit/line_scene.h"
 

@@ -110,7 +110,9 @@ TEST(RangeRecord, CopyReadsNoMoreThanThereIs) {
       EXPECT_EQ(copy.type, type);
       EXPECT_TRUE(sameMemory(copy.range, record.range, 0, 2 * elements));
       EXPECT_EQ(copy.mask.owner[0] != nullptr, type == DAX3D_RANGE_WITH_MASK);
-      if (copy.mask.owner[0]) EXPECT_TRUE(sameMemory(copy.mask, record.mask, 0, elements));
+      if (copy.mask.owner[0]) {
+        EXPECT_TRUE(sameMemory(copy.mask, record.mask, 0, elements));
+      }
       EXPECT_FALSE(copy.colour.owner[0]);
       release(copy);
     }

@@ -145,8 +145,7 @@ void addPairs(CLI::App& app, CaliperOptions& options) {
          "expected width of pairs, pixels: the nearer the better")
       ->type_name("W")
       ->group("Edges");
-  app.add_option("--count", options.settings.count,
-                 "maximum number of edges or pairs of a caliper, the best first, 1..1000 [10]")
+  app.add_option("--count", options.settings.count, "keep N edges or pairs of a caliper, the best first, 1..1000 [10]")
       ->check(CLI::Range(1, 1000))
       ->type_name("N")
       ->group("Edges");

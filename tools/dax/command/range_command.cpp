@@ -216,7 +216,7 @@ void addSteps(CLI::App& range, Steps& steps, RangeOptions& options) {
   app = addStep(range, steps, despeckle, "despeckle", "Clear small patches that stand apart");
   addInput(*app, options, "range file");
   addOutput(*app, options, "range file");
-  app->add_option("--size", options.maxSize, "maximum number of pixels of a patch [100]")
+  app->add_option("--size", options.maxSize, "maximum size of a patch, pixels [100]")
       ->check(CLI::Range(0, 1 << 30))
       ->type_name("N");
   app->add_option("--step", options.difference,
