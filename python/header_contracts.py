@@ -64,6 +64,20 @@ def comments(include):
     return own
 
 
+def comments_above(include):
+    """The last function of the comment before that of each function."""
+    above = {}
+    for header in sorted(include.glob("*/*.h")):
+        last = before = None
+        for piece in list(PIECE.finditer(header.read_text()))[1:]:
+            if piece["prototype"]:
+                last = re.search(r"[ *]([A-Za-z_0-9]+)\(", piece["prototype"])[1]
+                above[last] = before
+            elif piece["comment"]:
+                before = last
+    return above
+
+
 def contracts(include):
     """What the comment of each function says about each code, or the one that it shares or refers to, and about its header."""
     own, table = comments(include), {}
@@ -75,6 +89,44 @@ def contracts(include):
                 if clause not in known[code]:
                     known[code].append(clause)
     return table
+
+
+WHOLE = re.compile(r"\b(?:in order|in this order)\b")
+FURTHER = re.compile(r"Checks after|checked last|[Cc]hecked after|[Ll]ast check|the last check|One more check|Checked last")
+
+# All checks of another function, among those of a list.
+PART = re.compile(r"\bas (DAX\w+)(?:;|, then)")
+ABOVE = re.compile(r"[Cc]hecks as above|^(?:The same|As above)\b")
+
+
+def checks(include):
+    """The checks of each function, in order: [(code, clause)...]. A comment that says \"in order\" and not \"after\" has them
+    all; else they follow those of the function that it refers to, or of the comment above, or at the head of the header."""
+    own, above = comments(include), comments_above(include)
+    return {name: ordered(own, above, name) for name in own}
+
+
+def ordered(own, above, name, depth=0):
+    comment, head = own[name]
+    mine = clauses(comment)
+    prose = " ".join(re.sub(r"\n \*", " ", comment).split())
+    if depth > 8 or WHOLE.search(prose) and mine and not FURTHER.search(prose):
+        inner = PART.search(prose)
+        if not inner or inner[1] not in own or depth > 8:
+            return mine
+        before = len(clauses(prose[: inner.start()]))
+        return mine[:before] + ordered(own, above, inner[1], depth + 1) + mine[before:]
+    plain = next((each for each in (VARIANT.sub("", name), re.sub(r"_MT$", "", name)) if each != name and each in own), None)
+    reference = next((each for each in REFERENCE.findall(comment) if each in own and each != name), None)
+    if reference:
+        base = ordered(own, above, reference, depth + 1)
+    elif ABOVE.search(prose) and above[name]:
+        base = ordered(own, above, above[name], depth + 1)
+    elif plain and not mine and own[plain][0] != comment:
+        base = ordered(own, above, plain, depth + 1)
+    else:
+        base = clauses(head)
+    return base + [each for each in mine if each not in base]
 
 
 def referred(own, name):

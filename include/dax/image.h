@@ -37,7 +37,7 @@ DAX_API DaxStatus DAX_CheckImage(const DaxImage* image);
 
 /* Builds a library record from the host's: copies format, sides and steps and points base and data of all four planes
  * at the host's planes. Either pointer null -> 0x10000014; any failure of ZUR_CheckImage other than an unknown format
- * -> its library code. An unknown format is passed on, so that DAX_CheckImage can judge it. Thread-safe. */
+ * -> its library code, 0x10000008, 0x10000009 or 0x1000000a. An unknown format is passed on, so that DAX_CheckImage can judge it. Thread-safe. */
 DAX_API DaxStatus DAX_ZurImgToDaxImg(const ZurImage* zurImage, DaxImage* daxImage);
 
 DAX_END_DECLS

@@ -14,8 +14,9 @@ DAX_BEGIN_DECLS
 DAX_API DaxStatus DAX3DPCL_UTILS_Extract_RANGE_V4_Depth_Intrins(const DAX3D_RANGE_V4* record, DAX3D_CAMERA_64F* camera);
 DAX_API DaxStatus DAX3DPCL_UTILS_Recover_RANGE_V4_Depth_Intrins(DAX3D_RANGE_V4* record, const DAX3D_CAMERA_64F* camera);
 
-/* The colour camera and, when depthToRgb is not null, the sixteen values of the pose. Checks as above, then the
- * pose read or written as DAX3DPCL_UTILS_Check_SE3_64f -> 0x10000000. */
+/* The colour camera and, when depthToRgb is not null, the sixteen values of the pose. Checks as
+ * DAX3DPCL_UTILS_Extract_RANGE_V4_Depth_Intrins, then the pose read or written, as DAX3DPCL_UTILS_Check_SE3_64f ->
+ * 0x10000000. */
 DAX_API DaxStatus DAX3DPCL_UTILS_Extract_RANGE_V4_RGB_Intrins(const DAX3D_RANGE_V4* record, DAX3D_CAMERA_64F* camera,
                                                               double* depthToRgb);
 DAX_API DaxStatus DAX3DPCL_UTILS_Recover_RANGE_V4_RGB_Intrins(DAX3D_RANGE_V4* record, const DAX3D_CAMERA_64F* camera,

@@ -40,10 +40,18 @@ DAX_API DaxStatus DAX3DPCL_UTILS_WRITE_RANGE_V4(const char* path, const DAX3D_RA
  * type 1 when mask owner 0 is not null), colour (when colour owner 0 is not null), calibration as 64-bit floats, scale,
  * offset, type, height and width.
  *
- * Checks, in order: path or record null -> 0x10000014; type above 1 -> 0x10000007; those above, those of the mask where
- * it is written; then those of the colour where it is written: format neither 200 nor 201 -> 0x10000007; format 200:
- * owner 1 or 2 null -> 0x10000014; sides outside 1..32767 -> 0x10000008; a step other than the width (201: 3 * width)
- * -> 0x10000009. */
+ * Checks, in order, those of the mask and of the colour where it is written:
+ *   path or record null                                                   0x10000014
+ *   type above 1                                                          0x10000007
+ *   range owner 0, range plane 0 or (type 0) mask owner 0 null            0x10000014
+ *   range format not 3 or mask format not 1                               0x10000007
+ *   width or height of range and mask differ, or outside 1..32767         0x10000008
+ *   range step or mask step not equal to the width                        0x10000009
+ *   colour format neither 200 nor 201                                     0x10000007
+ *   200: colour owner 1 or 2 null                                         0x10000014
+ *   colour width or height outside 1..32767                               0x10000008
+ *   a step of colour other than the width (201: 3 * width)                0x10000009
+ * File not opened -> 0x10000025, not written -> 0x10000027. */
 DAX_API DaxStatus DAX3DPCL_UTILS_WRITE_RANGE_V4_V2(const char* path, const DAX3D_RANGE_V4* record);
 
 /* Reads a file into a record, which must be zeroed or valid. Memory that it owns is used as it is and must be large

@@ -66,7 +66,7 @@ typedef struct DAX3D_RANGE_V4 {
  *   range format not 3                                                0x10000007
  *   type 0: mask owner 0, then plane 0 null                           0x10000014
  *           mask format not 1                                         0x10000007
- *           mask height, then width not the range image's             0x10000008
+ *           mask height, then width not that of range                 0x10000008
  *           mask step below half the range width                      0x10000009
  *   |scale.x| or |scale.y| <= FLT_EPSILON, scale.z < FLT_EPSILON      0x10000019
  *   colour: format neither 200 nor 201                                0x10000007
@@ -84,8 +84,8 @@ DAX_API DaxStatus DAX3DPCL_UTILS_Check_DAX3D_RANGE_V4(const DAX3D_RANGE_V4* reco
  * are kept, padding is unspecified. `copy` must own nothing: its contents are overwritten, not freed. Release it with
  * DAX3DPCL_UTILS_RELEASE_RANGE_V4, and free its colour owners with ZUR_Free.
  *
- * Checks, in order: DAX3DPCL_UTILS_Check_DAX3D_RANGE_V4(record, 0); copy null -> 0x10000014; copy equal to record ->
- * 0x10000019. No memory -> 0x1000002b. A failed call leaves the copy untouched. */
+ * Checks, in order: without colour as DAX3DPCL_UTILS_Check_DAX3D_RANGE_V4; copy null -> 0x10000014; copy equal to
+ * record -> 0x10000019. No memory -> 0x1000002b. A failed call leaves the copy untouched. */
 DAX_API DaxStatus DAX3DPCL_UTILS_Copy_DAX3D_RANGE_V4(const DAX3D_RANGE_V4* record, DAX3D_RANGE_V4* copy);
 
 /* Makes a record of type 0 from a depth image and a colour image of an RGB-D camera, in memory of its own: range slot,

@@ -30,8 +30,8 @@ DAX_API DaxStatus DAX3DPCL_UTILS_Check_Box3d_64f(const double* box);
 DAX_API DaxStatus DAX3DPCL_UTILS_Check_SE3_32f(const float* matrix);
 DAX_API DaxStatus DAX3DPCL_UTILS_Check_SE3_64f(const double* matrix);
 
-/* A transform close to the identity: Check_SE3 with its code, then the diagonal within 0.001 of 1 and the translation
- * within 0.001 of 0, else 0x10000000. The differences of the _64f form are rounded to float. */
+/* A transform close to the identity: checks as above, then the diagonal within 0.001 of 1 and the translation within
+ * 0.001 of 0, else 0x10000000. The differences of the _64f form are rounded to float. */
 DAX_API DaxStatus DAX3DPCL_UTILS_Check_EyeSE3_32f(const float* matrix);
 DAX_API DaxStatus DAX3DPCL_UTILS_Check_EyeSE3_64f(const double* matrix);
 

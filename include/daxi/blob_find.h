@@ -74,14 +74,15 @@ DAX_API DaxStatus DAXI_BlobFind_8u_C1IR(uint8_t* srcDst, int32_t step, DaxiSize 
 DAX_API DaxStatus DAXI_BlobFind_8u_C1IR_IS(uint8_t* srcDst, int32_t step, DaxiSize size, int32_t connectivity,
                                            void* model, const DaxiDomainList** domains, void* buffer, int32_t isa);
 
-/* Sizes for labelling by class, where every pixel can be a domain of its own. Checked last: width * height above
- * 2^32 - 2, the limit of run indices -> 0x10000019. Thread-safe. */
+/* Sizes for labelling by class, where every pixel can be a domain of its own. Checks as DAXI_BlobFindModelSize_8u; checked
+ * last: width * height above 2^32 - 2, the limit of run indices -> 0x10000019. Thread-safe. */
 DAX_API DaxStatus DAXI_BlobFindMultiClsModelSize_8u(DaxiSize size, uint64_t* bytes);
 DAX_API DaxStatus DAXI_BlobFindMultiClsBufferSize_8u(DaxiSize size, uint64_t* bytes);
 
 /* Labels an image of classes: the value of a pixel is its class, 0 is background. A run ends where the value changes,
  * only runs of the same class are joined, and every run stores its class. Arguments and checks as DAXI_BlobFind_8u_C1R,
- * with memory of the MultiCls sizes; width * height above 2^32 - 2 -> 0x1000001a. Forms as above. */
+ * with memory of the MultiCls sizes; checked last: width * height above 2^32 - 2 -> 0x1000001a; _IS: isa < 0 ->
+ * 0x1000001c. Forms as above. */
 DAX_API DaxStatus DAXI_BlobFindMultiCls_8u_C1R(const uint8_t* src, int32_t srcStep, DaxiSize size, int32_t connectivity,
                                                void* model, const DaxiDomainList** domains, void* buffer);
 DAX_API DaxStatus DAXI_BlobFindMultiCls_8u_C1IR(uint8_t* srcDst, int32_t step, DaxiSize size, int32_t connectivity,

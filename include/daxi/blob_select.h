@@ -191,7 +191,8 @@ DAX_API DaxStatus DAXI_BlobSelectBufferSize_8u(DaxiSize size, uint64_t* bytes);
  *
  * Checks, in order:
  *   domains (or the arrays inside), result, result->array, cfg or buffer null   0x10000014
- *   gray, then image2: null, size below 1 x 1, step < width                     0x10000014, 0x1000001a, 0x1000001b
+ *   gray null, size below 1 x 1, grayStep < width                               0x10000014, 0x1000001a, 0x1000001b
+ *   image2 null, step2 < width                                                  0x10000014, 0x1000001b
  *   a side above 65536                                                          0x1000001a
  *   maxCount, flags, ranges of the set flags, outside limit, weights, sort order, sort key, mask step   0x10000019
  *   domainCount < 1 or above the number of domains                              0x10000019

@@ -58,7 +58,7 @@ DAX_API DaxStatus DAXI_CheckerboardCornerSymMulBufferSize_8u(DaxiSize size, uint
  * Checks, in order:
  *   a null pointer other than pool                                         0x10000014
  *   width or height below 64 or above 65536                                0x10000008
- *   srcStep < width                                                        0x10000009
+ *   srcStep < width; C1RM: maskStep < width                                0x10000009
  *   a field of cfg out of its range, in the record's order                 0x10000019
  * A call that fails these checks writes nothing. Where no board has at least 4 corners the call returns
  * DAXI_STS_NO_BOARD, else 0 or the status of the pool. Thread-safe for distinct outputs and buffers. */
@@ -67,15 +67,14 @@ DAX_API DaxStatus DAXI_CheckerboardCornerSym_8u_C1R(const uint8_t* src, int32_t 
                                                     CheckerboardGrid* result, const CheckerboardSymCfg* cfg,
                                                     void* buffer, void* pool);
 
-/* The same for corners at pixels where the mask, of the size of the image, is not 0. maskStep < width -> 0x10000009,
- * checked after srcStep. */
+/* The same for corners at pixels where the mask, of the size of the image, is not 0. */
 DAX_API DaxStatus DAXI_CheckerboardCornerSym_8u_C1RM(const uint8_t* src, int32_t srcStep, const uint8_t* mask,
                                                      int32_t maskStep, DaxiSize size, DaxiPoint32f* points,
                                                      CheckerboardCorner* corners, CheckerboardGrid* result,
                                                      const CheckerboardSymCfg* cfg, void* buffer, void* pool);
 
 /* All boards, the one with the most corners first: boards[0 .. *boardCount - 1], their corners one after the other.
- * Boards beyond maxBoards are omitted. Checked last: maxBoards < 1 -> 0x10000019. */
+ * Boards beyond maxBoards are omitted. Checks as DAXI_CheckerboardCornerSym_8u_C1R; checked last: maxBoards < 1 -> 0x10000019. */
 DAX_API DaxStatus DAXI_CheckerboardCornerSymMul_8u_C1R(const uint8_t* src, int32_t srcStep, DaxiSize size,
                                                        DaxiPoint32f* points, CheckerboardCorner* corners,
                                                        CheckerboardGrid* boards, int32_t maxBoards, int32_t* boardCount,

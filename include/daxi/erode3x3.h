@@ -10,8 +10,8 @@
  *
  * Steps count bytes. Thread-safe; a failed call writes nothing.
  *
- * Checks of the images, in order: src null, size below 1 x 1, srcStep < w; the same for dst
- * (0x10000014, 0x1000001a, 0x1000001b). */
+ * Checks of the images, in order: src null, size below 1 x 1, srcStep < w -> 0x10000014, 0x1000001a, 0x1000001b;
+ * dst null, dstStep < w -> 0x10000014, 0x1000001b. */
 #ifndef DAXI_ERODE3X3_H
 #define DAXI_ERODE3X3_H
 

@@ -25,7 +25,8 @@ DAX_BEGIN_DECLS
  *
  * Checks, in order:
  *   buffer null                                                           0x10000014
- *   src null, size below 1 x 1, srcStep < width; the same for dst         0x10000014, 0x1000001a, 0x1000001b
+ *   src null, size below 1 x 1, srcStep < width                           0x10000014, 0x1000001a, 0x1000001b
+ *   dst null, dstStep < width                                             0x10000014, 0x1000001b
  *   W < 1, H < 1, W > width or H > height; 8u: W or H above 255           0x10000019
  *   _IS: isa < 0                                                          0x1000001c */
 
@@ -81,7 +82,8 @@ DAX_API DaxStatus DAXI_FilterMean_8u_C1R_MT(const uint8_t* src, int32_t srcStep,
  *   64f            sum / n
  *
  * Checks, in order:
- *   src null, size below 1 x 1, srcStep < width; the same for dst         0x10000014, 0x1000001a, 0x1000001b
+ *   src null, size below 1 x 1, srcStep < width                           0x10000014, 0x1000001a, 0x1000001b
+ *   dst null, dstStep < width                                             0x10000014, 0x1000001b
  *   buffer null                                                           0x10000014
  *   W < 1, H < 1, W > width or H > height                                 0x10000019
  *   a size for which the query fails                                      0x10000015 */

@@ -3,8 +3,8 @@
  * Steps count bytes. Every call reads src and writes dst over `size` pixels; dst may equal src with the same step (each
  * pixel depends on its own source pixel and on the histogram, which is taken first). No work buffer. Thread-safe.
  *
- * Shared checks of two-image calls, in order: src null, size below 1 x 1, srcStep < width; the same for dst
- * (0x10000014, 0x1000001a, 0x1000001b). A failed call writes nothing. */
+ * Shared checks of two-image calls, in order: src null, size below 1 x 1, srcStep < width -> 0x10000014, 0x1000001a,
+ * 0x1000001b; dst null, dstStep < width -> 0x10000014, 0x1000001b. A failed call writes nothing. */
 #ifndef DAXI_THRESHOLD_H
 #define DAXI_THRESHOLD_H
 

@@ -23,7 +23,7 @@ void checkImage(Call& c) {
   if (!record) return;
   fillRecord(c, *record, [&](int32_t i, void* plane) { record->base[i] = record->data[i] = plane; });
   c.spoilWord("image", record, 0, offsetof(DaxImage, base));
-  if (c.isSpoiled("image") && c.chance(30)) record->data[c.random.below(4)] = nullptr;
+  if (c.isSpoiled("image", 30)) record->data[c.random.below(4)] = nullptr;
 }
 
 void zurImage(Call& c) {
@@ -31,7 +31,7 @@ void zurImage(Call& c) {
   if (auto* const record = c.record<ZurImage>(name)) {
     fillRecord(c, *record, [&](int32_t i, void* plane) { record->plane[i] = plane; });
     c.spoilWord(name, record, 0, offsetof(ZurImage, plane));
-    if (c.isSpoiled(name) && c.chance(30)) record->plane[c.random.below(4)] = nullptr;
+    if (c.isSpoiled(name, 30)) record->plane[c.random.below(4)] = nullptr;
   }
   if (c.has("daxImage")) c.array("daxImage", 1);
 }

@@ -13,14 +13,31 @@ Call::Call(const Function& f, Arena& arena, uint64_t seed)
       function(f),
       values(f.arguments.size()),
       arena_(arena),
+      seed_(random.next()),
       isSet_(f.arguments.size(), false),
-      spoiled_(f.arguments.size(), false) {
+      spoiled_(f.arguments.size(), false),
+      waysDrawn_(f.arguments.size(), 0) {
   if (spoiled_.empty()) return;
   const int32_t spoils = pick({0, 0, 0, 0, 0, 1, 1, 1, 2, 2});
   for (int32_t i = 0; i < spoils; ++i) {
     spoiled_[static_cast<size_t>(random.below(static_cast<int32_t>(spoiled_.size())))] = true;
   }
   spoiledAny = spoils > 0;
+}
+
+Call::Call(const Function& f, Arena& arena, uint64_t seed, std::vector<Spoil> spoils) : Call(f, arena, seed) {
+  spoiled_.assign(spoiled_.size(), false);
+  for (const Spoil& each : spoils) {
+    if (each.field == 0) spoiled_[each.argument] = true;
+  }
+  spoiledAny = !spoils.empty();
+  planned_ = std::move(spoils);
+}
+
+Call::Own::Own(Call& call, std::string_view name, uint64_t spoils) : call_(call), outer_(call.random) {
+  uint64_t mixed = call.seed_ + spoils * 0x9E3779B97F4A7C15u;
+  for (const char each : name) mixed = (mixed ^ static_cast<uint8_t>(each)) * 0x100000001B3u;
+  call.random = Random(mixed);
 }
 
 int Call::find(std::string_view name) const {
@@ -38,6 +55,12 @@ int Call::index(const char* name) const {
 
 bool Call::isSpoiled(const char* name) const {
   return spoiled_[static_cast<size_t>(index(name))];
+}
+
+bool Call::isSpoiled(const char* name, int32_t percent) {
+  if (!isSpoiled(name)) return false;
+  const Own own(*this, name, 1000 + waysDrawn_[static_cast<size_t>(index(name))]++);
+  return chance(percent);
 }
 
 // --- Chance ---
@@ -95,22 +118,27 @@ int64_t Call::number(const char* name, int64_t low, int64_t high) {
 
 int64_t Call::number(const char* name, int64_t low, int64_t high, int64_t usual) {
   if (!drawn(name)) {
+    const Own own(*this, name);
     const bool atEdge = chance(15);
     const int64_t valid = atEdge ? pick({low, usual}) : between(low, usual);
-    const int64_t hostile = chance(30) ? pick({low - 1, high + 1}) : hostileInteger();
+    const int64_t hostile = chance(planned_ ? 80 : 30) ? pick({low - 1, high + 1}) : hostileInteger();
     setInteger(name, isSpoiled(name) ? hostile : valid);
   }
   return integer(name);
 }
 
 int64_t Call::anyOf(const char* name, std::initializer_list<int64_t> valid) {
-  if (!drawn(name)) setInteger(name, isSpoiled(name) ? hostileInteger() : pick(valid));
+  if (!drawn(name)) {
+    const Own own(*this, name);
+    setInteger(name, isSpoiled(name) ? hostileInteger() : pick(valid));
+  }
   return integer(name);
 }
 
 double Call::real(const char* name, double low, double high) {
   const bool isFloat = type(name).bytes == sizeof(float);
   if (!drawn(name)) {
+    const Own own(*this, name);
     const double unit = static_cast<double>(random.next() >> 11) * 0x1p-53;
     double value = chance(15) ? pick({low, high}) : low + (high - low) * unit;
     if (isSpoiled(name)) value = hostileReal();
@@ -127,6 +155,7 @@ double Call::real(const char* name, double low, double high) {
 
 DaxiSize Call::size(const char* name, int32_t least) {
   if (drawn(name)) return get<DaxiSize>(name);
+  const Own own(*this, name);
   const auto side = [&](int32_t most) { return least + random.below(most); };
   DaxiSize valid;
   switch (random.below(20)) {
@@ -155,9 +184,11 @@ DaxiSize Call::size(const char* name, int32_t least) {
 DaxiSize Call::sizeOr(const char* name, DaxiSize valid) {
   if (drawn(name)) return get<DaxiSize>(name);
   if (isSpoiled(name)) {
+    const Own own(*this, name, 1);
     const int32_t which = random.below(4);
-    if (which != 0) valid.width = static_cast<int32_t>(hostileInteger());
-    if (which < 2) valid.height = static_cast<int32_t>(hostileInteger());
+    const bool none = planned_ && chance(80);
+    if (which != 0) valid.width = none ? -random.below(2) : static_cast<int32_t>(hostileInteger());
+    if (which < 2) valid.height = none ? -random.below(2) : static_cast<int32_t>(hostileInteger());
   }
   set(name, valid);
   return valid;
@@ -165,8 +196,9 @@ DaxiSize Call::sizeOr(const char* name, DaxiSize valid) {
 
 int32_t Call::step(const char* name, int64_t row) {
   if (!drawn(name)) {
+    const Own own(*this, name);
     int64_t value = row + pick({0, 0, 1, 3, 16, 61});
-    if (isSpoiled(name)) value = chance(50) ? row - 1 - random.below(3) : hostileInteger();
+    if (isSpoiled(name)) value = chance(planned_ ? 90 : 50) ? row - 1 - random.below(3) : hostileInteger();
     set(name, static_cast<int32_t>(std::min<int64_t>(value, std::numeric_limits<int32_t>::max())));
   }
   return get<int32_t>(name);
@@ -176,7 +208,10 @@ int32_t Call::step(const char* name, int64_t row) {
 
 // Null for what cannot be given, so that the call must refuse it.
 void* Call::place(const char* name, int64_t bytes, size_t alignment, Role role) {
+  vague |= bytes > static_cast<int64_t>(Arena::kMaxBytes);
   if (bytes > static_cast<int64_t>(Arena::kMaxBytes)) return nullptr;
+  const auto same = std::count_if(blocks.begin(), blocks.end(), [&](const Block& each) { return each.name == name; });
+  const Own own(*this, name, 2000 + static_cast<uint64_t>(same));
   const size_t real = bytes < 0 ? 0 : static_cast<size_t>(bytes);
   const Place where = pick({Place::atEnd, Place::atEnd, Place::atStart, Place::odd});
   uint8_t* const data = arena_.take(real, alignment, where);
@@ -195,8 +230,9 @@ void* Call::array(const char* name, int64_t count) {
   if (drawn(name)) return get<void*>(name);
   void* data = nullptr;
   const size_t element = std::max<size_t>(t.element, 1);
-  if (!isSpoiled(name) || chance(40)) {
+  if (!isSpoiled(name) || (!planned_ && chance(40))) {
     const bool tooMany = count > static_cast<int64_t>(Arena::kMaxBytes);
+    vague |= tooMany;
     // No element lies at an address that its type does not allow.
     const size_t alignment = element & (~element + 1);
     data = tooMany ? nullptr
@@ -209,6 +245,7 @@ void* Call::array(const char* name, int64_t count) {
 }
 
 void* Call::around(const char* name, const std::vector<double>& numbers, double noise) {
+  const Own own(*this, name, 3);
   const auto fillAround = [&](auto* data) {
     const Block* const made = block(data);
     if (!made || made->bytes == 0 || chance(20)) return;
@@ -243,6 +280,7 @@ void* Call::image(const char* name, const char* stepName, DaxiSize imageSize, in
     count = int64_t{imageSize.height - 1} * rowStep + row;
     // More than there is: the call must refuse the step, or the pointer.
     if (count > static_cast<int64_t>(Arena::kMaxBytes / type(name).element) && chance(60)) {
+      vague = true;
       rowStep = static_cast<int32_t>(between(-1, std::min<int64_t>(row, INT32_MAX) - 1));
       set(stepName, rowStep);
       count = -1;
@@ -264,6 +302,7 @@ void Call::inPlace(const char* name, const char* stepName, const char* of, const
 
 void Call::inPlace(const char* name, const char* of) {
   Block* const source = drawn(of) ? blockOf(of) : nullptr;
+  const Own own(*this, name);
   if (!source || drawn(name) || isSpoiled(name) || !chance(20)) return;
   set(name, get<void*>(of));
   source->role = Role::output;
@@ -276,6 +315,7 @@ void* Call::work(const char* name, const std::function<DaxStatus(uint64_t*)>& qu
   void* data = nullptr;
   if (!isSpoiled(name)) {
     const bool tooLarge = bytes > Arena::kMaxBytes;
+    vague |= tooLarge;
     data = tooLarge ? nullptr : place(name, known ? static_cast<int64_t>(bytes) : -1, alignment, Role::work);
   }
   set(name, data);
@@ -284,6 +324,7 @@ void* Call::work(const char* name, const std::function<DaxStatus(uint64_t*)>& qu
 
 void Call::spoilWord(const char* name, void* target, size_t from, size_t to) {
   if (!target || !isSpoiled(name) || to < from + 4) return;
+  const Own own(*this, name, 1);
   uint8_t* const word = static_cast<uint8_t*>(target) + from +
                         4 * static_cast<size_t>(between(0, static_cast<int64_t>((to - from) / 4) - 1));
   if (chance(50)) {
@@ -297,6 +338,7 @@ void Call::spoilWord(const char* name, void* target, size_t from, size_t to) {
 }
 
 void Call::pool() {
+  const Own own(*this, "pool");
   const int64_t threads = has("threads") ? number("threads", 0, 9) : between(1, 9);
   mock.threads = threads >= 1 && threads <= 64 ? static_cast<uint32_t>(threads) : 4;
   mock.order = pick({MockPool::Order::shuffled, MockPool::Order::shuffled, MockPool::Order::backward});

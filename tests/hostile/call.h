@@ -12,6 +12,7 @@
 #include <deque>
 #include <functional>
 #include <initializer_list>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -49,9 +50,18 @@ struct Block {
   uint8_t* after = nullptr;
 };
 
+// What is wrong with a call: an argument; of one that is or points to a record, with a field above 0, one of its fields.
+struct Spoil {
+  size_t argument;
+  uint32_t field = 0;
+  bool done = false;
+};
+
 class Call {
  public:
+  // Spoils up to two arguments, by chance, or exactly what it is told.
   Call(const Function& function, Arena& arena, uint64_t seed);
+  Call(const Function& function, Arena& arena, uint64_t seed, std::vector<Spoil> spoils);
 
   // --- Chance ---
   Random random;
@@ -102,6 +112,7 @@ class Call {
   template <class Real>
   Real* reals(const char* name, int64_t count) {
     auto* const result = static_cast<Real*>(array(name, count));
+    const Own own(*this, name, 3);
     if (const Block* const made = block(result)) fillReals(result, made->bytes / sizeof(Real));
     return result;
   }
@@ -139,7 +150,8 @@ class Call {
     if (drawn(name)) return get<T>(name);
     spoilWord(name, &valid, 0, sizeof valid);
     set(name, valid);
-    return valid;
+    spoilFields(name);
+    return get<T>(name);
   }
   // The host's pool, or none, and its number of threads where that is an argument.
   void pool();
@@ -165,6 +177,8 @@ class Call {
   // --- Arguments as they are ---
   bool has(const char* name) const { return find(name) >= 0; }
   bool isSpoiled(const char* name) const;
+  // One way of several to spoil it: so often, and the same however else the call is spoiled.
+  bool isSpoiled(const char* name, int32_t percent);
   template <class T>
   void set(const char* name, const T& value) {
     const auto i = static_cast<size_t>(index(name));
@@ -189,12 +203,18 @@ class Call {
   bool worksBeforeFailing = false;  // a failure may leave work buffers written
   // After each call that returned: tell what its result is worth comparing by, and release what it made.
   std::function<uint64_t(uint64_t result)> settle;
-  bool once = false;  // the call cannot be repeated
+  bool once = false;   // the call cannot be repeated
+  bool vague = false;  // it stands for another one, which would need more memory than there is
   std::string complaint;
 
-  // Gives every argument that the row has not mentioned the meaning of its name and type.
+  // Gives every argument that the row has not mentioned the meaning of its name and type, and spoils fields.
   void complete();
   std::string description() const;
+  // The names of the field that a spoil is about, from the outermost record on.
+  std::vector<std::string> path(const Spoil& spoil);
+  const std::vector<Spoil>& plannedSpoils() const { return *planned_; }
+  // How many fields of an argument's record a spoil can be about.
+  static size_t fieldsToSpoil(const Function& function, size_t argument);
 
   const Function& function;
   std::vector<Value> values;
@@ -204,6 +224,18 @@ class Call {
   bool spoiledAny = false;
 
  private:
+  // While it lives, chance is that of one argument: the same whatever else is drawn. With `spoils` that of what is wrong.
+  class Own {
+   public:
+    Own(Call& call, std::string_view name, uint64_t spoils = 0);
+    ~Own() { call_.random = outer_; }
+    Own(const Own&) = delete;
+    Own& operator=(const Own&) = delete;
+
+   private:
+    Call& call_;
+    Random outer_;
+  };
   int find(std::string_view name) const;
   int index(const char* name) const;
   const Type& type(const char* name) const { return function.arguments[static_cast<size_t>(index(name))].type; }
@@ -230,9 +262,14 @@ class Call {
   void fill(const Record& known, uint8_t* data, Limits outer, std::vector<Leaf>& leaves);
   void fillField(const Field& field, uint8_t* data, Limits outer);
   void spoil(const Leaf& leaf);
+  void spoilField(const Spoil& spoil);
+  void spoilFields(std::string_view name);
 
   Arena& arena_;
+  uint64_t seed_;
+  std::optional<std::vector<Spoil>> planned_;
   std::vector<bool> isSet_, spoiled_;
+  std::vector<uint32_t> waysDrawn_;
   std::string_view notRead_;
 };
 
@@ -255,6 +292,8 @@ class Rows {
  public:
   Rows(std::initializer_list<Row> rows);
 };
+
+bool hasWord(std::string_view text, std::string_view word);
 
 // The row of a function; one without a plan where it needs none.
 const Row& findRow(std::string_view function);

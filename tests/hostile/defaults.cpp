@@ -33,11 +33,13 @@ int64_t whole(double value) {
 
 void Call::complete() {
   for (size_t i = 0; i < function.arguments.size(); ++i) completeArgument(i);
+  for (const Argument& each : function.arguments) spoilFields(each.name);
 }
 
 void Call::completeArgument(size_t i) {
   const auto& [name, type, known] = function.arguments[i];
   if (isSet_[i]) return;
+  const Own own(*this, name, 500);
   switch (type.kind) {
     case Kind::integer:
       return completeInteger(i);

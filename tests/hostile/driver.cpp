@@ -15,8 +15,7 @@
 #include <memory>
 #include <stdexcept>
 
-#include "tests/hostile/call.h"
-#include "tests/hostile/experiment.h"
+#include "tests/hostile/order.h"
 
 #ifdef __SANITIZE_ADDRESS__
 #include <sanitizer/common_interface_defs.h>
@@ -115,6 +114,8 @@ bool fits(std::string_view pattern, std::string_view name) {
   return name == pattern;
 }
 
+constexpr uint64_t kTurnsPerRound = 128;
+
 struct Tally {
   uint64_t succeeded = 0, failed = 0, unspoiledFailed = 0;
   std::map<uint64_t, uint64_t> statuses;  // how often each was returned
@@ -125,7 +126,7 @@ class Driver {
   explicit Driver(const Options& options) : options_(options) {
     for (const Function& function : allFunctions()) {
       if (!options.function.empty() && !fits(options.function, function.name)) continue;
-      subjects_.push_back({&function, &findRow(function.name), portable_.code(function.name), {}});
+      subjects_.push_back({&function, &findRow(function.name), portable_.code(function.name), {}, {}});
     }
     if (!options.function.empty()) return;
     for (const char* const pattern : idleRows()) {
@@ -157,18 +158,21 @@ class Driver {
     const Row* row;
     Code portable;
     Tally tally;
+    Witness witness;
   };
+
+  // Each function in its turn; now and then a round about the order of its checks.
+  static bool isRound(uint64_t index) { return index / allFunctions().size() % kTurnsPerRound == 0; }
 
   void one(uint64_t index) {
     Subject& subject = subjects_[index % subjects_.size()];
     // The same call under the same number, whichever functions are chosen beside it.
     Random mixer(options_.seed * 0x9E3779B97F4A7C15u + index);
+    const uint64_t seed = mixer.next();
+    if (isRound(index)) tellRound(subject, index, seed);
     arena_.reset();
-    Call call(*subject.function, arena_, mixer.next());
-    currentSeed = options_.seed;
-    currentCall = index;
-    currentFunction = subject.function->name;
-    currentDescription = currentFunction;
+    Call call(*subject.function, arena_, seed);
+    announce(subject, index);
     bool succeeded = false;
     try {
       subject.row->plan(call);
@@ -178,16 +182,41 @@ class Driver {
       Experiment experiment(call, *subject.row, arena_, copies_);
       succeeded = experiment.run(subject.portable);
       if (subject.function->returnsStatus()) ++subject.tally.statuses[experiment.status()];
+      if (!succeeded && !isDocumented(*subject.function, call, experiment.status())) {
+        call.complaint = "returned " + statusText(experiment.status()) + ", which its contract does not name";
+      }
     } catch (const std::exception& problem) {
       call.complaint = problem.what();
     }
     subject.tally.succeeded += succeeded;
     subject.tally.failed += !succeeded;
     subject.tally.unspoiledFailed += !succeeded && !call.spoiledAny;
-    if (call.complaint.empty()) return;
+    if (!call.complaint.empty()) found(subject, call.complaint);
+  }
+
+  void announce(const Subject& subject, uint64_t index) {
+    currentSeed = options_.seed;
+    currentCall = index;
+    currentFunction = subject.function->name;
+    currentDescription = currentFunction;
+  }
+
+  void found(const Subject& subject, const std::string& complaint) {
     ++findings_;
-    std::fprintf(stderr, "hostile: %s: %s\n", subject.function->name, call.complaint.c_str());
+    std::fprintf(stderr, "hostile: %s: %s\n", subject.function->name, complaint.c_str());
     tellHowToRepeat();
+  }
+
+  void tellRound(Subject& subject, uint64_t index, uint64_t seed) {
+    announce(subject, index);
+    std::string complaint;
+    try {
+      complaint =
+          Order(*subject.function, *subject.row, arena_, copies_, subject.witness, currentDescription).round(seed);
+    } catch (const std::exception& problem) {
+      complaint = problem.what();
+    }
+    if (!complaint.empty()) found(subject, complaint);
   }
 
   // With enough calls each function has both succeeded and failed; otherwise its row is too kind, or too harsh.
@@ -196,7 +225,7 @@ class Driver {
     for (const Subject& subject : subjects_) {
       const Tally& tally = subject.tally;
       const unsigned flags = subject.row->flags;
-      if (options_.coverage) tell(subject.function->name, tally);
+      if (options_.coverage) tell(subject);
       if (!enough) continue;
       const bool canFail = subject.function->returnsStatus() && !(flags & Row::neverFails);
       if (tally.succeeded == 0 && !(flags & Row::neverSucceeds)) complainOf(subject, "never succeeded");
@@ -206,13 +235,27 @@ class Driver {
     }
   }
 
-  static void tell(const char* name, const Tally& tally) {
+  static void tell(const Subject& subject) {
     const auto number = [](uint64_t value) { return static_cast<unsigned long long>(value); };
-    std::fprintf(report, "%s: %llu succeeded, %llu refused, %llu of them unspoiled;", name, number(tally.succeeded),
-                 number(tally.failed), number(tally.unspoiledFailed));
+    const Tally& tally = subject.tally;
+    std::fprintf(report, "%s: %llu succeeded, %llu refused, %llu of them unspoiled;", subject.function->name,
+                 number(tally.succeeded), number(tally.failed), number(tally.unspoiledFailed));
     for (const auto& [status, count] : tally.statuses) {
       std::fprintf(report, " %llx*%llu", number(status & 0xFFFFFFFF), number(count));
     }
+    const Contract* const contract = findContract(subject.function->name);
+    if (contract) std::fputs("; never", report);
+    for (const uint32_t code : contract ? contract->codes : std::vector<uint32_t>()) {
+      const auto isCode = [&](const auto& each) { return static_cast<uint32_t>(each.first) == code; };
+      const bool seen = std::any_of(tally.statuses.begin(), tally.statuses.end(), isCode);
+      if (!seen && !subject.witness.codes.contains(code)) std::fprintf(report, " %x", code);
+    }
+    const auto tellPairs = [](const char* title, const auto& pairs) {
+      std::fputs(title, report);
+      for (const auto& [codes, count] : pairs) std::fprintf(report, " %x<%x", codes.first, codes.second);
+    };
+    tellPairs("; in order", subject.witness.ordered);
+    tellPairs("; in either order", subject.witness.loose);
     std::fputc('\n', report);
   }
 
@@ -270,7 +313,8 @@ int main(int count, char** arguments) try {
     std::fputs(
         "usage: hostile_driver [--seed N] [--first N] [--calls N] [--function NAME | PREFIX*] [--progress] "
         "[--verbose]\n"
-        "       --coverage: at the end, how often each function returned which status\n",
+        "       --coverage: at the end, how often each function returned which status, and which checks were "
+        "compared\n",
         stderr);
     return 2;
   }

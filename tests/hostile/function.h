@@ -136,6 +136,22 @@ struct Record {
 // Null for records that no header has.
 const Record* findRecord(std::string_view name);
 
+// A check of a contract: the status of those who fail it, and the words.
+struct Check {
+  uint32_t code;
+  std::string_view clause;
+};
+
+// All checks of a function, in the order of its contract, and the codes that the contract names anywhere.
+struct Contract {
+  std::string_view name;
+  std::vector<Check> checks;
+  std::vector<uint32_t> codes;
+};
+
+// Null where the contract names no code.
+const Contract* findContract(std::string_view function);
+
 struct Function {
   const char* name;
   std::string_view returns;  // as it is written in the header

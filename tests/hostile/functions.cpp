@@ -27,6 +27,19 @@ const std::vector<Record>& allRecords() {
   return records;
 }
 
+const std::vector<Contract>& allContracts() {
+#define HOSTILE_CHECK(code, clause) {static_cast<uint32_t>(code), clause},
+#define HOSTILE_CODE(code) static_cast<uint32_t>(code),
+#define HOSTILE_CONTRACT(name, checks, codes) {#name, {checks}, {codes}},
+  static const std::vector<Contract> contracts = {
+#include "contracts.inc"
+  };
+#undef HOSTILE_CONTRACT
+#undef HOSTILE_CODE
+#undef HOSTILE_CHECK
+  return contracts;
+}
+
 template <class Named>
 const Named* find(const std::vector<Named>& all, std::string_view name) {
   const auto found = std::find_if(all.begin(), all.end(), [&](const Named& each) { return each.name == name; });
@@ -37,6 +50,10 @@ const Named* find(const std::vector<Named>& all, std::string_view name) {
 
 const Record* findRecord(std::string_view name) {
   return find(allRecords(), name);
+}
+
+const Contract* findContract(std::string_view function) {
+  return find(allContracts(), function);
 }
 
 const Function* findFunction(std::string_view name) {

@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
-"""Lists for the hostile driver the exported functions and the records, and what their contracts say about arguments.
+"""Lists for the hostile driver the exported functions, the records, and what their contracts say about arguments.
 
-usage: make_prototypes.py INCLUDE FUNCTIONS RECORDS     INCLUDE: the public headers; the others: the lists
+usage: make_prototypes.py INCLUDE FUNCTIONS RECORDS CONTRACTS     INCLUDE: the public headers; the others: the lists
 
 HOSTILE_FUNCTION(name, "result type", {what is known of an argument}...); HOSTILE_RECORD(name, HOSTILE_FIELD(...)...).
 Types and sizes are left to the compiler; what it cannot tell is names, limits, and which query tells a buffer's size.
@@ -144,6 +144,15 @@ def list_records(records, enumerators):
         yield f"HOSTILE_RECORD({record}, {', '.join(lines)})\n"
 
 
+def list_contracts(include):
+    codes = header_contracts.contracts(include)
+    for function, checks in header_contracts.checks(include).items():
+        parts = [f'HOSTILE_CHECK({code}, "{clause}")' for code, clause in checks]
+        named = [f"HOSTILE_CODE({code})" for code in sorted({*codes[function], *(code for code, _ in checks)})]
+        if named:
+            yield f"HOSTILE_CONTRACT({function}, {' '.join(parts)}, {' '.join(named)})\n"
+
+
 def rewrite(path, lines):
     text = "".join(sorted(lines))
     if not path.exists() or path.read_text() != text:
@@ -151,12 +160,13 @@ def rewrite(path, lines):
 
 
 def main():
-    if len(sys.argv) != 4:
+    if len(sys.argv) != 5:
         sys.exit(__doc__)
-    include, functions, records = map(pathlib.Path, sys.argv[1:])
+    include, functions, records, contracts = map(pathlib.Path, sys.argv[1:])
     known, enumerators = headers.records(include), headers.enumerators(include)
     rewrite(functions, list_functions(include, known, enumerators))
     rewrite(records, list_records(known, enumerators))
+    rewrite(contracts, list_contracts(include))
 
 
 main()

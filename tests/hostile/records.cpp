@@ -1,4 +1,5 @@
 // Records by the comments of their fields: "1..3", "0 or 1", ">= 0", "at least 1", "default 10".
+#include <cctype>
 #include <cmath>
 
 #include "tests/hostile/call.h"
@@ -40,7 +41,99 @@ void clearGaps(const Record& record, uint8_t* data) {
   std::memset(data + end, 0, record.bytes - end);
 }
 
+struct Spot {
+  std::vector<std::string> path;
+  size_t offset;
+  const Field* field;
+};
+
+void listSpots(const Record& record, size_t offset, const std::vector<std::string>& path, std::vector<Spot>& spots) {
+  for (const Field& field : record.fields) {
+    std::vector<std::string> own = path;
+    own.emplace_back(field.name);
+    for (size_t k = 0; k < field.count; ++k) {
+      const size_t at = offset + field.offset + k * field.type.bytes;
+      const Record* const nested = field.type.kind == Kind::record ? findRecord(field.record) : nullptr;
+      if (nested) {
+        listSpots(*nested, at, own, spots);
+      } else {
+        spots.push_back({own, at, &field});
+      }
+    }
+  }
+}
+
+// The fields of an argument's record that the contract speaks of, and of no argument by that name, or whose comments give limits.
+std::vector<Spot> spotsOf(const Function& function, size_t argument) {
+  const Record* const record = findRecord(function.arguments[argument].said.record);
+  const Contract* const contract = findContract(function.name);
+  if (!record || !contract) return {};
+  std::vector<Spot> spots;
+  listSpots(*record, 0, {function.arguments[argument].name}, spots);
+  std::erase_if(spots, [&](const Spot& spot) {
+    const Limits limits = spot.field->limits;
+    if (std::isfinite(limits.low) || std::isfinite(limits.high)) return false;
+    const auto isNamed = [&](const Argument& each) { return each.name == spot.path.back(); };
+    if (std::any_of(function.arguments.begin(), function.arguments.end(), isNamed)) return true;
+    return std::none_of(contract->checks.begin(), contract->checks.end(),
+                        [&](const Check& check) { return hasWord(check.clause, spot.path.back()); });
+  });
+  return spots;
+}
+
 }  // namespace
+
+bool hasWord(std::string_view text, std::string_view word) {
+  const auto isPart = [&](size_t at) { return at < text.size() && (std::isalnum(text[at]) || text[at] == '_'); };
+  for (size_t at = text.find(word); at != text.npos; at = text.find(word, at + 1)) {
+    if ((at == 0 || !isPart(at - 1)) && !isPart(at + word.size())) return true;
+  }
+  return false;
+}
+
+std::vector<std::string> Call::path(const Spoil& spoil) {
+  const std::vector<Spot> spots = spotsOf(function, spoil.argument);
+  if (spoil.field == 0 || spots.empty()) return {function.arguments[spoil.argument].name};
+  const Own own(*this, function.arguments[spoil.argument].name, 100 + spoil.field);
+  return spots[static_cast<size_t>(random.below(static_cast<int32_t>(spots.size())))].path;
+}
+
+size_t Call::fieldsToSpoil(const Function& function, size_t argument) {
+  return spotsOf(function, argument).size();
+}
+
+// Once made, before other arguments are made to match.
+void Call::spoilFields(std::string_view name) {
+  if (!planned_) return;
+  for (Spoil& each : *planned_) {
+    if (each.field == 0 || each.done || function.arguments[each.argument].name != name) continue;
+    spoilField(each);
+    each.done = true;
+  }
+}
+
+// With values of which nobody asks for more memory.
+void Call::spoilField(const Spoil& spoil) {
+  const auto& [name, type, known] = function.arguments[spoil.argument];
+  const std::vector<Spot> spots = spotsOf(function, spoil.argument);
+  uint8_t* data = type.kind == Kind::record ? values[spoil.argument].bytes : get<uint8_t*>(name);
+  if (!data || spots.empty() || (type.kind == Kind::pointer && !block(data))) return;
+  const Own own(*this, name, 100 + spoil.field);
+  const Spot& spot = spots[static_cast<size_t>(random.below(static_cast<int32_t>(spots.size())))];
+  if (type.kind == Kind::pointer && block(data)->bytes < spot.offset + spot.field->type.bytes) return;
+  const auto [low, high] = spot.field->limits;
+  uint8_t* const at = data + spot.offset;
+  const size_t bytes = spot.field->type.bytes;
+  const bool below = std::isfinite(low) && chance(60), above = std::isfinite(high) && chance(60);
+  if (spot.field->type.kind == Kind::integer) {
+    const int64_t none = spot.field->type.isSigned ? pick({0, -1, INT32_MIN}) : 0;
+    putInteger(at, bytes, below ? static_cast<int64_t>(low) - 1 : above ? static_cast<int64_t>(high) + 1 : none);
+  } else if (spot.field->type.kind == Kind::real) {
+    putReal(at, bytes, below ? low - 1e-3 : above ? high + 1e-3 : pick({std::nan(""), 0.0, -1.0}));
+  } else if (spot.field->type.kind == Kind::pointer) {
+    std::memset(at, 0, bytes);
+  }
+}
 
 void Call::fillField(const Field& field, uint8_t* data, Limits outer) {
   auto [low, high] = field.limits;
@@ -100,6 +193,7 @@ void Call::spoil(const Leaf& leaf) {
 void* Call::records(const char* name, int64_t count, const std::function<void(void*)>& adjust) {
   const auto i = static_cast<size_t>(index(name));
   if (isSet_[i]) return get<void*>(name);
+  const Own own(*this, name, 4);
   auto* const data = static_cast<uint8_t*>(array(name, count));
   const Record* const known = findRecord(said(i).record);
   Block* const made = block(data);
@@ -110,6 +204,7 @@ void* Call::records(const char* name, int64_t count, const std::function<void(vo
     fill(*known, data + at, limits(i), leaves);
     adjust(data + at);
   }
+  spoilFields(name);
   if (made->role == Role::output && count == 1) made->tidy = [=] { clearGaps(*known, data); };
   if (isSpoiled(name) && !leaves.empty())
     spoil(leaves[static_cast<size_t>(random.below(static_cast<int32_t>(leaves.size())))]);

@@ -96,7 +96,7 @@ const DaxiDomainList* labelled(Call& c, DaxiSize size) {
 
 // A list for the argument `domains`: of the region's size or another one, spoiled: null or without arrays.
 const DaxiDomainList* domains(Call& c) {
-  if (c.isSpoiled("domains") && c.chance(50)) {
+  if (c.isSpoiled("domains", 50)) {
     c.set<const void*>("domains", nullptr);
     return nullptr;
   }
@@ -173,7 +173,7 @@ void result(Call& c, const BlobSelectCfg* cfg) {
   auto* const record = c.record<BlobSelectResult>("result");
   if (!record) return;
   const int64_t most = cfg && cfg->maxCount >= 1 && cfg->maxCount <= DAXI_BLOB_MAX_COUNT ? cfg->maxCount : -1;
-  const bool missing = c.isSpoiled("result") && c.chance(50);
+  const bool missing = c.isSpoiled("result", 50);
   *record = {missing ? nullptr : c.elements<BlobInfo>("result->array", most, Role::output), 7, nullptr};
   c.onlyMeans(record->array, [record] { return record->count * sizeof(BlobInfo); });
 }

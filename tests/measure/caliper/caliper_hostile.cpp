@@ -106,7 +106,7 @@ void results(Call& c, const char* name, const typename Kind::Cfg* cfg) {
   for (size_t i = 0; made && i < made->bytes / sizeof *all; ++i) {
     auto* const result = all + i;
     *result = {};
-    if (c.isSpoiled(name) && c.chance(50)) continue;
+    if (c.isSpoiled(name, 50)) continue;
     auto*& found = Kind::found(*result);
     found = c.elements<typename Kind::Found>("found", most, Role::output);
     if (c.chance(70)) result->points = c.elements<DaxiPoint32f>("points", most * Kind::kPoints, Role::output);
@@ -120,9 +120,9 @@ void profile(Call& c) {
   auto* const record = c.record<CaliperProfile>("profile");
   if (!record) return;
   record->capacity = c.chance(85) ? 300 : static_cast<int32_t>(c.between(1, 40));
-  if (c.isSpoiled("profile") && c.chance(50)) record->capacity = -record->capacity;
+  if (c.isSpoiled("profile", 50)) record->capacity = -record->capacity;
   for (float** const each : {&record->profile, &record->response}) {
-    const bool missing = c.isSpoiled("profile") && c.chance(50);
+    const bool missing = c.isSpoiled("profile", 50);
     *each = missing ? nullptr : c.elements<float>("profile->", record->capacity, Role::output);
     c.onlyMeans(*each, [record] { return static_cast<size_t>(record->length) * sizeof(float); });
   }

@@ -87,7 +87,7 @@ constexpr int32_t kOwnStatus = 0x777;
 // A callback, none where its record is spoiled.
 template <class F>
 F* given(Call& c, F* function) {
-  return c.isSpoiled("functions") && c.chance(40) ? nullptr : function;
+  return c.isSpoiled("functions", 40) ? nullptr : function;
 }
 
 Temper* temper(Call& c) {
@@ -136,7 +136,7 @@ void sides(Call& c) {
 int64_t room(Call& c) {
   const int64_t n = c.get<int32_t>("n"), m = c.get<int32_t>("m");
   const bool enough = n >= 1 && n < 100 && m >= 1 && m < 100;
-  return c.isSpoiled("functions") && c.chance(50) ? c.hostileInteger() : enough && c.chance(30) ? n * m : 0;
+  return c.isSpoiled("functions", 50) ? c.hostileInteger() : enough && c.chance(30) ? n * m : 0;
 }
 
 template <auto query>

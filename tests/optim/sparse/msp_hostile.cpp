@@ -73,7 +73,7 @@ void changeMatrix(Call& c) {
 void transpose(Call& c) {
   const Sides s = anySides(c);
   matrix(c, "matrix", s.rows, s.cols, 20);
-  const bool wrong = c.isSpoiled("transposed") && c.chance(30);
+  const bool wrong = c.isSpoiled("transposed", 30);
   matrix(c, "transposed", s.cols + wrong, s.rows, c.chance(90) ? 20 : 2);
 }
 
@@ -81,7 +81,7 @@ void multiply(Call& c) {
   const Sides s = anySides(c);
   const int32_t inner = 1 + c.random.below(7);
   const PrmtMsp* const a = matrix(c, "a", s.rows, inner, 15);
-  const PrmtMsp* const b = matrix(c, "b", inner + (c.isSpoiled("b") && c.chance(50)), s.cols, 15);
+  const PrmtMsp* const b = matrix(c, "b", inner + (c.isSpoiled("b", 50)), s.cols, 15);
   if (!c.has("product")) return;
   matrix(c, "product", s.rows, s.cols, c.chance(90) ? 49 : 3);
   c.work("buffer", [&](uint64_t* bytes) { return static_cast<DaxStatus>(PRMT_MSP_Mul_bufsize_f64(a, b, bytes)); });
@@ -91,7 +91,7 @@ void multiply(Call& c) {
 void add(Call& c) {
   const Sides s = anySides(c);
   const PrmtMsp* const a = matrix(c, "a", s.rows, s.cols, 15);
-  const PrmtMsp* const b = matrix(c, "b", s.rows, s.cols + (c.isSpoiled("b") && c.chance(50)), 15);
+  const PrmtMsp* const b = matrix(c, "b", s.rows, s.cols + (c.isSpoiled("b", 50)), 15);
   if (!c.has("sum")) return;
   matrix(c, "sum", s.rows, s.cols, c.chance(90) ? 30 : 3);
   c.real("alpha", -3, 3), c.real("beta", -3, 3);

@@ -12,7 +12,7 @@ void halves(Call& c) {
 }
 
 void transform(Call& c) {
-  c.around("matrix", kEye, c.pick({1e-4, 1e-4, 1e-4, 1e-2}));
+  c.around("matrix", kEye, c.pick({1e-4, 1e-4, 1e-4, 1e-4, 1e-4, 1e-2}));
 }
 
 void normal(Call& c) {

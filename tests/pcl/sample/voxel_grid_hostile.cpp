@@ -13,7 +13,7 @@ void checkCloud(Call& c) {
   if (!cloud) return;
   *cloud = {200, static_cast<int32_t>(std::clamp<int64_t>(most, 1, 100)), c.elements<float>("points", -1, Role::input)};
   c.spoilWord("cloud", cloud, 0, offsetof(DAX3DPCL_CLOUD3D, points));
-  if (c.isSpoiled("cloud") && c.chance(30)) cloud->points = nullptr;
+  if (c.isSpoiled("cloud", 30)) cloud->points = nullptr;
 }
 
 int32_t cloud(Call& c) {
@@ -22,8 +22,8 @@ int32_t cloud(Call& c) {
   if (!given) return n;
   *given = {n, n, c.elements<float>("points", 3 * n, Role::input)};
   c.fillReals(given->points, static_cast<size_t>(3 * n));
-  if (c.isSpoiled("cloud") && c.chance(60)) given->count = c.pick({0, -1, INT32_MIN});
-  if (c.isSpoiled("cloud") && c.chance(60)) given->points = nullptr;
+  if (c.isSpoiled("cloud", 60)) given->count = c.pick({0, -1, INT32_MIN});
+  if (c.isSpoiled("cloud", 60)) given->points = nullptr;
   return n;
 }
 

@@ -47,7 +47,7 @@ using SecondInner =
 // A tree in a block of its own, for the argument `tree`.
 template <class Generation>
 void tree(Call& c, const Cloud& over) {
-  if (c.isSpoiled("tree") && c.chance(50)) return c.set<void*>("tree", nullptr);
+  if (c.isSpoiled("tree", 50)) return c.set<void*>("tree", nullptr);
   uint64_t bytes = 0;
   Generation::kSize(over.n, over.d, &bytes);
   auto* const made =
