@@ -16,7 +16,7 @@ namespace {
 
 using dax::fuzz::require;
 
-constexpr int64_t kMostBytes = 1 << 20;
+constexpr int64_t kMaxBytes = 1 << 20;
 
 // A slot whose pointers are null or lead to as much memory as the slot says.
 class Slot {
@@ -24,7 +24,7 @@ class Slot {
   Slot(DAX3D_IMAGE_SLOT& slot, int64_t elementBytes, uint8_t present) {
     for (int i = 0; i < 4; ++i) {
       const int64_t elements = int64_t{std::max(slot.image.step[i], 0)} * std::max(slot.image.height, 0);
-      const bool there = (present >> i & 1) && elements <= kMostBytes;
+      const bool there = (present >> i & 1) && elements <= kMaxBytes;
       memory_[i].reset(there ? new uint8_t[static_cast<size_t>(elements * elementBytes)]() : nullptr);
       slot.owner[i] = memory_[i].get();
       slot.image.plane[i] = present >> (4 + i) & 1 ? nullptr : memory_[i].get();

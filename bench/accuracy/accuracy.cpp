@@ -113,12 +113,12 @@ void printAt(Shape shape, Positions& positions) {
   print(shape, {side + 1, side + 1});
 }
 
-constexpr int kLeast = 3, kMost = 300, kDiscsOfADiameter = 32;
+constexpr int kLeast = 3, kMax = 300, kDiscsOfADiameter = 32;
 
 // Every side up to 40, then steps of about 5 %, and the largest.
 int nextSide(int side) {
   const int next = std::max(side + 1, side * 21 / 20);
-  return side < kMost ? std::min(next, kMost) : next;
+  return side < kMax ? std::min(next, kMax) : next;
 }
 
 }  // namespace
@@ -126,12 +126,12 @@ int nextSide(int side) {
 int main() {
   Positions positions;
   std::puts("shape,long,short,degrees,area,centroid,perimeter,long_side,short_side,angle,circularity");
-  for (int diameter = kLeast; diameter <= kMost; ++diameter) {
+  for (int diameter = kLeast; diameter <= kMax; ++diameter) {
     for (int i = 0; i < kDiscsOfADiameter; ++i) {
       printAt({true, double(diameter), double(diameter), 0, 0, 0}, positions);
     }
   }
-  for (int side = kLeast; side <= kMost; side = nextSide(side)) {
+  for (int side = kLeast; side <= kMax; side = nextSide(side)) {
     for (const int ratio : {1, 2, 4}) {
       if (side < kLeast * ratio) continue;
       for (int degrees = 0; degrees < 180; ++degrees) {

@@ -11,8 +11,8 @@ using Clock = std::chrono::steady_clock;
 
 constexpr double kSampleMilliseconds = 3;
 constexpr double kTotalMilliseconds = 1500;
-constexpr size_t kLeastRounds = 15;
-constexpr size_t kMostRounds = 301;
+constexpr size_t kMinRounds = 15;
+constexpr size_t kMaxRounds = 301;
 
 double millisecondsSince(Clock::time_point start) {
   return std::chrono::duration<double, std::milli>(Clock::now() - start).count();
@@ -45,8 +45,8 @@ std::vector<Timing> timeInterleaved(const std::vector<Task>& tasks) {
   std::vector<std::vector<double>> times(tasks.size());
   std::vector<std::vector<double>> ratios(tasks.size());
   const auto start = Clock::now();
-  for (size_t round = 0; round < kMostRounds; ++round) {
-    if (round >= kLeastRounds && millisecondsSince(start) > kTotalMilliseconds) break;
+  for (size_t round = 0; round < kMaxRounds; ++round) {
+    if (round >= kMinRounds && millisecondsSince(start) > kTotalMilliseconds) break;
     for (size_t i = 0; i < tasks.size(); ++i) {
       times[i].push_back(timePerCall(tasks[i], calls[i]));
       ratios[i].push_back(times[0].back() / times[i].back());

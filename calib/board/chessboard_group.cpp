@@ -51,8 +51,8 @@ class GridWalk {
     }
   }
 
-  // Drops the quads outside the board, which is put where, and turned so that, it contains the most quads. Drops all of
-  // them when the squares continue there as those of a larger board do.
+  // Finds the position and orientation of the board that contains the most quads, and drops the quads outside. Drops
+  // all quads when the squares continue beyond it, as those of a larger board do.
   void trim(ChessboardPatternSize pattern) {
     const CellWindow upright = bestWindow(pattern.columns + 1, pattern.rows + 1);
     const CellWindow turned = bestWindow(pattern.rows + 1, pattern.columns + 1);

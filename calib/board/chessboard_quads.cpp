@@ -10,9 +10,9 @@
 namespace dax {
 namespace {
 
-// What separates squares from other regions.
-constexpr uint64_t kMuchLarger = 8;   // an area from so many times the mean on is too large
-constexpr uint64_t kMuchSmaller = 4;  // an area up to the mean divided by this is too small
+// Limits of squares; other regions are ignored.
+constexpr uint64_t kMuchLarger = 8;   // areas of at least this many times the mean are too large
+constexpr uint64_t kMuchSmaller = 4;  // areas up to the mean divided by this are too small
 constexpr int32_t kMinSquares = 6;    // fewer are no board
 constexpr float kMinRectangularity = 0.3f;
 constexpr float kNearerBy = 2;  // squared pixels by which a corner counts as nearer

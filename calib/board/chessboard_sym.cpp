@@ -75,8 +75,7 @@ DaxStatus DAXI_CheckerboardCornerSym_check_cfg(const CheckerboardSymCfg* cfg) {
 void _DAXI_CheckerboardCornerSortMul_8u_C1R(const dax::SymmetryCall* call, int32_t count, const dax::BoardOutputs* to) {
   const dax::SymmetryBuffer at(call->size);
   const dax::CornerProber prober{dax::probeSymmetric, call};
-  const dax::GridLimits limits{static_cast<int32_t>(call->cfg->minExtent),
-                               static_cast<int32_t>(call->cfg->maxExtent)};
+  const dax::GridLimits limits{static_cast<int32_t>(call->cfg->minExtent), static_cast<int32_t>(call->cfg->maxExtent)};
   *to->boardCount = dax::findBoards(at.corners.in(call->buffer), &count, limits, &prober, to->corners, to->boards,
                                     to->maxBoards, at.grid.in(call->buffer));
   int32_t total = 0;

@@ -15,7 +15,7 @@ inline constexpr int32_t kMaxCells = 1 << 16;  // of a grid, empty ones included
 struct GridNode {
   int32_t neighbour[4];  // indices; -1: none
   DaxiPoint32f direction[4];
-  int32_t component;  // -1: in none
+  int32_t component;  // -1: none
   int32_t column;
   int32_t row;
   int32_t turn;  // the neighbour in the next column is neighbour[(4 - turn) % 4]

@@ -7,7 +7,7 @@ DaxStatus DAXI_AddC_8u_C1RSfs(const uint8_t* src, int32_t srcStep, uint8_t* dst,
 }
 
 DaxStatus DAXI_AddC_8u_C3RSfs(const uint8_t* src, int32_t srcStep, uint8_t* dst, int32_t dstStep, DaxiSize size,
-                              const uint8_t* value, int32_t scaleFactor) {
+                              const uint8_t value[3], int32_t scaleFactor) {
   return dax::withConstant<dax::AddOp, uint8_t, 3>(src, srcStep, dst, dstStep, size, value, scaleFactor);
 }
 
@@ -15,7 +15,7 @@ DaxStatus DAXI_AddC_8u_C1IRSfs(uint8_t* srcDst, int32_t step, DaxiSize size, uin
   return dax::withConstant<dax::AddOp, uint8_t, 1>(srcDst, step, srcDst, step, size, &value, scaleFactor);
 }
 
-DaxStatus DAXI_AddC_8u_C3IRSfs(uint8_t* srcDst, int32_t step, DaxiSize size, const uint8_t* value,
+DaxStatus DAXI_AddC_8u_C3IRSfs(uint8_t* srcDst, int32_t step, DaxiSize size, const uint8_t value[3],
                                int32_t scaleFactor) {
   return dax::withConstant<dax::AddOp, uint8_t, 3>(srcDst, step, srcDst, step, size, value, scaleFactor);
 }
@@ -26,7 +26,7 @@ DaxStatus DAXI_AddC_16u_C1RSfs(const uint16_t* src, int32_t srcStep, uint16_t* d
 }
 
 DaxStatus DAXI_AddC_16u_C3RSfs(const uint16_t* src, int32_t srcStep, uint16_t* dst, int32_t dstStep, DaxiSize size,
-                               const uint16_t* value, int32_t scaleFactor) {
+                               const uint16_t value[3], int32_t scaleFactor) {
   return dax::withConstant<dax::AddOp, uint16_t, 3>(src, srcStep, dst, dstStep, size, value, scaleFactor);
 }
 
@@ -34,7 +34,7 @@ DaxStatus DAXI_AddC_16u_C1IRSfs(uint16_t* srcDst, int32_t step, DaxiSize size, u
   return dax::withConstant<dax::AddOp, uint16_t, 1>(srcDst, step, srcDst, step, size, &value, scaleFactor);
 }
 
-DaxStatus DAXI_AddC_16u_C3IRSfs(uint16_t* srcDst, int32_t step, DaxiSize size, const uint16_t* value,
+DaxStatus DAXI_AddC_16u_C3IRSfs(uint16_t* srcDst, int32_t step, DaxiSize size, const uint16_t value[3],
                                 int32_t scaleFactor) {
   return dax::withConstant<dax::AddOp, uint16_t, 3>(srcDst, step, srcDst, step, size, value, scaleFactor);
 }
@@ -45,7 +45,7 @@ DaxStatus DAXI_AddC_16s_C1RSfs(const int16_t* src, int32_t srcStep, int16_t* dst
 }
 
 DaxStatus DAXI_AddC_16s_C3RSfs(const int16_t* src, int32_t srcStep, int16_t* dst, int32_t dstStep, DaxiSize size,
-                               const int16_t* value, int32_t scaleFactor) {
+                               const int16_t value[3], int32_t scaleFactor) {
   return dax::withConstant<dax::AddOp, int16_t, 3>(src, srcStep, dst, dstStep, size, value, scaleFactor);
 }
 
@@ -53,7 +53,7 @@ DaxStatus DAXI_AddC_16s_C1IRSfs(int16_t* srcDst, int32_t step, DaxiSize size, in
   return dax::withConstant<dax::AddOp, int16_t, 1>(srcDst, step, srcDst, step, size, &value, scaleFactor);
 }
 
-DaxStatus DAXI_AddC_16s_C3IRSfs(int16_t* srcDst, int32_t step, DaxiSize size, const int16_t* value,
+DaxStatus DAXI_AddC_16s_C3IRSfs(int16_t* srcDst, int32_t step, DaxiSize size, const int16_t value[3],
                                 int32_t scaleFactor) {
   return dax::withConstant<dax::AddOp, int16_t, 3>(srcDst, step, srcDst, step, size, value, scaleFactor);
 }
@@ -64,7 +64,7 @@ DaxStatus DAXI_AddC_32f_C1R(const float* src, int32_t srcStep, float* dst, int32
 }
 
 DaxStatus DAXI_AddC_32f_C3R(const float* src, int32_t srcStep, float* dst, int32_t dstStep, DaxiSize size,
-                            const float* value) {
+                            const float value[3]) {
   return dax::withConstant<dax::AddOp, float, 3>(src, srcStep, dst, dstStep, size, value, 0);
 }
 
@@ -72,7 +72,7 @@ DaxStatus DAXI_AddC_32f_C1IR(float* srcDst, int32_t step, DaxiSize size, float v
   return dax::withConstant<dax::AddOp, float, 1>(srcDst, step, srcDst, step, size, &value, 0);
 }
 
-DaxStatus DAXI_AddC_32f_C3IR(float* srcDst, int32_t step, DaxiSize size, const float* value) {
+DaxStatus DAXI_AddC_32f_C3IR(float* srcDst, int32_t step, DaxiSize size, const float value[3]) {
   return dax::withConstant<dax::AddOp, float, 3>(srcDst, step, srcDst, step, size, value, 0);
 }
 
@@ -82,7 +82,7 @@ DaxStatus DAXI_SubC_8u_C1RSfs(const uint8_t* src, int32_t srcStep, uint8_t* dst,
 }
 
 DaxStatus DAXI_SubC_8u_C3RSfs(const uint8_t* src, int32_t srcStep, uint8_t* dst, int32_t dstStep, DaxiSize size,
-                              const uint8_t* value, int32_t scaleFactor) {
+                              const uint8_t value[3], int32_t scaleFactor) {
   return dax::withConstant<dax::SubOp, uint8_t, 3>(src, srcStep, dst, dstStep, size, value, scaleFactor);
 }
 
@@ -90,7 +90,7 @@ DaxStatus DAXI_SubC_8u_C1IRSfs(uint8_t* srcDst, int32_t step, DaxiSize size, uin
   return dax::withConstant<dax::SubOp, uint8_t, 1>(srcDst, step, srcDst, step, size, &value, scaleFactor);
 }
 
-DaxStatus DAXI_SubC_8u_C3IRSfs(uint8_t* srcDst, int32_t step, DaxiSize size, const uint8_t* value,
+DaxStatus DAXI_SubC_8u_C3IRSfs(uint8_t* srcDst, int32_t step, DaxiSize size, const uint8_t value[3],
                                int32_t scaleFactor) {
   return dax::withConstant<dax::SubOp, uint8_t, 3>(srcDst, step, srcDst, step, size, value, scaleFactor);
 }
@@ -101,7 +101,7 @@ DaxStatus DAXI_SubC_16u_C1RSfs(const uint16_t* src, int32_t srcStep, uint16_t* d
 }
 
 DaxStatus DAXI_SubC_16u_C3RSfs(const uint16_t* src, int32_t srcStep, uint16_t* dst, int32_t dstStep, DaxiSize size,
-                               const uint16_t* value, int32_t scaleFactor) {
+                               const uint16_t value[3], int32_t scaleFactor) {
   return dax::withConstant<dax::SubOp, uint16_t, 3>(src, srcStep, dst, dstStep, size, value, scaleFactor);
 }
 
@@ -109,7 +109,7 @@ DaxStatus DAXI_SubC_16u_C1IRSfs(uint16_t* srcDst, int32_t step, DaxiSize size, u
   return dax::withConstant<dax::SubOp, uint16_t, 1>(srcDst, step, srcDst, step, size, &value, scaleFactor);
 }
 
-DaxStatus DAXI_SubC_16u_C3IRSfs(uint16_t* srcDst, int32_t step, DaxiSize size, const uint16_t* value,
+DaxStatus DAXI_SubC_16u_C3IRSfs(uint16_t* srcDst, int32_t step, DaxiSize size, const uint16_t value[3],
                                 int32_t scaleFactor) {
   return dax::withConstant<dax::SubOp, uint16_t, 3>(srcDst, step, srcDst, step, size, value, scaleFactor);
 }
@@ -120,7 +120,7 @@ DaxStatus DAXI_SubC_16s_C1RSfs(const int16_t* src, int32_t srcStep, int16_t* dst
 }
 
 DaxStatus DAXI_SubC_16s_C3RSfs(const int16_t* src, int32_t srcStep, int16_t* dst, int32_t dstStep, DaxiSize size,
-                               const int16_t* value, int32_t scaleFactor) {
+                               const int16_t value[3], int32_t scaleFactor) {
   return dax::withConstant<dax::SubOp, int16_t, 3>(src, srcStep, dst, dstStep, size, value, scaleFactor);
 }
 
@@ -128,7 +128,7 @@ DaxStatus DAXI_SubC_16s_C1IRSfs(int16_t* srcDst, int32_t step, DaxiSize size, in
   return dax::withConstant<dax::SubOp, int16_t, 1>(srcDst, step, srcDst, step, size, &value, scaleFactor);
 }
 
-DaxStatus DAXI_SubC_16s_C3IRSfs(int16_t* srcDst, int32_t step, DaxiSize size, const int16_t* value,
+DaxStatus DAXI_SubC_16s_C3IRSfs(int16_t* srcDst, int32_t step, DaxiSize size, const int16_t value[3],
                                 int32_t scaleFactor) {
   return dax::withConstant<dax::SubOp, int16_t, 3>(srcDst, step, srcDst, step, size, value, scaleFactor);
 }
@@ -139,7 +139,7 @@ DaxStatus DAXI_SubC_32f_C1R(const float* src, int32_t srcStep, float* dst, int32
 }
 
 DaxStatus DAXI_SubC_32f_C3R(const float* src, int32_t srcStep, float* dst, int32_t dstStep, DaxiSize size,
-                            const float* value) {
+                            const float value[3]) {
   return dax::withConstant<dax::SubOp, float, 3>(src, srcStep, dst, dstStep, size, value, 0);
 }
 
@@ -147,7 +147,7 @@ DaxStatus DAXI_SubC_32f_C1IR(float* srcDst, int32_t step, DaxiSize size, float v
   return dax::withConstant<dax::SubOp, float, 1>(srcDst, step, srcDst, step, size, &value, 0);
 }
 
-DaxStatus DAXI_SubC_32f_C3IR(float* srcDst, int32_t step, DaxiSize size, const float* value) {
+DaxStatus DAXI_SubC_32f_C3IR(float* srcDst, int32_t step, DaxiSize size, const float value[3]) {
   return dax::withConstant<dax::SubOp, float, 3>(srcDst, step, srcDst, step, size, value, 0);
 }
 
@@ -157,7 +157,7 @@ DaxStatus DAXI_MulC_8u_C1RSfs(const uint8_t* src, int32_t srcStep, uint8_t* dst,
 }
 
 DaxStatus DAXI_MulC_8u_C3RSfs(const uint8_t* src, int32_t srcStep, uint8_t* dst, int32_t dstStep, DaxiSize size,
-                              const uint8_t* value, int32_t scaleFactor) {
+                              const uint8_t value[3], int32_t scaleFactor) {
   return dax::withConstant<dax::MulOp, uint8_t, 3>(src, srcStep, dst, dstStep, size, value, scaleFactor);
 }
 
@@ -165,7 +165,7 @@ DaxStatus DAXI_MulC_8u_C1IRSfs(uint8_t* srcDst, int32_t step, DaxiSize size, uin
   return dax::withConstant<dax::MulOp, uint8_t, 1>(srcDst, step, srcDst, step, size, &value, scaleFactor);
 }
 
-DaxStatus DAXI_MulC_8u_C3IRSfs(uint8_t* srcDst, int32_t step, DaxiSize size, const uint8_t* value,
+DaxStatus DAXI_MulC_8u_C3IRSfs(uint8_t* srcDst, int32_t step, DaxiSize size, const uint8_t value[3],
                                int32_t scaleFactor) {
   return dax::withConstant<dax::MulOp, uint8_t, 3>(srcDst, step, srcDst, step, size, value, scaleFactor);
 }
@@ -176,7 +176,7 @@ DaxStatus DAXI_MulC_16u_C1RSfs(const uint16_t* src, int32_t srcStep, uint16_t* d
 }
 
 DaxStatus DAXI_MulC_16u_C3RSfs(const uint16_t* src, int32_t srcStep, uint16_t* dst, int32_t dstStep, DaxiSize size,
-                               const uint16_t* value, int32_t scaleFactor) {
+                               const uint16_t value[3], int32_t scaleFactor) {
   return dax::withConstant<dax::MulOp, uint16_t, 3>(src, srcStep, dst, dstStep, size, value, scaleFactor);
 }
 
@@ -184,7 +184,7 @@ DaxStatus DAXI_MulC_16u_C1IRSfs(uint16_t* srcDst, int32_t step, DaxiSize size, u
   return dax::withConstant<dax::MulOp, uint16_t, 1>(srcDst, step, srcDst, step, size, &value, scaleFactor);
 }
 
-DaxStatus DAXI_MulC_16u_C3IRSfs(uint16_t* srcDst, int32_t step, DaxiSize size, const uint16_t* value,
+DaxStatus DAXI_MulC_16u_C3IRSfs(uint16_t* srcDst, int32_t step, DaxiSize size, const uint16_t value[3],
                                 int32_t scaleFactor) {
   return dax::withConstant<dax::MulOp, uint16_t, 3>(srcDst, step, srcDst, step, size, value, scaleFactor);
 }
@@ -195,7 +195,7 @@ DaxStatus DAXI_MulC_16s_C1RSfs(const int16_t* src, int32_t srcStep, int16_t* dst
 }
 
 DaxStatus DAXI_MulC_16s_C3RSfs(const int16_t* src, int32_t srcStep, int16_t* dst, int32_t dstStep, DaxiSize size,
-                               const int16_t* value, int32_t scaleFactor) {
+                               const int16_t value[3], int32_t scaleFactor) {
   return dax::withConstant<dax::MulOp, int16_t, 3>(src, srcStep, dst, dstStep, size, value, scaleFactor);
 }
 
@@ -203,7 +203,7 @@ DaxStatus DAXI_MulC_16s_C1IRSfs(int16_t* srcDst, int32_t step, DaxiSize size, in
   return dax::withConstant<dax::MulOp, int16_t, 1>(srcDst, step, srcDst, step, size, &value, scaleFactor);
 }
 
-DaxStatus DAXI_MulC_16s_C3IRSfs(int16_t* srcDst, int32_t step, DaxiSize size, const int16_t* value,
+DaxStatus DAXI_MulC_16s_C3IRSfs(int16_t* srcDst, int32_t step, DaxiSize size, const int16_t value[3],
                                 int32_t scaleFactor) {
   return dax::withConstant<dax::MulOp, int16_t, 3>(srcDst, step, srcDst, step, size, value, scaleFactor);
 }
@@ -214,7 +214,7 @@ DaxStatus DAXI_MulC_32f_C1R(const float* src, int32_t srcStep, float* dst, int32
 }
 
 DaxStatus DAXI_MulC_32f_C3R(const float* src, int32_t srcStep, float* dst, int32_t dstStep, DaxiSize size,
-                            const float* value) {
+                            const float value[3]) {
   return dax::withConstant<dax::MulOp, float, 3>(src, srcStep, dst, dstStep, size, value, 0);
 }
 
@@ -222,7 +222,7 @@ DaxStatus DAXI_MulC_32f_C1IR(float* srcDst, int32_t step, DaxiSize size, float v
   return dax::withConstant<dax::MulOp, float, 1>(srcDst, step, srcDst, step, size, &value, 0);
 }
 
-DaxStatus DAXI_MulC_32f_C3IR(float* srcDst, int32_t step, DaxiSize size, const float* value) {
+DaxStatus DAXI_MulC_32f_C3IR(float* srcDst, int32_t step, DaxiSize size, const float value[3]) {
   return dax::withConstant<dax::MulOp, float, 3>(srcDst, step, srcDst, step, size, value, 0);
 }
 
@@ -232,7 +232,7 @@ DaxStatus DAXI_AbsDiffC_8u_C1RSfs(const uint8_t* src, int32_t srcStep, uint8_t* 
 }
 
 DaxStatus DAXI_AbsDiffC_8u_C3RSfs(const uint8_t* src, int32_t srcStep, uint8_t* dst, int32_t dstStep, DaxiSize size,
-                                  const uint8_t* value, int32_t scaleFactor) {
+                                  const uint8_t value[3], int32_t scaleFactor) {
   return dax::withConstant<dax::AbsDiffOp, uint8_t, 3>(src, srcStep, dst, dstStep, size, value, scaleFactor);
 }
 
@@ -240,7 +240,7 @@ DaxStatus DAXI_AbsDiffC_8u_C1IRSfs(uint8_t* srcDst, int32_t step, DaxiSize size,
   return dax::withConstant<dax::AbsDiffOp, uint8_t, 1>(srcDst, step, srcDst, step, size, &value, scaleFactor);
 }
 
-DaxStatus DAXI_AbsDiffC_8u_C3IRSfs(uint8_t* srcDst, int32_t step, DaxiSize size, const uint8_t* value,
+DaxStatus DAXI_AbsDiffC_8u_C3IRSfs(uint8_t* srcDst, int32_t step, DaxiSize size, const uint8_t value[3],
                                    int32_t scaleFactor) {
   return dax::withConstant<dax::AbsDiffOp, uint8_t, 3>(srcDst, step, srcDst, step, size, value, scaleFactor);
 }
@@ -251,7 +251,7 @@ DaxStatus DAXI_AbsDiffC_16u_C1RSfs(const uint16_t* src, int32_t srcStep, uint16_
 }
 
 DaxStatus DAXI_AbsDiffC_16u_C3RSfs(const uint16_t* src, int32_t srcStep, uint16_t* dst, int32_t dstStep, DaxiSize size,
-                                   const uint16_t* value, int32_t scaleFactor) {
+                                   const uint16_t value[3], int32_t scaleFactor) {
   return dax::withConstant<dax::AbsDiffOp, uint16_t, 3>(src, srcStep, dst, dstStep, size, value, scaleFactor);
 }
 
@@ -260,7 +260,7 @@ DaxStatus DAXI_AbsDiffC_16u_C1IRSfs(uint16_t* srcDst, int32_t step, DaxiSize siz
   return dax::withConstant<dax::AbsDiffOp, uint16_t, 1>(srcDst, step, srcDst, step, size, &value, scaleFactor);
 }
 
-DaxStatus DAXI_AbsDiffC_16u_C3IRSfs(uint16_t* srcDst, int32_t step, DaxiSize size, const uint16_t* value,
+DaxStatus DAXI_AbsDiffC_16u_C3IRSfs(uint16_t* srcDst, int32_t step, DaxiSize size, const uint16_t value[3],
                                     int32_t scaleFactor) {
   return dax::withConstant<dax::AbsDiffOp, uint16_t, 3>(srcDst, step, srcDst, step, size, value, scaleFactor);
 }
@@ -271,7 +271,7 @@ DaxStatus DAXI_AbsDiffC_16s_C1RSfs(const int16_t* src, int32_t srcStep, int16_t*
 }
 
 DaxStatus DAXI_AbsDiffC_16s_C3RSfs(const int16_t* src, int32_t srcStep, int16_t* dst, int32_t dstStep, DaxiSize size,
-                                   const int16_t* value, int32_t scaleFactor) {
+                                   const int16_t value[3], int32_t scaleFactor) {
   return dax::withConstant<dax::AbsDiffOp, int16_t, 3>(src, srcStep, dst, dstStep, size, value, scaleFactor);
 }
 
@@ -279,7 +279,7 @@ DaxStatus DAXI_AbsDiffC_16s_C1IRSfs(int16_t* srcDst, int32_t step, DaxiSize size
   return dax::withConstant<dax::AbsDiffOp, int16_t, 1>(srcDst, step, srcDst, step, size, &value, scaleFactor);
 }
 
-DaxStatus DAXI_AbsDiffC_16s_C3IRSfs(int16_t* srcDst, int32_t step, DaxiSize size, const int16_t* value,
+DaxStatus DAXI_AbsDiffC_16s_C3IRSfs(int16_t* srcDst, int32_t step, DaxiSize size, const int16_t value[3],
                                     int32_t scaleFactor) {
   return dax::withConstant<dax::AbsDiffOp, int16_t, 3>(srcDst, step, srcDst, step, size, value, scaleFactor);
 }
@@ -290,7 +290,7 @@ DaxStatus DAXI_AbsDiffC_32f_C1R(const float* src, int32_t srcStep, float* dst, i
 }
 
 DaxStatus DAXI_AbsDiffC_32f_C3R(const float* src, int32_t srcStep, float* dst, int32_t dstStep, DaxiSize size,
-                                const float* value) {
+                                const float value[3]) {
   return dax::withConstant<dax::AbsDiffOp, float, 3>(src, srcStep, dst, dstStep, size, value, 0);
 }
 
@@ -298,6 +298,6 @@ DaxStatus DAXI_AbsDiffC_32f_C1IR(float* srcDst, int32_t step, DaxiSize size, flo
   return dax::withConstant<dax::AbsDiffOp, float, 1>(srcDst, step, srcDst, step, size, &value, 0);
 }
 
-DaxStatus DAXI_AbsDiffC_32f_C3IR(float* srcDst, int32_t step, DaxiSize size, const float* value) {
+DaxStatus DAXI_AbsDiffC_32f_C3IR(float* srcDst, int32_t step, DaxiSize size, const float value[3]) {
   return dax::withConstant<dax::AbsDiffOp, float, 3>(srcDst, step, srcDst, step, size, value, 0);
 }

@@ -8,7 +8,7 @@ namespace dax {
 // All checks of a call, in the documented order.
 DaxStatus checkSelect(const SelectCall& call, const uint8_t* image2, int32_t step2);
 
-// Its parts: those before the check of the configuration, and the one after it.
+// Parts of it: two that precede the check of the configuration, and the last one.
 DaxStatus checkPointers(const SelectCall& call);
 DaxStatus checkRegion(const SelectCall& call, const uint8_t* image2, int32_t step2);
 DaxStatus checkDomainCount(const SelectCall& call);

@@ -73,7 +73,7 @@ class RunJoiner {
   int32_t reach_;
   uint16_t row_ = 0;
   uint32_t count_ = 0;
-  uint32_t above_ = 0;     // first run above that may touch what comes
+  uint32_t above_ = 0;     // first run above that may touch the next run
   uint32_t aboveEnd_ = 0;  // end of the runs above
 };
 

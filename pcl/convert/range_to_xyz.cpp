@@ -5,12 +5,9 @@
 #include <type_traits>
 
 #include "frame/check.h"
-#include "frame/cpu_feature.h"
+#include "frame/dispatch.h"
 #include "frame/memory/work_buffer.h"
-#include "pcl/convert/range_to_xyz_portable.h"
-#if DAX_HAVE_NEON
 #include "pcl/convert/range_to_xyz_neon.h"
-#endif
 
 namespace dax {
 namespace {
@@ -18,41 +15,26 @@ namespace {
 template <class Formula>
 using RowOf = std::conditional_t<std::is_same_v<Formula, GridFormula>, portable::GridRow, portable::PinholeRow>;
 
-template <class T, class Row>
-void organizedRow(const Row& row, const T* values, const uint8_t* mask, int32_t cols, float* points,
-                  [[maybe_unused]] int32_t isa) {
-#if DAX_HAVE_NEON
-  if (usesNeon(isa)) return neon::organizedRow(row, values, mask, cols, points);
-#endif
-  portable::organizedRow(row, values, mask, 0, cols, points);
-}
-
-template <class T, class Row>
-float* packedRow(const Row& row, const T* values, const uint8_t* mask, int32_t cols, float* points,
-                 [[maybe_unused]] int32_t isa) {
-#if DAX_HAVE_NEON
-  if (usesNeon(isa)) return neon::packedRow(row, values, mask, cols, points);
-#endif
-  return portable::packedRow(row, values, mask, 0, cols, points);
-}
-
 }  // namespace
 
 template <class T, class Formula>
 void rangeToXyz(const DAX3DPCL_RANGE_MAP* map, void* buffer, int32_t organized, float** points,
                 DAX3DPCL_CLOUD_SIZE* size, int32_t isa) {
+  using Row = RowOf<Formula>;
+  const auto organizedRow = usesNeon(isa) ? neon::organizedRow<T, Row> : portable::organizedRow<T, Row>;
+  const auto packedRow = usesNeon(isa) ? neon::packedRow<T, Row> : portable::packedRow<T, Row>;
   const Formula formula(map->params);
   float* const first = static_cast<float*>(buffer);
   float* end = first;
   const T* values = static_cast<const T*>(map->values);
   const uint8_t* mask = map->mask;
   for (int32_t r = 0; r < map->rows; ++r, values += map->cols, mask += map->cols) {
-    const RowOf<Formula> row(formula, r);
+    const Row row(formula, r);
     if (organized == 1) {
-      organizedRow(row, values, mask, map->cols, end, isa);
+      organizedRow(row, values, mask, 0, map->cols, end);
       end += ptrdiff_t{3} * map->cols;
     } else {
-      end = packedRow(row, values, mask, map->cols, end, isa);
+      end = packedRow(row, values, mask, 0, map->cols, end);
     }
   }
   *points = first;

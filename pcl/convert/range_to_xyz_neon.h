@@ -3,9 +3,11 @@
 
 #include <cstring>
 
+#include "frame/dispatch.h"
 #include "frame/simd.h"
 #include "pcl/convert/range_to_xyz_portable.h"
 
+#if DAX_HAVE_NEON
 namespace dax::neon {
 
 constexpr int32_t kBlock = 16;
@@ -71,8 +73,8 @@ inline int32_t packPoints(const float* points, const uint8_t* mask, float* to) {
 }
 
 template <class T, class Row>
-void organizedRow(const Row& row, const T* values, const uint8_t* mask, int32_t cols, float* points) {
-  int32_t c = 0;
+void organizedRow(const Row& row, const T* values, const uint8_t* mask, int32_t first, int32_t cols, float* points) {
+  int32_t c = first;
   for (; c <= cols - kBlock; c += kBlock) {
     const Validity validity = validityOf(mask + c);
     if (validity == Validity::all) {
@@ -85,8 +87,8 @@ void organizedRow(const Row& row, const T* values, const uint8_t* mask, int32_t 
 }
 
 template <class T, class Row>
-float* packedRow(const Row& row, const T* values, const uint8_t* mask, int32_t cols, float* points) {
-  int32_t c = 0;
+float* packedRow(const Row& row, const T* values, const uint8_t* mask, int32_t first, int32_t cols, float* points) {
+  int32_t c = first;
   for (; c <= cols - kBlock; c += kBlock) {
     const Validity validity = validityOf(mask + c);
     if (validity == Validity::all) {
@@ -105,3 +107,4 @@ float* packedRow(const Row& row, const T* values, const uint8_t* mask, int32_t c
 }
 
 }  // namespace dax::neon
+#endif

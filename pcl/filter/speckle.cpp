@@ -4,13 +4,10 @@
 #include <cstring>
 
 #include "frame/check.h"
-#include "frame/cpu_feature.h"
+#include "frame/dispatch.h"
 #include "frame/memory/work_buffer.h"
-#include "pcl/filter/speckle_portable.h"
-#include "pcl/filter/speckle_regions.h"
-#if DAX_HAVE_NEON
 #include "pcl/filter/speckle_neon.h"
-#endif
+#include "pcl/filter/speckle_regions.h"
 
 namespace dax {
 namespace {
@@ -39,28 +36,21 @@ struct SpeckleBuffer {
 constexpr int32_t kWord = 64;
 
 template <class T>
-PixelBits bitsOf(const T* row, const T* above, int32_t x, int32_t width, const Likeness<T>& likeness,
-                 [[maybe_unused]] int32_t isa) {
-#if DAX_HAVE_NEON
-  if (usesNeon(isa) && above && width - x >= kWord) return neon::pixelBits64(row + x, above + x, likeness);
-#endif
-  return portable::pixelBits(row + x, above ? above + x : nullptr, x > 0, std::min(width - x, kWord), likeness);
-}
-
-template <class T>
 SpeckleRegions findRegions(DaxiSize size, const T* src, int32_t maxDiff, T invalid, const RunTable& table,
                            int32_t isa) {
   const Likeness<T> likeness = {static_cast<uint16_t>(std::clamp(maxDiff, 1, UINT16_MAX + 1) - 1), invalid};
   const uint64_t connects = maxDiff >= 1 ? UINT64_MAX : 0;
   std::memset(table.words, 0, static_cast<size_t>((int64_t{size.width} + kWord - 1) / kWord) * sizeof(RowWord));
   SpeckleRegions regions(table);
+  const auto pixelBits = usesNeon(isa) ? neon::pixelBits<T> : portable::pixelBits<T>;
   for (int32_t y = 0; y < size.height; ++y) {
     const ptrdiff_t first = ptrdiff_t{y} * size.width;
     const T* const row = src + first;
     const T* const above = y > 0 ? row - size.width : nullptr;
     regions.beginRow();
     for (int32_t x = 0, word = 0; x < size.width; x += std::min(kWord, size.width - x), ++word) {
-      PixelBits bits = bitsOf(row, above, x, size.width, likeness, isa);
+      PixelBits bits =
+          pixelBits(row + x, above ? above + x : nullptr, x > 0, std::min(kWord, size.width - x), likeness);
       bits.likeLeft &= connects;
       bits.likeAbove &= connects;
       regions.addWord(bits, word, static_cast<uint32_t>(first + x));

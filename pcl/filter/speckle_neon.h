@@ -1,9 +1,11 @@
 // Twin of the portable bits: 64 pixels at a time.
 #pragma once
 
+#include "frame/dispatch.h"
 #include "frame/simd.h"
 #include "pcl/filter/speckle_portable.h"
 
+#if DAX_HAVE_NEON
 namespace dax::neon {
 
 struct Lanes16u {
@@ -49,11 +51,14 @@ uint64_t validBits64(const T* row, T invalid) {
                      flags(same(48), same(56)));
 }
 
-// For words with a row above. row[-1] must be readable; at the start of a row its likeLeft bit is meaningless.
+// Whole words below the first row, where row[-1] is readable even at the start of a row.
 template <class T>
-PixelBits pixelBits64(const T* row, const T* above, const Likeness<T>& likeness) {
-  return {validBits64(row, likeness.invalid), alikeBits64(row, row - 1, likeness.maxDifference),
+PixelBits pixelBits(const T* row, const T* above, bool hasLeft, int32_t n, const Likeness<T>& likeness) {
+  if (!above || n < 64) return portable::pixelBits(row, above, hasLeft, n, likeness);
+  const uint64_t likeLeft = alikeBits64(row, row - 1, likeness.maxDifference);
+  return {validBits64(row, likeness.invalid), hasLeft ? likeLeft : likeLeft & ~uint64_t{1},
           alikeBits64(row, above, likeness.maxDifference)};
 }
 
 }  // namespace dax::neon
+#endif

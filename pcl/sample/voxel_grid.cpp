@@ -6,11 +6,9 @@
 #include <utility>
 
 #include "frame/check.h"
-#include "frame/cpu_feature.h"
+#include "frame/dispatch.h"
 #include "frame/memory/work_buffer.h"
-#if DAX_HAVE_NEON
 #include "pcl/sample/voxel_grid_neon.h"
-#endif
 
 namespace dax {
 namespace {
@@ -67,14 +65,6 @@ class KeySort {
   int bits_, passes_, digitBits_;
 };
 
-int32_t keyPoints(const VoxelGrid& grid, const float* points, int32_t n, KeyedPoint* pairs,
-                  [[maybe_unused]] int32_t isa) {
-#if DAX_HAVE_NEON
-  if (usesNeon(isa)) return neon::keyPoints(grid, points, n, pairs);
-#endif
-  return portable::keyPoints(grid, points, 0, n, pairs, 0);
-}
-
 // The centroid of the points of each key, in the order of the pairs; returns their number.
 int32_t averageCells(const KeyedPoint* pairs, int32_t count, const float* points, float (*centroids)[3]) {
   int32_t cells = 0;
@@ -128,7 +118,8 @@ void downsample(const DAX3DPCL_CLOUD3D* cloud, const VoxelGrid& grid, DAX3DPCL_C
   KeyedPoint* const other = reinterpret_cast<KeyedPoint*>(points);
 
   const KeySort sort(grid.cells);
-  const int32_t inside = keyPoints(grid, cloud->points, n, sort.start(pairs, other), isa);
+  const auto keyPoints = usesNeon(isa) ? neon::keyPoints : portable::keyPoints;
+  const int32_t inside = keyPoints(grid, cloud->points, 0, n, sort.start(pairs, other), 0);
   int32_t cells = 1;
   if (inside > 1) {
     sort.run(pairs, other, inside);

@@ -1,9 +1,11 @@
 // Twin of the portable keys: four points at a time.
 #pragma once
 
+#include "frame/dispatch.h"
 #include "frame/simd.h"
 #include "pcl/sample/voxel_grid_portable.h"
 
+#if DAX_HAVE_NEON
 namespace dax::neon {
 
 inline uint32x4_t isInside(const VoxelAxis& axis, float32x4_t values) {
@@ -17,9 +19,10 @@ inline int32x4_t keyPart(const VoxelAxis& axis, float32x4_t values, uint32x4_t i
   return vmulq_n_s32(vreinterpretq_s32_u32(vandq_u32(fromBase, inside)), axis.stride);
 }
 
-inline int32_t keyPoints(const VoxelGrid& grid, const float* points, int32_t n, KeyedPoint* pairs) {
+inline int32_t keyPoints(const VoxelGrid& grid, const float* points, int32_t first, int32_t n, KeyedPoint* pairs,
+                         int32_t count) {
   constexpr int32_t kSteps[4] = {0, 1, 2, 3};
-  int32_t count = 0, i = 0;
+  int32_t i = first;
   for (; i <= n - 4; i += 4) {
     const float32x4x3_t p = vld3q_f32(points + ptrdiff_t{3} * i);
     const uint32x4_t inside =
@@ -51,3 +54,4 @@ inline int32_t keyPoints(const VoxelGrid& grid, const float* points, int32_t n, 
 }
 
 }  // namespace dax::neon
+#endif

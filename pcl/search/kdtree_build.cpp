@@ -3,11 +3,8 @@
 #include <cstring>
 #include <utility>
 
-#include "frame/cpu_feature.h"
-#include "pcl/search/kdtree_rows_portable.h"
-#if DAX_HAVE_NEON
+#include "frame/dispatch.h"
 #include "pcl/search/kdtree_rows_neon.h"
-#endif
 
 namespace dax {
 namespace {
@@ -18,10 +15,8 @@ struct RowKernels {
   CutCounts (*countCut)(const KdRows&, uint32_t, uint32_t, int32_t, float);
 };
 
-RowKernels rowKernels([[maybe_unused]] int32_t d, [[maybe_unused]] int32_t isa) {
-#if DAX_HAVE_NEON
+RowKernels rowKernels(int32_t d, int32_t isa) {
   if (usesNeon(isa) && d == 3) return {neon::exactBox, neon::axisExtent, neon::countCut};
-#endif
   return {portable::exactBox, portable::axisExtent, portable::countCut};
 }
 

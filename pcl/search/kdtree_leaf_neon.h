@@ -4,9 +4,11 @@
 
 #include <bit>
 
+#include "frame/dispatch.h"
 #include "frame/simd.h"
-#include "pcl/search/kdtree_tree.h"
+#include "pcl/search/kdtree_leaf_portable.h"
 
+#if DAX_HAVE_NEON
 namespace dax::neon {
 
 template <class Visitor>
@@ -32,3 +34,4 @@ bool scanLeaf(const float* points, uint32_t lo, uint32_t hi, const float* query,
 }
 
 }  // namespace dax::neon
+#endif

@@ -2,13 +2,10 @@
 
 #include <cfloat>
 
-#include "frame/cpu_feature.h"
-#include "pcl/search/kdtree_leaf_portable.h"
+#include "frame/dispatch.h"
+#include "pcl/search/kdtree_leaf_neon.h"
 #include "pcl/search/kdtree_nearest_sets.h"
 #include "pcl/search/kdtree_walk.h"
-#if DAX_HAVE_NEON
-#include "pcl/search/kdtree_leaf_neon.h"
-#endif
 
 namespace dax {
 namespace {
@@ -112,9 +109,7 @@ struct NearestInSpace {
     return true;
   }
   bool leaf(uint32_t lo, uint32_t hi) {
-#if DAX_HAVE_NEON
-    if (kNeon) return neon::scanLeaf(points, lo, hi, query, *this);
-#endif
+    if constexpr (kNeon) return neon::scanLeaf(points, lo, hi, query, *this);
     return portable::scanLeaf(points, lo, hi, query, *this);
   }
 };

@@ -2,12 +2,9 @@
 
 #include <cfloat>
 
-#include "frame/cpu_feature.h"
-#include "pcl/search/kdtree_leaf_portable.h"
-#include "pcl/search/kdtree_walk.h"
-#if DAX_HAVE_NEON
+#include "frame/dispatch.h"
 #include "pcl/search/kdtree_leaf_neon.h"
-#endif
+#include "pcl/search/kdtree_walk.h"
 
 namespace dax {
 namespace {
@@ -32,9 +29,7 @@ struct WithinRadius {
 template <bool kNeon>
 struct WithinRadiusInSpace : WithinRadius {
   bool leaf(uint32_t lo, uint32_t hi) {
-#if DAX_HAVE_NEON
-    if (kNeon) return neon::scanLeaf(tree.points, lo, hi, call.query, *this);
-#endif
+    if constexpr (kNeon) return neon::scanLeaf(tree.points, lo, hi, call.query, *this);
     return portable::scanLeaf(tree.points, lo, hi, call.query, *this);
   }
 };

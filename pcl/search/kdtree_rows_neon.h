@@ -1,9 +1,11 @@
 // Twins for rows of three floats.
 #pragma once
 
+#include "frame/dispatch.h"
 #include "frame/simd.h"
 #include "pcl/search/kdtree_rows_portable.h"
 
+#if DAX_HAVE_NEON
 namespace dax::neon {
 
 // Minimum and maximum of a NaN and a number are NaN: then the portable kernel, which treats NaN as +infinity, repeats
@@ -70,3 +72,4 @@ inline CutCounts countCut(const KdRows& rows, uint32_t lo, uint32_t hi, int32_t 
 }
 
 }  // namespace dax::neon
+#endif

@@ -165,7 +165,9 @@ void expectTableLife(Alloc alloc, Free release, Status shortage) {
   EXPECT_NE(table[0].base, nullptr);
   EXPECT_EQ(table[1].base, nullptr);
   EXPECT_EQ(table[2].base, nullptr);
-  if constexpr (requires { Entry{}.second; }) EXPECT_EQ(table[0].second, table[0].base);
+  if constexpr (requires { Entry{}.second; }) {
+    EXPECT_EQ(table[0].second, table[0].base);
+  }
   EXPECT_EQ(release(table, 4), Status{0});
   EXPECT_EQ(table[0].base, nullptr);
   EXPECT_EQ(release(table, 4), Status{0});

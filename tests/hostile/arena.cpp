@@ -41,7 +41,7 @@ Arena::Arena() {
   struct Kind {
     size_t room, count;
   };
-  const Kind kinds[] = {{page, 64}, {16 * page, 32}, {256 * page, 12}, {kMostBytes, 8}};
+  const Kind kinds[] = {{page, 64}, {16 * page, 32}, {256 * page, 12}, {kMaxBytes, 8}};
   mapped_ = page;
   for (const Kind& kind : kinds) mapped_ += (kind.room + page) * kind.count;
   void* const map = mmap(nullptr, mapped_, PROT_NONE, MAP_PRIVATE | MAP_ANONYMOUS | MAP_NORESERVE, -1, 0);
@@ -72,7 +72,7 @@ Arena::Slot* Arena::freeSlot(size_t bytes) {
 
 uint8_t* Arena::take(size_t bytes, size_t alignment, Place place) {
   const size_t spare = place == Place::odd ? alignment : 0;
-  const Slot* const slot = bytes > kMostBytes - spare ? nullptr : freeSlot(bytes + spare);
+  const Slot* const slot = bytes > kMaxBytes - spare ? nullptr : freeSlot(bytes + spare);
   if (!slot) return nullptr;
   uint8_t* const end = slot->start + slot->room;
   uint8_t* data = slot->start;

@@ -13,14 +13,14 @@ enum class Place { atEnd, atStart, odd };  // odd: near the end, at an address o
 
 class Arena {
  public:
-  static constexpr size_t kMostBytes = size_t{4} << 20;
+  static constexpr size_t kMaxBytes = size_t{4} << 20;
 
   Arena();
   ~Arena();
   Arena(const Arena&) = delete;
   Arena& operator=(const Arena&) = delete;
 
-  // Null when no slot is left or bytes is above kMostBytes. A block of 0 bytes is an address that faults.
+  // Null when no slot is left or bytes is above kMaxBytes. A block of 0 bytes is an address that faults.
   uint8_t* take(size_t bytes, size_t alignment, Place place);
 
   // Whether the memory around all blocks is as it was.

@@ -208,8 +208,8 @@ int32_t Call::step(const char* name, int64_t row) {
 
 // Null for what cannot be given, so that the call must refuse it.
 void* Call::place(const char* name, int64_t bytes, size_t alignment, Role role) {
-  vague |= bytes > static_cast<int64_t>(Arena::kMostBytes);
-  if (bytes > static_cast<int64_t>(Arena::kMostBytes)) return nullptr;
+  vague |= bytes > static_cast<int64_t>(Arena::kMaxBytes);
+  if (bytes > static_cast<int64_t>(Arena::kMaxBytes)) return nullptr;
   const auto same = std::count_if(blocks.begin(), blocks.end(), [&](const Block& each) { return each.name == name; });
   const Own own(*this, name, 2000 + static_cast<uint64_t>(same));
   const size_t real = bytes < 0 ? 0 : static_cast<size_t>(bytes);
@@ -231,7 +231,7 @@ void* Call::array(const char* name, int64_t count) {
   void* data = nullptr;
   const size_t element = std::max<size_t>(t.element, 1);
   if (!isSpoiled(name) || (!planned_ && chance(40))) {
-    const bool tooMany = count > static_cast<int64_t>(Arena::kMostBytes);
+    const bool tooMany = count > static_cast<int64_t>(Arena::kMaxBytes);
     vague |= tooMany;
     // No element lies at an address that its type does not allow.
     const size_t alignment = element & (~element + 1);
@@ -279,7 +279,7 @@ void* Call::image(const char* name, const char* stepName, DaxiSize imageSize, in
   if (valid && notRead_ != name) {
     count = int64_t{imageSize.height - 1} * rowStep + row;
     // More than there is: the call must refuse the step, or the pointer.
-    if (count > static_cast<int64_t>(Arena::kMostBytes / type(name).element) && chance(60)) {
+    if (count > static_cast<int64_t>(Arena::kMaxBytes / type(name).element) && chance(60)) {
       vague = true;
       rowStep = static_cast<int32_t>(between(-1, std::min<int64_t>(row, INT32_MAX) - 1));
       set(stepName, rowStep);
@@ -314,7 +314,7 @@ void* Call::work(const char* name, const std::function<DaxStatus(uint64_t*)>& qu
   const bool known = query(&bytes) == DAX_STS_OK;
   void* data = nullptr;
   if (!isSpoiled(name)) {
-    const bool tooLarge = bytes > Arena::kMostBytes;
+    const bool tooLarge = bytes > Arena::kMaxBytes;
     vague |= tooLarge;
     data = tooLarge ? nullptr : place(name, known ? static_cast<int64_t>(bytes) : -1, alignment, Role::work);
   }

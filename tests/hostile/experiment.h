@@ -9,7 +9,7 @@
 
 namespace dax::hostile {
 
-constexpr unsigned kMostSeconds = 60;  // of one call
+constexpr unsigned kMaxSeconds = 60;  // of one call
 
 // Room for copies of all blocks of a call.
 class Copies {
@@ -23,7 +23,7 @@ class Copies {
   }
 
  private:
-  std::vector<uint8_t> room_ = std::vector<uint8_t>(16 * Arena::kMostBytes);
+  std::vector<uint8_t> room_ = std::vector<uint8_t>(16 * Arena::kMaxBytes);
   size_t used_ = 0;
 };
 
@@ -102,7 +102,7 @@ class Experiment {
   }
 
   uint64_t invoke(Code code) {
-    alarm(kMostSeconds);
+    alarm(kMaxSeconds);
     const uint64_t result = call_.function.invoke(code, call_.values.data());
     alarm(0);
     for (const Block& block : call_.blocks) {

@@ -4,12 +4,18 @@
 #include <iostream>
 #include <memory>
 #include <new>
+#include <vector>
 
 #include "base/text.h"
 #include "command/commands.h"
 #include "dax.h"
 
 namespace dax::tool {
+
+std::map<std::string, Command (*)(CLI::App& app)>& CommandRegistration::all() {
+  static std::map<std::string, Command (*)(CLI::App & app)> commands;
+  return commands;
+}
 
 void report(const Failure& failure) {
   std::cerr << "dax: " << failure.what() << '\n';
@@ -91,8 +97,8 @@ ExitStatus dispatch(int argc, char** argv) {
   app.set_help_flag("-h,--help", "show this help");
   app.require_subcommand(1);
   app.footer(std::string(kFooter) + kExitStatusHelp);
-  const Command commands[] = {addInspect(app),     addFilter(app), addCaliper(app), addLine(app),      addFit(app),
-                              addRenderScene(app), addRange(app),  addCloud(app),   addChessboard(app)};
+  std::vector<Command> commands;
+  for (const auto& [name, add] : CommandRegistration::all()) commands.push_back(add(app));
   // An empty argument of a script is usually an unset variable.
   if (std::any_of(argv + std::min(argc, 1), argv + argc, [](const char* argument) { return *argument == '\0'; })) {
     reject("an argument is empty (dax --help tells more)");

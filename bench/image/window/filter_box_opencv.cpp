@@ -5,7 +5,7 @@ namespace {
 using bench::Image;
 
 // Sums of noise are integers; up to a radius of 31 single precision holds those from the edge on exactly.
-constexpr int kMostExact = 31;
+constexpr int kMaxExact = 31;
 
 template <class T, class Sum>
 bench::Task prepare(int radius) {
@@ -17,7 +17,7 @@ bench::Task prepare(int radius) {
             cv::boxFilter(bench::viewOf(from), dst, dst.depth(), cv::Size(side, side), cv::Point(-1, -1), false,
                           cv::BORDER_CONSTANT);
           },
-          radius > kMostExact ? std::function<uint64_t()>() : [=] { return bench::digest(to); }};
+          radius > kMaxExact ? std::function<uint64_t()>() : [=] { return bench::digest(to); }};
 }
 
 const bench::OpenCvPeer operations[] = {

@@ -10,7 +10,7 @@ namespace {
 
 using bench::kBoxes;
 
-constexpr int32_t kMost = 8;
+constexpr int32_t kMax = 8;
 
 template <class Cfg>
 Cfg config(uint32_t projection) {
@@ -25,11 +25,11 @@ template <class Record, class Result, class Cfg, class Detect>
 bench::Task prepare(Cfg cfg, bool turned, Detect detect, uint64_t bytes) {
   const auto boxes = std::make_shared<std::vector<CaliperBox>>(bench::boxes(turned));
   const auto image = bench::boxedImage();
-  const auto records = std::make_shared<std::vector<Record>>(static_cast<size_t>(kBoxes) * kMost);
+  const auto records = std::make_shared<std::vector<Record>>(static_cast<size_t>(kBoxes) * kMax);
   const auto buffer = std::make_shared<std::vector<double>>(bytes / sizeof(double) + 1);
   return {[=] {
     std::vector<Result> results;
-    for (int32_t i = 0; i < kBoxes; ++i) results.push_back({records->data() + i * kMost, nullptr, 0});
+    for (int32_t i = 0; i < kBoxes; ++i) results.push_back({records->data() + i * kMax, nullptr, 0});
     bench::require(detect(image.data(), image.size.width, image.size, boxes->data(), kBoxes, &cfg, results.data(),
                           buffer->data(), 1, nullptr));
   }};
@@ -37,7 +37,7 @@ bench::Task prepare(Cfg cfg, bool turned, Detect detect, uint64_t bytes) {
 
 bench::Task prepareEdges(uint32_t projection, bool turned) {
   auto cfg = config<CaliperEdgeCfg>(projection);
-  cfg.maxEdges = kMost;
+  cfg.maxEdges = kMax;
   const std::vector<CaliperBox> boxes = bench::boxes(turned);
   uint64_t bytes = 0;
   bench::require(DAXI_CalipEdgeDetectV2BufferSize_8u(boxes.data(), kBoxes, 1, &bytes));
@@ -46,7 +46,7 @@ bench::Task prepareEdges(uint32_t projection, bool turned) {
 
 bench::Task preparePairs() {
   auto cfg = config<CaliperEdgePairCfg>(DAXI_CALIPER_VERTICAL);
-  cfg.maxPairs = kMost;
+  cfg.maxPairs = kMax;
   const std::vector<CaliperBox> boxes = bench::boxes(true);
   uint64_t bytes = 0;
   bench::require(DAXI_CalipEdgePairDetectV2BufferSize_8u(boxes.data(), kBoxes, 1, &bytes));

@@ -305,13 +305,12 @@ class CheckerboardChecks : public testing::Test {
 };
 
 TEST_F(CheckerboardChecks, HessianOrderAndCodes) {
-  const auto clauses =
-      clausesWith({[](Arguments& a) { a.param.filter = 0; }, [](Arguments& a) { a.param.filter = 3; },
-                   [](Arguments& a) { a.param.subSampling = 6; }, [](Arguments& a) { a.param.minExtent = 1; },
-                   [](Arguments& a) { a.param.maxExtent = 301; }, [](Arguments& a) { a.param.minAngle = -1; },
-                   [](Arguments& a) { a.param.maxAngle = 181; },
-                   [](Arguments& a) { a.param.minAngle = 91, a.param.maxAngle = 90; },
-                   [](Arguments& a) { a.param.maxAngle = std::numeric_limits<float>::quiet_NaN(); }});
+  const auto clauses = clausesWith(
+      {[](Arguments& a) { a.param.filter = 0; }, [](Arguments& a) { a.param.filter = 3; },
+       [](Arguments& a) { a.param.subSampling = 6; }, [](Arguments& a) { a.param.minExtent = 1; },
+       [](Arguments& a) { a.param.maxExtent = 301; }, [](Arguments& a) { a.param.minAngle = -1; },
+       [](Arguments& a) { a.param.maxAngle = 181; }, [](Arguments& a) { a.param.minAngle = 91, a.param.maxAngle = 90; },
+       [](Arguments& a) { a.param.maxAngle = std::numeric_limits<float>::quiet_NaN(); }});
   expectCheckOrder<Arguments>(
       good_, clauses,
       [](const Arguments& a) {

@@ -6,6 +6,7 @@
 
 #include "calib/board/board_image.h"
 #include "daxi/chessboard_subpix.h"
+#include "image/gradient/sobel.h"
 #include "tests/calib/board/board_image.h"
 #include "tests/support/check_order.h"
 
@@ -100,7 +101,7 @@ TEST(GetSubpix, BoardsToATwentiethOfAPixel) {
     double mean;
   };
   std::vector<Case> cases;
-  for (int32_t i = 0; i < 12; ++i) {
+  for (int32_t i = 0; i < 12; i += 2) {
     BoardView view;
     view.rotation = 31 * i;
     view.tilt = 4 * i;

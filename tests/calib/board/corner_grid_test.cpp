@@ -7,6 +7,7 @@
 #include <numbers>
 #include <numeric>
 
+#include "calib/board/grid_board.h"
 #include "tests/calib/board/checkerboard_search.h"
 
 namespace dax::test {
@@ -45,10 +46,10 @@ Corners lattice(int32_t columns, int32_t rows, double left, double top, double d
 
 FoundBoards arrange(Corners corners, GridLimits limits = {2, 300}, const CornerProber* prober = nullptr) {
   auto count = static_cast<int32_t>(corners.size());
-  corners.resize(kMostGridCorners);
+  corners.resize(kMaxGridCorners);
   GuardedBuffer<uint8_t> buffer(GridBuffer().layout.total());
   std::vector<CheckerboardGrid> grids(8);
-  FoundBoards found{{}, {}, Corners(kMostGridCorners)};
+  FoundBoards found{{}, {}, Corners(kMaxGridCorners)};
   grids.resize(static_cast<size_t>(
       findBoards(corners.data(), &count, limits, prober, found.corners.data(), grids.data(), 8, buffer.data())));
   found.boards = grids;
@@ -106,6 +107,10 @@ TEST(CornerGrid, Bounds) {
       {"as they are", turned(0), {{5, 4}}},
       {"without one", gapped, {{6, 6}}},
       {"with some that are none", spoiled, {{5, 4}}},
+      {"many columns", lattice(70, 3, 100, 100), {{70, 3}}},
+      {"many rows", lattice(3, 70, 100, 100), {{70, 3}}},
+      {"up to a million", lattice(3, 3, 999939.5, 100), {{3, 3}}},
+      {"further", lattice(3, 3, 999940.5, 100), {}},
       {"edges turned by 21 degrees", turned(21), {{5, 4}}},
       {"edges turned by 22 degrees", turned(-22), {}},
       {"steps of 7 pixels", spaced(7, 5), {{5, 4}}},
@@ -205,6 +210,7 @@ TEST(CornerGrid, LargestFullRectangleByDefinition) {
     }
     const CellRectangle found = largestFullRectangle({cells.data(), step, columns, rows}, heights.data());
     EXPECT_EQ(found.columns * found.rows, largest);
+    EXPECT_EQ(found.columns == 0, largest == 0);
     EXPECT_TRUE(isFull(found));
   }
 }

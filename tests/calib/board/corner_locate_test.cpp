@@ -101,7 +101,7 @@ TEST(SymmetryLocate, LadderOfRadii) {
                {{640, 480}, 17, {16, 17}},
                {{64, 64}, 3, {3}}};
   for (const auto& c : cases) {
-    int32_t radii[kMostScales];
+    int32_t radii[kMaxScales];
     const int32_t count = DAXI_CheckerboardCornerSym_cfg_cal(c.size, c.largest, radii);
     EXPECT_EQ(std::vector<int32_t>(radii, radii + count), c.radii) << c.size.width << ' ' << c.largest;
   }

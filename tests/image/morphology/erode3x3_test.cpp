@@ -122,7 +122,7 @@ TEST(Erode, Examples) {
     Image same({150, 30});
     assign(same, toBytes(inner));
     GuardedBuffer<uint8_t> exact = workBuffer(same.size());
-    erode3x3(same.data(), 150, same.data(), 150, same.size(), 9, exact.data(), isa);
+    _DAXI_Erode3x3_8u_C1R(same.data(), 150, same.data(), 150, same.size(), 9, exact.data(), isa);
     EXPECT_EQ(toBytes(same), eroded) << isa;
   }
 

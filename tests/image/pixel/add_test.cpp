@@ -3,6 +3,8 @@
 #include <gtest/gtest.h>
 
 #include "image/pixel/copy.h"
+#include "image/pixel/logic.h"
+#include "image/threshold/threshold.h"
 #include "tests/support/check_order.h"
 #include "tests/support/test_image.h"
 

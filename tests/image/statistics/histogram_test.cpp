@@ -1,7 +1,9 @@
 // Histograms and the levels found from them.
 #include <gtest/gtest.h>
 
+#include "image/statistics/histogram.h"
 #include "image/threshold/threshold.h"
+#include "image/threshold/threshold_levels.h"
 #include "tests/image/threshold/threshold_oracle.h"
 #include "tests/support/test_image.h"
 

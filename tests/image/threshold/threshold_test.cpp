@@ -234,6 +234,40 @@ TEST(ThresholdChecks, OrderAndCodes) {
       [&] { return dst.untouched(); });
 }
 
+// The members without a configuration.
+TEST(ThresholdChecks, ImagesOfTheOtherMembers) {
+  Image src({8, 2}), dst({8, 2});
+  TestImage<float> weights({8, 2});
+  using Call = DaxStatus (*)(const Arguments&, float*);
+  const Call calls[] = {
+      [](const Arguments& a, float*) {
+        return DAXI_ThresholdSoftBin_8u_C1R(a.src, a.srcStep, a.dst, a.dstStep, a.size, 3, 9, 1);
+      },
+      [](const Arguments& a, float* w) {
+        return DAXI_ThresholdSoftBin_8u32f_C1R(a.src, a.srcStep, a.dst ? w : nullptr, a.dstStep, a.size, 3, 9, 1);
+      },
+      [](const Arguments& a, float*) {
+        return DAXI_ThresholdRelativeSoft_8u_C1R(a.src, a.srcStep, a.dst, a.dstStep, a.size, 0, 0, 0, 1, 1);
+      },
+      [](const Arguments& a, float* w) {
+        return DAXI_ThresholdRelativeSoft_8u32f_C1R(a.src, a.srcStep, a.dst ? w : nullptr, a.dstStep, a.size, 0, 0, 0,
+                                                    1, 1);
+      },
+      [](const Arguments& a, float*) {
+        return DAXI_ThresholdBin_0to255_8u_C1R_NEON(a.src, a.srcStep, a.dst, a.dstStep, a.size);
+      },
+      [](const Arguments& a, float*) {
+        return DAXI_ThresholdBin_out_range_is_255_NEON(a.src, a.srcStep, a.dst, a.dstStep, a.size, 3, 9);
+      }};
+  for (const Call call : calls) {
+    dst.remember(), weights.remember();
+    expectCheckOrder<Arguments>(
+        {src.data(), 8, dst.data(), 8, {8, 2}, nullptr, {}, nullptr, 0}, kImageClauses,
+        [&](const Arguments& a) { return call(a, weights.data()); },
+        [&] { return dst.untouched() && weights.untouched(); });
+  }
+}
+
 TEST(ThresholdChecks, MethodParameters) {
   Image src({8, 2}), dst({8, 2});
   struct Case {

@@ -4,6 +4,7 @@
 
 #include <cmath>
 
+#include "measure/blob/blob_check.h"
 #include "tests/measure/blob/blob_scene.h"
 #include "tests/support/check_order.h"
 

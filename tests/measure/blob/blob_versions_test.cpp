@@ -6,6 +6,8 @@
 #include <string>
 
 #include "daxi/blob_draw.h"
+#include "measure/blob/blob_check.h"
+#include "measure/region/domain_runs.h"
 #include "tests/measure/blob/blob_scene.h"
 #include "tests/support/mock_pool.h"
 

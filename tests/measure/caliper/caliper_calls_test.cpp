@@ -4,6 +4,7 @@
 #include <limits>
 
 #include "daxi.h"
+#include "measure/caliper/caliper_call.h"
 #include "tests/measure/caliper/caliper_scene.h"
 #include "tests/support/check_order.h"
 #include "tests/support/mock_pool.h"

@@ -53,9 +53,9 @@ TEST(Digests, Calipers) {
 
 TEST(Digests, CalipersOnPool) {
   const Image image = hills({301, 203}, 7);
-  constexpr int32_t kCount = 40, kMost = 20;
+  constexpr int32_t kCount = 40, kMax = 20;
   CaliperEdgePairCfg cfg = {};
-  cfg.projection = 1, cfg.polarity = 3, cfg.filterHalfWidth = 3, cfg.maxPairs = kMost, cfg.threshold = 1;
+  cfg.projection = 1, cfg.polarity = 3, cfg.filterHalfWidth = 3, cfg.maxPairs = kMax, cfg.threshold = 1;
   cfg.scoreFlags = 0x1, cfg.contrast = {0, 1, 30, 100, 0, 1};
   std::vector<CaliperBox> boxes;
   for (int32_t i = 0; i < kCount; ++i) {
@@ -63,9 +63,9 @@ TEST(Digests, CalipersOnPool) {
   }
   for (uint32_t threads = 1; threads <= 16; ++threads) {
     AnyPool pool(threads);
-    std::vector<CaliperEdgePair> pairs(kCount * kMost);
+    std::vector<CaliperEdgePair> pairs(kCount * kMax);
     std::vector<CaliperEdgePairResult> results(kCount);
-    for (size_t i = 0; i < kCount; ++i) results[i] = {&pairs[i * kMost], nullptr, 0};
+    for (size_t i = 0; i < kCount; ++i) results[i] = {&pairs[i * kMax], nullptr, 0};
     uint64_t bytes = 0;
     ASSERT_EQ(DAXI_CalipEdgePairDetectV2BufferSize_8u(boxes.data(), kCount, threads, &bytes), DAX_STS_OK);
     std::vector<double> buffer(bytes / sizeof(double) + 1);

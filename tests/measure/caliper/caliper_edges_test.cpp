@@ -3,6 +3,7 @@
 
 #include <numbers>
 
+#include "measure/caliper/caliper_criterion.h"
 #include "measure/caliper/caliper_edges.h"
 #include "measure/caliper/caliper_filter.h"
 #include "tests/measure/caliper/caliper_oracle.h"

@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "daxi/caliper_pair.h"
+#include "measure/caliper/caliper_pairs.h"
 #include "tests/measure/caliper/caliper_oracle.h"
 #include "tests/measure/caliper/caliper_scene.h"
 #include "tests/support/edge_scene.h"

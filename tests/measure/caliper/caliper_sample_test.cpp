@@ -3,6 +3,9 @@
 
 #include <numbers>
 
+#include "measure/caliper/caliper_buffer.h"
+#include "measure/caliper/caliper_profile.h"
+#include "measure/caliper/caliper_sample.h"
 #include "tests/measure/caliper/caliper_oracle.h"
 #include "tests/measure/caliper/caliper_scene.h"
 
@@ -18,7 +21,7 @@ Gray noise(DaxiSize size, uint64_t seed, int32_t padding = 0, Guard guard = Guar
 }
 
 // Positions are rounded to 1/2048 and values to 1/256, across differences of up to 255.
-constexpr double kMostError = 0.13;
+constexpr double kMaxError = 0.13;
 
 // The point of a position is the one that is sampled for it, on the middle line of the region.
 template <class Region>
@@ -58,7 +61,7 @@ void checkProfile(const Gray& image, const Region& region) {
     ASSERT_EQ(got.status, DAX_STS_OK);
     ASSERT_EQ(got.profile.size(), expected.size());
     for (size_t i = 0; i < expected.size(); ++i) {
-      ASSERT_NEAR(got.profile[i], expected[i], kMostError) << "sample " << i << " of projection " << projection;
+      ASSERT_NEAR(got.profile[i], expected[i], kMaxError) << "sample " << i << " of projection " << projection;
     }
     cfg.isa = DAX_ISA_PORTABLE;
     const Measured portable = measure(image, region, cfg);
@@ -101,7 +104,7 @@ TEST(CaliperSample, SixteenBits) {
     const CaliperImage<int16_t> view{image.data(), image.step(), nullptr, 0, image.size()};
     const CaliperSignal signal = measureSignal(view, grid, 2, at, buffer.data(), DAX_ISA_NEON);
     const auto expected = oracle::profileOf(image, oracle::layoutOf(box, projection == 1));
-    for (size_t i = 0; i < expected.size(); ++i) ASSERT_NEAR(signal.profile[i], expected[i], 256 * kMostError);
+    for (size_t i = 0; i < expected.size(); ++i) ASSERT_NEAR(signal.profile[i], expected[i], 256 * kMaxError);
 
     // The same edges as of the 8-bit image with the same values.
     const Gray bytesImage = noise({60, 40}, 4);

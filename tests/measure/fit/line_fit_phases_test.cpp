@@ -1,17 +1,17 @@
-// The line fit phase by phase: search, rounds, weights, median.
+// The line fit phase by phase: search, rounds, weights.
 #include <gtest/gtest.h>
 
-#include <limits>
 #include <optional>
 
+#include "geometry/median_select.h"
 #include "measure/fit/line_fit.h"
+#include "measure/fit/line_fit_refine.h"
+#include "measure/fit/line_fit_search.h"
 #include "tests/measure/fit/line_fit_oracle.h"
 #include "tests/measure/fit/line_scene.h"
 
 namespace dax::test {
 namespace {
-
-constexpr float kInf = std::numeric_limits<float>::infinity();
 
 std::optional<ExactLine> search(const std::vector<oracle::Point>& points, const LineFitCfg& cfg) {
   std::vector<double> x, y;
@@ -104,15 +104,6 @@ TEST(LineFit, WeighsByItsFunctions) {
   // Too few take part.
   round.threshold = 0.1f;
   EXPECT_EQ(DAXI_LineFitRegre_huber(&round, &line, &rms), 0);
-}
-
-TEST(LineFit, Median) {
-  float odd[] = {5, 1, 9}, even[] = {8, 1, 4, 2}, one[] = {7}, huge[] = {3e38f, 3.2e38f}, open[] = {kInf, 1, kInf};
-  EXPECT_EQ(_DAXS_Median_32f(odd, 3), 5);
-  EXPECT_EQ(_DAXS_Median_32f(even, 4), 3);
-  EXPECT_EQ(_DAXS_Median_32f(one, 1), 7);
-  EXPECT_NEAR(_DAXS_Median_32f(huge, 2), 3.1e38f, 1e33);
-  EXPECT_EQ(_DAXS_Median_32f(open, 3), kInf);
 }
 
 }  // namespace

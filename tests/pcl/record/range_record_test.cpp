@@ -20,6 +20,7 @@ using Record = DAX3D_RANGE_V4;
 
 void release(Record& record) {
   DAX3DPCL_UTILS_RELEASE_RANGE_V4(&record);
+  EXPECT_FALSE(record.range.owner[0] || record.mask.owner[0] || record.range.image.plane[0]);
   for (void* owner : record.colour.owner) ZUR_Free(owner);
 }
 
@@ -110,7 +111,9 @@ TEST(RangeRecord, CopyReadsNoMoreThanThereIs) {
       EXPECT_EQ(copy.type, type);
       EXPECT_TRUE(sameMemory(copy.range, record.range, 0, 2 * elements));
       EXPECT_EQ(copy.mask.owner[0] != nullptr, type == DAX3D_RANGE_WITH_MASK);
-      if (copy.mask.owner[0]) EXPECT_TRUE(sameMemory(copy.mask, record.mask, 0, elements));
+      if (copy.mask.owner[0]) {
+        EXPECT_TRUE(sameMemory(copy.mask, record.mask, 0, elements));
+      }
       EXPECT_FALSE(copy.colour.owner[0]);
       release(copy);
     }
@@ -170,6 +173,11 @@ TEST(RangeRecord, CamerasOfTheCalibration) {
   EXPECT_EQ(DAX3DPCL_UTILS_Recover_RANGE_V4_RGB_Intrins(&record, nullptr, pose), DAX_STS_NULL_POINTER);
   EXPECT_EQ(std::memcmp(&record, &before, sizeof(record)), 0);
   EXPECT_EQ(DAX3DPCL_UTILS_Recover_RANGE_V4_RGB_Intrins(&record, &rgb, nullptr), DAX_STS_OK);
+  record.calib.depthToRgb[0] = 1;  // no rotation
+  EXPECT_EQ(DAX3DPCL_UTILS_Extract_RANGE_V4_RGB_Intrins(&record, &rgb, pose), DAX_STS_FAILURE);
+  EXPECT_EQ(DAX3DPCL_UTILS_Extract_RANGE_V4_RGB_Intrins(&record, &rgb, nullptr), DAX_STS_OK);
+  EXPECT_EQ(DAX3DPCL_UTILS_Extract_RANGE_V4_RGB_Intrins(&record, nullptr, nullptr), DAX_STS_NULL_POINTER);
+  EXPECT_EQ(DAX3DPCL_UTILS_Extract_RANGE_V4_Depth_Intrins(&record, nullptr), DAX_STS_NULL_POINTER);
   record.calib.rgb.fx = -1;
   rgb.fy = 5;
   EXPECT_EQ(DAX3DPCL_UTILS_Extract_RANGE_V4_RGB_Intrins(&record, &rgb, nullptr), DAX_STS_BAD_PARAM);
@@ -215,6 +223,7 @@ TEST(RangeRecord, FromDepthAndColour) {
   }
   EXPECT_EQ(rgb[11], 13);
   EXPECT_EQ(record.scale.x, 0.002f);
+  EXPECT_EQ(record.scale.y, 0.0025f);
   EXPECT_EQ(record.scale.z, 0.001f);
   EXPECT_EQ(record.offset.y, -0.6f);
   release(record);

@@ -131,25 +131,25 @@ TEST(KdTreeV2, MaskedRadius) {
 // that is asked for.
 class OnPool : public testing::TestWithParam<bool> {
  public:
-  static constexpr int32_t kCount = 1501, kMost = 6;
+  static constexpr int32_t kCount = 1501, kMax = 6;
   std::vector<float> points_ = makePoints(PointKind::clustered, kCount, 3, 2);
   SecondTree tree_{points_, 3, 5, GetParam()};
 
   struct Results {
-    std::vector<uint32_t> indices = std::vector<uint32_t>(kCount * kMost, 77);
-    std::vector<float> distances = std::vector<float>(kCount * kMost, 77);
+    std::vector<uint32_t> indices = std::vector<uint32_t>(kCount * kMax, 77);
+    std::vector<float> distances = std::vector<float>(kCount * kMax, 77);
     std::vector<int32_t> counts = std::vector<int32_t>(kCount, 77);
     bool operator==(const Results&) const = default;
   };
 
   DaxStatus nearest(MockPool* pool, uint32_t threads, Results& r) {
     Bytes stack = tree_.stack(std::max(threads, 1u));
-    return DAX3DPCL_KDTREE_KNearestSearch_MT(pool, threads, tree_.record(), points_.data(), kCount, 3, kMost,
+    return DAX3DPCL_KDTREE_KNearestSearch_MT(pool, threads, tree_.record(), points_.data(), kCount, 3, kMax,
                                              r.indices.data(), r.distances.data(), r.counts.data(), stack.data());
   }
   DaxStatus within(MockPool* pool, uint32_t threads, Results& r) {
     Bytes stack = tree_.stack(std::max(threads, 1u));
-    return DAX3DPCL_KDTREE_RNearestSearch_MT(pool, threads, tree_.record(), points_.data(), kCount, 3, kMost,
+    return DAX3DPCL_KDTREE_RNearestSearch_MT(pool, threads, tree_.record(), points_.data(), kCount, 3, kMax,
                                              r.indices.data(), r.distances.data(), r.counts.data(), stack.data(),
                                              0.02f);
   }
@@ -181,16 +181,15 @@ TEST_P(OnPool, TilesGiveTheSameResults) {
 TEST_P(OnPool, TheSameAsOneByOne) {
   Results all;
   ASSERT_EQ(nearest(nullptr, 1, all), DAX_STS_OK);
-  EXPECT_EQ(all.counts[0], kMost);
+  EXPECT_EQ(all.counts[0], kMax);
   EXPECT_EQ(all.counts[1], 77);
   for (size_t i = 0; i < kCount; i += 50) {
-    ASSERT_EQ(neighbours(&all.indices[i * kMost], &all.distances[i * kMost], kMost),
-              tree_.nearest(&points_[3 * i], kMost));
+    ASSERT_EQ(neighbours(&all.indices[i * kMax], &all.distances[i * kMax], kMax), tree_.nearest(&points_[3 * i], kMax));
   }
   ASSERT_EQ(within(nullptr, 1, all), DAX_STS_OK);
   for (size_t i = 0; i < kCount; i += 50) {
-    ASSERT_EQ(neighbours(&all.indices[i * kMost], &all.distances[i * kMost], all.counts[i]),
-              tree_.within(&points_[3 * i], 0.02f, kMost));
+    ASSERT_EQ(neighbours(&all.indices[i * kMax], &all.distances[i * kMax], all.counts[i]),
+              tree_.within(&points_[3 * i], 0.02f, kMax));
   }
 }
 INSTANTIATE_TEST_SUITE_P(KdTreeV2, OnPool, testing::Bool());

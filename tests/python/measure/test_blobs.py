@@ -67,7 +67,7 @@ def test_outside_and_gray(rng):
 
 
 @pytest.mark.parametrize("area, kind, match", [
-    (5, TypeError, r"area: 5, needed is \(least"),
+    (5, TypeError, r"area: 5, needed is \(min"),
     ((5, None), TypeError, "area: .*math.inf"),
     ((9, 5), ValueError, "area: .*above"),
 ])

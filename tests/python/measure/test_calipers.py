@@ -111,7 +111,7 @@ def test_impossible_calipers(rng):
     box = dax.Box(50, 30, 40, 20)
     with pytest.raises(dax.Error, match="degrees"):
         dax.find_edges(image, box._replace(angle=90))
-    for wrong in ({"most": 0}, {"min_score": math.nan}, {"gray": dax.Ramp(2, 1, 3)}):
+    for wrong in ({"max_count": 0}, {"min_score": math.nan}, {"gray": dax.Ramp(2, 1, 3)}):
         with pytest.raises(dax.Error, match="the configuration"):
             dax.find_edges(image, box, **wrong)
     with pytest.raises(TypeError):

@@ -145,14 +145,11 @@ void addPairs(CLI::App& app, CaliperOptions& options) {
          "expected width of pairs, pixels: the nearer the better")
       ->type_name("W")
       ->group("Edges");
-  app.add_option("--count", options.settings.count,
-                 "maximum number of edges or pairs of a caliper, the best first, 1..1000 [10]")
+  app.add_option("--count", options.settings.count, "keep N edges or pairs of a caliper, the best first, 1..1000 [10]")
       ->check(CLI::Range(1, 1000))
       ->type_name("N")
       ->group("Edges");
 }
-
-}  // namespace
 
 Command addCaliper(CLI::App& app) {
   CLI::App* command = app.add_subcommand("caliper", "Measure edges and widths to a fraction of a pixel");
@@ -177,4 +174,7 @@ Command addCaliper(CLI::App& app) {
   return {command, [options] { return run(*options); }};
 }
 
+const CommandRegistration registration("caliper", addCaliper);
+
+}  // namespace
 }  // namespace dax::tool

@@ -137,8 +137,6 @@ ExitStatus run(const ChessboardOptions& options) {
   return failed ? ExitStatus::kSomeFailed : ExitStatus::kOk;
 }
 
-}  // namespace
-
 Command addChessboard(CLI::App& app) {
   CLI::App* command = app.add_subcommand("chessboard", "Find the corners of chessboards to parts of a pixel");
   auto options = std::make_shared<ChessboardOptions>();
@@ -169,4 +167,7 @@ Command addChessboard(CLI::App& app) {
   return {command, [options] { return run(*options); }};
 }
 
+const CommandRegistration registration("chessboard", addChessboard);
+
+}  // namespace
 }  // namespace dax::tool

@@ -219,8 +219,6 @@ void addSteps(CLI::App& cloud, Steps& steps, CloudOptions& options) {
   app->add_option("OUT", options.output, "the same, .json")->type_name("");
 }
 
-}  // namespace
-
 Command addCloud(CLI::App& app) {
   CLI::App* const cloud = app.add_subcommand("cloud", "Normals, neighbours and thinning of point clouds");
   auto options = std::make_shared<CloudOptions>();
@@ -245,4 +243,7 @@ Command addCloud(CLI::App& app) {
           }};
 }
 
+const CommandRegistration registration("cloud", addCloud);
+
+}  // namespace
 }  // namespace dax::tool

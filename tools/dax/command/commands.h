@@ -3,6 +3,8 @@
 
 #include <CLI/App.hpp>
 #include <functional>
+#include <map>
+#include <string>
 
 #include "base/failure.h"
 
@@ -13,15 +15,12 @@ struct Command {
   std::function<ExitStatus()> run;
 };
 
-Command addInspect(CLI::App& app);
-Command addFilter(CLI::App& app);
-Command addCaliper(CLI::App& app);
-Command addLine(CLI::App& app);
-Command addFit(CLI::App& app);
-Command addChessboard(CLI::App& app);
-Command addRenderScene(CLI::App& app);
-Command addRange(CLI::App& app);
-Command addCloud(CLI::App& app);
+// Adds a command to the program before main() starts; each *_command.cpp has one. Help lists them by name.
+class CommandRegistration {
+ public:
+  CommandRegistration(const char* name, Command (*add)(CLI::App& app)) { all().insert({name, add}); }
+  static std::map<std::string, Command (*)(CLI::App& app)>& all();
+};
 
 // One line on standard error.
 void report(const Failure& failure);

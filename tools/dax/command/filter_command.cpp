@@ -7,10 +7,10 @@
 
 #include "base/text.h"
 #include "command/commands.h"
+#include "filter/filter_option.h"
 #include "io/image_file.h"
 #include "io/output_name.h"
 #include "io/picture_file.h"
-#include "model/image_filters.h"
 
 namespace dax::tool {
 namespace {
@@ -100,8 +100,6 @@ ExitStatus run(const FilterOptions& options) {
   return ExitStatus::kOk;
 }
 
-}  // namespace
-
 Command addFilter(CLI::App& app) {
   CLI::App* command = app.add_subcommand("filter", "Filter an image, and show what the filter changed");
   auto options = std::make_shared<FilterOptions>();
@@ -132,4 +130,7 @@ Command addFilter(CLI::App& app) {
   return {command, [options] { return run(*options); }};
 }
 
+const CommandRegistration registration("filter", addFilter);
+
+}  // namespace
 }  // namespace dax::tool

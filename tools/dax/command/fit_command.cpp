@@ -124,8 +124,6 @@ ExitStatus run(const FitOptions& options) {
   return ExitStatus::kOk;
 }
 
-}  // namespace
-
 Command addFit(CLI::App& app) {
   CLI::App* command = app.add_subcommand("fit", "Fit a curve to points, with standard errors and a plot");
   auto options = std::make_shared<FitOptions>();
@@ -164,4 +162,7 @@ Command addFit(CLI::App& app) {
   return {command, [options] { return run(*options); }};
 }
 
+const CommandRegistration registration("fit", addFit);
+
+}  // namespace
 }  // namespace dax::tool

@@ -142,12 +142,13 @@ ExitStatus run(InspectOptions options) {
   return comparison && !comparison->agrees() ? ExitStatus::kTruthFailed : status;
 }
 
-}  // namespace
-
 Command addInspect(CLI::App& app) {
   CLI::App* inspect = app.add_subcommand("inspect", "Find, measure and select objects in images");
   auto commandLine = std::make_shared<InspectCommandLine>(*inspect);
   return {inspect, [commandLine] { return run(commandLine->finish()); }};
 }
 
+const CommandRegistration registration("inspect", addInspect);
+
+}  // namespace
 }  // namespace dax::tool

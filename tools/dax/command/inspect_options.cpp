@@ -134,8 +134,7 @@ void InspectCommandLine::addFilters(CLI::App& app) {
         ->group(group);
   }
   addClassAndOutside(app, group);
-  app.add_option("--count", options_.settings.select.common.maxCount,
-                 "maximum number of objects kept, 1..20000 [20000]")
+  app.add_option("--count", options_.settings.select.common.maxCount, "keep at most N objects, 1..20000 [20000]")
       ->check(CLI::Range(1, DAXI_BLOB_MAX_COUNT))
       ->type_name("N")
       ->group(group);
@@ -173,7 +172,7 @@ void InspectCommandLine::addClassAndOutside(CLI::App& app, const std::string& gr
                          cfg.flags |= DAXI_BLOB_BY_OUTSIDE_PIXELS;
                          cfg.outsideLimit = max;
                        },
-                       "maximum number of outside pixels of an object: those on the border of the\n"
+                       "outside pixels that an object may have: those on the border of the\n"
                        "image, or those that the mask leaves out")
                     ->check(CLI::Range(0, std::numeric_limits<int32_t>::max()))
                     ->type_name("N")

@@ -146,8 +146,6 @@ ExitStatus run(LineOptions options) {
   return ExitStatus::kOk;
 }
 
-}  // namespace
-
 Command addLine(CLI::App& app) {
   CLI::App* command = app.add_subcommand("line", "Fit a line through the edges of a row of calipers");
   auto options = std::make_shared<LineOptions>();
@@ -170,4 +168,7 @@ Command addLine(CLI::App& app) {
   return {command, [options] { return run(*options); }};
 }
 
+const CommandRegistration registration("line", addLine);
+
+}  // namespace
 }  // namespace dax::tool

@@ -216,7 +216,7 @@ void addSteps(CLI::App& range, Steps& steps, RangeOptions& options) {
   app = addStep(range, steps, despeckle, "despeckle", "Clear small patches that stand apart");
   addInput(*app, options, "range file");
   addOutput(*app, options, "range file");
-  app->add_option("--size", options.maxSize, "maximum number of pixels of a patch [100]")
+  app->add_option("--size", options.maxSize, "maximum size of a patch, pixels [100]")
       ->check(CLI::Range(0, 1 << 30))
       ->type_name("N");
   app->add_option("--step", options.difference,
@@ -228,8 +228,6 @@ void addSteps(CLI::App& range, Steps& steps, RangeOptions& options) {
   app->add_option("--size", options.size, "sides in pixels, 150..8192 [900x600]")->type_name("WxH");
   app->add_option("--seed", options.seed, "which of many scenes [1]")->check(CLI::NonNegativeNumber)->type_name("N");
 }
-
-}  // namespace
 
 Command addRange(CLI::App& app) {
   CLI::App* const range = app.add_subcommand("range", "Look at range images, and convert them");
@@ -255,4 +253,7 @@ Command addRange(CLI::App& app) {
           }};
 }
 
+const CommandRegistration registration("range", addRange);
+
+}  // namespace
 }  // namespace dax::tool

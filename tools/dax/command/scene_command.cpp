@@ -40,8 +40,6 @@ ExitStatus run(const SceneOptions& options) {
   return ExitStatus::kOk;
 }
 
-}  // namespace
-
 Command addRenderScene(CLI::App& app) {
   CLI::App* scene = app.add_subcommand("render-scene", "Draw a sample picture of parts whose measures are known");
   auto options = std::make_shared<SceneOptions>();
@@ -63,4 +61,7 @@ Command addRenderScene(CLI::App& app) {
   return {scene, [options] { return run(*options); }};
 }
 
+const CommandRegistration registration("render-scene", addRenderScene);
+
+}  // namespace
 }  // namespace dax::tool

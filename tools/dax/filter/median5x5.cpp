@@ -1,0 +1,12 @@
+#include "daxi/filter_median5x5.h"
+#include "filter/filter_option.h"
+
+namespace dax::tool {
+namespace {
+
+const FilterRegistration median({"--median5", nullptr, nullptr,
+                                 "median of 5 x 5 pixels: removes larger specks, rounds corners", true,
+                                 [](std::string_view) { return plainFilter("median", DAXI_FilterMedian5x5_8u_C1R); }});
+
+}  // namespace
+}  // namespace dax::tool
