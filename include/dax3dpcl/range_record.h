@@ -67,7 +67,7 @@ typedef struct DAX3D_RANGE_V4 {
  *   type 0: mask owner 0, then plane 0 null                           0x10000014
  *           mask format not 1                                         0x10000007
  *           mask height, then width not that of range                 0x10000008
- *           mask step below half the range width                      0x10000009
+ *           mask step below half that width                           0x10000009
  *   |scale.x| or |scale.y| <= FLT_EPSILON, scale.z < FLT_EPSILON      0x10000019
  *   colour: format neither 200 nor 201                                0x10000007
  *           owner 0 or plane 0 null                                   0x10000014

@@ -203,8 +203,9 @@ class Call {
   bool worksBeforeFailing = false;  // a failure may leave work buffers written
   // After each call that returned: tell what its result is worth comparing by, and release what it made.
   std::function<uint64_t(uint64_t result)> settle;
-  bool once = false;   // the call cannot be repeated
-  bool vague = false;  // it stands for another one, which would need more memory than there is
+  bool once = false;      // the call cannot be repeated
+  std::string forbidden;  // an argument outside the limits that its contract states
+  bool vague = false;     // it stands for another one, which would need more memory than there is
   std::string complaint;
 
   // Gives every argument that the row has not mentioned the meaning of its name and type, and spoils fields.

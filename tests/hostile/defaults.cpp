@@ -96,7 +96,9 @@ void Call::completeInteger(size_t i) {
   int64_t usual = from + random.below(pick({3, 20, 60, isQuery ? 100000 : 60})) + 1;
   if (isQuery && chance(5)) usual = std::numeric_limits<int32_t>::max();
   const int64_t to = std::isinf(high) ? usual : std::max(whole(std::floor(high)), from);
-  number(name, from, to, std::min(usual, to) == to || to - from < 1000 ? to : usual);
+  const auto given =
+      static_cast<double>(number(name, from, to, std::min(usual, to) == to || to - from < 1000 ? to : usual));
+  if (given < low || given > high) forbidden = name;
 }
 
 void Call::completeReal(size_t i) {

@@ -6,7 +6,7 @@ namespace dax::hostile {
 namespace {
 
 constexpr size_t kFields = 4;            // of a record, in each round
-constexpr size_t kFieldsOfSingles = 12;  // of the record of a function with hardly any other argument
+constexpr size_t kFieldsOfSingles = 40;  // of the record of a function with hardly any other argument
 
 uint32_t codeOf(uint64_t status) {
   return static_cast<uint32_t>(status);
@@ -56,8 +56,10 @@ std::string Order::round(uint64_t seed) {
 void Order::collect(uint64_t seed) {
   for (size_t i = 0; i < function_.arguments.size(); ++i) {
     const size_t most = function_.arguments.size() <= 2 ? kFieldsOfSingles : kFields;
-    const size_t fields = std::min(Call::fieldsToSpoil(function_, i), most);
-    for (uint32_t field = 0; field <= fields; ++field) {
+    const size_t all = Call::fieldsToSpoil(function_, i), fields = std::min(all, most);
+    for (size_t k = 0; k <= fields; ++k) {
+      // Where they are too many for one round, others in every round.
+      const auto field = static_cast<uint32_t>(k == 0 ? 0 : 1 + (seed % all + k) % all);
       Fault fault = {{i, field, false}, {}, false, 0, {}};
       const std::optional<uint32_t> status = statusOf(seed, {fault.spoil}, &fault);
       if (status.value_or(0) == 0) continue;
@@ -83,6 +85,7 @@ std::optional<uint32_t> Order::statusOf(uint64_t seed, std::vector<Spoil> spoils
   row_.plan(call);
   call.complete();
   current_ = call.description();
+  const bool isForbidden = !call.forbidden.empty() && call.plannedSpoils().size() == 1;
   for (const Spoil& each : call.plannedSpoils()) {
     if (each.field > 0) current_ += ", " + text(call.path(each)) + " spoiled";
   }
@@ -93,6 +96,7 @@ std::optional<uint32_t> Order::statusOf(uint64_t seed, std::vector<Spoil> spoils
   if (status != 0 && !isDocumented(function_, call, status)) {
     call.complaint = "returned " + statusText(status) + ", which its contract does not name,";
   }
+  if (status == 0 && isForbidden) call.complaint = "accepted " + call.forbidden + " beyond its limits";
   if (complaint_.empty() && !call.complaint.empty()) complaint_ = call.complaint + " in " + current_;
   const bool isKnown = status == 0 || std::count(contract_->codes.begin(), contract_->codes.end(), codeOf(status)) > 0;
   return call.vague || !isKnown ? std::nullopt : std::optional(codeOf(status));

@@ -51,14 +51,11 @@ void listSpots(const Record& record, size_t offset, const std::vector<std::strin
   for (const Field& field : record.fields) {
     std::vector<std::string> own = path;
     own.emplace_back(field.name);
-    for (size_t k = 0; k < field.count; ++k) {
-      const size_t at = offset + field.offset + k * field.type.bytes;
-      const Record* const nested = field.type.kind == Kind::record ? findRecord(field.record) : nullptr;
-      if (nested) {
-        listSpots(*nested, at, own, spots);
-      } else {
-        spots.push_back({own, at, &field});
-      }
+    const Record* const nested = field.type.kind == Kind::record ? findRecord(field.record) : nullptr;
+    if (nested) {
+      listSpots(*nested, offset + field.offset, own, spots);
+    } else {
+      spots.push_back({own, offset + field.offset, &field});
     }
   }
 }
@@ -94,8 +91,7 @@ bool hasWord(std::string_view text, std::string_view word) {
 std::vector<std::string> Call::path(const Spoil& spoil) {
   const std::vector<Spot> spots = spotsOf(function, spoil.argument);
   if (spoil.field == 0 || spots.empty()) return {function.arguments[spoil.argument].name};
-  const Own own(*this, function.arguments[spoil.argument].name, 100 + spoil.field);
-  return spots[static_cast<size_t>(random.below(static_cast<int32_t>(spots.size())))].path;
+  return spots[spoil.field - 1].path;
 }
 
 size_t Call::fieldsToSpoil(const Function& function, size_t argument) {
@@ -119,11 +115,12 @@ void Call::spoilField(const Spoil& spoil) {
   uint8_t* data = type.kind == Kind::record ? values[spoil.argument].bytes : get<uint8_t*>(name);
   if (!data || spots.empty() || (type.kind == Kind::pointer && !block(data))) return;
   const Own own(*this, name, 100 + spoil.field);
-  const Spot& spot = spots[static_cast<size_t>(random.below(static_cast<int32_t>(spots.size())))];
-  if (type.kind == Kind::pointer && block(data)->bytes < spot.offset + spot.field->type.bytes) return;
+  const Spot& spot = spots[spoil.field - 1];
+  if (type.kind == Kind::pointer && block(data)->bytes < findRecord(known.record)->bytes) return;
   const auto [low, high] = spot.field->limits;
-  uint8_t* const at = data + spot.offset;
   const size_t bytes = spot.field->type.bytes;
+  const int64_t element = chance(70) ? 0 : between(0, static_cast<int64_t>(spot.field->count) - 1);
+  uint8_t* const at = data + spot.offset + static_cast<size_t>(element) * bytes;
   const bool below = std::isfinite(low) && chance(60), above = std::isfinite(high) && chance(60);
   if (spot.field->type.kind == Kind::integer) {
     const int64_t none = spot.field->type.isSigned ? pick({0, -1, INT32_MIN}) : 0;
