@@ -4,7 +4,6 @@
 
 #include "daxi/erode3x3.h"
 #include "tests/image/morphology/erode3x3_oracle.h"
-#include "tests/support/check_order.h"
 #include "tests/support/test_image.h"
 
 namespace dax::test {
@@ -131,44 +130,6 @@ TEST(Erode, Examples) {
   ASSERT_EQ(erode(pair, pair, 1001, buffer), DAX_STS_OK);
   EXPECT_EQ(pair.at(0, 0), 2);
   EXPECT_EQ(pair.at(1, 0), 1);
-}
-
-struct Arguments {
-  const uint8_t* src;
-  int32_t srcStep;
-  uint8_t* dst;
-  int32_t dstStep;
-  DaxiSize size;
-  int32_t iterations;
-  void* buffer;
-};
-
-TEST(ErodeChecks, OrderAndCodes) {
-  Image src({8, 5}), dst({8, 5});
-  GuardedBuffer<uint8_t> buffer = workBuffer({8, 5});
-  std::vector<CheckClause<Arguments>> clauses = {
-      {"source null", DAX_STS_NULL_POINTER, [](Arguments& a) { a.src = nullptr; }},
-      {"size", DAX_STS_BAD_SIZE, [](Arguments& a) { a.size.height = 0; }},
-      {"source step", DAX_STS_BAD_STEP, [](Arguments& a) { a.srcStep = 7; }},
-      {"destination null", DAX_STS_NULL_POINTER, [](Arguments& a) { a.dst = nullptr; }},
-      {"destination step", DAX_STS_BAD_STEP, [](Arguments& a) { a.dstStep = -8; }},
-  };
-  const Arguments good{src.data(), 8, dst.data(), 8, {8, 5}, 1, buffer.data()};
-  const auto untouched = [&] { return dst.untouched(); };
-  for (auto* const pass : {DAXI_ErodeRow3_8u_C1R, DAXI_ErodeCol3_8u_C1R}) {
-    dst.remember();
-    expectCheckOrder<Arguments>(
-        good, clauses, [&](const Arguments& a) { return pass(a.src, a.srcStep, a.dst, a.dstStep, a.size); }, untouched);
-  }
-  clauses.push_back({"iterations", DAX_STS_BAD_PARAM, [](Arguments& a) { a.iterations = 0; }});
-  clauses.push_back({"buffer null", DAX_STS_NULL_POINTER, [](Arguments& a) { a.buffer = nullptr; }});
-  dst.remember();
-  expectCheckOrder<Arguments>(
-      good, clauses,
-      [](const Arguments& a) {
-        return DAXI_Erode3x3_8u_C1R(a.src, a.srcStep, a.dst, a.dstStep, a.size, a.iterations, a.buffer);
-      },
-      untouched);
 }
 
 TEST(ErodeChecks, BufferSize) {

@@ -5,22 +5,10 @@
 #include "image/pixel/copy.h"
 #include "image/pixel/logic.h"
 #include "image/threshold/threshold.h"
-#include "tests/support/check_order.h"
 #include "tests/support/test_image.h"
 
 namespace dax::test {
 namespace {
-
-struct AddArguments {
-  const uint8_t* src1;
-  int32_t step1;
-  const uint8_t* src2;
-  int32_t step2;
-  uint8_t* dst;
-  int32_t dstStep;
-  DaxiSize size;
-  int32_t isa;
-};
 
 TEST(Add, SaturatesAndTwinsAgree) {
   for (int32_t width = 1; width < 70; ++width) {
@@ -50,26 +38,6 @@ TEST(Workers, CopyInvertAndOtsu) {
       ASSERT_EQ(mask.at(i % 67, i / 67), 255);  // the level is the lower of two
     }
   }
-}
-
-TEST(Add, ChecksInOrder) {
-  TestImage<uint8_t> a({8, 2}), dst({8, 2});
-  dst.remember();
-  const std::vector<CheckClause<AddArguments>> clauses = {
-      {"first null", DAX_STS_NULL_POINTER, [](AddArguments& c) { c.src1 = nullptr; }},
-      {"second null", DAX_STS_NULL_POINTER, [](AddArguments& c) { c.src2 = nullptr; }},
-      {"destination null", DAX_STS_NULL_POINTER, [](AddArguments& c) { c.dst = nullptr; }},
-      {"width", DAX_STS_BAD_SIZE, [](AddArguments& c) { c.size.width = 0; }},
-      {"second step", DAX_STS_BAD_STEP, [](AddArguments& c) { c.step2 = 7; }},
-      {"destination step", DAX_STS_BAD_STEP, [](AddArguments& c) { c.dstStep = 7; }},
-      {"code", DAX_STS_BAD_ISA, [](AddArguments& c) { c.isa = -1; }},
-  };
-  expectCheckOrder<AddArguments>(
-      {a.data(), 8, a.data(), 8, dst.data(), 8, {8, 2}, 0}, clauses,
-      [](const AddArguments& c) {
-        return DAXI_Add_8u_C1RSfs_IS(c.src1, c.step1, c.src2, c.step2, c.dst, c.dstStep, c.size, c.isa);
-      },
-      [&] { return dst.untouched(); });
 }
 
 }  // namespace

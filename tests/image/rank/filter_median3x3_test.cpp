@@ -6,7 +6,6 @@
 
 #include "daxi/filter_median3x3.h"
 #include "tests/image/rank/filter_median_oracle.h"
-#include "tests/support/check_order.h"
 #include "tests/support/mock_pool.h"
 #include "tests/support/test_image.h"
 
@@ -131,38 +130,6 @@ TEST(MedianBands, PoolAndStatus) {
   EXPECT_EQ(run(nullptr, 3), DAX_STS_OK);
   pool.failingTile = 2;
   EXPECT_EQ(run(&pool, 3), pool.failure);
-}
-
-struct Arguments {
-  const uint8_t* src;
-  int32_t srcStep;
-  uint8_t* dst;
-  int32_t dstStep;
-  DaxiSize size;
-};
-
-TEST(MedianChecks, OrderAndCodes) {
-  TestImage<uint8_t> src({8, 5}), dst({8, 5});
-  const std::vector<CheckClause<Arguments>> clauses = {
-      {"source null", DAX_STS_NULL_POINTER, [](Arguments& a) { a.src = nullptr; }},
-      {"destination null", DAX_STS_NULL_POINTER, [](Arguments& a) { a.dst = nullptr; }},
-      {"width", DAX_STS_BAD_SIZE, [](Arguments& a) { a.size.width = 2; }},
-      {"height", DAX_STS_BAD_SIZE, [](Arguments& a) { a.size.height = 2; }},
-      {"source step", DAX_STS_BAD_STEP, [](Arguments& a) { a.srcStep = 7; }},
-      {"destination step", DAX_STS_BAD_STEP, [](Arguments& a) { a.dstStep = -8; }},
-  };
-  MockPool pool;
-  const std::function<DaxStatus(const Arguments&)> calls[] = {
-      [](const Arguments& a) { return DAXI_FilterMedian3x3_8u_C1R(a.src, a.srcStep, a.dst, a.dstStep, a.size); },
-      [](const Arguments& a) { return DAXI_FilterMedian3x3_8u_C1R_NEON(a.src, a.srcStep, a.dst, a.dstStep, a.size); },
-      [&](const Arguments& a) {
-        return DAXI_FilterMedian3x3_8u_C1R_NEON_MT(&pool, 2, a.src, a.srcStep, a.dst, a.dstStep, a.size);
-      },
-  };
-  for (const auto& call : calls) {
-    dst.remember();
-    expectCheckOrder<Arguments>({src.data(), 8, dst.data(), 8, {8, 5}}, clauses, call, [&] { return dst.untouched(); });
-  }
 }
 
 }  // namespace

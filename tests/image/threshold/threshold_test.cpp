@@ -7,7 +7,6 @@
 #include "image/statistics/histogram.h"
 #include "image/threshold/threshold_levels.h"
 #include "tests/image/threshold/threshold_oracle.h"
-#include "tests/support/check_order.h"
 #include "tests/support/test_image.h"
 
 namespace dax::test {
@@ -182,92 +181,7 @@ TEST(Threshold, SourceAndDestinationMayBeTheSame) {
   }
 }
 
-struct Arguments {
-  const uint8_t* src;
-  int32_t srcStep;
-  uint8_t* dst;
-  int32_t dstStep;
-  DaxiSize size;
-  const DaxiThresholdBinCfg* cfg;
-  DaxiThresholdBinCfg values;
-  uint8_t* low;
-  int32_t isa;
-};
-
 // The size belongs to both images, so its clause also covers the destination's.
-const std::vector<CheckClause<Arguments>> kImageClauses = {
-    {"source null", DAX_STS_NULL_POINTER, [](Arguments& a) { a.src = nullptr; }},
-    {"size", DAX_STS_BAD_SIZE, [](Arguments& a) { a.size.height = 0; }},
-    {"source step", DAX_STS_BAD_STEP, [](Arguments& a) { a.srcStep = 7; }},
-    {"destination null", DAX_STS_NULL_POINTER, [](Arguments& a) { a.dst = nullptr; }},
-    {"destination step", DAX_STS_BAD_STEP, [](Arguments& a) { a.dstStep = -8; }},
-};
-
-TEST(ThresholdChecks, OrderAndCodes) {
-  Image src({8, 2}), dst({8, 2});
-  uint8_t low = 0, high = 0;
-  Arguments good{src.data(), 8, dst.data(), 8, {8, 2}, nullptr, config(DAXI_THRESHOLD_SINGLE, 0), &low, 0};
-  good.cfg = &good.values;
-
-  std::vector<CheckClause<Arguments>> clauses = kImageClauses;
-  clauses.push_back({"cfg null", DAX_STS_NULL_POINTER, [](Arguments& a) { a.cfg = nullptr; }});
-  clauses.push_back({"polarity", DAX_STS_BAD_PARAM, [](Arguments& a) { a.values.polarity = 2; }});
-  clauses.push_back({"t1", DAX_STS_BAD_PARAM, [](Arguments& a) { a.values.t1 = 256; }});
-  clauses.push_back({"level null", DAX_STS_NULL_POINTER, [](Arguments& a) { a.low = nullptr; }});
-  dst.remember();
-  expectCheckOrder<Arguments>(
-      good, clauses,
-      [&](const Arguments& a) {
-        const DaxiThresholdBinCfg* cfg = a.cfg ? &a.values : nullptr;
-        return DAXI_ThresholdBinV2_8u_C1R(a.src, a.srcStep, a.dst, a.dstStep, a.size, cfg, a.low, &high);
-      },
-      [&] { return dst.untouched(); });
-
-  clauses = kImageClauses;
-  clauses.push_back({"code", DAX_STS_BAD_ISA, [](Arguments& a) { a.isa = -1; }});
-  dst.remember();
-  expectCheckOrder<Arguments>(
-      good, clauses,
-      [](const Arguments& a) {
-        return DAXI_AdpThresholdOtsu_8u_C1R_IS(a.src, a.srcStep, a.dst, a.dstStep, a.size, a.isa);
-      },
-      [&] { return dst.untouched(); });
-}
-
-// The members without a configuration.
-TEST(ThresholdChecks, ImagesOfTheOtherMembers) {
-  Image src({8, 2}), dst({8, 2});
-  TestImage<float> weights({8, 2});
-  using Call = DaxStatus (*)(const Arguments&, float*);
-  const Call calls[] = {
-      [](const Arguments& a, float*) {
-        return DAXI_ThresholdSoftBin_8u_C1R(a.src, a.srcStep, a.dst, a.dstStep, a.size, 3, 9, 1);
-      },
-      [](const Arguments& a, float* w) {
-        return DAXI_ThresholdSoftBin_8u32f_C1R(a.src, a.srcStep, a.dst ? w : nullptr, a.dstStep, a.size, 3, 9, 1);
-      },
-      [](const Arguments& a, float*) {
-        return DAXI_ThresholdRelativeSoft_8u_C1R(a.src, a.srcStep, a.dst, a.dstStep, a.size, 0, 0, 0, 1, 1);
-      },
-      [](const Arguments& a, float* w) {
-        return DAXI_ThresholdRelativeSoft_8u32f_C1R(a.src, a.srcStep, a.dst ? w : nullptr, a.dstStep, a.size, 0, 0, 0,
-                                                    1, 1);
-      },
-      [](const Arguments& a, float*) {
-        return DAXI_ThresholdBin_0to255_8u_C1R_NEON(a.src, a.srcStep, a.dst, a.dstStep, a.size);
-      },
-      [](const Arguments& a, float*) {
-        return DAXI_ThresholdBin_out_range_is_255_NEON(a.src, a.srcStep, a.dst, a.dstStep, a.size, 3, 9);
-      }};
-  for (const Call call : calls) {
-    dst.remember(), weights.remember();
-    expectCheckOrder<Arguments>(
-        {src.data(), 8, dst.data(), 8, {8, 2}, nullptr, {}, nullptr, 0}, kImageClauses,
-        [&](const Arguments& a) { return call(a, weights.data()); },
-        [&] { return dst.untouched() && weights.untouched(); });
-  }
-}
-
 TEST(ThresholdChecks, MethodParameters) {
   Image src({8, 2}), dst({8, 2});
   struct Case {

@@ -4,7 +4,6 @@
 
 #include "daxi/filter_box.h"
 #include "tests/image/window/filter_box_oracle.h"
-#include "tests/support/check_order.h"
 #include "tests/support/test_image.h"
 
 namespace dax::test {
@@ -142,49 +141,6 @@ TEST(BoxExports, SumsOfOnesAndWrappedSums) {
   const int16_t shorts[9] = {-1, -2, -3, -4, -5, -6, -7, -8, -32768};
   ASSERT_EQ(DAXI_FilterBox_16s32f_C1R(shorts, 3, sums, 3, {3, 3}, 1, buffer), DAX_STS_OK);
   EXPECT_EQ(sums[4], -32804);
-}
-
-struct Arguments {
-  const float* src;
-  int32_t srcStep;
-  float* dst;
-  int32_t dstStep;
-  DaxiSize size;
-  int32_t radius;
-  void* buffer;
-};
-
-TEST(BoxChecks, OrderAndCodes) {
-  TestImage<float> src({8, 5}), dst({8, 5});
-  uint8_t buffer[128];
-  src.fill([](int32_t x, int32_t y) { return x + y; });
-  const std::vector<CheckClause<Arguments>> clauses = {
-      {"destination null", DAX_STS_NULL_POINTER, [](Arguments& a) { a.dst = nullptr; }},
-      {"source null", DAX_STS_NULL_POINTER, [](Arguments& a) { a.src = nullptr; }},
-      {"buffer null", DAX_STS_NULL_POINTER, [](Arguments& a) { a.buffer = nullptr; }},
-      {"size", DAX_STS_BAD_SIZE, [](Arguments& a) { a.size.width = 0; }},
-      {"destination step", DAX_STS_BAD_STEP, [](Arguments& a) { a.dstStep = 7; }},
-      {"source step", DAX_STS_BAD_STEP, [](Arguments& a) { a.srcStep = 7; }},
-      {"radius 0", DAX_STS_BAD_PARAM, [](Arguments& a) { a.radius = 0; }},
-      {"radius too large", DAX_STS_BAD_PARAM, [](Arguments& a) { a.radius = 3; }},
-      {"radius far too large", DAX_STS_BAD_PARAM, [](Arguments& a) { a.radius = 1 << 30; }},
-      {"greatest radius", DAX_STS_BAD_PARAM, [](Arguments& a) { a.radius = INT32_MAX; }},
-  };
-  const Arguments good{src.data(), 8, dst.data(), 8, {8, 5}, 2, buffer};
-  const auto untouched = [&] { return dst.untouched(); };
-  dst.remember();
-  expectCheckOrder<Arguments>(
-      good, clauses,
-      [](const Arguments& a) {
-        return DAXI_FilterBox_32f_C1R(a.src, a.srcStep, a.dst, a.dstStep, a.size, a.radius, a.buffer);
-      },
-      untouched);
-  const std::vector<CheckClause<Arguments>> inPlace(clauses.begin() + 2, clauses.begin() + 5);
-  dst.remember();
-  expectCheckOrder<Arguments>(
-      good, inPlace,
-      [](const Arguments& a) { return DAXI_FilterBox_32f_C1IR(a.dst, a.dstStep, a.size, a.radius, a.buffer); },
-      untouched);
 }
 
 TEST(BoxChecks, BufferSize) {
