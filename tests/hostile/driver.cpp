@@ -114,7 +114,7 @@ bool fits(std::string_view pattern, std::string_view name) {
   return name == pattern;
 }
 
-constexpr uint64_t kTurnsPerRound = 128;
+constexpr uint64_t kTurnsPerRound = 32;
 
 struct Tally {
   uint64_t succeeded = 0, failed = 0, unspoiledFailed = 0;
