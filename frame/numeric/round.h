@@ -17,7 +17,7 @@ T roundTo(Real value) {
   const Real rounded = std::rint(value);
   if (rounded >= kHigh) return Limits::max();
   if (rounded <= kLow) return Limits::min();
-  return rounded == rounded ? static_cast<T>(rounded) : T{0};
+  return std::isnan(rounded) ? T{0} : static_cast<T>(rounded);
 }
 
 }  // namespace dax

@@ -116,24 +116,24 @@ class KdTree(Fixed):
         self,
         points: ArrayLike,
         radius: float,
-        most: int = 100,
+        max_count: int = 100,
         mask: Optional[ArrayLike] = None,
         pool: Optional[Pool] = None,
     ) -> Neighbours:
-        """Points nearer than `radius` to each point, at most `most`: the first that the search meets.
+        """Points nearer than `radius` to each point, at most `max_count`: the first that the search meets.
 
         points: (q, d), or (d,) for one. Only the first three coordinates count. radius: from 3.5e-4 on; nothing is found
         within less. mask: (n,) uint8 or bool, only points where it is not 0; results are then ordered by distance,
-        otherwise they are not. Returns arrays of (q, most), or (most,).
+        otherwise they are not. Returns arrays of (q, max_count), or (max_count,).
 
         >>> tree = dax.KdTree([[0, 0], [3, 4], [6, 8]])
-        >>> tree.query_radius([3, 3], 4.5, most=3, mask=[1, 1, 0]).indices
+        >>> tree.query_radius([3, 3], 4.5, max_count=3, mask=[1, 1, 0]).indices
         array([ 1,  0, -1])
         """
         queries, single = self._queries(points)
-        if most < 1:
-            raise ValueError(f"most: {most}, at least 1")
-        room = min(most, len(self))
+        if max_count < 1:
+            raise ValueError(f"max_count: {max_count}, at least 1")
+        room = min(max_count, len(self))
         indices, distances = self._room(len(queries), room)
         counts = np.zeros(len(queries), np.int32)
         if mask is not None:
@@ -143,7 +143,7 @@ class KdTree(Fixed):
             arguments = pointer(queries, "float"), *queries.shape, room, pointer(indices, "uint32_t")
             outputs = pointer(distances, "float"), pointer(counts, "int32_t"), stack, radius
             call("DAX3DPCL_KDTREE_RNearestSearch_MT", handle, threads, self._tree, *arguments, *outputs)
-        return self._neighbours(indices, distances, np.arange(room) < counts[:, None], most, single)
+        return self._neighbours(indices, distances, np.arange(room) < counts[:, None], max_count, single)
 
     def _search_masked(
         self, queries: Array, radius: float, mask: ArrayLike, indices: Array, distances: Array, counts: Array

@@ -104,14 +104,12 @@ TEST(Region, DomainMeasuresAndChecks) {
   GuardedBuffer<DaxiPoint32s> points(DAXI_HULL_POINTS(4));
   DaxiRotatedBox box;
   float fill = 0;
-  ASSERT_EQ(_DAXI_DomainEncloseBox(&scene.list(), &shape, {4, 4}, DAXI_BOX_MIN_AREA, points.data(), &box),
-            DAX_STS_OK);
+  ASSERT_EQ(_DAXI_DomainEncloseBox(&scene.list(), &shape, {4, 4}, DAXI_BOX_MIN_AREA, points.data(), &box), DAX_STS_OK);
   EXPECT_EQ(box.width, 3);
   EXPECT_EQ(box.height, 2);
   ASSERT_EQ(_DAXI_DomainRectangularity(&scene.list(), &shape, {4, 4}, points.data(), &fill), DAX_STS_OK);
   EXPECT_EQ(fill, 1);  // nine pixels, six square pixels between centres
-  ASSERT_EQ(_DAXI_DomainEncloseBox(&scene.list(), &shape, {2, 4}, DAXI_BOX_MIN_AREA, points.data(), &box),
-            DAX_STS_OK);
+  ASSERT_EQ(_DAXI_DomainEncloseBox(&scene.list(), &shape, {2, 4}, DAXI_BOX_MIN_AREA, points.data(), &box), DAX_STS_OK);
   EXPECT_EQ(box.height, 1);  // cut at the region
   ASSERT_EQ(_DAXI_DomainEncloseBox(&scene.list(), &dot, {2, 2}, DAXI_BOX_MIN_AREA, points.data(), &box), DAX_STS_OK);
   EXPECT_EQ(box.width + box.x + box.y, 0);
