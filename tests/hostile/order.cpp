@@ -141,7 +141,7 @@ std::vector<size_t> Order::checksOf(const Fault& fault) const {
     if (found > most) best.clear(), most = found;
     if (found == most) best.push_back(i);
   }
-  if (fault.isEmptySize && !best.empty()) best.resize(1);
+  if (fault.isEmptySize && !best.empty()) best = {best.front()};
   return best;
 }
 
