@@ -24,7 +24,7 @@ const bench::Own operations[] = {
      [] { return prepare<uint8_t>([](auto... a) { return DAXI_AddC_8u_C1RSfs(a..., 77, 0); }); }},
     {"image * constant, 8u", kBytes<uint8_t>,
      [] { return prepare<uint8_t>([](auto... a) { return DAXI_MulC_8u_C1RSfs(a..., 3, 0); }); }},
-    {"|image - constant|, 16u", kBytes<uint16_t>,
+    {"absolute difference, 16u", kBytes<uint16_t>,
      [] { return prepare<uint16_t>([](auto... a) { return DAXI_AbsDiffC_16u_C1RSfs(a..., 3000, 0); }); }},
     {"image - constant, 32f", kBytes<float>,
      [] { return prepare<float>([](auto... a) { return DAXI_SubC_32f_C1R(a..., 0.5f); }); }},

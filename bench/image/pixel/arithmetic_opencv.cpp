@@ -20,7 +20,7 @@ const bench::OpenCvPeer operations[] = {
      [] { return prepare<uint8_t>([](const cv::Mat& src, cv::Mat& dst) { cv::add(src, cv::Scalar(77), dst); }); }},
     {"image * constant, 8u",
      [] { return prepare<uint8_t>([](const cv::Mat& src, cv::Mat& dst) { cv::multiply(src, cv::Scalar(3), dst); }); }},
-    {"|image - constant|, 16u",
+    {"absolute difference, 16u",
      [] {
        return prepare<uint16_t>([](const cv::Mat& src, cv::Mat& dst) { cv::absdiff(src, cv::Scalar(3000), dst); });
      }},

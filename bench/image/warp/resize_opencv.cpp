@@ -12,7 +12,7 @@ bench::Task prepare(DaxiSize to) {
             cv::Mat dst = bench::viewOf(result);
             cv::resize(bench::viewOf(from), dst, dst.size(), 0, 0, cv::INTER_LINEAR);
           },
-          [=] { return bench::digest(result); }};
+          nullptr};  // rounds positions and weights in another way
 }
 
 const bench::OpenCvPeer operations[] = {
