@@ -139,6 +139,16 @@ inline uint16x8_t vtrn1q_u16(uint16x8_t a, uint16x8_t b) {
   return vreinterpretq_u16_u32(vorrq_u32(even, vshlq_n_u32(vreinterpretq_u32_u16(b), 16)));
 }
 
+// SIMDe multiplies as signed numbers, whose product may overflow.
+#undef vmull_u16
+inline uint32x4_t vmull_u16(uint16x4_t a, uint16x4_t b) {
+  return vmovl_u16(a) * vmovl_u16(b);
+}
+#undef vmull_high_u16
+inline uint32x4_t vmull_high_u16(uint16x8_t a, uint16x8_t b) {
+  return vmovl_u16(vget_high_u16(a)) * vmovl_u16(vget_high_u16(b));
+}
+
 // Missing from SIMDe.
 inline float32x4_t vdivq_f32(float32x4_t a, float32x4_t b) {
   return a / b;
