@@ -172,6 +172,17 @@ uint64_t bitsOfTwoOverPi(int first) {
   return first % 64 == 0 ? high : high << (first % 64) | low >> (64 - first % 64);
 }
 
+// A whole number below 2^127 as an integer. (The compiler's own conversion may use a fused operation.)
+__int128 integerOf(double whole) {
+  const auto bits = std::bit_cast<uint64_t>(whole);
+  const int exponent = static_cast<int>(bits >> 52 & 0x7FF) - 1075;
+  if (exponent == -1075) return 0;
+  const uint64_t mantissa = (bits & ((uint64_t{1} << 52) - 1)) | uint64_t{1} << 52;
+  const auto magnitude = static_cast<__int128>(exponent >= 0 ? static_cast<unsigned __int128>(mantissa) << exponent
+                                                             : mantissa >> -exponent);
+  return whole < 0 ? -magnitude : magnitude;
+}
+
 // 2^20 <= x, finite. Payne and Hanek, Radian reduction for trigonometric functions, SIGNUM Newsletter 18, 1983: of x 2/pi
 // the bits that count whole turns are never computed. With x = m 2^e and W the 192 bits of 2/pi from the (e - 1)-th on, the
 // quarter turns are m W / 2^190 modulo 4.
@@ -187,7 +198,7 @@ Reduced reduceLarge(double x) {
   const __int128 rest = static_cast<__int128>(turns << 2) >> 1;
   const int quadrant = static_cast<int>((turns >> 126) + (rest < 0 ? 1 : 0)) & 3;
   const auto high = static_cast<double>(rest);
-  const auto rounding = static_cast<double>(rest - static_cast<__int128>(high));
+  const auto rounding = static_cast<double>(rest - integerOf(high));
   return {DoubleDouble{high * 0x1p-127, rounding * 0x1p-127} * kHalfPi, quadrant};
 }
 
