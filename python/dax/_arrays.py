@@ -185,10 +185,12 @@ def pixel_value(name: str, value: Any, image: Image) -> tuple[Any, ...]:
 
 
 def _number(name: str, value: complex, dtype: "np.dtype[Any]") -> float:
+    if value.imag:
+        raise ValueError(f"{name}: {value} is no {dtype}")
     if dtype.kind == "f":
         return float(value.real)
     limits = np.iinfo(dtype)
-    if not limits.min <= value.real <= limits.max or value.imag:
+    if not limits.min <= value.real <= limits.max or value.real != int(value.real):
         raise ValueError(f"{name}: {value} is no {dtype}")
     return int(value.real)
 

@@ -29,5 +29,8 @@ def test_scale_factor(rng):
     assert dax.add_constant(image, 1, out=image) is image
     with pytest.raises(ValueError, match="scale_factor"):
         dax.add_constant(image.astype(np.float32), 1, scale_factor=1)
+    for value in (2.5, 256, -1, 1j, np.nan):  # none of the image's numbers
+        with pytest.raises(ValueError, match="value"):
+            dax.add_constant(image, value)
     with pytest.raises(dax.Error, match="scaleFactor outside -31..31"):
         dax.add_constant(image, 1, scale_factor=32)
