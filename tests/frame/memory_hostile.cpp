@@ -1,5 +1,6 @@
 // Blocks, the host's allocator, memory tables.
 #include <cstdlib>
+#include <vector>
 
 #include "dax.h"
 #include "tests/hostile/call.h"
@@ -145,13 +146,24 @@ void allocateTable(Call& c) {
   c.settle = [table, count](uint64_t result) { return result * 31 + drain(table, count, ZUR_Free); };
 }
 
+// Frees the blocks that the function leaves: all when it refuses, and those whose kind it does not know.
 template <class Entry>
 void freeTable(Call& c) {
   Entry* const table = makeTable<Entry>(c, 20);
   c.once = true;
+  std::vector<void*> blocks;
   for (int64_t i = 0; table && i < c.integer("count"); ++i) {
     if (table[i].size) table[i].base = ZUR_Malloc(table[i].size, 128);
+    blocks.push_back(table[i].base);
   }
+  c.settle = [table, blocks](uint64_t result) {
+    for (size_t i = 0; i < blocks.size(); ++i) {
+      bool isLeft = static_cast<uint32_t>(result) != 0;
+      if constexpr (requires { table->kind; }) isLeft |= table[i].kind != DAX_MEMORY_CPU;
+      if (isLeft) ZUR_Free(blocks[i]);
+    }
+    return uint64_t{0};
+  };
 }
 
 void allocateHostTable(Call& c) {

@@ -115,6 +115,7 @@ bool fits(std::string_view pattern, std::string_view name) {
 }
 
 constexpr uint64_t kTurnsPerRound = 32;
+constexpr uint64_t kCallsForTally = 200;  // of a function; with fewer, chance alone may refuse most of its valid calls
 
 struct Tally {
   uint64_t succeeded = 0, failed = 0, unspoiledFailed = 0;
@@ -221,7 +222,7 @@ class Driver {
 
   // With enough calls each function has both succeeded and failed; otherwise its row is too kind, or too harsh.
   void checkTallies() {
-    const bool enough = options_.calls / subjects_.size() >= 100;
+    const bool enough = options_.calls / subjects_.size() >= kCallsForTally;
     for (const Subject& subject : subjects_) {
       const Tally& tally = subject.tally;
       const unsigned flags = subject.row->flags;
