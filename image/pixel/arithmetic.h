@@ -1,4 +1,4 @@
-// Arithmetic of an image and a constant: one worker for all operations, pixel types and numbers of channels.
+// Arithmetic of an image and a constant, or another image: one worker for all operations, pixel types and numbers of channels.
 #pragma once
 
 #include <cstdint>
@@ -13,18 +13,24 @@ struct SubOp;
 struct MulOp;
 struct AbsDiffOp;
 
-// Checks and computes, with the instruction set of the processor. `value` holds a constant for each channel; src may be
+// Checks and computes, with the instruction set of the processor. `value` holds a constant for each channel; a source may be
 // dst.
 template <class Op, class T, int kChannels>
 DaxStatus withConstant(const T* src, int32_t srcStep, T* dst, int32_t dstStep, DaxiSize size, const T* value,
                        int32_t scaleFactor);
 
-// The worker below the checks.
-template <class Op, class T>
-void constantRows(const T* src, int32_t srcStep, T* dst, int32_t dstStep, DaxiSize elements, const T* pattern,
-                  int32_t scaleFactor, int32_t isa);
+template <class Op, class T, int kChannels>
+DaxStatus withImage(const T* src1, int32_t step1, const T* src2, int32_t step2, T* dst, int32_t dstStep, DaxiSize size,
+                    int32_t scaleFactor);
 
-// Constants lie in a pattern of so many elements, a multiple of three and of every vector.
+// The second operand of a row: constants that repeat after kPatternLength elements, or another row.
+enum class Operand { pattern, row };
+
+// A multiple of three and of every vector.
 constexpr int32_t kPatternLength = 48;
+
+// One row.
+template <class Op, Operand kOperand, class T>
+void arithmeticRow(const T* a, const T* b, T* dst, int32_t count, int32_t scaleFactor, int32_t isa);
 
 }  // namespace dax

@@ -1,6 +1,342 @@
 #include "daxi/arithmetic.h"
 #include "image/pixel/arithmetic.h"
 
+DaxStatus DAXI_Add_8u_C1RSfs(const uint8_t* src1, int32_t step1, const uint8_t* src2, int32_t step2, uint8_t* dst,
+                             int32_t dstStep, DaxiSize size, int32_t scaleFactor) {
+  return dax::withImage<dax::AddOp, uint8_t, 1>(src1, step1, src2, step2, dst, dstStep, size, scaleFactor);
+}
+
+DaxStatus DAXI_Add_8u_C3RSfs(const uint8_t* src1, int32_t step1, const uint8_t* src2, int32_t step2, uint8_t* dst,
+                             int32_t dstStep, DaxiSize size, int32_t scaleFactor) {
+  return dax::withImage<dax::AddOp, uint8_t, 3>(src1, step1, src2, step2, dst, dstStep, size, scaleFactor);
+}
+
+DaxStatus DAXI_Add_8u_C1IRSfs(const uint8_t* src, int32_t srcStep, uint8_t* srcDst, int32_t srcDstStep, DaxiSize size,
+                              int32_t scaleFactor) {
+  return dax::withImage<dax::AddOp, uint8_t, 1>(srcDst, srcDstStep, src, srcStep, srcDst, srcDstStep, size,
+                                                scaleFactor);
+}
+
+DaxStatus DAXI_Add_8u_C3IRSfs(const uint8_t* src, int32_t srcStep, uint8_t* srcDst, int32_t srcDstStep, DaxiSize size,
+                              int32_t scaleFactor) {
+  return dax::withImage<dax::AddOp, uint8_t, 3>(srcDst, srcDstStep, src, srcStep, srcDst, srcDstStep, size,
+                                                scaleFactor);
+}
+
+DaxStatus DAXI_Add_16u_C1RSfs(const uint16_t* src1, int32_t step1, const uint16_t* src2, int32_t step2, uint16_t* dst,
+                              int32_t dstStep, DaxiSize size, int32_t scaleFactor) {
+  return dax::withImage<dax::AddOp, uint16_t, 1>(src1, step1, src2, step2, dst, dstStep, size, scaleFactor);
+}
+
+DaxStatus DAXI_Add_16u_C3RSfs(const uint16_t* src1, int32_t step1, const uint16_t* src2, int32_t step2, uint16_t* dst,
+                              int32_t dstStep, DaxiSize size, int32_t scaleFactor) {
+  return dax::withImage<dax::AddOp, uint16_t, 3>(src1, step1, src2, step2, dst, dstStep, size, scaleFactor);
+}
+
+DaxStatus DAXI_Add_16u_C1IRSfs(const uint16_t* src, int32_t srcStep, uint16_t* srcDst, int32_t srcDstStep,
+                               DaxiSize size, int32_t scaleFactor) {
+  return dax::withImage<dax::AddOp, uint16_t, 1>(srcDst, srcDstStep, src, srcStep, srcDst, srcDstStep, size,
+                                                 scaleFactor);
+}
+
+DaxStatus DAXI_Add_16u_C3IRSfs(const uint16_t* src, int32_t srcStep, uint16_t* srcDst, int32_t srcDstStep,
+                               DaxiSize size, int32_t scaleFactor) {
+  return dax::withImage<dax::AddOp, uint16_t, 3>(srcDst, srcDstStep, src, srcStep, srcDst, srcDstStep, size,
+                                                 scaleFactor);
+}
+
+DaxStatus DAXI_Add_16s_C1RSfs(const int16_t* src1, int32_t step1, const int16_t* src2, int32_t step2, int16_t* dst,
+                              int32_t dstStep, DaxiSize size, int32_t scaleFactor) {
+  return dax::withImage<dax::AddOp, int16_t, 1>(src1, step1, src2, step2, dst, dstStep, size, scaleFactor);
+}
+
+DaxStatus DAXI_Add_16s_C3RSfs(const int16_t* src1, int32_t step1, const int16_t* src2, int32_t step2, int16_t* dst,
+                              int32_t dstStep, DaxiSize size, int32_t scaleFactor) {
+  return dax::withImage<dax::AddOp, int16_t, 3>(src1, step1, src2, step2, dst, dstStep, size, scaleFactor);
+}
+
+DaxStatus DAXI_Add_16s_C1IRSfs(const int16_t* src, int32_t srcStep, int16_t* srcDst, int32_t srcDstStep, DaxiSize size,
+                               int32_t scaleFactor) {
+  return dax::withImage<dax::AddOp, int16_t, 1>(srcDst, srcDstStep, src, srcStep, srcDst, srcDstStep, size,
+                                                scaleFactor);
+}
+
+DaxStatus DAXI_Add_16s_C3IRSfs(const int16_t* src, int32_t srcStep, int16_t* srcDst, int32_t srcDstStep, DaxiSize size,
+                               int32_t scaleFactor) {
+  return dax::withImage<dax::AddOp, int16_t, 3>(srcDst, srcDstStep, src, srcStep, srcDst, srcDstStep, size,
+                                                scaleFactor);
+}
+
+DaxStatus DAXI_Add_32f_C1R(const float* src1, int32_t step1, const float* src2, int32_t step2, float* dst,
+                           int32_t dstStep, DaxiSize size) {
+  return dax::withImage<dax::AddOp, float, 1>(src1, step1, src2, step2, dst, dstStep, size, 0);
+}
+
+DaxStatus DAXI_Add_32f_C3R(const float* src1, int32_t step1, const float* src2, int32_t step2, float* dst,
+                           int32_t dstStep, DaxiSize size) {
+  return dax::withImage<dax::AddOp, float, 3>(src1, step1, src2, step2, dst, dstStep, size, 0);
+}
+
+DaxStatus DAXI_Add_32f_C1IR(const float* src, int32_t srcStep, float* srcDst, int32_t srcDstStep, DaxiSize size) {
+  return dax::withImage<dax::AddOp, float, 1>(srcDst, srcDstStep, src, srcStep, srcDst, srcDstStep, size, 0);
+}
+
+DaxStatus DAXI_Add_32f_C3IR(const float* src, int32_t srcStep, float* srcDst, int32_t srcDstStep, DaxiSize size) {
+  return dax::withImage<dax::AddOp, float, 3>(srcDst, srcDstStep, src, srcStep, srcDst, srcDstStep, size, 0);
+}
+
+DaxStatus DAXI_Sub_8u_C1RSfs(const uint8_t* src1, int32_t step1, const uint8_t* src2, int32_t step2, uint8_t* dst,
+                             int32_t dstStep, DaxiSize size, int32_t scaleFactor) {
+  return dax::withImage<dax::SubOp, uint8_t, 1>(src1, step1, src2, step2, dst, dstStep, size, scaleFactor);
+}
+
+DaxStatus DAXI_Sub_8u_C3RSfs(const uint8_t* src1, int32_t step1, const uint8_t* src2, int32_t step2, uint8_t* dst,
+                             int32_t dstStep, DaxiSize size, int32_t scaleFactor) {
+  return dax::withImage<dax::SubOp, uint8_t, 3>(src1, step1, src2, step2, dst, dstStep, size, scaleFactor);
+}
+
+DaxStatus DAXI_Sub_8u_C1IRSfs(const uint8_t* src, int32_t srcStep, uint8_t* srcDst, int32_t srcDstStep, DaxiSize size,
+                              int32_t scaleFactor) {
+  return dax::withImage<dax::SubOp, uint8_t, 1>(srcDst, srcDstStep, src, srcStep, srcDst, srcDstStep, size,
+                                                scaleFactor);
+}
+
+DaxStatus DAXI_Sub_8u_C3IRSfs(const uint8_t* src, int32_t srcStep, uint8_t* srcDst, int32_t srcDstStep, DaxiSize size,
+                              int32_t scaleFactor) {
+  return dax::withImage<dax::SubOp, uint8_t, 3>(srcDst, srcDstStep, src, srcStep, srcDst, srcDstStep, size,
+                                                scaleFactor);
+}
+
+DaxStatus DAXI_Sub_16u_C1RSfs(const uint16_t* src1, int32_t step1, const uint16_t* src2, int32_t step2, uint16_t* dst,
+                              int32_t dstStep, DaxiSize size, int32_t scaleFactor) {
+  return dax::withImage<dax::SubOp, uint16_t, 1>(src1, step1, src2, step2, dst, dstStep, size, scaleFactor);
+}
+
+DaxStatus DAXI_Sub_16u_C3RSfs(const uint16_t* src1, int32_t step1, const uint16_t* src2, int32_t step2, uint16_t* dst,
+                              int32_t dstStep, DaxiSize size, int32_t scaleFactor) {
+  return dax::withImage<dax::SubOp, uint16_t, 3>(src1, step1, src2, step2, dst, dstStep, size, scaleFactor);
+}
+
+DaxStatus DAXI_Sub_16u_C1IRSfs(const uint16_t* src, int32_t srcStep, uint16_t* srcDst, int32_t srcDstStep,
+                               DaxiSize size, int32_t scaleFactor) {
+  return dax::withImage<dax::SubOp, uint16_t, 1>(srcDst, srcDstStep, src, srcStep, srcDst, srcDstStep, size,
+                                                 scaleFactor);
+}
+
+DaxStatus DAXI_Sub_16u_C3IRSfs(const uint16_t* src, int32_t srcStep, uint16_t* srcDst, int32_t srcDstStep,
+                               DaxiSize size, int32_t scaleFactor) {
+  return dax::withImage<dax::SubOp, uint16_t, 3>(srcDst, srcDstStep, src, srcStep, srcDst, srcDstStep, size,
+                                                 scaleFactor);
+}
+
+DaxStatus DAXI_Sub_16s_C1RSfs(const int16_t* src1, int32_t step1, const int16_t* src2, int32_t step2, int16_t* dst,
+                              int32_t dstStep, DaxiSize size, int32_t scaleFactor) {
+  return dax::withImage<dax::SubOp, int16_t, 1>(src1, step1, src2, step2, dst, dstStep, size, scaleFactor);
+}
+
+DaxStatus DAXI_Sub_16s_C3RSfs(const int16_t* src1, int32_t step1, const int16_t* src2, int32_t step2, int16_t* dst,
+                              int32_t dstStep, DaxiSize size, int32_t scaleFactor) {
+  return dax::withImage<dax::SubOp, int16_t, 3>(src1, step1, src2, step2, dst, dstStep, size, scaleFactor);
+}
+
+DaxStatus DAXI_Sub_16s_C1IRSfs(const int16_t* src, int32_t srcStep, int16_t* srcDst, int32_t srcDstStep, DaxiSize size,
+                               int32_t scaleFactor) {
+  return dax::withImage<dax::SubOp, int16_t, 1>(srcDst, srcDstStep, src, srcStep, srcDst, srcDstStep, size,
+                                                scaleFactor);
+}
+
+DaxStatus DAXI_Sub_16s_C3IRSfs(const int16_t* src, int32_t srcStep, int16_t* srcDst, int32_t srcDstStep, DaxiSize size,
+                               int32_t scaleFactor) {
+  return dax::withImage<dax::SubOp, int16_t, 3>(srcDst, srcDstStep, src, srcStep, srcDst, srcDstStep, size,
+                                                scaleFactor);
+}
+
+DaxStatus DAXI_Sub_32f_C1R(const float* src1, int32_t step1, const float* src2, int32_t step2, float* dst,
+                           int32_t dstStep, DaxiSize size) {
+  return dax::withImage<dax::SubOp, float, 1>(src1, step1, src2, step2, dst, dstStep, size, 0);
+}
+
+DaxStatus DAXI_Sub_32f_C3R(const float* src1, int32_t step1, const float* src2, int32_t step2, float* dst,
+                           int32_t dstStep, DaxiSize size) {
+  return dax::withImage<dax::SubOp, float, 3>(src1, step1, src2, step2, dst, dstStep, size, 0);
+}
+
+DaxStatus DAXI_Sub_32f_C1IR(const float* src, int32_t srcStep, float* srcDst, int32_t srcDstStep, DaxiSize size) {
+  return dax::withImage<dax::SubOp, float, 1>(srcDst, srcDstStep, src, srcStep, srcDst, srcDstStep, size, 0);
+}
+
+DaxStatus DAXI_Sub_32f_C3IR(const float* src, int32_t srcStep, float* srcDst, int32_t srcDstStep, DaxiSize size) {
+  return dax::withImage<dax::SubOp, float, 3>(srcDst, srcDstStep, src, srcStep, srcDst, srcDstStep, size, 0);
+}
+
+DaxStatus DAXI_Mul_8u_C1RSfs(const uint8_t* src1, int32_t step1, const uint8_t* src2, int32_t step2, uint8_t* dst,
+                             int32_t dstStep, DaxiSize size, int32_t scaleFactor) {
+  return dax::withImage<dax::MulOp, uint8_t, 1>(src1, step1, src2, step2, dst, dstStep, size, scaleFactor);
+}
+
+DaxStatus DAXI_Mul_8u_C3RSfs(const uint8_t* src1, int32_t step1, const uint8_t* src2, int32_t step2, uint8_t* dst,
+                             int32_t dstStep, DaxiSize size, int32_t scaleFactor) {
+  return dax::withImage<dax::MulOp, uint8_t, 3>(src1, step1, src2, step2, dst, dstStep, size, scaleFactor);
+}
+
+DaxStatus DAXI_Mul_8u_C1IRSfs(const uint8_t* src, int32_t srcStep, uint8_t* srcDst, int32_t srcDstStep, DaxiSize size,
+                              int32_t scaleFactor) {
+  return dax::withImage<dax::MulOp, uint8_t, 1>(srcDst, srcDstStep, src, srcStep, srcDst, srcDstStep, size,
+                                                scaleFactor);
+}
+
+DaxStatus DAXI_Mul_8u_C3IRSfs(const uint8_t* src, int32_t srcStep, uint8_t* srcDst, int32_t srcDstStep, DaxiSize size,
+                              int32_t scaleFactor) {
+  return dax::withImage<dax::MulOp, uint8_t, 3>(srcDst, srcDstStep, src, srcStep, srcDst, srcDstStep, size,
+                                                scaleFactor);
+}
+
+DaxStatus DAXI_Mul_16u_C1RSfs(const uint16_t* src1, int32_t step1, const uint16_t* src2, int32_t step2, uint16_t* dst,
+                              int32_t dstStep, DaxiSize size, int32_t scaleFactor) {
+  return dax::withImage<dax::MulOp, uint16_t, 1>(src1, step1, src2, step2, dst, dstStep, size, scaleFactor);
+}
+
+DaxStatus DAXI_Mul_16u_C3RSfs(const uint16_t* src1, int32_t step1, const uint16_t* src2, int32_t step2, uint16_t* dst,
+                              int32_t dstStep, DaxiSize size, int32_t scaleFactor) {
+  return dax::withImage<dax::MulOp, uint16_t, 3>(src1, step1, src2, step2, dst, dstStep, size, scaleFactor);
+}
+
+DaxStatus DAXI_Mul_16u_C1IRSfs(const uint16_t* src, int32_t srcStep, uint16_t* srcDst, int32_t srcDstStep,
+                               DaxiSize size, int32_t scaleFactor) {
+  return dax::withImage<dax::MulOp, uint16_t, 1>(srcDst, srcDstStep, src, srcStep, srcDst, srcDstStep, size,
+                                                 scaleFactor);
+}
+
+DaxStatus DAXI_Mul_16u_C3IRSfs(const uint16_t* src, int32_t srcStep, uint16_t* srcDst, int32_t srcDstStep,
+                               DaxiSize size, int32_t scaleFactor) {
+  return dax::withImage<dax::MulOp, uint16_t, 3>(srcDst, srcDstStep, src, srcStep, srcDst, srcDstStep, size,
+                                                 scaleFactor);
+}
+
+DaxStatus DAXI_Mul_16s_C1RSfs(const int16_t* src1, int32_t step1, const int16_t* src2, int32_t step2, int16_t* dst,
+                              int32_t dstStep, DaxiSize size, int32_t scaleFactor) {
+  return dax::withImage<dax::MulOp, int16_t, 1>(src1, step1, src2, step2, dst, dstStep, size, scaleFactor);
+}
+
+DaxStatus DAXI_Mul_16s_C3RSfs(const int16_t* src1, int32_t step1, const int16_t* src2, int32_t step2, int16_t* dst,
+                              int32_t dstStep, DaxiSize size, int32_t scaleFactor) {
+  return dax::withImage<dax::MulOp, int16_t, 3>(src1, step1, src2, step2, dst, dstStep, size, scaleFactor);
+}
+
+DaxStatus DAXI_Mul_16s_C1IRSfs(const int16_t* src, int32_t srcStep, int16_t* srcDst, int32_t srcDstStep, DaxiSize size,
+                               int32_t scaleFactor) {
+  return dax::withImage<dax::MulOp, int16_t, 1>(srcDst, srcDstStep, src, srcStep, srcDst, srcDstStep, size,
+                                                scaleFactor);
+}
+
+DaxStatus DAXI_Mul_16s_C3IRSfs(const int16_t* src, int32_t srcStep, int16_t* srcDst, int32_t srcDstStep, DaxiSize size,
+                               int32_t scaleFactor) {
+  return dax::withImage<dax::MulOp, int16_t, 3>(srcDst, srcDstStep, src, srcStep, srcDst, srcDstStep, size,
+                                                scaleFactor);
+}
+
+DaxStatus DAXI_Mul_32f_C1R(const float* src1, int32_t step1, const float* src2, int32_t step2, float* dst,
+                           int32_t dstStep, DaxiSize size) {
+  return dax::withImage<dax::MulOp, float, 1>(src1, step1, src2, step2, dst, dstStep, size, 0);
+}
+
+DaxStatus DAXI_Mul_32f_C3R(const float* src1, int32_t step1, const float* src2, int32_t step2, float* dst,
+                           int32_t dstStep, DaxiSize size) {
+  return dax::withImage<dax::MulOp, float, 3>(src1, step1, src2, step2, dst, dstStep, size, 0);
+}
+
+DaxStatus DAXI_Mul_32f_C1IR(const float* src, int32_t srcStep, float* srcDst, int32_t srcDstStep, DaxiSize size) {
+  return dax::withImage<dax::MulOp, float, 1>(srcDst, srcDstStep, src, srcStep, srcDst, srcDstStep, size, 0);
+}
+
+DaxStatus DAXI_Mul_32f_C3IR(const float* src, int32_t srcStep, float* srcDst, int32_t srcDstStep, DaxiSize size) {
+  return dax::withImage<dax::MulOp, float, 3>(srcDst, srcDstStep, src, srcStep, srcDst, srcDstStep, size, 0);
+}
+
+DaxStatus DAXI_AbsDiff_8u_C1RSfs(const uint8_t* src1, int32_t step1, const uint8_t* src2, int32_t step2, uint8_t* dst,
+                                 int32_t dstStep, DaxiSize size, int32_t scaleFactor) {
+  return dax::withImage<dax::AbsDiffOp, uint8_t, 1>(src1, step1, src2, step2, dst, dstStep, size, scaleFactor);
+}
+
+DaxStatus DAXI_AbsDiff_8u_C3RSfs(const uint8_t* src1, int32_t step1, const uint8_t* src2, int32_t step2, uint8_t* dst,
+                                 int32_t dstStep, DaxiSize size, int32_t scaleFactor) {
+  return dax::withImage<dax::AbsDiffOp, uint8_t, 3>(src1, step1, src2, step2, dst, dstStep, size, scaleFactor);
+}
+
+DaxStatus DAXI_AbsDiff_8u_C1IRSfs(const uint8_t* src, int32_t srcStep, uint8_t* srcDst, int32_t srcDstStep,
+                                  DaxiSize size, int32_t scaleFactor) {
+  return dax::withImage<dax::AbsDiffOp, uint8_t, 1>(srcDst, srcDstStep, src, srcStep, srcDst, srcDstStep, size,
+                                                    scaleFactor);
+}
+
+DaxStatus DAXI_AbsDiff_8u_C3IRSfs(const uint8_t* src, int32_t srcStep, uint8_t* srcDst, int32_t srcDstStep,
+                                  DaxiSize size, int32_t scaleFactor) {
+  return dax::withImage<dax::AbsDiffOp, uint8_t, 3>(srcDst, srcDstStep, src, srcStep, srcDst, srcDstStep, size,
+                                                    scaleFactor);
+}
+
+DaxStatus DAXI_AbsDiff_16u_C1RSfs(const uint16_t* src1, int32_t step1, const uint16_t* src2, int32_t step2,
+                                  uint16_t* dst, int32_t dstStep, DaxiSize size, int32_t scaleFactor) {
+  return dax::withImage<dax::AbsDiffOp, uint16_t, 1>(src1, step1, src2, step2, dst, dstStep, size, scaleFactor);
+}
+
+DaxStatus DAXI_AbsDiff_16u_C3RSfs(const uint16_t* src1, int32_t step1, const uint16_t* src2, int32_t step2,
+                                  uint16_t* dst, int32_t dstStep, DaxiSize size, int32_t scaleFactor) {
+  return dax::withImage<dax::AbsDiffOp, uint16_t, 3>(src1, step1, src2, step2, dst, dstStep, size, scaleFactor);
+}
+
+DaxStatus DAXI_AbsDiff_16u_C1IRSfs(const uint16_t* src, int32_t srcStep, uint16_t* srcDst, int32_t srcDstStep,
+                                   DaxiSize size, int32_t scaleFactor) {
+  return dax::withImage<dax::AbsDiffOp, uint16_t, 1>(srcDst, srcDstStep, src, srcStep, srcDst, srcDstStep, size,
+                                                     scaleFactor);
+}
+
+DaxStatus DAXI_AbsDiff_16u_C3IRSfs(const uint16_t* src, int32_t srcStep, uint16_t* srcDst, int32_t srcDstStep,
+                                   DaxiSize size, int32_t scaleFactor) {
+  return dax::withImage<dax::AbsDiffOp, uint16_t, 3>(srcDst, srcDstStep, src, srcStep, srcDst, srcDstStep, size,
+                                                     scaleFactor);
+}
+
+DaxStatus DAXI_AbsDiff_16s_C1RSfs(const int16_t* src1, int32_t step1, const int16_t* src2, int32_t step2, int16_t* dst,
+                                  int32_t dstStep, DaxiSize size, int32_t scaleFactor) {
+  return dax::withImage<dax::AbsDiffOp, int16_t, 1>(src1, step1, src2, step2, dst, dstStep, size, scaleFactor);
+}
+
+DaxStatus DAXI_AbsDiff_16s_C3RSfs(const int16_t* src1, int32_t step1, const int16_t* src2, int32_t step2, int16_t* dst,
+                                  int32_t dstStep, DaxiSize size, int32_t scaleFactor) {
+  return dax::withImage<dax::AbsDiffOp, int16_t, 3>(src1, step1, src2, step2, dst, dstStep, size, scaleFactor);
+}
+
+DaxStatus DAXI_AbsDiff_16s_C1IRSfs(const int16_t* src, int32_t srcStep, int16_t* srcDst, int32_t srcDstStep,
+                                   DaxiSize size, int32_t scaleFactor) {
+  return dax::withImage<dax::AbsDiffOp, int16_t, 1>(srcDst, srcDstStep, src, srcStep, srcDst, srcDstStep, size,
+                                                    scaleFactor);
+}
+
+DaxStatus DAXI_AbsDiff_16s_C3IRSfs(const int16_t* src, int32_t srcStep, int16_t* srcDst, int32_t srcDstStep,
+                                   DaxiSize size, int32_t scaleFactor) {
+  return dax::withImage<dax::AbsDiffOp, int16_t, 3>(srcDst, srcDstStep, src, srcStep, srcDst, srcDstStep, size,
+                                                    scaleFactor);
+}
+
+DaxStatus DAXI_AbsDiff_32f_C1R(const float* src1, int32_t step1, const float* src2, int32_t step2, float* dst,
+                               int32_t dstStep, DaxiSize size) {
+  return dax::withImage<dax::AbsDiffOp, float, 1>(src1, step1, src2, step2, dst, dstStep, size, 0);
+}
+
+DaxStatus DAXI_AbsDiff_32f_C3R(const float* src1, int32_t step1, const float* src2, int32_t step2, float* dst,
+                               int32_t dstStep, DaxiSize size) {
+  return dax::withImage<dax::AbsDiffOp, float, 3>(src1, step1, src2, step2, dst, dstStep, size, 0);
+}
+
+DaxStatus DAXI_AbsDiff_32f_C1IR(const float* src, int32_t srcStep, float* srcDst, int32_t srcDstStep, DaxiSize size) {
+  return dax::withImage<dax::AbsDiffOp, float, 1>(srcDst, srcDstStep, src, srcStep, srcDst, srcDstStep, size, 0);
+}
+
+DaxStatus DAXI_AbsDiff_32f_C3IR(const float* src, int32_t srcStep, float* srcDst, int32_t srcDstStep, DaxiSize size) {
+  return dax::withImage<dax::AbsDiffOp, float, 3>(srcDst, srcDstStep, src, srcStep, srcDst, srcDstStep, size, 0);
+}
+
 DaxStatus DAXI_AddC_8u_C1RSfs(const uint8_t* src, int32_t srcStep, uint8_t* dst, int32_t dstStep, DaxiSize size,
                               uint8_t value, int32_t scaleFactor) {
   return dax::withConstant<dax::AddOp, uint8_t, 1>(src, srcStep, dst, dstStep, size, &value, scaleFactor);

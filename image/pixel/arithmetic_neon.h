@@ -1,5 +1,7 @@
-// Rows of an image and a pattern of constants, three vectors at a time.
+// Rows of an image and a second operand, three vectors at a time, after which a pattern repeats.
 #pragma once
+
+#include <array>
 
 #include "frame/dispatch.h"
 #include "frame/lanes.h"
@@ -55,19 +57,22 @@ inline float32x4_t apply(AbsDiffOp, float32x4_t a, float32x4_t b) {
   return vabsq_f32(vsubq_f32(a, b));
 }
 
-template <class Op, class T>
-void constantRow(const T* src, T* dst, int32_t count, const T* pattern) {
+template <class Op, Operand kOperand, class T>
+void exactRow(const T* a, const T* b, T* dst, int32_t count) {
   using L = Lanes<T>;
-  constexpr int32_t kLanes = L::kCount;
-  // The pattern repeats after three vectors.
-  const typename L::Vector values[3] = {L::load(pattern), L::load(pattern + kLanes), L::load(pattern + 2 * kLanes)};
+  constexpr int32_t kLanes = L::kCount, kBlock = 3 * kLanes;
+  const auto load = [](const T* from) {
+    return std::array{L::load(from), L::load(from + kLanes), L::load(from + 2 * kLanes)};
+  };
+  [[maybe_unused]] std::array<typename L::Vector, 3> pattern;
+  if constexpr (kOperand == Operand::pattern) pattern = load(b);
   int32_t x = 0;
-  for (; x <= count - 3 * kLanes; x += 3 * kLanes) {
-    for (int k = 0; k < 3; ++k) {
-      L::store(dst + x + k * kLanes, apply(Op{}, L::load(src + x + k * kLanes), values[k]));
-    }
+  for (; x <= count - kBlock; x += kBlock) {
+    const auto first = load(a + x);
+    if constexpr (kOperand == Operand::row) pattern = load(b + x);
+    for (int k = 0; k < 3; ++k) L::store(dst + x + k * kLanes, apply(Op{}, first[k], pattern[k]));
   }
-  portable::constantRow<Op>(src + x, dst + x, count - x, pattern);
+  portable::exactRow<Op, kOperand>(a + x, kOperand == Operand::row ? b + x : b, dst + x, count - x);
 }
 
 }  // namespace dax::neon

@@ -1,5 +1,5 @@
-// Rows of an image and a pattern of constants, any instruction set. The inner loops have a fixed length, which compilers
-// turn into vectors.
+// Rows of an image and a second operand, any instruction set. The inner loops have a fixed length, which compilers turn into
+// vectors.
 #pragma once
 
 #include <algorithm>
@@ -60,35 +60,39 @@ W halvedToEven(W value, int32_t shift) {
   return quotient + static_cast<W>(rest > half || (rest == half && (quotient & 1)));
 }
 
-// Applies f to src and the pattern, block by block.
-template <class T, class F>
-void forEachPatternBlock(const T* src, T* dst, int32_t count, const T* pattern, F f) {
+// Applies f to both operands, block by block.
+template <Operand kOperand, class T, class F>
+void forEachBlock(const T* a, const T* b, T* dst, int32_t count, F f) {
   int32_t x = 0;
+  const auto second = [&] { return kOperand == Operand::row ? b + x : b; };
   for (; x <= count - kPatternLength; x += kPatternLength) {
-    for (int32_t i = 0; i < kPatternLength; ++i) dst[x + i] = f(src[x + i], pattern[i]);
+    const T* const values = second();
+    for (int32_t i = 0; i < kPatternLength; ++i) dst[x + i] = f(a[x + i], values[i]);
   }
-  for (int32_t i = 0; x + i < count; ++i) dst[x + i] = f(src[x + i], pattern[i]);
+  const T* const values = second();
+  for (int32_t i = 0; x + i < count; ++i) dst[x + i] = f(a[x + i], values[i]);
 }
 
 // Without a scale factor.
-template <class Op, class T>
-void constantRow(const T* src, T* dst, int32_t count, const T* pattern) {
+template <class Op, Operand kOperand, class T>
+void exactRow(const T* a, const T* b, T* dst, int32_t count) {
   using W = Exact<Op, T>;
-  forEachPatternBlock(src, dst, count, pattern, [](T a, T b) -> T {
-    if constexpr (std::is_floating_point_v<T>) return Op::of(a, b);
-    return saturated<T>(Op::of(W{a}, W{b}));
+  forEachBlock<kOperand>(a, b, dst, count, [](T first, T second) -> T {
+    if constexpr (std::is_floating_point_v<T>) return Op::of(first, second);
+    return saturated<T>(Op::of(W{first}, W{second}));
   });
 }
 
-template <class Op, class T>
-void scaledRow(const T* src, T* dst, int32_t count, const T* pattern, int32_t scaleFactor) {
+template <class Op, Operand kOperand, class T>
+void scaledRow(const T* a, const T* b, T* dst, int32_t count, int32_t scaleFactor) {
   using W = Exact<Op, T>;
   if (scaleFactor > 0) {
-    forEachPatternBlock(src, dst, count, pattern,
-                        [=](T a, T b) { return saturated<T>(halvedToEven(Op::of(W{a}, W{b}), scaleFactor)); });
+    forEachBlock<kOperand>(a, b, dst, count, [=](T first, T second) {
+      return saturated<T>(halvedToEven(Op::of(W{first}, W{second}), scaleFactor));
+    });
   } else {  // below 2^32 * 2^31
-    forEachPatternBlock(src, dst, count, pattern, [=](T a, T b) {
-      return saturated<T>(int64_t{Op::of(W{a}, W{b})} * (int64_t{1} << -scaleFactor));
+    forEachBlock<kOperand>(a, b, dst, count, [=](T first, T second) {
+      return saturated<T>(int64_t{Op::of(W{first}, W{second})} * (int64_t{1} << -scaleFactor));
     });
   }
 }

@@ -2,10 +2,11 @@
 
 #include <cstring>
 
-#include "frame/rows.h"
+#include "frame/op2d.h"
 
 void _DAXI_Copy_8u_C1R(const uint8_t* src, int32_t srcStep, uint8_t* dst, int32_t dstStep, DaxiSize size) {
-  for (int32_t y = 0; y < size.height; ++y) {
-    std::memcpy(dax::rowAt(dst, dstStep, y), dax::rowAt(src, srcStep, y), static_cast<size_t>(size.width));
-  }
+  const auto copyRow = [](const uint8_t* from, uint8_t* to, int32_t count) {
+    std::memcpy(to, from, static_cast<size_t>(count));
+  };
+  dax::forEachRow(size, 1, copyRow, dax::Plane{src, srcStep}, dax::Plane{dst, dstStep});
 }

@@ -1,14 +1,15 @@
-/* Arithmetic of an image and a constant, pixel by pixel.
+/* Arithmetic of two images, or of an image and a constant, pixel by pixel.
  *
  * Integers: the exact result of the operation is multiplied by 2^-scaleFactor, rounded to the nearest integer, halves to the
  * even one, and saturated to the range of the type. Floats: one IEEE operation, no scale factor.
  *
  * Layouts: C1R has one channel and one constant, C3R three interleaved channels and an array of one constant for each; C1IR and
- * C3IR work in place. Steps count elements; scaleFactor is -31..31. In the other forms dst may be src with the same step; else
- * they must not overlap. No work buffer. Thread-safe. The results are the same bits on every machine (NaN payloads apart).
+ * C3IR work in place: srcDst is the first operand. Steps count elements; scaleFactor is -31..31. In the other forms dst may be a
+ * source with the same step; else they must not overlap. No work buffer. Thread-safe. The results are the same bits on every
+ * machine (NaN payloads apart).
  *
  * Checks, in order:
- *   src, dst, srcDst or the array of constants null     0x10000014
+ *   an image or the array of constants null             0x10000014
  *   width < 1 or height < 1                             0x1000001a
  *   width, three times for C3, above the smallest step  0x1000001b
  *   scaleFactor outside -31..31                         0x10000019
@@ -20,6 +21,142 @@
 #include "../dax/types.h"
 
 DAX_BEGIN_DECLS
+
+/* dst = (src1 + src2) * 2^-scaleFactor; in place srcDst is the first operand. */
+DAX_API DaxStatus DAXI_Add_8u_C1RSfs(const uint8_t* src1, int32_t step1, const uint8_t* src2, int32_t step2,
+                                     uint8_t* dst, int32_t dstStep, DaxiSize size, int32_t scaleFactor);
+DAX_API DaxStatus DAXI_Add_8u_C3RSfs(const uint8_t* src1, int32_t step1, const uint8_t* src2, int32_t step2,
+                                     uint8_t* dst, int32_t dstStep, DaxiSize size, int32_t scaleFactor);
+DAX_API DaxStatus DAXI_Add_8u_C1IRSfs(const uint8_t* src, int32_t srcStep, uint8_t* srcDst, int32_t srcDstStep,
+                                      DaxiSize size, int32_t scaleFactor);
+DAX_API DaxStatus DAXI_Add_8u_C3IRSfs(const uint8_t* src, int32_t srcStep, uint8_t* srcDst, int32_t srcDstStep,
+                                      DaxiSize size, int32_t scaleFactor);
+DAX_API DaxStatus DAXI_Add_16u_C1RSfs(const uint16_t* src1, int32_t step1, const uint16_t* src2, int32_t step2,
+                                      uint16_t* dst, int32_t dstStep, DaxiSize size, int32_t scaleFactor);
+DAX_API DaxStatus DAXI_Add_16u_C3RSfs(const uint16_t* src1, int32_t step1, const uint16_t* src2, int32_t step2,
+                                      uint16_t* dst, int32_t dstStep, DaxiSize size, int32_t scaleFactor);
+DAX_API DaxStatus DAXI_Add_16u_C1IRSfs(const uint16_t* src, int32_t srcStep, uint16_t* srcDst, int32_t srcDstStep,
+                                       DaxiSize size, int32_t scaleFactor);
+DAX_API DaxStatus DAXI_Add_16u_C3IRSfs(const uint16_t* src, int32_t srcStep, uint16_t* srcDst, int32_t srcDstStep,
+                                       DaxiSize size, int32_t scaleFactor);
+DAX_API DaxStatus DAXI_Add_16s_C1RSfs(const int16_t* src1, int32_t step1, const int16_t* src2, int32_t step2,
+                                      int16_t* dst, int32_t dstStep, DaxiSize size, int32_t scaleFactor);
+DAX_API DaxStatus DAXI_Add_16s_C3RSfs(const int16_t* src1, int32_t step1, const int16_t* src2, int32_t step2,
+                                      int16_t* dst, int32_t dstStep, DaxiSize size, int32_t scaleFactor);
+DAX_API DaxStatus DAXI_Add_16s_C1IRSfs(const int16_t* src, int32_t srcStep, int16_t* srcDst, int32_t srcDstStep,
+                                       DaxiSize size, int32_t scaleFactor);
+DAX_API DaxStatus DAXI_Add_16s_C3IRSfs(const int16_t* src, int32_t srcStep, int16_t* srcDst, int32_t srcDstStep,
+                                       DaxiSize size, int32_t scaleFactor);
+DAX_API DaxStatus DAXI_Add_32f_C1R(const float* src1, int32_t step1, const float* src2, int32_t step2, float* dst,
+                                   int32_t dstStep, DaxiSize size);
+DAX_API DaxStatus DAXI_Add_32f_C3R(const float* src1, int32_t step1, const float* src2, int32_t step2, float* dst,
+                                   int32_t dstStep, DaxiSize size);
+DAX_API DaxStatus DAXI_Add_32f_C1IR(const float* src, int32_t srcStep, float* srcDst, int32_t srcDstStep,
+                                    DaxiSize size);
+DAX_API DaxStatus DAXI_Add_32f_C3IR(const float* src, int32_t srcStep, float* srcDst, int32_t srcDstStep,
+                                    DaxiSize size);
+
+/* dst = (src1 - src2) * 2^-scaleFactor; in place srcDst is the first operand. */
+DAX_API DaxStatus DAXI_Sub_8u_C1RSfs(const uint8_t* src1, int32_t step1, const uint8_t* src2, int32_t step2,
+                                     uint8_t* dst, int32_t dstStep, DaxiSize size, int32_t scaleFactor);
+DAX_API DaxStatus DAXI_Sub_8u_C3RSfs(const uint8_t* src1, int32_t step1, const uint8_t* src2, int32_t step2,
+                                     uint8_t* dst, int32_t dstStep, DaxiSize size, int32_t scaleFactor);
+DAX_API DaxStatus DAXI_Sub_8u_C1IRSfs(const uint8_t* src, int32_t srcStep, uint8_t* srcDst, int32_t srcDstStep,
+                                      DaxiSize size, int32_t scaleFactor);
+DAX_API DaxStatus DAXI_Sub_8u_C3IRSfs(const uint8_t* src, int32_t srcStep, uint8_t* srcDst, int32_t srcDstStep,
+                                      DaxiSize size, int32_t scaleFactor);
+DAX_API DaxStatus DAXI_Sub_16u_C1RSfs(const uint16_t* src1, int32_t step1, const uint16_t* src2, int32_t step2,
+                                      uint16_t* dst, int32_t dstStep, DaxiSize size, int32_t scaleFactor);
+DAX_API DaxStatus DAXI_Sub_16u_C3RSfs(const uint16_t* src1, int32_t step1, const uint16_t* src2, int32_t step2,
+                                      uint16_t* dst, int32_t dstStep, DaxiSize size, int32_t scaleFactor);
+DAX_API DaxStatus DAXI_Sub_16u_C1IRSfs(const uint16_t* src, int32_t srcStep, uint16_t* srcDst, int32_t srcDstStep,
+                                       DaxiSize size, int32_t scaleFactor);
+DAX_API DaxStatus DAXI_Sub_16u_C3IRSfs(const uint16_t* src, int32_t srcStep, uint16_t* srcDst, int32_t srcDstStep,
+                                       DaxiSize size, int32_t scaleFactor);
+DAX_API DaxStatus DAXI_Sub_16s_C1RSfs(const int16_t* src1, int32_t step1, const int16_t* src2, int32_t step2,
+                                      int16_t* dst, int32_t dstStep, DaxiSize size, int32_t scaleFactor);
+DAX_API DaxStatus DAXI_Sub_16s_C3RSfs(const int16_t* src1, int32_t step1, const int16_t* src2, int32_t step2,
+                                      int16_t* dst, int32_t dstStep, DaxiSize size, int32_t scaleFactor);
+DAX_API DaxStatus DAXI_Sub_16s_C1IRSfs(const int16_t* src, int32_t srcStep, int16_t* srcDst, int32_t srcDstStep,
+                                       DaxiSize size, int32_t scaleFactor);
+DAX_API DaxStatus DAXI_Sub_16s_C3IRSfs(const int16_t* src, int32_t srcStep, int16_t* srcDst, int32_t srcDstStep,
+                                       DaxiSize size, int32_t scaleFactor);
+DAX_API DaxStatus DAXI_Sub_32f_C1R(const float* src1, int32_t step1, const float* src2, int32_t step2, float* dst,
+                                   int32_t dstStep, DaxiSize size);
+DAX_API DaxStatus DAXI_Sub_32f_C3R(const float* src1, int32_t step1, const float* src2, int32_t step2, float* dst,
+                                   int32_t dstStep, DaxiSize size);
+DAX_API DaxStatus DAXI_Sub_32f_C1IR(const float* src, int32_t srcStep, float* srcDst, int32_t srcDstStep,
+                                    DaxiSize size);
+DAX_API DaxStatus DAXI_Sub_32f_C3IR(const float* src, int32_t srcStep, float* srcDst, int32_t srcDstStep,
+                                    DaxiSize size);
+
+/* dst = (src1 * src2) * 2^-scaleFactor; in place srcDst is the first operand. */
+DAX_API DaxStatus DAXI_Mul_8u_C1RSfs(const uint8_t* src1, int32_t step1, const uint8_t* src2, int32_t step2,
+                                     uint8_t* dst, int32_t dstStep, DaxiSize size, int32_t scaleFactor);
+DAX_API DaxStatus DAXI_Mul_8u_C3RSfs(const uint8_t* src1, int32_t step1, const uint8_t* src2, int32_t step2,
+                                     uint8_t* dst, int32_t dstStep, DaxiSize size, int32_t scaleFactor);
+DAX_API DaxStatus DAXI_Mul_8u_C1IRSfs(const uint8_t* src, int32_t srcStep, uint8_t* srcDst, int32_t srcDstStep,
+                                      DaxiSize size, int32_t scaleFactor);
+DAX_API DaxStatus DAXI_Mul_8u_C3IRSfs(const uint8_t* src, int32_t srcStep, uint8_t* srcDst, int32_t srcDstStep,
+                                      DaxiSize size, int32_t scaleFactor);
+DAX_API DaxStatus DAXI_Mul_16u_C1RSfs(const uint16_t* src1, int32_t step1, const uint16_t* src2, int32_t step2,
+                                      uint16_t* dst, int32_t dstStep, DaxiSize size, int32_t scaleFactor);
+DAX_API DaxStatus DAXI_Mul_16u_C3RSfs(const uint16_t* src1, int32_t step1, const uint16_t* src2, int32_t step2,
+                                      uint16_t* dst, int32_t dstStep, DaxiSize size, int32_t scaleFactor);
+DAX_API DaxStatus DAXI_Mul_16u_C1IRSfs(const uint16_t* src, int32_t srcStep, uint16_t* srcDst, int32_t srcDstStep,
+                                       DaxiSize size, int32_t scaleFactor);
+DAX_API DaxStatus DAXI_Mul_16u_C3IRSfs(const uint16_t* src, int32_t srcStep, uint16_t* srcDst, int32_t srcDstStep,
+                                       DaxiSize size, int32_t scaleFactor);
+DAX_API DaxStatus DAXI_Mul_16s_C1RSfs(const int16_t* src1, int32_t step1, const int16_t* src2, int32_t step2,
+                                      int16_t* dst, int32_t dstStep, DaxiSize size, int32_t scaleFactor);
+DAX_API DaxStatus DAXI_Mul_16s_C3RSfs(const int16_t* src1, int32_t step1, const int16_t* src2, int32_t step2,
+                                      int16_t* dst, int32_t dstStep, DaxiSize size, int32_t scaleFactor);
+DAX_API DaxStatus DAXI_Mul_16s_C1IRSfs(const int16_t* src, int32_t srcStep, int16_t* srcDst, int32_t srcDstStep,
+                                       DaxiSize size, int32_t scaleFactor);
+DAX_API DaxStatus DAXI_Mul_16s_C3IRSfs(const int16_t* src, int32_t srcStep, int16_t* srcDst, int32_t srcDstStep,
+                                       DaxiSize size, int32_t scaleFactor);
+DAX_API DaxStatus DAXI_Mul_32f_C1R(const float* src1, int32_t step1, const float* src2, int32_t step2, float* dst,
+                                   int32_t dstStep, DaxiSize size);
+DAX_API DaxStatus DAXI_Mul_32f_C3R(const float* src1, int32_t step1, const float* src2, int32_t step2, float* dst,
+                                   int32_t dstStep, DaxiSize size);
+DAX_API DaxStatus DAXI_Mul_32f_C1IR(const float* src, int32_t srcStep, float* srcDst, int32_t srcDstStep,
+                                    DaxiSize size);
+DAX_API DaxStatus DAXI_Mul_32f_C3IR(const float* src, int32_t srcStep, float* srcDst, int32_t srcDstStep,
+                                    DaxiSize size);
+
+/* dst = |src1 - src2| * 2^-scaleFactor; in place srcDst is the first operand. */
+DAX_API DaxStatus DAXI_AbsDiff_8u_C1RSfs(const uint8_t* src1, int32_t step1, const uint8_t* src2, int32_t step2,
+                                         uint8_t* dst, int32_t dstStep, DaxiSize size, int32_t scaleFactor);
+DAX_API DaxStatus DAXI_AbsDiff_8u_C3RSfs(const uint8_t* src1, int32_t step1, const uint8_t* src2, int32_t step2,
+                                         uint8_t* dst, int32_t dstStep, DaxiSize size, int32_t scaleFactor);
+DAX_API DaxStatus DAXI_AbsDiff_8u_C1IRSfs(const uint8_t* src, int32_t srcStep, uint8_t* srcDst, int32_t srcDstStep,
+                                          DaxiSize size, int32_t scaleFactor);
+DAX_API DaxStatus DAXI_AbsDiff_8u_C3IRSfs(const uint8_t* src, int32_t srcStep, uint8_t* srcDst, int32_t srcDstStep,
+                                          DaxiSize size, int32_t scaleFactor);
+DAX_API DaxStatus DAXI_AbsDiff_16u_C1RSfs(const uint16_t* src1, int32_t step1, const uint16_t* src2, int32_t step2,
+                                          uint16_t* dst, int32_t dstStep, DaxiSize size, int32_t scaleFactor);
+DAX_API DaxStatus DAXI_AbsDiff_16u_C3RSfs(const uint16_t* src1, int32_t step1, const uint16_t* src2, int32_t step2,
+                                          uint16_t* dst, int32_t dstStep, DaxiSize size, int32_t scaleFactor);
+DAX_API DaxStatus DAXI_AbsDiff_16u_C1IRSfs(const uint16_t* src, int32_t srcStep, uint16_t* srcDst, int32_t srcDstStep,
+                                           DaxiSize size, int32_t scaleFactor);
+DAX_API DaxStatus DAXI_AbsDiff_16u_C3IRSfs(const uint16_t* src, int32_t srcStep, uint16_t* srcDst, int32_t srcDstStep,
+                                           DaxiSize size, int32_t scaleFactor);
+DAX_API DaxStatus DAXI_AbsDiff_16s_C1RSfs(const int16_t* src1, int32_t step1, const int16_t* src2, int32_t step2,
+                                          int16_t* dst, int32_t dstStep, DaxiSize size, int32_t scaleFactor);
+DAX_API DaxStatus DAXI_AbsDiff_16s_C3RSfs(const int16_t* src1, int32_t step1, const int16_t* src2, int32_t step2,
+                                          int16_t* dst, int32_t dstStep, DaxiSize size, int32_t scaleFactor);
+DAX_API DaxStatus DAXI_AbsDiff_16s_C1IRSfs(const int16_t* src, int32_t srcStep, int16_t* srcDst, int32_t srcDstStep,
+                                           DaxiSize size, int32_t scaleFactor);
+DAX_API DaxStatus DAXI_AbsDiff_16s_C3IRSfs(const int16_t* src, int32_t srcStep, int16_t* srcDst, int32_t srcDstStep,
+                                           DaxiSize size, int32_t scaleFactor);
+DAX_API DaxStatus DAXI_AbsDiff_32f_C1R(const float* src1, int32_t step1, const float* src2, int32_t step2, float* dst,
+                                       int32_t dstStep, DaxiSize size);
+DAX_API DaxStatus DAXI_AbsDiff_32f_C3R(const float* src1, int32_t step1, const float* src2, int32_t step2, float* dst,
+                                       int32_t dstStep, DaxiSize size);
+DAX_API DaxStatus DAXI_AbsDiff_32f_C1IR(const float* src, int32_t srcStep, float* srcDst, int32_t srcDstStep,
+                                        DaxiSize size);
+DAX_API DaxStatus DAXI_AbsDiff_32f_C3IR(const float* src, int32_t srcStep, float* srcDst, int32_t srcDstStep,
+                                        DaxiSize size);
 
 /* dst = (src + value) * 2^-scaleFactor. */
 DAX_API DaxStatus DAXI_AddC_8u_C1RSfs(const uint8_t* src, int32_t srcStep, uint8_t* dst, int32_t dstStep, DaxiSize size,

@@ -15,8 +15,11 @@ TEST(Digests, Arithmetic) {
     digest.add(dst);
     ASSERT_EQ(DAXI_AbsDiffC_16s_C1IRSfs(dst.data(), dst.step(), dst.size(), 20000, factor), DAX_STS_OK);
     digest.add(dst);
+    ASSERT_EQ(DAXI_Sub_16s_C1RSfs(a.data(), a.step(), dst.data(), dst.step(), dst.data(), dst.step(), a.size(), factor),
+              DAX_STS_OK);
+    digest.add(dst);
   }
-  EXPECT_EQ(digest.value(), 0x4118B8866BFBBD42u);
+  EXPECT_EQ(digest.value(), 0x42D753FEC6867488u);
 }
 
 }  // namespace

@@ -1,4 +1,4 @@
-// Arithmetic with a constant, by its definition: exact in 128-bit integers, then one rounding.
+// Arithmetic of two numbers, by its definition: exact in 128-bit integers, then one rounding.
 #pragma once
 
 #include <algorithm>
@@ -23,16 +23,16 @@ inline Int128 roundedQuotient(Int128 n, int32_t shift) {
 
 template <class W>
 W exactResult(std::string_view operation, W a, W b) {
-  if (operation == "AddC") return a + b;
-  if (operation == "SubC") return a - b;
-  if (operation == "MulC") return a * b;
+  if (operation == "Add") return a + b;
+  if (operation == "Sub") return a - b;
+  if (operation == "Mul") return a * b;
   return a > b ? a - b : b - a;
 }
 
 template <class T>
 T arithmetic(std::string_view operation, T a, T b, int32_t scaleFactor) {
   if constexpr (std::is_floating_point_v<T>) {
-    return operation == "AbsDiffC" ? std::fabs(a - b) : exactResult(operation, a, b);
+    return operation == "AbsDiff" ? std::fabs(a - b) : exactResult(operation, a, b);
   } else {
     const Int128 exact = exactResult<Int128>(operation, a, b);
     const Int128 scaled = scaleFactor > 0 ? roundedQuotient(exact, scaleFactor) : exact * (Int128{1} << -scaleFactor);

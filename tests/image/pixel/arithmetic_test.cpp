@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <functional>
+#include <tuple>
 #include <vector>
 
 #include "daxi/arithmetic.h"
@@ -11,18 +12,22 @@
 namespace dax::test {
 namespace {
 
-// One operation on one type: its exports, without the scale factor where floats have none, and its worker.
+// One operation on one type: its exports for one channel and for three, without the scale factor where floats have none, and
+// its rows.
 template <class T>
 struct Operation {
   const char* name;
-  std::function<DaxStatus(const T*, int32_t, T*, int32_t, DaxiSize, const T*, int32_t)> c1, c3;
-  std::function<DaxStatus(T*, int32_t, DaxiSize, const T*, int32_t)> inPlace1, inPlace3;
-  void (*worker)(const T*, int32_t, T*, int32_t, DaxiSize, const T*, int32_t, int32_t);
+  std::function<DaxStatus(const T*, int32_t, T*, int32_t, DaxiSize, const T*, int32_t)> constant1, constant3;
+  std::function<DaxStatus(T*, int32_t, DaxiSize, const T*, int32_t)> constantInPlace1, constantInPlace3;
+  std::function<DaxStatus(const T*, int32_t, const T*, int32_t, T*, int32_t, DaxiSize, int32_t)> images1, images3;
+  std::function<DaxStatus(const T*, int32_t, T*, int32_t, DaxiSize, int32_t)> imagesInPlace1, imagesInPlace3;
+  void (*patternRow)(const T*, const T*, T*, int32_t, int32_t, int32_t);
+  void (*imageRow)(const T*, const T*, T*, int32_t, int32_t, int32_t);
 };
 
-#define INTEGER_OPERATION(NAME, SUFFIX, T)                                                                    \
-  {                                                                                                           \
-#NAME "C",                                                                                                  \
+#define INTEGER_OPERATION(NAME, SUFFIX, T)                                                                \
+  {                                                                                                       \
+#NAME,                                                                                                  \
         [](const T* s, int32_t ss, T* d, int32_t ds, DaxiSize z, const T* v, int32_t f) {                       \
           return DAXI_##NAME##C_##SUFFIX##_C1RSfs(s, ss, d, ds, z, *v, f);                                      \
         },                                                                                                      \
@@ -30,30 +35,40 @@ struct Operation {
         [](T* p, int32_t step, DaxiSize z, const T* v, int32_t f) {                                             \
           return DAXI_##NAME##C_##SUFFIX##_C1IRSfs(p, step, z, *v, f);                                          \
         },                                                                                                      \
-        DAXI_##NAME##C_##SUFFIX##_C3IRSfs, constantRows<NAME##Op, T> \
+        DAXI_##NAME##C_##SUFFIX##_C3IRSfs, DAXI_##NAME##_##SUFFIX##_C1RSfs, DAXI_##NAME##_##SUFFIX##_C3RSfs,    \
+        DAXI_##NAME##_##SUFFIX##_C1IRSfs, DAXI_##NAME##_##SUFFIX##_C3IRSfs,                                     \
+        arithmeticRow<NAME##Op, Operand::pattern, T>, arithmeticRow<NAME##Op, Operand::row, T> \
   }
-#define FLOAT_OPERATION(NAME)                                                                                 \
-  {                                                                                                           \
-#NAME "C",                                                                                                  \
+#define WITHOUT_FACTOR(FUNCTION) [](auto... arguments) { return withoutLast(FUNCTION, arguments...); }
+#define FLOAT_OPERATION(NAME)                                                                             \
+  {                                                                                                       \
+#NAME,                                                                                                  \
         [](const float* s, int32_t ss, float* d, int32_t ds, DaxiSize z, const float* v, int32_t) {             \
           return DAXI_##NAME##C_32f_C1R(s, ss, d, ds, z, *v);                                                   \
         },                                                                                                      \
-        [](const float* s, int32_t ss, float* d, int32_t ds, DaxiSize z, const float* v, int32_t) {             \
-          return DAXI_##NAME##C_32f_C3R(s, ss, d, ds, z, v);                                                    \
-        },                                                                                                      \
+        WITHOUT_FACTOR(DAXI_##NAME##C_32f_C3R),                                                                 \
         [](float* p, int32_t step, DaxiSize z, const float* v, int32_t) {                                       \
           return DAXI_##NAME##C_32f_C1IR(p, step, z, *v);                                                       \
         },                                                                                                      \
-        [](float* p, int32_t step, DaxiSize z, const float* v, int32_t) {                                       \
-          return DAXI_##NAME##C_32f_C3IR(p, step, z, v);                                                        \
-        },                                                                                                      \
-        constantRows<NAME##Op, float> \
+        WITHOUT_FACTOR(DAXI_##NAME##C_32f_C3IR), WITHOUT_FACTOR(DAXI_##NAME##_32f_C1R),                         \
+        WITHOUT_FACTOR(DAXI_##NAME##_32f_C3R), WITHOUT_FACTOR(DAXI_##NAME##_32f_C1IR),                          \
+        WITHOUT_FACTOR(DAXI_##NAME##_32f_C3IR), arithmeticRow<NAME##Op, Operand::pattern, float>,               \
+        arithmeticRow<NAME##Op, Operand::row, float> \
   }
 #define OPERATIONS(MACRO, ...)                                                           \
   {                                                                                      \
     MACRO(Add __VA_OPT__(, ) __VA_ARGS__), MACRO(Sub __VA_OPT__(, ) __VA_ARGS__),        \
         MACRO(Mul __VA_OPT__(, ) __VA_ARGS__), MACRO(AbsDiff __VA_OPT__(, ) __VA_ARGS__) \
   }
+
+template <class... P, class... A>
+DaxStatus withoutLast(DaxStatus (*function)(P...), A... arguments) {
+  const auto all = std::tie(arguments...);
+  return [&]<size_t... k>(std::index_sequence<k...>) {
+    return function(std::get<k>(all)...);
+  }
+  (std::make_index_sequence<sizeof...(P)>());
+}
 
 template <class T>
 const std::vector<Operation<T>> kOperations;
@@ -71,42 +86,57 @@ class Arithmetic : public testing::Test {};
 using PixelTypes = testing::Types<uint8_t, uint16_t, int16_t, float>;
 TYPED_TEST_SUITE(Arithmetic, PixelTypes);
 
-template <class T>
-testing::AssertionResult isResult(const Operation<T>& operation, const TestImage<T>& src, const TestImage<T>& dst,
-                                  const T* value, int32_t channels, int32_t scaleFactor) {
+// second(x, y): the second operand there.
+template <class T, class Second>
+testing::AssertionResult isResult(const char* name, const TestImage<T>& src, const TestImage<T>& dst, Second second,
+                                  int32_t scaleFactor) {
   for (int32_t y = 0; y < src.size().height; ++y) {
     for (int32_t x = 0; x < src.size().width; ++x) {
-      const T expected = oracle::arithmetic(operation.name, src.at(x, y), value[x % channels], scaleFactor);
+      const T expected = oracle::arithmetic<T>(name, src.at(x, y), second(x, y), scaleFactor);
       const bool bothNan = expected != expected && dst.at(x, y) != dst.at(x, y);
       if (!bothNan && !sameBits(dst.at(x, y), expected)) {
-        return testing::AssertionFailure() << operation.name << " factor " << scaleFactor << " at " << x << ", " << y;
+        return testing::AssertionFailure() << name << " factor " << scaleFactor << " at " << x << ", " << y;
       }
     }
   }
   return testing::AssertionSuccess();
 }
 
-// Ragged sizes, padded and guarded, out of place and in place, one channel and three.
+// Ragged sizes, padded and guarded, out of place and in place, one channel and three, with gaps between rows and without.
 TYPED_TEST(Arithmetic, ExportsOverRaggedSizes) {
   using T = TypeParam;
   for (const Operation<T>& operation : kOperations<T>) {
-    for (int32_t pixels = 1; pixels <= 40; ++pixels) {
-      for (const int32_t channels : {1, 3}) {
-        const int32_t scaleFactor = std::is_integral_v<T> ? pixels % 7 - 2 : 0;
-        const DaxiSize size = {pixels, 1 + pixels % 3};
-        TestImage<T> src({pixels * channels, size.height}, pixels % 4, kGuards[pixels % 2]), dst(src.size(), 5),
-            value({3, 1});
-        src.randomize(static_cast<uint64_t>(pixels));
-        value.randomize(static_cast<uint64_t>(100 + pixels));
-        dst.remember();
-        const auto& call = channels == 1 ? operation.c1 : operation.c3;
-        ASSERT_EQ(call(src.data(), src.step(), dst.data(), dst.step(), size, value.data(), scaleFactor), DAX_STS_OK);
-        ASSERT_TRUE(isResult(operation, src, dst, value.data(), channels, scaleFactor));
-        ASSERT_TRUE(dst.paddingUntouched());
-        const auto& callInPlace = channels == 1 ? operation.inPlace1 : operation.inPlace3;
-        ASSERT_EQ(callInPlace(src.data(), src.step(), size, value.data(), scaleFactor), DAX_STS_OK);
-        ASSERT_TRUE(samePixels(src, dst));
-      }
+    for (int32_t i = 2; i <= 81; ++i) {
+      const int32_t pixels = i / 2, channels = i % 2 ? 3 : 1, scaleFactor = std::is_integral_v<T> ? pixels % 7 - 2 : 0;
+      const DaxiSize size = {pixels, 1 + pixels % 3};
+      const int32_t width = pixels * channels, gap = pixels % 4;
+      TestImage<T> src({width, size.height}, gap, kGuards[pixels % 2]), other(src.size(), gap), dst(src.size(), gap);
+      TestImage<T> value({3, 1});
+      src.randomize(static_cast<uint64_t>(pixels)), other.randomize(static_cast<uint64_t>(50 + pixels));
+      value.randomize(static_cast<uint64_t>(100 + pixels));
+      dst.remember();
+
+      const auto& onImages = channels == 1 ? operation.images1 : operation.images3;
+      ASSERT_EQ(onImages(src.data(), src.step(), other.data(), other.step(), dst.data(), dst.step(), size, scaleFactor),
+                DAX_STS_OK);
+      const auto atOther = [&](int32_t x, int32_t y) { return other.at(x, y); };
+      ASSERT_TRUE(isResult(operation.name, src, dst, atOther, scaleFactor));
+      ASSERT_TRUE(dst.paddingUntouched());
+      TestImage<T> both(src.size(), gap);
+      both.fill([&](int32_t x, int32_t y) { return src.at(x, y); });
+      const auto& onImagesInPlace = channels == 1 ? operation.imagesInPlace1 : operation.imagesInPlace3;
+      ASSERT_EQ(onImagesInPlace(other.data(), other.step(), both.data(), both.step(), size, scaleFactor), DAX_STS_OK);
+      ASSERT_TRUE(samePixels(both, dst));
+
+      const auto& onConstant = channels == 1 ? operation.constant1 : operation.constant3;
+      ASSERT_EQ(onConstant(src.data(), src.step(), dst.data(), dst.step(), size, value.data(), scaleFactor),
+                DAX_STS_OK);
+      const auto constant = [&](int32_t x, int32_t) { return value.at(x % channels, 0); };
+      ASSERT_TRUE(isResult(operation.name, src, dst, constant, scaleFactor));
+      ASSERT_TRUE(dst.paddingUntouched());
+      const auto& onConstantInPlace = channels == 1 ? operation.constantInPlace1 : operation.constantInPlace3;
+      ASSERT_EQ(onConstantInPlace(src.data(), src.step(), size, value.data(), scaleFactor), DAX_STS_OK);
+      ASSERT_TRUE(samePixels(src, dst));
     }
   }
 }
@@ -125,13 +155,15 @@ TYPED_TEST(Arithmetic, ValuesAndScaleFactors) {
   const int32_t last = std::is_integral_v<T> ? 31 : 0;
   for (const Operation<T>& operation : kOperations<T>) {
     for (int32_t scaleFactor = -last; scaleFactor <= last; ++scaleFactor) {
-      for (int32_t i = 0; i < 256; i += scaleFactor == 0 ? 1 : 5) {
-        T pattern[kPatternLength];
-        std::fill_n(pattern, kPatternLength, values.at(i, 0));
-        for (const int32_t isa : {DAX_ISA_PORTABLE, DAX_ISA_NEON}) {
-          TestImage<T> dst(values.size());
-          operation.worker(values.data(), 256, dst.data(), 256, {256, 1}, pattern, scaleFactor, isa);
-          ASSERT_TRUE(isResult(operation, values, dst, pattern, 1, scaleFactor)) << i << " code " << isa;
+      for (int32_t i = 0; i < 256; i += scaleFactor == 0 ? 1 : 15) {
+        TestImage<T> same({256, 1}), dst({256, 1});
+        same.fill([&](int32_t, int32_t) { return values.at(i, 0); });
+        for (const auto row : {operation.patternRow, operation.imageRow}) {
+          for (const int32_t isa : {DAX_ISA_PORTABLE, DAX_ISA_NEON}) {
+            row(values.data(), same.data(), dst.data(), 256, scaleFactor, isa);
+            const auto atSame = [&](int32_t x, int32_t y) { return same.at(x, y); };
+            ASSERT_TRUE(isResult(operation.name, values, dst, atSame, scaleFactor)) << i << " code " << isa;
+          }
         }
       }
     }
