@@ -13,6 +13,7 @@ function(dax_objects name have_neon)
   add_library(${name} OBJECT ${dax_sources})
   target_link_libraries(${name} PRIVATE dax_library_settings)
   target_compile_definitions(${name} PRIVATE DAX_HAVE_NEON=${have_neon})
+  dax_unity(${name})
 endfunction()
 dax_objects(dax_objects ${dax_neon})
 

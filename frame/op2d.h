@@ -16,6 +16,8 @@ struct Plane {
   T* data;
   int32_t step;  // elements
 };
+template <class T>
+Plane(T*, int32_t) -> Plane<T>;
 
 // Null pointers, then the size, then the smallest step.
 template <class... T>

@@ -10,8 +10,8 @@
 namespace dax {
 
 bool isBoardImage(DaxiSize size) {
-  constexpr int32_t kMinSide = 64, kMaxSide = 65536;
-  return atLeast(size, kMinSide) && atMost(size, kMaxSide);
+  constexpr int32_t kMaxSide = 65536;
+  return atLeast(size, kMinBoardSide) && atMost(size, kMaxSide);
 }
 
 void prefilter(const uint8_t* src, int32_t srcStep, uint8_t* grey, DaxiSize size, int32_t filter, int32_t isa) {

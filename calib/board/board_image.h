@@ -8,6 +8,8 @@
 
 namespace dax {
 
+constexpr int32_t kMinBoardSide = 64;
+
 // Whether both sides are 64..65536.
 bool isBoardImage(DaxiSize size);
 

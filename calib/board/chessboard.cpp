@@ -1,5 +1,6 @@
 #include "daxi/chessboard.h"
 
+#include "calib/board/board_image.h"
 #include "calib/board/chessboard_search.h"
 #include "daxi/blob_find.h"
 #include "frame/check.h"
@@ -9,12 +10,11 @@ static_assert(sizeof(ChessboardPatternSize) == 8 && sizeof(DaxiPoint32f) == 8);
 namespace dax {
 namespace {
 
-constexpr int32_t kMinSide = 64;
 constexpr int32_t kMinCorners = 2, kMaxCorners = 25;  // along a side
 constexpr int32_t kMaxLevel = 18;
 
 bool fitsRuns(DaxiSize size) {
-  return atLeast(size, kMinSide) && atMost(size, DAXI_BLOB_MAX_SIDE);
+  return atLeast(size, kMinBoardSide) && atMost(size, DAXI_BLOB_MAX_SIDE);
 }
 
 bool isPattern(ChessboardPatternSize p) {

@@ -5,6 +5,7 @@
 #include <cmath>
 #include <cstring>
 
+#include "calib/board/board_image.h"
 #include "calib/board/chessboard_subpix.h"
 #include "frame/check.h"
 #include "frame/math.h"
@@ -17,9 +18,8 @@ namespace dax {
 namespace {
 
 constexpr int32_t kMinHalf = 2, kMaxHalf = 50;
-constexpr int32_t kMinSide = 64;
 constexpr double kSingular = 1.1920929e-7;  // FLT_EPSILON; a smaller determinant counts as 0
-constexpr float kMinContrast = 4;           // grey levels between dark and light on the circle around a corner
+constexpr float kMinCircleContrast = 4;     // grey levels between dark and light on the circle around a corner
 // Room for a row, rounded up to whole vectors. The window has up to 101 columns, the patch one more on each side and
 // one for the interpolation.
 constexpr int32_t kWindowRow = 104, kPatchRow = 112;
@@ -197,7 +197,7 @@ bool isHalfWindow(DaxiSize half) {
 DaxStatus check(const uint8_t* src, int32_t srcStep, DaxiSize size, const DaxiPoint32f* corners, int32_t count,
                 DaxiSize halfWindow, int32_t maxIter, const DaxiPoint32f* refined, float epsilon) {
   DAX_REQUIRE(src && corners && refined, DAX_STS_NULL_POINTER);
-  DAX_REQUIRE(atLeast(size, kMinSide), DAX_STS_BAD_SIZE);
+  DAX_REQUIRE(atLeast(size, kMinBoardSide), DAX_STS_BAD_SIZE);
   DAX_REQUIRE(rowFits(size.width, srcStep), DAX_STS_BAD_STEP);
   DAX_REQUIRE(isHalfWindow(halfWindow) && count >= 1 && epsilon > 0 && maxIter >= 1, DAX_STS_BAD_PARAM);
   return DAX_STS_OK;
@@ -241,7 +241,7 @@ void _DAXI_ChessboardCornerGetSubpix_8u_C1R_v2(const uint8_t* src, int32_t srcSt
     dax::CornerEdges found{};
     const bool corner = dax::refineCorner(source, mask, at, maxIter, static_cast<double>(epsilon), false) &&
                         dax::reachesImage(source, halfWindow, static_cast<double>(at.x), static_cast<double>(at.y)) &&
-                        DAXI_Common_around_edge_orit(src, srcStep, size, at, radius, dax::kMinContrast, &found);
+                        DAXI_Common_around_edge_orit(src, srcStep, size, at, radius, dax::kMinCircleContrast, &found);
     refined[i] = corner ? at : start;
     if (edges) edges[i] = found;
     if (isCorner) isCorner[i] = corner;

@@ -10,7 +10,7 @@ static_assert(sizeof(CheckerboardSymCfg) == 28);
 namespace dax {
 namespace {
 
-constexpr int32_t kMinCorners = 4;  // of a board
+constexpr int32_t kMinBoardCorners = 4;  // of a board
 
 bool isWithin(uint32_t v, uint32_t low, uint32_t high) {
   return v >= low && v <= high;
@@ -47,7 +47,7 @@ DaxStatus findOne(SymmetryCall call, DaxiPoint32f* points, CheckerboardCorner* c
   DAX_REQUIRE_OK(check(call, to, masked));
   *result = {0, 0, 0};
   DAX_REQUIRE_OK((masked ? _DAXI_CheckerboardCornerSym_8u_C1RM : _DAXI_CheckerboardCornerSym_8u_C1R)(&call, &to));
-  DAX_REQUIRE(result->columns * result->rows >= kMinCorners, DAXI_STS_NO_BOARD);
+  DAX_REQUIRE(result->columns * result->rows >= kMinBoardCorners, DAXI_STS_NO_BOARD);
   return DAX_STS_OK;
 }
 

@@ -1,6 +1,7 @@
 // Corners are linked to grids, and boards read from these.
 #pragma once
 
+#include <algorithm>
 #include <cstdint>
 
 #include "daxi/chessboard_hessian.h"
@@ -36,6 +37,12 @@ struct GridLimits {
   int32_t minExtent;  // corners along the shorter side
   int32_t maxExtent;  // corners along the longer side
 };
+
+// Radius in pixels of the circle around a corner that is expected `spacing` away from its neighbours: it stays within the
+// squares.
+inline float probedRadius(float spacing, float max) {
+  return std::clamp(0.45f * spacing, 3.0f, max);
+}
 
 // Looks for a corner at an expected position, `spacing` away from its neighbours. One of these is given: the corner
 // must have its edges, with their senses swapped.

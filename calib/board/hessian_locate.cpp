@@ -24,13 +24,12 @@ constexpr int32_t kRadii[] = {4, 5, 7};       // of the non-maximum suppression,
 constexpr double kRingRadius = 1.6;           // of the circle, by that of the suppression
 constexpr int32_t kRingSamples = 17;
 
-constexpr float kMaxDeterminant = 255.0f;                        // start value of a minimum
-constexpr float kMinContrast = 10, kMinProbedContrast = 6;       // grey levels; a probed position is likelier
-constexpr float kEdgeScale = 3;                                  // pixels: sigma of the Gaussian
-constexpr float kMaxShift = 3;                                   // pixels from the start of the search to the saddle
-constexpr float kProbedResponse = 0.1f;                          // min response of a probed corner, by its neighbour's
-constexpr float kProbedRadius = 0.45f;                           // of its circle, by the spacing: within the squares
-constexpr float kMinProbedRadius = 3, kMaxProbedRadius = 11.0f;  // pixels; the circles of the locator have up to 11.2
+constexpr float kMaxDeterminant = 255.0f;                   // start value of a minimum
+constexpr float kMinContrast = 10, kMinProbedContrast = 6;  // grey levels; a probed position is likelier
+constexpr float kEdgeScale = 3;                             // pixels: sigma of the Gaussian
+constexpr float kMaxShift = 3;                              // pixels from the start of the search to the saddle
+constexpr float kProbedResponse = 0.1f;                     // min response of a probed corner, by its neighbour's
+constexpr float kMaxProbedRadius = 11;                      // pixels; the circles of the locator have up to 11.2
 
 // Writes the magnitudes of the determinants of the Hessian; the border of the image gets 0. Returns the threshold.
 float fillResponse(const float* smooth, float* response, DaxiSize size) {
@@ -185,7 +184,7 @@ bool probeSaddle(const void* context, DaxiPoint32f expected, float spacing, cons
                                             static_cast<int32_t>(expected.y + 0.5f), corner)) {
     return false;
   }
-  corner->radius = std::clamp(kProbedRadius * spacing, kMinProbedRadius, kMaxProbedRadius);
+  corner->radius = probedRadius(spacing, kMaxProbedRadius);
   return corner->response >= kProbedResponse * neighbour.response &&
          continuesGrid(*corner, expected, spacing, neighbour) &&
          viewCircle(planes.grey, planes.size.width, planes.size, corner->point, corner->radius, kMinProbedContrast)

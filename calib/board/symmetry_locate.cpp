@@ -32,7 +32,7 @@ constexpr double kLimitMargin = 1.1920929e-7;  // FLT_EPSILON
 // Refinement; lengths by the radius.
 constexpr float kWindowShare = 0.6f;  // half window
 constexpr int32_t kMinHalfWindow = 2, kMaxHalfWindow = 9;
-constexpr float kMaxShift = 0.75f;
+constexpr float kMaxRefinement = 0.75f;
 constexpr int32_t kIterations = 12;
 constexpr float kEpsilon = 1e-4f;  // squared pixels
 
@@ -41,9 +41,8 @@ constexpr float kInnerCircle = 0.6f, kInnerContrast = 0.3f;  // by the radius, a
 constexpr float kStraightCosine = 0.9f;                      // min cosine between their edges
 
 // Probing where a grid expects a corner.
-constexpr float kProbedRadius = 0.45f;                           // by the spacing: within the squares
-constexpr float kMinProbedRadius = 3, kMaxProbedRadius = 14.0f;  // pixels
-constexpr float kProbedContrast = 0.6f;                          // by the minimum contrast
+constexpr float kMaxProbedCircle = 14;   // pixels
+constexpr float kProbedContrast = 0.6f;  // by the minimum contrast
 
 constexpr int32_t kMinTileRows = 16, kMinTileCandidates = 16;
 
@@ -100,7 +99,7 @@ bool isUnmasked(const SymmetryCall& call, int32_t x, int32_t y) {
   return !call.mask || rowAt(call.mask, call.maskStep, y)[x] != 0;
 }
 
-bool isInside(DaxiPoint32f p, DaxiSize size) {
+bool isOnImage(DaxiPoint32f p, DaxiSize size) {
   return p.x >= 0 && p.y >= 0 && p.x <= static_cast<float>(size.width - 1) &&
          p.y <= static_cast<float>(size.height - 1);
 }
@@ -115,7 +114,7 @@ bool refineSymmetric(const uint8_t* image, DaxiSize size, DaxiPoint32f start, fl
                                             &corner.point, kEpsilon, &edges, &isCorner);
   corner.intoDark = edges.intoDark;
   corner.intoLight = edges.intoLight;
-  return isCorner != 0 && isInside(corner.point, size);
+  return isCorner != 0 && isOnImage(corner.point, size);
 }
 
 class SymmetryLocator {
@@ -199,7 +198,7 @@ class SymmetryLocator {
     CheckerboardCorner& corner = candidate.corner;
     if (!refineSymmetric(grey(), call_.size, start, radius, corner)) return;
     const DaxiPoint32f shift = corner.point - start;
-    const float reach = kMaxShift * radius;
+    const float reach = kMaxRefinement * radius;
     corner.response = static_cast<float>(candidate.response);
     corner.radius = radius;
     candidate.accepted = dot(shift, shift) <= reach * reach && edgesAreStraight(corner, radius, contrast);
@@ -241,10 +240,10 @@ SymmetryBuffer::SymmetryBuffer(DaxiSize size)
 bool probeSymmetric(const void* context, DaxiPoint32f expected, float spacing, const CheckerboardCorner& neighbour,
                     CheckerboardCorner* corner) {
   const SymmetryCall& call = *static_cast<const SymmetryCall*>(context);
-  if (!isInside(expected, call.size)) return false;
+  if (!isOnImage(expected, call.size)) return false;
   if (!isUnmasked(call, static_cast<int32_t>(expected.x), static_cast<int32_t>(expected.y))) return false;
   const uint8_t* const grey = SymmetryBuffer(call.size).grey.in(call.buffer);
-  const float radius = std::clamp(kProbedRadius * spacing, kMinProbedRadius, kMaxProbedRadius);
+  const float radius = probedRadius(spacing, kMaxProbedCircle);
   if (!refineSymmetric(grey, call.size, expected, radius, *corner)) return false;
   corner->radius = radius;
   corner->response = neighbour.response;

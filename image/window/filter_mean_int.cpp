@@ -37,7 +37,7 @@ DaxStatus integralSize(DaxiSize size, uint64_t* bytes) {
   return DAX_STS_OK;
 }
 
-DaxStatus bufferSize(DaxiSize size, uint64_t* bytes) {
+DaxStatus meanIntBufferSize(DaxiSize size, uint64_t* bytes) {
   DAX_REQUIRE(bytes, DAX_STS_NULL_POINTER);
   DAX_REQUIRE(atLeast(size, 1), DAX_STS_BAD_PARAM);
   return integralSize(size, bytes);
@@ -59,7 +59,7 @@ DaxStatus meanInt(const T* src, int32_t srcStep, T* dst, int32_t dstStep, DaxiSi
 
 #define DAX_MEAN_INT(SUFFIX, T)                                                                                      \
   DaxStatus DAXI_FilterMeanIntBufferSize_##SUFFIX(DaxiSize size, uint64_t* bytes) {                                  \
-    return dax::bufferSize(size, bytes);                                                                             \
+    return dax::meanIntBufferSize(size, bytes);                                                                      \
   }                                                                                                                  \
   DaxStatus DAXI_FilterMeanInt_##SUFFIX##_C1R(const T* src, int32_t srcStep, T* dst, int32_t dstStep, DaxiSize size, \
                                               DaxiSize mask, void* buffer) {                                         \

@@ -174,7 +174,7 @@ Command addCaliper(CLI::App& app) {
   return {command, [options] { return run(*options); }};
 }
 
-const CommandRegistration registration("caliper", addCaliper);
+const CommandRegistration caliperRegistration("caliper", addCaliper);
 
 }  // namespace
 }  // namespace dax::tool

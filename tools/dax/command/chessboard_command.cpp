@@ -85,7 +85,7 @@ Json toJson(const Result& result) {
   return json;
 }
 
-void writeJson(std::ostream& out, const std::vector<Result>& results) {
+void writeBoardsJson(std::ostream& out, const std::vector<Result>& results) {
   Json json{{"images", Json::array()}};
   for (const Result& result : results) json["images"].push_back(toJson(result));
   out << json.dump(2) << '\n';
@@ -95,7 +95,7 @@ std::string place(DaxiPoint32f p) {
   return fixed(static_cast<double>(p.x), 2) + ", " + fixed(static_cast<double>(p.y), 2);
 }
 
-void writeTable(std::ostream& out, const std::vector<Result>& results) {
+void writeBoardsTable(std::ostream& out, const std::vector<Result>& results) {
   std::vector<Fields> lines{{"image", "size", "board", "detector", "first corner", "last corner"}};
   size_t found = 0;
   for (const Result& result : results) {
@@ -127,7 +127,7 @@ ExitStatus run(const ChessboardOptions& options) {
       progress.advance();
     }
   }
-  (options.json ? writeJson : writeTable)(std::cout, results);
+  (options.json ? writeBoardsJson : writeBoardsTable)(std::cout, results);
   finishOutput();
   for (const Result& result : results) {
     if (result.failure) report(*result.failure);
@@ -167,7 +167,7 @@ Command addChessboard(CLI::App& app) {
   return {command, [options] { return run(*options); }};
 }
 
-const CommandRegistration registration("chessboard", addChessboard);
+const CommandRegistration chessboardRegistration("chessboard", addChessboard);
 
 }  // namespace
 }  // namespace dax::tool

@@ -243,7 +243,7 @@ Command addCloud(CLI::App& app) {
           }};
 }
 
-const CommandRegistration registration("cloud", addCloud);
+const CommandRegistration cloudRegistration("cloud", addCloud);
 
 }  // namespace
 }  // namespace dax::tool

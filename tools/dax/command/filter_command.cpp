@@ -130,7 +130,7 @@ Command addFilter(CLI::App& app) {
   return {command, [options] { return run(*options); }};
 }
 
-const CommandRegistration registration("filter", addFilter);
+const CommandRegistration filterRegistration("filter", addFilter);
 
 }  // namespace
 }  // namespace dax::tool

@@ -15,6 +15,8 @@
 namespace dax::tool {
 namespace {
 
+using Json = nlohmann::ordered_json;
+
 namespace fs = std::filesystem;
 
 struct FitOptions {
@@ -67,7 +69,7 @@ struct Request {
   }
 };
 
-void writeTable(std::ostream& out, const CurveModel& model, const CurveFit& fit) {
+void writeFitTable(std::ostream& out, const CurveModel& model, const CurveFit& fit) {
   const size_t points = fit.residuals.size(), n = model.count();
   out << model.name << ": " << model.formula << "\n\n";
   char line[128];
@@ -86,8 +88,7 @@ void writeTable(std::ostream& out, const CurveModel& model, const CurveFit& fit)
   out << '\n';
 }
 
-void writeJson(std::ostream& out, const CurveModel& model, const CurveFit& fit) {
-  using Json = nlohmann::ordered_json;
+void writeFitJson(std::ostream& out, const CurveModel& model, const CurveFit& fit) {
   Json json{{"model", model.name}, {"formula", model.formula}, {"parameters", Json::array()}};
   for (size_t i = 0; i < model.count(); ++i) {
     json["parameters"].push_back(
@@ -119,7 +120,7 @@ ExitStatus run(const FitOptions& options) {
     const std::string name = fs::path(options.input).filename().string();
     writeFile(options.plot, drawFit(*request.model, points, fit, name + ", " + request.model->formula));
   }
-  (options.json ? writeJson : writeTable)(std::cout, *request.model, fit);
+  (options.json ? writeFitJson : writeFitTable)(std::cout, *request.model, fit);
   finishOutput();
   return ExitStatus::kOk;
 }
@@ -162,7 +163,7 @@ Command addFit(CLI::App& app) {
   return {command, [options] { return run(*options); }};
 }
 
-const CommandRegistration registration("fit", addFit);
+const CommandRegistration fitRegistration("fit", addFit);
 
 }  // namespace
 }  // namespace dax::tool

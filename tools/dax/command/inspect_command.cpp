@@ -148,7 +148,7 @@ Command addInspect(CLI::App& app) {
   return {inspect, [commandLine] { return run(commandLine->finish()); }};
 }
 
-const CommandRegistration registration("inspect", addInspect);
+const CommandRegistration inspectRegistration("inspect", addInspect);
 
 }  // namespace
 }  // namespace dax::tool

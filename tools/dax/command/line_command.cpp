@@ -168,7 +168,7 @@ Command addLine(CLI::App& app) {
   return {command, [options] { return run(*options); }};
 }
 
-const CommandRegistration registration("line", addLine);
+const CommandRegistration lineRegistration("line", addLine);
 
 }  // namespace
 }  // namespace dax::tool

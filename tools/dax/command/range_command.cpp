@@ -163,10 +163,10 @@ ExitStatus scene(const RangeOptions& options) {
   return ExitStatus::kOk;
 }
 
-using Step = ExitStatus (*)(const RangeOptions&);
-using Steps = std::vector<std::pair<CLI::App*, Step>>;
+using RangeStep = ExitStatus (*)(const RangeOptions&);
+using RangeSteps = std::vector<std::pair<CLI::App*, RangeStep>>;
 
-CLI::App* addStep(CLI::App& range, Steps& steps, Step step, const char* name, const char* help) {
+CLI::App* addStep(CLI::App& range, RangeSteps& steps, RangeStep step, const char* name, const char* help) {
   CLI::App* const app = range.add_subcommand(name, help);
   app->footer(kExitStatusHelp);
   steps.emplace_back(app, step);
@@ -181,7 +181,7 @@ void addOutput(CLI::App& app, RangeOptions& options, const char* help) {
   app.add_option("OUT", options.output, help)->required()->type_name("");
 }
 
-void addConvert(CLI::App& range, Steps& steps, RangeOptions& options) {
+void addConvert(CLI::App& range, RangeSteps& steps, RangeOptions& options) {
   CLI::App& app = *addStep(range, steps, convert, "convert", "Convert to and from 16-bit pictures and point clouds");
   addInput(app, options, "range file, 16-bit picture (.png, .tif) or cloud (.ply, .pcd)");
   addOutput(app, options, "picture or cloud, by its name; any other name: range file");
@@ -202,7 +202,7 @@ void addConvert(CLI::App& range, Steps& steps, RangeOptions& options) {
       std::string(kExitStatusHelp));
 }
 
-void addSteps(CLI::App& range, Steps& steps, RangeOptions& options) {
+void addSteps(CLI::App& range, RangeSteps& steps, RangeOptions& options) {
   CLI::App* app = addStep(range, steps, info, "info", "Tell what a range file holds");
   addInput(*app, options, "range file");
   app->add_flag("--json", options.json, "as JSON");
@@ -232,7 +232,7 @@ void addSteps(CLI::App& range, Steps& steps, RangeOptions& options) {
 Command addRange(CLI::App& app) {
   CLI::App* const range = app.add_subcommand("range", "Look at range images, and convert them");
   auto options = std::make_shared<RangeOptions>();
-  auto steps = std::make_shared<Steps>();
+  auto steps = std::make_shared<RangeSteps>();
   range->require_subcommand(1);
   addSteps(*range, *steps, *options);
   range->footer(
@@ -253,7 +253,7 @@ Command addRange(CLI::App& app) {
           }};
 }
 
-const CommandRegistration registration("range", addRange);
+const CommandRegistration rangeRegistration("range", addRange);
 
 }  // namespace
 }  // namespace dax::tool

@@ -61,7 +61,7 @@ Command addRenderScene(CLI::App& app) {
   return {scene, [options] { return run(*options); }};
 }
 
-const CommandRegistration registration("render-scene", addRenderScene);
+const CommandRegistration sceneRegistration("render-scene", addRenderScene);
 
 }  // namespace
 }  // namespace dax::tool

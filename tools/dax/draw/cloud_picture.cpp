@@ -50,8 +50,8 @@ struct Eye {
 };
 
 // Maps eye coordinates to pixels.
-struct Frame {
-  Frame(const std::vector<Vector>& points, DaxiSize size) {
+struct ViewFrame {
+  ViewFrame(const std::vector<Vector>& points, DaxiSize size) {
     Vector low = points.front(), high = points.front();
     for (const Vector& p : points) {
       for (int i = 0; i < 3; ++i) {
@@ -113,7 +113,7 @@ std::string drawCloud(const Cloud& cloud, const View& view) {
   const Eye eye(view);
   std::vector<Vector> seen(cloud.size());
   for (size_t i = 0; i < seen.size(); ++i) seen[i] = eye.see(cloud.points.data() + 3 * i);
-  const Frame frame(seen, view.size);
+  const ViewFrame frame(seen, view.size);
   Painter painter(view.size);
   for (size_t i = 0; i < seen.size(); ++i) {
     painter.disc(frame.x + frame.scale * seen[i][0], frame.y - frame.scale * seen[i][1], seen[i][2], frame.radius,

@@ -11,8 +11,9 @@ namespace dax::tool {
 namespace {
 
 constexpr size_t kMaxPanels = 24, kColumns = 2;
-constexpr double kPanelWidth = 560, kPanelHeight = 300, kLeft = 54, kRight = 12, kTop = 26, kBottom = 24, kGap = 22;
-constexpr double kFontSize = 11;
+constexpr double kPanelWidth = 560, kPanelHeight = 300, kPanelLeft = 54, kPanelRight = 12, kTop = 26, kBottom = 24,
+                 kGap = 22;
+constexpr double kPanelFontSize = 11;
 constexpr Ink kInk{0.20, 0.24, 0.28, 1}, kFrame{0.72, 0.75, 0.78, 1};
 constexpr Ink kProfile{0.12, 0.38, 0.55, 1}, kResponse{0.12, 0.52, 0.29, 1}, kThreshold{0.75, 0.22, 0.17, 1};
 constexpr Ink kEdge{0.84, 0.54, 0.06, 1};
@@ -50,7 +51,7 @@ class Axes {
   void frame(const std::string& title) const {
     cairo_rectangle(c_, left_, top_, width_, height_);
     stroke(kFrame, 1);
-    text(left_ - 6, y(values_.high) + kFontSize, number(values_.high), true);
+    text(left_ - 6, y(values_.high) + kPanelFontSize, number(values_.high), true);
     text(left_ - 6, y(values_.low), number(values_.low), true);
     text(left_ + width_, top_ - 6, title, true);
   }
@@ -80,7 +81,7 @@ class Axes {
 
   void places() const {
     for (const double place : {-n_ / 2, 0.0, n_ / 2 - 1}) {
-      text(x(place) + 8, top_ + height_ + kFontSize + 3, fixed(place, 0), true);
+      text(x(place) + 8, top_ + height_ + kPanelFontSize + 3, fixed(place, 0), true);
     }
   }
 
@@ -121,13 +122,13 @@ std::vector<double> marks(const Caliper& caliper) {
 
 void drawPanel(cairo_t* c, double left, double top, const Caliper& caliper, size_t number, double threshold) {
   setInk(c, kInk);
-  cairo_move_to(c, left + kLeft, top + kTop - 8);
+  cairo_move_to(c, left + kPanelLeft, top + kTop - 8);
   cairo_show_text(c, (std::to_string(number) + "   " + describe(caliper.region)).c_str());
-  const double width = kPanelWidth - kLeft - kRight;
+  const double width = kPanelWidth - kPanelLeft - kPanelRight;
   const double height = (kPanelHeight - kTop - kBottom - kGap) / 2;
   const size_t n = caliper.profile.size();
-  const Axes profile(c, left + kLeft, top + kTop, width, height, n, profileRange(caliper.profile));
-  const Axes response(c, left + kLeft, top + kTop + height + kGap, width, height, n,
+  const Axes profile(c, left + kPanelLeft, top + kTop, width, height, n, profileRange(caliper.profile));
+  const Axes response(c, left + kPanelLeft, top + kTop + height + kGap, width, height, n,
                       rangeOf(caliper.response, threshold));
   for (const double position : marks(caliper)) {
     profile.mark(position);
@@ -155,7 +156,7 @@ std::string plotProfiles(const std::vector<Caliper>& calipers, const CaliperSett
   setInk(c, {1, 1, 1, 1});
   cairo_paint(c);
   cairo_select_font_face(c, "sans-serif", CAIRO_FONT_SLANT_NORMAL, CAIRO_FONT_WEIGHT_NORMAL);
-  cairo_set_font_size(c, kFontSize);
+  cairo_set_font_size(c, kPanelFontSize);
   for (size_t i = 0; i < panels; ++i) {
     const size_t column = i % columns, row = i / columns;
     drawPanel(c, kPanelWidth * static_cast<double>(column), kPanelHeight * static_cast<double>(row), calipers[i], i + 1,

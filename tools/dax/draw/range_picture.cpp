@@ -15,7 +15,7 @@ constexpr Colour kInvalid = {24, 26, 30};
 constexpr int kScaleHeight = 34;
 constexpr int kScaleMargin = 8;
 constexpr int kMinScaleWidth = 120;
-constexpr double kFontSize = 12;
+constexpr double kScaleFontSize = 12;
 
 ColourImage colours(const RangeImage& image, float low, float high) {
   ColourImage picture = makeColourImage(image.size(), kInvalid);
@@ -44,7 +44,7 @@ void drawScale(const Surface& surface, int width, int top, float low, float high
   }
   cairo_set_source_rgb(c, 0.92, 0.93, 0.95);
   cairo_select_font_face(c, "sans-serif", CAIRO_FONT_SLANT_NORMAL, CAIRO_FONT_WEIGHT_NORMAL);
-  cairo_set_font_size(c, kFontSize);
+  cairo_set_font_size(c, kScaleFontSize);
   drawText(c, kScaleMargin, top + kScaleHeight - 6, shortest(low), false);
   drawText(c, width - kScaleMargin, top + kScaleHeight - 6, shortest(high), true);
   require(cairo_status(c));

@@ -4,9 +4,9 @@
 namespace dax::tool {
 namespace {
 
-const FilterRegistration median({"--median5", nullptr, nullptr,
-                                 "median of 5 x 5 pixels: removes larger specks, rounds corners", true,
-                                 [](std::string_view) { return plainFilter("median", DAXI_FilterMedian5x5_8u_C1R); }});
+const FilterRegistration median5x5(
+    {"--median5", nullptr, nullptr, "median of 5 x 5 pixels: removes larger specks, rounds corners", true,
+     [](std::string_view) { return plainFilter("median", DAXI_FilterMedian5x5_8u_C1R); }});
 
 }  // namespace
 }  // namespace dax::tool

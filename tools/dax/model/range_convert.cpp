@@ -16,13 +16,13 @@ constexpr int kMinValue = std::numeric_limits<int16_t>::min();
 // Limits the memory of grids that are much larger than the cloud.
 constexpr double kMaxPixels = 1 << 28;
 
-[[noreturn]] void refuse(const std::string& message) {
+[[noreturn]] void refuseRange(const std::string& message) {
   throw Failure(ExitStatus::kRefused, message);
 }
 
 void requireSides(double width, double height) {
   if (!(width <= double{DAX3D_MAX_SIDE} && height <= double{DAX3D_MAX_SIDE} && width * height <= kMaxPixels)) {
-    refuse("the range image would be larger than 32767 x 32767, or than 268 million pixels");
+    refuseRange("the range image would be larger than 32767 x 32767, or than 268 million pixels");
   }
 }
 
@@ -52,7 +52,7 @@ DaxiSize sizeFor(const Cloud& cloud, const RangeHeader& header) {
     height = std::max(height, steps(point[1], header.scale.y, header.offset.y) + 1);
   }
   requireSides(width, height);
-  if (width < 1 || height < 1) refuse("no point falls into the range image");
+  if (width < 1 || height < 1) refuseRange("no point falls into the range image");
   return {static_cast<int32_t>(width), static_cast<int32_t>(height)};
 }
 
@@ -61,14 +61,15 @@ DaxiSize sizeFor(const Cloud& cloud, const RangeHeader& header) {
 RangeImage fromPicture(const Grey16Image& picture, const GreyImage* mask, int bias, const RangeHeader& header) {
   requireSides(picture.size.width, picture.size.height);
   if (mask && (mask->size.width != picture.size.width || mask->size.height != picture.size.height)) {
-    refuse("picture and mask differ in size");
+    refuseRange("picture and mask differ in size");
   }
   RangeImage image = RangeImage::make(picture.size, header.scale, header.offset);
   for (size_t i = 0; i < picture.pixels.size(); ++i) {
     if (mask ? mask->pixels[i] == 0 : picture.pixels[i] == 0) continue;
     const int value = picture.pixels[i] - bias;
     if (value < kMinValue || value > kMaxValue) {
-      refuse("a grey value less the bias is outside -32768..32767: --bias " + std::to_string(1 << 15) + " holds all");
+      refuseRange("a grey value less the bias is outside -32768..32767: --bias " + std::to_string(1 << 15) +
+                  " holds all");
     }
     image.values()[i] = static_cast<int16_t>(value);
     image.mask()[i] = 255;
@@ -82,7 +83,7 @@ Grey16Image toPicture(const RangeImage& image, int bias) {
     if (!image.valid(i)) continue;
     const int grey = image.values()[i] + bias;
     if (grey < 0 || grey > 0xFFFF) {
-      refuse("a value plus the bias is outside 0..65535: --bias " + std::to_string(1 << 15) + " holds all");
+      refuseRange("a value plus the bias is outside 0..65535: --bias " + std::to_string(1 << 15) + " holds all");
     }
     picture.pixels[i] = static_cast<uint16_t>(grey);
   }
@@ -111,7 +112,7 @@ RangeImage fromCloud(const Cloud& cloud, const std::optional<RangeHeader>& given
     image.mask()[pixel] = 255;
     ++seen;
   }
-  if (seen == 0) refuse("no point falls into the range image");
+  if (seen == 0) refuseRange("no point falls into the range image");
   return image;
 }
 

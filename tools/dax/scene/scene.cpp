@@ -10,7 +10,7 @@
 namespace dax::tool {
 namespace {
 
-constexpr int kCell = 150;      // pixels; one part a cell
+constexpr int kPartCell = 150;  // pixels; one part a cell
 constexpr int kSamples = 8;     // per pixel side
 constexpr int kMinLevel = 165;  // of parts
 constexpr int kMaxLevel = 215;
@@ -31,7 +31,7 @@ Placed place(Random& random, const Shape& shape, double x, double y) {
   return {shape, x, y, 2 * t / norm, (1 - t * t) / norm, random.integer(kMinLevel, kMaxLevel)};
 }
 
-Shape randomShape(Random& random) {
+Shape randomPartShape(Random& random) {
   const auto kind = static_cast<ShapeKind>(random.integer(0, kShapeKinds - 1));
   switch (kind) {
     case ShapeKind::kDisc:
@@ -135,8 +135,8 @@ Scene renderScene(DaxiSize size, uint64_t seed) {
   Scene scene;
   scene.truth.width = size.width;
   scene.truth.height = size.height;
-  const int columns = size.width / kCell;
-  const int rows = size.height / kCell;
+  const int columns = size.width / kPartCell;
+  const int rows = size.height / kPartCell;
   // Left or upper end of a cell along one side.
   const auto start = [](int cell, int side, int cells) { return double(side) * cell / cells; };
   for (int cell = 0; cell < columns * rows; ++cell) {
@@ -144,7 +144,7 @@ Scene renderScene(DaxiSize size, uint64_t seed) {
     const double top = start(cell / columns, size.height, rows);
     const double x = left + 0.5 * size.width / columns - 0.5 + random.real(-14, 14);
     const double y = top + 0.5 * size.height / rows - 0.5 + random.real(-14, 14);
-    const Placed part = place(random, randomShape(random), x, y);
+    const Placed part = place(random, randomPartShape(random), x, y);
     canvas.draw(part);
     scene.truth.parts.push_back(truthOf(part));
     // Dust lies in the corner of the cell, where no part reaches.
