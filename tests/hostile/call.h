@@ -55,6 +55,7 @@ struct Spoil {
   size_t argument;
   uint32_t field = 0;
   bool done = false;
+  bool atLimit = false;  // a number at its limit, with which nothing is wrong
 };
 
 class Call {
@@ -269,7 +270,7 @@ class Call {
   Arena& arena_;
   uint64_t seed_;
   std::optional<std::vector<Spoil>> planned_;
-  std::vector<bool> isSet_, spoiled_;
+  std::vector<bool> isSet_, spoiled_, atLimit_;
   std::vector<uint32_t> waysDrawn_;
   std::string_view notRead_;
 };

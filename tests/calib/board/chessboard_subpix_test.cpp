@@ -8,7 +8,6 @@
 #include "daxi/chessboard_subpix.h"
 #include "image/gradient/sobel.h"
 #include "tests/calib/board/board_image.h"
-#include "tests/support/check_order.h"
 
 namespace dax::test {
 namespace {
@@ -177,53 +176,6 @@ TEST(Edges, DirectionsAndPolarityAroundACorner) {
     EXPECT_LT(cross(edges.intoDark, angle), 0.06) << i;
     EXPECT_LT(cross(edges.intoLight, angle + between), 0.06) << i;
   }
-}
-
-struct Arguments {
-  const uint8_t* src;
-  int32_t step;
-  DaxiSize size;
-  const DaxiPoint32f* corners;
-  int32_t count;
-  DaxiSize half;
-  int32_t maxIter;
-  DaxiPoint32f* refined;
-  float epsilon;
-};
-
-TEST(GetSubpixChecks, OrderAndCodes) {
-  const Image image = saddle({70, 64}, 30, 30, 0, 1.5);
-  const DaxiPoint32f start{30.5f, 29.5f}, before{-7, -7};
-  DaxiPoint32f refined = before;
-  const std::vector<CheckClause<Arguments>> clauses = {
-      {"image null", DAX_STS_NULL_POINTER, [](Arguments& a) { a.src = nullptr; }},
-      {"corners null", DAX_STS_NULL_POINTER, [](Arguments& a) { a.corners = nullptr; }},
-      {"output null", DAX_STS_NULL_POINTER, [](Arguments& a) { a.refined = nullptr; }},
-      {"width", DAX_STS_BAD_SIZE, [](Arguments& a) { a.size.width = 63; }},
-      {"height", DAX_STS_BAD_SIZE, [](Arguments& a) { a.size.height = 63; }},
-      {"step", DAX_STS_BAD_STEP, [](Arguments& a) { a.step = 63; }},
-      {"half window", DAX_STS_BAD_PARAM, [](Arguments& a) { a.half.width = 1; }},
-      {"half window high", DAX_STS_BAD_PARAM, [](Arguments& a) { a.half.height = 51; }},
-      {"count", DAX_STS_BAD_PARAM, [](Arguments& a) { a.count = 0; }},
-      {"epsilon", DAX_STS_BAD_PARAM, [](Arguments& a) { a.epsilon = 0; }},
-      {"epsilon NaN", DAX_STS_BAD_PARAM, [](Arguments& a) { a.epsilon = std::numeric_limits<float>::quiet_NaN(); }},
-      {"iterations", DAX_STS_BAD_PARAM, [](Arguments& a) { a.maxIter = 0; }},
-  };
-  for (const Refine form : kForms) {
-    refined = before;
-    expectCheckOrder<Arguments>(
-        {image.data(), image.step(), image.size(), &start, 1, {5, 5}, 3, &refined, 0.01f}, clauses,
-        [&](const Arguments& a) {
-          return form(a.src, a.step, a.size, a.corners, a.count, a.half, a.maxIter, a.refined, a.epsilon);
-        },
-        [&] { return sameBits(refined, before); });
-  }
-  uint64_t bytes = 0;
-  EXPECT_EQ(DAXI_ChessboardCornerGetSubpixBufferSize_8u({5, 5}, nullptr), DAX_STS_NULL_POINTER);
-  EXPECT_EQ(DAXI_ChessboardCornerGetSubpixBufferSize_8u({1, 5}, &bytes), DAX_STS_BAD_PARAM);
-  // n = 225: 11 * 1024 + 2 * 256.
-  EXPECT_EQ(DAXI_ChessboardCornerGetSubpixBufferSize_8u({5, 5}, &bytes), DAX_STS_OK);
-  EXPECT_EQ(bytes, 11776u);
 }
 
 }  // namespace
