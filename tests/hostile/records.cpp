@@ -89,14 +89,23 @@ std::vector<Spot> spotsOf(const Function& function, size_t argument) {
   return spots;
 }
 
-// Whether a check names the field of an input, and no condition.
+// Whether a check names the field before it states any condition: "count < 1, and with a mask step < width".
+bool isCheckedAlways(const Check& check, const char* field) {
+  constexpr const char* kConditions[] = {"with", "when", "where", "if", "unless", "for"};
+  for (std::string_view rest = check.clause; !rest.empty();) {
+    const std::string_view piece = rest.substr(0, rest.find(", "));
+    const auto isIn = [&](const char* word) { return hasWord(piece, word); };
+    if (std::any_of(std::begin(kConditions), std::end(kConditions), isIn)) return false;
+    if (isIn(field)) return true;
+    rest.remove_prefix(std::min(piece.size() + 2, rest.size()));
+  }
+  return false;
+}
+
 bool isCheckedAlways(const Function& function, const Spot& spot) {
   const std::vector<Check>& checks = findContract(function.name)->checks;
-  return std::any_of(checks.begin(), checks.end(), [&](const Check& check) {
-    const auto isIn = [&](const char* word) { return hasWord(check.clause, word); };
-    return hasWord(check.clause, spot.path.back()) && !isIn("with") && !isIn("when") && !isIn("where") && !isIn("if") &&
-           !isIn("unless") && !isIn("for");
-  });
+  return std::any_of(checks.begin(), checks.end(),
+                     [&](const Check& check) { return isCheckedAlways(check, spot.field->name); });
 }
 
 bool isInput(const Type& type) {

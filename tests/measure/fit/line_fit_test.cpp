@@ -102,6 +102,23 @@ TEST(LineFit, FollowsTheDefinition) {
   }
 }
 
+// Scattered points, of which another few pairs have another best line.
+TEST(LineFit, FollowsTheFixedSequence) {
+  for (const int n : {201, 300, 4500}) {
+    for (uint64_t seed = 0; seed < 4; ++seed) {
+      Noise noise(seed);
+      Points points;
+      for (int i = 0; i < n; ++i) {
+        points.push_back({static_cast<float>(noise.uniform(0, 900)), static_cast<float>(noise.uniform(0, 900))});
+      }
+      LineFitCfg cfg = config(3, 1, 0, 20);
+      cfg.maxIterations = 1;
+      SCOPED_TRACE(testing::Message() << n << " points, seed " << seed);
+      compareWithOracle(points, cfg);
+    }
+  }
+}
+
 TEST(LineFit, ExactLinesAtAllAngles) {
   for (const double far : {0.0, 1e5}) {
     for (int degrees = 0; degrees < 360; ++degrees) {
@@ -175,6 +192,8 @@ TEST(LineFit, CutsAtTheWorst) {
   // As few points, and as many rejected, as there may be.
   EXPECT_LT(fit(Points{{1, 1}, {4, 5}}, config(2, 3, 0)).rms, 1e-6);
   EXPECT_EQ(fit(Points{{0, 0}, {10, 0}, {5, 2}}, config(2, 1, 1)).status, DAX_STS_OK);
+  EXPECT_EQ(fit(Points{{0, 0}, {10, 0}, {5, 2}}, config(2, 1, 2)).status, DAX_STS_BAD_PARAM);
+  EXPECT_EQ(fit(Points{{5, 5}, {5, 5}, {5, 5}}, config(2, 1, 1)).status, DAX_STS_BAD_PARAM);
   const Fit pair = fit(rowWith(2, {40, 90, 170}), config(2, 1, 3, 1));
   ASSERT_EQ(pair.status, DAX_STS_OK);
   EXPECT_EQ(std::count(pair.inliers.begin(), pair.inliers.end(), 1), 2);
@@ -202,6 +221,12 @@ TEST(LineFit, KeepsTheAngle) {
   EXPECT_EQ(fit(points, cfg).status, DAX_STS_LEAST_SQUARES);
   cfg.angleTolerance = 3.1415927f;
   EXPECT_EQ(fit(points, cfg).status, DAX_STS_OK);
+  // A slanted line, and its mirror image.
+  const Points slanted = pointsOnLine(40, 0.5, 0.1, 0, 1);
+  for (const float expected : {0.5f, -0.5f}) {
+    cfg.expectedAngle = expected, cfg.angleTolerance = 0.1f;
+    EXPECT_EQ(fit(slanted, cfg).status, expected > 0 ? DAX_STS_OK : DAX_STS_LEAST_SQUARES);
+  }
   // No tolerance at all, along the axes.
   cfg.angleTolerance = 0;
   for (const float expected : {0.0f, 1.5707964f}) {

@@ -158,29 +158,5 @@ TEST(Cholesky, Pivots) {
   }
 }
 
-TEST(LeastSquaresSolver, FindsTheBestSolutionAndRefusesDependentColumns) {
-  const int32_t m = 9, n = 4;
-  std::vector<double> a(m * n), b(m), x(n), scratch(n);
-  std::vector<int32_t> pivots(n);
-  Random random(3);
-  for (double& value : a) value = random.below(201) - 100;
-  for (double& value : b) value = random.below(201) - 100;
-  std::vector<double> keptA = a, keptB = b;
-  ASSERT_EQ(PRM_EQUA_LSM_Process_64f(a.data(), m, n, b.data(), x.data(), scratch.data(), pivots.data()), 1);
-  // The rest is orthogonal to every column.
-  for (int32_t j = 0; j < n; ++j) {
-    double product = 0;
-    for (int32_t i = 0; i < m; ++i) {
-      double rest = -keptB[static_cast<size_t>(i)];
-      for (int32_t k = 0; k < n; ++k) rest += keptA[static_cast<size_t>(i + k * m)] * x[static_cast<size_t>(k)];
-      product += rest * keptA[static_cast<size_t>(i + j * m)];
-    }
-    EXPECT_NEAR(product, 0, 1e-9);
-  }
-  a = keptA, b = keptB;
-  std::fill_n(a.begin() + m, m, 0.0);
-  EXPECT_EQ(PRM_EQUA_LSM_Process_64f(a.data(), m, n, b.data(), x.data(), scratch.data(), pivots.data()), 0);
-}
-
 }  // namespace
 }  // namespace dax::test
