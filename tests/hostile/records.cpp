@@ -91,9 +91,9 @@ std::vector<Spot> spotsOf(const Function& function, size_t argument) {
 
 // Whether a check names the field before it states any condition: "count < 1, and with a mask step < width".
 bool isCheckedAlways(const Check& check, const char* field) {
-  constexpr const char* kConditions[] = {"with", "when", "where", "if", "unless", "for"};
+  constexpr const char* kConditions[] = {"with", "when", "where", "if", "unless", "for", "each"};
   for (std::string_view rest = check.clause; !rest.empty();) {
-    const std::string_view piece = rest.substr(0, rest.find(", "));
+    const std::string_view piece = rest.substr(0, std::min(rest.find(", "), rest.find("; ")));
     const auto isIn = [&](const char* word) { return hasWord(piece, word); };
     if (std::any_of(std::begin(kConditions), std::end(kConditions), isIn)) return false;
     if (isIn(field)) return true;

@@ -135,23 +135,6 @@ TEST(Checkerboards, MaskLeavesTheOtherBoard) {
   EXPECT_EQ(grid.columns, 0);
 }
 
-TEST(Checkerboards, AnyPoolGivesTheSameBits) {
-  const TwoBoards two;
-  const FoundBoards alone = findBySymmetry(two.image);
-  for (const auto order : {MockPool::Order::backward, MockPool::Order::shuffled}) {
-    for (const uint32_t threads : {1u, 3u, 8u}) {
-      MockPool pool;
-      pool.order = order;
-      pool.threads = threads;
-      pool.concurrent = threads == 3;
-      const FoundBoards found = findBySymmetry(two.image, kSymmetry, 8, Guard::after, &pool);
-      EXPECT_EQ(pool.calls > 0, threads > 1);
-      ASSERT_EQ(found.corners.size(), alone.corners.size());
-      EXPECT_EQ(std::memcmp(found.corners.data(), alone.corners.data(), alone.corners.size() * 32), 0);
-    }
-  }
-}
-
 TEST(Checkerboards, FailureOfThePool) {
   const TwoBoards two;
   MockPool pool;

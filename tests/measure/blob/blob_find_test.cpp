@@ -184,7 +184,6 @@ TEST(BlobModels, SameListsAsInCallersMemory) {
   }
   EXPECT_EQ(DAXI_BlobFindV3DestroyModel_8u(&kept), DAX_STS_OK);
   EXPECT_EQ(DAXI_BlobFindV3DestroyModel_8u(&kept), DAX_STS_OK);
-  EXPECT_EQ(DAXI_BlobFindV3DestroyModel_8u(nullptr), DAX_STS_NULL_POINTER);
 }
 
 TEST(BlobFind, ListAccess) {

@@ -89,6 +89,9 @@ TEST(Msp, OperationsOnRandomMatrices) {
       }
     }
     EXPECT_EQ(product.dense(), dp);
+    Matrix exact(m, n, product.count());
+    ASSERT_EQ(PRMT_MSP_Mul_f64(a, b, exact, buffer.data()), 0);
+    EXPECT_EQ(exact.dense(), dp);
     EXPECT_EQ(sum.dense(), ds);
     EXPECT_EQ(turned.dense(), dt);
     ASSERT_EQ(PRMT_MSP_MulVec_f64(a, ones.data(), got.data()), 0);
@@ -125,7 +128,7 @@ TEST(Msp, BlocksMixWithElements) {
 }
 
 TEST(Msp, PatternsStayWhileValuesChange) {
-  Matrix matrix(4, 3, 8);
+  Matrix matrix(4, 3, 6);
   const int32_t rows[] = {3, 0, 2, 3, 0, 1}, cols[] = {0, 0, 2, 0, 2, 2};
   ASSERT_EQ(PRMT_MSP_SetPattern_f64(matrix, 6, rows, cols), 0);
   EXPECT_EQ(matrix.count(), 5);
