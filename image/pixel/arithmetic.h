@@ -24,6 +24,8 @@ template <class Op, class T>
 void constantRows(const T* src, int32_t srcStep, T* dst, int32_t dstStep, DaxiSize elements, const T* pattern,
                   int32_t scaleFactor, int32_t isa);
 
+inline constexpr int32_t kNoScaleFactor = 0;  // of floats
+
 // Constants lie in a pattern of so many elements, a multiple of three and of every vector.
 constexpr int32_t kPatternLength = 48;
 

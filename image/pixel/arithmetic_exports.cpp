@@ -60,20 +60,20 @@ DaxStatus DAXI_AddC_16s_C3IRSfs(int16_t* srcDst, int32_t step, DaxiSize size, co
 
 DaxStatus DAXI_AddC_32f_C1R(const float* src, int32_t srcStep, float* dst, int32_t dstStep, DaxiSize size,
                             float value) {
-  return dax::withConstant<dax::AddOp, float, 1>(src, srcStep, dst, dstStep, size, &value, 0);
+  return dax::withConstant<dax::AddOp, float, 1>(src, srcStep, dst, dstStep, size, &value, dax::kNoScaleFactor);
 }
 
 DaxStatus DAXI_AddC_32f_C3R(const float* src, int32_t srcStep, float* dst, int32_t dstStep, DaxiSize size,
                             const float value[3]) {
-  return dax::withConstant<dax::AddOp, float, 3>(src, srcStep, dst, dstStep, size, value, 0);
+  return dax::withConstant<dax::AddOp, float, 3>(src, srcStep, dst, dstStep, size, value, dax::kNoScaleFactor);
 }
 
 DaxStatus DAXI_AddC_32f_C1IR(float* srcDst, int32_t step, DaxiSize size, float value) {
-  return dax::withConstant<dax::AddOp, float, 1>(srcDst, step, srcDst, step, size, &value, 0);
+  return dax::withConstant<dax::AddOp, float, 1>(srcDst, step, srcDst, step, size, &value, dax::kNoScaleFactor);
 }
 
 DaxStatus DAXI_AddC_32f_C3IR(float* srcDst, int32_t step, DaxiSize size, const float value[3]) {
-  return dax::withConstant<dax::AddOp, float, 3>(srcDst, step, srcDst, step, size, value, 0);
+  return dax::withConstant<dax::AddOp, float, 3>(srcDst, step, srcDst, step, size, value, dax::kNoScaleFactor);
 }
 
 DaxStatus DAXI_SubC_8u_C1RSfs(const uint8_t* src, int32_t srcStep, uint8_t* dst, int32_t dstStep, DaxiSize size,
@@ -135,20 +135,20 @@ DaxStatus DAXI_SubC_16s_C3IRSfs(int16_t* srcDst, int32_t step, DaxiSize size, co
 
 DaxStatus DAXI_SubC_32f_C1R(const float* src, int32_t srcStep, float* dst, int32_t dstStep, DaxiSize size,
                             float value) {
-  return dax::withConstant<dax::SubOp, float, 1>(src, srcStep, dst, dstStep, size, &value, 0);
+  return dax::withConstant<dax::SubOp, float, 1>(src, srcStep, dst, dstStep, size, &value, dax::kNoScaleFactor);
 }
 
 DaxStatus DAXI_SubC_32f_C3R(const float* src, int32_t srcStep, float* dst, int32_t dstStep, DaxiSize size,
                             const float value[3]) {
-  return dax::withConstant<dax::SubOp, float, 3>(src, srcStep, dst, dstStep, size, value, 0);
+  return dax::withConstant<dax::SubOp, float, 3>(src, srcStep, dst, dstStep, size, value, dax::kNoScaleFactor);
 }
 
 DaxStatus DAXI_SubC_32f_C1IR(float* srcDst, int32_t step, DaxiSize size, float value) {
-  return dax::withConstant<dax::SubOp, float, 1>(srcDst, step, srcDst, step, size, &value, 0);
+  return dax::withConstant<dax::SubOp, float, 1>(srcDst, step, srcDst, step, size, &value, dax::kNoScaleFactor);
 }
 
 DaxStatus DAXI_SubC_32f_C3IR(float* srcDst, int32_t step, DaxiSize size, const float value[3]) {
-  return dax::withConstant<dax::SubOp, float, 3>(srcDst, step, srcDst, step, size, value, 0);
+  return dax::withConstant<dax::SubOp, float, 3>(srcDst, step, srcDst, step, size, value, dax::kNoScaleFactor);
 }
 
 DaxStatus DAXI_MulC_8u_C1RSfs(const uint8_t* src, int32_t srcStep, uint8_t* dst, int32_t dstStep, DaxiSize size,
@@ -210,20 +210,20 @@ DaxStatus DAXI_MulC_16s_C3IRSfs(int16_t* srcDst, int32_t step, DaxiSize size, co
 
 DaxStatus DAXI_MulC_32f_C1R(const float* src, int32_t srcStep, float* dst, int32_t dstStep, DaxiSize size,
                             float value) {
-  return dax::withConstant<dax::MulOp, float, 1>(src, srcStep, dst, dstStep, size, &value, 0);
+  return dax::withConstant<dax::MulOp, float, 1>(src, srcStep, dst, dstStep, size, &value, dax::kNoScaleFactor);
 }
 
 DaxStatus DAXI_MulC_32f_C3R(const float* src, int32_t srcStep, float* dst, int32_t dstStep, DaxiSize size,
                             const float value[3]) {
-  return dax::withConstant<dax::MulOp, float, 3>(src, srcStep, dst, dstStep, size, value, 0);
+  return dax::withConstant<dax::MulOp, float, 3>(src, srcStep, dst, dstStep, size, value, dax::kNoScaleFactor);
 }
 
 DaxStatus DAXI_MulC_32f_C1IR(float* srcDst, int32_t step, DaxiSize size, float value) {
-  return dax::withConstant<dax::MulOp, float, 1>(srcDst, step, srcDst, step, size, &value, 0);
+  return dax::withConstant<dax::MulOp, float, 1>(srcDst, step, srcDst, step, size, &value, dax::kNoScaleFactor);
 }
 
 DaxStatus DAXI_MulC_32f_C3IR(float* srcDst, int32_t step, DaxiSize size, const float value[3]) {
-  return dax::withConstant<dax::MulOp, float, 3>(srcDst, step, srcDst, step, size, value, 0);
+  return dax::withConstant<dax::MulOp, float, 3>(srcDst, step, srcDst, step, size, value, dax::kNoScaleFactor);
 }
 
 DaxStatus DAXI_AbsDiffC_8u_C1RSfs(const uint8_t* src, int32_t srcStep, uint8_t* dst, int32_t dstStep, DaxiSize size,
@@ -286,18 +286,18 @@ DaxStatus DAXI_AbsDiffC_16s_C3IRSfs(int16_t* srcDst, int32_t step, DaxiSize size
 
 DaxStatus DAXI_AbsDiffC_32f_C1R(const float* src, int32_t srcStep, float* dst, int32_t dstStep, DaxiSize size,
                                 float value) {
-  return dax::withConstant<dax::AbsDiffOp, float, 1>(src, srcStep, dst, dstStep, size, &value, 0);
+  return dax::withConstant<dax::AbsDiffOp, float, 1>(src, srcStep, dst, dstStep, size, &value, dax::kNoScaleFactor);
 }
 
 DaxStatus DAXI_AbsDiffC_32f_C3R(const float* src, int32_t srcStep, float* dst, int32_t dstStep, DaxiSize size,
                                 const float value[3]) {
-  return dax::withConstant<dax::AbsDiffOp, float, 3>(src, srcStep, dst, dstStep, size, value, 0);
+  return dax::withConstant<dax::AbsDiffOp, float, 3>(src, srcStep, dst, dstStep, size, value, dax::kNoScaleFactor);
 }
 
 DaxStatus DAXI_AbsDiffC_32f_C1IR(float* srcDst, int32_t step, DaxiSize size, float value) {
-  return dax::withConstant<dax::AbsDiffOp, float, 1>(srcDst, step, srcDst, step, size, &value, 0);
+  return dax::withConstant<dax::AbsDiffOp, float, 1>(srcDst, step, srcDst, step, size, &value, dax::kNoScaleFactor);
 }
 
 DaxStatus DAXI_AbsDiffC_32f_C3IR(float* srcDst, int32_t step, DaxiSize size, const float value[3]) {
-  return dax::withConstant<dax::AbsDiffOp, float, 3>(srcDst, step, srcDst, step, size, value, 0);
+  return dax::withConstant<dax::AbsDiffOp, float, 3>(srcDst, step, srcDst, step, size, value, dax::kNoScaleFactor);
 }

@@ -214,6 +214,7 @@ class Call {
   std::string description() const;
   // The names of the field that a spoil is about, from the outermost record on.
   std::vector<std::string> path(const Spoil& spoil);
+  bool isRound() const { return planned_.has_value(); }  // about the order of checks
   const std::vector<Spoil>& plannedSpoils() const { return *planned_; }
   // How many fields of an argument's record a spoil can be about.
   static size_t fieldsToSpoil(const Function& function, size_t argument);

@@ -82,7 +82,10 @@ double Call::value(std::string_view name) {
 void Call::completeInteger(size_t i) {
   const auto& [name, type, known] = function.arguments[i];
   const std::string_view view = name;
-  if (view == "isa") return static_cast<void>(anyOf(name, {DAX_ISA_PORTABLE, DAX_ISA_NEON, DAX_ISA_NEON, 1, 99}));
+  if (view == "isa") {
+    if (anyOf(name, {DAX_ISA_PORTABLE, DAX_ISA_NEON, DAX_ISA_NEON, 1, 99}) < 0) forbidden = name;
+    return;
+  }
   if (view == "threads" && has("pool")) return pool();
   if (!known.choices.empty()) {
     const size_t choice = static_cast<size_t>(random.below(static_cast<int32_t>(known.choices.size())));

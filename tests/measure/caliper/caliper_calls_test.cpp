@@ -78,6 +78,24 @@ TEST(CaliperChecks, PairConfiguration) {
   EXPECT_EQ(DAXI_CalipEdgePairDetect_cfg_check(&plain), DAX_STS_OK);
 }
 
+// Arrays of a profile as long as the region, or one shorter.
+TEST(CaliperChecks, CapacityOfProfiles) {
+  Gray image({40, 30});
+  image.randomize(1);
+  std::vector<CaliperEdge> edges(100);
+  std::vector<float> profile(20, 7), response(20, 7);
+  std::vector<double> buffer(8000);
+  const CaliperBox box{20, 15, 20, 10, 0.3f};
+  const CaliperEdgeCfg cfg = edgeConfig();
+  for (const int32_t capacity : {19, 20}) {
+    CaliperEdgeResult result{edges.data(), nullptr, -7};
+    CaliperProfile plot{profile.data(), response.data(), capacity, -7, -7};
+    EXPECT_EQ(DAXI_CalipEdgeDetectV1_8u_C1R(image.data(), 40, image.size(), &box, &cfg, &result, &plot, buffer.data()),
+              capacity < 20 ? DAX_STS_BAD_PARAM : DAX_STS_OK);
+    EXPECT_EQ(plot.length, capacity < 20 ? -7 : 20);
+  }
+}
+
 // What no image can have, by the operation and by its size query.
 TEST(CaliperChecks, ImpossibleRegions) {
   const Gray image({50, 50});
