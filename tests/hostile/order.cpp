@@ -77,11 +77,12 @@ void Order::acceptLimit(uint64_t seed, Spoil spoil) {
   spoil.atLimit = true;
   Fault fault = {spoil, {}, false, 0, {}};
   fault.status = statusOf(seed, {spoil}, &fault).value_or(0);
-  const bool isRefused = std::any_of(contract_->checks.begin(), contract_->checks.end(), [&](const Check& check) {
+  const auto naming = std::count_if(contract_->checks.begin(), contract_->checks.end(), [&](const Check& check) {
     return fault.status != 0 && check.code == fault.status && hasWord(check.clause, fault.path.back()) &&
            !hasWord(check.clause, "null");
   });
-  if (isRefused && complaint_.empty()) {
+  // Where several checks name it, there is more to it than its limit.
+  if (naming == 1 && complaint_.empty()) {
     complaint_ = "returned " + statusText(fault.status) + " with " + text(fault.path) + " at its limit in " + current_;
   }
 }
