@@ -123,5 +123,22 @@ TYPED_TEST(Resize, PartsFlatsAndCopies) {
   ASSERT_TRUE(samePixels(this->run(src, 1, src.size(), {0, 0, 30, 21}, defaults()), src));
 }
 
+// Twice the size: quarters of differences, halves to the even number.
+TEST(ResizeOfBytes, HalvesGoToTheEven) {
+  TestImage<uint8_t> src({2, 2}), dst({4, 4});
+  src.fill([](int32_t x, int32_t) { return 6 * x; });
+  std::vector<uint8_t> buffer(1 << 12);
+  DaxiResizeCfg cfg = defaults();
+  const auto resize = [&] {
+    return DAXI_Resize_8u_C1R(src.data(), 2, {2, 2}, dst.data(), 4, {4, 4}, {0, 0, 4, 4}, &cfg, buffer.data());
+  };
+  ASSERT_EQ(resize(), DAX_STS_OK);
+  for (int32_t y = 0; y < 4; ++y) {
+    EXPECT_EQ(std::vector<int>(dst.row(y), dst.row(y) + 4), (std::vector<int>{0, 2, 4, 6})) << y;
+  }
+  cfg.value = INFINITY;
+  EXPECT_EQ(resize(), DAX_STS_BAD_PARAM);
+}
+
 }  // namespace
 }  // namespace dax::test
