@@ -23,6 +23,8 @@ template <class Op, class T, int kChannels>
 DaxStatus withImage(const T* src1, int32_t step1, const T* src2, int32_t step2, T* dst, int32_t dstStep, DaxiSize size,
                     int32_t scaleFactor);
 
+inline constexpr int32_t kNoScaleFactor = 0;  // of floats
+
 // The second operand of a row: constants that repeat after kPatternLength elements, or another row.
 enum class Operand { pattern, row };
 

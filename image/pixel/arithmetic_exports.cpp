@@ -69,20 +69,22 @@ DaxStatus DAXI_Add_16s_C3IRSfs(const int16_t* src, int32_t srcStep, int16_t* src
 
 DaxStatus DAXI_Add_32f_C1R(const float* src1, int32_t step1, const float* src2, int32_t step2, float* dst,
                            int32_t dstStep, DaxiSize size) {
-  return dax::withImage<dax::AddOp, float, 1>(src1, step1, src2, step2, dst, dstStep, size, 0);
+  return dax::withImage<dax::AddOp, float, 1>(src1, step1, src2, step2, dst, dstStep, size, dax::kNoScaleFactor);
 }
 
 DaxStatus DAXI_Add_32f_C3R(const float* src1, int32_t step1, const float* src2, int32_t step2, float* dst,
                            int32_t dstStep, DaxiSize size) {
-  return dax::withImage<dax::AddOp, float, 3>(src1, step1, src2, step2, dst, dstStep, size, 0);
+  return dax::withImage<dax::AddOp, float, 3>(src1, step1, src2, step2, dst, dstStep, size, dax::kNoScaleFactor);
 }
 
 DaxStatus DAXI_Add_32f_C1IR(const float* src, int32_t srcStep, float* srcDst, int32_t srcDstStep, DaxiSize size) {
-  return dax::withImage<dax::AddOp, float, 1>(srcDst, srcDstStep, src, srcStep, srcDst, srcDstStep, size, 0);
+  return dax::withImage<dax::AddOp, float, 1>(srcDst, srcDstStep, src, srcStep, srcDst, srcDstStep, size,
+                                              dax::kNoScaleFactor);
 }
 
 DaxStatus DAXI_Add_32f_C3IR(const float* src, int32_t srcStep, float* srcDst, int32_t srcDstStep, DaxiSize size) {
-  return dax::withImage<dax::AddOp, float, 3>(srcDst, srcDstStep, src, srcStep, srcDst, srcDstStep, size, 0);
+  return dax::withImage<dax::AddOp, float, 3>(srcDst, srcDstStep, src, srcStep, srcDst, srcDstStep, size,
+                                              dax::kNoScaleFactor);
 }
 
 DaxStatus DAXI_Sub_8u_C1RSfs(const uint8_t* src1, int32_t step1, const uint8_t* src2, int32_t step2, uint8_t* dst,
@@ -153,20 +155,22 @@ DaxStatus DAXI_Sub_16s_C3IRSfs(const int16_t* src, int32_t srcStep, int16_t* src
 
 DaxStatus DAXI_Sub_32f_C1R(const float* src1, int32_t step1, const float* src2, int32_t step2, float* dst,
                            int32_t dstStep, DaxiSize size) {
-  return dax::withImage<dax::SubOp, float, 1>(src1, step1, src2, step2, dst, dstStep, size, 0);
+  return dax::withImage<dax::SubOp, float, 1>(src1, step1, src2, step2, dst, dstStep, size, dax::kNoScaleFactor);
 }
 
 DaxStatus DAXI_Sub_32f_C3R(const float* src1, int32_t step1, const float* src2, int32_t step2, float* dst,
                            int32_t dstStep, DaxiSize size) {
-  return dax::withImage<dax::SubOp, float, 3>(src1, step1, src2, step2, dst, dstStep, size, 0);
+  return dax::withImage<dax::SubOp, float, 3>(src1, step1, src2, step2, dst, dstStep, size, dax::kNoScaleFactor);
 }
 
 DaxStatus DAXI_Sub_32f_C1IR(const float* src, int32_t srcStep, float* srcDst, int32_t srcDstStep, DaxiSize size) {
-  return dax::withImage<dax::SubOp, float, 1>(srcDst, srcDstStep, src, srcStep, srcDst, srcDstStep, size, 0);
+  return dax::withImage<dax::SubOp, float, 1>(srcDst, srcDstStep, src, srcStep, srcDst, srcDstStep, size,
+                                              dax::kNoScaleFactor);
 }
 
 DaxStatus DAXI_Sub_32f_C3IR(const float* src, int32_t srcStep, float* srcDst, int32_t srcDstStep, DaxiSize size) {
-  return dax::withImage<dax::SubOp, float, 3>(srcDst, srcDstStep, src, srcStep, srcDst, srcDstStep, size, 0);
+  return dax::withImage<dax::SubOp, float, 3>(srcDst, srcDstStep, src, srcStep, srcDst, srcDstStep, size,
+                                              dax::kNoScaleFactor);
 }
 
 DaxStatus DAXI_Mul_8u_C1RSfs(const uint8_t* src1, int32_t step1, const uint8_t* src2, int32_t step2, uint8_t* dst,
@@ -237,20 +241,22 @@ DaxStatus DAXI_Mul_16s_C3IRSfs(const int16_t* src, int32_t srcStep, int16_t* src
 
 DaxStatus DAXI_Mul_32f_C1R(const float* src1, int32_t step1, const float* src2, int32_t step2, float* dst,
                            int32_t dstStep, DaxiSize size) {
-  return dax::withImage<dax::MulOp, float, 1>(src1, step1, src2, step2, dst, dstStep, size, 0);
+  return dax::withImage<dax::MulOp, float, 1>(src1, step1, src2, step2, dst, dstStep, size, dax::kNoScaleFactor);
 }
 
 DaxStatus DAXI_Mul_32f_C3R(const float* src1, int32_t step1, const float* src2, int32_t step2, float* dst,
                            int32_t dstStep, DaxiSize size) {
-  return dax::withImage<dax::MulOp, float, 3>(src1, step1, src2, step2, dst, dstStep, size, 0);
+  return dax::withImage<dax::MulOp, float, 3>(src1, step1, src2, step2, dst, dstStep, size, dax::kNoScaleFactor);
 }
 
 DaxStatus DAXI_Mul_32f_C1IR(const float* src, int32_t srcStep, float* srcDst, int32_t srcDstStep, DaxiSize size) {
-  return dax::withImage<dax::MulOp, float, 1>(srcDst, srcDstStep, src, srcStep, srcDst, srcDstStep, size, 0);
+  return dax::withImage<dax::MulOp, float, 1>(srcDst, srcDstStep, src, srcStep, srcDst, srcDstStep, size,
+                                              dax::kNoScaleFactor);
 }
 
 DaxStatus DAXI_Mul_32f_C3IR(const float* src, int32_t srcStep, float* srcDst, int32_t srcDstStep, DaxiSize size) {
-  return dax::withImage<dax::MulOp, float, 3>(srcDst, srcDstStep, src, srcStep, srcDst, srcDstStep, size, 0);
+  return dax::withImage<dax::MulOp, float, 3>(srcDst, srcDstStep, src, srcStep, srcDst, srcDstStep, size,
+                                              dax::kNoScaleFactor);
 }
 
 DaxStatus DAXI_AbsDiff_8u_C1RSfs(const uint8_t* src1, int32_t step1, const uint8_t* src2, int32_t step2, uint8_t* dst,
@@ -321,20 +327,22 @@ DaxStatus DAXI_AbsDiff_16s_C3IRSfs(const int16_t* src, int32_t srcStep, int16_t*
 
 DaxStatus DAXI_AbsDiff_32f_C1R(const float* src1, int32_t step1, const float* src2, int32_t step2, float* dst,
                                int32_t dstStep, DaxiSize size) {
-  return dax::withImage<dax::AbsDiffOp, float, 1>(src1, step1, src2, step2, dst, dstStep, size, 0);
+  return dax::withImage<dax::AbsDiffOp, float, 1>(src1, step1, src2, step2, dst, dstStep, size, dax::kNoScaleFactor);
 }
 
 DaxStatus DAXI_AbsDiff_32f_C3R(const float* src1, int32_t step1, const float* src2, int32_t step2, float* dst,
                                int32_t dstStep, DaxiSize size) {
-  return dax::withImage<dax::AbsDiffOp, float, 3>(src1, step1, src2, step2, dst, dstStep, size, 0);
+  return dax::withImage<dax::AbsDiffOp, float, 3>(src1, step1, src2, step2, dst, dstStep, size, dax::kNoScaleFactor);
 }
 
 DaxStatus DAXI_AbsDiff_32f_C1IR(const float* src, int32_t srcStep, float* srcDst, int32_t srcDstStep, DaxiSize size) {
-  return dax::withImage<dax::AbsDiffOp, float, 1>(srcDst, srcDstStep, src, srcStep, srcDst, srcDstStep, size, 0);
+  return dax::withImage<dax::AbsDiffOp, float, 1>(srcDst, srcDstStep, src, srcStep, srcDst, srcDstStep, size,
+                                                  dax::kNoScaleFactor);
 }
 
 DaxStatus DAXI_AbsDiff_32f_C3IR(const float* src, int32_t srcStep, float* srcDst, int32_t srcDstStep, DaxiSize size) {
-  return dax::withImage<dax::AbsDiffOp, float, 3>(srcDst, srcDstStep, src, srcStep, srcDst, srcDstStep, size, 0);
+  return dax::withImage<dax::AbsDiffOp, float, 3>(srcDst, srcDstStep, src, srcStep, srcDst, srcDstStep, size,
+                                                  dax::kNoScaleFactor);
 }
 
 DaxStatus DAXI_AddC_8u_C1RSfs(const uint8_t* src, int32_t srcStep, uint8_t* dst, int32_t dstStep, DaxiSize size,
@@ -396,20 +404,20 @@ DaxStatus DAXI_AddC_16s_C3IRSfs(int16_t* srcDst, int32_t step, DaxiSize size, co
 
 DaxStatus DAXI_AddC_32f_C1R(const float* src, int32_t srcStep, float* dst, int32_t dstStep, DaxiSize size,
                             float value) {
-  return dax::withConstant<dax::AddOp, float, 1>(src, srcStep, dst, dstStep, size, &value, 0);
+  return dax::withConstant<dax::AddOp, float, 1>(src, srcStep, dst, dstStep, size, &value, dax::kNoScaleFactor);
 }
 
 DaxStatus DAXI_AddC_32f_C3R(const float* src, int32_t srcStep, float* dst, int32_t dstStep, DaxiSize size,
                             const float value[3]) {
-  return dax::withConstant<dax::AddOp, float, 3>(src, srcStep, dst, dstStep, size, value, 0);
+  return dax::withConstant<dax::AddOp, float, 3>(src, srcStep, dst, dstStep, size, value, dax::kNoScaleFactor);
 }
 
 DaxStatus DAXI_AddC_32f_C1IR(float* srcDst, int32_t step, DaxiSize size, float value) {
-  return dax::withConstant<dax::AddOp, float, 1>(srcDst, step, srcDst, step, size, &value, 0);
+  return dax::withConstant<dax::AddOp, float, 1>(srcDst, step, srcDst, step, size, &value, dax::kNoScaleFactor);
 }
 
 DaxStatus DAXI_AddC_32f_C3IR(float* srcDst, int32_t step, DaxiSize size, const float value[3]) {
-  return dax::withConstant<dax::AddOp, float, 3>(srcDst, step, srcDst, step, size, value, 0);
+  return dax::withConstant<dax::AddOp, float, 3>(srcDst, step, srcDst, step, size, value, dax::kNoScaleFactor);
 }
 
 DaxStatus DAXI_SubC_8u_C1RSfs(const uint8_t* src, int32_t srcStep, uint8_t* dst, int32_t dstStep, DaxiSize size,
@@ -471,20 +479,20 @@ DaxStatus DAXI_SubC_16s_C3IRSfs(int16_t* srcDst, int32_t step, DaxiSize size, co
 
 DaxStatus DAXI_SubC_32f_C1R(const float* src, int32_t srcStep, float* dst, int32_t dstStep, DaxiSize size,
                             float value) {
-  return dax::withConstant<dax::SubOp, float, 1>(src, srcStep, dst, dstStep, size, &value, 0);
+  return dax::withConstant<dax::SubOp, float, 1>(src, srcStep, dst, dstStep, size, &value, dax::kNoScaleFactor);
 }
 
 DaxStatus DAXI_SubC_32f_C3R(const float* src, int32_t srcStep, float* dst, int32_t dstStep, DaxiSize size,
                             const float value[3]) {
-  return dax::withConstant<dax::SubOp, float, 3>(src, srcStep, dst, dstStep, size, value, 0);
+  return dax::withConstant<dax::SubOp, float, 3>(src, srcStep, dst, dstStep, size, value, dax::kNoScaleFactor);
 }
 
 DaxStatus DAXI_SubC_32f_C1IR(float* srcDst, int32_t step, DaxiSize size, float value) {
-  return dax::withConstant<dax::SubOp, float, 1>(srcDst, step, srcDst, step, size, &value, 0);
+  return dax::withConstant<dax::SubOp, float, 1>(srcDst, step, srcDst, step, size, &value, dax::kNoScaleFactor);
 }
 
 DaxStatus DAXI_SubC_32f_C3IR(float* srcDst, int32_t step, DaxiSize size, const float value[3]) {
-  return dax::withConstant<dax::SubOp, float, 3>(srcDst, step, srcDst, step, size, value, 0);
+  return dax::withConstant<dax::SubOp, float, 3>(srcDst, step, srcDst, step, size, value, dax::kNoScaleFactor);
 }
 
 DaxStatus DAXI_MulC_8u_C1RSfs(const uint8_t* src, int32_t srcStep, uint8_t* dst, int32_t dstStep, DaxiSize size,
@@ -546,20 +554,20 @@ DaxStatus DAXI_MulC_16s_C3IRSfs(int16_t* srcDst, int32_t step, DaxiSize size, co
 
 DaxStatus DAXI_MulC_32f_C1R(const float* src, int32_t srcStep, float* dst, int32_t dstStep, DaxiSize size,
                             float value) {
-  return dax::withConstant<dax::MulOp, float, 1>(src, srcStep, dst, dstStep, size, &value, 0);
+  return dax::withConstant<dax::MulOp, float, 1>(src, srcStep, dst, dstStep, size, &value, dax::kNoScaleFactor);
 }
 
 DaxStatus DAXI_MulC_32f_C3R(const float* src, int32_t srcStep, float* dst, int32_t dstStep, DaxiSize size,
                             const float value[3]) {
-  return dax::withConstant<dax::MulOp, float, 3>(src, srcStep, dst, dstStep, size, value, 0);
+  return dax::withConstant<dax::MulOp, float, 3>(src, srcStep, dst, dstStep, size, value, dax::kNoScaleFactor);
 }
 
 DaxStatus DAXI_MulC_32f_C1IR(float* srcDst, int32_t step, DaxiSize size, float value) {
-  return dax::withConstant<dax::MulOp, float, 1>(srcDst, step, srcDst, step, size, &value, 0);
+  return dax::withConstant<dax::MulOp, float, 1>(srcDst, step, srcDst, step, size, &value, dax::kNoScaleFactor);
 }
 
 DaxStatus DAXI_MulC_32f_C3IR(float* srcDst, int32_t step, DaxiSize size, const float value[3]) {
-  return dax::withConstant<dax::MulOp, float, 3>(srcDst, step, srcDst, step, size, value, 0);
+  return dax::withConstant<dax::MulOp, float, 3>(srcDst, step, srcDst, step, size, value, dax::kNoScaleFactor);
 }
 
 DaxStatus DAXI_AbsDiffC_8u_C1RSfs(const uint8_t* src, int32_t srcStep, uint8_t* dst, int32_t dstStep, DaxiSize size,
@@ -622,18 +630,18 @@ DaxStatus DAXI_AbsDiffC_16s_C3IRSfs(int16_t* srcDst, int32_t step, DaxiSize size
 
 DaxStatus DAXI_AbsDiffC_32f_C1R(const float* src, int32_t srcStep, float* dst, int32_t dstStep, DaxiSize size,
                                 float value) {
-  return dax::withConstant<dax::AbsDiffOp, float, 1>(src, srcStep, dst, dstStep, size, &value, 0);
+  return dax::withConstant<dax::AbsDiffOp, float, 1>(src, srcStep, dst, dstStep, size, &value, dax::kNoScaleFactor);
 }
 
 DaxStatus DAXI_AbsDiffC_32f_C3R(const float* src, int32_t srcStep, float* dst, int32_t dstStep, DaxiSize size,
                                 const float value[3]) {
-  return dax::withConstant<dax::AbsDiffOp, float, 3>(src, srcStep, dst, dstStep, size, value, 0);
+  return dax::withConstant<dax::AbsDiffOp, float, 3>(src, srcStep, dst, dstStep, size, value, dax::kNoScaleFactor);
 }
 
 DaxStatus DAXI_AbsDiffC_32f_C1IR(float* srcDst, int32_t step, DaxiSize size, float value) {
-  return dax::withConstant<dax::AbsDiffOp, float, 1>(srcDst, step, srcDst, step, size, &value, 0);
+  return dax::withConstant<dax::AbsDiffOp, float, 1>(srcDst, step, srcDst, step, size, &value, dax::kNoScaleFactor);
 }
 
 DaxStatus DAXI_AbsDiffC_32f_C3IR(float* srcDst, int32_t step, DaxiSize size, const float value[3]) {
-  return dax::withConstant<dax::AbsDiffOp, float, 3>(srcDst, step, srcDst, step, size, value, 0);
+  return dax::withConstant<dax::AbsDiffOp, float, 3>(srcDst, step, srcDst, step, size, value, dax::kNoScaleFactor);
 }

@@ -1,5 +1,8 @@
 #include "image/statistics/histogram.h"
 
+#include <algorithm>
+#include <functional>
+
 #include "frame/rows.h"
 
 namespace dax {
@@ -7,9 +10,8 @@ namespace {
 
 using Table = std::array<uint32_t, 256>;
 
-void flush(Table& table, Histogram& counts) {
-  for (size_t i = 0; i < counts.size(); ++i) counts[i] += table[i];
-  table = {};
+void add(const Table& table, Histogram& counts) {
+  std::transform(table.begin(), table.end(), counts.begin(), counts.begin(), std::plus<>());
 }
 
 // Two tables in turn, so that equal neighbours do not wait for each other's store. They are separate objects: a base
@@ -27,23 +29,18 @@ void countRow(const uint8_t* row, int32_t width, Table& even, Table& odd) {
 
 }  // namespace
 
-Histogram histogram(const uint8_t* src, int32_t srcStep, DaxiSize size) {
+Histogram histogram(const uint8_t* src, int32_t srcStep, DaxiSize size, int64_t maxPixels) {
   Histogram counts = {};
-  Table even = {}, odd = {};
-  // 32-bit counters are flushed before they can overflow.
-  constexpr int64_t kMaxPixels = int64_t{1} << 31;
-  int64_t pixels = 0;
-  for (int32_t y = 0; y < size.height; ++y) {
-    pixels += size.width;
-    if (pixels > kMaxPixels) {
-      flush(even, counts);
-      flush(odd, counts);
-      pixels = size.width;
+  const int64_t rows = std::max<int64_t>(maxPixels / size.width, 1);
+  for (int64_t first = 0; first < size.height; first += rows) {
+    Table even = {}, odd = {};
+    const int64_t end = std::min(first + rows, int64_t{size.height});
+    for (int64_t y = first; y < end; ++y) {
+      countRow(rowAt(src, srcStep, static_cast<int32_t>(y)), size.width, even, odd);
     }
-    countRow(rowAt(src, srcStep, y), size.width, even, odd);
+    add(even, counts);
+    add(odd, counts);
   }
-  flush(even, counts);
-  flush(odd, counts);
   return counts;
 }
 

@@ -210,8 +210,8 @@ DAX_API DaxStatus DAXI_BlobSelectV2_8u_C1R(const uint8_t* gray, int32_t grayStep
 
 /* Selection by area and upright rectangle only, without contour and box. Writes area, rect, centroid, domain, label,
  * class and score; the other fields are not changed. Filters, order and ties as DAXI_BlobSelect_8u_C1R, without the
- * second image. Flags other than area, rect width and rect height, and sort keys other than area, centroid and rect ->
- * 0x10000019, checked after the configuration. The work buffer is the same. */
+ * second image. The work buffer is the same. Checked after the configuration: flags other than area, rect width and
+ * rect height, or sort keys other than area, centroid and rect -> 0x10000019. */
 DAX_API DaxStatus DAXI_FastBlobSelect_8u_C1R(const uint8_t* gray, int32_t grayStep, DaxiSize size,
                                              const DaxiDomainList* domains, int32_t domainCount,
                                              BlobSelectResult* result, const BlobSelectCfg* cfg, void* buffer);

@@ -145,7 +145,7 @@ typedef struct CaliperEdgeCfg {
   uint32_t polarity;        /* 1..3 */
   uint32_t filterHalfWidth; /* 1..50 */
   int32_t maxEdges;         /* >= 1 */
-  float threshold;          /* of the response, >= 0 */
+  float threshold;          /* of the response, >= -1.1920929e-7 */
   int32_t edgeChoice;       /* k >= 1: the k-th edge only; else all */
   int32_t isa;              /* instruction-set code of the _IS members; others ignore it */
   uint32_t reserved;        /* ignored */

@@ -64,7 +64,7 @@ typedef struct CaliperEdgePairCfg {
   uint32_t polarity;        /* 1..3 */
   uint32_t filterHalfWidth; /* 1..50 */
   int32_t maxPairs;         /* >= 1 */
-  float threshold;          /* of the response, >= 0 */
+  float threshold;          /* of the response, >= -1.1920929e-7 */
   int32_t pairChoice;       /* k >= 1: the k-th pair only; else all */
   int32_t isa;              /* instruction-set code of the _IS members; others ignore it */
   uint32_t reserved;        /* ignored */

@@ -35,8 +35,8 @@
  *
  * The size queries return what is enough for any pattern. Sparse factors need far less; -32 reports how much.
  *
- * Checks, in order: a pointer null, those in `functions` included -> -21; n or m below 1, or another count out of its
- * range -> -26; buffer too small -> -32; in the queries a size beyond 64 bits -> -22. Then the status of a callback or
+ * Checks, in order: a pointer null, those in `functions` included -> -21; n or m below 1, another count, the threshold
+ * or a field of `cg` out of its range -> -26; buffer too small -> -32; in the queries a size beyond 64 bits -> -22. Then the status of a callback or
  * of a matrix operation; an energy at the start that is not finite -> -31; a pivot below 2.220446049250313e-16 -> -1.
  * After the checks the two outputs are written; x only when the call succeeds.
  *
@@ -91,7 +91,7 @@ DAX_API int32_t PRMT_LM_Process_f64(double* x, int32_t n, int32_t m, const PrmtL
 /* As the generic variant for the energy sum of rho(r_i), with
  *   rho(r) = r^2 / 2 for |r| <= threshold, else threshold (|r| - threshold / 2),
  * solved by weights: J^T W J + lambda I and J^T W r, W_ii = 1 or threshold / |r_i|. rmse is sqrt(2 E / m) of that
- * energy. The same bits as the generic variant when no residual exceeds the threshold. threshold > 0, else -26. */
+ * energy. The same bits as the generic variant when no residual exceeds the threshold. threshold > 0. */
 DAX_API int32_t PRMT_LM_HUBER_BufferSize_f64(int32_t n, int32_t m, int64_t elements, uint64_t* bytes);
 DAX_API int32_t PRMT_LM_HUBER_Process_f64(double* x, int32_t n, int32_t m, const PrmtLmFunctions* functions, void* user,
                                           PrmtLmParam* param, double threshold, double* rmse, double* stepNorm,

@@ -15,7 +15,7 @@ typedef struct PrmtCgParam {
   uint8_t useDefaults;   /* 1: write the defaults into the fields above */
 } PrmtCgParam;
 
-/* As PRMT_LM_Process_f64, solved by conjugate gradients. A cg field out of its range -> -26. */
+/* As PRMT_LM_Process_f64, solved by conjugate gradients. */
 DAX_API int32_t PRMT_LM_CG_BufferSize_f64(int32_t n, int32_t m, int64_t elements, uint64_t* bytes);
 DAX_API int32_t PRMT_LM_CG_Process_f64(double* x, int32_t n, int32_t m, const PrmtLmFunctions* functions, void* user,
                                        PrmtLmParam* param, PrmtCgParam* cg, double* rmse, double* stepNorm,

@@ -19,6 +19,10 @@ TEST(Math, SineAndCosine) {
     EXPECT_NEAR(sinCosExact(angle).sine, std::sin(angle), 3e-16) << angle;
     EXPECT_NEAR(sinCosExact(angle).cosine, std::cos(angle), 3e-16) << angle;
   }
+  for (const double bad : {HUGE_VAL, -HUGE_VAL, std::nan("")}) {
+    EXPECT_TRUE(std::isnan(sinCosAny(bad).sine) && std::isnan(sinCosAny(bad).cosine));
+  }
+  EXPECT_NEAR(sinCosAny(1e15).sine, std::sin(1e15), 0.5);
   EXPECT_EQ(sinCosExact(0).sine, 0);
   EXPECT_EQ(sinCosExact(0).cosine, 1);
 }

@@ -16,6 +16,7 @@ Call::Call(const Function& f, Arena& arena, uint64_t seed)
       seed_(random.next()),
       isSet_(f.arguments.size(), false),
       spoiled_(f.arguments.size(), false),
+      atLimit_(f.arguments.size(), false),
       waysDrawn_(f.arguments.size(), 0) {
   if (spoiled_.empty()) return;
   const int32_t spoils = pick({0, 0, 0, 0, 0, 1, 1, 1, 2, 2});
@@ -28,7 +29,7 @@ Call::Call(const Function& f, Arena& arena, uint64_t seed)
 Call::Call(const Function& f, Arena& arena, uint64_t seed, std::vector<Spoil> spoils) : Call(f, arena, seed) {
   spoiled_.assign(spoiled_.size(), false);
   for (const Spoil& each : spoils) {
-    if (each.field == 0) spoiled_[each.argument] = true;
+    if (each.field == 0) (each.atLimit ? atLimit_ : spoiled_)[each.argument] = true;
   }
   spoiledAny = !spoils.empty();
   planned_ = std::move(spoils);

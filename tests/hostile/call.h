@@ -55,6 +55,7 @@ struct Spoil {
   size_t argument;
   uint32_t field = 0;
   bool done = false;
+  bool atLimit = false;  // a number at its limit, with which nothing is wrong
 };
 
 class Call {
@@ -213,6 +214,7 @@ class Call {
   std::string description() const;
   // The names of the field that a spoil is about, from the outermost record on.
   std::vector<std::string> path(const Spoil& spoil);
+  bool isRound() const { return planned_.has_value(); }  // about the order of checks
   const std::vector<Spoil>& plannedSpoils() const { return *planned_; }
   // How many fields of an argument's record a spoil can be about.
   static size_t fieldsToSpoil(const Function& function, size_t argument);
@@ -269,7 +271,7 @@ class Call {
   Arena& arena_;
   uint64_t seed_;
   std::optional<std::vector<Spoil>> planned_;
-  std::vector<bool> isSet_, spoiled_;
+  std::vector<bool> isSet_, spoiled_, atLimit_;
   std::vector<uint32_t> waysDrawn_;
   std::string_view notRead_;
 };

@@ -82,7 +82,10 @@ double Call::value(std::string_view name) {
 void Call::completeInteger(size_t i) {
   const auto& [name, type, known] = function.arguments[i];
   const std::string_view view = name;
-  if (view == "isa") return static_cast<void>(anyOf(name, {DAX_ISA_PORTABLE, DAX_ISA_NEON, DAX_ISA_NEON, 1, 99}));
+  if (view == "isa") {
+    if (anyOf(name, {DAX_ISA_PORTABLE, DAX_ISA_NEON, DAX_ISA_NEON, 1, 99}) < 0) forbidden = name;
+    return;
+  }
   if (view == "threads" && has("pool")) return pool();
   if (!known.choices.empty()) {
     const size_t choice = static_cast<size_t>(random.below(static_cast<int32_t>(known.choices.size())));
@@ -90,6 +93,8 @@ void Call::completeInteger(size_t i) {
   }
   const auto [low, high] = limits(i);
   const bool isFree = std::isinf(low) && std::isinf(high);
+  if (atLimit_[i] && !isFree)
+    return setInteger(name, whole(std::isinf(low) ? high : std::isinf(high) ? low : pick({low, high})));
   if (isFree && type.bytes <= 2) return setInteger(name, static_cast<int64_t>(random.next()));
   const bool isQuery = has("bytes") && function.arguments.size() <= 4;
   const int64_t from = std::isinf(low) ? (isFree && type.isSigned && chance(10) ? -2 : 0) : whole(std::ceil(low));
@@ -102,11 +107,20 @@ void Call::completeInteger(size_t i) {
 }
 
 void Call::completeReal(size_t i) {
+  const auto& [name, type, known] = function.arguments[i];
   const auto [low, high] = limits(i);
   const bool isFree = std::isinf(low) && std::isinf(high);
+  if (!isFree && !known.isRounded && (atLimit_[i] || (planned_ && isSpoiled(name, 60)))) {
+    const bool below = std::isinf(high) || (std::isfinite(low) && chance(50));
+    const double limit = below ? low : high;
+    if (atLimit_[i]) return type.bytes == sizeof(float) ? set(name, static_cast<float>(limit)) : set(name, limit);
+    forbidden = name;
+    if (type.bytes == sizeof(float)) return set(name, static_cast<float>(next<float>(limit, below ? -1 : 1)));
+    return set(name, next<double>(limit, below ? -1 : 1));
+  }
   const double span = pick({1, 5, 50});
   const double from = isFree ? -span : std::isinf(low) ? high - span : low;
-  real(function.arguments[i].name, from, std::isinf(high) ? from + 2 * span : std::max(high, from));
+  real(name, from, std::isinf(high) ? from + 2 * span : std::max(high, from));
 }
 
 // The first size is that of images; further ones may depend on it.

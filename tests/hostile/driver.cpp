@@ -42,7 +42,7 @@ struct Options {
   uint64_t seed = 1;
   uint64_t first = 0;
   uint64_t calls = 100000;
-  std::string function;
+  std::vector<std::string> functions;  // all where there are none
   bool progress = false;
   bool verbose = false;
   bool coverage = false;
@@ -126,10 +126,12 @@ class Driver {
  public:
   explicit Driver(const Options& options) : options_(options) {
     for (const Function& function : allFunctions()) {
-      if (!options.function.empty() && !fits(options.function, function.name)) continue;
+      const auto isChosen = [&](const std::string& pattern) { return fits(pattern, function.name); };
+      const auto& chosen = options.functions;
+      if (!chosen.empty() && std::none_of(chosen.begin(), chosen.end(), isChosen)) continue;
       subjects_.push_back({&function, &findRow(function.name), portable_.code(function.name), {}, {}});
     }
-    if (!options.function.empty()) return;
+    if (!options.functions.empty()) return;
     for (const char* const pattern : idleRows()) {
       std::fprintf(stderr, "hostile: no function is called %s\n", pattern);
       ++findings_;
@@ -289,7 +291,7 @@ bool parse(int count, char** arguments, Options& options) {
     } else if (option == "--calls") {
       known = number(options.calls);
     } else if (option == "--function" && i + 1 < count) {
-      options.function = arguments[++i];
+      options.functions.emplace_back(arguments[++i]);
     } else if (option == "--progress") {
       options.progress = true;
     } else if (option == "--verbose") {
@@ -312,8 +314,8 @@ int main(int count, char** arguments) try {
   dax::hostile::Options options;
   if (!dax::hostile::parse(count, arguments, options)) {
     std::fputs(
-        "usage: hostile_driver [--seed N] [--first N] [--calls N] [--function NAME | PREFIX*] [--progress] "
-        "[--verbose]\n"
+        "usage: hostile_driver [--seed N] [--first N] [--calls N] [--function NAME | PREFIX*]... "
+        "[--progress] [--verbose]\n"
         "       --coverage: at the end, how often each function returned which status, and which checks were "
         "compared\n",
         stderr);

@@ -99,11 +99,25 @@ class Experiment {
       call_.set<void*>("pool", nullptr);
       compare("the calling thread alone", call_.function.code, failed);
     }
+    for (const char* const suffix : {"_NEON", "_IS"}) {
+      const Function* const twin = findFunction(std::string(call_.function.name) + suffix);
+      if (!failed && twin && hasArgumentsOf(*twin)) compare(twin->name, twin->code, failed, twin);
+    }
   }
 
-  uint64_t invoke(Code code) {
+  // The twin's arguments are these, or these and an instruction-set code.
+  bool hasArgumentsOf(const Function& twin) const {
+    const std::vector<Argument>&own = call_.function.arguments, &its = twin.arguments;
+    const auto isSame = [](const Argument& a, const Argument& b) { return !std::strcmp(a.name, b.name); };
+    if (its.size() != own.size() && (its.size() != own.size() + 1 || std::strcmp(its.back().name, "isa"))) return false;
+    return std::equal(own.begin(), own.end(), its.begin(), isSame);
+  }
+
+  uint64_t invoke(Code code, const Function* twin = nullptr) {
+    std::vector<Value> values = call_.values;
+    values.emplace_back().set(int32_t{DAX_ISA_NEON});
     alarm(kMaxSeconds);
-    const uint64_t result = call_.function.invoke(code, call_.values.data());
+    const uint64_t result = (twin ? twin : &call_.function)->invoke(code, values.data());
     alarm(0);
     for (const Block& block : call_.blocks) {
       if (block.tidy) block.tidy();
@@ -132,7 +146,7 @@ class Experiment {
   }
 
   // Runs the call again from the same start, with another work buffer.
-  void compare(const char* other, Code code, bool failed) {
+  void compare(const char* other, Code code, bool failed, const Function* twin = nullptr) {
     for (const Block& block : call_.blocks) {
       if (block.role == Role::work && block.bytes > 0) {
         std::memset(block.data, call_.random.below(256), block.bytes);
@@ -140,7 +154,8 @@ class Experiment {
         std::memcpy(block.data, block.before, block.bytes);
       }
     }
-    const uint64_t result = invoke(code);
+    const uint64_t result = invoke(code, twin);
+    if (twin && static_cast<uint32_t>(result) == DAX_STS_BAD_ISA) return;  // of a record, which only twins look at
     const uint64_t settled = settle(result);
     if (call_.function.returnsText()) {
       if (std::strcmp(reinterpret_cast<const char*>(result), reinterpret_cast<const char*>(result_)) != 0) {

@@ -91,6 +91,16 @@ using Code = void (*)();
 
 class Call;
 
+// The next number of a type in the direction of a sign.
+template <class T>
+double next(double value, int sign) {
+  if constexpr (std::is_integral_v<T>) {
+    return value + sign;
+  } else {
+    return std::nextafter(static_cast<T>(value), static_cast<T>(sign * INFINITY));
+  }
+}
+
 // What a contract allows; may depend on other arguments.
 struct Limits {
   double low = -INFINITY, high = INFINITY;
@@ -109,6 +119,7 @@ struct Said {
   Limits (*limits)(Call& call) = nullptr;  // of a size: of its width
   Limits (*heightLimits)(Call& call) = nullptr;
   std::vector<int64_t> choices = {};
+  bool isRounded = false;  // the limits are those of a sum
 };
 
 struct Argument {

@@ -17,11 +17,12 @@ class Limits:
     """Of one argument: bounds, of which all hold, or the only values."""
 
     def __init__(self):
-        self.low, self.high, self.choices = [], [], []
+        self.low, self.high, self.choices, self.is_rounded = [], [], [], False
 
 
 class Reader:
-    """Reads the clauses of one function. `variables` maps names to C++; `reals` are those that are no whole numbers."""
+    """Reads the clauses of one function. `variables` maps names to C++; `reals` have the types of those that are no whole
+    numbers."""
 
     def __init__(self, function, variables, reals):
         self.function, self.variables, self.reals = function, variables, reals
@@ -48,9 +49,11 @@ class Reader:
         return None if unknown else code
 
     def bound(self, name, relation, expression):
-        small = "1e-6" if self.variables[name] in self.reals else "1"
-        strict = {"<": f" - {small}", ">": f" + {small}"}.get(relation, "")
-        (self.of(name).high if relation[0] == "<" else self.of(name).low).append(expression + strict)
+        real = self.reals.get(self.variables[name])
+        if relation in "<>":
+            sign = "-" if relation == "<" else "+"
+            expression = f"next<{real}>({expression}, {sign}1)" if real else f"{expression} {sign} 1"
+        (self.of(name).high if relation[0] == "<" else self.of(name).low).append(expression)
 
     def valid(self, left, relation, right):
         """Takes in that left stands in this relation to right."""
@@ -70,6 +73,7 @@ class Reader:
         elif sum_ and sum_[1] in self.variables:
             name, other = sum_.groups() if sum_[2] not in self.variables else sum_.group(2, 1)
             self.bound(name, relation, f"{sides[1]} - {self.expression(other)}")
+            self.of(name).is_rounded = True
 
     def chain(self, text):
         """0 <= low < high <= 255, which must hold: each is bounded by what comes before it."""
@@ -164,6 +168,8 @@ def stated(text, enumerators):
         return low[1], None
     if low := re.search(rf"(?:> |above )({NUMBER})\b", text):
         return low[1] + " + 1e-6", None
+    if high := re.search(r"(?:<=|at most|up to) (0x[\dA-F]+|\d+(?:\.\d+)?)\b", text):
+        return ("0" if "ored" in text else None), high[1]
     if either := re.search(rf"^({NUMBER})[^,;]*(?: or|,) ({NUMBER})", text):
         return tuple(sorted(either.groups(), key=float))
     known = [name for name in re.findall(r"[A-Z][A-Z0-9_]+", text.replace("_...", "_")) if len(name) > 4]

@@ -69,7 +69,7 @@ def variables_of(function):
 
 def limits_of(function, texts, enumerators):
     known = variables_of(function)
-    reader = limits.Reader(function.name, known, {each.name for each in function.arguments if each.isReal})
+    reader = limits.Reader(function.name, known, {each.name: each.type for each in function.arguments if each.isReal})
     for text in texts:
         for _, clause in header_contracts.clauses(text):
             reader.refused(clause)
@@ -118,6 +118,8 @@ def meaning(function, each, found, own, head, queries, records):
             parts.append(f".{member} = {bounds(found[name])}")
         if name in found and found[name].choices:
             parts.append(f".choices = {{{', '.join(found[name].choices)}}}")
+        if name == each.name and name in found and found[name].is_rounded:
+            parts.append(".isRounded = true")
     return f"{{{', '.join(parts)}}}"
 
 
@@ -139,6 +141,8 @@ def list_records(records, enumerators):
         for name, kind, is_pointer, comment in fields:
             low, high = (None, None) if is_pointer else limits.stated(comment, enumerators)
             default = re.search(r"default (\S*\d)", comment)
+            if low and low.endswith(" + 1e-6"):
+                low = f"next<{kind if kind in ('float', 'double') else 'int64_t'}>({low[:-7]}, 1)"
             values = f"{low or '-INFINITY'}, {high or 'INFINITY'}, {default[1] if default else 'NAN'}"
             lines.append(f'HOSTILE_FIELD({record}, {name}, "{kind if kind in records else ""}", {values})')
         yield f"HOSTILE_RECORD({record}, {', '.join(lines)})\n"

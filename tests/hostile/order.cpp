@@ -62,12 +62,28 @@ void Order::collect(uint64_t seed) {
       const auto field = static_cast<uint32_t>(k == 0 ? 0 : 1 + (seed % all + k) % all);
       Fault fault = {{i, field, false}, {}, false, 0, {}};
       const std::optional<uint32_t> status = statusOf(seed, {fault.spoil}, &fault);
+      acceptLimit(seed, fault.spoil);
       if (status.value_or(0) == 0) continue;
       witness_.codes.insert(*status);
       fault.status = *status;
       fault.checks = checksOf(fault);
       if (!fault.checks.empty()) faults_.push_back(std::move(fault));
     }
+  }
+}
+
+// A number at the limit of its contract, or of its comment, fails no check that names it.
+void Order::acceptLimit(uint64_t seed, Spoil spoil) {
+  spoil.atLimit = true;
+  Fault fault = {spoil, {}, false, 0, {}};
+  fault.status = statusOf(seed, {spoil}, &fault).value_or(0);
+  const auto naming = std::count_if(contract_->checks.begin(), contract_->checks.end(), [&](const Check& check) {
+    return fault.status != 0 && check.code == fault.status && hasWord(check.clause, fault.path.back()) &&
+           !hasWord(check.clause, "null");
+  });
+  // Where several checks name it, there is more to it than its limit.
+  if (naming == 1 && complaint_.empty()) {
+    complaint_ = "returned " + statusText(fault.status) + " with " + text(fault.path) + " at its limit in " + current_;
   }
 }
 

@@ -39,6 +39,7 @@ class Order {
   std::optional<uint32_t> statusOf(uint64_t seed, std::vector<Spoil> spoils, Fault* fault = nullptr);
   void describe(Call& call, Fault& fault) const;
   void collect(uint64_t seed);
+  void acceptLimit(uint64_t seed, Spoil spoil);
   void compare(uint64_t seed, const Fault& a, const Fault& b);
   std::vector<size_t> checksOf(const Fault& fault) const;
   bool concerns(const std::vector<size_t>& checks, const Fault& fault) const;

@@ -22,6 +22,17 @@ void putReal(uint8_t* data, size_t bytes, double value) {
   }
 }
 
+void put(uint8_t* data, const Type& type, double value) {
+  type.kind == Kind::integer ? putInteger(data, type.bytes, static_cast<int64_t>(value))
+                             : putReal(data, type.bytes, value);
+}
+
+// The next number of the type beyond a limit, in the direction of a sign.
+void putBeyond(uint8_t* data, const Type& type, double limit, int sign) {
+  if (type.kind == Kind::integer) return putInteger(data, type.bytes, static_cast<int64_t>(limit) + sign);
+  putReal(data, type.bytes, type.bytes == sizeof(float) ? next<float>(limit, sign) : next<double>(limit, sign));
+}
+
 // The function that fills a record with what it should mostly hold.
 const Function* defaultsOf(const Record& record) {
   for (const Function& each : allFunctions()) {
@@ -78,6 +89,29 @@ std::vector<Spot> spotsOf(const Function& function, size_t argument) {
   return spots;
 }
 
+// Whether a check names the field before it states any condition: "count < 1, and with a mask step < width".
+bool isCheckedAlways(const Check& check, const char* field) {
+  constexpr const char* kConditions[] = {"with", "when", "where", "if", "unless", "for", "each"};
+  for (std::string_view rest = check.clause; !rest.empty();) {
+    const std::string_view piece = rest.substr(0, std::min(rest.find(", "), rest.find("; ")));
+    const auto isIn = [&](const char* word) { return hasWord(piece, word); };
+    if (std::any_of(std::begin(kConditions), std::end(kConditions), isIn)) return false;
+    if (isIn(field)) return true;
+    rest.remove_prefix(std::min(piece.size() + 2, rest.size()));
+  }
+  return false;
+}
+
+bool isCheckedAlways(const Function& function, const Spot& spot) {
+  const std::vector<Check>& checks = findContract(function.name)->checks;
+  return std::any_of(checks.begin(), checks.end(),
+                     [&](const Check& check) { return isCheckedAlways(check, spot.field->name); });
+}
+
+bool isInput(const Type& type) {
+  return type.kind != Kind::pointer || type.isConst;
+}
+
 }  // namespace
 
 bool hasWord(std::string_view text, std::string_view word) {
@@ -122,6 +156,14 @@ void Call::spoilField(const Spoil& spoil) {
   const int64_t element = chance(70) ? 0 : between(0, static_cast<int64_t>(spot.field->count) - 1);
   uint8_t* const at = data + spot.offset + static_cast<size_t>(element) * bytes;
   const bool below = std::isfinite(low) && chance(60), above = std::isfinite(high) && chance(60);
+  if ((below || above) && isInput(type) && isCheckedAlways(function, spot)) {
+    const Type& real = spot.field->type;
+    if (spoil.atLimit) return put(at, real, below ? low : high);
+    if (below && (real.isSigned || low > 0)) forbidden = spot.path.back(), putBeyond(at, real, low, -1);
+    if (!below) forbidden = spot.path.back(), putBeyond(at, real, high, 1);
+    return;
+  }
+  if (spoil.atLimit) return;
   if (spot.field->type.kind == Kind::integer) {
     const int64_t none = spot.field->type.isSigned ? pick({0, -1, INT32_MIN}) : 0;
     putInteger(at, bytes, below ? static_cast<int64_t>(low) - 1 : above ? static_cast<int64_t>(high) + 1 : none);

@@ -6,7 +6,6 @@
 
 #include "calib/board/chessboard_sym.h"
 #include "tests/calib/board/checkerboard_search.h"
-#include "tests/support/check_order.h"
 #include "tests/support/mock_pool.h"
 
 namespace dax::test {
@@ -136,23 +135,6 @@ TEST(Checkerboards, MaskLeavesTheOtherBoard) {
   EXPECT_EQ(grid.columns, 0);
 }
 
-TEST(Checkerboards, AnyPoolGivesTheSameBits) {
-  const TwoBoards two;
-  const FoundBoards alone = findBySymmetry(two.image);
-  for (const auto order : {MockPool::Order::backward, MockPool::Order::shuffled}) {
-    for (const uint32_t threads : {1u, 3u, 8u}) {
-      MockPool pool;
-      pool.order = order;
-      pool.threads = threads;
-      pool.concurrent = threads == 3;
-      const FoundBoards found = findBySymmetry(two.image, kSymmetry, 8, Guard::after, &pool);
-      EXPECT_EQ(pool.calls > 0, threads > 1);
-      ASSERT_EQ(found.corners.size(), alone.corners.size());
-      EXPECT_EQ(std::memcmp(found.corners.data(), alone.corners.data(), alone.corners.size() * 32), 0);
-    }
-  }
-}
-
 TEST(Checkerboards, FailureOfThePool) {
   const TwoBoards two;
   MockPool pool;
@@ -248,113 +230,6 @@ TEST(Checkerboards, ImagesWithoutABoard) {
       }
     }
   }
-}
-
-struct Arguments {
-  const uint8_t* src;
-  int32_t step;
-  DaxiSize size;
-  DaxiPoint32f* points;
-  CheckerboardCorner* corners;
-  void* buffer;
-  CheckerboardHessianParam param;
-  CheckerboardSymCfg cfg;
-  CheckerboardGrid* result;
-};
-
-class CheckerboardChecks : public testing::Test {
- protected:
-  using Spoil = void (*)(Arguments&);
-
-  CheckerboardChecks() : image_({64, 64}), buffers_(bytes(), Guard::after) {
-    image_.fill([](int32_t, int32_t) { return 9; });
-    good_ = {image_.data(), 64,        {64, 64}, buffers_.points.data(), buffers_.corners.data(), buffers_.work.data(),
-             kHessian,      kSymmetry, &grid_};
-  }
-
-  // The common clauses, and behind them those of a record.
-  static std::vector<CheckClause<Arguments>> clausesWith(std::initializer_list<Spoil> record) {
-    std::vector<CheckClause<Arguments>> clauses = {
-        {"image", DAX_STS_NULL_POINTER, [](Arguments& a) { a.src = nullptr; }},
-        {"points", DAX_STS_NULL_POINTER, [](Arguments& a) { a.points = nullptr; }},
-        {"corners", DAX_STS_NULL_POINTER, [](Arguments& a) { a.corners = nullptr; }},
-        {"buffer", DAX_STS_NULL_POINTER, [](Arguments& a) { a.buffer = nullptr; }},
-        {"result", DAX_STS_NULL_POINTER, [](Arguments& a) { a.result = nullptr; }},
-        {"width", DAX_STS_IMAGE_SIZE, [](Arguments& a) { a.size.width = 63; }},
-        {"height", DAX_STS_IMAGE_SIZE, [](Arguments& a) { a.size.height = 65537; }},
-        {"step", DAX_STS_IMAGE_STEP, [](Arguments& a) { a.step = 62; }},
-    };
-    for (const Spoil spoil : record) clauses.push_back({"record", DAX_STS_BAD_PARAM, spoil});
-    return clauses;
-  }
-
-  bool untouched() const { return grid_.columns == 7 && grid_.rows == 7; }
-
-  Image image_;
-  SearchBuffers buffers_;
-  CheckerboardGrid grid_{7, 7, 7};
-  Arguments good_{};
-
- private:
-  static uint64_t bytes() {
-    uint64_t hessian = 0, symmetry = 0;
-    EXPECT_EQ(DAXI_CheckerboardCornerHessianBufferSize_8u({64, 64}, &hessian), DAX_STS_OK);
-    EXPECT_EQ(DAXI_CheckerboardCornerSymBufferSize_8u({64, 64}, &symmetry), DAX_STS_OK);
-    return std::max(hessian, symmetry);
-  }
-};
-
-TEST_F(CheckerboardChecks, HessianOrderAndCodes) {
-  const auto clauses = clausesWith(
-      {[](Arguments& a) { a.param.filter = 0; }, [](Arguments& a) { a.param.filter = 3; },
-       [](Arguments& a) { a.param.subSampling = 6; }, [](Arguments& a) { a.param.minExtent = 1; },
-       [](Arguments& a) { a.param.maxExtent = 301; }, [](Arguments& a) { a.param.minAngle = -1; },
-       [](Arguments& a) { a.param.maxAngle = 181; }, [](Arguments& a) { a.param.minAngle = 91, a.param.maxAngle = 90; },
-       [](Arguments& a) { a.param.maxAngle = std::numeric_limits<float>::quiet_NaN(); }});
-  expectCheckOrder<Arguments>(
-      good_, clauses,
-      [](const Arguments& a) {
-        return DAXI_CheckerboardCornerHessian_8u_C1R(a.src, a.step, a.size, a.points, a.corners, a.buffer, &a.param,
-                                                     a.result);
-      },
-      [this] { return untouched(); });
-  EXPECT_EQ(grid_.columns, 0);
-}
-
-TEST_F(CheckerboardChecks, SymmetryOrderAndCodes) {
-  const auto clauses =
-      clausesWith({[](Arguments& a) { a.cfg.minExtent = 1; }, [](Arguments& a) { a.cfg.maxExtent = 301; },
-                   [](Arguments& a) { a.cfg.contrast = 256; }, [](Arguments& a) { a.cfg.distance = 2; },
-                   [](Arguments& a) { a.cfg.lastRadius = 101; }, [](Arguments& a) { a.cfg.filter = 0; },
-                   [](Arguments& a) { a.cfg.scales = 3; }});
-  const auto find = [](const Arguments& a) {
-    return DAXI_CheckerboardCornerSym_8u_C1R(a.src, a.step, a.size, a.points, a.corners, a.result, &a.cfg, a.buffer,
-                                             nullptr);
-  };
-  // The good arguments show no board, which is a code of its own.
-  expectCheckOrder<Arguments>(
-      good_, clauses,
-      [find](const Arguments& a) {
-        const DaxStatus status = find(a);
-        return status == DAXI_STS_NO_BOARD ? DaxStatus{DAX_STS_OK} : status;
-      },
-      [this] { return untouched(); });
-  EXPECT_EQ(find(good_), DAXI_STS_NO_BOARD);
-}
-
-TEST_F(CheckerboardChecks, NumbersOfBoardsAndSizeQueries) {
-  int32_t count = 7;
-  const auto findMany = [&](int32_t most) {
-    return DAXI_MulCheckerboardCornerHessian_8u_C1R(good_.src, 64, good_.size, good_.points, good_.corners,
-                                                    good_.buffer, &kHessian, &grid_, most, &count);
-  };
-  EXPECT_EQ(findMany(0), DAX_STS_BAD_PARAM);
-  EXPECT_EQ(count, 7);
-  EXPECT_EQ(findMany(1), DAX_STS_OK);
-  uint64_t bytes = 0;
-  EXPECT_EQ(DAXI_CheckerboardCornerHessian_SortBufferSize(2049, &bytes), DAX_STS_BAD_PARAM);
-  EXPECT_EQ(DAXI_CheckerboardCornerHessian_SortBufferSize(0, nullptr), DAX_STS_NULL_POINTER);
-  EXPECT_EQ(DAXI_CheckerboardCornerSymBufferSize_8u({63, 64}, &bytes), DAX_STS_IMAGE_SIZE);
 }
 
 }  // namespace

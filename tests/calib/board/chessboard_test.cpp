@@ -7,7 +7,6 @@
 #include <memory>
 
 #include "tests/calib/board/board_search.h"
-#include "tests/support/check_order.h"
 
 namespace dax::test {
 namespace {
@@ -322,61 +321,6 @@ TEST_F(Quads, GroupsOfAnotherShapeAreRefused) {
     link();
     EXPECT_FALSE(DAXI_ChessboardCorner_check_quad_group(&table_, &group_, pattern, ids));
   }
-}
-
-struct Arguments {
-  const uint8_t* src;
-  int32_t step;
-  DaxiSize size;
-  ChessboardPatternSize pattern;
-  DaxiPoint32f* corners;
-  int32_t* count;
-  int32_t* found;
-  int32_t mode, maxLevel;
-  void* buffer;
-};
-
-TEST(ChessboardChecks, OrderAndCodes) {
-  Image image({64, 64});
-  image.fill([](int32_t, int32_t) { return 9; });
-  uint64_t bytes = 0;
-  ASSERT_EQ(DAXI_ChessboardCornerBufferSize_8u(image.size(), {3, 3}, &bytes), DAX_STS_OK);
-  std::vector<uint8_t> buffer(bytes);
-  DaxiPoint32f corners[9];
-  int32_t count = 5, found = 5;
-  const std::vector<CheckClause<Arguments>> clauses = {
-      {"image null", DAX_STS_NULL_POINTER, [](Arguments& a) { a.src = nullptr; }},
-      {"corners null", DAX_STS_NULL_POINTER, [](Arguments& a) { a.corners = nullptr; }},
-      {"count null", DAX_STS_NULL_POINTER, [](Arguments& a) { a.count = nullptr; }},
-      {"found null", DAX_STS_NULL_POINTER, [](Arguments& a) { a.found = nullptr; }},
-      {"buffer null", DAX_STS_NULL_POINTER, [](Arguments& a) { a.buffer = nullptr; }},
-      {"step", DAX_STS_BAD_STEP, [](Arguments& a) { a.step = 62; }},
-      {"width", DAX_STS_BAD_SIZE, [](Arguments& a) { a.size.width = 63; }},
-      {"height", DAX_STS_BAD_SIZE, [](Arguments& a) { a.size.height = 65537; }},
-      {"columns", DAX_STS_BAD_PARAM, [](Arguments& a) { a.pattern.columns = 26; }},
-      {"rows", DAX_STS_BAD_PARAM, [](Arguments& a) { a.pattern.rows = 1; }},
-      {"mode", DAX_STS_BAD_PARAM, [](Arguments& a) { a.mode = -1; }},
-      {"level 0", DAX_STS_BAD_PARAM, [](Arguments& a) { a.maxLevel = 0; }},
-      {"level 19", DAX_STS_BAD_PARAM, [](Arguments& a) { a.maxLevel = 19; }},
-  };
-  expectCheckOrder<Arguments>(
-      {image.data(), 64, {64, 64}, {3, 3}, corners, &count, &found, 1, 18, buffer.data()}, clauses,
-      [](const Arguments& a) {
-        return DAXI_ChessboardCorner_8u_C1R(a.src, a.step, a.size, a.pattern, a.corners, a.count, a.found, a.mode,
-                                            a.maxLevel, a.buffer);
-      },
-      [&] { return count == 5 && found == 5; });
-  EXPECT_EQ(found, 0);
-
-  const struct {
-    DaxiSize size;
-    ChessboardPatternSize pattern;
-    DaxStatus code;
-  } queries[] = {{{63, 64}, {1, 1}, DAX_STS_BAD_SIZE},    {{64, 63}, {3, 3}, DAX_STS_BAD_SIZE},
-                 {{65537, 64}, {3, 3}, DAX_STS_BAD_SIZE}, {{64, 64}, {1, 3}, DAX_STS_BAD_PARAM},
-                 {{64, 64}, {26, 400}, DAX_STS_OK},       {{64, 64}, {INT32_MAX, INT32_MAX}, DAX_STS_BUFFER_OVERFLOW}};
-  for (const auto& q : queries) EXPECT_EQ(DAXI_ChessboardCornerBufferSize_8u(q.size, q.pattern, &bytes), q.code);
-  EXPECT_EQ(DAXI_ChessboardCornerBufferSize_8u({1, 1}, {1, 1}, nullptr), DAX_STS_NULL_POINTER);
 }
 
 }  // namespace

@@ -6,7 +6,6 @@
 #include "frame/pixel_types.h"
 #include "image/border/copy_border.h"
 #include "tests/image/border/copy_border_oracle.h"
-#include "tests/support/check_order.h"
 #include "tests/support/test_image.h"
 
 namespace dax::test {
@@ -140,61 +139,6 @@ TEST(CopyBorderRows, DocumentedExamples) {
     ASSERT_EQ(Exports<uint8_t>::run(c.rule, source, 3, {3, 2}, out.data(), width, {width, 2}, 0, c.left, 0),
               DAX_STS_OK);
     EXPECT_EQ(std::string(out.begin(), out.begin() + width), c.row);
-  }
-}
-
-struct Arguments {
-  const uint8_t* src;
-  int32_t srcStep;
-  DaxiSize srcSize;
-  uint8_t* dst;
-  int32_t dstStep;
-  DaxiSize dstSize;
-  int32_t top;
-  uint32_t left;
-};
-
-TEST(CopyBorderChecks, OrderAndCodes) {
-  TestImage<uint8_t> src({4, 3}), dst({10, 9}, 2);
-  dst.remember();
-  const Arguments good{src.data(), 4, {4, 3}, dst.data(), 12, {10, 9}, 3, 2};
-  const std::vector<CheckClause<Arguments>> clauses = {
-      {"source null", DAX_STS_NULL_POINTER, [](Arguments& a) { a.src = nullptr; }},
-      {"source empty", DAX_STS_BAD_SIZE,
-       [](Arguments& a) {
-         a.srcSize = {4, 0};
-       }},
-      {"source step", DAX_STS_BAD_STEP, [](Arguments& a) { a.srcStep = 3; }},
-      {"destination null", DAX_STS_NULL_POINTER, [](Arguments& a) { a.dst = nullptr; }},
-      {"destination empty", DAX_STS_BAD_SIZE,
-       [](Arguments& a) {
-         a.dstSize = {-1, 9};
-       }},
-      {"destination step", DAX_STS_BAD_STEP, [](Arguments& a) { a.dstStep = 9; }},
-      {"top negative", DAX_STS_BAD_PARAM, [](Arguments& a) { a.top = -1; }},
-      {"left negative", DAX_STS_BAD_PARAM, [](Arguments& a) { a.left = 0x80000000u; }},
-      {"left too large", DAX_STS_BAD_SIZE, [](Arguments& a) { a.left = 0x7FFFFFFFu; }},
-      {"top too large", DAX_STS_BAD_SIZE, [](Arguments& a) { a.top = INT32_MAX; }},
-      {"one column short", DAX_STS_BAD_SIZE, [](Arguments& a) { a.left = 7; }},
-  };
-  for (const Border rule : {Border::constant, Border::replicate, Border::mirror, Border::symmetric, Border::circular}) {
-    dst.remember();
-    expectCheckOrder<Arguments>(
-        good, clauses,
-        [&](const Arguments& a) {
-          return Exports<uint8_t>::run(rule, a.src, a.srcStep, a.srcSize, a.dst, a.dstStep, a.dstSize, a.top, a.left,
-                                       1);
-        },
-        [&] { return dst.untouched(); });
-  }
-}
-
-TEST(CopyBorderChecks, MirrorNeedsTwoPixels) {
-  uint8_t src[4] = {}, dst[36] = {};
-  for (const DaxiSize size : {DaxiSize{1, 2}, DaxiSize{2, 1}}) {
-    EXPECT_EQ(DAXI_CopyMirrorBorder_8u_C1R(src, 2, size, dst, 6, {6, 6}, 1, 1), DAX_STS_BAD_SIZE);
-    EXPECT_EQ(DAXI_CopyMirrorBorder_8u_C1R(src, 2, size, dst, 6, {6, 6}, -1, 1), DAX_STS_BAD_PARAM);
-    EXPECT_EQ(DAXI_CopySymmetricBorder_8u_C1R(src, 2, size, dst, 6, {6, 6}, 1, 1), DAX_STS_OK);
   }
 }
 

@@ -36,5 +36,10 @@ TEST(FilterGauss, ByDefinition) {
   }
 }
 
+// One padded row and a ring of 13 smoothed ones, whole vectors each.
+TEST(FilterGauss, Memory) {
+  EXPECT_EQ(GaussBuffer({100, 999}).layout.total(), 512u + 5504u);  // 4 (100 + 12 + 4) and 4 * 13 * 104 bytes
+}
+
 }  // namespace
 }  // namespace dax::test

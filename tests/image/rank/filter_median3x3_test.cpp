@@ -98,25 +98,6 @@ TYPED_TEST(Median, RaggedSizes) {
   checkMedian(wide.randomize(1), Guard::before);
 }
 
-TEST(MedianBands, SameResultForEveryNumberOfThreads) {
-  TestImage<uint8_t> src({77, 23}, 2), expected(src.size());
-  src.randomize(9);
-  ASSERT_EQ(DAXI_FilterMedian3x3_8u_C1R_NEON(src.data(), src.step(), expected.data(), expected.step(), src.size()),
-            DAX_STS_OK);
-  for (const bool concurrent : {false, true}) {
-    for (uint32_t threads = 0; threads <= 26; ++threads) {
-      MockPool pool;
-      pool.threads = threads, pool.concurrent = concurrent, pool.passesLength = threads % 2;
-      TestImage<uint8_t> dst(src.size(), 1);
-      ASSERT_EQ(DAXI_FilterMedian3x3_8u_C1R_NEON_MT(&pool, threads, src.data(), src.step(), dst.data(), dst.step(),
-                                                    src.size()),
-                DAX_STS_OK);
-      ASSERT_TRUE(samePixels(dst, expected)) << threads;
-      ASSERT_EQ(pool.calls, threads > 1);
-    }
-  }
-}
-
 TEST(MedianBands, PoolAndStatus) {
   TestImage<uint8_t> src({40, 10}), dst(src.size());
   const auto run = [&](void* pool, uint32_t threads) {

@@ -16,12 +16,15 @@ TEST(Histogram, CountsEveryPixelOnce) {
   for (int32_t width : {1, 15, 16, 17, 33, 257}) {
     Image src({width, 5}, 3, kGuards[width % 2]);
     src.randomize(11);
-    const Histogram counts = histogram(src.data(), src.step(), src.size());
     Histogram expected = {};
     for (int32_t y = 0; y < 5; ++y) {
       for (int32_t x = 0; x < width; ++x) ++expected[src.at(x, y)];
     }
-    EXPECT_EQ(counts, expected) << width;
+    EXPECT_EQ(histogram(src.data(), src.step(), src.size()), expected) << width;
+    // In bands of 1, 2, 4 and 5 rows.
+    for (const int32_t pixels : {1, 2 * width, 5 * width - 1, 5 * width}) {
+      EXPECT_EQ(histogram(src.data(), src.step(), src.size(), pixels), expected) << width;
+    }
   }
 }
 

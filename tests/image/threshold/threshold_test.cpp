@@ -226,25 +226,5 @@ TEST(ThresholdChecks, MethodParameters) {
             DAX_STS_BAD_PARAM);
 }
 
-// Fields of the configuration at the first value that is refused; nothing is written.
-TEST(Threshold, FieldsBeyondTheirLimits) {
-  Image src({8, 5}), dst(src.size());
-  dst.remember();
-  const std::pair<uint32_t, void (*)(DaxiThresholdBinCfg&)> cases[] = {
-      {DAXI_THRESHOLD_SINGLE, [](DaxiThresholdBinCfg& cfg) { cfg.polarity = 2; }},
-      {DAXI_THRESHOLD_SINGLE, [](DaxiThresholdBinCfg& cfg) { cfg.t1 = 256; }},
-      {DAXI_THRESHOLD_BAND, [](DaxiThresholdBinCfg& cfg) { cfg.t2 = 256; }},
-      {DAXI_THRESHOLD_SINGLE, [](DaxiThresholdBinCfg& cfg) { cfg.method = 7; }},
-  };
-  for (const auto& [method, spoil] : cases) {
-    DaxiThresholdBinCfg cfg = config(method, 0);
-    EXPECT_EQ(DAXI_ThresholdBin_8u_C1R(src.data(), 8, dst.data(), 8, src.size(), &cfg), DAX_STS_OK);
-    dst.remember();
-    spoil(cfg);
-    EXPECT_EQ(DAXI_ThresholdBin_8u_C1R(src.data(), 8, dst.data(), 8, src.size(), &cfg), DAX_STS_BAD_PARAM);
-    EXPECT_TRUE(dst.untouched());
-  }
-}
-
 }  // namespace
 }  // namespace dax::test

@@ -147,9 +147,6 @@ TEST(BoxChecks, BufferSize) {
   uint64_t bytes = 5;
   for (auto* const query : {DAXI_FilterBoxBufferSize_8u32s, DAXI_FilterBoxBufferSize_16s32f,
                             DAXI_FilterBoxBufferSize_32s, DAXI_FilterBoxBufferSize_32f}) {
-    EXPECT_EQ(query({0, 5}, nullptr), DAX_STS_NULL_POINTER);
-    EXPECT_EQ(query({0, 5}, &bytes), DAX_STS_BAD_PARAM);
-    EXPECT_EQ(query({5, -1}, &bytes), DAX_STS_BAD_PARAM);
     EXPECT_EQ(query({3, 33}, &bytes), DAX_STS_OK);
     EXPECT_EQ(bytes, 256u);
     EXPECT_EQ(query({INT32_MAX, 1}, &bytes), DAX_STS_OK);

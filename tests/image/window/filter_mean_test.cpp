@@ -7,7 +7,6 @@
 #include "daxi/filter_mean.h"
 #include "image/window/filter_mean_int.h"
 #include "tests/image/window/filter_mean_oracle.h"
-#include "tests/support/check_order.h"
 #include "tests/support/mock_pool.h"
 #include "tests/support/test_image.h"
 
@@ -197,32 +196,6 @@ TEST(MeanExports, CornersAndConstants) {
   }
 }
 
-// In slices of exactly the queried buffer; rows in one piece and in halves.
-TEST(MeanBands, SameResultForEveryNumberOfThreads) {
-  const std::pair<DaxiSize, DaxiSize> cases[] = {{{77, 23}, {1, 1}},   {{77, 23}, {4, 3}},    {{77, 23}, {77, 5}},
-                                                 {{128, 17}, {15, 2}}, {{129, 17}, {64, 3}},  {{129, 17}, {65, 3}},
-                                                 {{331, 13}, {1, 1}},  {{331, 13}, {165, 3}}, {{600, 11}, {255, 1}}};
-  for (const auto& [size, mask] : cases) {
-    const auto src = noise<uint8_t>(size, Guard::after, 2);
-    const auto pixel = [&image = src](int32_t x, int32_t y) { return image.at(x, y); };
-    const std::vector<uint8_t> expected = oracle::mean<uint8_t>(pixel, size, mask);
-    const auto height = static_cast<uint32_t>(size.height), maskHeight = static_cast<uint32_t>(mask.height);
-    for (uint32_t threads = 0; threads <= height + 1; ++threads) {
-      MockPool pool;
-      pool.threads = threads, pool.concurrent = threads % 3 == 0, pool.passesLength = threads % 2;
-      uint64_t bytes = 0;
-      ASSERT_EQ(DAXI_FilterMeanBufferSize_8u_MT(size, mask, threads, &bytes), DAX_STS_OK);
-      GuardedBuffer<uint8_t> buffer(bytes);
-      TestImage<uint8_t> dst(size, 1);
-      ASSERT_EQ(DAXI_FilterMean_8u_C1R_MT(src.data(), src.step(), dst.data(), dst.step(), size, mask, buffer.data(),
-                                          threads, &pool),
-                DAX_STS_OK);
-      ASSERT_TRUE(holds(dst, expected)) << size.width << " mask " << mask.width << " threads " << threads;
-      ASSERT_EQ(pool.calls, threads > 1 && threads * maskHeight <= height);
-    }
-  }
-}
-
 TEST(MeanBands, SmallBufferOfOneThread) {
   for (int32_t w = 1; w <= 64; ++w) {
     const DaxiSize size{w, 3};
@@ -261,111 +234,20 @@ TEST(MeanBands, PoolAndStatus) {
   EXPECT_EQ(run(src, &pool), pool.failure);
 }
 
-struct Arguments {
-  void* buffer;
-  const void* src;
-  int32_t srcStep;
-  void* dst;
-  int32_t dstStep;
-  DaxiSize size;
-  DaxiSize mask;
-  int32_t isa;
-};
-
-using Clauses = std::vector<CheckClause<Arguments>>;
-const Clauses kImageClauses = {
-    {"source null", DAX_STS_NULL_POINTER, [](Arguments& a) { a.src = nullptr; }},
-    {"size", DAX_STS_BAD_SIZE, [](Arguments& a) { a.size.height = 0; }},
-    {"source step", DAX_STS_BAD_STEP, [](Arguments& a) { a.srcStep = 299; }},
-    {"destination null", DAX_STS_NULL_POINTER, [](Arguments& a) { a.dst = nullptr; }},
-    {"destination step", DAX_STS_BAD_STEP, [](Arguments& a) { a.dstStep = -300; }},
-};
-const CheckClause<Arguments> kNoBuffer = {"buffer null", DAX_STS_NULL_POINTER,
-                                          [](Arguments& a) { a.buffer = nullptr; }};
-const Clauses kMaskClauses = {
-    {"no columns", DAX_STS_BAD_PARAM, [](Arguments& a) { a.mask.width = 0; }},
-    {"rows below none", DAX_STS_BAD_PARAM, [](Arguments& a) { a.mask.height = -1; }},
-    {"wider than the image", DAX_STS_BAD_PARAM, [](Arguments& a) { a.mask.width = 301; }},
-    {"higher than the image", DAX_STS_BAD_PARAM, [](Arguments& a) { a.mask.height = INT32_MAX; }},
-};
-
-Clauses operator+(Clauses a, const Clauses& b) {
-  a.insert(a.end(), b.begin(), b.end());
-  return a;
-}
-
-template <class T>
-class MeanChecks : public testing::Test {};
-TYPED_TEST_SUITE(MeanChecks, PixelTypes);
-
-TYPED_TEST(MeanChecks, OrderAndCodes) {
-  using T = TypeParam;
-  const auto src = noise<T>({300, 4}, Guard::after);
-  TestImage<T> dst({300, 4});
-  std::vector<double> buffer(300 * 5);
-  const Arguments good{buffer.data(), src.data(), 300, dst.data(), 300, src.size(), {200, 3}, DAX_ISA_NEON};
-  const auto check = [&](const Clauses& clauses, auto call) {
-    dst.remember();
-    expectCheckOrder<Arguments>(
-        good, clauses,
-        [&](const Arguments& a) {
-          const auto run = [&](auto member, auto... more) {
-            return member(static_cast<const T*>(a.src), a.srcStep, static_cast<T*>(a.dst), a.dstStep, a.size, a.mask,
-                          a.buffer, more...);
-          };
-          return call(run, a);
-        },
-        [&] { return dst.untouched(); });
-  };
-  const auto exported = [](Export<T> member) { return [=](auto run, const Arguments&) { return run(member); }; };
-  check(kImageClauses + Clauses{kNoBuffer} + kMaskClauses, exported(Members<T>::meanInt));
-  const Clauses clauses = Clauses{kNoBuffer} + kImageClauses + kMaskClauses;
-  check(clauses, exported(Members<T>::mean));
-  if constexpr (std::is_same_v<T, uint8_t>) {
-    const Clauses tooWide = {{"256 columns", DAX_STS_BAD_PARAM, [](Arguments& a) { a.mask.width = 256; }}};
-    const Clauses badIsa = {{"code", DAX_STS_BAD_ISA, [](Arguments& a) { a.isa = -1; }}};
-    check(clauses + tooWide, [](auto run, const Arguments&) { return run(DAXI_FilterMean_8u_C1R_MT, 2u, nullptr); });
-    check(clauses + tooWide + badIsa,
-          [](auto run, const Arguments& a) { return run(DAXI_FilterMean_8u_C1R_IS, a.isa); });
-  } else {
-    EXPECT_EQ(Members<T>::mean(src.data(), 300, dst.data(), 300, src.size(), {256, 1}, buffer.data()), DAX_STS_OK);
-  }
-}
-
-TYPED_TEST(MeanChecks, BufferSizes) {
-  uint64_t bytes = 5;
-  for (const SizeQuery query : {Members<TypeParam>::bytes, Members<TypeParam>::intBytes}) {
-    EXPECT_EQ(query({0, 5}, nullptr), DAX_STS_NULL_POINTER);
-    EXPECT_EQ(query({0, 5}, &bytes), DAX_STS_BAD_PARAM);
-    EXPECT_EQ(query({5, -1}, &bytes), DAX_STS_BAD_PARAM);
-  }
+// n entries of a row and of the sums of its columns, each piece at a multiple of 128 bytes.
+TYPED_TEST(Mean, BufferSizes) {
   const uint64_t entry = sizeof(TypeParam) == 8 ? 8 : 4;
   EXPECT_EQ(bytesOf(Members<TypeParam>::bytes, {3, 33}), entry == 8 ? 896u : 512u);
   EXPECT_EQ(bytesOf(Members<TypeParam>::bytes, {1 << 30, 1 << 20}), entry << 50);
   EXPECT_EQ(bytesOf(Members<TypeParam>::intBytes, {3, 33}), 640u);
   EXPECT_EQ(bytesOf(Members<TypeParam>::intBytes, {23169, 23169}), 2147395712u);
-  bytes = 5;
+  uint64_t bytes = 5;
   for (const int32_t side : {23170, 32767, 65535, 1600000000, INT32_MAX}) {
     EXPECT_EQ(Members<TypeParam>::intBytes({side, side}, &bytes), DAX_STS_BUFFER_OVERFLOW) << side;
-    TypeParam pixel = 7;
-    double buffer = 0;
-    EXPECT_EQ(Members<TypeParam>::meanInt(&pixel, side, &pixel, side, {side, side}, {1, 1}, &buffer),
-              DAX_STS_BUFFER_OVERFLOW);
   }
-  EXPECT_EQ(bytes, 5u);
 }
 
-TEST(MeanChecks, BufferSizesByMask) {
-  uint64_t bytes = 5;
-  EXPECT_EQ(DAXI_FilterMeanBufferSize_8u_V2({40, 40}, {0, 5}, nullptr), DAX_STS_NULL_POINTER);
-  for (const DaxiSize mask : {DaxiSize{0, 5}, {5, -1}, {256, 1}, {1, 256}, {41, 3}, {3, 51}}) {
-    const DaxiSize size = mask.width > 255 || mask.height > 255 ? DaxiSize{300, 300} : DaxiSize{40, 50};
-    EXPECT_EQ(DAXI_FilterMeanBufferSize_8u_V2(size, mask, &bytes), DAX_STS_BAD_PARAM);
-    EXPECT_EQ(DAXI_FilterMeanBufferSize_8u_MT(size, mask, 3, &bytes), DAX_STS_BAD_PARAM);
-  }
-  EXPECT_EQ(bytes, 5u);
-  EXPECT_EQ(DAXI_FilterMeanBufferSize_8u_MT({INT32_MAX, INT32_MAX}, {1, 1}, UINT32_MAX, &bytes),
-            DAX_STS_BUFFER_OVERFLOW);
+TEST(MeanMembers, BufferSizesByMask) {
   struct Case {
     DaxiSize size, mask;
     uint32_t threads;
@@ -376,11 +258,10 @@ TEST(MeanChecks, BufferSizesByMask) {
                         {{640, 480}, {16, 1}, 1, 1408},  {{640, 480}, {15, 15}, 4, 5248},
                         {{640, 480}, {16, 15}, 4, 5376}, {{8, 100}, {3, 3}, 2, 3200}};
   for (const Case& c : cases) {
+    uint64_t bytes = 0;
     EXPECT_EQ(DAXI_FilterMeanBufferSize_8u_MT(c.size, c.mask, c.threads, &bytes), DAX_STS_OK);
     EXPECT_EQ(bytes, c.bytes);
   }
-  EXPECT_EQ(DAXI_FilterMeanBufferSize_8u_V2({640, 480}, {15, 15}, &bytes), DAX_STS_OK);
-  EXPECT_EQ(bytes, 1408u);
 }
 
 }  // namespace

@@ -5,7 +5,6 @@
 #include <utility>
 
 #include "tests/measure/blob/labeller.h"
-#include "tests/support/check_order.h"
 
 namespace dax::test {
 namespace {
@@ -185,7 +184,6 @@ TEST(BlobModels, SameListsAsInCallersMemory) {
   }
   EXPECT_EQ(DAXI_BlobFindV3DestroyModel_8u(&kept), DAX_STS_OK);
   EXPECT_EQ(DAXI_BlobFindV3DestroyModel_8u(&kept), DAX_STS_OK);
-  EXPECT_EQ(DAXI_BlobFindV3DestroyModel_8u(nullptr), DAX_STS_NULL_POINTER);
 }
 
 TEST(BlobFind, ListAccess) {
@@ -197,89 +195,6 @@ TEST(BlobFind, ListAccess) {
   const DaxiDomainList& list = label(image, DAX_ISA_NEON);
   EXPECT_EQ(_DAXI_SelectDomainIndex(&list, 1)->head.start, 2);
   EXPECT_EQ(_DAXI_SelectDomainIndex(&list, 2), nullptr);
-}
-
-struct Arguments {
-  const uint8_t* src;
-  int32_t step;
-  DaxiSize size;
-  void* model;
-  const DaxiDomainList** list;
-  void* buffer;
-  int32_t isa;
-};
-
-TEST(BlobFindChecks, OrderAndCodes) {
-  Image src({8, 2});
-  src.fill([](int32_t, int32_t) { return 1; });
-  GuardedBuffer<uint8_t> model(4096), buffer(256);
-  const DaxiDomainList* list = nullptr;
-  std::vector<CheckClause<Arguments>> clauses = {
-      {"source null", DAX_STS_NULL_POINTER, [](Arguments& a) { a.src = nullptr; }},
-      {"model null", DAX_STS_NULL_POINTER, [](Arguments& a) { a.model = nullptr; }},
-      {"list null", DAX_STS_NULL_POINTER, [](Arguments& a) { a.list = nullptr; }},
-      {"buffer null", DAX_STS_NULL_POINTER, [](Arguments& a) { a.buffer = nullptr; }},
-      {"no rows", DAX_STS_BAD_SIZE, [](Arguments& a) { a.size.height = 0; }},
-      {"too wide", DAX_STS_BAD_SIZE, [](Arguments& a) { a.size.width = 65537; }},
-      {"step", DAX_STS_BAD_STEP, [](Arguments& a) { a.step = 7; }},
-  };
-  const auto untouched = [&] {
-    return list == nullptr && std::all_of(model.begin(), model.end(), [](uint8_t b) { return b == 0xA5; });
-  };
-  const Arguments good{src.data(), 8, {8, 2}, model.data(), &list, buffer.data(), 0};
-  expectCheckOrder<Arguments>(
-      good, clauses,
-      [](const Arguments& a) { return DAXI_BlobFind_8u_C1R(a.src, a.step, a.size, 8, a.model, a.list, a.buffer); },
-      untouched);
-
-  clauses.push_back({"code", DAX_STS_BAD_ISA, [](Arguments& a) { a.isa = -1; }});
-  for (auto* const find : {DAXI_BlobFind_8u_C1IR_IS, DAXI_BlobFindMultiCls_8u_C1IR_IS}) {
-    list = nullptr;
-    std::fill(model.begin(), model.end(), 0xA5);
-    expectCheckOrder<Arguments>(
-        good, clauses,
-        [&](const Arguments& a) {
-          return find(const_cast<uint8_t*>(a.src), a.step, a.size, 8, a.model, a.list, a.buffer, a.isa);
-        },
-        untouched);
-  }
-}
-
-// The buffer of a model has no part in its checks: the model itself comes back untouched.
-TEST(BlobFindChecks, Models) {
-  Image src({8, 2});
-  DaxiBlobModel *model = nullptr, *second = nullptr;
-  const DaxiDomainList* list = nullptr;
-  for (auto* const find : {DAXI_BlobFindV2_8u_C1IR, DAXI_BlobFindV3_8u_C1IR}) {
-    EXPECT_EQ(find(nullptr, 8, {0, 2}, 8, &model, &list), DAX_STS_NULL_POINTER);
-    EXPECT_EQ(find(src.data(), 8, {8, 2}, 8, nullptr, &list), DAX_STS_NULL_POINTER);
-    EXPECT_EQ(find(src.data(), 8, {8, 2}, 8, &model, nullptr), DAX_STS_NULL_POINTER);
-    EXPECT_EQ(find(src.data(), 7, {8, 0}, 8, &model, &list), DAX_STS_BAD_SIZE);
-    EXPECT_EQ(find(src.data(), 7, {65537, 2}, 8, &model, &list), DAX_STS_BAD_SIZE);
-    EXPECT_EQ(find(src.data(), 7, {8, 2}, 8, &model, &list), DAX_STS_BAD_STEP);
-    EXPECT_EQ(model, second);
-    EXPECT_EQ(list, nullptr);
-  }
-}
-
-TEST(BlobFindChecks, SizeQueries) {
-  for (auto* const query : {DAXI_BlobFindModelSize_8u, DAXI_BlobFindBufferSize_8u}) {
-    uint64_t bytes = 7;
-    EXPECT_EQ(query({8, 8}, 8, nullptr), DAX_STS_NULL_POINTER);
-    for (const DaxiSize size : {DaxiSize{0, 5}, {5, -1}, {65537, 1}, {1, 65537}, {INT32_MAX, INT32_MAX}}) {
-      EXPECT_EQ(query(size, 8, &bytes), DAX_STS_BAD_PARAM);
-      EXPECT_EQ(bytes, 7u);
-    }
-    EXPECT_EQ(query({65536, 65536}, 4, &bytes), DAX_STS_OK);
-    EXPECT_GT(bytes, uint64_t{1} << 31);
-  }
-  for (auto* const query : {DAXI_BlobFindMultiClsModelSize_8u, DAXI_BlobFindMultiClsBufferSize_8u}) {
-    uint64_t bytes = 7;
-    EXPECT_EQ(query({8, 8}, nullptr), DAX_STS_NULL_POINTER);
-    EXPECT_EQ(query({65536, 65536}, &bytes), DAX_STS_BAD_PARAM);  // one run more than indices can hold
-    EXPECT_EQ(bytes, 7u);
-    EXPECT_EQ(query({65536, 65535}, &bytes), DAX_STS_OK);
-  }
 }
 
 }  // namespace

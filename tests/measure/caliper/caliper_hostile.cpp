@@ -119,7 +119,8 @@ void results(Call& c, const char* name, const typename Kind::Cfg* cfg) {
 void profile(Call& c) {
   auto* const record = c.record<CaliperProfile>("profile");
   if (!record) return;
-  record->capacity = c.chance(85) ? 300 : static_cast<int32_t>(c.between(1, 40));
+  // In rounds whatever the fields of the configuration ask for.
+  record->capacity = c.isRound() || c.chance(85) ? 300 : static_cast<int32_t>(c.between(1, 40));
   if (c.isSpoiled("profile", 50)) record->capacity = -record->capacity;
   for (float** const each : {&record->profile, &record->response}) {
     const bool missing = c.isSpoiled("profile", 50);

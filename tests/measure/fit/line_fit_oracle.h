@@ -52,27 +52,44 @@ inline std::optional<Line> searchPairs(const std::vector<Point>& points, const L
   std::optional<Line> fullest, closest;
   size_t most = 0;
   double least = DBL_MAX;
+  std::vector<bool> covered;
+  const auto offer = [&](size_t i, size_t j) {
+    const double dx = points[j].x - points[i].x, dy = points[j].y - points[i].y, length = std::hypot(dx, dy);
+    if (length * length < 1.1920929e-7) return;
+    if (cfg.angleConstraint) {
+      const double turn = std::remainder(std::atan2(dy, dx) - cfg.expectedAngle, M_PI);
+      if (std::fabs(turn) > cfg.angleTolerance + 1.2e-7) return;
+    }
+    const Line line{-dy / length, dx / length, (points[j].y * points[i].x - points[j].x * points[i].y) / length};
+    double sum = 0;
+    size_t count = 1;
+    for (size_t k = 0; k < n; ++k) {
+      const double d = line.distance(points[k]);
+      if (d <= cfg.distanceThreshold + 1.1920929e-7) sum += d, ++count;
+      if (k >= j && d <= 0.5) covered[k] = true;
+    }
+    if (count > most) most = count, fullest = line;
+    if (count + static_cast<size_t>(cfg.maxRejected) >= n && sum / static_cast<double>(count) <= least) {
+      least = sum / static_cast<double>(count), closest = line;
+    }
+  };
+  if (cfg.initMethod == 3 && n > 200) {
+    covered.assign(n, false);
+    uint64_t state = 0;
+    const auto next = [&] {
+      state = state * 6364136223846793005u + 1442695040888963407u;
+      return static_cast<size_t>((state >> 32) * n >> 32);
+    };
+    for (size_t k = std::min<size_t>(20000, std::max<size_t>(1000, 4000000 / n)); k > 0; --k) {
+      const size_t i = next(), j = next();
+      offer(std::min(i, j), std::max(i, j));
+    }
+    return closest ? closest : fullest;
+  }
   for (size_t i = 0; i < n; ++i) {
-    std::vector<bool> covered(n);
+    covered.assign(n, false);
     for (size_t j = i + 1; j < n; ++j) {
-      const double dx = points[j].x - points[i].x, dy = points[j].y - points[i].y, length = std::hypot(dx, dy);
-      if (covered[j] || length * length < 1.1920929e-7) continue;
-      if (cfg.angleConstraint) {
-        const double turn = std::remainder(std::atan2(dy, dx) - cfg.expectedAngle, M_PI);
-        if (std::fabs(turn) > cfg.angleTolerance + 1.2e-7) continue;
-      }
-      const Line line{-dy / length, dx / length, (points[j].y * points[i].x - points[j].x * points[i].y) / length};
-      double sum = 0;
-      size_t count = 1;
-      for (size_t k = 0; k < n; ++k) {
-        const double d = line.distance(points[k]);
-        if (d <= cfg.distanceThreshold + 1.1920929e-7) sum += d, ++count;
-        if (k >= j && d <= 0.5) covered[k] = true;
-      }
-      if (count > most) most = count, fullest = line;
-      if (count + static_cast<size_t>(cfg.maxRejected) >= n && sum / static_cast<double>(count) <= least) {
-        least = sum / static_cast<double>(count), closest = line;
-      }
+      if (!covered[j]) offer(i, j);
     }
   }
   return closest ? closest : fullest;

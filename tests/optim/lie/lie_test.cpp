@@ -6,7 +6,6 @@
 #include <numbers>
 #include <vector>
 
-#include "frame/math.h"
 #include "tests/support/test_image.h"
 
 namespace dax::test {
@@ -59,22 +58,6 @@ double largest(const std::vector<double>& a, const std::vector<double>& b) {
   double most = 0;
   for (size_t i = 0; i < a.size(); ++i) most = std::max(most, std::fabs(a[i] - b[i]));
   return most;
-}
-
-TEST(Lie, SineAndCosine) {
-  Random random(1);
-  for (int k = 0; k < 200000; ++k) {
-    const double range = k % 3 == 0 ? 1 : k % 3 == 1 ? 10 : 1e6;
-    const double angle = range * (static_cast<double>(random.next() >> 11) / 4503599627370496.0 - 1);
-    const SinCos got = sinCosAny(angle);
-    ASSERT_NEAR(got.sine, std::sin(angle), 2.3e-16) << angle;
-    ASSERT_NEAR(got.cosine, std::cos(angle), 2.3e-16) << angle;
-  }
-  for (const double bad : {static_cast<double>(INFINITY), -static_cast<double>(INFINITY), static_cast<double>(NAN)}) {
-    EXPECT_TRUE(std::isnan(sinCosAny(bad).sine));
-    EXPECT_TRUE(std::isnan(sinCosAny(bad).cosine));
-  }
-  EXPECT_NEAR(sinCosAny(1e15).sine, std::sin(1e15), 0.5);
 }
 
 TEST(Lie, ExponentialsAgainstTheirSeries) {
@@ -143,40 +126,6 @@ TEST(Lie, JacobianOfTheLogarithm) {
       PRMT_SO3_Update_f64(behind, step);
       for (int i = 0; i < 3; ++i) EXPECT_NEAR((ahead[i] - behind[i]) / 2e-6, jacobian[3 * i + j], 1e-7);
     }
-  }
-}
-
-// Each argument null, then all of them in memory that ends where it must.
-TEST(Lie, ArgumentsAndTheirMemory) {
-  const auto filled = [](size_t count) {
-    GuardedBuffer<double> values(count);
-    for (size_t i = 0; i < count; ++i) values[i] = 0.25 * static_cast<double>(i % 3);
-    return values;
-  };
-  const struct {
-    int32_t (*call)(const double*, double*);
-    size_t from, to;
-  } unary[] = {{PRMT_SO3_Exp_f64, 3, 9},         {PRMT_SO3_Log_f64, 9, 3},  {PRMT_SO3_Inverse_f64, 9, 9},
-               {PRMT_SO3_LogJacobian_f64, 3, 9}, {PRMT_SE3_Exp_f64, 6, 16}, {PRMT_SE3_Log_f64, 16, 6},
-               {PRMT_SE3_Inverse_f64, 16, 16}};
-  for (const auto& f : unary) {
-    GuardedBuffer<double> from = filled(f.from), to = filled(f.to);
-    EXPECT_EQ(f.call(nullptr, to.data()), -21);
-    EXPECT_EQ(f.call(from.data(), nullptr), -21);
-    EXPECT_EQ(f.call(from.data(), to.data()), 0);
-  }
-  for (const size_t n : {9, 16}) {
-    const auto compose = n == 9 ? PRMT_SO3_Compose_f64 : PRMT_SE3_Compose_f64;
-    const auto update = n == 9 ? PRMT_SO3_Update_f64 : PRMT_SE3_Update_f64;
-    GuardedBuffer<double> a = filled(n), b = filled(n), ab = filled(n), v = filled(n == 9 ? 3 : 6),
-                          d = filled(v.size());
-    EXPECT_EQ(compose(nullptr, b.data(), ab.data()), -21);
-    EXPECT_EQ(compose(a.data(), nullptr, ab.data()), -21);
-    EXPECT_EQ(compose(a.data(), b.data(), nullptr), -21);
-    EXPECT_EQ(compose(a.data(), b.data(), ab.data()), 0);
-    EXPECT_EQ(update(nullptr, d.data()), -21);
-    EXPECT_EQ(update(v.data(), nullptr), -21);
-    EXPECT_EQ(update(v.data(), d.data()), 0);
   }
 }
 

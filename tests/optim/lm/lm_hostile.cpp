@@ -115,11 +115,13 @@ void solve(Call& c, const std::function<DaxStatus(uint64_t*)>& query) {
   if (double* const x = c.reals<double>("x", n < 1 ? -1 : n)) c.block(x)->firm = true;
   settings(c);
   uint64_t need = 0;
-  const bool known = query(&need) == PRMT_STS_OK && need <= Arena::kMaxBytes;
+  const bool isNeedKnown = query(&need) == PRMT_STS_OK, known = isNeedKnown && need <= Arena::kMaxBytes;
+  c.vague |= isNeedKnown && !known;
   const uint64_t room = known && c.chance(10) ? need * static_cast<uint64_t>(c.random.below(100)) / 100 : need;
   if (auto* const bytes = static_cast<uint64_t*>(c.array("bytes", 1))) *bytes = room;
-  c.set("buffer",
-        known && !c.isSpoiled("buffer") ? c.memory("buffer", static_cast<int64_t>(room), Role::work) : nullptr);
+  // Some memory where the query refuses the sides, as the solver must.
+  const bool isGiven = (known || !isNeedKnown) && !c.isSpoiled("buffer");
+  c.set("buffer", isGiven ? c.memory("buffer", known ? static_cast<int64_t>(room) : 1024, Role::work) : nullptr);
   c.worksBeforeFailing = true;
   for (const int64_t status :
        {PRMT_STS_FAILURE, PRMT_STS_FULL, PRMT_STS_NOT_FINITE, PRMT_STS_BUFFER_TOO_SMALL, PRMT_STS_BAD_PARAM}) {

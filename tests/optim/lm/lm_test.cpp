@@ -205,16 +205,6 @@ TEST(Lm, CallbacksFailAtEveryCall) {
   }
 }
 
-// Callbacks that overwrite what they get harm nobody.
-TEST(Lm, CallbacksGetCopies) {
-  LeastSquares problem = classicFunctions()[0].problem;
-  const Solve polite(problem);
-  problem.rude = true;
-  const Solve rude(problem);
-  EXPECT_EQ(polite.x, rude.x);
-  EXPECT_EQ(polite.rmse, rude.rmse);
-}
-
 // Callbacks may keep what the residuals took long to compute: the Jacobian is asked for at their last point.
 TEST(Lm, JacobianFollowsResiduals) {
   LeastSquares problem = classicFunctions()[0].problem;
@@ -247,62 +237,6 @@ TEST(Lm, StepsGoThroughTheUpdate) {
     if (x[0] > pi) x[0] -= 2 * pi;
   };
   EXPECT_NEAR(Solve(problem, settings(1e-12)).x[0], goal, 1e-9);
-}
-
-TEST(Lm, ChecksInOrder) {
-  LeastSquares problem = line();
-  struct Arguments {
-    double* x;
-    int32_t n, m;
-    PrmtLmFunctions functions;
-    void* user;
-    PrmtLmParam* param;
-    double* rmse;
-    void* buffer;
-    bool noFunctions;
-  };
-  std::vector<uint8_t> buffer(1 << 14);
-  PrmtLmParam param = settings();
-  double x = 4, rmse = 77, norm = 78;
-  const struct {
-    const char* name;
-    int32_t status;
-    void (*spoil)(Arguments&);
-  } clauses[] = {
-      {"x", -21, [](Arguments& a) { a.x = nullptr; }},
-      {"functions", -21, [](Arguments& a) { a.noFunctions = true; }},
-      {"user", -21, [](Arguments& a) { a.user = nullptr; }},
-      {"settings", -21, [](Arguments& a) { a.param = nullptr; }},
-      {"output", -21, [](Arguments& a) { a.rmse = nullptr; }},
-      {"buffer", -21, [](Arguments& a) { a.buffer = nullptr; }},
-      {"residuals", -21, [](Arguments& a) { a.functions.residuals = nullptr; }},
-      {"Jacobian", -21, [](Arguments& a) { a.functions.jacobian = nullptr; }},
-      {"update", -21, [](Arguments& a) { a.functions.update = nullptr; }},
-      {"n", -26, [](Arguments& a) { a.n = 0; }},
-      {"m", -26, [](Arguments& a) { a.m = -1; }},
-      {"elements", -26, [](Arguments& a) { a.functions.elements = -1; }},
-  };
-  for (size_t i = 0; i < std::size(clauses); ++i) {
-    for (size_t j = i; j < std::size(clauses); ++j) {
-      Arguments a{&x, 1, 1, functionsOf(), &problem, &param, &rmse, buffer.data(), false};
-      clauses[j].spoil(a), clauses[i].spoil(a);
-      uint64_t bytes = buffer.size();
-      EXPECT_EQ(PRMT_LM_Process_f64(a.x, a.n, a.m, a.noFunctions ? nullptr : &a.functions, a.user, a.param, a.rmse,
-                                    &norm, a.buffer, &bytes),
-                clauses[i].status)
-          << clauses[i].name << " with " << clauses[j].name;
-    }
-  }
-  EXPECT_EQ(x, 4);
-  EXPECT_EQ(rmse, 77);
-  EXPECT_EQ(norm, 78);
-  EXPECT_EQ(problem.calls, 0);
-  uint64_t bytes = 0;
-  EXPECT_EQ(PRMT_LM_BufferSize_f64(0, 1, 0, nullptr), -21);
-  EXPECT_EQ(PRMT_LM_BufferSize_f64(0, 1, 0, &bytes), -26);
-  EXPECT_EQ(PRMT_LM_BufferSize_f64(INT32_MAX, INT32_MAX, 0, &bytes), -22);
-  const double* const nothing = nullptr;
-  EXPECT_EQ(PRMT_JacNum_Process_f64(nothing, 1, 1, &problem, callResiduals, callUpdate, nullptr, &rmse), -21);
 }
 
 }  // namespace

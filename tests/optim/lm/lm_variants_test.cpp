@@ -339,34 +339,18 @@ TEST(LmVariants, Checks) {
     EXPECT_EQ(PRMT_LM_HBLK_BufferSize_f64(each.n, m, &each.shape, &bytes), each.status) << each.name;
 
   options.shape = scene.shape();
-  for (const double threshold : {0.0, -1.0, static_cast<double>(NAN)}) {
-    options.threshold = threshold;
-    EXPECT_EQ(run(Variant::huber, scene.problem, options).status, -26) << threshold;
-  }
+  PrmtCgParam cg{};
+  cg.useDefaults = 1;
   const PrmtLmFunctions functions = functionsOf();
   std::vector<uint8_t> buffer(1 << 20);
   double rmse, norm;
   Vector x = scene.problem.start;
   PrmtLmParam param = tight();
-  const PrmtCgParam bad[] = {{-1, 5, 1, 0},  {1, 5, 1, 0},   {NAN, 5, 1, 0},
-                             {0.1, 0, 1, 0}, {0.1, 5, 0, 0}, {0.1, 5, 17, 0}};
-  for (PrmtCgParam cg : bad) {
-    bytes = buffer.size();
-    EXPECT_EQ(PRMT_LM_CG_Process_f64(x.data(), n, m, &functions, &scene.problem, &param, &cg, &rmse, &norm,
-                                     buffer.data(), &bytes),
-              -26);
-  }
-  PrmtCgParam cg{};
-  cg.useDefaults = 1;
+  bytes = buffer.size();
   EXPECT_EQ(PRMT_LM_CG_Process_f64(x.data(), n, m, &functions, &scene.problem, &param, &cg, &rmse, &norm, buffer.data(),
                                    &bytes),
             0);
   EXPECT_EQ(cg.maxIterations, 500);
-  bytes = 100;
-  EXPECT_EQ(PRMT_LM_CG_Process_f64(x.data(), n, m, &functions, &scene.problem, &param, &cg, &rmse, &norm, buffer.data(),
-                                   &bytes),
-            PRMT_STS_BUFFER_TOO_SMALL);
-  EXPECT_GT(bytes, 1000u);
 }
 
 }  // namespace

@@ -24,18 +24,5 @@ TEST(Strd, CertifiedParameters) {
   }
 }
 
-// As good as the problem lets it, with the default damping.
-TEST(Strd, DefaultDamping) {
-  int32_t good = 0;
-  const std::vector<Problem> problems = readProblems(DAX_TEST_DATA "/strd/problems.txt");
-  for (const Problem& problem : problems) {
-    for (const int start : {0, 1}) {
-      const Result result = solve(problem, start, {1e-15, 1e-15, 2000, 1e-6, 0.01, 10, 0, 0});
-      good += result.status == 0 && digits(problem, result.x) >= 4;
-    }
-  }
-  EXPECT_GE(good, 42);
-}
-
 }  // namespace
 }  // namespace dax::test::strd

@@ -30,15 +30,15 @@ std::vector<Pattern> patterns() {
   for (size_t i = 0; i < dice.size(); ++i) dice[i] = random.below(40) == 0;
   return {
       {"one", 1, [](int32_t, int32_t) { return false; }, 1},
-      {"diagonal", 50, [](int32_t, int32_t) { return false; }, 50 * 4},
+      {"diagonal", 50, [](int32_t, int32_t) { return false; }, 50},
       {"dense", 37, [](int32_t, int32_t) { return true; }, 37 * 37},
       // An arrow that points the wrong way fills everything in its own order.
-      {"arrow", 200, [](int32_t, int32_t j) { return j == 0; }, 200 * 8},
-      {"chain", 300, [](int32_t i, int32_t j) { return i - j == 1; }, 300 * 18},
+      {"arrow", 200, [](int32_t, int32_t j) { return j == 0; }, 650},
+      {"chain", 300, [](int32_t i, int32_t j) { return i - j == 1; }, 5100},
       {"loop of blocks of 6", 600, [](int32_t i, int32_t j) { return i / 6 - j / 6 <= 1 || i / 6 - j / 6 == 99; },
-       600 * 30},
-      {"grid", 400, [](int32_t i, int32_t j) { return i - j == 20 || (i - j == 1 && i % 20 != 0); }, 400 * 30},
-      {"random", 300, [](int32_t i, int32_t j) { return bool{dice[static_cast<size_t>(i * 300 + j)]}; }, 300 * 300},
+       14400},
+      {"grid", 400, [](int32_t i, int32_t j) { return i - j == 20 || (i - j == 1 && i % 20 != 0); }, 9600},
+      {"random", 300, [](int32_t i, int32_t j) { return bool{dice[static_cast<size_t>(i * 300 + j)]}; }, 26200},
       // Cameras first, then points that each see a few of them.
       {"cameras and points", 12 * 6 + 150 * 3,
        [](int32_t i, int32_t j) {
@@ -46,8 +46,8 @@ std::vector<Pattern> patterns() {
          if (j >= 72) return sameBlock(i - 72, j - 72, 3);
          return ((i - 72) / 3 + j / 6) % 4 == 0 || ((i - 72) / 3 * 7 + j / 6) % 5 == 0;
        },
-       72 * 72 + 450 * 45},
-      {"two parts", 90, [](int32_t i, int32_t j) { return i / 45 == j / 45 && (i * 31 + j * 17) % 7 == 0; }, 90 * 60},
+       20400},
+      {"two parts", 90, [](int32_t i, int32_t j) { return i / 45 == j / 45 && (i * 31 + j * 17) % 7 == 0; }, 1100},
   };
 }
 
@@ -156,30 +156,6 @@ TEST(Cholesky, Pivots) {
     EXPECT_EQ(PRM_Cholesky_Process_64f(&factor, matrix.msp.value, elementsOf(matrix.msp), 0, rhs.data()), solved)
         << value;
   }
-}
-
-TEST(LeastSquaresSolver, FindsTheBestSolutionAndRefusesDependentColumns) {
-  const int32_t m = 9, n = 4;
-  std::vector<double> a(m * n), b(m), x(n), scratch(n);
-  std::vector<int32_t> pivots(n);
-  Random random(3);
-  for (double& value : a) value = random.below(201) - 100;
-  for (double& value : b) value = random.below(201) - 100;
-  std::vector<double> keptA = a, keptB = b;
-  ASSERT_EQ(PRM_EQUA_LSM_Process_64f(a.data(), m, n, b.data(), x.data(), scratch.data(), pivots.data()), 1);
-  // The rest is orthogonal to every column.
-  for (int32_t j = 0; j < n; ++j) {
-    double product = 0;
-    for (int32_t i = 0; i < m; ++i) {
-      double rest = -keptB[static_cast<size_t>(i)];
-      for (int32_t k = 0; k < n; ++k) rest += keptA[static_cast<size_t>(i + k * m)] * x[static_cast<size_t>(k)];
-      product += rest * keptA[static_cast<size_t>(i + j * m)];
-    }
-    EXPECT_NEAR(product, 0, 1e-9);
-  }
-  a = keptA, b = keptB;
-  std::fill_n(a.begin() + m, m, 0.0);
-  EXPECT_EQ(PRM_EQUA_LSM_Process_64f(a.data(), m, n, b.data(), x.data(), scratch.data(), pivots.data()), 0);
 }
 
 }  // namespace

@@ -7,7 +7,6 @@
 #include <cstring>
 
 #include "pcl/convert/range_to_xyz_portable.h"
-#include "tests/support/check_order.h"
 #include "tests/support/test_image.h"
 
 namespace dax::test {
@@ -128,65 +127,6 @@ TEST(RangeToXyzExports, ResultsOfEachMember) {
   EXPECT_EQ(point(DAX3DPCL_PREP_CONVERT_Depth2XYZ_32s32f, ints, pinhole),
             (std::array{-100000.5f, -100000.5f, 200001.0f}));
   EXPECT_EQ(point(DAX3DPCL_PREP_CONVERT_Depth2XYZ_32f32f, floats, pinhole), (std::array{-1.0f, -1.0f, 2.0f}));
-}
-
-struct Arguments {
-  DAX3DPCL_RANGE_MAP map;
-  void* buffer;
-  float** points;
-  DAX3DPCL_CLOUD_SIZE* size;
-};
-
-TEST(RangeToXyzChecks, OrderCodesAndSizes) {
-  static int16_t value = 7;
-  static uint8_t mask = 1;
-  static float buffer[32];
-  static float* points;
-  static DAX3DPCL_CLOUD_SIZE size;
-  const std::vector<CheckClause<Arguments>> common = {
-      {"values", DAX_STS_NULL_POINTER, [](Arguments& a) { a.map.values = nullptr; }},
-      {"mask", DAX_STS_NULL_POINTER, [](Arguments& a) { a.map.mask = nullptr; }},
-      {"buffer", DAX_STS_NULL_POINTER, [](Arguments& a) { a.buffer = nullptr; }},
-      {"points", DAX_STS_NULL_POINTER, [](Arguments& a) { a.points = nullptr; }},
-      {"size", DAX_STS_NULL_POINTER, [](Arguments& a) { a.size = nullptr; }},
-      {"cols", DAX_STS_BAD_PARAM, [](Arguments& a) { a.map.cols = 0; }},
-      {"rows", DAX_STS_BAD_PARAM, [](Arguments& a) { a.map.rows = -1; }},
-  };
-  const auto untouched = [] { return !points && size.width == 0 && buffer[0] == 0; };
-  auto grid = common, pinhole = common;
-  grid.push_back({"sx", DAX_STS_BAD_PARAM, [](Arguments& a) { a.map.params[0] = 1e-39f; }});
-  grid.push_back({"sy", DAX_STS_BAD_PARAM, [](Arguments& a) { a.map.params[1] = NAN; }});
-  grid.push_back({"sz", DAX_STS_BAD_PARAM, [](Arguments& a) { a.map.params[2] = 0; }});
-  pinhole.push_back({"a", DAX_STS_BAD_PARAM, [](Arguments& a) { a.map.params[0] = 1.1920929e-7f; }});
-  pinhole.push_back({"fx", DAX_STS_BAD_PARAM, [](Arguments& a) { a.map.params[2] = 0; }});
-  pinhole.push_back({"fy", DAX_STS_BAD_PARAM, [](Arguments& a) { a.map.params[3] = NAN; }});
-  const auto with = [&](const Params& params) {
-    Arguments a{{1, 1, {}, nullptr, &mask, &value}, buffer, &points, &size};
-    std::copy(params.begin(), params.end(), a.map.params);
-    return a;
-  };
-  expectCheckOrder<Arguments>(
-      with({-1, 1.2e-38f, -1, NAN, 0, 0}), grid,
-      [](const Arguments& a) { return DAX3DPCL_PREP_CONVERT_Range2XYZ_16s32f(&a.map, a.buffer, 1, a.points, a.size); },
-      untouched);
-  points = nullptr, size = {}, buffer[0] = 0;
-  expectCheckOrder<Arguments>(
-      with({1, -5, 1e-39f, 1, 0, 0}), pinhole,
-      [](const Arguments& a) { return DAX3DPCL_PREP_CONVERT_Depth2XYZ_16s32f(&a.map, a.buffer, 0, a.points, a.size); },
-      untouched);
-  EXPECT_EQ(DAX3DPCL_PREP_CONVERT_Depth2XYZ_16s32f(nullptr, buffer, 0, &points, &size), DAX_STS_NULL_POINTER);
-
-  uint64_t bytes = 5;
-  for (auto* const query :
-       {DAX3DPCL_PREP_CONVERT_Range2XYZ_ResultSize_16s32f, DAX3DPCL_PREP_CONVERT_Range2XYZ_ResultSize_32s32f,
-        DAX3DPCL_PREP_CONVERT_Range2XYZ_ResultSize_32f32f, DAX3DPCL_PREP_CONVERT_Depth2XYZ_ResultSize_16s32f,
-        DAX3DPCL_PREP_CONVERT_Depth2XYZ_ResultSize_32s32f, DAX3DPCL_PREP_CONVERT_Depth2XYZ_ResultSize_32f32f}) {
-    EXPECT_EQ(query({0, 0}, nullptr), DAX_STS_NULL_POINTER);
-    EXPECT_EQ(query({1, 0}, &bytes), DAX_STS_BAD_PARAM);
-    EXPECT_EQ(query({INT32_MAX, INT32_MAX}, &bytes), DAX_STS_BUFFER_OVERFLOW);
-    EXPECT_EQ(query({11, 1}, &bytes), DAX_STS_OK);
-    EXPECT_EQ(bytes, 256u);
-  }
 }
 
 }  // namespace

@@ -12,7 +12,6 @@
 
 #include "tests/pcl/file/range_file_oracle.h"
 #include "tests/pcl/record/range_sample.h"
-#include "tests/support/check_order.h"
 #include "zur/memory.h"
 
 namespace dax::test {
@@ -304,8 +303,6 @@ TEST_F(RangeFile, RecordsReadTwice) {
   EXPECT_EQ(contents(read.record.colour, 2, 1), std::string(12, 'p'));
   EXPECT_EQ(DAX3DPCL_UTILS_READ_RANGE_V4(directory_.c_str(), &read.record), DAX_STS_FILE_READ);
   EXPECT_EQ(DAX3DPCL_UTILS_READ_RANGE_V4((path_ + "x").c_str(), &read.record), DAX_STS_FILE_OPEN);
-  EXPECT_EQ(DAX3DPCL_UTILS_READ_RANGE_V4(nullptr, &read.record), DAX_STS_NULL_POINTER);
-  EXPECT_EQ(DAX3DPCL_UTILS_READ_RANGE_V4(path_.c_str(), nullptr), DAX_STS_NULL_POINTER);
 }
 
 TEST_F(RangeFile, FailedWritesLeaveTheOldFile) {
@@ -339,47 +336,6 @@ TEST_F(RangeFile, FailedWritesLeaveTheOldFile) {
   EXPECT_EQ(DAX3DPCL_UTILS_WRITE_RANGE_V4(link.c_str(), &other.record), DAX_STS_OK);
   EXPECT_TRUE(fs::is_symlink(link));
   EXPECT_EQ(load(), plainFile(other));
-}
-
-struct Arguments {
-  const char* path;
-  DAX3D_RANGE_V4 record;
-};
-
-TEST_F(RangeFile, WriterChecks) {
-  const RangeSample sample(7, 5, DAX3D_RANGE_WITH_MASK, 200);
-  const std::vector<CheckClause<Arguments>> grid = {
-      {"mask owner", DAX_STS_NULL_POINTER, [](Arguments& a) { a.record.mask.owner[0] = nullptr; }},
-      {"range owner", DAX_STS_NULL_POINTER, [](Arguments& a) { a.record.range.owner[0] = nullptr; }},
-      {"range plane", DAX_STS_NULL_POINTER, [](Arguments& a) { a.record.range.image.plane[0] = nullptr; }},
-      {"range format", DAX_STS_IMAGE_FORMAT, [](Arguments& a) { a.record.range.image.format = 1; }},
-      {"mask format", DAX_STS_IMAGE_FORMAT, [](Arguments& a) { a.record.mask.image.format = 3; }},
-      {"mask height", DAX_STS_IMAGE_SIZE, [](Arguments& a) { ++a.record.mask.image.height; }},
-      {"no rows", DAX_STS_IMAGE_SIZE,
-       [](Arguments& a) { a.record.mask.image.height = a.record.range.image.height = 0; }},
-      {"wide", DAX_STS_IMAGE_SIZE,
-       [](Arguments& a) { a.record.mask.image.width = a.record.range.image.width = 32768; }},
-      {"range step", DAX_STS_IMAGE_STEP, [](Arguments& a) { ++a.record.range.image.step[0]; }},
-      {"mask step", DAX_STS_IMAGE_STEP, [](Arguments& a) { --a.record.mask.image.step[0]; }},
-  };
-  const Arguments good{path_.c_str(), sample.record};
-  const auto nothing = [&] { return !fs::exists(path_); };
-  expectCheckOrder<Arguments>(
-      good, grid, [](const Arguments& a) { return DAX3DPCL_UTILS_WRITE_RANGE_V4(a.path, &a.record); }, nothing);
-  fs::remove(path_);
-
-  std::vector<CheckClause<Arguments>> full = {{"path", DAX_STS_NULL_POINTER, [](Arguments& a) { a.path = nullptr; }},
-                                              {"type", DAX_STS_IMAGE_FORMAT, [](Arguments& a) { a.record.type = 2; }}};
-  full.insert(full.end(), grid.begin(), grid.end());
-  full.insert(full.end(),
-              {{"colour format", DAX_STS_IMAGE_FORMAT, [](Arguments& a) { a.record.colour.image.format = 1; }},
-               {"third plane", DAX_STS_NULL_POINTER, [](Arguments& a) { a.record.colour.owner[2] = nullptr; }},
-               {"no colour", DAX_STS_IMAGE_SIZE, [](Arguments& a) { a.record.colour.image.width = 0; }},
-               {"colour step", DAX_STS_IMAGE_STEP, [](Arguments& a) { a.record.colour.image.step[1] = 8; }}});
-  expectCheckOrder<Arguments>(
-      good, full, [](const Arguments& a) { return DAX3DPCL_UTILS_WRITE_RANGE_V4_V2(a.path, &a.record); }, nothing);
-  EXPECT_EQ(DAX3DPCL_UTILS_WRITE_RANGE_V4(nullptr, &sample.record), DAX_STS_NULL_POINTER);
-  EXPECT_EQ(DAX3DPCL_UTILS_WRITE_RANGE_V4(path_.c_str(), nullptr), DAX_STS_NULL_POINTER);
 }
 
 }  // namespace

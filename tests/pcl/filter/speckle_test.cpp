@@ -5,7 +5,6 @@
 #include <algorithm>
 
 #include "tests/pcl/filter/speckle_oracle.h"
-#include "tests/support/check_order.h"
 #include "tests/support/test_image.h"
 
 namespace dax::test {
@@ -97,52 +96,6 @@ TEST(SpeckleRegions, SpiralsCombsAndSteps) {
       }
     }
   }
-}
-
-struct Arguments {
-  DaxiSize size;
-  const int16_t* src;
-  int16_t* dst;
-  DAX3DPCL_PIXEL start, end;
-  void* buffer;
-};
-
-TEST(SpeckleChecks, OrderCodesAndSizes) {
-  const TestImage<int16_t> src({16, 8});
-  TestImage<int16_t> dst({16, 8});
-  std::vector<uint8_t> buffer(4096);
-  const std::vector<CheckClause<Arguments>> clauses = {
-      {"destination", DAX_STS_NULL_POINTER, [](Arguments& a) { a.dst = nullptr; }},
-      {"source", DAX_STS_NULL_POINTER, [](Arguments& a) { a.src = nullptr; }},
-      {"buffer", DAX_STS_NULL_POINTER, [](Arguments& a) { a.buffer = nullptr; }},
-      {"height", DAX_STS_BAD_PARAM, [](Arguments& a) { a.size.height = 0; }},
-      {"width", DAX_STS_BAD_PARAM, [](Arguments& a) { a.size.width = -1; }},
-      {"left", DAX_STS_PARAM_VALUE, [](Arguments& a) { a.start.x = -1; }},
-      {"right", DAX_STS_PARAM_VALUE, [](Arguments& a) { a.end.x = a.size.width + 1; }},
-      {"top", DAX_STS_PARAM_VALUE, [](Arguments& a) { a.start.y = -1; }},
-      {"bottom", DAX_STS_PARAM_VALUE, [](Arguments& a) { a.end.y = a.size.height + 1; }},
-      {"too many pixels", DAX_STS_BAD_SIZE,
-       [](Arguments& a) {
-         a.size = {65536, 32768};
-       }},
-  };
-  dst.remember();
-  const Arguments good{{16, 8}, src.data(), dst.data(), {0, 0}, {16, 8}, buffer.data()};
-  expectCheckOrder<Arguments>(
-      good, clauses,
-      [](const Arguments& a) {
-        return DAX3DPCL_PREP_FILTER_Speckle_S16(a.size, a.src, a.dst, a.start, a.end, 5, 0, 0, a.buffer);
-      },
-      [&] { return dst.untouched(); });
-  EXPECT_TRUE(samePixels(src, dst));
-
-  uint64_t bytes = 5;
-  EXPECT_EQ(DAX3DPCL_PREP_FILTER_Speckle_BufferSize({0, 0}, nullptr), DAX_STS_FAILURE);
-  EXPECT_EQ(DAX3DPCL_PREP_FILTER_Speckle_BufferSize({0, 1}, &bytes), DAX_STS_BAD_PARAM);
-  EXPECT_EQ(DAX3DPCL_PREP_FILTER_Speckle_BufferSize({INT32_MAX, INT32_MAX}, &bytes), DAX_STS_BUFFER_OVERFLOW);
-  EXPECT_EQ(bytes, 5u);
-  EXPECT_EQ(DAX3DPCL_PREP_FILTER_Speckle_BufferSize({33, 1}, &bytes), DAX_STS_OK);
-  EXPECT_EQ(bytes, 256u + 384 + 128);
 }
 
 }  // namespace

