@@ -82,8 +82,8 @@ DAX_API DaxStatus DAX3DPCL_SEARCH_KDTREE_RNearestSearchMask_V2(const DAX3DPCL_KD
 DAX_API DaxStatus DAX3DPCL_SEARCH_KDTREE_HandleRerange_V2(DAX3DPCL_KDTREE_V2* tree);
 
 /* As DAX3DPCL_SEARCH_KDTREE_KNearestSearch_V2, with the queries divided among the threads of the host's pool in tiles
- * of ceil(queryCount / threads). The result is the same. `stack` has the size of the mt query for `threads`. Without a
- * pool, or with threads < 2, the call runs on the caller's thread. Returns the status of the pool; on failure *count is
+ * of ceil(queryCount / threads). The result is the same. `stack` has the size of the mt query for `threads`, which need
+ * not be the number of the pool's workers: a tile has a part of it. Without a pool, or with threads < 2, the call runs on the caller's thread. Returns the status of the pool; on failure *count is
  * not written. */
 DAX_API DaxStatus DAX3DPCL_KDTREE_KNearestSearch_MT(void* pool, uint32_t threads, const DAX3DPCL_KDTREE_V2* tree,
                                                     const float* queries, int32_t queryCount, int32_t d, int32_t k,

@@ -244,7 +244,8 @@ DAX_API DaxStatus DAXI_CalipEdgeDetectV1_8u_C1RM_NEON(const uint8_t* src, int32_
                                                       CaliperProfile* profile, void* buffer);
 
 /* V2: many boxes with one configuration, results[i] for boxes[i]. They run on `pool` where it is not null, threads > 1
- * and the host exports one; otherwise one after the other, with the same result. */
+ * and the host exports one; otherwise one after the other, with the same result. `threads` is the number of shares, as
+ * in the query of the buffer, and need not be the number of the pool's workers. */
 DAX_API DaxStatus DAXI_CalipEdgeDetectV2_8u_C1R(const uint8_t* src, int32_t srcStep, DaxiSize size,
                                                 const CaliperBox* boxes, int32_t count, const CaliperEdgeCfg* cfg,
                                                 CaliperEdgeResult* results, void* buffer, uint32_t threads, void* pool);

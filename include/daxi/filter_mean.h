@@ -68,8 +68,8 @@ DAX_API DaxStatus DAXI_FilterMean_8u_C1R_IS(const uint8_t* src, int32_t srcStep,
                                             DaxiSize size, DaxiSize mask, void* buffer, int32_t isa);
 
 /* On the host's thread pool, in bands of ceil(height / threads) rows, where width >= 9, pool is not null, threads > 1
- * and threads * H <= height; else on the calling thread. `threads` is the number of the pool's workers. The result does
- * not depend on it. Returns the status of the host's parallel-for, unchanged. */
+ * and threads * H <= height; else on the calling thread. `threads` is the number of bands, which has a slice of the buffer
+ * each: any number works with any pool, and the result does not depend on it. Returns the status of the host's parallel-for, unchanged. */
 DAX_API DaxStatus DAXI_FilterMean_8u_C1R_MT(const uint8_t* src, int32_t srcStep, uint8_t* dst, int32_t dstStep,
                                             DaxiSize size, DaxiSize mask, void* buffer, uint32_t threads, void* pool);
 

@@ -209,7 +209,7 @@ TEST(MeanBands, SameResultForEveryNumberOfThreads) {
     const auto height = static_cast<uint32_t>(size.height), maskHeight = static_cast<uint32_t>(mask.height);
     for (uint32_t threads = 0; threads <= height + 1; ++threads) {
       MockPool pool;
-      pool.threads = threads, pool.concurrent = threads % 3 == 0, pool.passesLength = threads % 2;
+      pool.threads = 1 + threads * 5 % 9, pool.concurrent = threads % 3 == 0, pool.passesLength = threads % 2;
       uint64_t bytes = 0;
       ASSERT_EQ(DAXI_FilterMeanBufferSize_8u_MT(size, mask, threads, &bytes), DAX_STS_OK);
       GuardedBuffer<uint8_t> buffer(bytes);

@@ -227,7 +227,7 @@ TEST(BlobSelectPool, SameBytesAsOneThread) {
         for (const uint32_t threads : {0u, 1u, 2u, 5u}) {
           Trial many{scene, filled()};
           MockPool pool;
-          pool.threads = std::max(threads, 1u), pool.concurrent = key % 2 == 1;
+          pool.threads = 3, pool.concurrent = key % 2 == 1;
           auto poolBuffer = workBuffer(
               [&](uint64_t* bytes) { return DAXI_BlobSelectV3BufferSize_8u_MT(one.size(), threads, bytes); });
           ASSERT_EQ(

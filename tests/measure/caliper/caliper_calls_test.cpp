@@ -313,7 +313,7 @@ TEST(CaliperMembers, ManyRegionsOnAPool) {
   }
   for (const bool concurrent : {false, true}) {
     MockPool pool;
-    pool.concurrent = concurrent;
+    pool.threads = 6, pool.concurrent = concurrent;  // more than announced
     const auto pooled = run(4, &pool);
     EXPECT_GT(pool.tiles, 1);
     for (size_t i = 0; i < boxes.size(); ++i) {

@@ -182,6 +182,52 @@ TEST_F(RangeFile, ChunksInOtherOrdersNumbersAndForms) {
   }
 }
 
+// Memory beyond a short payload is 0 where it is new, and not touched where the record has it; sides of a gigabyte of
+// colour behind one byte commit no memory.
+TEST_F(RangeFile, ShortColourTouchesNoMoreThanItFills) {
+  Read read;
+  save(chunk(colour, colourPayload(32767, 32767, 201, "c")));
+  rusage before, after;
+  getrusage(RUSAGE_SELF, &before);
+  ASSERT_EQ(read.from(path_), DAX_STS_OK);
+  getrusage(RUSAGE_SELF, &after);
+  EXPECT_LT(after.ru_maxrss - before.ru_maxrss, 50000);  // KiB
+  EXPECT_EQ(static_cast<char*>(read.record.colour.owner[0])[32767], 0);
+
+  Read twice;
+  save(chunk(colour, colourPayload(2, 2, 200, "rrrrggggbbbb")) + chunk(mask, "mmmm") + chunk(height, packed(2)) +
+       chunk(width, packed(2)));
+  ASSERT_EQ(twice.from(path_), DAX_STS_OK);
+  save(chunk(colour, colourPayload(2, 2, 200, "RGB")) + chunk(mask, "M"));
+  ASSERT_EQ(twice.from(path_), DAX_STS_OK);
+  EXPECT_EQ(contents(twice.record.colour, 1, 1), "Gggg");
+  EXPECT_EQ(contents(twice.record.mask, 0, 1), "Mmmm");
+}
+
+// All bytes of an interleaved colour chunk are read, those beyond the image too.
+TEST_F(RangeFile, LongInterleavedColour) {
+  save(chunk(colour, colourPayload(2, 1, 201, "rgbrgb") + "more"));
+  Read read;
+  ASSERT_EQ(read.from(path_), DAX_STS_OK);
+  EXPECT_EQ(contents(read.record.colour, 0, 1), "rgbrgb");
+  EXPECT_EQ(bytesOf(read.record.colour.owner[0], 10), "rgbrgbmore");
+}
+
+// With type 1 the image of the mask slot keeps its fields, and the record's mask its memory.
+TEST_F(RangeFile, TypeOneLeavesTheMaskSlot) {
+  const std::string sides = chunk(height, packed(1)) + chunk(width, packed(3));
+  save(chunk(type, packed(1)) + chunk(range, "values") + sides);
+  Read read;
+  ZurImage& image = read.record.mask.image;
+  image.format = 7, image.width = 8, image.height = 9, image.step[0] = 10;
+  ASSERT_EQ(read.from(path_), DAX_STS_OK);
+  EXPECT_EQ(packed(image.format, image.width, image.height, image.step[0]), packed(7, 8, 9, 10));
+  save(chunk(type, packed(1)) + chunk(mask, "mmm") + sides);
+  ASSERT_EQ(read.from(path_), DAX_STS_OK);
+  EXPECT_EQ(packed(image.format, image.width, image.height, image.step[0]), packed(7, 8, 9, 10));
+  EXPECT_EQ(bytesOf(image.plane[0], 3), "mmm");
+}
+
 TEST_F(RangeFile, ShortMaskLeavesTheRestInvalid) {
   save(chunk(range, std::string(24, 'v')) + chunk(mask, "m") + chunk(height, packed(3)) + chunk(width, packed(4)));
   Read read;
@@ -216,7 +262,8 @@ TEST_F(RangeFile, HostileFiles) {
       {"an odd byte", chunk(range, "fives") + sides(2, 1), DAX_STS_FAILURE},
       {"two negative sides", chunk(range, "ab") + sides(-1, -1), DAX_STS_IMAGE_SIZE},
       {"a product that wraps to 0", chunk(range, none) + sides(65536, 32768), DAX_STS_FAILURE},
-      {"no pixels", chunk(range, none) + sides(0, 5), DAX_STS_IMAGE_SIZE},
+      {"no pixels", chunk(range, none) + sides(0, 5), DAX_STS_OK},
+      {"neither columns nor rows", chunk(range, none) + sides(0, 0), DAX_STS_OK},
       {"a wide row", chunk(range, std::string(65536, 'r')) + sides(32768, 1), DAX_STS_IMAGE_SIZE},
       {"the widest row", chunk(range, std::string(65534, 'r')) + sides(32767, 1), DAX_STS_OK},
       {"sides alone", sides(-1, 4), DAX_STS_IMAGE_SIZE},
@@ -229,7 +276,7 @@ TEST_F(RangeFile, HostileFiles) {
       {"colour of no bytes", chunk(colour, none), DAX_STS_FAILURE},
       {"colour header alone", picture(4, 4, 0), DAX_STS_OK},
       {"one byte of colour", picture(4, 4, 1), DAX_STS_OK},
-      {"one byte, no pixels", picture(0, 4, 1), DAX_STS_IMAGE_SIZE},
+      {"one byte, no pixels", picture(0, 4, 1), DAX_STS_OK},
       {"colour too wide", picture(32768, 1, 3), DAX_STS_IMAGE_SIZE},
       {"more colour than pixels", picture(4, 4, 51), DAX_STS_FAILURE},
       {"a mask of one byte", chunk(mask, "1") + sides(30, 30), DAX_STS_OK},
@@ -295,8 +342,8 @@ TEST_F(RangeFile, RecordsReadTwice) {
   // Values of the old sides with the new width alone.
   save(chunk(range, std::string(24, 'v')) + chunk(width, packed(4)));
   EXPECT_EQ(read.from(path_), DAX_STS_FAILURE);
-  DAX3DPCL_UTILS_RELEASE_RANGE_V4(&read.record);
-  DAX3DPCL_UTILS_RELEASE_RANGE_V4(&read.record);
+  EXPECT_EQ(DAX3DPCL_UTILS_RELEASE_RANGE_V4(&read.record), DAX_STS_OK);
+  EXPECT_EQ(DAX3DPCL_UTILS_RELEASE_RANGE_V4(&read.record), DAX_STS_OK);
   EXPECT_FALSE(read.record.range.owner[0] || read.record.range.image.plane[0] || read.record.mask.owner[0]);
   // Planes where there was one packed image.
   save(chunk(colour, colourPayload(4, 3, 200, std::string(36, 'p'))));

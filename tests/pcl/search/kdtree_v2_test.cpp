@@ -162,7 +162,7 @@ TEST_P(OnPool, TilesGiveTheSameResults) {
     for (const uint32_t threads : {0u, 1u, 2u, 3u, 64u}) {
       for (const bool concurrent : {false, true}) {
         MockPool pool;
-        pool.threads = std::max(threads, 1u);
+        pool.threads = 5;
         pool.concurrent = concurrent;
         pool.passesLength = concurrent;
         Results results;
