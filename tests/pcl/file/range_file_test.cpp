@@ -2,98 +2,19 @@
 
 #include <gtest/gtest.h>
 #include <sys/resource.h>
-#include <unistd.h>
 
-#include <algorithm>
 #include <csignal>
-#include <filesystem>
-#include <fstream>
-#include <iterator>
 
-#include "tests/pcl/file/range_file_oracle.h"
+#include "tests/pcl/file/range_file_fixture.h"
 #include "tests/pcl/record/range_sample.h"
 #include "tests/support/check_order.h"
-#include "zur/memory.h"
 
 namespace dax::test {
 namespace {
 
-namespace fs = std::filesystem;
 using oracle::chunk;
 using oracle::packed;
 using oracle::payloadOf;
-
-enum Tag : uint32_t {
-  type = 1,
-  calib = 2,
-  width = 0xA5A53D01,
-  height = 0xA5A53D02,
-  mask = 0xA5A53D03,
-  scale = 0xA5A53D07,
-  offset = 0xA5A53D08,
-  colour = 0xA5A53D0B,
-  range = 0x617D18DB
-};
-
-// A directory that goes with the test.
-class RangeFile : public testing::Test {
- protected:
-  RangeFile() : directory_(testing::TempDir() + "dax-range-" + std::to_string(getpid())), path_(directory_ + "/file") {
-    fs::create_directories(directory_);
-  }
-  ~RangeFile() override { fs::remove_all(directory_); }
-
-  void save(const std::string& bytes) {
-    std::ofstream(path_, std::ios::binary).write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
-  }
-  std::string load() const {
-    std::ifstream file(path_, std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), {}};
-  }
-  size_t filesInDirectory() const {
-    return static_cast<size_t>(std::distance(fs::directory_iterator(directory_), fs::directory_iterator()));
-  }
-
-  std::string directory_, path_;
-};
-
-// A record that is read into, and what it owns.
-struct Read {
-  Read() = default;
-  Read(const Read&) = delete;
-  ~Read() {
-    DAX3DPCL_UTILS_RELEASE_RANGE_V4(&record);
-    for (void* owner : record.colour.owner) ZUR_Free(owner);
-  }
-  DaxStatus from(const std::string& path) { return DAX3DPCL_UTILS_READ_RANGE_V4(path.c_str(), &record); }
-  DAX3D_RANGE_V4 record = {};
-};
-
-std::string bytesOf(const void* data, size_t size) {
-  return {static_cast<const char*>(data), size};
-}
-
-// All bytes that a slot says it has; a sanitizer sees where that is too much.
-std::string contents(const DAX3D_IMAGE_SLOT& slot, int plane, size_t elementBytes) {
-  if (!slot.image.plane[plane]) return {};
-  return bytesOf(slot.image.plane[plane], static_cast<size_t>(std::max(slot.image.step[plane], 0)) *
-                                              static_cast<size_t>(std::max(slot.image.height, 0)) * elementBytes);
-}
-
-void touch(const DAX3D_RANGE_V4& record) {
-  contents(record.range, 0, 2);
-  contents(record.mask, 0, 1);
-  for (int i = 0; i < 3; ++i) contents(record.colour, i, 1);
-}
-
-template <class T>
-std::string bytesOf(const std::vector<T>& values) {
-  return bytesOf(values.data(), values.size() * sizeof(T));
-}
-
-std::string colourPayload(uint32_t w, uint32_t h, uint32_t format, const std::string& pixels) {
-  return packed(uint32_t{0}, w, h, format) + pixels;
-}
 
 // What the writers should write.
 std::string plainFile(const RangeSample& s) {
@@ -180,59 +101,6 @@ TEST_F(RangeFile, ChunksInOtherOrdersNumbersAndForms) {
     EXPECT_EQ(reinterpret_cast<const double*>(&r.calib)[34], double{narrow[34]});
     EXPECT_EQ(r.scale.y, 2);  // not in the file
   }
-}
-
-// Memory beyond a short payload is 0 where it is new, and not touched where the record has it; sides of a gigabyte of
-// colour behind one byte commit no memory.
-TEST_F(RangeFile, ShortColourTouchesNoMoreThanItFills) {
-  Read read;
-  save(chunk(colour, colourPayload(32767, 32767, 201, "c")));
-  rusage before, after;
-  getrusage(RUSAGE_SELF, &before);
-  ASSERT_EQ(read.from(path_), DAX_STS_OK);
-  getrusage(RUSAGE_SELF, &after);
-  EXPECT_LT(after.ru_maxrss - before.ru_maxrss, 50000);  // KiB
-  EXPECT_EQ(static_cast<char*>(read.record.colour.owner[0])[32767], 0);
-
-  Read twice;
-  save(chunk(colour, colourPayload(2, 2, 200, "rrrrggggbbbb")) + chunk(mask, "mmmm") + chunk(height, packed(2)) +
-       chunk(width, packed(2)));
-  ASSERT_EQ(twice.from(path_), DAX_STS_OK);
-  save(chunk(colour, colourPayload(2, 2, 200, "RGB")) + chunk(mask, "M"));
-  ASSERT_EQ(twice.from(path_), DAX_STS_OK);
-  EXPECT_EQ(contents(twice.record.colour, 1, 1), "Gggg");
-  EXPECT_EQ(contents(twice.record.mask, 0, 1), "Mmmm");
-}
-
-// All bytes of an interleaved colour chunk are read, those beyond the image too.
-TEST_F(RangeFile, LongInterleavedColour) {
-  save(chunk(colour, colourPayload(2, 1, 201, "rgbrgb") + "more"));
-  Read read;
-  ASSERT_EQ(read.from(path_), DAX_STS_OK);
-  EXPECT_EQ(contents(read.record.colour, 0, 1), "rgbrgb");
-  EXPECT_EQ(bytesOf(read.record.colour.owner[0], 10), "rgbrgbmore");
-}
-
-// With type 1 the image of the mask slot keeps its fields, and the record's mask its memory.
-TEST_F(RangeFile, TypeOneLeavesTheMaskSlot) {
-  const std::string sides = chunk(height, packed(1)) + chunk(width, packed(3));
-  save(chunk(type, packed(1)) + chunk(range, "values") + sides);
-  Read read;
-  ZurImage& image = read.record.mask.image;
-  image.format = 7, image.width = 8, image.height = 9, image.step[0] = 10;
-  ASSERT_EQ(read.from(path_), DAX_STS_OK);
-  EXPECT_EQ(packed(image.format, image.width, image.height, image.step[0]), packed(7, 8, 9, 10));
-  save(chunk(type, packed(1)) + chunk(mask, "mmm") + sides);
-  ASSERT_EQ(read.from(path_), DAX_STS_OK);
-  EXPECT_EQ(packed(image.format, image.width, image.height, image.step[0]), packed(7, 8, 9, 10));
-  EXPECT_EQ(bytesOf(image.plane[0], 3), "mmm");
-}
-
-TEST_F(RangeFile, ShortMaskLeavesTheRestInvalid) {
-  save(chunk(range, std::string(24, 'v')) + chunk(mask, "m") + chunk(height, packed(3)) + chunk(width, packed(4)));
-  Read read;
-  ASSERT_EQ(read.from(path_), DAX_STS_OK);
-  EXPECT_EQ(contents(read.record.mask, 0, 1), std::string("m").append(11, '\0'));
 }
 
 TEST_F(RangeFile, FilesOfNothingLoadNothing) {
