@@ -200,7 +200,8 @@ def select_blobs(
     max_count: int = _MAX_COUNT,
     pool: Optional[Pool] = None,
 ) -> Blobs:
-    """Measures the domains of a labelling and keeps those within all given ranges, the best `max_count` by `sort`.
+    """Measures the domains of a labelling and keeps those within all given ranges, the best `max_count` by `sort`, with
+    order "none" those of the largest area.
 
     image: (height, width) uint8, for gray_mode: area and centroid weighted by gray value. Ranges are (min, max),
     both included; math.inf leaves the end open. outside_limit: maximum number of pixels where `mask` is 0, or without a
@@ -287,6 +288,9 @@ def _select(
     records = ffi.new("BlobInfo[]", max(1, min(cfg.maxCount, count) if 0 < cfg.maxCount else 1))
     result = ffi.new("BlobSelectResult*", {"array": records})
     if count:
+        if 0 < cfg.maxCount < count and not cfg.flags:
+            # Without a filter the first domains would be kept: one that all pass makes it the best.
+            cfg.flags, cfg.area.max = _FILTERS["area"][0], np.inf
         if 0 < cfg.maxCount:
             cfg.maxCount = min(cfg.maxCount, count)
         blank = np.zeros(labelling.size[::-1], np.uint8) if image is None else image

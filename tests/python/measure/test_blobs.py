@@ -47,6 +47,16 @@ def test_features_and_filters(rng):
     assert np.allclose(scored.score, 1 - abs(2 * scored.area / 20 - 1), atol=1e-6)
 
 
+def test_best_without_ranges(rng):
+    labelling = dax.label((rng.random((40, 60)) < 0.4).astype(np.uint8))
+    every = np.sort(dax.select_blobs(labelling).area)[::-1]
+    assert len(every) > 20 and every[0] > every[10]
+    assert dax.select_blobs(labelling, max_count=10).area.tolist() == every[:10].tolist()
+    assert sorted(dax.select_blobs(labelling, max_count=10, order="none").area)[::-1] == every[:10].tolist()
+    lowest = dax.select_blobs(labelling, max_count=3, sort="y", order="ascending")
+    assert lowest.centroid[:, 1].max() < 2 and not lowest.score.any()
+
+
 def test_outside_and_gray(rng):
     mask = np.zeros((10, 10), np.uint8)
     mask[0:3, 0:3] = mask[5:8, 5:8] = 1
