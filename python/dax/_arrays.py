@@ -1,4 +1,7 @@
 """NumPy arrays as what the C interface takes: pointers, steps and sizes."""
+import os
+import sys
+import warnings
 from numbers import Real
 from typing import Any, Optional, Sequence, TypeVar, Union
 
@@ -193,6 +196,15 @@ def _number(name: str, value: complex, dtype: "np.dtype[Any]") -> float:
     if not limits.min <= value.real <= limits.max or value.real != int(value.real):
         raise ValueError(f"{name}: {value} is no {dtype}")
     return int(value.real)
+
+
+def warn(text: str) -> None:
+    """A warning at the line of the user that called the package."""
+    package = os.path.dirname(__file__)
+    depth, frame = 1, sys._getframe()
+    while frame is not None and os.path.dirname(frame.f_code.co_filename).startswith(package):
+        depth, frame = depth + 1, frame.f_back  # type: ignore[assignment]
+    warnings.warn(text, stacklevel=max(depth - 1, 1) + 1)
 
 
 def instance(name: str, value: Any, kind: type, source: str) -> None:
