@@ -5,17 +5,17 @@ are edges, which are scored by criteria and ranked. Lengths are pixels, angles r
 lie at whole numbers. A region that reaches beyond the image, and stripes too narrow for the filter, give a warning.
 """
 import dataclasses
-from typing import Any, Callable, Literal, NamedTuple, Optional, Sequence
+from typing import Any, Literal, NamedTuple, Optional, Sequence
 
 import numpy as np
 from numpy.typing import ArrayLike, NDArray
 
-from .._arrays import BYTES, Array, choice, of_shape, source, warn
+from .._arrays import Array, choice, warn
 from .._interface import ffi
-from .._library import buffer, call
-from .._records import view
-from ..pool import Pool, handle_of
-from .regions import REGIONS, Region, checked, half_a_pixel_on, longest, record_of
+from .._table import Table
+from ..pool import Pool
+from ._caliper_search import ALONG, OPPOSITE, Profile, find, find_in
+from .regions import Region
 
 __all__ = [
     "EdgePairs",
@@ -48,23 +48,13 @@ Polarity = Literal["dark-to-light", "light-to-dark", "any"]
 Along = Literal["width", "height"]
 PairPolarity = Literal["dark-to-light", "light-to-dark", "any", "staircase"]
 _POLARITIES = {"dark-to-light": 1, "light-to-dark": 2, "any": 3}
-_OPPOSITE, _STAIRCASE = 0, 3  # "any" of pairs is both polarities in turn
-_PAIR_POLARITIES = {"dark-to-light": 1, "light-to-dark": 2, "any": _OPPOSITE, "staircase": _STAIRCASE}
-_ALONG = {"height": 0, "width": 1}
+_PAIR_POLARITIES = {"dark-to-light": 1, "light-to-dark": 2, "any": OPPOSITE, "staircase": 3}
 # By their contrast: 255 grey levels score 1.
 _BY_CONTRAST = Ramp(0, 0, 255)
 
 
-class Profile(NamedTuple):
-    """What an edge was found in: grey values along the search direction, and the response of the derivative filter."""
-
-    gray: NDArray[np.float32]
-    response: NDArray[np.float32]
-    kernel_length: int
-
-
 @dataclasses.dataclass(frozen=True)
-class _Found:
+class _Found(Table):
     points: NDArray[np.float32]
     position: NDArray[np.float32]
     score: NDArray[np.float32]
@@ -89,6 +79,8 @@ class Edges(_Found):
     response: NDArray[np.float32]
     index: NDArray[np.int32]
 
+    COLUMNS = {"points": ("x", "y")}
+
 
 @dataclasses.dataclass(frozen=True)
 class EdgePairs(_Found):
@@ -105,6 +97,11 @@ class EdgePairs(_Found):
     positions: NDArray[np.float32]
     peaks: NDArray[np.float32]
     polarity: NDArray[np.uint32]
+
+    COLUMNS = {"points": ("first_x", "first_y", "second_x", "second_y")} | {
+        name: (f"first_{each}", f"second_{each}")
+        for name, each in (("positions", "position"), ("peaks", "peak"), ("polarity", "polarity"))
+    }
 
 
 def find_edges(
@@ -133,8 +130,9 @@ def find_edges(
     minimum response, grey levels for half_width up to 5. half_width: of the derivative filter, 1..50. max_count: edges
     returned, at least 1. only: k >= 1 returns the k-th edge along the profile alone, or the last. contrast, distance
     (from the centre), offset (signed), gray: ramps that score an edge; without any, the contrast out of 255. Edges of
-    score 0 are none. min_score: minimum score. fine: positions are the mean of two samplings half a pixel apart, which
-    takes most of the error of blurred edges away and twice the time. mask: as the image; pixels of 0 are not used.
+    score 0 are none. min_score: minimum score. fine: positions are the mean of two samplings half a pixel apart: of edges
+    blurred by half a pixel or more that takes most of the error away, sharp edges along the pixels get 0.05 pixels worse.
+    mask: as the image; pixels of 0 are not used.
     profile: return the profile too.
 
     >>> image = np.zeros((20, 40), np.uint8); image[:, 20:] = 100
@@ -144,7 +142,7 @@ def find_edges(
     """
     ramps = {"contrast": contrast, "distance": distance, "offset": offset, "gray": gray}
     cfg = _configuration("Edge", along, polarity, threshold, half_width, max_count, only, ramps, min_score)
-    return _edges(*_find("Edge", image, region, cfg, mask, profile, fine))
+    return _edges(*find("Edge", image, region, cfg, mask, profile, fine))
 
 
 def find_edges_in(
@@ -174,7 +172,7 @@ def find_edges_in(
     """
     ramps = {"contrast": contrast, "distance": distance, "offset": offset, "gray": gray}
     cfg = _configuration("Edge", along, polarity, threshold, half_width, max_count, only, ramps, min_score)
-    return [_edges(*found) for found in _find_in("Edge", image, regions, cfg, pool, fine)]
+    return [_edges(*found) for found in find_in("Edge", image, regions, cfg, pool, fine)]
 
 
 def find_edge_pairs(
@@ -224,7 +222,7 @@ def find_edge_pairs(
     }
     cfg = _configuration("EdgePair", along, polarity, threshold, half_width, max_count, only, ramps, min_score)
     cfg.expectedWidth = expected_width
-    return _pairs(*_find("EdgePair", image, region, cfg, mask, profile, fine), half_width)
+    return _pairs(*find("EdgePair", image, region, cfg, mask, profile, fine), half_width)
 
 
 def find_edge_pairs_in(
@@ -257,7 +255,7 @@ def find_edge_pairs_in(
     ramps["straddle"] = straddle
     cfg = _configuration("EdgePair", along, polarity, threshold, half_width, max_count, only, ramps, min_score)
     cfg.expectedWidth = expected_width
-    return [_pairs(*found, half_width) for found in _find_in("EdgePair", image, regions, cfg, pool, fine)]
+    return [_pairs(*found, half_width) for found in find_in("EdgePair", image, regions, cfg, pool, fine)]
 
 
 # Criterion: flag.
@@ -284,7 +282,7 @@ def _configuration(
 ) -> Any:
     cfg = ffi.new(f"Caliper{kind}Cfg*")
     polarities = _POLARITIES if kind == "Edge" else _PAIR_POLARITIES
-    cfg.projection, cfg.polarity = choice("along", along, _ALONG), choice("polarity", polarity, polarities)
+    cfg.projection, cfg.polarity = choice("along", along, ALONG), choice("polarity", polarity, polarities)
     cfg.threshold, cfg.filterHalfWidth, cfg.minScore = threshold, half_width, min_score
     if kind == "Edge":
         cfg.maxEdges, cfg.edgeChoice = max_count, only
@@ -295,158 +293,6 @@ def _configuration(
         cfg.scoreFlags |= _FLAGS[kind][name]
         setattr(cfg, name, {"mode": int(falling), "x0": x0, "x1": x1, "x2": x2, "y0": low, "y1": high})
     return cfg
-
-
-_Records = tuple[Array, Array, Optional[Profile]]
-
-
-def _find(
-    kind: str, image: ArrayLike, region: Region, cfg: Any, mask: Optional[ArrayLike], profile: bool, fine: bool
-) -> _Records:
-    region = checked(region, np.shape(image))
-    part, _ = record_of(region)
-    plain = part == "" and mask is None and not profile
-    src = source("image", image, (*BYTES, np.dtype(np.int16)) if plain else BYTES)
-    images = [src.pointer, src.step]
-    if mask is not None:
-        cover = of_shape("mask", mask, src.array.shape)
-        images += [cover.pointer, cover.step]
-    version, masked = "V1" if profile else "", "M" if mask is not None else ""
-    name = f"DAXI_Calip{kind}Detect{part}{version}_{src.suffix}_C1R{masked}"
-
-    def detect(regions: Sequence[Region], cfg: Any) -> list[_Records]:
-        _, record = record_of(regions[0])
-        work = buffer(f"DAXI_Calip{kind}Detect{part}{version}BufferSize_{src.suffix}", record)
-        results, records, points = _results(kind, cfg, regions)
-        curve = _Curve(regions[0]) if profile else None
-        call(name, *images, src.size, record, cfg, results, *([curve.record] if curve else []), work)
-        count = results[0].count
-        return [(records[0, :count].copy(), points[0, :count].copy(), curve.profile() if curve else None)]
-
-    return _search(kind, detect, [region], cfg, fine)[0]
-
-
-def _find_in(
-    kind: str, image: ArrayLike, regions: Sequence[Region], cfg: Any, pool: Optional[Pool], fine: bool
-) -> list[_Records]:
-    src = source("image", image, BYTES)
-    if type(regions) in REGIONS:
-        raise TypeError(f"regions: one {type(regions).__name__}, needed is a list; for a single region there is find_edges")
-    regions = [checked(region, src.array.shape) for region in regions]
-    if not regions:
-        return []
-    if len({type(region) for region in regions}) > 1:
-        raise TypeError("regions: all of one kind")
-    part, _ = record_of(regions[0])
-    threads, handle = handle_of(pool)
-    name = f"DAXI_Calip{kind}Detect{part}V2_8u_C1R"
-
-    def detect(regions: Sequence[Region], cfg: Any) -> list[_Records]:
-        rows = ffi.new(f"{REGIONS[type(regions[0])][1]}[]", [list(region) for region in regions])
-        work = buffer(f"DAXI_Calip{kind}Detect{part}V2BufferSize_8u", rows, len(regions), threads)
-        results, records, points = _results(kind, cfg, regions)
-        call(name, src.pointer, src.step, src.size, rows, len(regions), cfg, results, work, threads, handle)
-        counts = [results[i].count for i in range(len(regions))]
-        return [(records[i, :count].copy(), points[i, :count].copy(), None) for i, count in enumerate(counts)]
-
-    return _search(kind, detect, regions, cfg, fine)
-
-
-_Detect = Callable[[Sequence[Region], Any], list[_Records]]
-
-
-def _search(kind: str, detect: _Detect, regions: list[Region], cfg: Any, fine: bool) -> list[_Records]:
-    """What there is in each region: of opposite polarities where pairs may have either, without those of score 0, and of
-    two samplings where they are to be fine."""
-
-    def once(regions: list[Region]) -> list[_Records]:
-        found = _either(detect, regions, cfg) if kind == "EdgePair" and cfg.polarity == _OPPOSITE else detect(regions, cfg)
-        scored = [records["score"] > 0 for records, _, _ in found]
-        return [(each[0][keep], each[1][keep], each[2]) for each, keep in zip(found, scored)]
-
-    found = once(regions)
-    if not fine:
-        return found
-    along = "width" if cfg.projection == _ALONG["width"] else "height"
-    shifted = once([half_a_pixel_on(region, along) for region in regions])
-    return [_mean_of(kind, one, other) for one, other in zip(found, shifted)]
-
-
-def _either(detect: _Detect, regions: list[Region], cfg: Any) -> list[_Records]:
-    """Pairs of both polarities: the best, or the k-th along the profile."""
-    wanted, number = cfg.maxPairs, cfg.pairChoice
-    if number > 0:
-        cfg.pairChoice, cfg.maxPairs = 0, max(wanted, _EVERY)
-    each = []
-    for polarity in (1, 2):
-        cfg.polarity = polarity
-        each.append(detect(regions, cfg))
-    cfg.polarity, cfg.pairChoice, cfg.maxPairs = _OPPOSITE, number, wanted
-    both = []
-    for one, other in zip(*each):
-        records, points = (np.concatenate([one[i], other[i]]) for i in range(2))
-        keys = records["second"]["index"], records["first"]["index"]
-        order = np.lexsort(keys if number > 0 else (*keys, -records["score"]))
-        if number > 0:
-            order = order[: min(number, len(order))][-1:]
-            records["score"] = 1
-        both.append((records[order[:wanted]], points[order[:wanted]], one[2]))
-    return both
-
-
-_EVERY = 10**6  # pairs among which the k-th is counted
-
-
-def _mean_of(kind: str, one: _Records, other: _Records) -> _Records:
-    """Positions of the first sampling, where the second one, half a pixel further, has the same edges the mean of both."""
-    records, points, profile = one
-    parts = ("",) if kind == "Edge" else ("first", "second")
-    for i in range(len(records)):
-        fits = np.ones(len(other[0]), bool)
-        for part in parts:
-            mine, theirs = (records[i][part], other[0][part]) if part else (records[i], other[0])
-            near = np.abs(theirs["position"] + 0.5 - mine["position"]) < 0.75
-            fits &= near & (theirs["polarity"] == mine["polarity"])
-        if not fits.any():
-            continue
-        j = int(np.flatnonzero(fits)[0])
-        points[i] = (points[i] + other[1][j]) / 2
-        for part in parts:
-            mine, theirs = (records[part], other[0][part]) if part else (records, other[0])
-            mine["position"][i] = (mine["position"][i] + theirs["position"][j] + np.float32(0.5)) / 2
-        if kind == "EdgePair":
-            first, second = records["first"]["position"][i], records["second"]["position"][i]
-            records["width"][i], records["position"][i] = second - first, (first + second) / 2
-    return records, points, profile
-
-
-def _results(kind: str, cfg: Any, regions: Sequence[Region]) -> tuple[Any, Array, Array]:
-    """Results with room for what the configuration asks, and the room as arrays: (count, max_count) records, their points.
-    The configuration is made to ask for no more than there can be."""
-    count, samples = len(regions), max(longest(region) for region in regions)
-    limit, field, each = ("maxEdges", "edges", 1) if kind == "Edge" else ("maxPairs", "pairs", 2)
-    setattr(cfg, limit, min(getattr(cfg, limit), samples**each))
-    room = max(getattr(cfg, limit), 1)
-    records = ffi.new(f"Caliper{kind}[]", count * room)
-    points = np.empty((count, room, each, 2), np.float32)
-    results = ffi.new(f"Caliper{kind}Result[]", count)
-    for i in range(count):
-        setattr(results[i], field, records + i * room)
-        results[i].points = ffi.cast("DaxiPoint32f*", points[i].ctypes.data)
-    return results, view(f"Caliper{kind}", records, count * room).reshape(count, room), points
-
-
-class _Curve:
-    """A profile's record and arrays."""
-
-    def __init__(self, region: Region) -> None:
-        self.rows = np.empty((2, longest(region)), np.float32)
-        gray, response = (ffi.cast("float*", row.ctypes.data) for row in self.rows)
-        self.record = ffi.new("CaliperProfile*", {"profile": gray, "response": response, "capacity": self.rows.shape[1]})
-
-    def profile(self) -> Profile:
-        gray, response = self.rows[:, : self.record.length].copy()
-        return Profile(gray, response, self.record.kernelLength)
 
 
 def _edges(records: Array, points: Array, profile: Optional[Profile]) -> Edges:

@@ -57,6 +57,27 @@ def test_best_without_ranges(rng):
     assert lowest.centroid[:, 1].max() < 2 and not lowest.score.any()
 
 
+def test_shapes_and_tables(rng):
+    mask = np.zeros((20, 20), np.uint8)
+    mask[2:9, 2:9], mask[4:6, 4:6], mask[12, 3:9] = 1, 0, 1
+    image = rng.integers(0, 256, mask.shape, dtype=np.uint8)
+    labelling = dax.label(mask)
+    blobs = dax.select_blobs(labelling)
+    shapes = dax.measure_shapes(labelling, blobs[::-1], image)
+    assert shapes.labels.tolist() == [1, 0] and shapes.holes.tolist() == [0, 1] and shapes.max_feret[0] == 5
+    inside = image[mask * (labelling.labels() == 0) > 0]
+    assert (shapes.min_gray[1], shapes.max_gray[1]) == (inside.min(), inside.max())
+    assert shapes.mean_gray[1] == pytest.approx(inside.mean()) and dax.measure_shapes(labelling)[0].holes == 1
+    assert len(dax.measure_shapes(dax.label(mask * 0))) == 0
+    columns = blobs.to_dict()
+    assert columns["x"] == blobs.centroid[:, 0].tolist() and columns["long_axis"] == blobs.box[:, 2].tolist()
+    assert blobs[0].area == 45 and blobs[0].to_dict()["y"] == columns["y"][0]
+    assert blobs[blobs.area < 10].labels.tolist() == [1]
+    assert blobs._repr_html_().count("<tr>") == 3 and "<td>45</td>" in blobs[0]._repr_html_()
+    edges = dax.find_edges(image, dax.Box(10, 10, 12, 8), threshold=1)
+    assert edges[:1].to_dict()["x"] == edges.points[:1, 0].tolist()
+
+
 def test_outside_and_gray(rng):
     mask = np.zeros((10, 10), np.uint8)
     mask[0:3, 0:3] = mask[5:8, 5:8] = 1
