@@ -17,7 +17,7 @@ class Table:
 
     def __getitem__(self: Rows, index: Any) -> Rows:
         """Some of the rows, or the values of a single one."""
-        return dataclasses.replace(self, **{name: array[index] for name, array in self._arrays().items()})  # type: ignore
+        return dataclasses.replace(self, **{name: array[index] for name, array in self._arrays().items()})
 
     def to_dict(self) -> dict[str, Any]:
         """{column: list of values}, as data frames take it; of a single row {column: value}."""
@@ -45,7 +45,7 @@ class Table:
         return f"<table><thead><tr>{head}</tr></thead><tbody>{body}</tbody></table>{rest}"
 
     def _arrays(self) -> dict[str, Any]:
-        values = {field.name: getattr(self, field.name) for field in dataclasses.fields(self)}  # type: ignore
+        values = {field.name: getattr(self, field.name) for field in dataclasses.fields(self)}
         return {name: value for name, value in values.items() if isinstance(value, (np.ndarray, np.generic))}
 
     def _many(self) -> bool:

@@ -17,8 +17,9 @@ def test_labels():
     corners, edges = dax.label(mask), dax.label(mask, 4)
     assert corners.labels().tolist() == [[-1, 0, -1, -1], [0, -1, -1, 1], [-1, -1, 1, 1]] and len(corners) == 2
     assert edges.labels().tolist() == [[-1, 0, -1, -1], [1, -1, -1, 2], [-1, -1, 2, 2]] and len(edges) == 3
-    with pytest.raises(TypeError, match=r"mask: .*view\(np.uint8\)"):
-        dax.label(mask > 0)
+    assert np.array_equal(dax.label(mask > 0).labels(), corners.labels())
+    assert dax.select_blobs(corners, outside_limit=0, mask=mask > 1).labels.tolist() == [0]
+    assert np.array_equal(dax.erode3x3(mask > 0), dax.erode3x3((mask > 0) * np.uint8(255)))
     with pytest.raises(AttributeError, match="cannot be changed"):
         corners.size = (400, 400)
 
