@@ -15,26 +15,41 @@ struct StatusText {
   const char* text;
 };
 
+constexpr const char* kReserved = "reserved code, which no function returns";
+
 constexpr StatusText kStatusTexts[] = {
     {DAX_STS_OK, "success"},
-    {DAX_STS_FAILURE, "general failure: a numeric step failed or a mode is unknown"},
+    {DAX_STS_FAILURE,
+     "general failure: a numeric step failed (a matrix is not positive definite, say), a mode is unknown, or a size "
+     "in a file is wrong"},
     {DAX_STS_BAD_COUNT, "count below 1"},
+    {0x1000000b, kReserved},
+    {0x1000000c, kReserved},
+    {0x1000000d, kReserved},
+    {0x1000000e, kReserved},
+    {0x1000000f, kReserved},
+    {0x10000010, kReserved},
+    {0x10000016, kReserved},
+    {0x10000017, kReserved},
+    {0x10000018, kReserved},
+    {0x1000001d, "the platform layer's code 1"},
     {DAX_STS_MEMTAB_NULL_BASE, "memory table entry has no block"},
     {DAX_STS_MEMTAB_ALIGNMENT, "memory table entry has another alignment"},
     {DAX_STS_MEMTAB_TOO_SMALL, "memory table entry smaller than its alignment, or name longer than 63 characters"},
     {DAX_STS_MEMTAB_SIZE, "memory table entry's size is no multiple of its alignment"},
     {DAX_STS_MEMTAB_MISALIGNED, "memory table block is not aligned"},
     {DAX_STS_IMAGE_FORMAT, "image format not accepted"},
-    {DAX_STS_IMAGE_SIZE, "image width or height invalid for its format"},
+    {DAX_STS_IMAGE_SIZE,
+     "image width or height below 1, odd where chroma is subsampled, or above the limit of a reader"},
     {DAX_STS_IMAGE_STEP, "image row step smaller than a row"},
     {DAX_STS_IMAGE_NULL_PLANE, "image plane pointer is null"},
     {DAX_STS_PARAM_INDEX, "parameter index out of range or not registered"},
-    {DAX_STS_PARAM_VALUE, "parameter value out of its registered range"},
+    {DAX_STS_PARAM_VALUE, "parameter value out of its registered range, or region that reaches beyond the image"},
     {DAX_STS_PARAM_LIST, "parameter list length outside 1..256"},
     {DAX_STS_NULL_POINTER, "required pointer is null"},
     {DAX_STS_BUFFER_OVERFLOW, "work-buffer size does not fit 64 bits"},
-    {DAX_STS_BAD_PARAM, "operation parameter out of range"},
-    {DAX_STS_BAD_SIZE, "region size out of range"},
+    {DAX_STS_BAD_PARAM, "operation parameter out of range, or size below 1 in a query of a buffer"},
+    {DAX_STS_BAD_SIZE, "region size, or number of points, out of range"},
     {DAX_STS_BAD_STEP, "row step smaller than a row"},
     {DAX_STS_BAD_ISA, "instruction-set code is negative"},
     {DAX_STS_CFG_VERSION, "configuration record of another version"},
@@ -49,6 +64,14 @@ constexpr StatusText kStatusTexts[] = {
     {DAX_STS_INVERSION, "matrix inversion failed"},
     {DAX_STS_LEAST_SQUARES, "least-squares solve failed"},
     {DAX_STS_LU, "LU decomposition failed"},
+    {0x10000103, "no board with at least 4 corners"},
+    {0x10000203, "boxes, or segment and plane, do not meet"},
+    {0x10000204, "line is parallel to the plane"},
+    {0x1000030e, "rotation is not orthonormal"},
+    // Solvers and sparse matrices (prmt/status.h), beyond the codes that map to those above.
+    {static_cast<DaxStatus>(-30), "sparse matrix has no room for another element"},
+    {static_cast<DaxStatus>(-31), "energy at the start is not finite"},
+    {static_cast<DaxStatus>(-32), "work buffer too small for the pattern of the matrix"},
 };
 
 struct StatusRange {
@@ -66,6 +89,8 @@ constexpr StatusRange kStatusRanges[] = {
 }  // namespace
 
 const char* DAX_GetStatusText(DaxStatus status) {
+  const auto small = static_cast<int32_t>(status);
+  if (small < 0 && small >= -29) status = DAX_ZurStatusToDaxAlgStatus(small);
   for (const StatusText& entry : kStatusTexts) {
     if (entry.status == status) return entry.text;
   }

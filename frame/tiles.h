@@ -19,26 +19,25 @@ inline int32_t tilePerThread(int32_t total, uint32_t threads) {
   return static_cast<int32_t>(std::max<int64_t>((int64_t{total} + parts - 1) / parts, 1));
 }
 
-// Runs body(first, end, worker) -> DaxStatus over [0, total) in tiles of `tileSize`; returns what the host returns.
-// Hosts differ in what they pass as the second bound, so a tile computes its own end. A worker index of `threads` or
-// more has no slice of the work buffer: such a tile fails and writes nothing.
+// Runs body(first, end, slice) -> DaxStatus over [0, total) in at most `threads` tiles of at least `minTile`; returns what
+// the host returns. `slice` is the number of the tile, below `threads`: it names a private part of the work buffer
+// whatever worker indices the host hands out, so `threads` need not be the number of the pool's workers. Hosts differ
+// in what they pass as the second bound, so a tile computes its own end.
 template <class Body>
-DaxStatus runTiles(void* pool, uint32_t threads, int32_t total, int32_t tileSize, Body&& body) {
+DaxStatus runTiles(void* pool, uint32_t threads, int32_t total, int32_t minTile, Body&& body) {
   struct Context {
     Body& body;
-    uint32_t threads;
     int64_t total;
     int64_t tileSize;
-  } context{body, threads, total, tileSize};
+  } context{body, total, std::max(minTile, tilePerThread(total, threads))};
 
-  const DaxTileFunction tile = [](void* opaque, uint32_t first, int32_t, uint32_t worker) -> DaxStatus {
+  const DaxTileFunction tile = [](void* opaque, uint32_t first, int32_t, uint32_t) -> DaxStatus {
     const Context& c = *static_cast<const Context*>(opaque);
-    if (worker >= c.threads) return DAX_STS_FAILURE;
     if (first >= c.total) return DAX_STS_OK;
     const int64_t end = std::min(first + c.tileSize, c.total);
-    return c.body(static_cast<int32_t>(first), static_cast<int32_t>(end), worker);
+    return c.body(static_cast<int32_t>(first), static_cast<int32_t>(end), static_cast<uint32_t>(first / c.tileSize));
   };
-  return DAX_THREADPOOL_Compute1DTiled(pool, tile, &context, total, tileSize);
+  return DAX_THREADPOOL_Compute1DTiled(pool, tile, &context, total, static_cast<int32_t>(context.tileSize));
 }
 
 }  // namespace dax

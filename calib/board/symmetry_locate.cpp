@@ -153,8 +153,7 @@ class SymmetryLocator {
       body(0, total);
       return DAX_STS_OK;
     }
-    const int32_t tile = std::max(minTile, tilePerThread(total, threads_));
-    return runTiles(call_.pool, threads_, total, tile, [&](int32_t first, int32_t end, uint32_t) -> DaxStatus {
+    return runTiles(call_.pool, threads_, total, minTile, [&](int32_t first, int32_t end, uint32_t) -> DaxStatus {
       body(first, end);
       return DAX_STS_OK;
     });

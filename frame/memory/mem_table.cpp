@@ -33,15 +33,6 @@ std::span<Entry> entries(Entry* table, int32_t count) {
   return {table, static_cast<size_t>(count)};
 }
 
-// Clears all blocks before the first allocation, so that a partly filled table can be freed as a whole.
-template <class Entry>
-void clearBlocks(Entry* table, int32_t count) {
-  for (Entry& entry : entries(table, count)) {
-    entry.base = nullptr;
-    if constexpr (requires { entry.second; }) entry.second = nullptr;
-  }
-}
-
 template <class Entry>
 DaxStatus checkTable(const Entry* table, int32_t count) {
   DAX_REQUIRE(table, DAX_STS_NULL_POINTER);
@@ -99,11 +90,9 @@ void clear(DaxMemTabEntryV3& entry) {
 int32_t ZUR_AllocMemTab(ZurMemTabEntry* table, int32_t count) {
   DAX_REQUIRE(table, kZurNull);
   DAX_REQUIRE(count >= 1, kZurParam);
-  clearBlocks(table, count);
   for (ZurMemTabEntry& entry : entries(table, count)) {
-    if (entry.size == 0) continue;
     entry.base = ZUR_Malloc(entry.size, asSigned(entry.alignment));
-    DAX_REQUIRE(entry.base, kZurNull);
+    DAX_REQUIRE(entry.base || entry.size == 0, kZurNull);
   }
   return kZurOk;
 }
@@ -131,11 +120,9 @@ int32_t ZUR_CheckMemTab(const ZurMemTabEntry* table, int32_t count, uint32_t ali
 
 DaxStatus DAX_AllocMemTab(DaxMemTabEntry* table, int32_t count) {
   DAX_REQUIRE_OK(checkTable(table, count));
-  clearBlocks(table, count);
   for (DaxMemTabEntry& entry : entries(table, count)) {
-    if (entry.size == 0) continue;
     entry.base = DAX_MemMalloc(entry.size, asSigned(entry.alignment), entry.kind);
-    DAX_REQUIRE(entry.base, DAX_STS_NO_MEMORY);
+    DAX_REQUIRE(entry.base || entry.size == 0, DAX_STS_NO_MEMORY);
   }
   return DAX_STS_OK;
 }
@@ -165,13 +152,12 @@ DaxStatus DAX_CheckMemTabV3(const DaxMemTabEntryV3* table, int32_t count, uint32
 
 DaxStatus DAX_AllocMemTabV3(DaxMemTabEntryV3* table, int32_t count) {
   DAX_REQUIRE_OK(checkTable(table, count));
-  clearBlocks(table, count);
   for (DaxMemTabEntryV3& entry : entries(table, count)) {
-    if (entry.size == 0) continue;
-    DAX_REQUIRE(entry.kind == DAX_MEMORY_CPU || entry.kind == DAX_MEMORY_DEVICE, DAX_STS_NO_MEMORY);
+    const bool known = entry.kind == DAX_MEMORY_CPU || entry.kind == DAX_MEMORY_DEVICE;
+    DAX_REQUIRE(known || entry.size == 0, DAX_STS_NO_MEMORY);
     entry.base = DAX_MemMalloc(entry.size, asSigned(entry.alignment), static_cast<uint32_t>(entry.kind));
     entry.second = entry.base;
-    DAX_REQUIRE(entry.base, DAX_STS_NO_MEMORY);
+    DAX_REQUIRE(entry.base || entry.size == 0, DAX_STS_NO_MEMORY);
   }
   return DAX_STS_OK;
 }
@@ -190,7 +176,6 @@ DaxStatus DAX_FreeMemTabV3(DaxMemTabEntryV3* table, int32_t count) {
 DaxStatus DAX_AllocCpuMemTabV3(DaxMemTabEntryV3* table, int32_t count, const DaxHostAllocator* allocator) {
   DAX_REQUIRE_OK(checkTable(table, count));
   DAX_REQUIRE(allocator && allocator->allocate, DAX_STS_NULL_POINTER);
-  clearBlocks(table, count);
   for (DaxMemTabEntryV3& entry : entries(table, count)) {
     DAX_REQUIRE(entry.kind == DAX_MEMORY_CPU, DAX_STS_NO_MEMORY);
     DaxMemTabEntryV3 request = entry;

@@ -3,16 +3,17 @@
 #include <cstdlib>
 #include <cstring>
 
+#include "frame/memory/cleared.h"
 #include "zur/memory.h"
 
 namespace {
 
-// Serves both prefixes. The address from malloc is stored in the eight bytes before the result, which may be unaligned.
-void* alignedAlloc(uint64_t size, int32_t alignment) {
+// Serves both prefixes. The allocator's address is stored in the eight bytes before the result, which may be unaligned.
+void* alignedAlloc(uint64_t size, int32_t alignment, bool cleared = false) {
   if (size == 0 || alignment <= 0) return nullptr;
   uint64_t total;
   if (__builtin_add_overflow(size, static_cast<uint64_t>(alignment) + sizeof(void*), &total)) return nullptr;
-  void* const start = std::malloc(total);
+  void* const start = cleared ? std::calloc(total, 1) : std::malloc(total);
   if (!start) return nullptr;
 
   const uintptr_t first = reinterpret_cast<uintptr_t>(start) + sizeof(void*);
@@ -31,6 +32,10 @@ void alignedFree(void* block) {
 }
 
 }  // namespace
+
+void* dax::mallocCleared(uint64_t size, int32_t alignment) {
+  return alignedAlloc(size, alignment, true);
+}
 
 void* ZUR_Malloc(uint64_t size, int32_t alignment) {
   return alignedAlloc(size, alignment);

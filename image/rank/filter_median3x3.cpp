@@ -70,8 +70,7 @@ DaxStatus DAXI_FilterMedian3x3_8u_C1R_NEON_MT(void* pool, uint32_t threads, cons
                                               uint8_t* dst, int32_t dstStep, DaxiSize size) {
   if (!dax::hasPool(pool, threads)) return DAXI_FilterMedian3x3_8u_C1R_NEON(src, srcStep, dst, dstStep, size);
   DAX_REQUIRE_OK(dax::check(src, srcStep, dst, dstStep, size));
-  const int32_t tileRows = dax::tilePerThread(size.height, threads);
-  return dax::runTiles(pool, threads, size.height, tileRows, [&](int32_t first, int32_t end, uint32_t) -> DaxStatus {
+  return dax::runTiles(pool, threads, size.height, 1, [&](int32_t first, int32_t end, uint32_t) -> DaxStatus {
     dax::filterMedian3x3(src, srcStep, dst, dstStep, size, first, end, DAX_ISA_NEON);
     return DAX_STS_OK;
   });

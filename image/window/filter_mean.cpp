@@ -129,12 +129,11 @@ DaxStatus DAXI_FilterMean_8u_C1R_MT(const uint8_t* src, int32_t srcStep, uint8_t
     dax::filterMean(src, srcStep, dst, dstStep, size, mask, 0, size.height, buffer, dax::currentIsa());
     return DAX_STS_OK;
   }
-  const int32_t tileRows = dax::tilePerThread(size.height, threads);
   const auto mean = dax::usesNeon(dax::currentIsa()) ? dax::neon::meanOfSlice : dax::portable::meanOfSlice;
-  const auto run = [&](int32_t first, int32_t end, uint32_t worker) -> DaxStatus {
-    uint16_t* const slice = static_cast<uint16_t*>(buffer) + worker * dax::byteEntries(size, mask);
-    mean({{src, srcStep, size.height}, dst, dstStep, size.width, mask, first, end}, slice);
+  const auto run = [&](int32_t first, int32_t end, uint32_t slice) -> DaxStatus {
+    uint16_t* const own = static_cast<uint16_t*>(buffer) + slice * dax::byteEntries(size, mask);
+    mean({{src, srcStep, size.height}, dst, dstStep, size.width, mask, first, end}, own);
     return DAX_STS_OK;
   };
-  return dax::runTiles(pool, threads, size.height, tileRows, run);
+  return dax::runTiles(pool, threads, size.height, 1, run);
 }

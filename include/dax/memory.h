@@ -69,8 +69,9 @@ DAX_API void* DAX_MemMalloc(uint64_t size, int32_t alignment, uint32_t kind);
 /* Frees by kind; null and unknown kinds are ignored. Thread-safe. */
 DAX_API void DAX_MemFree(void* block, uint32_t kind);
 
-/* Sets all bases to null, then allocates every entry of non-zero size by its kind. Table null -> 0x10000014, count
- * below 1 -> 0x10000019, no memory -> 0x1000002b with the earlier entries left allocated: free the table. */
+/* Allocates every entry of non-zero size by its kind; an entry of size 0 gets a null base. Table null -> 0x10000014,
+ * count below 1 -> 0x10000019, no memory -> 0x1000002b: earlier entries stay allocated, later ones keep the base that
+ * they hold. ZERO A TABLE BEFORE ITS FIRST USE, so that after a failure it can be freed as a whole. */
 DAX_API DaxStatus DAX_AllocMemTab(DaxMemTabEntry* table, int32_t count);
 
 /* Frees every block and clears its size and base. Codes as DAX_AllocMemTab. Freeing twice is harmless. */
@@ -85,7 +86,8 @@ DAX_API DaxStatus DAX_CheckMemTab(const DaxMemTabEntry* table, int32_t count, ui
 /* As DAX_CheckMemTab without the two checks of the size. */
 DAX_API DaxStatus DAX_CheckMemTabV2(const DaxMemTabEntryV2* table, int32_t count, uint32_t alignment);
 
-/* As DAX_AllocMemTab; base and second both receive the block. A kind other than 1 and 2 -> 0x1000002b. */
+/* As DAX_AllocMemTab; base and second both receive the block. A size above 0 of a kind other than 1 and 2 ->
+ * 0x1000002b; that entry keeps its pointers, as those after it do. */
 DAX_API DaxStatus DAX_AllocMemTabV3(DaxMemTabEntryV3* table, int32_t count);
 
 /* As DAX_FreeMemTab; clears size, base and second. */
@@ -94,10 +96,12 @@ DAX_API DaxStatus DAX_FreeMemTabV3(DaxMemTabEntryV3* table, int32_t count);
 /* As DAX_CheckMemTabV2; for entries of kind 4 second is checked like base (0x10000002, 0x10000006). */
 DAX_API DaxStatus DAX_CheckMemTabV3(const DaxMemTabEntryV3* table, int32_t count, uint32_t alignment);
 
-/* Sets all bases to null, then allocates every entry, those of size 0 included, through the host. Table null ->
- * 0x10000014; count below 1 -> 0x10000019; allocator or its allocate function null -> 0x10000014; then per entry: kind
- * other than 1 -> 0x1000002b; the callback's non-zero status is returned and the entry's pointers are cleared. Earlier
- * entries stay allocated. The request is a copy of the entry with both pointers cleared and the host's context. */
+/* Allocates every entry, those of size 0 included, through the host. The request is a copy of the entry as it stands,
+ * its pointers included, with the host's context; a callback that leaves request->base alone leaves what the entry held.
+ * Table null -> 0x10000014; count below 1 -> 0x10000019; allocator or its allocate function null -> 0x10000014; then per
+ * entry: kind other than 1 -> 0x1000002b, and the entry is unchanged; the callback's non-zero status is returned, and
+ * both pointers of the entry are set to null. Earlier entries stay allocated, later ones keep what they hold: ZERO A
+ * TABLE BEFORE ITS FIRST USE. */
 DAX_API DaxStatus DAX_AllocCpuMemTabV3(DaxMemTabEntryV3* table, int32_t count, const DaxHostAllocator* allocator);
 
 /* Frees every entry that has a base through the host and clears its size, base and second. Table null -> 0x10000014;

@@ -61,9 +61,10 @@ DAX_API DaxStatus DAX3DPCL_SEARCH_KDTREE_KNearestSearch_V2(const DAX3DPCL_KDTREE
 /* The points nearer than `radius` to one query, in single precision: squared distance < radius * radius. Only the first
  * three coordinates count (in a plane or on a line: all).
  *
- * The first maxResults points in order of visit are written, unsorted; *count receives their number; later entries are
- * not written. With radius * radius < FLT_EPSILON (radius below 3.45e-4, and small
- * negative ones) nothing is found, not even a point equal to the query: scale clouds in metres up.
+ * THE FIRST maxResults POINTS IN ORDER OF VISIT ARE WRITTEN, NOT THE NEAREST, and unsorted; *count receives their number.
+ * A count of maxResults may mean that there are more: ask again with more room. Later entries are not written.
+ * WITH radius * radius < FLT_EPSILON NOTHING IS FOUND (radius below 3.45e-4, and small negative ones), not even a point
+ * equal to the query: scale such clouds and the radius up by a power of two, which keeps the bits of distances.
  *
  * Checks, in order: a pointer null -> 0x10000014; d < 1, maxResults < 1 or radius < -1.1920929e-7 (or NaN), d not the
  * tree's -> 0x10000019. A failed call writes nothing. Thread-safe on distinct outputs and stacks. */
@@ -82,9 +83,9 @@ DAX_API DaxStatus DAX3DPCL_SEARCH_KDTREE_RNearestSearchMask_V2(const DAX3DPCL_KD
 DAX_API DaxStatus DAX3DPCL_SEARCH_KDTREE_HandleRerange_V2(DAX3DPCL_KDTREE_V2* tree);
 
 /* As DAX3DPCL_SEARCH_KDTREE_KNearestSearch_V2, with the queries divided among the threads of the host's pool in tiles
- * of ceil(queryCount / threads). The result is the same. `stack` has the size of the mt query for `threads`. Without a
- * pool, or with threads < 2, the call runs on the caller's thread. Returns the status of the pool; on failure *count is
- * not written. */
+ * of ceil(queryCount / threads). The result is the same. `stack` has the size of the mt query for `threads`, which need
+ * not be the number of the pool's workers: a tile has a part of it. Without a pool, or with threads < 2, the call runs
+ * on the caller's thread. Returns the status of the pool; on failure *count is not written. */
 DAX_API DaxStatus DAX3DPCL_KDTREE_KNearestSearch_MT(void* pool, uint32_t threads, const DAX3DPCL_KDTREE_V2* tree,
                                                     const float* queries, int32_t queryCount, int32_t d, int32_t k,
                                                     uint32_t* indices, float* distances, int32_t* count, void* stack);

@@ -111,8 +111,8 @@ DAX_API DaxStatus DAX3DPCL_UTILS_Construct_RGBD_DAX3D_RANGE_V4(const int16_t* de
                                                                DAX3D_RANGE_V4* record);
 
 /* Frees the owned memory of range and mask with ZUR_Free and sets owner and plane to null. Null and a second
- * call are ignored. Colour planes are kept: free their owners with ZUR_Free. */
-DAX_API void DAX3DPCL_UTILS_RELEASE_RANGE_V4(DAX3D_RANGE_V4* record);
+ * call are ignored; the status is always 0. Colour planes are kept: free their owners with ZUR_Free. */
+DAX_API DaxStatus DAX3DPCL_UTILS_RELEASE_RANGE_V4(DAX3D_RANGE_V4* record);
 
 DAX_END_DECLS
 

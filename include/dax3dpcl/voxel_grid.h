@@ -1,5 +1,13 @@
 /* Voxel-grid downsampling: one point for every occupied cell of a regular grid, the centroid of the cell's points.
  *
+ * CENTROIDS ARE FLOAT SUMS, WHICH LOSE DIGITS FAR FROM THE ORIGIN: with n points in a cell at a coordinate x the error is up
+ * to n |x| 2^-25. Greatest error of a coordinate, leaf 1:
+ *   |x|          100      1e4      1e5
+ *   n = 10       1e-5     0.002    0.02
+ *   n = 1000     1e-4     0.01     0.9
+ *   n = 8700     3e-4     0.8      12
+ * Coordinates themselves are spaced by |x| 2^-23. Subtract an origin near the cloud first, a multiple of the leaf.
+ *
  * With ix = 1 / leafX in float, and trunc towards zero, the cell of a point along x is
  *   trunc(x * ix) - bx  in 0..nx - 1,  bx = trunc(xmin * ix),  nx = trunc(xmax * ix) - bx + 1,
  * and so along y and z; its key is cx + cy * nx + cz * nx * ny. Since trunc rounds towards zero, the cell around zero

@@ -21,6 +21,12 @@ DAX_API DaxStatus DAXI_BlobSelect_draw_blob_contour(uint8_t* srcDst, int32_t ste
                                                     const DaxiDomainList* domains, const BlobInfo* blobs, int32_t count,
                                                     uint8_t value, void* buffer);
 
+/* Writes the label of every pixel, and `background` where there is no domain. Runs are clipped to the region. The step
+ * counts elements. Checks, in order: domains or its arrays null -> 0x10000014; dst null, size below 1 x 1, dstStep <
+ * width -> 0x10000014, 0x1000001a, 0x1000001b. Thread-safe for distinct images. */
+DAX_API DaxStatus DAXI_BlobLabelImage_32s_C1R(const DaxiDomainList* domains, int32_t background, int32_t* dst,
+                                              int32_t dstStep, DaxiSize size);
+
 DAX_END_DECLS
 
 #endif

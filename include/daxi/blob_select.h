@@ -226,11 +226,11 @@ DAX_API DaxStatus DAXI_BlobSelectV3_8u_C1R(const uint8_t* gray, int32_t grayStep
                                            DaxiSize size, const DaxiDomainList* domains, int32_t domainCount,
                                            BlobSelectResult* result, const BlobSelectCfg* cfg, void* buffer);
 
-/* On the host's pool; the result is that of the single-threaded form byte for byte. `threads` is the number of workers
- * of the pool; with fewer than 2, or with pool null, the call runs on the calling thread. The work buffer has the size
- * that the _MT query returns for the same number of threads. The calls return the host's status; where that is a
- * failure, the records of the result are undefined. Checks as the single-threaded forms; a size above 2^63 - 1 ->
- * 0x10000015. */
+/* On the host's pool; the result is that of the single-threaded form byte for byte. `threads` is the number of shares
+ * of the work, any number with any pool; with fewer than 2, or with pool null, the call runs on the calling thread. The
+ * work buffer has the size that the _MT query returns for the same number of threads. The calls return the host's
+ * status; where that is a failure, the records of the result are undefined. Checks as the single-threaded forms; a size
+ * above 2^63 - 1 -> 0x10000015. */
 DAX_API DaxStatus DAXI_BlobSelectBufferSize_8u_MT(DaxiSize size, uint32_t threads, uint64_t* bytes);
 DAX_API DaxStatus DAXI_BlobSelect_8u_C1R_MT(const uint8_t* gray, int32_t grayStep, const uint8_t* image2, int32_t step2,
                                             DaxiSize size, const DaxiDomainList* domains, int32_t domainCount,

@@ -4,6 +4,11 @@
  * The profile is filtered with a derivative of a Gaussian. Local extrema of the response beyond a contrast threshold
  * are the edges, which are scored by criteria and ranked.
  *
+ * THE COST IS THAT OF ALL SAMPLES, width' * height', WITHOUT A LIMIT: about a second for 1e8, hours for 1e7 by 1e7. Check the
+ * sides of regions that come from elsewhere. A region that reaches beyond the image is sampled from repeated edge pixels.
+ * STRIPES NARROWER THAN ABOUT 1.25 filterHalfWidth + 2 PIXELS READ TOO WIDE: 1 pixel reads 2.1 with half width 1, 2.3 with
+ * 2 and 2.7 with 3; 3 pixels read 3.1 with 2 and 3.7 with 4.
+ *
  * Regions. With round2(v) = floor(v + 0.5) and up to the next even number (no further for a height of 1), a region has
  *   width' = round2(width) columns and height' = round2(height) rows of samples, one pixel apart.
  *   Box: the direction of columns is u = (cos angle, sin angle), that of rows v = (-sin angle, cos angle).
@@ -244,7 +249,8 @@ DAX_API DaxStatus DAXI_CalipEdgeDetectV1_8u_C1RM_NEON(const uint8_t* src, int32_
                                                       CaliperProfile* profile, void* buffer);
 
 /* V2: many boxes with one configuration, results[i] for boxes[i]. They run on `pool` where it is not null, threads > 1
- * and the host exports one; otherwise one after the other, with the same result. */
+ * and the host exports one; otherwise one after the other, with the same result. `threads` is the number of shares, as
+ * in the query of the buffer, and need not be the number of the pool's workers. */
 DAX_API DaxStatus DAXI_CalipEdgeDetectV2_8u_C1R(const uint8_t* src, int32_t srcStep, DaxiSize size,
                                                 const CaliperBox* boxes, int32_t count, const CaliperEdgeCfg* cfg,
                                                 CaliperEdgeResult* results, void* buffer, uint32_t threads, void* pool);

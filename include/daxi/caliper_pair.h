@@ -161,7 +161,8 @@ DAX_API DaxStatus DAXI_CalipEdgePairDetectV1_8u_C1RM_NEON(const uint8_t* src, in
                                                           CaliperProfile* profile, void* buffer);
 
 /* V2: many boxes with one configuration, results[i] for boxes[i]. They are shared out to `pool` where it is not null,
- * threads > 1 and the host exports one; otherwise one after the other, with the same result. */
+ * threads > 1 and the host exports one; otherwise one after the other, with the same result. `threads` is the number of
+ * shares, as in the query of the buffer, and need not be the number of the pool's workers. */
 DAX_API DaxStatus DAXI_CalipEdgePairDetectV2_8u_C1R(const uint8_t* src, int32_t srcStep, DaxiSize size,
                                                     const CaliperBox* boxes, int32_t count,
                                                     const CaliperEdgePairCfg* cfg, CaliperEdgePairResult* results,

@@ -1,6 +1,10 @@
 /* Chessboard corners: the inner corners of a printed board of known size, in an 8-bit image. Refine them with
  * DAXI_ChessboardCornerGetSubpix_8u_C1R (chessboard_subpix.h).
  *
+ * A BOARD OF TWO GREY VALUES IS NOT FOUND in the Otsu mode: its level sets every pixel (threshold.h). Smooth such a picture
+ * first. The detectors of boards of any size (chessboard_sym.h, chessboard_hessian.h) find more boards, tilted and
+ * blurred ones above all.
+ *
  * The image is binarised and eroded 1, 2, ... times, until its dark squares separate. Squares that touch corner to
  * corner are linked; a group of linked squares whose corners form exactly the requested grid is the board. A shared
  * corner is halfway between the corners of the two squares. Its error grows with the number of erosions: about half a
@@ -31,7 +35,8 @@ typedef struct ChessboardPatternSize {
 enum {
   DAXI_CHESSBOARD_OTSU = 0,      /* below the Otsu level of the image */
   DAXI_CHESSBOARD_LOCAL_MEAN = 1 /* more than 3 grey levels below the mean of the surroundings, a window of 8 to 128
-                                    pixels, depending on the size of the image; for uneven light */
+                                    pixels, depending on the size of the image; finds few photographs, since noise
+                                    joins the squares: open such a mask first, or use another detector */
 };
 
 /* Bytes of work buffer. The size of the board has no upper limit here.

@@ -21,7 +21,9 @@ DAX_BEGIN_DECLS
  *   32f, 64f       running sums in the pixels' precision times 1 / (W H): of every column over the rows of the window,
  *                  first from top to bottom, then plus the row that enters, minus the row that leaves; and of these
  *                  along the row likewise, from left to right. Rounding errors of the sums are carried along columns
- *                  and rows, and so are infinities and NaNs.
+ *                  and rows, and so are infinities and NaNs. Of 32f, with values 0..255 and 9 x 9 pixels, the greatest
+ *                  error of a mean is 0.0003 at 640 x 480, 0.0007 at 2448 x 2048, 0.0009 at 5120 x 4096; after a value of
+ *                  1e20 all means below and to the right of it are wrong.
  *
  * Checks, in order:
  *   buffer null                                                           0x10000014
@@ -68,8 +70,8 @@ DAX_API DaxStatus DAXI_FilterMean_8u_C1R_IS(const uint8_t* src, int32_t srcStep,
                                             DaxiSize size, DaxiSize mask, void* buffer, int32_t isa);
 
 /* On the host's thread pool, in bands of ceil(height / threads) rows, where width >= 9, pool is not null, threads > 1
- * and threads * H <= height; else on the calling thread. `threads` is the number of the pool's workers. The result does
- * not depend on it. Returns the status of the host's parallel-for, unchanged. */
+ * and threads * H <= height; else on the calling thread. `threads` is the number of bands, which has a slice of the buffer
+ * each: any number works with any pool, and the result does not depend on it. Returns the status of the host's parallel-for, unchanged. */
 DAX_API DaxStatus DAXI_FilterMean_8u_C1R_MT(const uint8_t* src, int32_t srcStep, uint8_t* dst, int32_t dstStep,
                                             DaxiSize size, DaxiSize mask, void* buffer, uint32_t threads, void* pool);
 
@@ -80,6 +82,8 @@ DAX_API DaxStatus DAXI_FilterMean_8u_C1R_MT(const uint8_t* src, int32_t srcStep,
  *                  truncating
  *   32f            sum / n in double precision, then rounded to single precision
  *   64f            sum / n
+ * The sums are differences of sums from the corner of the image on: A NaN OR AN INFINITY MAKES ALL MEANS BELOW AND TO THE
+ * RIGHT OF IT NaN, and a value of 1e20 leaves errors of 1e4 there.
  *
  * Checks, in order:
  *   src null, size below 1 x 1, srcStep < width                           0x10000014, 0x1000001a, 0x1000001b

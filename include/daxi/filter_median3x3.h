@@ -37,8 +37,8 @@ DAX_API DaxStatus DAXI_FilterMedian3x3_8u_C1R_NEON(const uint8_t* src, int32_t s
                                                    DaxiSize size);
 
 /* The same on the host's thread pool, in bands of ceil(height / threads) rows, where pool is not null and threads is
- * above 1; else on the calling thread. `threads` is the number of the pool's workers. The result does not depend on the
- * number of threads. Checks as above; pool may be null. Returns the status of the host's parallel-for, unchanged. */
+ * above 1; else on the calling thread. `threads` is the number of bands: any number works with any pool, and the result
+ * does not depend on it. Checks as above; pool may be null. Returns the status of the host's parallel-for, unchanged. */
 DAX_API DaxStatus DAXI_FilterMedian3x3_8u_C1R_NEON_MT(void* pool, uint32_t threads, const uint8_t* src, int32_t srcStep,
                                                       uint8_t* dst, int32_t dstStep, DaxiSize size);
 

@@ -1,5 +1,8 @@
 /* Binary thresholding: 8-bit image to mask, 255 set and 0 clear.
  *
+ * THE OTSU LEVEL IS THAT OF THE DARK CLASS, and all forms but the in-place one set it with the bright class (src >= t):
+ * an image of two grey values becomes white as a whole. Use DAXI_AdpThresholdOtsu_8u_C1IR, which sets src > t.
+ *
  * Steps count bytes. Every call reads src and writes dst over `size` pixels; dst may equal src with the same step (each
  * pixel depends on its own source pixel and on the histogram, which is taken first). No work buffer. Thread-safe.
  *
@@ -49,9 +52,9 @@ DAX_API DaxStatus DAXI_ThresholdBin_8u_C1R(const uint8_t* src, int32_t srcStep, 
 DAX_API DaxStatus DAXI_ThresholdBin_8u_C1R_IS(const uint8_t* src, int32_t srcStep, uint8_t* dst, int32_t dstStep,
                                               DaxiSize size, const DaxiThresholdBinCfg* cfg);
 
-/* As DAXI_ThresholdBin_8u_C1R; also returns the levels that were applied: the lower and the upper of the band or the
- * ramp, twice the same for a single threshold and for Otsu, 0 and 255 for a copy. One more check, the last: low or high
- * null -> 0x10000014. */
+/* As DAXI_ThresholdBin_8u_C1R. LOW AND HIGH ARE OUTPUTS: one byte is written through each, the levels that were applied:
+ * the lower and the upper of the band or the ramp, twice the same for a single threshold and for Otsu, 0 and 255 for a
+ * copy. One more check, the last: low or high null -> 0x10000014. */
 DAX_API DaxStatus DAXI_ThresholdBinV2_8u_C1R(const uint8_t* src, int32_t srcStep, uint8_t* dst, int32_t dstStep,
                                              DaxiSize size, const DaxiThresholdBinCfg* cfg, uint8_t* low,
                                              uint8_t* high);

@@ -1,5 +1,8 @@
 /* Levenberg-Marquardt minimisation of E(x) = sum of r_i(x)^2 / 2 over n parameters, in five variants.
  *
+ * THE SIZE QUERIES TAKE `elements` AFTER n AND m: the room in the sparse matrix, as in the callbacks' record, 0 for all.
+ * BOTH OUTPUTS READ 0 WHEN NO STEP WAS ACCEPTED, which looks like a perfect fit: evaluate E at the x that is returned.
+ *
  *   PRMT_LM_Process_f64        residuals, sparse Jacobian   sparse Cholesky of J^T J + lambda I
  *   PRMT_LM_HUBER_Process_f64  the same                     the same, residuals weighted by the Huber function
  *   PRMT_LM_CG_Process_f64     the same                     conjugate gradients, J^T J is never formed

@@ -21,8 +21,9 @@ DAX_API void* ZUR_Malloc(uint64_t size, int32_t alignment);
 /* Releases a block of ZUR_Malloc; null is ignored. Thread-safe. */
 DAX_API void ZUR_Free(void* block);
 
-/* Sets all bases to null, then allocates every entry of non-zero size. Table null -> -21, count below 1 -> -26, no
- * memory -> -21 with the earlier entries left allocated: free the table. */
+/* Allocates every entry of non-zero size; an entry of size 0 gets a null base. Table null -> -21, count below 1 -> -26,
+ * no memory -> -21: earlier entries stay allocated, later ones keep the base that they hold. ZERO A TABLE BEFORE ITS
+ * FIRST USE, so that after a failure it can be freed as a whole. */
 DAX_API int32_t ZUR_AllocMemTab(ZurMemTabEntry* table, int32_t count);
 
 /* Frees every block and sets its base to null; the sizes stay. Table null -> -21, count below 1 -> -26. Freeing twice

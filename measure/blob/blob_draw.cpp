@@ -1,5 +1,6 @@
 #include "daxi/blob_draw.h"
 
+#include <algorithm>
 #include <cstring>
 
 #include "frame/check.h"
@@ -54,5 +55,26 @@ DaxStatus DAXI_BlobSelect_draw_blob_contour(uint8_t* srcDst, int32_t step, DaxiS
         dax::forEachContourPoint(view, bitmap, [&](uint8_t, int32_t x, int32_t y) { draw(x, y); });
     if (first.row >= 0) draw(first.start, first.row);
   });
+  return DAX_STS_OK;
+}
+
+DaxStatus DAXI_BlobLabelImage_32s_C1R(const DaxiDomainList* domains, int32_t background, int32_t* dst, int32_t dstStep,
+                                      DaxiSize size) {
+  DAX_REQUIRE(domains && domains->runs && domains->domains, DAX_STS_NULL_POINTER);
+  DAX_REQUIRE_OK(dax::checkImage(dst, dstStep, size));
+  // One pass in raster order, which is that of the runs: what lies between two runs is background.
+  const DomainRun* run = domains->runs;
+  const DomainRun* const end = run + domains->runCount;
+  for (int32_t y = 0; y < size.height; ++y) {
+    int32_t* const row = dax::rowAt(dst, dstStep, y);
+    int32_t x = 0;
+    for (; run != end && run->row == y; ++run) {
+      const int32_t start = std::min<int32_t>(run->start, size.width), past = std::min(run->end + 1, size.width);
+      std::fill(row + x, row + start, background);
+      std::fill(row + start, row + past, static_cast<int32_t>(run->label));
+      x = past;
+    }
+    std::fill(row + x, row + size.width, background);
+  }
   return DAX_STS_OK;
 }

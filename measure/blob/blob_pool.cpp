@@ -15,11 +15,11 @@ namespace dax {
 namespace {
 
 constexpr int32_t kBlock = DAXI_BLOB_MAX_COUNT;  // domains, or kept blobs, at a time
-constexpr int32_t kChunksPerThread = 4;          // evens out domains of different cost
+constexpr int32_t kChunksPerTile = 4;            // evens out domains of different cost
 constexpr int32_t kMaxChunks = 256;
 
 // The work buffer: that of the single-threaded form, then a block of records and whether they pass, then the scratch of
-// every worker.
+// every tile.
 struct PoolScratch {
   PoolScratch(DaxiSize size, uint32_t threads)
       : serial(size),
@@ -27,14 +27,14 @@ struct PoolScratch {
         records(layout.add<BlobInfo>(kBlock)),
         accepted(layout.add<uint8_t>(kBlock)),
         bounds(layout.add<int32_t>(kMaxChunks + 1)),
-        workers(layout.addSlices(workerBytes(size), threads)),
+        slices(layout.addSlices(sliceBytes(size), threads)),
         size_(size) {}
 
-  // The context of one worker, with its scratch at the start of its slice.
-  SelectContext context(const SelectCall& call, uint32_t worker) const {
+  // The context of one tile, with its scratch at the start of its slice.
+  SelectContext context(const SelectCall& call, uint32_t slice) const {
     BufferLayout own;
     const FeatureScratch features(own, size_);
-    return makeContext(call, features, workers.in(call.buffer) + worker * workerBytes(size_));
+    return makeContext(call, features, slices.in(call.buffer) + slice * sliceBytes(size_));
   }
 
   SelectScratch serial;
@@ -42,10 +42,10 @@ struct PoolScratch {
   BufferPiece<BlobInfo> records;
   BufferPiece<uint8_t> accepted;
   BufferPiece<int32_t> bounds;
-  BufferPiece<uint8_t> workers;
+  BufferPiece<uint8_t> slices;
 
  private:
-  static uint64_t workerBytes(DaxiSize size) {
+  static uint64_t sliceBytes(DaxiSize size) {
     BufferLayout own;
     [[maybe_unused]] const FeatureScratch features(own, size);
     return own.total();
@@ -60,7 +60,7 @@ class Chunks {
   Chunks(int32_t* bounds, int32_t count, uint32_t threads, RunsOf runsOf) : bounds_(bounds) {
     uint64_t total = 0;
     for (int32_t i = 0; i < count; ++i) total += runsOf(i);
-    const auto wanted = static_cast<uint64_t>(std::min<int64_t>(int64_t{kChunksPerThread} * threads, kMaxChunks));
+    const auto wanted = static_cast<uint64_t>(std::min<int64_t>(int64_t{kChunksPerTile} * threads, kMaxChunks));
     uint64_t done = 0;
     bounds_[0] = 0;
     for (int32_t i = 0; i < count; ++i) {
@@ -93,20 +93,25 @@ struct PoolJob {
   uint8_t* accepted() const { return at.accepted.in(call.buffer); }
 };
 
+// Tile i takes every n-th chunk from the i-th on, n being the number of tiles.
 template <class RunsOf, class Tile>
 DaxStatus runChunks(const PoolJob& job, int32_t count, RunsOf runsOf, Tile tile) {
   const Chunks chunks(job.at.bounds.in(job.call.buffer), count, job.threads, runsOf);
-  return runTiles(job.pool, job.threads, chunks.count(), 1, [&](int32_t first, int32_t end, uint32_t worker) {
-    return tile(&job, chunks.first(first), chunks.end(end - 1), worker);
+  const auto tiles = static_cast<int32_t>(std::min<int64_t>(job.threads, chunks.count()));
+  return runTiles(job.pool, job.threads, tiles, 1, [&](int32_t first, int32_t, uint32_t slice) -> DaxStatus {
+    for (int32_t i = first; i < chunks.count(); i += tiles) {
+      DAX_REQUIRE_OK(tile(&job, chunks.first(i), chunks.end(i), slice));
+    }
+    return DAX_STS_OK;
   });
 }
 
 }  // namespace
 }  // namespace dax
 
-DaxStatus DAXI_BlobSelect_cal_blob_props_tile(const void* opaque, int32_t first, int32_t end, uint32_t worker) {
+DaxStatus DAXI_BlobSelect_cal_blob_props_tile(const void* opaque, int32_t first, int32_t end, uint32_t slice) {
   const auto& job = *static_cast<const dax::PoolJob*>(opaque);
-  const dax::SelectContext context = job.at.context(job.call, worker);
+  const dax::SelectContext context = job.at.context(job.call, slice);
   for (int32_t i = first; i < end; ++i) {
     BlobInfo& record = job.records()[i];
     record = {};
@@ -117,13 +122,13 @@ DaxStatus DAXI_BlobSelect_cal_blob_props_tile(const void* opaque, int32_t first,
 }
 
 // The fourth version differs only in its cascade.
-DaxStatus DAXI_BlobSelectV4_cal_blob_props_tile(const void* opaque, int32_t first, int32_t end, uint32_t worker) {
-  return DAXI_BlobSelect_cal_blob_props_tile(opaque, first, end, worker);
+DaxStatus DAXI_BlobSelectV4_cal_blob_props_tile(const void* opaque, int32_t first, int32_t end, uint32_t slice) {
+  return DAXI_BlobSelect_cal_blob_props_tile(opaque, first, end, slice);
 }
 
-DaxStatus DAXI_BlobSelect_blob_info_calculator_tile(const void* opaque, int32_t first, int32_t end, uint32_t worker) {
+DaxStatus DAXI_BlobSelect_blob_info_calculator_tile(const void* opaque, int32_t first, int32_t end, uint32_t slice) {
   const auto& job = *static_cast<const dax::PoolJob*>(opaque);
-  const dax::SelectContext context = job.at.context(job.call, worker);
+  const dax::SelectContext context = job.at.context(job.call, slice);
   for (int32_t i = first; i < end; ++i) dax::completeFeatures(context, job.cascade.done, job.kept.array[i]);
   return DAX_STS_OK;
 }
@@ -210,7 +215,7 @@ DaxStatus selectOnPool(const SelectCall& call, uint32_t threads, void* pool) {
   const PoolScratch at(call.size, threads);
   PoolJob job{call, at, {}, threads, pool, 0, {call.result->array, 0}};
   DAXI_BlobSelect_create_cascade_filter(call.cfg, &call.rules, &job.cascade);
-  for (uint32_t worker = 0; worker < threads; ++worker) at.context(call, worker).bitmap.clear(call.size);
+  for (uint32_t slice = 0; slice < threads; ++slice) at.context(call, slice).bitmap.clear(call.size);
   DAX_REQUIRE_OK(gatherAll(job));
   if (job.kept.count > 0) DAX_REQUIRE_OK(completeKept(job));
   finishSelect(call, at.serial, job.kept);

@@ -18,7 +18,7 @@ extern "C" {
 
 // Tiles. `job` is the selection in progress. The first two measure the domains first..end - 1 of its block and record
 // which of them pass; the third completes its kept blobs first..end - 1.
-DaxStatus DAXI_BlobSelect_cal_blob_props_tile(const void* job, int32_t first, int32_t end, uint32_t worker);
-DaxStatus DAXI_BlobSelectV4_cal_blob_props_tile(const void* job, int32_t first, int32_t end, uint32_t worker);
-DaxStatus DAXI_BlobSelect_blob_info_calculator_tile(const void* job, int32_t first, int32_t end, uint32_t worker);
+DaxStatus DAXI_BlobSelect_cal_blob_props_tile(const void* job, int32_t first, int32_t end, uint32_t slice);
+DaxStatus DAXI_BlobSelectV4_cal_blob_props_tile(const void* job, int32_t first, int32_t end, uint32_t slice);
+DaxStatus DAXI_BlobSelect_blob_info_calculator_tile(const void* job, int32_t first, int32_t end, uint32_t slice);
 }

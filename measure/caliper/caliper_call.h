@@ -134,11 +134,10 @@ DaxStatus detectMany(const Call& call, uint32_t threads, void* pool) {
     return DAX_STS_OK;
   }
   const uint64_t slice = sliceBytes(call.regions, call.count);
-  return runTiles(pool, threads, call.count, tilePerThread(call.count, threads),
-                  [&](int32_t first, int32_t end, uint32_t worker) {
-                    run(first, end, static_cast<char*>(call.buffer) + worker * slice);
-                    return DaxStatus{DAX_STS_OK};
-                  });
+  return runTiles(pool, threads, call.count, 1, [&](int32_t first, int32_t end, uint32_t tile) {
+    run(first, end, static_cast<char*>(call.buffer) + tile * slice);
+    return DaxStatus{DAX_STS_OK};
+  });
 }
 
 }  // namespace dax

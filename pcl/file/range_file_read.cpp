@@ -6,9 +6,9 @@
 #include <array>
 #include <bit>
 #include <cstdio>
-#include <cstring>
 
 #include "frame/check.h"
+#include "frame/memory/cleared.h"
 #include "pcl/file/range_chunks.h"
 #include "pcl/record/range_record.h"
 #include "zur/memory.h"
@@ -59,11 +59,12 @@ class Plane {
   // Whether the plane has no memory yet, or enough.
   bool fits(uint64_t bytes) const { return !owner_ || capacity_ >= bytes; }
 
-  // Allocates `bytes`, or uses existing memory as it is; fails if that is too small.
+  // Allocates `bytes`, cleared so that a short payload commits no more memory than it fills, or uses existing memory as
+  // it is; fails if that is too small.
   DaxStatus reserve(uint64_t bytes) {
     DAX_REQUIRE(fits(bytes), DAX_STS_FAILURE);
-    if (!owner_) {
-      owner_ = ZUR_Malloc(bytes, kRecordAlignment);
+    if (!owner_ && bytes > 0) {
+      owner_ = mallocCleared(bytes, kRecordAlignment);
       DAX_REQUIRE(owner_, DAX_STS_NO_MEMORY);
       fresh_ = true;
     }
@@ -78,12 +79,8 @@ class Plane {
     owner_ = plane_ = nullptr;
   }
 
-  // Reads `size` bytes from the file's position and clears the rest of `bytes`.
-  DaxStatus load(InputFile& file, uint64_t size, uint64_t bytes) {
-    const bool whole = file.read(owner_, size);
-    if (!whole) size = 0;
-    std::memset(static_cast<uint8_t*>(owner_) + size, 0, bytes - size);
-    DAX_REQUIRE(whole, DAX_STS_FILE_READ);
+  DaxStatus load(InputFile& file, uint64_t size) {
+    DAX_REQUIRE(size == 0 || file.read(owner_, size), DAX_STS_FILE_READ);
     return DAX_STS_OK;
   }
 
@@ -98,6 +95,15 @@ class Plane {
 uint64_t statedBytes(const ZurImage& image, int i) {
   const uint64_t elements = pixelsOf({std::max(image.step[i], 0), std::max(image.height, 0)});
   return image.format == kValueFormat ? elements * sizeof(int16_t) : elements;
+}
+
+// Sides of no pixels pass.
+bool sidesFit(int32_t width, int32_t height) {
+  return atLeast({width, height}, 0) && atMost({width, height}, DAX3D_MAX_SIDE);
+}
+
+bool isPlanar(const ColourHeader& header) {
+  return header.format == kFilePlanarColour || header.format == kPlanarColour;
 }
 
 class RangeReader {
@@ -184,7 +190,7 @@ class RangeReader {
   DaxStatus noteRange(Payload payload) {
     DAX_REQUIRE(static_cast<int64_t>(payload.size) / 2 == int64_t{width_} * height_ && payload.size % 2 == 0,
                 DAX_STS_FAILURE);
-    DAX_REQUIRE(sidesFit({width_, height_}), DAX_STS_IMAGE_SIZE);
+    DAX_REQUIRE(sidesFit(width_, height_), DAX_STS_IMAGE_SIZE);
     range_ = {payload, true};
     return DAX_STS_OK;
   }
@@ -195,8 +201,7 @@ class RangeReader {
     const uint32_t width = colourHeader_.width, height = colourHeader_.height;
     colour_ = {{payload.start + int64_t{sizeof(ColourHeader)}, payload.size - sizeof(ColourHeader)}, true};
     DAX_REQUIRE(width <= DAX3D_MAX_SIDE && height <= DAX3D_MAX_SIDE, DAX_STS_IMAGE_SIZE);
-    DAX_REQUIRE(colour_.size == 0 || (width >= 1 && height >= 1), DAX_STS_IMAGE_SIZE);
-    DAX_REQUIRE(colour_.size / 3 <= uint64_t{width} * height, DAX_STS_FAILURE);
+    DAX_REQUIRE(!isPlanar(colourHeader_) || colour_.size / 3 <= uint64_t{width} * height, DAX_STS_FAILURE);
     return DAX_STS_OK;
   }
 
@@ -207,15 +212,21 @@ class RangeReader {
       width_ = image.width;
       height_ = image.height;
     } else if (widthFound_ && heightFound_) {
-      DAX_REQUIRE(sidesFit({width_, height_}), DAX_STS_IMAGE_SIZE);
+      DAX_REQUIRE(sidesFit(width_, height_), DAX_STS_IMAGE_SIZE);
     }
     const uint64_t bytes = statedPixels() * sizeof(int16_t);
     return fill(record_.range, kValueFormat, range_, bytes);
   }
 
+  // Without a mask in the record's type the slot is not described, but a mask of the file is read.
   DaxStatus loadMask() {
-    if (!mask_.found && record_.type != DAX3D_RANGE_WITH_MASK) return DAX_STS_OK;
-    return fill(record_.mask, kMaskFormat, mask_, std::max(mask_.size, statedPixels()));
+    if (record_.type == DAX3D_RANGE_WITH_MASK) {
+      return fill(record_.mask, kMaskFormat, mask_, std::max(mask_.size, statedPixels()));
+    }
+    if (!mask_.found) return DAX_STS_OK;
+    Plane plane(record_.mask, 0, statedBytes(record_.mask.image, 0));
+    DAX_REQUIRE_OK(plane.reserve(mask_.size));
+    return load(plane, mask_);
   }
 
   // Fills a slot of one plane of `bytes`.
@@ -225,18 +236,22 @@ class RangeReader {
     if (payload.found) DAX_REQUIRE_OK(plane.reserve(bytes));
     setShape(slot.image, format, width_, height_);
     if (!payload.found) return DAX_STS_OK;
-    DAX_REQUIRE(file_.seek(payload.start), DAX_STS_FILE_READ);
-    return plane.load(file_, payload.size, bytes);
+    return load(plane, payload);
   }
 
+  DaxStatus load(Plane& plane, const Payload& payload) {
+    DAX_REQUIRE(file_.seek(payload.start), DAX_STS_FILE_READ);
+    return plane.load(file_, payload.size);
+  }
+
+  // A payload of three planes is cut to thirds; one of interleaved pixels may be longer than the image.
   DaxStatus loadColour() {
     if (!colour_.found) return DAX_STS_OK;
-    const bool planar = colourHeader_.format == kFilePlanarColour || colourHeader_.format == kPlanarColour;
+    const bool planar = isPlanar(colourHeader_);
     const int planes = planar ? 3 : 1;
     const uint64_t pixels = uint64_t{colourHeader_.width} * colourHeader_.height;
-    const uint64_t bytes = planar ? pixels : 3 * pixels;
-    // Whole pixels only: up to two bytes may remain.
-    const uint64_t size = std::min(planar ? colour_.size / 3 : colour_.size, bytes);
+    const uint64_t size = planar ? colour_.size / 3 : colour_.size;
+    const uint64_t bytes = planar ? pixels : std::max(3 * pixels, size);
     const ZurImage& image = record_.colour.image;
     Plane all[3] = {{record_.colour, 0, statedBytes(image, 0)},
                     {record_.colour, 1, statedBytes(image, 1)},
@@ -246,9 +261,7 @@ class RangeReader {
     describeColour(planar);
     if (colour_.size == 0) return DAX_STS_OK;
     DAX_REQUIRE(file_.seek(colour_.start), DAX_STS_FILE_READ);
-    for (int i = 0; i < planes; ++i) {
-      DAX_REQUIRE_OK(all[i].load(file_, size, bytes));
-    }
+    for (int i = 0; i < planes; ++i) DAX_REQUIRE_OK(all[i].load(file_, size));
     return DAX_STS_OK;
   }
 

@@ -62,7 +62,7 @@ KdRadiusCall rowOf(const KdRadiusCall& call, int32_t d, int32_t i) {
 template <class Tile>
 DaxStatus overQueries(void* pool, uint32_t threads, int32_t queryCount, const Tile& tile) {
   if (!hasPool(pool, threads)) return tile(0, queryCount, 0);
-  return runTiles(pool, threads, queryCount, tilePerThread(queryCount, threads), tile);
+  return runTiles(pool, threads, queryCount, 1, tile);
 }
 
 // Point numbers in ascending order of distance, ties by number.

@@ -1,4 +1,7 @@
 """NumPy arrays as what the C interface takes: pointers, steps and sizes."""
+import os
+import sys
+import warnings
 from numbers import Real
 from typing import Any, Optional, Sequence, TypeVar, Union
 
@@ -63,8 +66,11 @@ def pointer(array: Array, ctype: str) -> Any:
 
 
 def source(name: str, array: ArrayLike, dtypes: Optional[Dtypes] = None, layouts: str = "C1") -> Image:
-    """An input image. Rows that are not contiguous are copied: the library takes a step, not a stride in the row."""
+    """An input image. Rows that are not contiguous are copied: the library takes a step, not a stride in the row. Truth
+    values are 0 and 255 where bytes are taken."""
     array = np.asarray(array)
+    if array.dtype == bool and dtypes is not None and np.dtype(np.uint8) in dtypes:
+        array = array.astype(np.uint8) * np.uint8(255)
     _check_image(name, array, dtypes, layouts)
     return Image(name, array if _addressable(array) else np.ascontiguousarray(array))
 
@@ -92,9 +98,8 @@ def _check_image(name: str, array: Array, dtypes: Optional[Dtypes], layouts: str
         hint = "; make a colour image grey first" if array.ndim == 3 else ""
         raise ValueError(f"{name}: an image has two dimensions, not {array.ndim}{hint}")
     if dtypes is not None and array.dtype not in dtypes:
-        hint = "; .view(np.uint8) makes them 0 and 1" if array.dtype == bool else ""
         taken = ", ".join(str(dtype) for dtype in dtypes)
-        raise TypeError(f"{name}: pixels of type {array.dtype}; taken are {taken}{hint}")
+        raise TypeError(f"{name}: pixels of type {array.dtype}; taken are {taken}")
     if max(array.shape) > 2**31 - 1:
         raise ValueError(f"{name}: sides above 2^31 - 1")
 
@@ -193,6 +198,15 @@ def _number(name: str, value: complex, dtype: "np.dtype[Any]") -> float:
     if not limits.min <= value.real <= limits.max or value.real != int(value.real):
         raise ValueError(f"{name}: {value} is no {dtype}")
     return int(value.real)
+
+
+def warn(text: str) -> None:
+    """A warning at the line of the user that called the package."""
+    package = os.path.dirname(__file__)
+    depth, frame = 1, sys._getframe()
+    while frame is not None and os.path.dirname(frame.f_code.co_filename).startswith(package):
+        depth, frame = depth + 1, frame.f_back  # type: ignore[assignment]
+    warnings.warn(text, stacklevel=max(depth - 1, 1) + 1)
 
 
 def instance(name: str, value: Any, kind: type, source: str) -> None:

@@ -128,6 +128,11 @@ TEST(AlignedMemory, AnyAlignmentAnySize) {
       ASSERT_NE(block, nullptr);
       EXPECT_EQ(reinterpret_cast<uintptr_t>(block) % static_cast<uintptr_t>(alignment), 0u) << alignment;
       std::memset(block, 0x5A, size);
+      // The allocator's address lies before the block.
+      uintptr_t start;
+      std::memcpy(&start, block - 8, sizeof(start));
+      const auto skip = reinterpret_cast<uintptr_t>(block) - start;
+      EXPECT_TRUE(start % 16 == 0 && skip >= 8 && skip < 8 + static_cast<uintptr_t>(alignment)) << alignment;
       ZUR_Free(block);
     }
   }
@@ -155,9 +160,10 @@ void expectTableLife(Alloc alloc, Free release, Status shortage) {
   table[1].size = 0;
   table[1].base = &table;  // stale
   table[2].size = uint64_t{1} << 62;
-  table[3].base = &table;  // never reached, and must not be freed
+  table[3].base = &table;  // never reached
   EXPECT_EQ(alloc(table, 4), shortage);
-  EXPECT_EQ(table[3].base, nullptr);
+  EXPECT_EQ(table[3].base, &table);
+  table[3].base = nullptr;
   EXPECT_NE(table[0].base, nullptr);
   EXPECT_EQ(table[1].base, nullptr);
   EXPECT_EQ(table[2].base, nullptr);
@@ -253,12 +259,14 @@ TEST(HostAllocator, RequestsAndFailures) {
   const DaxHostAllocator allocator = host.allocator();
   DaxMemTabEntryV3 table[3] = {};
   for (int i = 0; i < 3; ++i) table[i].size = static_cast<uint64_t>(i) * 8, table[i].alignment = 8, table[i].kind = 1;
-  table[1].base = &table;  // stale: must not reach the request
+  // The request is the entry as it stands, with the host's context.
+  table[1].base = &table, table[1].second = &host, table[1].attribute = 5, table[1].reserved2[7] = 9;
   host.failAt = 2;
   EXPECT_EQ(DAX_AllocCpuMemTabV3(table, 3, &allocator), 0x10000999u);
   ASSERT_EQ(host.requests.size(), 3u);  // the entry of size 0 included
-  EXPECT_EQ(host.requests[1].base, nullptr);
-  EXPECT_EQ(host.requests[1].size, 8u);
+  DaxMemTabEntryV3 expected = table[1];
+  expected.base = &table, expected.second = &host, expected.hostContext = &host;
+  EXPECT_EQ(std::memcmp(&host.requests[1], &expected, sizeof(expected)), 0);
   EXPECT_EQ(table[1].base, host.memory);
   EXPECT_EQ(table[1].second, host.memory);
   EXPECT_EQ(table[2].base, nullptr);
@@ -273,13 +281,14 @@ TEST(HostAllocator, RequestsAndFailures) {
   EXPECT_EQ(table[1].second, nullptr);
 
   host.forgetsBase = true;
-  EXPECT_EQ(DAX_AllocCpuMemTabV3(table, 1, &allocator), DAX_STS_OK);
-  EXPECT_EQ(table[0].base, nullptr);
-
-  table[0].kind = 2, table[0].base = host.memory;
-  EXPECT_EQ(DAX_AllocCpuMemTabV3(table, 1, &allocator), DAX_STS_NO_MEMORY);
-  EXPECT_EQ(table[0].base, nullptr);
-  table[0].base = host.memory;
+  table[0].base = &table, table[1].kind = 2, table[1].base = table[2].base = host.memory;
+  EXPECT_EQ(DAX_AllocCpuMemTabV3(table, 3, &allocator), DAX_STS_NO_MEMORY);
+  EXPECT_EQ(table[0].base, &table);
+  EXPECT_EQ(table[0].second, &table);
+  // The refused entry and those after it keep what they hold.
+  EXPECT_EQ(table[1].base, host.memory);
+  EXPECT_EQ(table[2].base, host.memory);
+  table[0] = table[1];
   EXPECT_EQ(DAX_FreeCpuMemTabV3(table, 1, &allocator), DAX_STS_NO_MEMORY);
   const DaxHostAllocator empty = {};
   EXPECT_EQ(DAX_FreeCpuMemTabV3(table, 1, &empty), DAX_STS_NULL_POINTER);

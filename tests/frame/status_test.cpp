@@ -30,6 +30,12 @@ TEST(Status, TextsAndVersion) {
                                DaxStatus{0x10000204}, DaxStatus{0x1000030e}}) {
     EXPECT_NE(DAX_GetStatusText(code), unknown) << code;
   }
+  for (uint32_t code = 0x10000000; code <= 0x1000001d; ++code) EXPECT_NE(DAX_GetStatusText(code), unknown) << code;
+  for (int32_t code = -32; code < 0; ++code)
+    EXPECT_NE(DAX_GetStatusText(static_cast<DaxStatus>(code)), unknown) << code;
+  EXPECT_EQ(DAX_GetStatusText(static_cast<DaxStatus>(-33)), unknown);
+  EXPECT_STREQ(DAX_GetStatusText(static_cast<DaxStatus>(-21)), DAX_GetStatusText(DAX_STS_NULL_POINTER));
+  EXPECT_NE(DAX_GetStatusText(0x10000103), DAX_GetStatusText(0x10000104));
   EXPECT_EQ(DAX_GetVersion(), std::to_string(DAX_VERSION_MAJOR) + "." + std::to_string(DAX_VERSION_MINOR) + "." +
                                   std::to_string(DAX_VERSION_PATCH));
 }

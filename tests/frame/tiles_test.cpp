@@ -33,12 +33,11 @@ TEST(Tiles, EveryIndexOnce) {
           pool.order = order, pool.passesLength = passesLength, pool.threads = threads;
           pool.oneWorker = total == 9, pool.concurrent = total == 100;
           std::vector<int> visits(static_cast<size_t>(total));
-          const DaxStatus status = runTiles(&pool, threads, total, tilePerThread(total, threads),
-                                            [&](int32_t first, int32_t end, uint32_t worker) {
-                                              EXPECT_LT(worker, threads);
-                                              for (int32_t i = first; i < end; ++i) ++visits[static_cast<size_t>(i)];
-                                              return DaxStatus{DAX_STS_OK};
-                                            });
+          const DaxStatus status = runTiles(&pool, threads, total, 1, [&](int32_t first, int32_t end, uint32_t slice) {
+            EXPECT_LT(slice, threads);
+            for (int32_t i = first; i < end; ++i) ++visits[static_cast<size_t>(i)];
+            return DaxStatus{DAX_STS_OK};
+          });
           EXPECT_EQ(status, DAX_STS_OK);
           EXPECT_EQ(visits, std::vector<int>(static_cast<size_t>(total), 1));
           EXPECT_EQ(pool.calls, 1);
@@ -48,21 +47,26 @@ TEST(Tiles, EveryIndexOnce) {
   }
 }
 
-TEST(Tiles, StatusComesBackAndStrayWorkersDoNotWrite) {
+// Every tile has a slice of its own below the announced number, however many workers the pool has.
+TEST(Tiles, StatusComesBackAndAnyPoolServes) {
   MockPool pool;
   pool.failingTile = 1;
   const auto nothing = [](int32_t, int32_t, uint32_t) { return DaxStatus{DAX_STS_OK}; };
-  EXPECT_EQ(runTiles(&pool, 4, 100, 25, nothing), pool.failure);
+  EXPECT_EQ(runTiles(&pool, 4, 100, 1, nothing), pool.failure);
 
-  MockPool larger;  // a pool of more workers than its caller announced
-  larger.threads = 8;
-  std::vector<int> slices(2);
-  const DaxStatus status = runTiles(&larger, 2, 80, 10, [&](int32_t, int32_t, uint32_t worker) {
-    ++slices.at(worker);
-    return DaxStatus{DAX_STS_OK};
-  });
-  EXPECT_EQ(status, DAX_STS_FAILURE);
-  EXPECT_EQ(slices, (std::vector<int>{1, 1}));
+  for (const uint32_t workers : {1u, 3u, 8u}) {
+    for (const int32_t minTile : {1, 30}) {
+      MockPool other;
+      other.threads = workers, other.passesLength = workers == 3;
+      std::vector<int> slices(4);
+      const auto count = [&](int32_t, int32_t, uint32_t slice) {
+        ++slices.at(slice);
+        return DaxStatus{DAX_STS_OK};
+      };
+      EXPECT_EQ(runTiles(&other, 4, 80, minTile, count), DAX_STS_OK);
+      EXPECT_EQ(slices, minTile == 1 ? (std::vector<int>{1, 1, 1, 1}) : (std::vector<int>{1, 1, 1, 0}));
+    }
+  }
 }
 
 }  // namespace

@@ -142,8 +142,8 @@ void Call::spoilWord(const char* name, void* target, size_t from, size_t to) {
 
 void Call::pool() {
   const Own own(*this, "pool");
-  const int64_t threads = has("threads") ? number("threads", 0, 9) : between(1, 9);
-  mock.threads = threads >= 1 && threads <= 64 ? static_cast<uint32_t>(threads) : 4;
+  if (has("threads")) number("threads", 0, 9);
+  mock.threads = static_cast<uint32_t>(between(1, 16));  // not what was announced
   mock.order = pick({MockPool::Order::shuffled, MockPool::Order::shuffled, MockPool::Order::backward});
   mock.passesLength = chance(50);
   mock.oneWorker = chance(10);

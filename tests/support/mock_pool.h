@@ -10,7 +10,7 @@ namespace dax::test {
 struct MockPool {
   enum class Order { forward, backward, shuffled };
   Order order = Order::shuffled;
-  uint32_t threads = 4;
+  uint32_t threads = 4;       // worker indices are below it, whatever the library's caller announced
   bool passesLength = false;  // as second bound, where other hosts pass the end
   bool oneWorker = false;     // all tiles with one worker index
   bool concurrent = false;    // on as many threads as there are worker indices

@@ -4,7 +4,7 @@ from typing import Literal, NamedTuple, Optional
 import numpy as np
 from numpy.typing import ArrayLike, NDArray
 
-from .._arrays import BYTES, Array, choice, refuse_overlap, source, target
+from .._arrays import BYTES, Array, Image, choice, refuse_overlap, source, target
 from .._interface import ffi
 from .._library import call
 from .._operation import apply
@@ -34,24 +34,32 @@ def threshold(
     positions: tuple[float, float] = (0.4, 0.6),
     out: Optional[Array] = None,
 ) -> Thresholded:
-    """Binarises an 8-bit image: 255 where it is bright, 0 where it is dark; `inverted` the other way round.
+    """Binarises an 8-bit image: 255 where it is bright, 0 where it is dark. `inverted` gives 255 minus that.
 
-    single: bright is at least `low`. band: bright is `low` to `high`. otsu: bright is at least Otsu's level, which is
-    returned. soft: `soft` grey levels between `low` and `high`. relative-soft: the same between levels found in the
-    histogram: `tails` are the shares of darkest and brightest pixels left out, `positions` the ends of the ramp between
-    the levels found (0..1). `out` may be the image itself.
+    otsu: bright is above Otsu's level, which is returned. single: bright is at least `low`. band: bright is `low` to
+    `high`, both included; with low > high what is below `high` or above `low`. copy: the image as it is. soft: `soft`
+    grey levels between `low` and `high`. relative-soft: the same between levels found in the histogram: `tails` are the
+    shares of darkest and brightest pixels left out, `positions` the ends of the ramp between the levels found (0..1).
+    `out` may be the image itself.
 
     >>> dax.threshold(np.array([[10, 12, 200, 210]], np.uint8))
-    Thresholded(image=array([[  0, 255, 255, 255]], dtype=uint8), low=12, high=12)
+    Thresholded(image=array([[  0,   0, 255, 255]], dtype=uint8), low=12, high=12)
     """
     code = choice("method", method, _METHODS)
     src = source("image", image, BYTES)
     dst = target("out", out, src.array.shape, np.uint8)
     refuse_overlap(("image", src), ("out", dst), in_place=True)
     images = src.pointer, src.step, dst.pointer, dst.step, dst.size
-    if method == "band" and inverted:
-        call("DAXI_ThresholdBin_out_range_is_255_NEON", *images, low, high)
+    if method == "band" and inverted == (low <= high):
+        call("DAXI_ThresholdBin_out_range_is_255_NEON", *images, min(low, high), max(low, high))
         return Thresholded(dst.array, low, high)
+    if method == "band":
+        t1, t2 = min(low, high), max(low, high)
+    elif method == "otsu":
+        level = _otsu_level(src)
+        code, t1, t2 = _METHODS["single"], level + 1, 0
+    else:
+        t1, t2 = low, high
     cfg = ffi.new(
         "DaxiThresholdBinCfg*",
         {
@@ -65,13 +73,24 @@ def threshold(
             "soft": soft,
             "softLow": low,
             "softHigh": high,
-            "t1": low,
-            "t2": high,
+            "t1": t1,
+            "t2": t2,
         },
     )
     levels = ffi.new("uint8_t[2]")
     call("DAXI_ThresholdBinV2_8u_C1R", *images, cfg, levels, levels + 1)
-    return Thresholded(dst.array, levels[0], levels[1])
+    if method == "otsu":
+        return Thresholded(dst.array, level, level)
+    return Thresholded(dst.array, low if method == "band" else levels[0], high if method == "band" else levels[1])
+
+
+def _otsu_level(src: Image) -> int:
+    """The level of the dark class: what is above it is bright."""
+    levels, scratch = ffi.new("uint8_t[2]"), target("out", None, src.array.shape, np.uint8)
+    cfg = ffi.new("DaxiThresholdBinCfg*", {"method": _METHODS["otsu"]})
+    images = src.pointer, src.step, scratch.pointer, scratch.step, src.size
+    call("DAXI_ThresholdBinV2_8u_C1R", *images, cfg, levels, levels + 1)
+    return int(levels[0])
 
 
 def otsu(image: ArrayLike, out: Optional[Array] = None) -> NDArray[np.uint8]:

@@ -10,6 +10,7 @@ from .._interface import ffi
 from .._library import Fixed, buffer, call, function
 from .._records import view
 from ..pool import Pool, handle_of
+from .._table import Table
 from .boxes import BOXES, RotatedBox, rotated_box
 
 __all__ = ["Blobs", "Labelling", "draw_contours", "draw_labels", "label", "select_blobs"]
@@ -18,7 +19,7 @@ _ORDERS = {"ascending": 1, "descending": 2, "none": 3}
 _KEYS = {
     name: key
     for key, name in enumerate(
-        ("area", "perimeter", "circularity", "rectangularity", "x", "y", "box_angle", "box_width", "box_height")
+        ("area", "perimeter", "circularity", "rectangularity", "x", "y", "box_angle", "long_axis", "short_axis")
         + ("rect_x", "rect_y", "principal_angle", "axis_ratio"),
         start=1,
     )
@@ -44,12 +45,13 @@ _MAX_COUNT = 20000
 class Labelling(Fixed):
     """The domains of a mask, numbered from 0 in raster order of their first pixel. Made by `label`.
 
-    size: (width, height) of the mask. runs: structured array of all runs (row, start, end, cls, label).
+    size: (width, height) of the mask. connectivity: 4 or 8. runs: structured array of all runs (row, start, end, cls, label).
     """
 
-    def __init__(self, size: tuple[int, int], model: Any, domains: Any) -> None:
+    def __init__(self, size: tuple[int, int], model: Any, domains: Any, connectivity: int) -> None:
         self._model = model  # the memory that everything below lies in
         self._domains = domains
+        self.connectivity = connectivity
         self.size = size
         self.runs = view("DomainRun", domains.runs, domains.runCount, model)
         self.runs.flags.writeable = False
@@ -64,14 +66,9 @@ class Labelling(Fixed):
         array([[ 0, -1,  1],
                [-1, -1,  1]], dtype=int32)
         """
-        width, height = self.size
-        steps = np.zeros((height, width + 1), np.int64)
-        runs = self.runs
-        steps[runs["row"], runs["start"]] += runs["label"].astype(np.int64) + 1
-        # A run may start where another one ends.
-        np.subtract.at(steps, (runs["row"], runs["end"].astype(np.int64) + 1), runs["label"].astype(np.int64) + 1)
-        labels: Array = (np.cumsum(steps, axis=1)[:, :width] - 1).astype(np.int32)
-        return labels
+        dst = target("labels", None, self.size[::-1], np.int32)
+        call("DAXI_BlobLabelImage_32s_C1R", self._domains, -1, dst.pointer, dst.step, dst.size)
+        return dst.array
 
     def hull(self, label: int) -> NDArray[np.int32]:
         """(n, 2): corners x, y of the convex hull of a domain's pixel centres, from the topmost on, from x towards y.
@@ -141,15 +138,16 @@ def label(mask: ArrayLike, connectivity: Literal[4, 8] = 8, classes: bool = Fals
         call("DAXI_BlobFindV2_8u_C1R", src.pointer, src.step, src.size, connectivity, handle, domains)
         model = ffi.gc(handle, function("DAXI_BlobFindV2DestroyModel_8u"))
     height, width = src.array.shape
-    return Labelling((width, height), model, domains[0])
+    return Labelling((width, height), model, domains[0], connectivity)
 
 
 @dataclasses.dataclass(frozen=True)
-class Blobs:
-    """Selected blobs, one row each. Lengths in pixels, angles in radians; pixel centres are integers.
+class Blobs(Table):
+    """Selected blobs, one row each: blobs[0], blobs[blobs.area > 9] and to_dict() take some of them. Lengths in pixels,
+    angles in radians; pixel centres are integers.
 
     labels: in the labelling. rect: (n, 4) upright rectangle x, y, width, height. centroid: (n, 2). box: (n, 5)
-    rectangle of minimum area: centre x, y, long side, short side, angle of the long side. outside: pixels outside the
+    rectangle of minimum area: centre x, y, long axis, short axis, angle of the long axis. outside: pixels outside the
     mask or on the border, where they were counted. score: 0..1 where filters carry weights, else 0.
     """
 
@@ -167,6 +165,12 @@ class Blobs:
     principal_angle: NDArray[np.float32]
     outside: NDArray[np.uint32]
     score: NDArray[np.float32]
+
+    COLUMNS = {
+        "rect": ("rect_x", "rect_y", "rect_width", "rect_height"),
+        "centroid": ("x", "y"),
+        "box": ("box_x", "box_y", "long_axis", "short_axis", "box_angle"),
+    }
 
     def __len__(self) -> int:
         return len(self.labels)
@@ -200,14 +204,15 @@ def select_blobs(
     max_count: int = _MAX_COUNT,
     pool: Optional[Pool] = None,
 ) -> Blobs:
-    """Measures the domains of a labelling and keeps those within all given ranges, the best `max_count` by `sort`.
+    """Measures the domains of a labelling and keeps those within all given ranges, the best `max_count` by `sort`, with
+    order "none" those of the largest area.
 
     image: (height, width) uint8, for gray_mode: area and centroid weighted by gray value. Ranges are (min, max),
     both included; math.inf leaves the end open. outside_limit: maximum number of pixels where `mask` is 0, or without a
     mask on the border of the image. weights: filter to weight 0..1, for the score. area may hold a range of whole
     numbers for each class, {cls: (min, max)}: classes that it does not name are rejected; with min > max it is what
-    lies outside that is accepted. sort: area, perimeter, circularity, rectangularity, x, y, box_angle, box_width,
-    box_height, rect_x, rect_y, principal_angle or axis_ratio.
+    lies outside that is accepted. sort: area, perimeter, circularity, rectangularity, x, y, box_angle, long_axis,
+    short_axis, rect_x, rect_y, principal_angle or axis_ratio.
 
     >>> mask = np.zeros((8, 8), np.uint8); mask[1:4, 1:3] = 1; mask[6, 6] = 1
     >>> blobs = dax.select_blobs(dax.label(mask), area=(2, 100))
@@ -287,6 +292,9 @@ def _select(
     records = ffi.new("BlobInfo[]", max(1, min(cfg.maxCount, count) if 0 < cfg.maxCount else 1))
     result = ffi.new("BlobSelectResult*", {"array": records})
     if count:
+        if 0 < cfg.maxCount < count and not cfg.flags:
+            # Without a filter the first domains would be kept: one that all pass makes it the best.
+            cfg.flags, cfg.area.max = _FILTERS["area"][0], np.inf
         if 0 < cfg.maxCount:
             cfg.maxCount = min(cfg.maxCount, count)
         blank = np.zeros(labelling.size[::-1], np.uint8) if image is None else image

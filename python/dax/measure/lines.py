@@ -23,7 +23,8 @@ _POINTS = {
 class Line(NamedTuple):
     """A line a x + b y + c = 0 with a^2 + b^2 = 1.
 
-    inliers: (n,) whether each point was within the threshold. weights: (n,) 0..1, of the last round. rms: pixels.
+    inliers: (n,) whether each point was within the threshold. weights: (n,) 0..1, of the last round. rms: root mean
+    square of the distances of the inliers; rms_all: of all points, pixels, without weights.
     """
 
     a: float
@@ -32,6 +33,7 @@ class Line(NamedTuple):
     inliers: NDArray[np.bool_]
     weights: NDArray[np.float32]
     rms: float
+    rms_all: float
 
     def distances(self, points: ArrayLike) -> NDArray[np.float64]:
         """Signed distance of each of (n, 2) points, in pixels."""
@@ -83,4 +85,9 @@ def fit_line(
     work = buffer(f"DAXI_LineFitRegreBufferSize_{query_suffix}", len(array))
     outputs = line, pointer(inliers, "uint8_t"), pointer(shares, "float"), rms, work
     call(f"DAXI_LineFitRegre_{call_suffix}", pointer(array, ctype), len(array), cfg, *outputs)
-    return Line(line.a, line.b, line.c, inliers.astype(bool), shares, rms[0])
+    # The library's rms mixes the weights in.
+    kept = inliers.astype(bool)
+    found = Line(line.a, line.b, line.c, kept, shares, 0.0, 0.0)
+    squares = found.distances(array) ** 2
+    of_kept = float(np.sqrt(squares[kept].mean())) if kept.any() else 0.0
+    return found._replace(rms=of_kept, rms_all=float(np.sqrt(squares.mean())))

@@ -2,15 +2,15 @@
 from typing import Any, Callable, Optional
 
 import numpy as np
-from numpy.typing import ArrayLike, NDArray
+from numpy.typing import ArrayLike
 
 from .._arrays import numbers, pointer
 from .._interface import ffi
 from .._library import call, function, memory, text
 from ..errors import Error
+from .results import Trace, Vector
 from .sparse import Filler
 
-Vector = NDArray[np.float64]
 Residuals = Callable[[Vector], ArrayLike]
 Update = Callable[[Vector, Vector], ArrayLike]
 
@@ -39,7 +39,9 @@ class Memo:
 class Callbacks:
     """The callbacks of one call, and the first exception that one of them raised."""
 
-    def __init__(self, update: Optional[Update]) -> None:
+    def __init__(self, update: Optional[Update], rate: Callable[[Vector], float] = lambda r: float(r @ r) / 2) -> None:
+        """rate: the energy of residuals."""
+        self.trace, self.rate, self.differencing = Trace(), rate, False
         self.error: Optional[BaseException] = None
         self.user = ffi.new("char[1]")
         self.kept: list[Any] = []
@@ -62,6 +64,8 @@ class Callbacks:
     def _update(self, update: Optional[Update]) -> Any:
         def apply(x: Any, step: Any, n: int, user: Any) -> None:
             at, by = array_at(x, n), array_at(step, n)
+            if not self.differencing:
+                self.trace.stepped(by)
             if update is None:
                 at += by
             else:
@@ -71,13 +75,17 @@ class Callbacks:
 
     def residuals(self, function: Residuals, size: int) -> Any:
         def apply(x: Any, n: int, m: int, user: Any, values: Any) -> None:
-            array_at(values, m)[:] = numbers("residuals", function(array_at(x, n).copy()), (size,), np.float64)
+            result = array_at(values, m)
+            result[:] = numbers("residuals", function(array_at(x, n).copy()), (size,), np.float64)
+            if not self.differencing:
+                self.trace.evaluated(self.rate(result))
 
         return self.callback("PrmtResidualFunction", apply)
 
     def energy(self, function: Callable[[Vector], float]) -> Any:
         def apply(x: Any, n: int, m: int, user: Any, value: Any) -> None:
             value[0] = float(function(array_at(x, n).copy()))
+            self.trace.evaluated(value[0])
 
         return self.callback("PrmtEnergyFunction", apply)
 
@@ -98,7 +106,11 @@ class Callbacks:
 
         def apply(x: Any, n: int, m: int, user: Any, matrix: Any) -> None:
             address = ffi.cast("double*", scratch)
-            call("PRMT_JacNum_Process_f64", x, n, m, user, functions.residuals, functions.update, matrix, address)
+            self.differencing = True
+            try:
+                call("PRMT_JacNum_Process_f64", x, n, m, user, functions.residuals, functions.update, matrix, address)
+            finally:
+                self.differencing = False
 
         return self.callback("PrmtJacobianFunction", apply)
 
@@ -117,6 +129,7 @@ class Callbacks:
         error, step_norm = ffi.new("double*"), ffi.new("double*")
         while True:
             has = ffi.new("uint64_t*", size)
+            self.trace.restart()
             status = self.call(name, pointer(x, "double"), *arguments, error, step_norm, memory(size), has)
             if status == 0:
                 return float(step_norm[0])

@@ -5,7 +5,6 @@ The interpreter lock is released between callbacks. Parameters may live on a man
 + step by default, and derivatives are then those by the step at 0. Given the same values from the callbacks, solvers give
 the same bits on every machine.
 """
-import dataclasses
 from typing import Any, Callable, Literal, NamedTuple, Optional
 
 import numpy as np
@@ -14,70 +13,19 @@ from numpy.typing import ArrayLike, NDArray
 from .._arrays import Array, choice, numbers, pointer
 from .._interface import ffi
 from .._library import memory, needed
-from ._callbacks import Callbacks, Memo, Residuals, Update, Vector, array_at
+from ._callbacks import Callbacks, Memo, Residuals, Update, array_at
+from .results import DENSE_ELEMENTS, DENSE_PARAMETERS, Linear, Minimum, Settings, Solution, Vector, search
 from .sparse import Filler, Matrix, SparseMatrix
 
 __all__ = [
     "Blocks",
     "BlockShape",
-    "Minimum",
-    "Settings",
-    "Solution",
     "least_squares",
     "least_squares_blocks",
     "minimize_blocks",
     "minimize_normal",
     "numeric_jacobian",
 ]
-
-
-@dataclasses.dataclass(frozen=True)
-class Settings:
-    """When solvers end, and their damping. The search ends when a step is shorter than step_tolerance, when the energy
-    changes by less than energy_tolerance, or after max_iterations. Damping is divided by damping_factor after a step that
-    was accepted, down to smallest_damping, and multiplied by it otherwise. verbose: print the iterations."""
-
-    step_tolerance: float = 1e-6
-    energy_tolerance: float = 1e-6
-    max_iterations: int = 500
-    initial_damping: float = 0.01
-    smallest_damping: float = 1e-6
-    damping_factor: float = 10.0
-    verbose: bool = False
-
-    def _record(self) -> Any:
-        return ffi.new(
-            "PrmtLmParam*",
-            {
-                "stepTolerance": self.step_tolerance,
-                "energyTolerance": self.energy_tolerance,
-                "maxIterations": self.max_iterations,
-                "smallestDamping": self.smallest_damping,
-                "initialDamping": self.initial_damping,
-                "dampingFactor": self.damping_factor,
-                "verbose": int(self.verbose),
-            },
-        )
-
-
-class Solution(NamedTuple):
-    """x: (n,) parameters. residuals: (m,) there. energy: half the sum of their squares (with huber: of its function).
-    step_norm: of the last accepted step, 0 without one. evaluations: calls of the residual or energy function."""
-
-    x: Vector
-    residuals: Vector
-    energy: float
-    step_norm: float
-    evaluations: int
-
-
-class Minimum(NamedTuple):
-    """x: (n,) parameters. energy: there. step_norm: of the last accepted step, 0 without one. evaluations: of the energy."""
-
-    x: Vector
-    energy: float
-    step_norm: float
-    evaluations: int
 
 
 def least_squares(
@@ -107,16 +55,17 @@ def least_squares(
     >>> np.abs(found.x - [3, 0.5]).max() < 1e-4
     True
     """
-    callbacks, start = Callbacks(update), numbers("x0", x0, (None,), np.float64).copy()
+    rate, weigh = _rating(huber)
+    callbacks, start = Callbacks(update, rate), numbers("x0", x0, (None,), np.float64).copy()
     measured = Memo(residuals)
     n, m = len(start), numbers("residuals", measured(start.copy()), (None,), np.float64).size
     functions = ffi.new("PrmtLmFunctions*", {"update": callbacks.update})
     functions.residuals = callbacks.residuals(measured, m)
+    filler = Filler("jacobian", (m, n))
     if jacobian is None:
         functions.jacobian = callbacks.differences(functions, n, m)
         functions.elements = elements
     else:
-        filler = Filler("jacobian", (m, n))
         derived = Memo(jacobian, lambda value: tuple(map(np.copy, filler.triplets(value))))
         functions.elements = max(elements, filler.count(derived(start.copy()))) or 1
         functions.jacobian = callbacks.matrix("PrmtJacobianFunction", lambda x, *_: derived(x), filler)
@@ -124,12 +73,43 @@ def least_squares(
     if variant == "CG_":
         own = (ffi.new("PrmtCgParam*", (cg_tolerance, cg_iterations, cg_block, 0)),)
     query = needed(f"PRMT_LM_{variant}BufferSize_f64", n, m, functions.elements) if n and m else 1
-    arguments = n, m, functions, callbacks.user, settings._record(), *own
-    step_norm = callbacks.solve(f"PRMT_LM_{variant}Process_f64", query, start, *arguments)
-    last = numbers("residuals", measured(start.copy()), (m,), np.float64).copy()
-    size = np.abs(last)
-    energies = size**2 / 2 if huber is None else np.where(size <= huber, size**2 / 2, huber * (size - huber / 2))
-    return Solution(start, last, float(energies.sum()), step_norm, measured.calls)
+    name = f"PRMT_LM_{variant}Process_f64"
+
+    def run(settings: Settings) -> float:
+        return callbacks.solve(name, query, start, n, m, functions, callbacks.user, settings._record(), *own)
+
+    def linear(x: Vector) -> Linear:
+        slopes = numeric_jacobian(residuals, x, update) if jacobian is None else derived(x)
+        rows, columns, values = filler.elements(slopes)
+        r = numbers("residuals", measured(x), (m,), np.float64)
+        weighted = values * weigh(r)[rows]
+        gradient, diagonal = (np.bincount(columns, weighted * each, n).astype(float) for each in (r[rows], values))
+        dense = None
+        if n <= DENSE_PARAMETERS and n * m <= DENSE_ELEMENTS:
+            one, other = np.zeros((m, n)), np.zeros((m, n))
+            one[rows, columns], other[rows, columns] = values, weighted
+            dense = one.T @ other
+        return Linear(gradient, diagonal, dense)
+
+    outcome = search(run, callbacks.trace, settings, start, linear)
+    calls, last = measured.calls, numbers("residuals", measured(start.copy()), (m,), np.float64).copy()
+    return Solution(start, rate(last), calls, outcome, linear, last)
+
+
+def _rating(huber: Optional[float]) -> tuple[Callable[[Vector], float], Callable[[Vector], Vector]]:
+    """The energy of residuals, and their weights."""
+    if huber is None:
+        return lambda r: float((r * r).sum() / 2), lambda r: np.ones(len(r))
+    limit = float(huber)
+
+    def rate(r: Vector) -> float:
+        size = np.abs(r)
+        return float(np.where(size <= limit, size**2 / 2, limit * (size - limit / 2)).sum())
+
+    def weigh(r: Vector) -> Vector:
+        return np.asarray(np.minimum(1, limit / np.maximum(np.abs(r), np.finfo(float).tiny)))
+
+    return rate, weigh
 
 
 def _variant(variant: str, huber: Optional[float]) -> tuple[str, tuple[Any, ...]]:
@@ -203,10 +183,24 @@ def minimize_normal(
 
     functions.normal = callbacks.normal(form, filler)
     query = needed("PRMT_LM_HMSP_BufferSize_f64", n, 1, functions.elements) if n else 1
-    step_norm = callbacks.solve(
-        "PRMT_LM_HMSP_Process_f64", query, start, n, 1, functions, callbacks.user, settings._record()
-    )
-    return Minimum(start, float(measured(start.copy())), step_norm, measured.calls)
+    name = "PRMT_LM_HMSP_Process_f64"
+
+    def run(settings: Settings) -> float:
+        return callbacks.solve(name, query, start, n, 1, functions, callbacks.user, settings._record())
+
+    def linear(x: Vector) -> Linear:
+        matrix, side = normal(x, 0.0)
+        rows, columns, values = filler.elements(matrix)
+        diagonal, dense = np.zeros(n), None
+        diagonal[rows[rows == columns]] = values[rows == columns]
+        if n <= DENSE_PARAMETERS:
+            lower = np.zeros((n, n))
+            lower[rows, columns] = values
+            dense = np.tril(lower) + np.tril(lower, -1).T
+        return Linear(-numbers("normal: b", side, (n,), np.float64), diagonal, dense)
+
+    outcome = search(run, callbacks.trace, settings, start, linear)
+    return Minimum(start, float(measured(start.copy())), measured.calls, outcome, linear)
 
 
 class Blocks(NamedTuple):
@@ -266,10 +260,20 @@ def minimize_blocks(
         "PrmtBlockFunction", lambda x, n, m, user, h: layout.fill(h, normal(array_at(x, n).copy()))
     )
     query = needed("PRMT_LM_HBLK_BufferSize_f64", n, 1, layout.record)
-    step_norm = callbacks.solve(
-        "PRMT_LM_HBLK_Process_f64", query, start, n, 1, functions, callbacks.user, settings._record()
-    )
-    return Minimum(start, float(measured(start.copy())), step_norm, measured.calls)
+    name = "PRMT_LM_HBLK_Process_f64"
+
+    def run(settings: Settings) -> float:
+        return callbacks.solve(name, query, start, n, 1, functions, callbacks.user, settings._record())
+
+    def linear(x: Vector) -> Linear:
+        blocks = normal(x)
+        side = np.concatenate([np.ravel(blocks.rhs_a), np.ravel(blocks.rhs_b)]).astype(float)
+        diagonals = np.diagonal(blocks.a), np.diagonal(np.asarray(blocks.b), axis1=1, axis2=2).ravel()
+        dense = _dense_normal(layout.shape, blocks) if n <= DENSE_PARAMETERS else None
+        return Linear(-side, np.concatenate(diagonals), dense)
+
+    outcome = search(run, callbacks.trace, settings, start, linear)
+    return Minimum(start, float(measured(start.copy())), measured.calls, outcome, linear)
 
 
 def least_squares_blocks(
@@ -309,7 +313,8 @@ def least_squares_blocks(
         return _normal_blocks(shape, links, r, ja, jb)
 
     found = minimize_blocks(lambda x: float((at(x) ** 2).sum() / 2), normal, x0, shape, update=update, settings=settings)
-    return Solution(found.x, at(found.x.copy()).ravel(), found.energy, found.step_norm, measured.calls)
+    calls, last = measured.calls, at(found.x.copy()).ravel()
+    return Solution(found.x, found.energy, calls, found.outcome, found.linear, last)
 
 
 def _normal_blocks(shape: BlockShape, links: Array, r: Array, ja: Array, jb: Array) -> Blocks:
@@ -329,6 +334,24 @@ def _normal_blocks(shape: BlockShape, links: Array, r: Array, ja: Array, jb: Arr
         gathered(cameras, shape.count_a, -np.einsum("lsi,ls->li", ja, r)),
         gathered(points, shape.count_b, -np.einsum("lsi,ls->li", jb, r)),
     )
+
+
+def _dense_normal(shape: BlockShape, blocks: Blocks) -> Vector:
+    """The normal matrix as a whole."""
+    links = np.reshape(shape.links, (-1, 2)).astype(int)
+    first = shape.size_a * shape.count_a
+    whole = np.zeros((first + shape.size_b * shape.count_b,) * 2)
+    below = np.asarray(blocks.a, float)
+    whole[:first, :first] = np.tril(below) + np.tril(below, -1).T
+    b, w = np.asarray(blocks.b), np.asarray(blocks.w)
+    for j in range(shape.count_b):
+        at = first + j * shape.size_b
+        whole[at : at + shape.size_b, at : at + shape.size_b] = b[j]
+    for (i, j), block in zip(links, w):
+        row, column = i * shape.size_a, first + j * shape.size_b
+        whole[row : row + shape.size_a, column : column + shape.size_b] = block
+        whole[column : column + shape.size_b, row : row + shape.size_a] = block.T
+    return whole
 
 
 class _Layout:

@@ -222,6 +222,12 @@ class Filler:
         self.pattern = Pattern(rows, columns, self.shape)
         return len(self.pattern.row)
 
+    def elements(self, value: Any) -> tuple[Array, Array, Array]:
+        """The same with each element once."""
+        rows, columns, values = self.triplets(value)
+        pattern = Pattern(rows, columns, self.shape)
+        return pattern.row, pattern.column, np.bincount(pattern.place, values, len(pattern.row))
+
     def triplets(self, value: Any) -> tuple[Array, Array, Array]:
         """Rows, columns and values of what a callback returns."""
         if isinstance(value, SparseMatrix) or hasattr(value, "tocoo"):

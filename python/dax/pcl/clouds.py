@@ -14,6 +14,7 @@ from ..pool import Pool, handle_of
 
 __all__ = ["KdTree", "Neighbours", "Normals", "estimate_normals", "face_viewpoint", "normal_of", "voxel_grid"]
 
+_SMALL_RADIUS = 3.5e-4  # below it the square is less than the bound of the search
 _NONE_FURTHER = np.float32(np.finfo(np.float32).max)
 
 
@@ -116,50 +117,72 @@ class KdTree(Fixed):
         self,
         points: ArrayLike,
         radius: float,
-        max_count: int = 100,
+        max_count: Optional[int] = None,
         mask: Optional[ArrayLike] = None,
         pool: Optional[Pool] = None,
     ) -> Neighbours:
-        """Points nearer than `radius` to each point, at most `max_count`: the first that the search meets.
+        """All points nearer than `radius` to each point, or the `max_count` nearest of them, nearest first.
 
-        points: (q, d), or (d,) for one. Only the first three coordinates count. radius: from 3.5e-4 on; nothing is found
-        within less. mask: (n,) uint8 or bool, only points where it is not 0; results are then ordered by distance,
-        otherwise they are not. Returns arrays of (q, max_count), or (max_count,).
+        points: (q, d), or (d,) for one. Only the first three coordinates count. mask: (n,) uint8 or bool, only points
+        where it is not 0. Returns arrays of (q, k), or (k,), k being max_count or the largest number found.
 
         >>> tree = dax.KdTree([[0, 0], [3, 4], [6, 8]])
+        >>> tree.query_radius([3, 3], 4.5).indices
+        array([1, 0])
         >>> tree.query_radius([3, 3], 4.5, max_count=3, mask=[1, 1, 0]).indices
         array([ 1,  0, -1])
         """
         queries, single = self._queries(points)
-        if max_count < 1:
+        if max_count is not None and max_count < 1:
             raise ValueError(f"max_count: {max_count}, at least 1")
-        room = min(max_count, len(self))
-        indices, distances = self._room(len(queries), room)
-        counts = np.zeros(len(queries), np.int32)
-        if mask is not None:
-            self._search_masked(queries, radius, mask, indices, distances, counts)
-        elif len(queries):
-            threads, handle, stack = self._workers(pool)
-            arguments = pointer(queries, "float"), *queries.shape, room, pointer(indices, "uint32_t")
+        kept = None if mask is None else numbers("mask", mask, (len(self),), np.asarray(mask).dtype) != 0
+        with np.errstate(over="ignore", under="ignore"):  # a radius beyond single precision finds all, or nothing
+            rows, found, squares = self._scaled(queries, np.float32(radius), pool)
+        if kept is not None:
+            rows, found, squares = (each[kept[found]] for each in (rows, found, squares))
+        order = np.lexsort((found, squares, rows))
+        rows, found, squares = rows[order], found[order], squares[order]
+        places = np.arange(len(rows)) - np.searchsorted(rows, rows)
+        width = max_count or int(places.max(initial=-1)) + 1
+        few = places < width
+        indices = np.full((len(queries), width), -1, np.int64)
+        distances = np.full((len(queries), width), np.inf, np.float32)
+        indices[rows[few], places[few]], distances[rows[few], places[few]] = found[few], squares[few]
+        return Neighbours(indices[0], distances[0]) if single else Neighbours(indices, distances)
+
+    def _scaled(self, queries: Array, radius: Any, pool: Optional[Pool]) -> tuple[Array, Array, Array]:
+        """All neighbours as (query, point, squared distance). The library finds nothing within 3.45e-4: below it all
+        lengths are scaled by a power of two, which keeps the bits of distances and their ties."""
+        if not 0 < radius < _SMALL_RADIUS:
+            return self._within(queries, radius, pool)
+        exponent = int(1 - np.frexp(radius)[1])
+        sizes = np.abs(np.concatenate([self.points, queries]))
+        largest = float(sizes[np.isfinite(sizes)].max(initial=0))
+        if np.frexp(largest)[1] + exponent > 60:
+            raise ValueError(f"radius: {radius:g} is too small beside coordinates of {largest:g}")
+        tree = KdTree(np.ldexp(self.points, exponent), self.leaf_size, self.compact)
+        rows, found, squares = tree._within(np.ldexp(queries, exponent), np.ldexp(radius, exponent), pool)
+        return rows, found, np.ldexp(squares, -2 * exponent)
+
+    def _within(self, queries: Array, radius: Any, pool: Optional[Pool]) -> tuple[Array, Array, Array]:
+        """The same without scaling: queries that fill their room are asked again with more."""
+        threads, handle, stack = self._workers(pool)
+        open_rows, room, parts = np.arange(len(queries)), min(64, len(self)), []
+        while len(open_rows):
+            some = np.ascontiguousarray(queries[open_rows])
+            indices, distances = self._room(len(some), room)
+            counts = np.zeros(len(some), np.int32)
+            arguments = pointer(some, "float"), *some.shape, room, pointer(indices, "uint32_t")
             outputs = pointer(distances, "float"), pointer(counts, "int32_t"), stack, radius
             call("DAX3DPCL_KDTREE_RNearestSearch_MT", handle, threads, self._tree, *arguments, *outputs)
-        return self._neighbours(indices, distances, np.arange(room) < counts[:, None], max_count, single)
-
-    def _search_masked(
-        self, queries: Array, radius: float, mask: ArrayLike, indices: Array, distances: Array, counts: Array
-    ) -> None:
-        cover = (numbers("mask", mask, (len(self),), np.asarray(mask).dtype) != 0).astype(np.uint8)
-        ordered = np.empty(indices.shape[1], np.uint32)
-        _, _, stack = self._workers(None)
-        for row, query in enumerate(queries):
-            arguments = pointer(query, "float"), len(query), indices.shape[1], pointer(indices[row], "uint32_t")
-            outputs = pointer(distances[row], "float"), pointer(counts[row:], "int32_t"), stack, radius
-            name = "DAX3DPCL_SEARCH_KDTREE_RNearestSearchMask_V2"
-            call(name, self._tree, *arguments, *outputs, pointer(cover, "uint8_t"), pointer(ordered, "uint32_t"))
-            found = counts[row]
-            of_point = dict(zip(indices[row, :found].tolist(), distances[row, :found].tolist()))
-            indices[row, :found] = ordered[:found]
-            distances[row, :found] = [of_point[number] for number in ordered[:found].tolist()]
+            full = (counts == room) & (room < len(self))
+            row, place = np.nonzero((np.arange(room) < counts[:, None]) & ~full[:, None])
+            parts.append((open_rows[row], indices[row, place], distances[row, place]))
+            open_rows, room = open_rows[full], min(8 * room, len(self))
+        if not parts:
+            return np.zeros(0, np.int64), np.zeros(0, np.int64), np.zeros(0, np.float32)
+        rows, found, squares = (np.concatenate(each) for each in zip(*parts))
+        return rows, found.astype(np.int64), squares
 
     def _queries(self, points: ArrayLike) -> tuple[Array, bool]:
         array = np.asarray(points)

@@ -10,6 +10,7 @@ from .._arrays import Array, instance, numbers, of_shape, pointer, refuse_overla
 from .._interface import ffi
 from .._library import buffer, call, function, needed
 from ..errors import Error
+from ._range_chunks import read_chunks, wrong_chunks
 
 __all__ = [
     "Calibration",
@@ -150,7 +151,8 @@ def write_range(path: Path, image: RangeImage, everything: bool = True) -> None:
 
 
 def read_range(path: Path) -> RangeImage:
-    """Reads a range file. See `write_range` for an example; raises dax.Error for what is no such file.
+    """Reads a range file. See `write_range` for an example; raises dax.Error for what is no such file, and ValueError where
+    a part of it is shorter or longer than its image, with both sizes.
 
     >>> dax.read_range("no.range")
     Traceback (most recent call last):
@@ -158,6 +160,10 @@ def read_range(path: Path) -> RangeImage:
     """
     record = ffi.new("DAX3D_RANGE_V4*")
     try:
+        chunks = read_chunks(_file_name(path)) if os.path.isfile(path) else []
+        faults = wrong_chunks(chunks)
+        if faults:
+            raise ValueError(f"{os.fspath(path)}: " + "; ".join(faults))
         _call_on(path, "DAX3DPCL_UTILS_READ_RANGE_V4", record)
         if not record.range.image.plane[0]:
             raise ValueError(f"{os.fspath(path)}: no range values in the file")
@@ -257,7 +263,7 @@ def _calibration(calibration: Calibration) -> Any:
 def _image(record: Any) -> RangeImage:
     """A record's contents as arrays of their own."""
     mask = colour = calibration = None
-    if record.mask.image.plane[0]:
+    if record.mask.image.plane[0] and record.type == 0:
         mask = _plane(record.mask.image, 0, np.uint8)
     if record.colour.image.plane[0] and record.colour.image.format == _PLANAR:
         colour = np.stack([_plane(record.colour.image, i, np.uint8) for i in range(3)])

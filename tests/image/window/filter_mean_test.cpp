@@ -196,6 +196,32 @@ TEST(MeanExports, CornersAndConstants) {
   }
 }
 
+// In slices of exactly the queried buffer; rows in one piece and in halves.
+TEST(MeanBands, SameResultForEveryNumberOfThreads) {
+  const std::pair<DaxiSize, DaxiSize> cases[] = {{{77, 23}, {1, 1}},   {{77, 23}, {4, 3}},    {{77, 23}, {77, 5}},
+                                                 {{128, 17}, {15, 2}}, {{129, 17}, {64, 3}},  {{129, 17}, {65, 3}},
+                                                 {{331, 13}, {1, 1}},  {{331, 13}, {165, 3}}, {{600, 11}, {255, 1}}};
+  for (const auto& [size, mask] : cases) {
+    const auto src = noise<uint8_t>(size, Guard::after, 2);
+    const auto pixel = [&image = src](int32_t x, int32_t y) { return image.at(x, y); };
+    const std::vector<uint8_t> expected = oracle::mean<uint8_t>(pixel, size, mask);
+    const auto height = static_cast<uint32_t>(size.height), maskHeight = static_cast<uint32_t>(mask.height);
+    for (uint32_t threads = 0; threads <= height + 1; ++threads) {
+      MockPool pool;
+      pool.threads = 1 + threads * 5 % 9, pool.concurrent = threads % 3 == 0, pool.passesLength = threads % 2;
+      uint64_t bytes = 0;
+      ASSERT_EQ(DAXI_FilterMeanBufferSize_8u_MT(size, mask, threads, &bytes), DAX_STS_OK);
+      GuardedBuffer<uint8_t> buffer(bytes);
+      TestImage<uint8_t> dst(size, 1);
+      ASSERT_EQ(DAXI_FilterMean_8u_C1R_MT(src.data(), src.step(), dst.data(), dst.step(), size, mask, buffer.data(),
+                                          threads, &pool),
+                DAX_STS_OK);
+      ASSERT_TRUE(holds(dst, expected)) << size.width << " mask " << mask.width << " threads " << threads;
+      ASSERT_EQ(pool.calls, threads > 1 && threads * maskHeight <= height);
+    }
+  }
+}
+
 TEST(MeanBands, SmallBufferOfOneThread) {
   for (int32_t w = 1; w <= 64; ++w) {
     const DaxiSize size{w, 3};

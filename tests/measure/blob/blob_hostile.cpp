@@ -230,6 +230,27 @@ void draw(Call& c) {
   }
 }
 
+void shape(Call& c) {
+  const DaxiDomainList* const list = domains(c);
+  const int64_t total = list ? list->domainCount : 0;
+  const bool some = total > 0 && c.chance(50);
+  const int64_t count = some ? c.number("count", 0, 10) : total;
+  if (!some) c.set("count", static_cast<int32_t>(total)), c.set<const uint32_t*>("labels", nullptr);
+  if (some) {
+    auto* const labels = static_cast<uint32_t*>(c.array("labels", count));
+    for (int64_t i = 0; labels && i < count; ++i) labels[i] = static_cast<uint32_t>(c.between(0, total - 1));
+  }
+  c.number("connectivity", 4, 8);
+  c.image("gray", "grayStep", c.get<DaxiSize>("size"));
+  c.array("shapes", count);
+  c.work("buffer", [&](uint64_t* bytes) { return DAXI_BlobShapeBufferSize_8u(c.get<DaxiSize>("size"), bytes); });
+}
+
+void labelImage(Call& c) {
+  domains(c);
+  c.image("dst", "dstStep", c.get<DaxiSize>("size"));
+}
+
 void sort(Call& c) {
   const int64_t count = c.number("count", 0, 200);
   blobs(c, count, nullptr);
@@ -305,6 +326,8 @@ const Rows rows = {
     {"_DAXI_SelectDomainIndex", selectDomain},
     {"DAXI_BlobSelect_draw_blob_contour", draw},
     {"DAXI_DrawBlobLabel_8u_C1IR", draw},
+    {"DAXI_BlobShape_8u_C1R", shape},
+    {"DAXI_BlobLabelImage_32s_C1R", labelImage},
     {"DAXI_BlobSelect*", select},
     {"DAXI_FastBlobSelect_8u_C1R", select},
     {"DAXI_BlobSort", sort},

@@ -171,12 +171,15 @@ TEST(CaliperMembers, ManyRegionsOnAPool) {
     ASSERT_EQ(alone.size(), single[i].size());
     EXPECT_TRUE(std::equal(alone.begin(), alone.end(), single[i].begin(), sameBits<CaliperEdge>));
   }
-  MockPool pool;
-  const auto pooled = run(4, &pool);
-  EXPECT_GT(pool.tiles, 1);
-  for (size_t i = 0; i < boxes.size(); ++i) {
-    ASSERT_EQ(pooled[i].size(), single[i].size());
-    EXPECT_TRUE(std::equal(pooled[i].begin(), pooled[i].end(), single[i].begin(), sameBits<CaliperEdge>));
+  for (const bool concurrent : {false, true}) {
+    MockPool pool;
+    pool.threads = 6, pool.concurrent = concurrent;  // more than announced
+    const auto pooled = run(4, &pool);
+    EXPECT_GT(pool.tiles, 1);
+    for (size_t i = 0; i < boxes.size(); ++i) {
+      ASSERT_EQ(pooled[i].size(), single[i].size());
+      EXPECT_TRUE(std::equal(pooled[i].begin(), pooled[i].end(), single[i].begin(), sameBits<CaliperEdge>));
+    }
   }
   MockPool failing;
   failing.failingTile = 1;

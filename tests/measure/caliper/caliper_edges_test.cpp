@@ -31,6 +31,16 @@ TEST(CaliperFilter, Kernels) {
       EXPECT_NEAR(kernel[i], expected, half <= 5 ? 5e-5 : 1e-8) << half;
     }
   }
+  // The tables to the last digit; the two middle values of the fourth differ.
+  const std::vector<float> tables[] = {{1},
+                                       {0.24073642f, 0.7592636f},
+                                       {0.07841022f, 0.37582335f, 0.5457664f},
+                                       {0.03946792f, 0.18096478f, 0.38978368f, 0.38978362f},
+                                       {0.02483425f, 0.10302499f, 0.2375097f, 0.35154617f, 0.2830849f}};
+  for (const std::vector<float>& table : tables) {
+    DAXI_CalipEdgeDetect_init_dog_kernel_32f(static_cast<uint32_t>(table.size()), 1000, kernel);
+    EXPECT_EQ(std::vector<float>(kernel, kernel + table.size()), table);
+  }
   // Shorter profiles.
   for (int32_t n = 1; n < 30; ++n) {
     EXPECT_EQ(DAXI_CalipEdgeDetect_init_dog_kernel_32f(10, n, kernel), oracle::kernelLength(10, n)) << n;

@@ -2,97 +2,19 @@
 
 #include <gtest/gtest.h>
 #include <sys/resource.h>
-#include <unistd.h>
 
-#include <algorithm>
 #include <csignal>
-#include <filesystem>
-#include <fstream>
-#include <iterator>
 
-#include "tests/pcl/file/range_file_oracle.h"
+#include "tests/pcl/file/range_file_fixture.h"
 #include "tests/pcl/record/range_sample.h"
 #include "zur/memory.h"
 
 namespace dax::test {
 namespace {
 
-namespace fs = std::filesystem;
 using oracle::chunk;
 using oracle::packed;
 using oracle::payloadOf;
-
-enum Tag : uint32_t {
-  type = 1,
-  calib = 2,
-  width = 0xA5A53D01,
-  height = 0xA5A53D02,
-  mask = 0xA5A53D03,
-  scale = 0xA5A53D07,
-  offset = 0xA5A53D08,
-  colour = 0xA5A53D0B,
-  range = 0x617D18DB
-};
-
-// A directory that goes with the test.
-class RangeFile : public testing::Test {
- protected:
-  RangeFile() : directory_(testing::TempDir() + "dax-range-" + std::to_string(getpid())), path_(directory_ + "/file") {
-    fs::create_directories(directory_);
-  }
-  ~RangeFile() override { fs::remove_all(directory_); }
-
-  void save(const std::string& bytes) {
-    std::ofstream(path_, std::ios::binary).write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
-  }
-  std::string load() const {
-    std::ifstream file(path_, std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), {}};
-  }
-  size_t filesInDirectory() const {
-    return static_cast<size_t>(std::distance(fs::directory_iterator(directory_), fs::directory_iterator()));
-  }
-
-  std::string directory_, path_;
-};
-
-// A record that is read into, and what it owns.
-struct Read {
-  Read() = default;
-  Read(const Read&) = delete;
-  ~Read() {
-    DAX3DPCL_UTILS_RELEASE_RANGE_V4(&record);
-    for (void* owner : record.colour.owner) ZUR_Free(owner);
-  }
-  DaxStatus from(const std::string& path) { return DAX3DPCL_UTILS_READ_RANGE_V4(path.c_str(), &record); }
-  DAX3D_RANGE_V4 record = {};
-};
-
-std::string bytesOf(const void* data, size_t size) {
-  return {static_cast<const char*>(data), size};
-}
-
-// All bytes that a slot says it has; a sanitizer sees where that is too much.
-std::string contents(const DAX3D_IMAGE_SLOT& slot, int plane, size_t elementBytes) {
-  if (!slot.image.plane[plane]) return {};
-  return bytesOf(slot.image.plane[plane], static_cast<size_t>(std::max(slot.image.step[plane], 0)) *
-                                              static_cast<size_t>(std::max(slot.image.height, 0)) * elementBytes);
-}
-
-void touch(const DAX3D_RANGE_V4& record) {
-  contents(record.range, 0, 2);
-  contents(record.mask, 0, 1);
-  for (int i = 0; i < 3; ++i) contents(record.colour, i, 1);
-}
-
-template <class T>
-std::string bytesOf(const std::vector<T>& values) {
-  return bytesOf(values.data(), values.size() * sizeof(T));
-}
-
-std::string colourPayload(uint32_t w, uint32_t h, uint32_t format, const std::string& pixels) {
-  return packed(uint32_t{0}, w, h, format) + pixels;
-}
 
 // What the writers should write.
 std::string plainFile(const RangeSample& s) {
@@ -181,13 +103,6 @@ TEST_F(RangeFile, ChunksInOtherOrdersNumbersAndForms) {
   }
 }
 
-TEST_F(RangeFile, ShortMaskLeavesTheRestInvalid) {
-  save(chunk(range, std::string(24, 'v')) + chunk(mask, "m") + chunk(height, packed(3)) + chunk(width, packed(4)));
-  Read read;
-  ASSERT_EQ(read.from(path_), DAX_STS_OK);
-  EXPECT_EQ(contents(read.record.mask, 0, 1), std::string("m").append(11, '\0'));
-}
-
 TEST_F(RangeFile, FilesOfNothingLoadNothing) {
   for (const std::string& file : {std::string(), std::string("1234"), std::string("1234567"), std::string(8, '\xFF')}) {
     save(file);
@@ -215,7 +130,8 @@ TEST_F(RangeFile, HostileFiles) {
       {"an odd byte", chunk(range, "fives") + sides(2, 1), DAX_STS_FAILURE},
       {"two negative sides", chunk(range, "ab") + sides(-1, -1), DAX_STS_IMAGE_SIZE},
       {"a product that wraps to 0", chunk(range, none) + sides(65536, 32768), DAX_STS_FAILURE},
-      {"no pixels", chunk(range, none) + sides(0, 5), DAX_STS_IMAGE_SIZE},
+      {"no pixels", chunk(range, none) + sides(0, 5), DAX_STS_OK},
+      {"neither columns nor rows", chunk(range, none) + sides(0, 0), DAX_STS_OK},
       {"a wide row", chunk(range, std::string(65536, 'r')) + sides(32768, 1), DAX_STS_IMAGE_SIZE},
       {"the widest row", chunk(range, std::string(65534, 'r')) + sides(32767, 1), DAX_STS_OK},
       {"sides alone", sides(-1, 4), DAX_STS_IMAGE_SIZE},
@@ -228,7 +144,7 @@ TEST_F(RangeFile, HostileFiles) {
       {"colour of no bytes", chunk(colour, none), DAX_STS_FAILURE},
       {"colour header alone", picture(4, 4, 0), DAX_STS_OK},
       {"one byte of colour", picture(4, 4, 1), DAX_STS_OK},
-      {"one byte, no pixels", picture(0, 4, 1), DAX_STS_IMAGE_SIZE},
+      {"one byte, no pixels", picture(0, 4, 1), DAX_STS_OK},
       {"colour too wide", picture(32768, 1, 3), DAX_STS_IMAGE_SIZE},
       {"more colour than pixels", picture(4, 4, 51), DAX_STS_FAILURE},
       {"a mask of one byte", chunk(mask, "1") + sides(30, 30), DAX_STS_OK},
@@ -294,8 +210,8 @@ TEST_F(RangeFile, RecordsReadTwice) {
   // Values of the old sides with the new width alone.
   save(chunk(range, std::string(24, 'v')) + chunk(width, packed(4)));
   EXPECT_EQ(read.from(path_), DAX_STS_FAILURE);
-  DAX3DPCL_UTILS_RELEASE_RANGE_V4(&read.record);
-  DAX3DPCL_UTILS_RELEASE_RANGE_V4(&read.record);
+  EXPECT_EQ(DAX3DPCL_UTILS_RELEASE_RANGE_V4(&read.record), DAX_STS_OK);
+  EXPECT_EQ(DAX3DPCL_UTILS_RELEASE_RANGE_V4(&read.record), DAX_STS_OK);
   EXPECT_FALSE(read.record.range.owner[0] || read.record.range.image.plane[0] || read.record.mask.owner[0]);
   // Planes where there was one packed image.
   save(chunk(colour, colourPayload(4, 3, 200, std::string(36, 'p'))));

@@ -100,7 +100,7 @@ TEST(RangeRecord, CopyReadsNoMoreThanThereIs) {
   bad.range.image.step[0] = bad.range.image.height = INT32_MAX;
   EXPECT_EQ(DAX3DPCL_UTILS_Copy_DAX3D_RANGE_V4(&bad, &untouched), DAX_STS_NO_MEMORY);
   EXPECT_EQ(untouched.type, 77u);
-  DAX3DPCL_UTILS_RELEASE_RANGE_V4(nullptr);
+  EXPECT_EQ(DAX3DPCL_UTILS_RELEASE_RANGE_V4(nullptr), DAX_STS_OK);
 }
 
 DAX3D_RANGE_CALIB calibration() {

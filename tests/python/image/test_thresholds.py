@@ -33,6 +33,36 @@ def test_methods(image):
         assert np.array_equal(result.image, expected), (method, inverted)
 
 
+METHODS = ("copy", "single", "band", "otsu", "soft", "relative-soft")
+
+
+@pytest.mark.parametrize("method", METHODS)
+def test_every_inversion_is_the_complement(image, method):
+    two = np.where(image > 99, 255, 0).astype(np.uint8)
+    near = np.where(image > 99, 121, 120).astype(np.uint8)
+    orders = [(90, 160), (160, 90), (90, 90), (0, 255), (255, 0)]
+    if method == "soft":
+        orders = orders[:1]  # low above high is refused
+    for picture in (image, two, near):
+        for low, high in orders:
+            for soft in (0, 3):
+                plain, inverse = (
+                    dax.threshold(picture, method, inverted=inverted, low=low, high=high, soft=soft)
+                    for inverted in (False, True)
+                )
+                assert np.array_equal(inverse.image, 255 - plain.image), (low, high, soft)
+                assert plain[1:] == inverse[1:]
+                in_place = picture.copy()
+                dax.threshold(in_place, method, inverted=True, low=low, high=high, soft=soft, out=in_place)
+                assert np.array_equal(in_place, inverse.image)
+
+
+def test_two_levels_are_told_apart(image):
+    two = np.where(image > 99, 255, 0).astype(np.uint8)
+    for result in (dax.threshold(two).image, dax.otsu(two), dax.threshold(two, inverted=True).image ^ 255):
+        assert np.array_equal(result, two)
+
+
 def test_otsu_and_inversion_in_place(image):
     expected = mask(image > dax.threshold(image, "otsu").low)
     assert np.array_equal(dax.otsu(image), expected)

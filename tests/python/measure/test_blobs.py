@@ -17,8 +17,9 @@ def test_labels():
     corners, edges = dax.label(mask), dax.label(mask, 4)
     assert corners.labels().tolist() == [[-1, 0, -1, -1], [0, -1, -1, 1], [-1, -1, 1, 1]] and len(corners) == 2
     assert edges.labels().tolist() == [[-1, 0, -1, -1], [1, -1, -1, 2], [-1, -1, 2, 2]] and len(edges) == 3
-    with pytest.raises(TypeError, match=r"mask: .*view\(np.uint8\)"):
-        dax.label(mask > 0)
+    assert np.array_equal(dax.label(mask > 0).labels(), corners.labels())
+    assert dax.select_blobs(corners, outside_limit=0, mask=mask > 1).labels.tolist() == [0]
+    assert np.array_equal(dax.erode3x3(mask > 0), dax.erode3x3((mask > 0) * np.uint8(255)))
     with pytest.raises(AttributeError, match="cannot be changed"):
         corners.size = (400, 400)
 
@@ -45,6 +46,37 @@ def test_features_and_filters(rng):
     assert kept.area.tolist() == passing[:7].tolist()
     scored = dax.select_blobs(labelling, area=(0, 20), weights={"area": 1.0})
     assert np.allclose(scored.score, 1 - abs(2 * scored.area / 20 - 1), atol=1e-6)
+
+
+def test_best_without_ranges(rng):
+    labelling = dax.label((rng.random((40, 60)) < 0.4).astype(np.uint8))
+    every = np.sort(dax.select_blobs(labelling).area)[::-1]
+    assert len(every) > 20 and every[0] > every[10]
+    assert dax.select_blobs(labelling, max_count=10).area.tolist() == every[:10].tolist()
+    assert sorted(dax.select_blobs(labelling, max_count=10, order="none").area)[::-1] == every[:10].tolist()
+    lowest = dax.select_blobs(labelling, max_count=3, sort="y", order="ascending")
+    assert lowest.centroid[:, 1].max() < 2 and not lowest.score.any()
+
+
+def test_shapes_and_tables(rng):
+    mask = np.zeros((20, 20), np.uint8)
+    mask[2:9, 2:9], mask[4:6, 4:6], mask[12, 3:9] = 1, 0, 1
+    image = rng.integers(0, 256, mask.shape, dtype=np.uint8)
+    labelling = dax.label(mask)
+    blobs = dax.select_blobs(labelling)
+    shapes = dax.measure_shapes(labelling, blobs[::-1], image)
+    assert shapes.labels.tolist() == [1, 0] and shapes.holes.tolist() == [0, 1] and shapes.max_feret[0] == 5
+    inside = image[mask * (labelling.labels() == 0) > 0]
+    assert (shapes.min_gray[1], shapes.max_gray[1]) == (inside.min(), inside.max())
+    assert shapes.mean_gray[1] == pytest.approx(inside.mean()) and dax.measure_shapes(labelling)[0].holes == 1
+    assert len(dax.measure_shapes(dax.label(mask * 0))) == 0
+    columns = blobs.to_dict()
+    assert columns["x"] == blobs.centroid[:, 0].tolist() and columns["long_axis"] == blobs.box[:, 2].tolist()
+    assert blobs[0].area == 45 and blobs[0].to_dict()["y"] == columns["y"][0]
+    assert blobs[blobs.area < 10].labels.tolist() == [1]
+    assert blobs._repr_html_().count("<tr>") == 3 and "<td>45</td>" in blobs[0]._repr_html_()
+    edges = dax.find_edges(image, dax.Box(10, 10, 12, 8), threshold=1)
+    assert edges[:1].to_dict()["x"] == edges.points[:1, 0].tolist()
 
 
 def test_outside_and_gray(rng):

@@ -60,7 +60,7 @@ def test_pairs():
     )
     assert pairs.width[0] == pytest.approx(10) and pairs.points[0, :, 0].tolist() == [49.5, 59.5]
     assert pairs.contrast[0] == pytest.approx(np.abs(pairs.peaks[0]).sum()) and pairs.polarity[0].tolist() == [1, 2]
-    assert (np.diff(pairs.score) <= 0).all() and len(pairs) == 3
+    assert (np.diff(pairs.score) <= 0).all() and len(pairs) == 2
     assert np.allclose(pairs.positions.mean(1), pairs.position)
     gap = dax.find_edge_pairs(image, box, polarity="light-to-dark")
     assert gap.width.tolist() == [22] and len(dax.find_edge_pairs(image, dax.Box(45, 10, 16, 11))) == 0
@@ -68,6 +68,76 @@ def test_pairs():
     assert dax.find_edge_pairs(image, box, expected_width=9, signed_width_error=sides).width[:2].tolist() == [8, 10]
     with pytest.raises(dax.Error, match="DAXI_CalipEdgePairDetect_8u_C1R"):
         dax.find_edge_pairs(image, box, expected_width=0, relative_width=dax.Ramp(0, 1, 2))
+
+
+def test_pairs_are_opposite_unless_a_staircase_is_asked_for():
+    image = np.full((20, 120), 30, np.uint8)
+    image[:, 30:50], image[:, 50:70], image[:, 90:] = 110, 200, 90  # up, up, down, up
+    box = dax.Box(60, 10, 110, 11)
+    pairs = dax.find_edge_pairs(image, box)
+    assert (pairs.polarity[:, 0] != pairs.polarity[:, 1]).all() and (np.diff(pairs.score) <= 0).all()
+    apart = [dax.find_edge_pairs(image, box, polarity=each) for each in ("dark-to-light", "light-to-dark")]
+    assert sorted(pairs.width.tolist()) == sorted(apart[0].width.tolist() + apart[1].width.tolist())
+    steps = dax.find_edge_pairs(image, box, polarity="staircase")
+    assert (steps.polarity[:, 0] == steps.polarity[:, 1]).any() and len(steps) > len(pairs)
+    ordered = sorted(pairs.positions.tolist())
+    assert [dax.find_edge_pairs(image, box, only=k).positions.tolist() for k in (1, 2, 99)] == [
+        [ordered[0]], [ordered[1]], [ordered[-1]]
+    ]
+    (several,) = dax.find_edge_pairs_in(image, [box], max_count=1)
+    assert several.positions.tolist() == pairs.positions[:1].tolist()
+
+
+def test_a_factor_of_zero_is_no_result():
+    image = np.full((20, 90), 30, np.uint8)
+    image[:, 20:28] = image[:, 50:60] = 130
+    box = dax.Box(45, 10, 80, 11)
+    assert dax.find_edges(image, box, offset=dax.Ramp(0, 0, 1)).points[:, 0].tolist() == [49.5, 59.5]
+    ramp = dax.Ramp(0, 0.01, 0.01, falling=True)
+    assert dax.find_edge_pairs(image, box, expected_width=8, width_error=ramp).width.tolist() == [8]
+
+
+def test_regions_are_checked():
+    image = vertical(50)
+    with pytest.warns(UserWarning, match="beyond the image") as warned:
+        dax.find_edges(image, dax.Box(50, 30, 40, 70))
+    assert warned[0].filename == __file__
+    with pytest.warns(UserWarning, match="beyond the image"):
+        dax.find_edges(image, dax.Annulus(50, 30, 5, 31))
+    for region in (dax.Box(50, 30, 1e7, 1e7), dax.Annulus(50, 30, 1e6, 1e7)):
+        with pytest.raises(ValueError, match="at most 100000000"):
+            dax.find_edges_in(image, [region])
+    turned = dax.find_edges(image, dax.Box(50, 30, 40, 20, 0.5)).points
+    assert np.allclose(dax.find_edges(image, dax.Box(50, 30, 40, 20, 0.5 - 2 * math.pi)).points, turned, atol=1e-3)
+
+
+@pytest.mark.parametrize("half_width, width, warns", [(1, 4, False), (2, 5, False), (2, 3, True), (5, 4, True)])
+def test_stripes_narrower_than_the_filter(recwarn, half_width, width, warns):
+    stripe = np.minimum(vertical(40.3), vertical(99 - 40.3 - width)[:, ::-1])
+    pairs = dax.find_edge_pairs(stripe, dax.Box(45, 30, 80, 11), polarity="dark-to-light", half_width=half_width)
+    assert len(pairs) == 1 and (abs(pairs.width[0] - width) > 0.05) == warns
+    assert [str(each.message).startswith("a width of") for each in recwarn] == [True] * warns
+
+
+def test_fine_is_more_exact(rng):
+    """A blurred edge at all fractions of a pixel, straight and turned."""
+    errors = {}
+    for fine in (False, True):
+        errors[fine] = []
+        for at in np.arange(50, 51, 0.05):
+            x = (np.arange(100)[:, None] + (np.arange(16) + 0.5) / 16 - 0.5) - at
+            blurred = 20 + 200 * (0.5 + 0.5 * np.vectorize(math.erf)(x / (0.5 * math.sqrt(2)))).mean(1)
+            image = np.rint(blurred).astype(np.uint8) * np.ones((60, 1), np.uint8)
+            for region, along in ((dax.Box(50, 30, 40, 21), "width"), (dax.Rhomboid(50, 30, 21, 40, math.pi / 2, 0), "height")):
+                edges = dax.find_edges(image, region, along=along, fine=fine)
+                errors[fine].append(abs(edges.points[0, 0] - at))
+                middle = edges.points[0, 0] - 50
+                assert abs(abs(edges.position[0]) - abs(middle)) < 1e-3
+            stripe = np.minimum(image, np.roll(image[:, ::-1], 20, 1))
+            pair = dax.find_edge_pairs(stripe, dax.Box(50, 30, 60, 21), polarity="dark-to-light", fine=True)
+            assert abs(pair.width[0] - (119 - 2 * at)) < 0.02
+            assert np.ptp(pair.points[0, :, 0]) == pytest.approx(pair.width[0], abs=1e-4)
+    assert max(errors[True]) < max(errors[False]) / 2.5 and max(errors[True]) < 0.011
 
 
 @pytest.mark.parametrize("kind", ["boxes", "rhomboids", "annuli"])
@@ -102,7 +172,7 @@ def test_impossible_calipers(rng):
     image = vertical(50)
     for region in (
         dax.Box(math.nan, 30, 40, 20),
-        dax.Box(50, 30, 1e9, 20),
+        dax.Box(50, 30, 40, -20),
         dax.Rhomboid(50, 30, 40, 20, 1, 1),
         dax.Annulus(50, 30, 20, math.inf),
     ):

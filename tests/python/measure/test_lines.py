@@ -26,6 +26,17 @@ def test_lines(rng, dtype):
     assert dax.fit_line(points[:, ::-1].copy()[:, ::-1], threshold=3).a == dax.fit_line(points, threshold=3).a
 
 
+def test_rms_is_of_distances_without_weights(rng):
+    x = np.arange(100.0)
+    points = np.stack([x, 0.5 * x + rng.normal(0, 0.3, 100)], 1)
+    points[::10, 1] += 20
+    line = dax.fit_line(points, weights="huber", threshold=5, start="all-pairs")
+    distances = line.distances(points)
+    assert line.inliers.sum() == 90 and line.rms < 0.5 < 5 < line.rms_all
+    assert line.rms == pytest.approx(np.sqrt((distances[line.inliers] ** 2).mean()))
+    assert line.rms_all == pytest.approx(np.sqrt((distances**2).mean()))
+
+
 def test_impossible_lines():
     diagonal = np.arange(10.0).repeat(2).reshape(10, 2)
     assert dax.fit_line(diagonal, angle=(math.pi / 4, 0.1)).rms < 1e-5

@@ -1,4 +1,6 @@
 """Solvers against SciPy's, and callbacks that misbehave."""
+import warnings
+
 import numpy as np
 import pytest
 import scipy.optimize
@@ -58,6 +60,66 @@ def test_dense_variants_as_scipy(data):
         settings=TIGHT,
     )
     assert np.allclose(normal.x, plain.x, atol=1e-6) and normal.energy == pytest.approx(plain.cost)
+
+
+def test_what_a_solution_says(data):
+    def residuals(x):
+        return curve(x) - data
+
+    plain = scipy.optimize.least_squares(residuals, [1, 1, 0], slopes, xtol=1e-14, ftol=1e-14, gtol=1e-14)
+    normal = slopes(plain.x).T @ slopes(plain.x)
+    covariance = np.linalg.inv(normal) * 2 * plain.cost / (T.size - 3)
+    for jacobian in (slopes, None):
+        found = dax.least_squares(residuals, [1, 1, 0], jacobian, settings=TIGHT)
+        assert found.converged and found.reason in ("energy", "step") and found.gradient_norm < 1e-4
+        assert np.allclose(found.covariance, covariance, rtol=1e-3) and found.step_norm > 0
+        assert 0 < found.accepted <= found.iterations
+        assert found.evaluations >= found.iterations + 1
+    assert found.evaluations > 3 * found.accepted  # differences
+    flat = dax.least_squares(lambda x: np.array([x[0] + x[1], 2.0, 1.0]), [1, 1])
+    assert flat.covariance is None
+    huber = dax.least_squares(residuals, [1, 1, 0], slopes, huber=0.1, settings=TIGHT)
+    assert huber.gradient_norm < 1e-4 < np.abs(slopes(huber.x).T @ huber.residuals).max()
+    normal_form = dax.minimize_normal(
+        lambda x: (residuals(x) ** 2).sum() / 2,
+        lambda x, damping: (slopes(x).T @ slopes(x) + damping * np.eye(3), -slopes(x).T @ residuals(x)),
+        [1, 1, 0],
+        settings=TIGHT,
+    )
+    assert normal_form.converged and normal_form.gradient_norm < 1e-4
+
+
+def test_searches_that_did_not_converge(data, recwarn):
+    def residuals(x, scale=1.0):
+        return scale * (curve(x) - data)
+
+    with pytest.warns(UserWarning, match="limit of 2 iterations"):
+        short = dax.least_squares(residuals, [1, 1, 0], settings=dax.Settings(max_iterations=2))
+    assert short.reason == "limit" and not short.converged and short.iterations == 2
+    with pytest.warns(UserWarning, match="relative=True"):
+        small = dax.least_squares(lambda x: residuals(x, 1e-4), [1, 1, 0], slopes_of := lambda x: 1e-4 * slopes(x))
+    assert not small.converged
+    best = dax.least_squares(residuals, [1, 1, 0], settings=TIGHT)
+    exact = dax.least_squares(lambda x: residuals(x, 1e-4), [1, 1, 0], slopes_of, settings=dax.Settings(relative=True))
+    assert exact.converged and np.allclose(exact.x, best.x, atol=1e-2) and exact.energy < 1.001e-8 * best.energy
+    tiny = dax.least_squares(lambda x: residuals(x, 1e-6), [1, 1, 0], settings=dax.Settings(relative=True))
+    assert tiny.converged and np.allclose(tiny.x, best.x, atol=1e-2)
+    with pytest.warns(UserWarning, match="no step was accepted"):
+        stuck = dax.least_squares(lambda x: [1 - 1e-3 * (x[0] == 5)], [5.0], lambda x: [[1.0]])
+    assert stuck.x.tolist() == [5] and stuck.energy == pytest.approx(0.999**2 / 2) and stuck.step_norm == 0
+    recwarn.clear()
+    for x0 in ([0.0], [1e-3], [100.0]):  # an exact fit is none of these
+        assert dax.least_squares(lambda x: [x[0] - 2], x0, lambda x: [[1.0]]).converged
+    assert not recwarn.list
+
+
+@pytest.mark.parametrize("wrong", [
+    {"max_iterations": -1}, {"max_iterations": 0}, {"step_tolerance": -1e-9}, {"energy_tolerance": np.nan},
+    {"damping_factor": 1.0}, {"smallest_damping": -1},
+])
+def test_settings_that_are_none(wrong):
+    with pytest.raises(ValueError, match=next(iter(wrong))):
+        dax.Settings(**wrong)
 
 
 def test_large_chain_needs_little_memory():
@@ -229,6 +291,7 @@ def test_callbacks_that_write_one_array(data):
     def fresh(x):
         return curve(x) - data
 
+    warnings.simplefilter("ignore")  # limits are reached
     for rounds in (1, 2, 500):
         settings = dax.Settings(max_iterations=rounds)
         found = dax.least_squares(residuals, [1, 1, 0], jacobian, settings=settings)

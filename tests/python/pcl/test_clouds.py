@@ -10,7 +10,7 @@ import dax
 WITHOUT = {
     r".*_Inner": "a tree's compact form; covered where a tree has one",
     r"DAX3DPCL_SEARCH_KDTREE_(KNearestSearch|HandleRerange)": "the second generation; the first one serves normals",
-    r"DAX3DPCL_SEARCH_KDTREE_[KR]NearestSearch_V2(_BufferSize)?": "the pool forms, which do without one",
+    r"DAX3DPCL_SEARCH_KDTREE_[KR]NearestSearch(Mask)?_V2(_BufferSize)?": "the pool forms, which do without one",
 }
 
 
@@ -40,14 +40,29 @@ def test_radius_as_by_all_distances(rng, pool):
     squares = ((query.astype(float) - points) ** 2).sum(-1)
     near, mask = np.flatnonzero(squares < 0.04), rng.integers(0, 2, 500) * 256  # not 0, whatever the low byte
     tree = dax.KdTree(points)
-    alone, together, masked = (tree.query_radius([query], 0.2, 400, **more) for more in ({}, {"pool": pool}, {"mask": mask}))
-    assert sorted(alone.indices[0, : len(near)]) == near.tolist() and alone.indices[0, len(near)] == -1
-    assert np.array_equal(alone.indices, together.indices)
-    kept = sorted(near[mask[near] != 0], key=lambda i: (squares[i], i))
-    assert masked.indices[0][masked.indices[0] >= 0].tolist() == kept
-    assert np.allclose(masked.squared_distances[0, : len(kept)], squares[kept], rtol=1e-4)
-    assert (tree.query_radius(query, 0.2, 2).indices >= 0).sum() == 2
-    assert tree.query_radius(query, 1e-4).indices.max() == -1
+    alone, together, masked = (tree.query_radius([query], 0.2, **more) for more in ({}, {"pool": pool}, {"mask": mask}))
+    near = sorted(near, key=lambda i: (squares[i], i))
+    assert alone.indices.tolist() == [near] and np.array_equal(alone.indices, together.indices)
+    assert masked.indices[0].tolist() == [i for i in near if mask[i]]
+    assert np.allclose(alone.squared_distances[0], squares[near], rtol=1e-4)
+    assert tree.query_radius(query, 0.2, 2).indices.tolist() == near[:2]
+
+
+def test_radius_is_complete_and_of_any_size(rng):
+    points = rng.uniform(size=(3000, 3)).astype(np.float32)
+    tree, queries = dax.KdTree(points), points[[5, 9]]
+    squares = ((queries[:, None].astype(float) - points) ** 2).sum(-1)
+    found = tree.query_radius(queries, 0.5)
+    counts = (squares < 0.25).sum(1)
+    assert counts.min() > 600 and (found.indices >= 0).sum(1).tolist() == counts.tolist()
+    assert np.array_equal(found.indices[:, :100], tree.query_radius(queries, 0.5, 100).indices)
+    # All lengths a power of two smaller: the same neighbours, and distances that are scaled bit by bit.
+    for exponent in (-12, -30):
+        small = dax.KdTree(np.ldexp(points, exponent)).query_radius(np.ldexp(queries, exponent), 0.5 * 2.0**exponent)
+        assert np.array_equal(small.indices, found.indices), exponent
+        assert np.array_equal(np.ldexp(small.squared_distances, -2 * exponent), found.squared_distances), exponent
+    with pytest.raises(ValueError, match="too small beside"):
+        dax.KdTree([[1e20, 0]]).query_radius([0, 0], 1e-6)
 
 
 def test_points_that_cannot_be_found():
@@ -59,7 +74,7 @@ def test_points_that_cannot_be_found():
     assert dax.KdTree([[5.0, 5.0]]).query([5, 5], 3).indices.tolist() == [0, -1, -1]
     assert dax.KdTree([[np.nan, 0.0]]).query([0, 0]).indices.tolist() == [-1]
     assert tree.query(np.zeros((0, 2))).indices.shape == (0, 1)
-    assert tree.query_radius(np.zeros((0, 2)), 1).indices.shape == (0, 100)
+    assert tree.query_radius(np.zeros((0, 2)), 1).indices.shape == (0, 0)
     for wrong in (np.zeros((0, 2)), np.zeros((2, 0))):
         with pytest.raises(dax.Error, match="n < 1"):
             dax.KdTree(wrong)
