@@ -1,6 +1,7 @@
 #include <CLI/CLI.hpp>
 #include <cmath>
 #include <filesystem>
+#include <iostream>
 #include <limits>
 #include <memory>
 
@@ -81,6 +82,28 @@ RangeImage readPicture(const RangeOptions& options, const RangeHeader& header) {
   return fromPicture(file.toGrey16(), mask ? &*mask : nullptr, options.bias, header);
 }
 
+void say(const std::string& file, const std::string& what) {
+  std::cerr << "dax: " << printable(file) << ": " << what << '\n';
+}
+
+RangeImage readPoints(const RangeOptions& options, const std::optional<RangeHeader>& header) {
+  const Cloud cloud = readCloud(options.input);
+  Projection done;
+  RangeImage image = fromCloud(cloud, header, done);
+  const std::string all = " of " + std::to_string(cloud.size()) + " points ";
+  if (done.resampled) {
+    const DAX3D_VECTOR_32F& step = image.record().scale;
+    say(options.input, "no lattice of columns, rows and values: resampled in steps of " + shortest(step.x) + ", " +
+                           shortest(step.y) + ", " + shortest(step.z));
+  }
+  if (done.hidden > 0) say(options.input, std::to_string(done.hidden) + all + "hidden by higher ones of their pixel");
+  if (done.outside > 0) say(options.input, std::to_string(done.outside) + all + "outside the range image");
+  if (done.offsetLoss > 1e-3) {
+    say(options.output, "far from 0: the offset, a float, is off by " + fixed(done.offsetLoss, 3) + " steps");
+  }
+  return image;
+}
+
 void writePictures(const RangeImage& image, const RangeOptions& options) {
   setUpDecoders();
   const Grey16Image picture = toPicture(image, options.bias);
@@ -99,8 +122,7 @@ ExitStatus makeRange(const RangeOptions& options) {
   requireRangeName(options.output);
   if (!picture && !options.mask.empty()) reject("--mask: goes with pictures");
   const std::optional<RangeHeader> header = parseHeader(options);
-  const RangeImage image =
-      picture ? readPicture(options, header.value_or(RangeHeader())) : fromCloud(readCloud(input), header);
+  const RangeImage image = picture ? readPicture(options, header.value_or(RangeHeader())) : readPoints(options, header);
   image.write(options.output);
   return ExitStatus::kOk;
 }
@@ -192,7 +214,7 @@ void addConvert(CLI::App& range, Steps& steps, RangeOptions& options) {
       ->check(CLI::Range(0, 65535))
       ->type_name("N");
   app.add_option("--scale", options.scale,
-                 "of a new range file: length a column, a row, a count\n[1,1,1; for clouds from the points]")
+                 "of a new range file: length a column, a row, a count\n[1,1,1; for clouds the lattice of the points]")
       ->type_name("X,Y,Z");
   app.add_option("--offset", options.offset, "of a new range file: place of pixel 0,0 and value 0")->type_name("X,Y,Z");
   app.add_flag("--ascii", options.text, "write clouds as text");
