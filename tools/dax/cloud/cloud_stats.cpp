@@ -7,6 +7,7 @@
 #include <numeric>
 
 #include "base/text.h"
+#include "report/run_json.h"
 
 namespace dax::tool {
 namespace {
@@ -63,11 +64,17 @@ std::string cloudStatsText(const CloudStats& stats) {
   return text + "\n";
 }
 
-std::string cloudStatsJson(const CloudStats& stats) {
+std::string cloudStatsJson(const std::string& file, const CloudStats& stats) {
   using Json = nlohmann::ordered_json;
-  Json json = {{"points", stats.points},    {"dropped", stats.dropped}, {"normals", stats.normals},
-               {"origin", stats.origin},    {"min", stats.low},         {"max", stats.high},
-               {"centroid", stats.centroid}};
+  Json json = runJson("of the coordinates");
+  json["file"] = file;
+  json.update(Json{{"points", stats.points},
+                   {"dropped", stats.dropped},
+                   {"normals", stats.normals},
+                   {"origin", stats.origin},
+                   {"min", stats.low},
+                   {"max", stats.high},
+                   {"centroid", stats.centroid}});
   for (size_t i = 0; i < kSpacingNames.size(); ++i) json["spacing"][kSpacingNames[i]] = stats.spacing[i];
   return json.dump(2) + "\n";
 }

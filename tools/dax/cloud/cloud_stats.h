@@ -22,6 +22,6 @@ struct CloudStats {
 CloudStats measureCloud(const Cloud& cloud, const Workers& workers);
 
 std::string cloudStatsText(const CloudStats& stats);
-std::string cloudStatsJson(const CloudStats& stats);
+std::string cloudStatsJson(const std::string& file, const CloudStats& stats);
 
 }  // namespace dax::tool

@@ -9,10 +9,12 @@
 #include "base/text.h"
 #include "base/workers.h"
 #include "command/commands.h"
+#include "command/picture_options.h"
 #include "io/image_file.h"
 #include "io/inputs.h"
 #include "io/output_file.h"
 #include "model/boards.h"
+#include "report/run_json.h"
 
 namespace dax::tool {
 namespace {
@@ -27,6 +29,7 @@ struct ChessboardOptions {
   bool anySize = false;
   bool json = false;
   std::string overlay;
+  std::optional<Levels> levels;
 };
 
 // The result for one image.
@@ -35,6 +38,7 @@ struct Result {
   DaxiSize size{};
   std::optional<Board> board;
   std::optional<Failure> failure;
+  std::string note;
 };
 
 std::optional<ChessboardPatternSize> sizeOf(const ChessboardOptions& options) {
@@ -47,17 +51,20 @@ std::optional<ChessboardPatternSize> sizeOf(const ChessboardOptions& options) {
   return ChessboardPatternSize{sides->first, sides->second};
 }
 
-void search(const Job& job, const std::optional<ChessboardPatternSize>& size, Result& result) {
-  const GreyImage image = ImageFile::read(job.input).toGrey();
+void search(const Job& job, const ChessboardOptions& options, const std::optional<ChessboardPatternSize>& size,
+            Result& result) {
+  const Picture picture = readPicture(job.input, options.levels);
+  const GreyImage& image = picture.grey;
   result.size = image.size;
+  result.note = picture.note();
   result.board = findBoard(image, size);
   if (!job.overlay.empty()) writeFile(job.overlay, drawBoard(image, result.board));
 }
 
-Result searchJob(const Job& job, const std::optional<ChessboardPatternSize>& size) {
-  Result result{printable(job.input.string()), {}, std::nullopt, std::nullopt};
+Result searchJob(const Job& job, const ChessboardOptions& options, const std::optional<ChessboardPatternSize>& size) {
+  Result result{printable(job.input.string()), {}, std::nullopt, std::nullopt, {}};
   try {
-    search(job, size, result);
+    search(job, options, size, result);
   } catch (const Failure& failure) {
     const bool isNamed = failure.status() == ExitStatus::kCannotRead || failure.status() == ExitStatus::kCannotWrite;
     result.failure = {failure.status(), isNamed ? failure.what() : result.file + ": " + failure.what()};
@@ -75,6 +82,7 @@ Json toJson(const Result& result) {
   }
   json["width"] = result.size.width;
   json["height"] = result.size.height;
+  if (!result.note.empty()) json["note"] = result.note;
   json["found"] = result.board.has_value();
   if (!result.board) return json;
   json["columns"] = result.board->pattern.columns;
@@ -86,7 +94,8 @@ Json toJson(const Result& result) {
 }
 
 void writeJson(std::ostream& out, const std::vector<Result>& results) {
-  Json json{{"images", Json::array()}};
+  Json json = runJson();
+  json["images"] = Json::array();
   for (const Result& result : results) json["images"].push_back(toJson(result));
   out << json.dump(2) << '\n';
 }
@@ -123,7 +132,7 @@ ExitStatus run(const ChessboardOptions& options) {
   {
     Progress progress(jobs.size(), "images");
     for (const Job& job : jobs) {
-      results.push_back(searchJob(job, size));
+      results.push_back(searchJob(job, options, size));
       progress.advance();
     }
   }
@@ -131,6 +140,7 @@ ExitStatus run(const ChessboardOptions& options) {
   finishOutput();
   for (const Result& result : results) {
     if (result.failure) report(*result.failure);
+    if (!result.note.empty()) std::cerr << "dax: " << result.file << ": " << result.note << '\n';
   }
   if (results.size() == 1 && results.front().failure) return results.front().failure->status();
   const bool failed = std::any_of(results.begin(), results.end(), [](const Result& r) { return !!r.failure; });
@@ -152,6 +162,7 @@ Command addChessboard(CLI::App& app) {
                    "column, each 2 to 25")
       ->type_name("COLUMNSxROWS");
   command->add_flag("--auto", options->anySize, "any board of 3 x 3 inner corners or more, the largest one");
+  addLevels(*command, options->levels, "OPTIONS");
   command->add_flag("--json", options->json, "JSON instead of a table, with all corners, row by row");
   command
       ->add_option("--overlay", options->overlay,

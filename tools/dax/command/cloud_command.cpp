@@ -179,7 +179,7 @@ ExitStatus stats(const CloudOptions& options) {
   Cloud cloud = readCloud(options.input);
   const Pool pool = startPool(options);
   const CloudStats measured = measureCloud(cloud, pool.workers());
-  if (!options.output.empty()) writeFile(options.output, cloudStatsJson(measured));
+  if (!options.output.empty()) writeFile(options.output, cloudStatsJson(printable(options.input), measured));
   print(cloudStatsText(measured));
   draw(std::move(cloud), options, plan, pool.workers());
   return ExitStatus::kOk;

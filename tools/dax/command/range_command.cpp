@@ -12,6 +12,7 @@
 #include "io/image_file.h"
 #include "io/output_file.h"
 #include "io/output_name.h"
+#include "io/picture.h"
 #include "io/picture_file.h"
 #include "model/range_convert.h"
 #include "report/range_info.h"
@@ -71,19 +72,20 @@ void requireRangeName(const fs::path& path) {
   if (isOtherName(path)) reject(printable(path.string()) + ": is the name of a picture or cloud; OUT is a range file");
 }
 
+void say(const std::string& file, const std::string& what) {
+  std::cerr << "dax: " << printable(file) << ": " << what << '\n';
+}
+
 RangeImage readPicture(const RangeOptions& options, const RangeHeader& header) {
   setUpDecoders();
   const ImageFile file = ImageFile::read(options.input);
-  if (!file.has16Bits()) {
+  if (file.maxValue() == 255) {
     throw Failure(ExitStatus::kCannotRead, printable(options.input) + ": does not have 16 bits a pixel");
   }
+  if (file.pages() > 1) say(options.input, "the first of " + std::to_string(file.pages()) + " pages");
   std::optional<GreyImage> mask;
-  if (!options.mask.empty()) mask = ImageFile::read(options.mask).toGrey();
+  if (!options.mask.empty()) mask = readMask(options.mask);
   return fromPicture(file.toGrey16(), mask ? &*mask : nullptr, options.bias, header);
-}
-
-void say(const std::string& file, const std::string& what) {
-  std::cerr << "dax: " << printable(file) << ": " << what << '\n';
 }
 
 RangeImage readPoints(const RangeOptions& options, const std::optional<RangeHeader>& header) {
@@ -149,7 +151,7 @@ ExitStatus convert(const RangeOptions& options) {
 
 ExitStatus info(const RangeOptions& options) {
   const RangeImage image = RangeImage::read(options.input);
-  print(options.json ? rangeInfoJson(image) : rangeInfoText(image));
+  print(options.json ? rangeInfoJson(printable(options.input), image) : rangeInfoText(image));
   return ExitStatus::kOk;
 }
 
