@@ -26,7 +26,7 @@ class Run:
         self.all = done.stdout.decode()
         self.out = re.sub(r'\n *"command": .*', "", self.all)  # which names the threads, say
         self.err = done.stderr.decode()
-        assert 0 <= self.status <= 7, f"crashed with {self.status}: {self.err}"
+        assert 0 <= self.status <= 8, f"crashed with {self.status}: {self.err}"
 
     @property
     def json(self):

@@ -261,4 +261,4 @@ def test_refusals(dax, tmp_path):
 def test_help(dax):
     for command in (["range"], ["cloud"], ["range", "convert"], ["cloud", "normals"]):
         text = dax(*command, "--help").out
-        assert all(f"\n  {status}  " in text for status in range(8)) and max(map(len, text.splitlines())) <= 100
+        assert all(f"\n  {status}  " in text for status in range(9)) and max(map(len, text.splitlines())) <= 100

@@ -1,4 +1,5 @@
 #include <CLI/CLI.hpp>
+#include <algorithm>
 #include <cmath>
 #include <iostream>
 #include <memory>
@@ -12,6 +13,7 @@
 #include "io/image_file.h"
 #include "io/output_file.h"
 #include "io/picture.h"
+#include "model/caliper_warnings.h"
 #include "report/caliper_listing.h"
 #include "report/run_json.h"
 
@@ -80,6 +82,7 @@ std::vector<Region> regionsOf(const CaliperOptions& options) {
 void writeJson(std::ostream& out, const CaliperOptions& options, const Picture& picture,
                const std::vector<Caliper>& calipers) {
   auto json = pictureJson(printable(options.input), picture);
+  json["warnings"] = warningsOf(picture.grey.size, calipers, options.settings);
   auto& list = json["calipers"] = nlohmann::ordered_json::array();
   for (const Caliper& caliper : calipers) {
     list.push_back(toJson(caliper, options.settings, options.outputs.profiles));
@@ -104,6 +107,7 @@ void writeTable(std::ostream& out, const CaliperOptions& options, const Picture&
 ExitStatus run(const CaliperOptions& options) {
   const std::vector<Region> regions = regionsOf(options);
   if (options.settings.expectedWidth && !options.settings.pairs) reject("--width needs --pair");
+  if (options.settings.staircase && !options.settings.pairs) reject("--staircase needs --pair");
   requireUsable(options.outputs, options.input);
   setUpDecoders();
   const Picture picture = readPicture(options.input, options.levels);
@@ -119,7 +123,10 @@ ExitStatus run(const CaliperOptions& options) {
   if (!outputs.plot.empty()) writeFile(outputs.plot, plotProfiles(calipers, options.settings));
   (outputs.json ? writeJson : writeTable)(std::cout, options, picture, calipers);
   finishOutput();
-  return ExitStatus::kOk;
+  sayWarnings(options.input, warningsOf(image.size, calipers, options.settings));
+  const bool isFound = std::none_of(calipers.begin(), calipers.end(),
+                                    [](const Caliper& c) { return c.edges.empty() && c.pairs.empty(); });
+  return isFound ? ExitStatus::kOk : ExitStatus::kNotFound;
 }
 
 void addRegions(CLI::App& app, CaliperOptions& options) {
@@ -140,7 +147,11 @@ void addRegions(CLI::App& app, CaliperOptions& options) {
 }
 
 void addPairs(CLI::App& app, CaliperOptions& options) {
-  app.add_flag("--pair", options.settings.pairs, "pairs of edges and their distance, for widths")->group("Edges");
+  app.add_flag("--pair", options.settings.pairs, "pairs of opposite edges and their distance, for widths")
+      ->group("Edges");
+  app.add_flag("--staircase", options.settings.staircase,
+               "with --pair and --polarity any: pairs of any two edges, those\nof one polarity too")
+      ->group("Edges");
   app.add_option_function<std::string>(
          "--width",
          [&options](const std::string& text) {

@@ -88,6 +88,8 @@ Json toJson(const Result& result) {
   json["columns"] = result.board->pattern.columns;
   json["rows"] = result.board->pattern.rows;
   json["detector"] = result.board->detector;
+  json["ambiguous"] = result.board->ambiguous;
+  json["refined"] = result.board->refined;
   json["corners"] = Json::array();
   for (const DaxiPoint32f& p : result.board->corners) json["corners"].push_back({decimal(p.x), decimal(p.y)});
   return json;
@@ -105,7 +107,8 @@ std::string place(DaxiPoint32f p) {
 }
 
 void writeTable(std::ostream& out, const std::vector<Result>& results) {
-  std::vector<Fields> lines{{"image", "size", "board", "detector", "first corner", "last corner"}};
+  std::vector<Fields> lines{
+      {"image", "size", "board", "detector", "first corner", "last corner", "first is", "unrefined"}};
   size_t found = 0;
   for (const Result& result : results) {
     if (result.failure) continue;
@@ -114,9 +117,11 @@ void writeTable(std::ostream& out, const std::vector<Result>& results) {
       ++found;
       lines.push_back({result.file, size,
                        std::to_string(board->pattern.columns) + " x " + std::to_string(board->pattern.rows),
-                       board->detector, place(board->corners.front()), place(board->corners.back())});
+                       board->detector, place(board->corners.front()), place(board->corners.back()),
+                       board->ambiguous ? "ambiguous" : "beside dark",
+                       std::to_string(std::count(board->refined.begin(), board->refined.end(), false))});
     } else {
-      lines.push_back({result.file, size, "none", "", "", ""});
+      lines.push_back({result.file, size, "none", "", "", "", "", ""});
     }
   }
   if (lines.size() > 1) writeColumns(out, lines);
@@ -144,7 +149,9 @@ ExitStatus run(const ChessboardOptions& options) {
   }
   if (results.size() == 1 && results.front().failure) return results.front().failure->status();
   const bool failed = std::any_of(results.begin(), results.end(), [](const Result& r) { return !!r.failure; });
-  return failed ? ExitStatus::kSomeFailed : ExitStatus::kOk;
+  if (failed) return ExitStatus::kSomeFailed;
+  const bool isFound = std::all_of(results.begin(), results.end(), [](const Result& r) { return r.board.has_value(); });
+  return isFound ? ExitStatus::kOk : ExitStatus::kNotFound;
 }
 
 Command addChessboard(CLI::App& app) {
@@ -161,7 +168,8 @@ Command addChessboard(CLI::App& app) {
                    "the board has so many inner corners in a row and in a\n"
                    "column, each 2 to 25")
       ->type_name("COLUMNSxROWS");
-  command->add_flag("--auto", options->anySize, "any board of 3 x 3 inner corners or more, the largest one");
+  command->add_flag("--auto", options->anySize,
+                    "any board of 3 x 3 inner corners or more, the largest one; rows\nare its shorter side");
   addLevels(*command, options->levels, "OPTIONS");
   command->add_flag("--json", options->json, "JSON instead of a table, with all corners, row by row");
   command
@@ -170,7 +178,11 @@ Command addChessboard(CLI::App& app) {
                    "a folder, which is made where it is missing")
       ->type_name("PICTURE");
   command->footer(
-      "Images without a board are no failure; the last line counts the boards.\n"
+      "The order of corners follows the colours of the board where they tell its ends apart, with an\n"
+      "odd sum of columns and rows: the first corner is beside a dark square of the board's corner.\n"
+      "Else the first row is the one nearest the top, and the board is called ambiguous: a turned\n"
+      "picture of it may be read from the other end. Corners that could not be refined are counted,\n"
+      "and flagged in the JSON. The last line counts the boards.\n"
       "Examples:\n"
       "  dax chessboard left/ --size 9x6 --json > corners.json\n"
       "  dax chessboard board.jpg --auto --overlay order.png\n\n" +

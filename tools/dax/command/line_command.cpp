@@ -13,6 +13,7 @@
 #include "io/image_file.h"
 #include "io/output_file.h"
 #include "io/picture.h"
+#include "model/caliper_warnings.h"
 #include "report/caliper_listing.h"
 #include "report/line_listing.h"
 #include "report/run_json.h"
@@ -90,8 +91,7 @@ void addName(CLI::App& app, const char* name, const std::map<std::string, int32_
 
 void addFit(CLI::App& app, LineSettings& line) {
   app.add_option_function<int32_t>(
-         "--reject", [&line](const int32_t& count) { line.rejected = count; },
-         "worst edges that do not count [a fifth of them]")
+         "--reject", [&line](const int32_t& count) { line.rejected = count; }, "worst edges that do not count [0]")
       ->check(CLI::Range(0, 1000))
       ->type_name("K")
       ->group("Line");
@@ -113,9 +113,10 @@ void addFit(CLI::App& app, LineSettings& line) {
 }
 
 void writeJson(std::ostream& out, const LineOptions& options, const Picture& picture,
-               const std::vector<Caliper>& calipers, const FittedLine& fitted) {
+               const std::vector<Caliper>& calipers, const FittedLine* fitted) {
   auto json = pictureJson(printable(options.input), picture);
-  json["line"] = toJson(fitted);
+  json["warnings"] = warningsOf(picture.grey.size, calipers, options.calipers);
+  json["line"] = fitted ? toJson(*fitted) : nlohmann::ordered_json();
   auto& list = json["calipers"] = nlohmann::ordered_json::array();
   for (const Caliper& caliper : calipers) list.push_back(toJson(caliper, options.calipers, options.outputs.profiles));
   out << json.dump(2) << '\n';
@@ -135,7 +136,17 @@ ExitStatus run(LineOptions options) {
   const std::vector<Caliper> calipers = measureAll(image, rowOfCalipers(line), options.calipers);
   const CaliperOutputs& outputs = options.outputs;
   if (!outputs.plot.empty()) writeFile(outputs.plot, plotProfiles(calipers, options.calipers));
-  const FittedLine fitted = fitLine(calipers, line);
+  sayWarnings(options.input, warningsOf(image.size, calipers, options.calipers));
+  FittedLine fitted{};
+  try {
+    fitted = fitLine(calipers, line);
+  } catch (const Failure& failure) {
+    if (failure.status() == ExitStatus::kNotFound && outputs.json) {
+      writeJson(std::cout, options, picture, calipers, nullptr);
+      finishOutput();
+    }
+    throw;
+  }
   if (!outputs.overlay.empty()) {
     AnnotatedPicture drawn(image, outputs.overlayScale);
     drawCalipers(drawn, calipers, false);
@@ -143,7 +154,7 @@ ExitStatus run(LineOptions options) {
     writeFile(outputs.overlay, drawn.png());
   }
   if (outputs.json) {
-    writeJson(std::cout, options, picture, calipers, fitted);
+    writeJson(std::cout, options, picture, calipers, &fitted);
   } else {
     std::cout << imageTitle(printable(options.input), image.size) << ", ";
     writeLine(std::cout, fitted, calipers.size());
