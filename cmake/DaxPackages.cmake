@@ -53,7 +53,8 @@ foreach(component ${components})
   execute_process(
     COMMAND ${Python3_EXECUTABLE} ${PROJECT_SOURCE_DIR}/packaging/make_documents.py ${documents} ${debian_version}
             ${DAX_PACKAGE_MAINTAINER} ${inside_${component}} COMMAND_ERROR_IS_FATAL ANY)
-  install(DIRECTORY ${documents}/ DESTINATION share/doc/${${component}_package} COMPONENT ${component})
+  # Parts of the packages only: an installation of everything leaves them out.
+  install(DIRECTORY ${documents}/ DESTINATION share/doc/${${component}_package} COMPONENT ${component} EXCLUDE_FROM_ALL)
 
   # What Debian's checker may say; scripts/test-packages takes the rest for faults.
   set(overrides "# Not from Debian's archive: there is no request to close.\ninitial-upload-closes-no-bugs\n")
@@ -63,7 +64,7 @@ foreach(component ${components})
   endif()
   file(WRITE ${PROJECT_BINARY_DIR}/lintian/${${component}_package} "${overrides}")
   install(FILES ${PROJECT_BINARY_DIR}/lintian/${${component}_package} DESTINATION share/lintian/overrides
-          COMPONENT ${component})
+          COMPONENT ${component} EXCLUDE_FROM_ALL)
 endforeach()
 
 # Control files: what dependents of the libraries need, the linker's cache, Python's compiled modules.

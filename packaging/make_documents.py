@@ -20,7 +20,10 @@ import time
 ROOT = pathlib.Path(__file__).resolve().parent.parent
 OWN = """DAX, a machine-vision algorithm library
 
-Copyright {year} the DAX developers. All rights reserved.
+Copyright {year} the DAX developers.
+
+No licence has been chosen yet. Until there is one, nothing beyond what copyright law itself permits is granted; ask the
+owner before copying, changing or passing on this software.
 """
 OTHERS = """
 

@@ -4,6 +4,10 @@ gives each prototype that follows another without a comment the comment that the
 import re
 import sys
 
+# What stands in one comment, and not what stands from one comment to the end of another.
+TEXT = r"((?:(?!\*/).)*)"
+
+
 def paragraph_blocks(text):
     """Indented lines stand as they are; everything else is prose."""
     lines, inside = [], False
@@ -26,14 +30,14 @@ def doxygen(comment):
 
 
 def convert(header):
-    header = re.sub(r"(?<=[;,{}\w)]) +/\*\s(.*?)\*/", lambda m: " /**< " + doxygen(m[1]) + " */", header, flags=re.S)
+    header = re.sub(rf"(?<=[;,{{}}\w)]) +/\*\s{TEXT}\*/", lambda m: " /**< " + doxygen(m[1]) + " */", header, flags=re.S)
     first = header.index("/*")
     end = header.index("*/", first)
     head = doxygen(header[first + 2 : end])
     brief, _, rest = head.partition("\n")
     body = header[end + 2 :]
-    body = re.sub(r"^/\*\s(.*?)\*/\n", lambda m: "/** " + doxygen(m[1]) + " */\n", body, flags=re.S | re.M)
-    body = re.sub(r"(/\*\* .*?\*/\n)((?:^DAX_API [^;]*;\n){2,})", shared, body, flags=re.S | re.M)
+    body = re.sub(rf"^/\*\s{TEXT}\*/\n", lambda m: "/** " + doxygen(m[1]) + " */\n", body, flags=re.S | re.M)
+    body = re.sub(rf"(/\*\* (?:(?!\*/).)*\*/\n)((?:^DAX_API [^;]*;\n){{2,}})", shared, body, flags=re.S | re.M)
     # What has no comment of its own is described at the head of the header.
     body = re.sub(r"(?<=\n\n)((?:DAX_API [^;]*;\n)+)", lambda m: shared(["", "/** See the detailed description above. */\n", m[1]]), body)
     return f"/** @file\n * @brief {brief}\n{rest}\n */" + body

@@ -20,7 +20,12 @@ int main(void) {
 
   BlobInfo blobs[16];
   BlobSelectResult result = {blobs, 0, NULL};
-  const BlobSelectCfg cfg = {.maxCount = 16, .sortOrder = DAXI_BLOB_DESCENDING, .sortKey = DAXI_BLOB_KEY_AREA};
+  /* Without a range the first 16 regions would be kept, not the largest. */
+  const BlobSelectCfg cfg = {.maxCount = 16,
+                             .flags = DAXI_BLOB_BY_AREA,
+                             .area = {0, 1e9f},
+                             .sortOrder = DAXI_BLOB_DESCENDING,
+                             .sortKey = DAXI_BLOB_KEY_AREA};
   const DaxiDomainList* domains = NULL;
 
   DaxStatus status = DAXI_AdpThresholdOtsu_8u_C1IR(image[0], 8, size);

@@ -64,21 +64,24 @@ def rows_of(points, text, types):
 
 
 def read_cloud(content):
-    """Tuples of x, y, z and perhaps normal and curvature, of the files that the program writes."""
+    """The rows of a file that the program writes."""
     end = b"end_header\n" if content.startswith(b"ply\n") else b"\nDATA "
     header, body = content.split(end, 1)
     if end == b"\nDATA ":
         form, body = body.split(b"\n", 1)
         text, names = form == b"ascii", header.split(b"FIELDS ")[1].split(b"\n")[0].split()
         count = int(header.split(b"POINTS ")[1].split()[0])
+        sizes, types = (header.split(key)[1].split(b"\n")[0].split() for key in (b"SIZE ", b"TYPE "))
+        codes = "".join({"F4": "f", "F8": "d", "U1": "B", "I2": "h"}[(t + n).decode()] for t, n in zip(types, sizes))
     else:
-        text, names = b"format ascii" in header, header.split(b"property float ")[1:]
+        text, names = b"format ascii" in header, header.split(b"property ")[1:]
         count = int(header.split(b"element vertex ")[1].split()[0])
+        codes = "".join(CODES[name.split()[0].decode()] for name in names)
     if text:
         points = [tuple(map(float, line.split())) for line in body.splitlines()]
     else:
-        points = list(struct.iter_unpack(f"<{len(names)}f", body))
-    assert len(points) == count and len(names) in (3, 7)
+        points = list(struct.iter_unpack("<" + codes, body))
+    assert len(points) == count
     return points
 
 

@@ -43,7 +43,33 @@ def test_size_says_which_sides_are_rows(dax, tmp_path):
     assert (turned["columns"], turned["rows"]) == (6, 9)
     whole = [[(int(x), int(y)) for x, y in image["corners"]] for image in (turned, straight)]
     assert whole[0][:9] != whole[1][:9] and sorted(whole[0]) == sorted(whole[1])
-    assert dax("chessboard", "board.pgm", "--size", "12x9", "--json").json["images"][0]["found"] is False
+    for other in ("12x9", "8x6", "9x5", "8x5"):  # a part of a board is none
+        assert dax("chessboard", "board.pgm", "--size", other, "--json", status=8).json["images"][0]["found"] is False
+
+
+def test_two_levels_and_colours(dax, tmp_path):
+    """A clean picture is found, and the dark corner decides the order whichever side is up."""
+    plain = [[(65535 if p[0] > 30000 else 0,) * 3 for p in row] for row in board(9, 6)]
+    turned = [row[::-1] for row in plain[::-1]]
+    write(tmp_path / "a.pgm", plain)
+    write(tmp_path / "b.pgm", turned)
+    for how in (["--size", "9x6"], ["--auto"]):
+        a, b = dax("chessboard", "a.pgm", "b.pgm", *how, "--json").json["images"]
+        assert all(a["refined"]) and not a["ambiguous"] and not b["ambiguous"]
+        for (x, y), (u, v) in zip(a["corners"], b["corners"], strict=True):
+            assert (399 - u, 329 - v) == pytest.approx((x, y), abs=0.1)
+    write(tmp_path / "c.pgm", board(7, 5))
+    (image,) = dax("chessboard", "c.pgm", "--auto", "--json").json["images"]
+    assert image["ambiguous"]
+
+
+def test_corners_that_cannot_be_refined_are_flagged(dax, tmp_path):
+    """A hand over a corner of the board."""
+    picture = board(9, 6)
+    pictures.draw(picture, LEFT + 4 * SIDE - 6, TOP + 3 * SIDE - 6, 14, 14, 120)
+    write(tmp_path / "board.pgm", picture)
+    (image,) = dax("chessboard", "board.pgm", "--size", "9x6", "--json", status=None).json["images"]
+    assert not image["found"] or image["refined"].count(False) == 1
 
 
 def test_folder_with_pictures_and_a_broken_file(dax, tmp_path):

@@ -57,7 +57,53 @@ def test_formats(dax, tmp_path, form):
     (tmp_path / "in").write_bytes(FORMATS[form](points))
     for result in ("out.ply", "out.pcd"):
         dax("cloud", "normals", "in", result, "--k", "4")
-        assert [row[:3] for row in read(tmp_path, result)] == points
+        rows = read(tmp_path, result)
+        assert [row[:3] for row in rows] == points
+        assert {row[7:] for row in rows} == {EXTRAS.get(form, ())}
+
+
+EXTRAS = {"ply doubles": (1, 7), "pcd fields": (0.5,)}  # columns that pass through
+FAR = (450000.0, 5600000.0, 300.0)
+
+
+@pytest.mark.parametrize("name", ["in.ply", "in.pcd"])
+def test_far_from_zero(dax, tmp_path, name):
+    """Results are those of the same points near 0, and written so that nothing is lost."""
+    near = [(i / 16 + j / 512, j / 16, 0.3 * (i / 16 + j / 512)) for i in range(16) for j in range(16)]
+    far = [tuple(c + o for c, o in zip(point, FAR)) for point in near]
+    write(tmp_path, near, "near.ply")
+    content = clouds.ply(far, names=("x", "y", "z"), types=["double"] * 3) if name == "in.ply" else \
+        clouds.pcd(far)
+    (tmp_path / name).write_bytes(content.replace(b"SIZE 4 4 4", b"SIZE 8 8 8"))
+    for command, *options in (["normals"], ["downsample", "--leaf", "0.25"]):
+        dax("cloud", command, "near.ply", "a.ply", *options)
+        run = dax("cloud", command, name, "b" + name[2:], *options)
+        assert run.err == f"dax: {name}: far from 0: computed from the origin 450000, 5600000, 300\n"
+        for one, other in zip(read(tmp_path, "a.ply"), read(tmp_path, "b" + name[2:]), strict=True):
+            assert [c - o for c, o in zip(other, FAR)] == pytest.approx(one[:3], abs=1e-6)
+            assert [abs(c) for c in other[3:]] == pytest.approx([abs(c) for c in one[3:]], abs=1e-5)
+    one, other = (json.loads(stats(dax, tmp_path, n)) for n in ("near.ply", name))
+    assert (one["origin"], other["origin"]) == ([0, 0, 0], list(FAR)) and other["spacing"] == one["spacing"]
+    assert other["min"] == list(FAR) and "origin    450000, 5600000, 300" in dax("cloud", "stats", name).out
+
+
+def test_what_is_left_out_is_said(dax, tmp_path):
+    points = [(*point, 0.0, 1) for point in scattered(6)]
+    (tmp_path / "in.ply").write_bytes(clouds.ply(points, names=("x", "y", "z", "nx", "red"), more="element face 0"))
+    assert dax("cloud", "normals", "in.ply", "out.ply").err == "dax: in.ply: left out: nx, face\n"
+    assert dax("cloud", "downsample", "out.ply", "thin.ply", "--leaf", "9").err == \
+        "dax: out.ply: left out: normals, red\n"
+
+
+def test_grid_of_an_organised_cloud(dax, tmp_path):
+    """It stays, with NaN where no point is."""
+    nan = (float("nan"),) * 3
+    points = scattered(6)
+    (tmp_path / "in.pcd").write_bytes(clouds.pcd([*points[:2], nan, *points[2:], nan], "binary", sides=(4, 2)))
+    dax("cloud", "normals", "in.pcd", "out.pcd", "--k", "4")
+    assert b"WIDTH 4\nHEIGHT 2\n" in (tmp_path / "out.pcd").read_bytes()
+    rows = read(tmp_path, "out.pcd")
+    assert [row[:3] for row in rows if row[0] == row[0]] == points and rows[2][0] != rows[2][0] != rows[7][0]
 
 
 def test_normals_are_read_and_written(dax, tmp_path):
@@ -215,4 +261,4 @@ def test_refusals(dax, tmp_path):
 def test_help(dax):
     for command in (["range"], ["cloud"], ["range", "convert"], ["cloud", "normals"]):
         text = dax(*command, "--help").out
-        assert all(f"\n  {status}  " in text for status in range(8)) and max(map(len, text.splitlines())) <= 100
+        assert all(f"\n  {status}  " in text for status in range(9)) and max(map(len, text.splitlines())) <= 100

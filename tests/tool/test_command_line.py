@@ -97,7 +97,7 @@ def test_help_tells_every_option_and_status(dax):
         assert option in text
     for command in (["--help"], ["inspect", "--help"], ["render-scene", "--help"]):
         text = dax(*command).out
-        assert all(f"\n  {status}  " in text for status in range(8))
+        assert all(f"\n  {status}  " in text for status in range(9))
         assert max(map(len, text.splitlines())) <= 100
 
 

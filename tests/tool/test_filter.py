@@ -174,4 +174,4 @@ def test_help_tells_every_filter(dax):
     text = dax("filter", "--help").out
     assert all(option in text for option in ["--mean ", "--mean-inside", "--box", "--median3", "--erode", "--border",
                                              "--compare", "constant:N:GREY"])
-    assert all(f"\n  {status}  " in text for status in range(8)) and max(map(len, text.splitlines())) <= 100
+    assert all(f"\n  {status}  " in text for status in range(9)) and max(map(len, text.splitlines())) <= 100

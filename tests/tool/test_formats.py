@@ -1,5 +1,7 @@
 """Every format gives the grey values that it holds."""
 
+import struct
+
 import pictures
 import pytest
 
@@ -17,9 +19,10 @@ PRIMARIES = [(65535, 0, 0), (0, 65535, 0), (0, 0, 65535), (65535, 65535, 0), (25
 FINE_COLOURS = PRIMARIES + [(30000, 12345, 54321), (1, 65535, 40000), (12850, 12850, 12851)]
 
 
-def greys(dax, path):
+def greys(dax, path, *options):
     """The grey values of single bright pixels, from left to right: a pixel's weighted area is grey / 255."""
-    run = dax("inspect", path, "--threshold", "mask", "--gray-weighted", "--sort", "x", "--order", "asc", "--json")
+    run = dax("inspect", path, "--threshold", "mask", "--gray-weighted", "--sort", "x", "--order", "asc", "--json",
+              *options)
     return [round(255 * blob["area"]) for blob in run.blobs]
 
 
@@ -34,7 +37,86 @@ CASES = [
 @pytest.mark.parametrize("name, colours", CASES, ids=[name for name, _ in CASES])
 def test_grey_values(dax, tmp_path, name, colours):
     (tmp_path / "dots").write_bytes(pictures.WRITERS[name](pictures.dots(colours)))
-    assert greys(dax, "dots") == [bt601(*colour) for colour in colours]
+    levels = ["--levels", "0..65535"] if "16" in name else []
+    assert greys(dax, "dots", *levels) == [bt601(*colour) for colour in colours]
+
+
+DEEP = {"png": pictures.png16, "tiff": pictures.tiff_big_endian16, "pgm": pictures.pgm16,
+        "pgm of 12 bits": lambda picture: pictures.pnm(b"P5", 4095, pictures.grey16(picture), picture)}
+
+
+@pytest.mark.parametrize("form", DEEP)
+def test_12_bits_stay_12_bits(dax, tmp_path, form):
+    """Of a scan with 300..3900 used: levels lie between its grey values, and what is done to them is said."""
+    picture = [[(300 + 9 * x,) * 3 for x in range(400)] for _ in range(3)]
+    picture[1][7:9] = [(3900,) * 3] * 2
+    (tmp_path / "in").write_bytes(DEEP[form](picture))
+    deep = 12 if "12" in form else 16
+    note = f"dax: in: {deep} bits a pixel, of which 300..3900 taken as 0..255\n"
+    run = dax("inspect", "in", "--json")
+    image = run.json["images"][0]
+    assert run.err == note and (image["depth"], image["levels"]) == (deep, [300, 3900]) and image["note"] in note
+    assert image["threshold"]["low"] == pytest.approx(2090, abs=15) and len(run.blobs) == 2
+    for threshold, areas in (("3000", [300, 2]), ("310..320", [3]), ("..308", [3])):
+        found = dax("inspect", "in", "--threshold", threshold, "--json").json["images"][0]
+        assert [b["area"] for b in found["blobs"]] == areas
+    image = dax("inspect", "in", "--levels", "0..600", "--json").json["images"][0]
+    assert image["levels"] == [0, 600] and 300 < image["threshold"]["low"] < 600
+    for command in (["caliper", "in", "--box", "7.5,1,14,1,0"], ["line", "in", "--from", "5,1", "--to", "9,1"],
+                    ["chessboard", "in", "--auto"]):
+        assert dax(*command, status=None).err.startswith(note) or command[0] == "chessboard"
+    assert "not a grey level 0.." in dax("inspect", "in", "--threshold", 65536, status=2).err
+
+
+def test_filters_keep_16_bits(dax, tmp_path):
+    picture = [[(1000 + 40 * x + 3 * y,) * 3 for x in range(9)] for y in range(7)]
+    (tmp_path / "in.png").write_bytes(pictures.png16(picture))
+    expected = {"--median3": lambda x, y: 1000 + 40 * x + 3 * y, "--mean 3x3": lambda x, y: 1000 + 40 * x + 3 * y,
+                "--mean-inside 3x3": lambda x, y: 1000 + 40 * x + 3 * y, "--median5": lambda x, y: 1000 + 40 * x + 3 * y}
+    for option, value in expected.items():
+        run = dax("filter", "in.png", "out.pgm", *option.split(), "--compare", "d.png")
+        pixels = (tmp_path / "out.pgm").read_bytes().split(b"\n", 3)[3]
+        assert [pixels[2 * i] * 256 + pixels[2 * i + 1] for i in range(63)][3 * 9 + 4] == value(4, 3), option
+        assert run.err == "" and "grey levels" in run.out
+    dax("filter", "in.png", "out.png", "--border", "constant:1:4000")
+    rows, pixel = pictures.read_png((tmp_path / "out.png").read_bytes())
+    assert pixel == 2 and len(rows) == 9 and bytes(rows[0][:2]) == (4000).to_bytes(2, "big")
+    assert "0..255" in dax("filter", "in.png", "out.png", "--border", "constant:1:4000", "--levels", "0..9", status=2).err
+    assert "1000..1338 taken as" in dax("filter", "in.png", "out.png", "--box", "1").err
+
+
+def test_classes_and_masks_of_16_bits(dax, tmp_path):
+    """Classes are numbers, not brightnesses; in a mask any number but 0 counts."""
+    picture = pictures.blank(9, 5, 0)
+    picture[2][2:4], picture[2][6:7] = [(3,) * 3] * 2, [(200,) * 3]
+    (tmp_path / "in.png").write_bytes(pictures.png16(picture))
+    assert [(b["class"], b["area"]) for b in dax("inspect", "in.png", "--classes", "--json").blobs] == [(3, 2), (200, 1)]
+    run = dax("inspect", "in.png", "--threshold", "3", "--outside-limit", 0, "--outside-mask", "in.png", "--json")
+    assert len(run.blobs) == 2
+    picture[0][0] = (300,) * 3
+    (tmp_path / "in.png").write_bytes(pictures.png16(picture))
+    assert "has the class 300" in dax("inspect", "in.png", "--classes", status=3).err
+
+
+@pytest.mark.parametrize("orientation, corner", [(1, (0, 0)), (3, (39, 23)), (6, (23, 0)), (8, (0, 39))])
+def test_pictures_are_turned_upright(dax, tmp_path, orientation, corner):
+    picture = pictures.draw(pictures.blank(40, 24), 0, 0, 8, 8)
+    exif = b"Exif\0\0II*\0" + struct.pack("<IHHHIII", 8, 1, 0x112, 3, 1, orientation, 0)
+    content = pictures.jpeg(picture)
+    (tmp_path / "in.jpg").write_bytes(content[:2] + pictures.jpeg_segment(b"\xe1", exif) + content[2:])
+    tiff = pictures.tiff(picture).replace(struct.pack("<HHII", 284, 4, 1, 1), struct.pack("<HHII", 274, 3, 1, orientation))
+    (tmp_path / "in.tif").write_bytes(tiff)
+    for name in ("in.jpg", "in.tif"):
+        (blob,) = dax("inspect", name, "--json").blobs
+        x, y = corner
+        assert blob["rect_x"] in (x, x - 7) and blob["rect_y"] in (y, y - 7), name
+
+
+def test_further_pages_are_said(dax, tmp_path):
+    page = pictures.tiff(pictures.draw(pictures.blank(20, 20), 5, 5, 4, 4))
+    directory = struct.unpack_from("<I", page, 4)[0]
+    (tmp_path / "in.tif").write_bytes(page[:-4] + struct.pack("<I", len(page)) + page[directory:])
+    assert dax("inspect", "in.tif").err == "dax: in.tif: the first of 2 pages\n"
 
 
 def test_jpeg(dax, tmp_path):
@@ -50,7 +132,7 @@ def test_jpeg(dax, tmp_path):
 def test_one_pixel(dax, tmp_path, name):
     side = 8 if name == "jpeg" else 1  # a block
     (tmp_path / "one").write_bytes(pictures.WRITERS[name]([[(65535,) * 3] * side] * side))
-    run = dax("inspect", "one", "--threshold", "255", "--json")
+    run = dax("inspect", "one", "--threshold", "65535" if "16" in name else "255", "--json")
     assert len(run.blobs) == 1
 
 

@@ -76,13 +76,17 @@ def test_direction_of_search(dax, tmp_path):
 @pytest.mark.parametrize("options", [["--polarity", "light-to-dark"], ["--tolerance", 3], ["--threshold", 900]])
 def test_no_line(dax, tmp_path, options):
     draw(tmp_path)
-    run = dax(*ROW, *options, status=5)
+    run = dax(*ROW, *options, status=8)
     assert run.out == "" and run.err.startswith("dax: line") and run.err.count("\n") == 1
-    assert ("within --tolerance) refused" in run.err) == (options[0] == "--tolerance")
+    assert ("within --tolerance" in run.err) == (options[0] == "--tolerance")
+    told = dax(*ROW, *options, "--json", status=8).json
+    assert told["line"] is None and len(told["calipers"]) == 20
 
 
 def test_tolerance(dax, tmp_path):
     draw(tmp_path)
+    line = dax(*ROW, "--json").json["line"]
+    assert all(p["inlier"] for p in line["points"]) and line["rms_all"] == line["rms"]
     check(dax(*ROW, "--tolerance", 7, "--half-width", 6, "--json").json["line"], 97)
 
 

@@ -88,7 +88,7 @@ def test_times(dax, tmp_path, parts):
     run = dax("inspect", "parts.png", "parts.png", "--time")
     assert run.out == dax("inspect", "parts.png", "parts.png").out
     title, *lines = (line.split() for line in run.err.splitlines())
-    assert title == ["read", "grey", "threshold", "label", "select", "draw", "all", "milliseconds"]
+    assert title == ["read", "threshold", "label", "select", "draw", "all", "milliseconds"]
     assert [line[-1] for line in lines] == ["parts.png", "parts.png", "total"]
     for *stages, total, _ in lines:
         assert sum(map(float, stages)) == pytest.approx(float(total), abs=0.04)

@@ -4,9 +4,13 @@ import base64
 import html.parser
 import os
 import re
+import resource
+import signal
+import subprocess
 
 import pictures
 import pytest
+from conftest import TOOL
 
 
 @pytest.fixture
@@ -175,3 +179,11 @@ def test_links_and_pipes_stay_what_they_are(dax, tmp_path, picture):
     dax("filter", picture, "pipe.png", "--median3")
     assert os.read(pipe, 1 << 16) == plain and (tmp_path / "pipe.png").is_fifo()
     os.close(pipe)
+
+
+def test_a_killed_program_leaves_nothing(tmp_path, picture):
+    """Killed in the midst of writing, by a limit of the size of files."""
+    limit = lambda: resource.setrlimit(resource.RLIMIT_FSIZE, (512, 512))
+    done = subprocess.run([TOOL, "inspect", picture, "--overlay", "out.png"], cwd=tmp_path, preexec_fn=limit,
+                          capture_output=True)
+    assert done.returncode == -signal.SIGXFSZ and os.listdir(tmp_path) == [picture]

@@ -6,6 +6,7 @@
 #include <new>
 #include <vector>
 
+#include "base/run_info.h"
 #include "base/text.h"
 #include "command/commands.h"
 #include "dax.h"
@@ -121,6 +122,7 @@ ExitStatus dispatch(int argc, char** argv) {
 
 ExitStatus runProgram(int argc, char** argv) {
   try {
+    setRunInfo(argc, argv);
     return dispatch(argc, argv);
   } catch (const Failure& failure) {
     report(failure);

@@ -15,6 +15,7 @@ enum class ExitStatus {
   kRefused = 5,      // by the library
   kTruthFailed = 6,  // the measurements disagree with the truth
   kInternal = 7,     // out of memory and the like
+  kNotFound = 8,     // what was sought is not in the image
 };
 
 inline constexpr const char* kExitStatusHelp =
@@ -26,7 +27,9 @@ inline constexpr const char* kExitStatusHelp =
     "  4  an output cannot be written\n"
     "  5  the library refused an image or a parameter\n"
     "  6  the measurements disagree with --truth\n"
-    "  7  out of memory, or another failure of the system";
+    "  7  out of memory, or another failure of the system\n"
+    "  8  not found: no edge or pair in a caliper, no line, no board, not the number\n"
+    "     of objects of --expect; results are written all the same";
 
 class Failure : public std::runtime_error {
  public:

@@ -1,12 +1,15 @@
 #include "cloud/cloud_file.h"
 
+#include <algorithm>
+#include <cmath>
 #include <fstream>
+#include <limits>
 
 #include "base/failure.h"
 #include "base/text.h"
+#include "cloud/cloud_steps.h"
 #include "cloud/pcd_format.h"
 #include "cloud/ply_format.h"
-#include "cloud/point_rows.h"
 #include "io/input_file.h"
 #include "io/output_file.h"
 #include "io/range_image.h"
@@ -27,6 +30,41 @@ std::string firstBytes(const fs::path& path) {
 
 Failure cannotRead(const fs::path& path, const std::string& what) {
   return {ExitStatus::kCannotRead, printable(path.string()) + ": " + what};
+}
+
+// Whether floats lose more than a thousandth of the distance between neighbours.
+bool needsDoubles(const Cloud& cloud) {
+  if (!cloud.isWide) return false;
+  const Box box = boxOf(cloud);
+  double most = 0;
+  for (size_t axis = 0; axis < 3; ++axis) {
+    most =
+        std::max({most, std::abs(cloud.origin[axis] + box.low[axis]), std::abs(cloud.origin[axis] + box.high[axis])});
+  }
+  constexpr double kRounding = std::numeric_limits<float>::epsilon() / 2;
+  return most * kRounding > usualSpacing(cloud) / 1000;
+}
+
+// The cloud with those fields only that the format holds; the names of the others are added to `leftOut`.
+Cloud withPlyFields(const Cloud& cloud, std::vector<std::string>& leftOut) {
+  if (std::all_of(cloud.fields.begin(), cloud.fields.end(), holdsPly)) return cloud;
+  Cloud result = cloud;
+  result.fields.clear();
+  result.values.clear();
+  for (const Column& column : cloud.fields) {
+    if (holdsPly(column)) {
+      result.fields.push_back(column);
+    } else {
+      leftOut.push_back(column.name);
+    }
+  }
+  for (size_t at = 0; at < cloud.values.size();) {
+    for (const Column& column : cloud.fields) {
+      if (holdsPly(column)) result.values.append(cloud.values, at, column.bytes());
+      at += column.bytes();
+    }
+  }
+  return result;
 }
 
 }  // namespace
@@ -50,8 +88,16 @@ bool hasCloudExtension(const fs::path& path) {
   return path.extension() == ".ply" || path.extension() == ".pcd";
 }
 
-void writeCloud(const fs::path& path, const Cloud& cloud, bool text) {
-  writeFile(path, path.extension() == ".pcd" ? writePcd(cloud, text) : writePly(cloud, text));
+std::vector<std::string> writeCloud(const fs::path& path, const Cloud& cloud, bool text) {
+  const RowFormat format = {text, needsDoubles(cloud), false};
+  if (path.extension() == ".pcd") {
+    writeFile(path, writePcd(cloud, format));
+    return {};
+  }
+  std::vector<std::string> leftOut;
+  writeFile(path, writePly(withPlyFields(cloud, leftOut), format));
+  if (cloud.grid.height > 1) leftOut.emplace_back("grid");
+  return leftOut;
 }
 
 }  // namespace dax::tool

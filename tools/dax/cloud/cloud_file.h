@@ -3,6 +3,7 @@
 
 #include <filesystem>
 #include <string>
+#include <vector>
 
 #include "cloud/cloud.h"
 
@@ -14,7 +15,8 @@ Cloud readCloud(const std::filesystem::path& path);
 // Whether the name ends in .ply or .pcd.
 bool hasCloudExtension(const std::filesystem::path& path);
 
-// Throws Failure(kCannotWrite).
-void writeCloud(const std::filesystem::path& path, const Cloud& cloud, bool text);
+// Coordinates are doubles where floats lose more than a thousandth of the spacing. Returns the names of what the format
+// does not hold. Throws Failure(kCannotWrite).
+std::vector<std::string> writeCloud(const std::filesystem::path& path, const Cloud& cloud, bool text);
 
 }  // namespace dax::tool

@@ -7,6 +7,7 @@
 #include <numeric>
 
 #include "base/text.h"
+#include "report/run_json.h"
 
 namespace dax::tool {
 namespace {
@@ -35,30 +36,45 @@ CloudStats measureCloud(const Cloud& cloud, const Workers& workers) {
   stats.points = cloud.size();
   stats.dropped = cloud.dropped;
   stats.normals = !cloud.normals.empty();
-  stats.box = boxOf(cloud);
+  stats.origin = cloud.origin;
+  const Box box = boxOf(cloud);
   for (size_t i = 0; i < cloud.points.size(); ++i) stats.centroid[i % 3] += cloud.points[i];
-  for (double& c : stats.centroid) c /= static_cast<double>(cloud.size());
+  for (size_t axis = 0; axis < 3; ++axis) {
+    stats.low[axis] = cloud.origin[axis] + box.low[axis];
+    stats.high[axis] = cloud.origin[axis] + box.high[axis];
+    stats.centroid[axis] = cloud.origin[axis] + stats.centroid[axis] / static_cast<double>(cloud.size());
+  }
   if (cloud.size() > 1) measureSpacing(cloud, workers, stats.spacing);
   return stats;
 }
 
 std::string cloudStatsText(const CloudStats& stats) {
   const auto real = [](double v) { return shortest(static_cast<float>(v)); };
-  const auto triple = [&](const auto* v) { return real(v[0]) + ", " + real(v[1]) + ", " + real(v[2]); };
+  const bool isShifted = stats.origin != Place();
+  const auto triple = [&](const Place& v) {
+    return isShifted ? placeText(v) : real(v[0]) + ", " + real(v[1]) + ", " + real(v[2]);
+  };
   std::string text = "points    " + std::to_string(stats.points) + (stats.normals ? ", with normals" : "");
   if (stats.dropped > 0) text += "; " + std::to_string(stats.dropped) + " without finite coordinates left out";
-  text += "\nleast     " + triple(stats.box.low) + "\nmost      " + triple(stats.box.high);
+  if (isShifted) text += "\norigin    " + placeText(stats.origin) + ", from which was computed";
+  text += "\nmin       " + triple(stats.low) + "\nmax       " + triple(stats.high);
   text += "\ncentroid  " + triple(stats.centroid) + "\nspacing  ";
   for (size_t i = 0; i < kSpacingNames.size(); ++i)
     text += std::string(" ") + kSpacingNames[i] + " " + real(stats.spacing[i]);
   return text + "\n";
 }
 
-std::string cloudStatsJson(const CloudStats& stats) {
+std::string cloudStatsJson(const std::string& file, const CloudStats& stats) {
   using Json = nlohmann::ordered_json;
-  const auto triple = [](const auto* v) { return Json{v[0], v[1], v[2]}; };
-  Json json = {{"points", stats.points},       {"dropped", stats.dropped},      {"normals", stats.normals},
-               {"min", triple(stats.box.low)}, {"max", triple(stats.box.high)}, {"centroid", triple(stats.centroid)}};
+  Json json = runJson("of the coordinates");
+  json["file"] = file;
+  json.update(Json{{"points", stats.points},
+                   {"dropped", stats.dropped},
+                   {"normals", stats.normals},
+                   {"origin", stats.origin},
+                   {"min", stats.low},
+                   {"max", stats.high},
+                   {"centroid", stats.centroid}});
   for (size_t i = 0; i < kSpacingNames.size(); ++i) json["spacing"][kSpacingNames[i]] = stats.spacing[i];
   return json.dump(2) + "\n";
 }

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <atomic>
+#include <cmath>
 
 #include "base/failure.h"
 #include "dax/threadpool.h"
@@ -87,7 +88,9 @@ DAX3DPCL_NORMAL normalOf(const Cloud& cloud, const float* point, std::span<const
   std::array<float, size_t{3} * kMaxNeighbours> near;
   int32_t count = 0;
   for (size_t i = 0; i < row.size() && distances[i] < settings.radius * settings.radius; ++i) {
-    std::copy_n(cloud.points.data() + size_t{3} * row[i], 3, near.data() + 3 * count++);
+    // From the point itself, since the sums of floats lose as many digits as the neighbourhood is far from 0.
+    const float* const neighbour = cloud.points.data() + size_t{3} * row[i];
+    std::transform(neighbour, neighbour + 3, point, near.data() + 3 * count++, std::minus<>());
   }
   DAX3DPCL_NORMAL normal = {0, 0, 1, 0};
   int32_t estimated = 0;
@@ -149,7 +152,31 @@ Cloud downsample(const Cloud& cloud, const DAX3D_VECTOR_32F& leaf) {
       DAX3DPCL_PREP_SAMPLE_VoxelGrid(&source, corners, &thinned, result.get(), work.get(), leaf.x, leaf.y, leaf.z);
   check(status,
         status == DAX_STS_BAD_PARAM ? "voxel grid of more than 2147483647 cells (--leaf too small)" : "voxel grid");
-  return {{thinned->points, thinned->points + ptrdiff_t{3} * thinned->count}, {}, 0};
+  Cloud sampled;
+  sampled.origin = cloud.origin;
+  sampled.isWide = cloud.isWide;
+  sampled.points.assign(thinned->points, thinned->points + ptrdiff_t{3} * thinned->count);
+  return sampled;
+}
+
+double usualSpacing(const Cloud& cloud) {
+  constexpr size_t kSamples = 4096;
+  constexpr int kNeighbours = 8;  // some may coincide with the point
+  const Tree tree(cloud, {});
+  std::vector<float> spacings;
+  std::array<uint32_t, kNeighbours> indices;
+  std::array<float, kNeighbours> distances;
+  const size_t step = std::max<size_t>(1, cloud.size() / kSamples);
+  for (size_t i = 0; i < cloud.size(); i += step) {
+    const int found = tree.search(cloud.points.data() + 3 * i, 1, kNeighbours, indices.data(), distances.data());
+    float* const end = distances.data() + found;
+    float* const other = std::find_if(distances.data(), end, [](float square) { return square > 0; });
+    if (other != end) spacings.push_back(std::sqrt(*other));
+  }
+  if (spacings.empty()) return 0;
+  const auto middle = spacings.begin() + static_cast<ptrdiff_t>(spacings.size() / 2);
+  std::nth_element(spacings.begin(), middle, spacings.end());
+  return *middle;
 }
 
 Box boxOf(const Cloud& cloud) {

@@ -43,10 +43,13 @@ struct NormalSettings {
 // those.
 size_t estimateNormals(Cloud& cloud, const NormalSettings& settings, const Workers& workers);
 
-// One point per cell. Throws Failure(kRefused) for more than 2^31 - 1 cells.
+// Median distance to the nearest other place, from at most 4096 of the points; 0 if all points coincide.
+double usualSpacing(const Cloud& cloud);
+
+// One point per cell, at the cloud's origin; normals, fields and the grid are left out. Throws Failure(kRefused) for more than 2^31 - 1 cells.
 Cloud downsample(const Cloud& cloud, const DAX3D_VECTOR_32F& leaf);
 
-// Minimum and maximum coordinates.
+// Minimum and maximum coordinates, from the origin.
 struct Box {
   float low[3];
   float high[3];

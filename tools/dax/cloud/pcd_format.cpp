@@ -1,6 +1,7 @@
 #include "cloud/pcd_format.h"
 
 #include <algorithm>
+#include <limits>
 #include <map>
 
 #include "cloud/point_rows.h"
@@ -38,6 +39,21 @@ Scalar parseScalar(std::string_view type, uint64_t bytes) {
   throw FormatError("has a field of unknown type");
 }
 
+char typeOf(Scalar scalar) {
+  switch (scalar) {
+    case Scalar::kFloat32:
+    case Scalar::kFloat64:
+      return 'F';
+    case Scalar::kUint8:
+    case Scalar::kUint16:
+    case Scalar::kUint32:
+    case Scalar::kUint64:
+      return 'U';
+    default:
+      return 'I';
+  }
+}
+
 std::vector<Column> parseColumns(const Header& header) {
   const auto words = [&](std::string_view key) {
     const auto found = header.find(key);
@@ -64,21 +80,28 @@ uint64_t parseNumberOf(const Header& header, std::string_view key, uint64_t none
   return parseCount(found->second.front(), "a side");
 }
 
-uint64_t parseRows(const Header& header) {
+void parseRows(const Header& header, PointRows& layout) {
   const uint64_t width = parseNumberOf(header, "WIDTH", 0), height = parseNumberOf(header, "HEIGHT", 1);
   uint64_t area = 0;
   if (__builtin_mul_overflow(width, height, &area)) throw FormatError("is damaged: its sides are too large");
-  const uint64_t points = parseNumberOf(header, "POINTS", area);
-  if (header.count("WIDTH") != 0 && points != area) {
+  layout.rows = parseNumberOf(header, "POINTS", area);
+  if (header.count("WIDTH") != 0 && layout.rows != area) {
     throw FormatError("is damaged: its sides and its number of points disagree");
   }
-  return points;
+  constexpr uint64_t kMaxSide = std::numeric_limits<int32_t>::max();
+  const bool isGrid = height > 1 && width <= kMaxSide && height <= kMaxSide;
+  if (isGrid) layout.grid = {static_cast<int32_t>(width), static_cast<int32_t>(height)};
 }
 
 bool parseData(const Words& words) {
   if (words == Words{"binary_compressed"}) throw FormatError("is compressed, which is not supported");
   if (words != Words{"ascii"} && words != Words{"binary"}) throw FormatError("is of an unknown PCD format");
   return words.front() == "ascii";
+}
+
+std::string nameOf(const Column& column) {
+  const bool isNormal = column.name == "nx" || column.name == "ny" || column.name == "nz";
+  return isNormal ? std::string("normal_").append(1, column.name.back()) : column.name;
 }
 
 }  // namespace
@@ -93,25 +116,32 @@ Cloud readPcd(std::string_view bytes) {
   PointRows layout;
   layout.text = parseData(header.at("DATA"));
   layout.columns = parseColumns(header);
-  layout.rows = parseRows(header);
-  return readRows(layout, lines.rest());
+  parseRows(header, layout);
+  Cloud cloud = readRows(layout, lines.rest());
+  const auto viewpoint = header.find("VIEWPOINT");
+  if (viewpoint != header.end() && viewpoint->second.size() == 7) {
+    for (const std::string_view word : viewpoint->second) cloud.viewpoint.append(" ").append(word);
+  }
+  return cloud;
 }
 
-std::string writePcd(const Cloud& cloud, bool text) {
-  const bool normals = !cloud.normals.empty();
-  const size_t fields = normals ? 7 : 3;
-  const auto repeat = [&](const char* word) {
-    std::string result;
-    for (size_t i = 0; i < fields; ++i) result += word;
-    return result + "\n";
-  };
-  const std::string count = std::to_string(cloud.size());
-  std::string result = "# .PCD v0.7 - Point Cloud Data file format\nVERSION 0.7\nFIELDS x y z";
-  result += normals ? " normal_x normal_y normal_z curvature\n" : "\n";
-  result += "SIZE" + repeat(" 4") + "TYPE" + repeat(" F") + "COUNT" + repeat(" 1");
-  result += "WIDTH " + count + "\nHEIGHT 1\nVIEWPOINT 0 0 0 1 0 0 0\nPOINTS " + count + "\nDATA ";
-  result += text ? "ascii\n" : "binary\n";
-  return result + writeRows(cloud, text);
+std::string writePcd(const Cloud& cloud, RowFormat format) {
+  format.grid = cloud.grid.height > 1;
+  std::string names, sizes, types, counts;
+  for (const Column& column : columnsOf(cloud, format)) {
+    names.append(" ").append(nameOf(column));
+    sizes.append(" ").append(std::to_string(bytesOf(column.scalar)));
+    types.append(" ").append(1, typeOf(column.scalar));
+    counts.append(" ").append(std::to_string(column.count));
+  }
+  const DaxiSize grid = cloud.grid;
+  const std::string count = std::to_string(format.grid ? static_cast<size_t>(grid.width) * grid.height : cloud.size());
+  const std::string sides =
+      format.grid ? std::to_string(grid.width) + "\nHEIGHT " + std::to_string(grid.height) : count + "\nHEIGHT 1";
+  return "# .PCD v0.7 - Point Cloud Data file format\nVERSION 0.7\nFIELDS" + names + "\nSIZE" + sizes + "\nTYPE" +
+         types + "\nCOUNT" + counts + "\nWIDTH " + sides + "\nVIEWPOINT" +
+         (cloud.viewpoint.empty() ? " 0 0 0 1 0 0 0" : cloud.viewpoint) + "\nPOINTS " + count + "\nDATA " +
+         (format.text ? "ascii\n" : "binary\n") + writeRows(cloud, format);
 }
 
 }  // namespace dax::tool

@@ -4,15 +4,15 @@
 #include <string>
 #include <string_view>
 
-#include "cloud/cloud.h"
+#include "cloud/point_rows.h"
 
 namespace dax::tool {
 
 bool isPcd(std::string_view bytes);
 
-// Throws FormatError (point_rows.h) with the reason why the file cannot be read.
+// Throws FormatError with the reason why the file cannot be read.
 Cloud readPcd(std::string_view bytes);
 
-std::string writePcd(const Cloud& cloud, bool text);
+std::string writePcd(const Cloud& cloud, RowFormat format);
 
 }  // namespace dax::tool

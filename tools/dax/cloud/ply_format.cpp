@@ -11,18 +11,25 @@ namespace {
 
 using Words = std::vector<std::string_view>;
 
+using Name = std::pair<std::string_view, Scalar>;
+// The first name of a type is written.
+constexpr std::array kNames = {
+    Name{"char", Scalar::kInt8},      Name{"int8", Scalar::kInt8},       Name{"uchar", Scalar::kUint8},
+    Name{"uint8", Scalar::kUint8},    Name{"short", Scalar::kInt16},     Name{"int16", Scalar::kInt16},
+    Name{"ushort", Scalar::kUint16},  Name{"uint16", Scalar::kUint16},   Name{"int", Scalar::kInt32},
+    Name{"int32", Scalar::kInt32},    Name{"uint", Scalar::kUint32},     Name{"uint32", Scalar::kUint32},
+    Name{"float", Scalar::kFloat32},  Name{"float32", Scalar::kFloat32}, Name{"double", Scalar::kFloat64},
+    Name{"float64", Scalar::kFloat64}};
+
 Scalar parseScalar(std::string_view name) {
-  using Name = std::pair<std::string_view, Scalar>;
-  constexpr std::array kNames = {
-      Name{"char", Scalar::kInt8},      Name{"int8", Scalar::kInt8},       Name{"uchar", Scalar::kUint8},
-      Name{"uint8", Scalar::kUint8},    Name{"short", Scalar::kInt16},     Name{"int16", Scalar::kInt16},
-      Name{"ushort", Scalar::kUint16},  Name{"uint16", Scalar::kUint16},   Name{"int", Scalar::kInt32},
-      Name{"int32", Scalar::kInt32},    Name{"uint", Scalar::kUint32},     Name{"uint32", Scalar::kUint32},
-      Name{"float", Scalar::kFloat32},  Name{"float32", Scalar::kFloat32}, Name{"double", Scalar::kFloat64},
-      Name{"float64", Scalar::kFloat64}};
   const auto* found = std::find_if(kNames.begin(), kNames.end(), [&](const Name& n) { return n.first == name; });
   if (found == kNames.end()) throw FormatError("has a property of unknown type");
   return found->second;
+}
+
+std::string_view nameOf(Scalar scalar) {
+  const auto* found = std::find_if(kNames.begin(), kNames.end(), [&](const Name& n) { return n.second == scalar; });
+  return found == kNames.end() ? std::string_view() : found->first;
 }
 
 bool parseFormat(const Words& words) {
@@ -46,6 +53,7 @@ class Elements {
       if (words.size() != 3) throw FormatError("is damaged: an element is not a name and a number");
       if (++count_ == 1 && words[1] != "vertex") throw FormatError("does not begin with its vertices");
       if (count_ == 1) layout.rows = parseCount(words[2], "the number of vertices");
+      if (count_ > 1) others_.emplace_back(words[1]);
     } else if (words[0] == "property") {
       if (count_ == 0) throw FormatError("is damaged: a property comes before all elements");
       if (count_ == 1) layout.columns.push_back(parseProperty(words));
@@ -54,8 +62,11 @@ class Elements {
     }
   }
 
+  const std::vector<std::string>& others() const { return others_; }
+
  private:
   int count_ = 0;
+  std::vector<std::string> others_;
 };
 
 }  // namespace
@@ -73,18 +84,23 @@ Cloud readPly(std::string_view bytes) {
   layout.text = parseFormat(words);
   Elements elements;
   for (words = lines.next(); words[0] != "end_header"; words = lines.next()) elements.take(words, layout);
-  return readRows(layout, lines.rest());
+  Cloud cloud = readRows(layout, lines.rest());
+  cloud.leftOut.insert(cloud.leftOut.end(), elements.others().begin(), elements.others().end());
+  return cloud;
 }
 
-std::string writePly(const Cloud& cloud, bool text) {
+bool holdsPly(const Column& column) {
+  return column.count == 1 && !nameOf(column.scalar).empty();
+}
+
+std::string writePly(const Cloud& cloud, const RowFormat& format) {
   std::string result = "ply\nformat ";
-  result += text ? "ascii" : "binary_little_endian";
+  result += format.text ? "ascii" : "binary_little_endian";
   result += " 1.0\nelement vertex " + std::to_string(cloud.size()) + "\n";
-  for (const char* name : {"x", "y", "z"}) result += std::string("property float ") + name + "\n";
-  if (!cloud.normals.empty()) {
-    for (const char* name : {"nx", "ny", "nz", "curvature"}) result += std::string("property float ") + name + "\n";
+  for (const Column& column : columnsOf(cloud, format)) {
+    result.append("property ").append(nameOf(column.scalar)).append(" ").append(column.name).append("\n");
   }
-  return result + "end_header\n" + writeRows(cloud, text);
+  return result + "end_header\n" + writeRows(cloud, format);
 }
 
 }  // namespace dax::tool

@@ -4,15 +4,19 @@
 #include <string>
 #include <string_view>
 
-#include "cloud/cloud.h"
+#include "cloud/point_rows.h"
 
 namespace dax::tool {
 
 bool isPly(std::string_view bytes);
 
-// Throws FormatError (point_rows.h) with the reason why the file cannot be read.
+// Throws FormatError with the reason why the file cannot be read.
 Cloud readPly(std::string_view bytes);
 
-std::string writePly(const Cloud& cloud, bool text);
+// Whether the format has columns of this type.
+bool holdsPly(const Column& column);
+
+// All fields of the cloud must be such columns.
+std::string writePly(const Cloud& cloud, const RowFormat& format);
 
 }  // namespace dax::tool

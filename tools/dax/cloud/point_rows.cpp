@@ -6,8 +6,8 @@
 #include <charconv>
 #include <cmath>
 #include <cstring>
+#include <iterator>
 #include <limits>
-#include <optional>
 
 namespace dax::tool {
 namespace {
@@ -18,81 +18,63 @@ constexpr int kMaxHeaderLines = 1000;
 constexpr size_t kMaxHeaderLine = 1 << 16;
 constexpr uint64_t kMaxRowNumbers = 1 << 16;
 constexpr uint64_t kMaxPoints = std::numeric_limits<int32_t>::max();
-constexpr size_t kValues = 7;  // x, y, z, nx, ny, nz, curvature
+constexpr size_t kValues = 7;
+constexpr std::array<std::string_view, kValues> kRowFields = {"x", "y", "z", "nx", "ny", "nz", "curvature"};
 
 bool isSpace(char c) {
   return c == ' ' || c == '\t' || c == '\n' || c == '\r' || c == '\v' || c == '\f';
 }
 
-template <class T>
-double load(const char* bytes) {
-  T value;
-  std::memcpy(&value, bytes, sizeof value);
-  return static_cast<double>(value);
-}
-
-double loadScalar(Scalar scalar, const char* bytes) {
-  switch (scalar) {
-    case Scalar::kInt8:
-      return load<int8_t>(bytes);
-    case Scalar::kUint8:
-      return load<uint8_t>(bytes);
-    case Scalar::kInt16:
-      return load<int16_t>(bytes);
-    case Scalar::kUint16:
-      return load<uint16_t>(bytes);
-    case Scalar::kInt32:
-      return load<int32_t>(bytes);
-    case Scalar::kUint32:
-      return load<uint32_t>(bytes);
-    case Scalar::kFloat32:
-      return load<float>(bytes);
-    case Scalar::kFloat64:
-      return load<double>(bytes);
-    case Scalar::kInt64:
-      return load<int64_t>(bytes);
-    case Scalar::kUint64:
-      return load<uint64_t>(bytes);
-  }
-  return 0;
-}
-
-// Position of a column that is read.
-struct Place {
-  uint64_t number = 0;  // index in the row
-  uint64_t offset = 0;  // in bytes
-  Scalar scalar = Scalar::kFloat32;
+// A column of the file: one of the values above, or a field that is passed through.
+struct Source {
+  Scalar scalar;
+  uint64_t count;
+  int value;  // -1: a field
+  bool isField;
 };
 
 struct Row {
-  std::array<std::optional<Place>, kValues> places;
+  std::vector<Source> sources;
+  std::array<bool, kValues> has = {};
   uint64_t numbers = 0;
   uint64_t bytes = 0;
+  uint64_t fieldBytes = 0;
 
-  bool hasNormals() const { return places[3] && places[4] && places[5]; }
+  bool hasNormals() const { return has[3] && has[4] && has[5]; }
 };
 
 int valueOf(std::string_view name) {
   using Names = std::array<std::string_view, kValues>;
-  constexpr Names kShort = {"x", "y", "z", "nx", "ny", "nz", "curvature"};
   constexpr Names kLong = {"x", "y", "z", "normal_x", "normal_y", "normal_z", "curvature"};
   for (size_t i = 0; i < kValues; ++i) {
-    if (name == kShort[i] || name == kLong[i]) return static_cast<int>(i);
+    if (name == kRowFields[i] || name == kLong[i]) return static_cast<int>(i);
   }
   return -1;
 }
 
-Row planRow(const PointRows& layout) {
+// Padding of PCD rows.
+bool isPadding(const Column& column) {
+  return column.name == "_";
+}
+
+Row planRow(const PointRows& layout, Cloud& cloud) {
   Row row;
   for (const Column& column : layout.columns) {
     if (column.count < 1 || column.count > kMaxRowNumbers - row.numbers) throw FormatError("has too long rows");
     const int value = valueOf(column.name);
-    if (value >= 0 && row.places[value]) throw FormatError("has two columns " + column.name);
-    if (value >= 0) row.places[value] = Place{row.numbers, row.bytes, column.scalar};
+    if (value >= 0 && row.has[value]) throw FormatError("has two columns " + column.name);
+    if (value >= 0) row.has[value] = true;
+    const bool isField = value < 0 && !isPadding(column);
+    if (isField) cloud.fields.push_back(column);
+    row.sources.push_back({column.scalar, column.count, value, isField});
     row.numbers += column.count;
-    row.bytes += column.count * bytesOf(column.scalar);
+    row.bytes += column.bytes();
+    row.fieldBytes += isField ? column.bytes() : 0;
   }
-  if (!row.places[0] || !row.places[1] || !row.places[2]) throw FormatError("has no columns x, y and z");
+  if (!row.has[0] || !row.has[1] || !row.has[2]) throw FormatError("has no columns x, y and z");
+  for (size_t i = 3; i < kValues && !row.hasNormals(); ++i) {
+    if (row.has[i]) cloud.leftOut.emplace_back(kRowFields[i]);
+  }
   return row;
 }
 
@@ -130,97 +112,162 @@ class TextNumbers {
   const char* end_;
 };
 
-using Values = std::array<float, kValues>;
+// The values of a point, and its fields.
+struct Point {
+  std::array<double, kValues> values = {};
+  std::string fields;
+};
 
-void readTextRow(const Row& row, TextNumbers& numbers, Values& values) {
-  for (uint64_t i = 0; i < row.numbers; ++i) {
-    const double number = numbers.next();
-    for (size_t k = 0; k < kValues; ++k) {
-      if (row.places[k] && row.places[k]->number == i) values[k] = static_cast<float>(number);
+// next(scalar) reads a number of the row.
+template <class Next>
+void readRow(const Row& row, Next next, Point& point) {
+  size_t at = 0;
+  for (const Source& source : row.sources) {
+    const size_t bytes = bytesOf(source.scalar);
+    for (uint64_t i = 0; i < source.count; ++i) {
+      const double number = next(source.scalar);
+      if (source.value >= 0 && i == 0) point.values[source.value] = number;
+      if (!source.isField) continue;
+      storeScalar(source.scalar, number, point.fields.data() + at);
+      at += bytes;
     }
   }
 }
 
-void readBinaryRow(const Row& row, const char* bytes, Values& values) {
-  for (size_t k = 0; k < kValues; ++k) {
-    const auto& place = row.places[k];
-    if (place) values[k] = static_cast<float>(loadScalar(place->scalar, bytes + place->offset));
+void readBinaryRow(const Row& row, const char* bytes, Point& point) {
+  size_t at = 0;
+  for (const Source& source : row.sources) {
+    const size_t size = source.count * bytesOf(source.scalar);
+    if (source.value >= 0) point.values[source.value] = loadScalar(source.scalar, bytes);
+    if (source.isField) {
+      std::memcpy(point.fields.data() + at, bytes, size);
+      at += size;
+    }
+    bytes += size;
   }
 }
 
-bool finite(const Values& values, size_t first, size_t last) {
-  return std::all_of(values.begin() + first, values.begin() + last, [](float v) { return std::isfinite(v); });
+bool finite(const Point& point, size_t first, size_t last) {
+  return std::all_of(point.values.begin() + first, point.values.begin() + last,
+                     [](double v) { return std::isfinite(static_cast<float>(v)); });
 }
 
-void append(const Values& values, bool normals, Cloud& cloud) {
-  if (!finite(values, 0, 3)) {
-    ++cloud.dropped;
-    return;
+// Collects the points with finite coordinates.
+struct Collector {
+  Cloud& cloud;
+  const Row& row;
+  std::vector<double> coordinates = {};
+
+  void take(uint64_t index, const Point& point, bool grid) {
+    if (!finite(point, 0, 3)) {
+      ++cloud.dropped;
+      return;
+    }
+    coordinates.insert(coordinates.end(), point.values.begin(), point.values.begin() + 3);
+    cloud.values += point.fields;
+    if (grid) cloud.cells.push_back(static_cast<uint32_t>(index));
+    if (!row.hasNormals()) return;
+    constexpr std::array<double, 4> kNone = {0, 0, 1, 0};
+    const double* const normal = finite(point, 3, kValues) ? point.values.data() + 3 : kNone.data();
+    std::transform(normal, normal + 4, std::back_inserter(cloud.normals),
+                   [](double v) { return static_cast<float>(v); });
   }
-  cloud.points.insert(cloud.points.end(), values.begin(), values.begin() + 3);
-  constexpr std::array<float, 4> kNone = {0, 0, 1, 0};
-  const float* const normal = finite(values, 3, kValues) ? values.data() + 3 : kNone.data();
-  if (normals) cloud.normals.insert(cloud.normals.end(), normal, normal + 4);
-}
+};
 
-void appendText(std::string& result, float value, char separator) {
-  char digits[32];
-  const auto [end, error] = std::to_chars(std::begin(digits), std::end(digits), value);
-  (void)error;  // 32 characters hold every float
-  result.append(digits, end);
-  result += separator;
+// Encodes points.
+class RowWriter {
+ public:
+  static constexpr size_t kNone = std::numeric_limits<size_t>::max();
+
+  RowWriter(const Cloud& cloud, const std::vector<Column>& columns) : cloud_(cloud), columns_(columns) {
+    for (const Column& column : cloud.fields) fieldBytes_ += column.bytes();
+  }
+
+  // The bytes of a row; of NaN and fields of 0 for kNone.
+  std::string row(size_t point) const {
+    const size_t count = columns_.size() - cloud_.fields.size();
+    std::string result;
+    for (size_t i = 0; i < count; ++i) {
+      char bytes[8];
+      storeScalar(columns_[i].scalar, value(point, i), bytes);
+      result.append(bytes, columns_[i].bytes());
+    }
+    if (point == kNone) return result.append(fieldBytes_, '\0');
+    return result.append(cloud_.values, point * fieldBytes_, fieldBytes_);
+  }
+
+ private:
+  double value(size_t point, size_t i) const {
+    if (point == kNone) return std::numeric_limits<double>::quiet_NaN();
+    return i < 3 ? cloud_.at(point)[i] : cloud_.normals[4 * point + i - 3];
+  }
+
+  const Cloud& cloud_;
+  const std::vector<Column>& columns_;
+  size_t fieldBytes_ = 0;
+};
+
+void appendText(std::string& result, const std::vector<Column>& columns, const std::string& row) {
+  const char* at = row.data();
+  for (const Column& column : columns) {
+    for (uint64_t i = 0; i < column.count; ++i, at += bytesOf(column.scalar)) {
+      appendScalar(result, column.scalar, at);
+      result += ' ';
+    }
+  }
+  result.back() = '\n';
 }
 
 }  // namespace
 
-size_t bytesOf(Scalar scalar) {
-  switch (scalar) {
-    case Scalar::kInt8:
-    case Scalar::kUint8:
-      return 1;
-    case Scalar::kInt16:
-    case Scalar::kUint16:
-      return 2;
-    case Scalar::kInt32:
-    case Scalar::kUint32:
-    case Scalar::kFloat32:
-      return 4;
-    default:
-      return 8;
-  }
-}
-
 Cloud readRows(const PointRows& layout, std::string_view body) {
-  const Row row = planRow(layout);
-  requireRows(layout, row, body.size());
   Cloud cloud;
-  cloud.points.reserve(3 * layout.rows);
+  const Row row = planRow(layout, cloud);
+  requireRows(layout, row, body.size());
+  cloud.grid = layout.grid;
+  Collector collector{cloud, row};
+  collector.coordinates.reserve(3 * layout.rows);
   if (row.hasNormals()) cloud.normals.reserve(4 * layout.rows);
   TextNumbers numbers(body);
+  Point point{{}, std::string(row.fieldBytes, '\0')};
   for (uint64_t i = 0; i < layout.rows; ++i) {
-    Values values = {};
     if (layout.text) {
-      readTextRow(row, numbers, values);
+      readRow(
+          row, [&](Scalar) { return numbers.next(); }, point);
     } else {
-      readBinaryRow(row, body.data() + i * row.bytes, values);
+      readBinaryRow(row, body.data() + i * row.bytes, point);
     }
-    append(values, row.hasNormals(), cloud);
+    collector.take(i, point, layout.grid.height > 1);
   }
-  if (cloud.points.empty()) throw FormatError("holds no points with finite coordinates");
+  if (collector.coordinates.empty()) throw FormatError("holds no points with finite coordinates");
+  setPoints(cloud, collector.coordinates);
   return cloud;
 }
 
-std::string writeRows(const Cloud& cloud, bool text) {
-  const bool normals = !cloud.normals.empty();
+std::vector<Column> columnsOf(const Cloud& cloud, const RowFormat& format) {
+  std::vector<Column> columns;
+  const size_t count = cloud.normals.empty() ? 3 : kValues;
+  for (size_t i = 0; i < count; ++i) {
+    columns.push_back({std::string(kRowFields[i]), i < 3 && format.doubles ? Scalar::kFloat64 : Scalar::kFloat32, 1});
+  }
+  columns.insert(columns.end(), cloud.fields.begin(), cloud.fields.end());
+  return columns;
+}
+
+std::string writeRows(const Cloud& cloud, const RowFormat& format) {
+  const std::vector<Column> columns = columnsOf(cloud, format);
+  const RowWriter writer(cloud, columns);
+  const size_t cells = format.grid ? static_cast<size_t>(cloud.grid.width) * cloud.grid.height : cloud.size();
   std::string result;
-  result.reserve(cloud.size() * (normals ? 28 : 12));
-  for (size_t i = 0; i < cloud.size(); ++i) {
-    Values row;
-    std::copy_n(cloud.points.data() + 3 * i, 3, row.data());
-    if (normals) std::copy_n(cloud.normals.data() + 4 * i, 4, row.data() + 3);
-    const size_t count = normals ? kValues : 3;
-    if (!text) result.append(reinterpret_cast<const char*>(row.data()), count * sizeof(float));
-    for (size_t k = 0; text && k < count; ++k) appendText(result, row[k], k + 1 < count ? ' ' : '\n');
+  size_t point = 0;
+  for (size_t cell = 0; cell < cells; ++cell) {
+    const bool isEmpty = format.grid && (point == cloud.size() || cloud.cells[point] != cell);
+    const std::string row = writer.row(isEmpty ? RowWriter::kNone : point++);
+    if (format.text) {
+      appendText(result, columns, row);
+    } else {
+      result += row;
+    }
   }
   return result;
 }

@@ -16,29 +16,28 @@ struct FormatError : std::runtime_error {
   using std::runtime_error::runtime_error;
 };
 
-enum class Scalar { kInt8, kUint8, kInt16, kUint16, kInt32, kUint32, kFloat32, kFloat64, kInt64, kUint64 };
-size_t bytesOf(Scalar scalar);
-
-struct Column {
-  std::string name;
-  Scalar scalar;
-  uint64_t count;  // numbers in a row
-};
-
 struct PointRows {
   std::vector<Column> columns;
   uint64_t rows = 0;
+  DaxiSize grid = {};  // of an organised cloud
   bool text = false;
 };
 
 // Reads the columns x, y, z and, if all three exist under either name, nx, ny, nz or normal_x, normal_y,
-// normal_z, and curvature. Nothing is allocated for rows that the body cannot hold; data after the last row is ignored.
-// Points without finite coordinates are dropped, normals that are not finite become 0, 0, 1.
-// Throws FormatError.
+// normal_z, and curvature; other columns become the cloud's fields. Nothing is allocated for rows that the body cannot
+// hold; data after the last row is ignored. Points without finite coordinates are dropped, normals that are not finite
+// become 0, 0, 1. Throws FormatError.
 Cloud readRows(const PointRows& layout, std::string_view body);
 
-// The rows of a cloud: x, y, z, and normals with curvature if known, all 32-bit floats.
-std::string writeRows(const Cloud& cloud, bool text);
+// The columns of a cloud in a file: x, y, z as floats or doubles, floats of the normals with curvature if known, and
+// the cloud's fields.
+struct RowFormat {
+  bool text;
+  bool doubles;
+  bool grid;  // rows for empty cells too: NaN, and fields of 0
+};
+std::vector<Column> columnsOf(const Cloud& cloud, const RowFormat& format);
+std::string writeRows(const Cloud& cloud, const RowFormat& format);
 
 // The lines of a header, one by one. Read them until the header ends; `rest` is the remainder.
 class HeaderLines {

@@ -1,4 +1,5 @@
 #include <CLI/CLI.hpp>
+#include <algorithm>
 #include <cmath>
 #include <iostream>
 #include <memory>
@@ -6,17 +7,22 @@
 #include "base/text.h"
 #include "command/caliper_options.h"
 #include "command/commands.h"
+#include "command/picture_options.h"
 #include "draw/caliper_overlay.h"
 #include "draw/profile_plot.h"
 #include "io/image_file.h"
 #include "io/output_file.h"
+#include "io/picture.h"
+#include "model/caliper_warnings.h"
 #include "report/caliper_listing.h"
+#include "report/run_json.h"
 
 namespace dax::tool {
 namespace {
 
 struct CaliperOptions {
   std::string input;
+  std::optional<Levels> levels;
   std::vector<std::string> boxes;
   std::vector<std::string> rhomboids;
   std::vector<std::string> annuli;
@@ -73,8 +79,10 @@ std::vector<Region> regionsOf(const CaliperOptions& options) {
   return repeated(regions, options.repeat);
 }
 
-void writeJson(std::ostream& out, const CaliperOptions& options, DaxiSize size, const std::vector<Caliper>& calipers) {
-  auto json = imageJson(printable(options.input), size);
+void writeJson(std::ostream& out, const CaliperOptions& options, const Picture& picture,
+               const std::vector<Caliper>& calipers) {
+  auto json = pictureJson(printable(options.input), picture);
+  json["warnings"] = warningsOf(picture.grey.size, calipers, options.settings);
   auto& list = json["calipers"] = nlohmann::ordered_json::array();
   for (const Caliper& caliper : calipers) {
     list.push_back(toJson(caliper, options.settings, options.outputs.profiles));
@@ -90,28 +98,35 @@ void writeJson(std::ostream& out, const CaliperOptions& options, DaxiSize size, 
   out << json.dump(2) << '\n';
 }
 
-void writeTable(std::ostream& out, const CaliperOptions& options, DaxiSize size, const std::vector<Caliper>& calipers) {
-  out << imageTitle(printable(options.input), size) << ", ";
+void writeTable(std::ostream& out, const CaliperOptions& options, const Picture& picture,
+                const std::vector<Caliper>& calipers) {
+  out << imageTitle(printable(options.input), picture.grey.size) << ", ";
   (options.settings.pairs ? writePairs : writeEdges)(out, calipers);
 }
 
 ExitStatus run(const CaliperOptions& options) {
   const std::vector<Region> regions = regionsOf(options);
   if (options.settings.expectedWidth && !options.settings.pairs) reject("--width needs --pair");
+  if (options.settings.staircase && !options.settings.pairs) reject("--staircase needs --pair");
   requireUsable(options.outputs, options.input);
   setUpDecoders();
-  const GreyImage image = ImageFile::read(options.input).toGrey();
+  const Picture picture = readPicture(options.input, options.levels);
+  const GreyImage& image = picture.grey;
+  sayNote(options.input, picture);
   const std::vector<Caliper> calipers = measureAll(image, regions, options.settings);
   const CaliperOutputs& outputs = options.outputs;
   if (!outputs.overlay.empty()) {
-    AnnotatedPicture picture(image, outputs.overlayScale);
-    drawCalipers(picture, calipers, options.settings.alongHeight);
-    writeFile(outputs.overlay, picture.png());
+    AnnotatedPicture drawn(image, outputs.overlayScale);
+    drawCalipers(drawn, calipers, options.settings.alongHeight);
+    writeFile(outputs.overlay, drawn.png());
   }
   if (!outputs.plot.empty()) writeFile(outputs.plot, plotProfiles(calipers, options.settings));
-  (outputs.json ? writeJson : writeTable)(std::cout, options, image.size, calipers);
+  (outputs.json ? writeJson : writeTable)(std::cout, options, picture, calipers);
   finishOutput();
-  return ExitStatus::kOk;
+  sayWarnings(options.input, warningsOf(image.size, calipers, options.settings));
+  const bool isFound = std::none_of(calipers.begin(), calipers.end(),
+                                    [](const Caliper& c) { return c.edges.empty() && c.pairs.empty(); });
+  return isFound ? ExitStatus::kOk : ExitStatus::kNotFound;
 }
 
 void addRegions(CLI::App& app, CaliperOptions& options) {
@@ -132,7 +147,11 @@ void addRegions(CLI::App& app, CaliperOptions& options) {
 }
 
 void addPairs(CLI::App& app, CaliperOptions& options) {
-  app.add_flag("--pair", options.settings.pairs, "pairs of edges and their distance, for widths")->group("Edges");
+  app.add_flag("--pair", options.settings.pairs, "pairs of opposite edges and their distance, for widths")
+      ->group("Edges");
+  app.add_flag("--staircase", options.settings.staircase,
+               "with --pair and --polarity any: pairs of any two edges, those\nof one polarity too")
+      ->group("Edges");
   app.add_option_function<std::string>(
          "--width",
          [&options](const std::string& text) {
@@ -157,6 +176,7 @@ Command addCaliper(CLI::App& app) {
   command->add_option("IN", options->input, "image (PNG, JPEG, TIFF, BMP, PGM, PPM), taken as 8-bit grey")
       ->required()
       ->type_name("");
+  addLevels(*command, options->levels, "Results");
   addRegions(*command, *options);
   addEdgeOptions(*command, options->settings,
                  "dark-to-light, light-to-dark or any, along the search\ndirection; of a pair its first edge [any]");

@@ -1,6 +1,7 @@
 #include "command/caliper_options.h"
 
 #include <CLI/CLI.hpp>
+#include <iostream>
 #include <map>
 
 #include "base/failure.h"
@@ -45,6 +46,13 @@ void addEdgeOptions(CLI::App& app, CaliperSettings& settings, const char* polari
       ->check(CLI::Range(1, 1000000))
       ->type_name("K")
       ->group(group);
+  app.add_flag("--fine", settings.fine,
+               "the mean of two samplings half a pixel apart: takes most of\nthe error of blurred edges away")
+      ->group(group);
+}
+
+void sayWarnings(const std::string& file, const std::vector<std::string>& warnings) {
+  for (const std::string& warning : warnings) std::cerr << "dax: " << printable(file) << ": " << warning << '\n';
 }
 
 void addOutputOptions(CLI::App& app, CaliperOutputs& outputs) {

@@ -4,6 +4,7 @@
 #include <CLI/App.hpp>
 #include <filesystem>
 #include <string>
+#include <vector>
 
 #include "model/calipers.h"
 
@@ -20,6 +21,9 @@ struct CaliperOutputs {
   double overlayScale = 0;
   std::filesystem::path plot;
 };
+
+// On standard error.
+void sayWarnings(const std::string& file, const std::vector<std::string>& warnings);
 
 void addOutputOptions(CLI::App& app, CaliperOutputs& outputs);
 

@@ -9,10 +9,12 @@
 #include "base/text.h"
 #include "base/workers.h"
 #include "command/commands.h"
+#include "command/picture_options.h"
 #include "io/image_file.h"
 #include "io/inputs.h"
 #include "io/output_file.h"
 #include "model/boards.h"
+#include "report/run_json.h"
 
 namespace dax::tool {
 namespace {
@@ -27,6 +29,7 @@ struct ChessboardOptions {
   bool anySize = false;
   bool json = false;
   std::string overlay;
+  std::optional<Levels> levels;
 };
 
 // The result for one image.
@@ -35,6 +38,7 @@ struct Result {
   DaxiSize size{};
   std::optional<Board> board;
   std::optional<Failure> failure;
+  std::string note;
 };
 
 std::optional<ChessboardPatternSize> sizeOf(const ChessboardOptions& options) {
@@ -47,17 +51,20 @@ std::optional<ChessboardPatternSize> sizeOf(const ChessboardOptions& options) {
   return ChessboardPatternSize{sides->first, sides->second};
 }
 
-void search(const Job& job, const std::optional<ChessboardPatternSize>& size, Result& result) {
-  const GreyImage image = ImageFile::read(job.input).toGrey();
+void search(const Job& job, const ChessboardOptions& options, const std::optional<ChessboardPatternSize>& size,
+            Result& result) {
+  const Picture picture = readPicture(job.input, options.levels);
+  const GreyImage& image = picture.grey;
   result.size = image.size;
+  result.note = picture.note();
   result.board = findBoard(image, size);
   if (!job.overlay.empty()) writeFile(job.overlay, drawBoard(image, result.board));
 }
 
-Result searchJob(const Job& job, const std::optional<ChessboardPatternSize>& size) {
-  Result result{printable(job.input.string()), {}, std::nullopt, std::nullopt};
+Result searchJob(const Job& job, const ChessboardOptions& options, const std::optional<ChessboardPatternSize>& size) {
+  Result result{printable(job.input.string()), {}, std::nullopt, std::nullopt, {}};
   try {
-    search(job, size, result);
+    search(job, options, size, result);
   } catch (const Failure& failure) {
     const bool isNamed = failure.status() == ExitStatus::kCannotRead || failure.status() == ExitStatus::kCannotWrite;
     result.failure = {failure.status(), isNamed ? failure.what() : result.file + ": " + failure.what()};
@@ -75,18 +82,22 @@ Json toJson(const Result& result) {
   }
   json["width"] = result.size.width;
   json["height"] = result.size.height;
+  if (!result.note.empty()) json["note"] = result.note;
   json["found"] = result.board.has_value();
   if (!result.board) return json;
   json["columns"] = result.board->pattern.columns;
   json["rows"] = result.board->pattern.rows;
   json["detector"] = result.board->detector;
+  json["ambiguous"] = result.board->ambiguous;
+  json["refined"] = result.board->refined;
   json["corners"] = Json::array();
   for (const DaxiPoint32f& p : result.board->corners) json["corners"].push_back({decimal(p.x), decimal(p.y)});
   return json;
 }
 
 void writeBoardsJson(std::ostream& out, const std::vector<Result>& results) {
-  Json json{{"images", Json::array()}};
+  Json json = runJson();
+  json["images"] = Json::array();
   for (const Result& result : results) json["images"].push_back(toJson(result));
   out << json.dump(2) << '\n';
 }
@@ -96,7 +107,8 @@ std::string place(DaxiPoint32f p) {
 }
 
 void writeBoardsTable(std::ostream& out, const std::vector<Result>& results) {
-  std::vector<Fields> lines{{"image", "size", "board", "detector", "first corner", "last corner"}};
+  std::vector<Fields> lines{
+      {"image", "size", "board", "detector", "first corner", "last corner", "first is", "unrefined"}};
   size_t found = 0;
   for (const Result& result : results) {
     if (result.failure) continue;
@@ -105,9 +117,11 @@ void writeBoardsTable(std::ostream& out, const std::vector<Result>& results) {
       ++found;
       lines.push_back({result.file, size,
                        std::to_string(board->pattern.columns) + " x " + std::to_string(board->pattern.rows),
-                       board->detector, place(board->corners.front()), place(board->corners.back())});
+                       board->detector, place(board->corners.front()), place(board->corners.back()),
+                       board->ambiguous ? "ambiguous" : "beside dark",
+                       std::to_string(std::count(board->refined.begin(), board->refined.end(), false))});
     } else {
-      lines.push_back({result.file, size, "none", "", "", ""});
+      lines.push_back({result.file, size, "none", "", "", "", "", ""});
     }
   }
   if (lines.size() > 1) writeColumns(out, lines);
@@ -123,7 +137,7 @@ ExitStatus run(const ChessboardOptions& options) {
   {
     Progress progress(jobs.size(), "images");
     for (const Job& job : jobs) {
-      results.push_back(searchJob(job, size));
+      results.push_back(searchJob(job, options, size));
       progress.advance();
     }
   }
@@ -131,10 +145,13 @@ ExitStatus run(const ChessboardOptions& options) {
   finishOutput();
   for (const Result& result : results) {
     if (result.failure) report(*result.failure);
+    if (!result.note.empty()) std::cerr << "dax: " << result.file << ": " << result.note << '\n';
   }
   if (results.size() == 1 && results.front().failure) return results.front().failure->status();
   const bool failed = std::any_of(results.begin(), results.end(), [](const Result& r) { return !!r.failure; });
-  return failed ? ExitStatus::kSomeFailed : ExitStatus::kOk;
+  if (failed) return ExitStatus::kSomeFailed;
+  const bool isFound = std::all_of(results.begin(), results.end(), [](const Result& r) { return r.board.has_value(); });
+  return isFound ? ExitStatus::kOk : ExitStatus::kNotFound;
 }
 
 Command addChessboard(CLI::App& app) {
@@ -151,7 +168,9 @@ Command addChessboard(CLI::App& app) {
                    "the board has so many inner corners in a row and in a\n"
                    "column, each 2 to 25")
       ->type_name("COLUMNSxROWS");
-  command->add_flag("--auto", options->anySize, "any board of 3 x 3 inner corners or more, the largest one");
+  command->add_flag("--auto", options->anySize,
+                    "any board of 3 x 3 inner corners or more, the largest one; rows\nare its shorter side");
+  addLevels(*command, options->levels, "OPTIONS");
   command->add_flag("--json", options->json, "JSON instead of a table, with all corners, row by row");
   command
       ->add_option("--overlay", options->overlay,
@@ -159,7 +178,11 @@ Command addChessboard(CLI::App& app) {
                    "a folder, which is made where it is missing")
       ->type_name("PICTURE");
   command->footer(
-      "Images without a board are no failure; the last line counts the boards.\n"
+      "The order of corners follows the colours of the board where they tell its ends apart, with an\n"
+      "odd sum of columns and rows: the first corner is beside a dark square of the board's corner.\n"
+      "Else the first row is the one nearest the top, and the board is called ambiguous: a turned\n"
+      "picture of it may be read from the other end. Corners that could not be refined are counted,\n"
+      "and flagged in the JSON. The last line counts the boards.\n"
       "Examples:\n"
       "  dax chessboard left/ --size 9x6 --json > corners.json\n"
       "  dax chessboard board.jpg --auto --overlay order.png\n\n" +

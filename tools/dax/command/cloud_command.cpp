@@ -5,6 +5,7 @@
 #include <iostream>
 #include <limits>
 #include <memory>
+#include <optional>
 #include <thread>
 
 #include "base/text.h"
@@ -84,12 +85,22 @@ Pool startPool(const CloudOptions& options) {
   return Pool(std::min(options.threads == 0 ? processors : options.threads, kMaxCloudThreads));
 }
 
+void say(const std::string& file, const std::string& what) {
+  std::cerr << "dax: " << printable(file) << ": " << what << '\n';
+}
+
+void sayLeftOut(const std::string& file, const std::vector<std::string>& names) {
+  std::string text;
+  for (const std::string& name : names) text += (text.empty() ? "" : ", ") + printable(name);
+  if (!text.empty()) say(file, "left out: " + text);
+}
+
 Cloud readInput(const CloudOptions& options) {
   Cloud cloud = readCloud(options.input);
   if (cloud.dropped > 0) {
-    std::cerr << "dax: " << printable(options.input) << ": " << cloud.dropped
-              << " points without finite coordinates left out\n";
+    say(options.input, std::to_string(cloud.dropped) + " points without finite coordinates left out");
   }
+  if (cloud.isShifted()) say(options.input, "far from 0: computed from the origin " + placeText(cloud.origin));
   return cloud;
 }
 
@@ -99,21 +110,29 @@ void draw(Cloud cloud, const CloudOptions& options, const Plan& plan, const Work
   writeFile(options.picture, drawCloud(cloud, plan.view));
 }
 
+DAX3D_VECTOR_32F fromOrigin(const Cloud& cloud, const std::vector<double>& place) {
+  const auto along = [&](size_t axis) { return static_cast<float>(place[axis] - cloud.origin[axis]); };
+  return {along(0), along(1), along(2)};
+}
+
 ExitStatus normals(const CloudOptions& options) {
   requireEnding("OUT", options.output, {".ply", ".pcd"});
   const Plan plan(options);
   NormalSettings settings;
   settings.k = options.k;
   if (options.radius > 0) settings.radius = static_cast<float>(options.radius);
-  if (!options.viewpoint.empty()) settings.viewpoint = parseVector("--viewpoint", options.viewpoint, "X,Y,Z");
+  std::optional<std::vector<double>> viewpoint;
+  if (!options.viewpoint.empty()) viewpoint = numbersIn("--viewpoint", options.viewpoint, 3, "X,Y,Z");
   Cloud cloud = readInput(options);
+  if (viewpoint) settings.viewpoint = fromOrigin(cloud, *viewpoint);
   const Pool pool = startPool(options);
   const size_t missing = estimateNormals(cloud, settings, pool.workers());
   if (missing > 0) {
-    std::cerr << "dax: " << printable(options.input) << ": " << missing << " of " << cloud.size()
-              << " points have too few neighbours for a normal; theirs is 0, 0, 1\n";
+    say(options.input, std::to_string(missing) + " of " + std::to_string(cloud.size()) +
+                           " points have too few neighbours for a normal; theirs is 0, 0, 1");
   }
-  writeCloud(options.output, cloud, options.text);
+  sayLeftOut(options.input, cloud.leftOut);
+  sayLeftOut(options.output, writeCloud(options.output, cloud, options.text));
   draw(std::move(cloud), options, plan, pool.workers());
   return ExitStatus::kOk;
 }
@@ -124,6 +143,10 @@ ExitStatus thin(const CloudOptions& options) {
   const DAX3D_VECTOR_32F leaf = parseLeaf(options.leaf);
   const Cloud cloud = readInput(options);
   Cloud thinned = downsample(cloud, leaf);
+  std::vector<std::string> leftOut = cloud.leftOut;
+  if (!cloud.normals.empty()) leftOut.emplace_back("normals");
+  for (const Column& field : cloud.fields) leftOut.push_back(field.name);
+  sayLeftOut(options.input, leftOut);
   writeCloud(options.output, thinned, options.text);
   print(std::to_string(thinned.size()) + " of " + std::to_string(cloud.size()) + " points\n");
   const Pool pool = startPool(options);
@@ -156,7 +179,7 @@ ExitStatus stats(const CloudOptions& options) {
   Cloud cloud = readCloud(options.input);
   const Pool pool = startPool(options);
   const CloudStats measured = measureCloud(cloud, pool.workers());
-  if (!options.output.empty()) writeFile(options.output, cloudStatsJson(measured));
+  if (!options.output.empty()) writeFile(options.output, cloudStatsJson(printable(options.input), measured));
   print(cloudStatsText(measured));
   draw(std::move(cloud), options, plan, pool.workers());
   return ExitStatus::kOk;

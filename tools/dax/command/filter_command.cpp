@@ -4,12 +4,15 @@
 #include <filesystem>
 #include <map>
 #include <memory>
+#include <optional>
 
 #include "base/text.h"
 #include "command/commands.h"
+#include "command/picture_options.h"
 #include "filter/filter_option.h"
 #include "io/image_file.h"
 #include "io/output_name.h"
+#include "io/picture.h"
 #include "io/picture_file.h"
 
 namespace dax::tool {
@@ -21,6 +24,7 @@ struct FilterOptions {
   std::string input;
   std::string output;
   std::string compare;
+  std::optional<Levels> levels;
   std::map<const FilterOption*, std::string> values;
   std::map<const FilterOption*, CLI::Option*> given;
 };
@@ -37,25 +41,28 @@ const FilterOption& chosen(const FilterOptions& options) {
 }
 
 // Differences between two images of the same size.
+template <class Pixel>
 class Difference {
  public:
-  Difference(const GreyImage& before, const GreyImage& after) : picture_(makeGreyImage(before.size)) {
+  Difference(const PixelImage<Pixel>& before, const PixelImage<Pixel>& after)
+      : picture_(makeImage<Pixel>(before.size)) {
     std::transform(before.pixels.begin(), before.pixels.end(), after.pixels.begin(), picture_.pixels.begin(),
-                   [](uint8_t a, uint8_t b) { return static_cast<uint8_t>(std::abs(a - b)); });
+                   [](int a, int b) { return static_cast<Pixel>(std::abs(a - b)); });
   }
 
   // The largest difference is white.
   GreyImage stretched() const {
-    GreyImage result = picture_;
+    GreyImage result = makeGreyImage(picture_.size);
     const int max = std::max(greatest(), 1);
-    for (uint8_t& pixel : result.pixels) pixel = static_cast<uint8_t>((255 * pixel + max / 2) / max);
+    std::transform(picture_.pixels.begin(), picture_.pixels.end(), result.pixels.begin(),
+                   [max](int d) { return static_cast<uint8_t>((255 * d + max / 2) / max); });
     return result;
   }
 
   std::string text() const {
     double sum = 0;
     size_t changed = 0;
-    for (const uint8_t pixel : picture_.pixels) {
+    for (const Pixel pixel : picture_.pixels) {
       sum += pixel;
       changed += pixel != 0;
     }
@@ -67,7 +74,7 @@ class Difference {
  private:
   int greatest() const { return *std::max_element(picture_.pixels.begin(), picture_.pixels.end()); }
 
-  GreyImage picture_;
+  PixelImage<Pixel> picture_;
 };
 
 void requireUsable(const FilterOptions& options, const FilterOption& filter) {
@@ -78,6 +85,21 @@ void requireUsable(const FilterOptions& options, const FilterOption& filter) {
   requireOther("--compare", options.compare, {{"the input", options.input}, {"the result", options.output}});
 }
 
+template <class Pixel, class Filter>
+void apply(const FilterOptions& options, const PixelImage<Pixel>& image, const Filter& filter) {
+  PixelImage<Pixel> result;
+  try {
+    result = filter(image);
+  } catch (const Failure& failure) {
+    throw Failure(failure.status(), printable(options.input) + ": " + failure.what());
+  }
+  writePicture(options.output, result);
+  if (options.compare.empty()) return;
+  const Difference<Pixel> difference(image, result);
+  writePicture(options.compare, difference.stretched());
+  print(difference.text() + '\n');
+}
+
 ExitStatus run(const FilterOptions& options) {
   const FilterOption& option = chosen(options);
   const std::string& value = options.values.at(&option);
@@ -85,25 +107,22 @@ ExitStatus run(const FilterOptions& options) {
   if (!filter) reject(std::string(option.name) + ": " + inQuotes(value) + " is not " + option.form);
   requireUsable(options, option);
   setUpDecoders();
-  const GreyImage image = ImageFile::read(options.input).toGrey();
-  GreyImage result;
-  try {
-    result = filter(image);
-  } catch (const Failure& failure) {
-    throw Failure(failure.status(), printable(options.input) + ": " + failure.what());
+  Picture picture = readPicture(options.input, options.levels);
+  const bool is16Bit = picture.hasValues() && filter.on16 && !options.levels;
+  if (is16Bit) picture.levels.reset();
+  sayNote(options.input, picture);
+  if (is16Bit) {
+    apply(options, picture.values, filter.on16);
+  } else {
+    apply(options, picture.grey, filter.on8);
   }
-  writePicture(options.output, result);
-  if (options.compare.empty()) return ExitStatus::kOk;
-  const Difference difference(image, result);
-  writePicture(options.compare, difference.stretched());
-  print(difference.text() + '\n');
   return ExitStatus::kOk;
 }
 
 Command addFilter(CLI::App& app) {
   CLI::App* command = app.add_subcommand("filter", "Filter an image, and show what the filter changed");
   auto options = std::make_shared<FilterOptions>();
-  command->add_option("IN", options->input, "image (PNG, JPEG, TIFF, BMP, PGM, PPM), taken as 8-bit grey")
+  command->add_option("IN", options->input, "image (PNG, JPEG, TIFF, BMP, PGM, PPM), taken as grey")
       ->required()
       ->type_name("");
   command->add_option("OUT", options->output, "the result, .png or .pgm")->required()->type_name("");
@@ -120,6 +139,11 @@ Command addFilter(CLI::App& app) {
                    "not at all, white most; and print how much that is")
       ->type_name("PICTURE")
       ->group("Result");
+  addLevels(*command, options->levels, "Result",
+            "values of the picture that become black and white; the\n"
+            "result has 8 bits [pictures of more than 8 bits keep them,\n"
+            "but --box and --erode take the least to the largest value\n"
+            "as 0..255]");
   command->footer(
       "Examples:\n"
       "  dax filter parts.png smooth.png --mean 15x15\n"

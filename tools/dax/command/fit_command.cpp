@@ -11,6 +11,7 @@
 #include "io/output_file.h"
 #include "io/output_name.h"
 #include "model/curve_fit.h"
+#include "report/run_json.h"
 
 namespace dax::tool {
 namespace {
@@ -89,7 +90,8 @@ void writeFitTable(std::ostream& out, const CurveModel& model, const CurveFit& f
 }
 
 void writeFitJson(std::ostream& out, const CurveModel& model, const CurveFit& fit) {
-  Json json{{"model", model.name}, {"formula", model.formula}, {"parameters", Json::array()}};
+  Json json = runJson("of the points");
+  json.update(Json{{"model", model.name}, {"formula", model.formula}, {"parameters", Json::array()}});
   for (size_t i = 0; i < model.count(); ++i) {
     json["parameters"].push_back(
         {{"name", model.parameters[i]}, {"value", fit.parameters[i]}, {"standard_error", fit.standardErrors[i]}});

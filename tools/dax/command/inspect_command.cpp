@@ -28,13 +28,12 @@ void draw(const Job& job, const GreyImage& grey, const InspectOptions& options, 
 
 void inspectFile(const Job& job, const InspectOptions& options, const Workers& workers, Outcome& outcome) {
   StageTimes& times = outcome.times;
-  GreyImage grey;
-  {
-    const ImageFile file = times.measure(Stage::kRead, [&] { return ImageFile::read(job.input); });
-    grey = times.measure(Stage::kGrey, [&] { return file.toGrey(); });
-  }
-  outcome.inspection = inspect(grey, options.settings, workers, times);
-  times.measure(Stage::kDraw, [&] { draw(job, grey, options, outcome); });
+  const InspectionSettings& settings = options.settings;
+  const Picture picture = times.measure(Stage::kRead, [&] {
+    return settings.byClass ? readClasses(job.input) : readPicture(job.input, settings.levels);
+  });
+  outcome.inspection = inspect(picture, settings, workers, times);
+  times.measure(Stage::kDraw, [&] { draw(job, picture.grey, options, outcome); });
   outcome.inspection.contours.clear();
 }
 
@@ -126,7 +125,7 @@ ExitStatus run(InspectOptions options) {
   const std::vector<Job> jobs = planJobs(options.inputs, options.overlay, options.report);
   setUpDecoders();
   if (!options.outsideMask.empty()) {
-    options.settings.outsideMask = std::make_shared<const GreyImage>(ImageFile::read(options.outsideMask).toGrey());
+    options.settings.outsideMask = std::make_shared<const GreyImage>(readMask(options.outsideMask));
   }
   const std::vector<Outcome> outcomes = inspectAll(jobs, options);
   const ExitStatus status = statusOf(outcomes);
@@ -138,6 +137,8 @@ ExitStatus run(InspectOptions options) {
   write(options, {outcomes, options.settings, comparison ? &*comparison : nullptr});
   for (const Outcome& outcome : outcomes) {
     if (outcome.failure) report(*outcome.failure);
+    if (!outcome.inspection.note.empty())
+      std::cerr << "dax: " << outcome.file << ": " << outcome.inspection.note << '\n';
   }
   return comparison && !comparison->agrees() ? ExitStatus::kTruthFailed : status;
 }

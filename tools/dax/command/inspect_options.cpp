@@ -9,6 +9,7 @@
 #include <stdexcept>
 
 #include "base/failure.h"
+#include "command/picture_options.h"
 #include "model/filters.h"
 
 namespace dax::tool {
@@ -107,6 +108,7 @@ void InspectCommandLine::addObjects(CLI::App& app) {
           ->group(group);
   auto* bright = app.add_flag("--bright", bright_, "objects are what the threshold sets [the default]")->group(group);
   auto* dark = app.add_flag("--dark,--invert", dark_, "objects are what it leaves out")->group(group)->excludes(bright);
+  auto* levels = addLevels(app, options_.settings.levels, group);
   app.add_option("--connectivity", options_.settings.connectivity, "4: along edges, 8: corners too [8]")
       ->check(CLI::IsMember({4, 8}))
       ->type_name("4|8")
@@ -120,6 +122,7 @@ void InspectCommandLine::addObjects(CLI::App& app) {
       ->excludes(threshold)
       ->excludes(bright)
       ->excludes(dark)
+      ->excludes(levels)
       ->excludes(weighted);
 }
 
@@ -272,6 +275,7 @@ void InspectCommandLine::applySort() {
 InspectOptions InspectCommandLine::finish() try {
   try {
     options_.settings.threshold = parseThreshold(threshold_, dark_);
+    options_.settings.thresholdText = threshold_ + (dark_ ? ", dark" : "");
   } catch (const std::invalid_argument& error) {
     throw std::invalid_argument(std::string("--threshold: ") + error.what());
   }

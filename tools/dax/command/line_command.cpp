@@ -7,18 +7,23 @@
 #include "base/text.h"
 #include "command/caliper_options.h"
 #include "command/commands.h"
+#include "command/picture_options.h"
 #include "draw/caliper_overlay.h"
 #include "draw/profile_plot.h"
 #include "io/image_file.h"
 #include "io/output_file.h"
+#include "io/picture.h"
+#include "model/caliper_warnings.h"
 #include "report/caliper_listing.h"
 #include "report/line_listing.h"
+#include "report/run_json.h"
 
 namespace dax::tool {
 namespace {
 
 struct LineOptions {
   std::string input;
+  std::optional<Levels> levels;
   CaliperSettings calipers;
   LineSettings line;
   CaliperOutputs outputs;
@@ -86,8 +91,7 @@ void addName(CLI::App& app, const char* name, const std::map<std::string, int32_
 
 void addFit(CLI::App& app, LineSettings& line) {
   app.add_option_function<int32_t>(
-         "--reject", [&line](const int32_t& count) { line.rejected = count; },
-         "worst edges that do not count [a fifth of them]")
+         "--reject", [&line](const int32_t& count) { line.rejected = count; }, "worst edges that do not count [0]")
       ->check(CLI::Range(0, 1000))
       ->type_name("K")
       ->group("Line");
@@ -108,10 +112,11 @@ void addFit(CLI::App& app, LineSettings& line) {
             "refuse lines that are turned by more from the expected one", "Line");
 }
 
-void writeJson(std::ostream& out, const LineOptions& options, DaxiSize size, const std::vector<Caliper>& calipers,
-               const FittedLine& fitted) {
-  auto json = imageJson(printable(options.input), size);
-  json["line"] = toJson(fitted);
+void writeJson(std::ostream& out, const LineOptions& options, const Picture& picture,
+               const std::vector<Caliper>& calipers, const FittedLine* fitted) {
+  auto json = pictureJson(printable(options.input), picture);
+  json["warnings"] = warningsOf(picture.grey.size, calipers, options.calipers);
+  json["line"] = fitted ? toJson(*fitted) : nlohmann::ordered_json();
   auto& list = json["calipers"] = nlohmann::ordered_json::array();
   for (const Caliper& caliper : calipers) list.push_back(toJson(caliper, options.calipers, options.outputs.profiles));
   out << json.dump(2) << '\n';
@@ -125,19 +130,31 @@ ExitStatus run(LineOptions options) {
   requireUsable(options.outputs, options.input);
   options.calipers.count = 1;
   setUpDecoders();
-  const GreyImage image = ImageFile::read(options.input).toGrey();
+  const Picture picture = readPicture(options.input, options.levels);
+  const GreyImage& image = picture.grey;
+  sayNote(options.input, picture);
   const std::vector<Caliper> calipers = measureAll(image, rowOfCalipers(line), options.calipers);
   const CaliperOutputs& outputs = options.outputs;
   if (!outputs.plot.empty()) writeFile(outputs.plot, plotProfiles(calipers, options.calipers));
-  const FittedLine fitted = fitLine(calipers, line);
+  sayWarnings(options.input, warningsOf(image.size, calipers, options.calipers));
+  FittedLine fitted{};
+  try {
+    fitted = fitLine(calipers, line);
+  } catch (const Failure& failure) {
+    if (failure.status() == ExitStatus::kNotFound && outputs.json) {
+      writeJson(std::cout, options, picture, calipers, nullptr);
+      finishOutput();
+    }
+    throw;
+  }
   if (!outputs.overlay.empty()) {
-    AnnotatedPicture picture(image, outputs.overlayScale);
-    drawCalipers(picture, calipers, false);
-    drawLine(picture, fitted, image.size);
-    writeFile(outputs.overlay, picture.png());
+    AnnotatedPicture drawn(image, outputs.overlayScale);
+    drawCalipers(drawn, calipers, false);
+    drawLine(drawn, fitted, image.size);
+    writeFile(outputs.overlay, drawn.png());
   }
   if (outputs.json) {
-    writeJson(std::cout, options, image.size, calipers, fitted);
+    writeJson(std::cout, options, picture, calipers, &fitted);
   } else {
     std::cout << imageTitle(printable(options.input), image.size) << ", ";
     writeLine(std::cout, fitted, calipers.size());
@@ -152,6 +169,7 @@ Command addLine(CLI::App& app) {
   command->add_option("IN", options->input, "image (PNG, JPEG, TIFF, BMP, PGM, PPM), taken as 8-bit grey")
       ->required()
       ->type_name("");
+  addLevels(*command, options->levels, "Results");
   addRow(*command, options->line);
   addEdgeOptions(*command, options->calipers, "dark-to-light, light-to-dark or any, along the search\ndirection [any]");
   addFit(*command, options->line);

@@ -1,6 +1,7 @@
 #include <CLI/CLI.hpp>
 #include <cmath>
 #include <filesystem>
+#include <iostream>
 #include <limits>
 #include <memory>
 
@@ -11,6 +12,7 @@
 #include "io/image_file.h"
 #include "io/output_file.h"
 #include "io/output_name.h"
+#include "io/picture.h"
 #include "io/picture_file.h"
 #include "model/range_convert.h"
 #include "report/range_info.h"
@@ -70,15 +72,39 @@ void requireRangeName(const fs::path& path) {
   if (isOtherName(path)) reject(printable(path.string()) + ": is the name of a picture or cloud; OUT is a range file");
 }
 
+void sayOfRange(const std::string& file, const std::string& what) {
+  std::cerr << "dax: " << printable(file) << ": " << what << '\n';
+}
+
 RangeImage readPicture(const RangeOptions& options, const RangeHeader& header) {
   setUpDecoders();
   const ImageFile file = ImageFile::read(options.input);
-  if (!file.has16Bits()) {
+  if (file.maxValue() == 255) {
     throw Failure(ExitStatus::kCannotRead, printable(options.input) + ": does not have 16 bits a pixel");
   }
+  if (file.pages() > 1) sayOfRange(options.input, "the first of " + std::to_string(file.pages()) + " pages");
   std::optional<GreyImage> mask;
-  if (!options.mask.empty()) mask = ImageFile::read(options.mask).toGrey();
+  if (!options.mask.empty()) mask = readMask(options.mask);
   return fromPicture(file.toGrey16(), mask ? &*mask : nullptr, options.bias, header);
+}
+
+RangeImage readPoints(const RangeOptions& options, const std::optional<RangeHeader>& header) {
+  const Cloud cloud = readCloud(options.input);
+  Projection done;
+  RangeImage image = fromCloud(cloud, header, done);
+  const std::string all = " of " + std::to_string(cloud.size()) + " points ";
+  if (done.resampled) {
+    const DAX3D_VECTOR_32F& step = image.record().scale;
+    sayOfRange(options.input, "no lattice of columns, rows and values: resampled in steps of " + shortest(step.x) +
+                                  ", " + shortest(step.y) + ", " + shortest(step.z));
+  }
+  if (done.hidden > 0)
+    sayOfRange(options.input, std::to_string(done.hidden) + all + "hidden by higher ones of their pixel");
+  if (done.outside > 0) sayOfRange(options.input, std::to_string(done.outside) + all + "outside the range image");
+  if (done.offsetLoss > 1e-3) {
+    sayOfRange(options.output, "far from 0: the offset, a float, is off by " + fixed(done.offsetLoss, 3) + " steps");
+  }
+  return image;
 }
 
 void writePictures(const RangeImage& image, const RangeOptions& options) {
@@ -99,8 +125,7 @@ ExitStatus makeRange(const RangeOptions& options) {
   requireRangeName(options.output);
   if (!picture && !options.mask.empty()) reject("--mask: goes with pictures");
   const std::optional<RangeHeader> header = parseHeader(options);
-  const RangeImage image =
-      picture ? readPicture(options, header.value_or(RangeHeader())) : fromCloud(readCloud(input), header);
+  const RangeImage image = picture ? readPicture(options, header.value_or(RangeHeader())) : readPoints(options, header);
   image.write(options.output);
   return ExitStatus::kOk;
 }
@@ -127,7 +152,7 @@ ExitStatus convert(const RangeOptions& options) {
 
 ExitStatus info(const RangeOptions& options) {
   const RangeImage image = RangeImage::read(options.input);
-  print(options.json ? rangeInfoJson(image) : rangeInfoText(image));
+  print(options.json ? rangeInfoJson(printable(options.input), image) : rangeInfoText(image));
   return ExitStatus::kOk;
 }
 
@@ -192,7 +217,7 @@ void addConvert(CLI::App& range, RangeSteps& steps, RangeOptions& options) {
       ->check(CLI::Range(0, 65535))
       ->type_name("N");
   app.add_option("--scale", options.scale,
-                 "of a new range file: length a column, a row, a count\n[1,1,1; for clouds from the points]")
+                 "of a new range file: length a column, a row, a count\n[1,1,1; for clouds the lattice of the points]")
       ->type_name("X,Y,Z");
   app.add_option("--offset", options.offset, "of a new range file: place of pixel 0,0 and value 0")->type_name("X,Y,Z");
   app.add_flag("--ascii", options.text, "write clouds as text");

@@ -9,6 +9,8 @@
 namespace dax::tool {
 namespace {
 
+constexpr int kMaxLevel = 65535;
+
 using Values = std::map<std::string, double, std::less<>>;
 
 [[noreturn]] void reject(const std::string& message) {
@@ -16,8 +18,8 @@ using Values = std::map<std::string, double, std::less<>>;
 }
 
 uint32_t greyLevel(std::string_view text) {
-  const auto level = parseInteger(text, 0, 255);
-  if (!level) reject(inQuotes(text) + " is not a grey level 0..255");
+  const auto level = parseInteger(text, 0, kMaxLevel);
+  if (!level) reject(inQuotes(text) + " is not a grey level 0..255, of 16 bits 0..65535");
   return static_cast<uint32_t>(*level);
 }
 
@@ -32,10 +34,10 @@ void readValues(std::string_view text, Values& values) {
   }
 }
 
-uint32_t whole(const Values& values, const char* name) {
+uint32_t whole(const Values& values, const char* name, int max) {
   const double value = values.find(name)->second;
-  if (value < 0 || value > 255 || value != static_cast<int>(value)) {
-    reject(std::string(name) + " is not an integer of 0..255");
+  if (value < 0 || value > max || value != static_cast<int>(value)) {
+    reject(std::string(name) + " is not an integer of 0.." + std::to_string(max));
   }
   return static_cast<uint32_t>(value);
 }
@@ -51,7 +53,7 @@ DaxiThresholdBinCfg band(std::string_view text) {
   DaxiThresholdBinCfg cfg{};
   cfg.method = DAXI_THRESHOLD_BAND;
   cfg.t1 = low.empty() ? 0 : greyLevel(low);
-  cfg.t2 = high.empty() ? 255 : greyLevel(high);
+  cfg.t2 = high.empty() ? kMaxLevel : greyLevel(high);
   if (cfg.t1 > cfg.t2 || text.size() == 2) reject(inQuotes(text) + " is not a band N..M with N <= M");
   return cfg;
 }
@@ -61,9 +63,9 @@ DaxiThresholdBinCfg soft(std::string_view settings) {
   readValues(settings, values);
   DaxiThresholdBinCfg cfg{};
   cfg.method = DAXI_THRESHOLD_SOFT;
-  cfg.softLow = static_cast<int32_t>(whole(values, "low"));
-  cfg.softHigh = static_cast<int32_t>(whole(values, "high"));
-  cfg.soft = whole(values, "steps");
+  cfg.softLow = static_cast<int32_t>(whole(values, "low", kMaxLevel));
+  cfg.softHigh = static_cast<int32_t>(whole(values, "high", kMaxLevel));
+  cfg.soft = whole(values, "steps", 255);
   return cfg;
 }
 
@@ -74,7 +76,7 @@ DaxiThresholdBinCfg relative(const Values& values) {
   cfg.brightTail = real(values, "bright");
   cfg.lowPos = real(values, "low");
   cfg.highPos = real(values, "high");
-  cfg.soft = whole(values, "steps");
+  cfg.soft = whole(values, "steps", 255);
   return cfg;
 }
 
@@ -113,14 +115,11 @@ const char* Threshold::name() const {
 }
 
 Threshold parseThreshold(std::string_view text, bool darkObjects) {
-  Threshold threshold{configuration(text), false};
+  Threshold threshold{configuration(text), darkObjects};
   switch (threshold.cfg.method) {
     case DAXI_THRESHOLD_SOFT:
     case DAXI_THRESHOLD_RELATIVE_SOFT:
-      threshold.cfg.polarity = darkObjects ? 0 : 1;
-      break;
-    case DAXI_THRESHOLD_BAND:
-      threshold.invert = darkObjects;
+      threshold.cfg.polarity = 1;
       break;
     case DAXI_THRESHOLD_OTSU:
       // The level belongs to the dark class; polarity 0 would include it, and thus all of an image with two grey
@@ -129,7 +128,7 @@ Threshold parseThreshold(std::string_view text, bool darkObjects) {
       threshold.invert = !darkObjects;
       break;
     default:
-      threshold.cfg.polarity = darkObjects ? 1 : 0;
+      threshold.cfg.polarity = 0;
   }
   return threshold;
 }

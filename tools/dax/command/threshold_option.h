@@ -8,15 +8,16 @@
 
 namespace dax::tool {
 
+// Grey levels are those of the picture, whatever its depth.
 struct Threshold {
   DaxiThresholdBinCfg cfg;
-  bool invert;  // the objects are the pixels that the threshold does not set
+  bool invert;  // the objects are what the threshold leaves: 255 - mask
 
   const char* name() const;
 };
 
 inline constexpr const char* kThresholdHelp =
-    "Thresholds:\n"
+    "Thresholds, of grey values as the picture has them (of 16 bits 0..65535):\n"
     "  otsu              the level that parts dark and bright best, found in each image;\n"
     "                    objects have grey > level (with --dark: <= level)\n"
     "  N                 objects have grey >= N (with --dark: < N)\n"

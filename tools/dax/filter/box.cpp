@@ -9,8 +9,8 @@ namespace {
 
 ImageFilter parseBox(std::string_view text) {
   const auto radius = parseInteger(text, 1, 1000);
-  if (!radius) return nullptr;
-  return [radius = *radius](const GreyImage& image) {
+  if (!radius) return {};
+  const auto filter = [radius = *radius](const GreyImage& image) {
     const Memory buffer = workBuffer("box sum", DAXI_FilterBoxBufferSize_8u32s, image.size);
     std::vector<int32_t> sums(image.pixels.size());
     check(DAXI_FilterBox_8u32s_C1R(image.pixels.data(), image.step(), sums.data(), image.step(), image.size, radius,
@@ -22,6 +22,7 @@ ImageFilter parseBox(std::string_view text) {
                    [pixels](int32_t sum) { return static_cast<uint8_t>((sum + pixels / 2) / pixels); });
     return result;
   };
+  return {filter, nullptr};
 }
 
 const FilterRegistration box({"--box", "R", "R of 1..1000, which makes 2 R + 1 pixels each way",

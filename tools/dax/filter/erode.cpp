@@ -7,7 +7,8 @@ namespace {
 
 ImageFilter parseErode(std::string_view text) {
   const auto count = parseInteger(text, 1, 1000000);
-  return count ? bufferedFilter("erosion", DAXI_Erode3x3BufferSize_8u, DAXI_Erode3x3_8u_C1R, *count) : nullptr;
+  if (!count) return {};
+  return {bufferedFilter<uint8_t>("erosion", DAXI_Erode3x3BufferSize_8u, DAXI_Erode3x3_8u_C1R, *count), nullptr};
 }
 
 const FilterRegistration erode({"--erode", "N", "N of 1..1000000",

@@ -10,8 +10,14 @@
 
 namespace dax::tool {
 
-// Throws Failure(kRefused) if the library refuses the call.
-using ImageFilter = std::function<GreyImage(const GreyImage&)>;
+// A filter of 8-bit images and, where the library has one, of 16-bit images. Both throw Failure(kRefused) if the library
+// refuses the call.
+struct ImageFilter {
+  std::function<GreyImage(const GreyImage&)> on8;
+  std::function<Grey16Image(const Grey16Image&)> on16;
+
+  explicit operator bool() const { return on8 != nullptr; }
+};
 
 struct FilterOption {
   const char* name;       // "--mean"
@@ -19,7 +25,7 @@ struct FilterOption {
   const char* form;       // description of valid values
   const char* help;
   bool keepsSize;
-  // Null for an invalid value.
+  // Empty for an invalid value.
   ImageFilter (*parse)(std::string_view value);
 };
 
@@ -32,10 +38,10 @@ struct FilterRegistration {
 };
 
 // filter(src, srcStep, dst, dstStep, size, arguments...) on an image, for what `step` names.
-template <class Filter, class... Arguments>
-ImageFilter plainFilter(const char* step, Filter filter, Arguments... arguments) {
-  return [=](const GreyImage& image) {
-    GreyImage result = makeGreyImage(image.size);
+template <class Pixel, class Filter, class... Arguments>
+auto plainFilter(const char* step, Filter filter, Arguments... arguments) {
+  return [=](const PixelImage<Pixel>& image) {
+    auto result = makeImage<Pixel>(image.size);
     check(filter(image.pixels.data(), image.step(), result.pixels.data(), result.step(), image.size, arguments...),
           step);
     return result;
@@ -46,11 +52,11 @@ using SizeQuery = DaxStatus (*)(DaxiSize size, uint64_t* bytes);
 Memory workBuffer(const char* step, SizeQuery query, DaxiSize size);
 
 // The same with a work buffer as the last argument.
-template <class Filter, class... Arguments>
-ImageFilter bufferedFilter(const char* step, SizeQuery query, Filter filter, Arguments... arguments) {
-  return [=](const GreyImage& image) {
+template <class Pixel, class Filter, class... Arguments>
+auto bufferedFilter(const char* step, SizeQuery query, Filter filter, Arguments... arguments) {
+  return [=](const PixelImage<Pixel>& image) {
     const Memory buffer = workBuffer(step, query, image.size);
-    return plainFilter(step, filter, arguments..., buffer.get())(image);
+    return plainFilter<Pixel>(step, filter, arguments..., buffer.get())(image);
   };
 }
 

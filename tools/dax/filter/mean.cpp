@@ -16,12 +16,16 @@ std::optional<DaxiSize> parseMask(std::string_view text, int max) {
 
 ImageFilter parseMean(std::string_view text) {
   const auto mask = parseMask(text, 255);
-  return mask ? bufferedFilter("mean", DAXI_FilterMeanBufferSize_8u, DAXI_FilterMean_8u_C1R, *mask) : nullptr;
+  if (!mask) return {};
+  return {bufferedFilter<uint8_t>("mean", DAXI_FilterMeanBufferSize_8u, DAXI_FilterMean_8u_C1R, *mask),
+          bufferedFilter<uint16_t>("mean", DAXI_FilterMeanBufferSize_16u, DAXI_FilterMean_16u_C1R, *mask)};
 }
 
 ImageFilter parseMeanInside(std::string_view text) {
   const auto mask = parseMask(text, 65535);
-  return mask ? bufferedFilter("mean", DAXI_FilterMeanIntBufferSize_8u, DAXI_FilterMeanInt_8u_C1R, *mask) : nullptr;
+  if (!mask) return {};
+  return {bufferedFilter<uint8_t>("mean", DAXI_FilterMeanIntBufferSize_8u, DAXI_FilterMeanInt_8u_C1R, *mask),
+          bufferedFilter<uint16_t>("mean", DAXI_FilterMeanIntBufferSize_16u, DAXI_FilterMeanInt_16u_C1R, *mask)};
 }
 
 const FilterRegistration mean({"--mean", "WxH", "WxH with sides of 1..255",

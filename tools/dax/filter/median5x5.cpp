@@ -4,9 +4,12 @@
 namespace dax::tool {
 namespace {
 
-const FilterRegistration median5x5(
-    {"--median5", nullptr, nullptr, "median of 5 x 5 pixels: removes larger specks, rounds corners", true,
-     [](std::string_view) { return plainFilter("median", DAXI_FilterMedian5x5_8u_C1R); }});
+const FilterRegistration median5x5({"--median5", nullptr, nullptr,
+                                    "median of 5 x 5 pixels: removes larger specks, rounds corners", true,
+                                    [](std::string_view) {
+                                      return ImageFilter{plainFilter<uint8_t>("median", DAXI_FilterMedian5x5_8u_C1R),
+                                                         plainFilter<uint16_t>("median", DAXI_FilterMedian5x5_16u_C1R)};
+                                    }});
 
 }  // namespace
 }  // namespace dax::tool

@@ -8,24 +8,27 @@
 
 namespace dax::tool {
 
-// An 8-bit grey image without padding between its rows.
-struct GreyImage {
+// A grey image without padding between its rows.
+template <class Pixel>
+struct PixelImage {
   DaxiSize size;
-  std::vector<uint8_t> pixels;
+  std::vector<Pixel> pixels;
 
   int32_t step() const { return size.width; }
-  const uint8_t* row(int32_t y) const { return pixels.data() + static_cast<size_t>(y) * size.width; }
-  uint8_t* row(int32_t y) { return pixels.data() + static_cast<size_t>(y) * size.width; }
+  const Pixel* row(int32_t y) const { return pixels.data() + static_cast<size_t>(y) * size.width; }
+  Pixel* row(int32_t y) { return pixels.data() + static_cast<size_t>(y) * size.width; }
 };
 
-// The same with 16 bits.
-struct Grey16Image {
-  DaxiSize size;
-  std::vector<uint16_t> pixels;
-};
+using GreyImage = PixelImage<uint8_t>;
+using Grey16Image = PixelImage<uint16_t>;
+
+template <class Pixel>
+PixelImage<Pixel> makeImage(DaxiSize size) {
+  return {size, std::vector<Pixel>(static_cast<size_t>(size.width) * size.height)};
+}
 
 inline GreyImage makeGreyImage(DaxiSize size) {
-  return {size, std::vector<uint8_t>(static_cast<size_t>(size.width) * size.height)};
+  return makeImage<uint8_t>(size);
 }
 
 }  // namespace dax::tool

@@ -6,6 +6,7 @@
 #include <array>
 #include <cctype>
 #include <cstring>
+#include <optional>
 #include <string_view>
 
 #include "base/failure.h"
@@ -52,6 +53,27 @@ const char* sniff(const fs::path& path, std::string_view bytes) {
   return format->name;
 }
 
+// The third number of the header of a PNM file; none for other files.
+std::optional<int> pnmMaxValue(std::string_view bytes) {
+  if (!bytes.starts_with('P')) return std::nullopt;
+  size_t at = 2;
+  std::string_view number;
+  for (int i = 0; i < 3; ++i) {
+    const auto skip = [&](std::string_view characters) {
+      at = std::min(bytes.find_first_not_of(characters, at), bytes.size());
+    };
+    skip(" \t\r\n");
+    while (at < bytes.size() && bytes[at] == '#') {
+      at = std::min(bytes.find('\n', at), bytes.size());
+      skip(" \t\r\n");
+    }
+    const size_t start = at;
+    skip("0123456789");
+    number = bytes.substr(start, at - start);
+  }
+  return parseInteger(number, 1, 65535);
+}
+
 // The reason in "Magick: reason (file name) reported by source:line (function)"; the name is empty.
 std::string reason(const std::exception& exception) {
   std::string text = exception.what();
@@ -86,6 +108,13 @@ void decode(const fs::path& path, const std::string& bytes, const char* format, 
   if (image.columns() > DAXI_BLOB_MAX_SIDE || image.rows() > DAXI_BLOB_MAX_SIDE) fail(path, "is too large");
 }
 
+void turnUpright(Magick::Image& image) {
+  const std::string exif = image.attribute("EXIF:Orientation");
+  const auto given = parseInteger(exif, 2, 8);
+  if (given) image.orientation(static_cast<Magick::OrientationType>(*given));
+  if (image.orientation() > Magick::TopLeftOrientation) image.autoOrient();
+}
+
 // In units of 1 / 1000.
 uint32_t weightedGrey(const Magick::PixelPacket& pixel) {
   const uint32_t red = ScaleQuantumToShort(pixel.red);
@@ -108,6 +137,10 @@ std::string encode16(const Grey16Image& image, const char* format) {
   Magick::Blob blob;
   encoder.write(&blob, format);
   return {static_cast<const char*>(blob.data()), blob.length()};
+}
+
+std::string pgmHeader(DaxiSize size, int max) {
+  return "P5\n" + std::to_string(size.width) + " " + std::to_string(size.height) + "\n" + std::to_string(max) + "\n";
 }
 
 }  // namespace
@@ -133,15 +166,29 @@ ImageFile ImageFile::read(const fs::path& path) {
   if (!hasPlainTiffSamples(bytes)) fail(path, "has pixels with a sign, in floating point or of more than 16 bits");
   auto image = std::make_unique<Magick::Image>();
   decode(path, bytes, format, *image);
-  return ImageFile(std::move(image));
+  turnUpright(*image);
+  const int bits = std::clamp(static_cast<int>(image->depth()), 8, 16);
+  const int maxValue = bits > 8 ? pnmMaxValue(bytes).value_or((1 << bits) - 1) : 255;
+  return {std::move(image), maxValue, countTiffPages(bytes)};
 }
 
-ImageFile::ImageFile(std::unique_ptr<Magick::Image> image) : image_(std::move(image)) {}
+ImageFile::ImageFile(std::unique_ptr<Magick::Image> image, int maxValue, size_t pages)
+    : image_(std::move(image)), maxValue_(maxValue), pages_(pages) {}
 ImageFile::ImageFile(ImageFile&&) noexcept = default;
 ImageFile::~ImageFile() = default;
 
-bool ImageFile::has16Bits() const {
-  return image_->depth() > 8;
+bool ImageFile::hasOnly8Bits() const {
+  makeRgb();
+  const auto is8Bit = [](const Magick::PixelPacket& pixel) {
+    return ScaleQuantumToShort(pixel.red) % 257 == 0 && ScaleQuantumToShort(pixel.green) % 257 == 0 &&
+           ScaleQuantumToShort(pixel.blue) % 257 == 0;
+  };
+  const size_t width = image_->columns(), height = image_->rows();
+  for (size_t y = 0; y < height; ++y) {
+    const Magick::PixelPacket* const row = image_->getConstPixels(0, static_cast<ssize_t>(y), width, 1);
+    if (!std::all_of(row, row + width, is8Bit)) return false;
+  }
+  return true;
 }
 
 void ImageFile::makeRgb() const {
@@ -154,10 +201,13 @@ Grey16Image ImageFile::toGrey16() const {
   const size_t width = image_->columns(), height = image_->rows();
   Grey16Image grey = {{static_cast<int32_t>(width), static_cast<int32_t>(height)},
                       std::vector<uint16_t>(width * height)};
+  // The decoder has stretched smaller ranges to 16 bits.
+  const auto max = static_cast<uint64_t>(maxValue_), divisor = 1000 * uint64_t{65535};
   for (size_t y = 0; y < height; ++y) {
     const Magick::PixelPacket* const source = image_->getConstPixels(0, static_cast<ssize_t>(y), width, 1);
-    std::transform(source, source + width, grey.pixels.begin() + static_cast<ptrdiff_t>(y * width),
-                   [](const auto& pixel) { return static_cast<uint16_t>((weightedGrey(pixel) + 500) / 1000); });
+    std::transform(
+        source, source + width, grey.pixels.begin() + static_cast<ptrdiff_t>(y * width),
+        [=](const auto& pixel) { return static_cast<uint16_t>((weightedGrey(pixel) * max + divisor / 2) / divisor); });
   }
   return grey;
 }
@@ -198,8 +248,17 @@ std::string encodeTiff(const Grey16Image& image) {
 }
 
 std::string encodePgm(const GreyImage& image) {
-  std::string result = "P5\n" + std::to_string(image.size.width) + " " + std::to_string(image.size.height) + "\n255\n";
+  std::string result = pgmHeader(image.size, 255);
   result.append(image.pixels.begin(), image.pixels.end());
+  return result;
+}
+
+std::string encodePgm(const Grey16Image& image) {
+  std::string result = pgmHeader(image.size, 65535);
+  for (const uint16_t pixel : image.pixels) {
+    result += static_cast<char>(pixel >> 8);
+    result += static_cast<char>(pixel & 255);
+  }
   return result;
 }
 

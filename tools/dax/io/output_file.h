@@ -6,7 +6,7 @@
 
 namespace dax::tool {
 
-// Writes a temporary file in the same folder and renames it. Follows links; devices and pipes are written directly.
+// Writes a file without a name in the same folder and links it, or a temporary one and renames it. Follows links; devices and pipes are written directly.
 // Throws Failure(kCannotWrite).
 void writeFile(const std::filesystem::path& path, std::string_view content);
 

@@ -14,4 +14,8 @@ void writePicture(const std::filesystem::path& path, const GreyImage& image) {
   writeFile(path, path.extension() == ".pgm" ? encodePgm(image) : encodePng(image));
 }
 
+void writePicture(const std::filesystem::path& path, const Grey16Image& image) {
+  writeFile(path, path.extension() == ".pgm" ? encodePgm(image) : encodePng(image));
+}
+
 }  // namespace dax::tool

@@ -13,5 +13,6 @@ void requirePictureName(const std::string& option, const std::filesystem::path& 
 
 // Throws Failure(kCannotWrite).
 void writePicture(const std::filesystem::path& path, const GreyImage& image);
+void writePicture(const std::filesystem::path& path, const Grey16Image& image);
 
 }  // namespace dax::tool

@@ -1,6 +1,7 @@
 #include "io/range_image.h"
 
 #include <algorithm>
+#include <cmath>
 #include <limits>
 #include <new>
 #include <string>
@@ -30,6 +31,14 @@ void setUp(DAX3D_IMAGE_SLOT& slot, uint32_t format, DaxiSize size, size_t pixelB
   slot.owner[0] = slot.image.plane[0] = ZUR_Malloc(bytes, 128);
   if (!slot.owner[0]) throw std::bad_alloc();
   std::fill_n(static_cast<uint8_t*>(slot.owner[0]), bytes, uint8_t{0});
+}
+
+// The offset, along the axes where it is so large that floats would lose digits of the points.
+Place originOf(const DAX3D_RANGE_V4& record) {
+  const double size = std::max(std::abs(double{record.scale.x}) * record.range.image.width,
+                               std::abs(double{record.scale.y}) * record.range.image.height);
+  const auto along = [size](float offset) { return std::abs(offset) > 4 * size ? offset : 0.0; };
+  return {along(record.offset.x), along(record.offset.y), along(record.offset.z)};
 }
 
 // The library needs a value that no valid pixel has.
@@ -124,19 +133,23 @@ Cloud RangeImage::toCloud() const {
   std::vector<uint8_t> everywhere;
   if (mask().empty()) everywhere.assign(values().size(), 255);
   const DAX3D_VECTOR_32F &scale = record_->scale, &offset = record_->offset;
-  const DAX3DPCL_RANGE_MAP map = {size().height,
-                                  size().width,
-                                  {scale.x, scale.y, scale.z, offset.x, offset.y, offset.z},
-                                  nullptr,
-                                  everywhere.empty() ? mask().data() : everywhere.data(),
-                                  values().data()};
+  Cloud cloud;
+  cloud.origin = originOf(*record_);
+  cloud.isWide = cloud.isShifted();
+  const auto along = [&](size_t axis, float start) { return static_cast<float>(start - cloud.origin[axis]); };
+  const DAX3DPCL_RANGE_MAP map = {
+      size().height,
+      size().width,
+      {scale.x, scale.y, scale.z, along(0, offset.x), along(1, offset.y), along(2, offset.z)},
+      nullptr,
+      everywhere.empty() ? mask().data() : everywhere.data(),
+      values().data()};
   uint64_t bytes = 0;
   check(DAX3DPCL_PREP_CONVERT_Range2XYZ_ResultSize_16s32f(size(), &bytes), "points of the range image");
   const Memory result(bytes);
   float* points = nullptr;
   DAX3DPCL_CLOUD_SIZE count = {};
   check(DAX3DPCL_PREP_CONVERT_Range2XYZ_16s32f(&map, result.get(), 0, &points, &count), "points of the range image");
-  Cloud cloud;
   for (int64_t i = 0; i < int64_t{count.width} * count.height; ++i) {
     const float* const point = points + 3 * i;
     const bool finite = std::all_of(point, point + 3, [](float v) { return v - v == 0; });

@@ -9,7 +9,12 @@ namespace {
 constexpr uint32_t kBitsPerSample = 258, kSampleFormat = 339;
 constexpr uint32_t kShort = 3;
 constexpr uint32_t kUnsigned = 1, kUndefined = 4;
-constexpr size_t kEntryBytes = 12;
+constexpr size_t kEntryBytes = 12, kMaxPages = 65535;
+
+bool isTiff(std::string_view bytes) {
+  using namespace std::string_view_literals;
+  return bytes.starts_with("II*\0"sv) || bytes.starts_with("MM\0*"sv);
+}
 
 class Numbers {
  public:
@@ -41,8 +46,20 @@ class Numbers {
 
 }  // namespace
 
+size_t countTiffPages(std::string_view bytes) {
+  if (!isTiff(bytes)) return 1;
+  const Numbers numbers(bytes);
+  size_t pages = 0;
+  // Directories may lead back to earlier ones.
+  for (size_t directory = numbers.at(4, 4); directory != 0 && pages < kMaxPages; ++pages) {
+    const size_t end = directory + 2 + numbers.at(directory, 2) * kEntryBytes;
+    directory = numbers.at(end, 4);
+  }
+  return pages;
+}
+
 bool hasPlainTiffSamples(std::string_view bytes) {
-  if (!bytes.starts_with("II") && !bytes.starts_with("MM")) return true;
+  if (!isTiff(bytes)) return true;
   const Numbers numbers(bytes);
   const size_t directory = numbers.at(4, 4), count = numbers.at(directory, 2);
   for (size_t i = 0; i < count; ++i) {

@@ -1,6 +1,7 @@
 #include "model/boards.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <limits>
 
@@ -8,7 +9,10 @@
 #include "base/library_call.h"
 #include "daxi/chessboard_subpix.h"
 #include "daxi/chessboard_sym.h"
+#include "daxi/filter_mean.h"
+#include "daxi/filter_median3x3.h"
 #include "draw/annotated_picture.h"
+#include "model/board_checks.h"
 
 namespace dax::tool {
 namespace {
@@ -21,7 +25,7 @@ constexpr int kIterations = 30;
 constexpr float kEpsilon = 1e-4f;
 constexpr int kMinWindow = 2, kMaxWindow = 11;
 
-float distance(DaxiPoint32f a, DaxiPoint32f b) {
+float cornerDistance(DaxiPoint32f a, DaxiPoint32f b) {
   return std::hypot(a.x - b.x, a.y - b.y);
 }
 
@@ -80,21 +84,6 @@ std::optional<Board> findSymmetric(const GreyImage& image, uint32_t minCorners, 
   return found.board("symmetry");
 }
 
-// A quarter turn: rows become columns; the orientation is kept.
-Board turned(const Board& board) {
-  const auto [columns, rows] = board.pattern;
-  Board result{{rows, columns}, board.detector, {}};
-  for (int32_t r = 0; r < columns; ++r) {
-    for (int32_t c = 0; c < rows; ++c) {
-      result.corners.push_back(
-          board.corners[static_cast<size_t>(rows - 1 - c) * static_cast<size_t>(columns) + static_cast<size_t>(r)]);
-    }
-  }
-  // Keeps the row nearer to the top first.
-  if (result.corners.back().y < result.corners.front().y) std::reverse(result.corners.begin(), result.corners.end());
-  return result;
-}
-
 std::optional<Board> ofSize(const std::optional<Board>& board, Pattern size) {
   if (!board) return std::nullopt;
   const Pattern p = board->pattern;
@@ -102,28 +91,84 @@ std::optional<Board> ofSize(const std::optional<Board>& board, Pattern size) {
   return p.columns == size.rows && p.rows == size.columns ? std::optional(turned(*board)) : std::nullopt;
 }
 
-std::optional<Board> findSized(const GreyImage& image, Pattern size) {
-  for (const int mode : {DAXI_CHESSBOARD_OTSU, DAXI_CHESSBOARD_LOCAL_MEAN}) {
-    if (auto board = findQuads(image, size, mode)) return board;
-  }
-  const int32_t minCorners = std::min(size.columns, size.rows), maxCorners = std::max(size.columns, size.rows);
-  if (auto board = ofSize(findHessian(image, minCorners, maxCorners), size)) return board;
-  return ofSize(findSymmetric(image, static_cast<uint32_t>(minCorners), static_cast<uint32_t>(maxCorners)), size);
-}
-
-std::optional<Board> findAny(const GreyImage& image) {
-  constexpr int32_t kMin = 3, kMax = 300;
-  if (auto board = findHessian(image, kMin, kMax)) return board;
-  return findSymmetric(image, kMin, kMax);
-}
-
 // A window that contains no second corner.
 int32_t windowFor(const Board& board) {
   float nearest = std::numeric_limits<float>::max();
   for (size_t i = 0; i < board.corners.size(); ++i) {
-    for (size_t j = 0; j < i; ++j) nearest = std::min(nearest, distance(board.corners[i], board.corners[j]));
+    for (size_t j = 0; j < i; ++j) nearest = std::min(nearest, cornerDistance(board.corners[i], board.corners[j]));
   }
   return std::clamp(static_cast<int32_t>(0.4f * nearest), kMinWindow, kMaxWindow);
+}
+
+void refine(const GreyImage& image, Board& board) {
+  const int32_t half = windowFor(board);
+  const std::vector<DaxiPoint32f> start = board.corners;
+  check(DAXI_ChessboardCornerGetSubpix_8u_C1R_v2(image.pixels.data(), image.step(), image.size, start.data(),
+                                                 static_cast<int32_t>(start.size()), {half, half}, kIterations,
+                                                 board.corners.data(), kEpsilon),
+        "the refinement of corners");
+  board.refined = ringsOf(image, board, std::max(2.0F, 0.6F * static_cast<float>(half)));
+}
+
+GreyImage filtered(const GreyImage& image, DaxiSize window) {
+  uint64_t bytes = 0;
+  check(DAXI_FilterMeanBufferSize_8u(image.size, &bytes), "the search for a board");
+  const Memory buffer(bytes);
+  GreyImage result = makeGreyImage(image.size);
+  check(DAXI_FilterMean_8u_C1R(image.pixels.data(), image.step(), result.pixels.data(), result.step(), image.size,
+                               window, buffer.get()),
+        "the search for a board");
+  return result;
+}
+
+// Dark where a pixel is below the mean of its surroundings, without specks, and smoothed: the detector of squares takes
+// its level from the histogram, and of two grey values only it would take all.
+GreyImage localMask(const GreyImage& image) {
+  const int32_t side = std::clamp(std::min(image.size.width, image.size.height) / 8, 15, 255) | 1;
+  const GreyImage mean = filtered(image, {side, side});
+  GreyImage mask = makeGreyImage(image.size);
+  std::transform(image.pixels.begin(), image.pixels.end(), mean.pixels.begin(), mask.pixels.begin(),
+                 [](int grey, int around) { return static_cast<uint8_t>(grey < around - 3 ? 0 : 255); });
+  GreyImage median = makeGreyImage(image.size);
+  check(DAXI_FilterMedian3x3_8u_C1R(mask.pixels.data(), mask.step(), median.pixels.data(), median.step(), mask.size),
+        "the search for a board");
+  return filtered(median, {3, 3});
+}
+
+bool hasTwoLevels(const GreyImage& image) {
+  std::array<bool, 256> used = {};
+  for (const uint8_t grey : image.pixels) used[grey] = true;
+  return std::count(used.begin(), used.end(), true) <= 2;
+}
+
+// Corners between quads are guesses: all of them must prove themselves.
+std::optional<Board> findProvenQuads(const GreyImage& image, const GreyImage& seen, Pattern size) {
+  auto board = findQuads(seen, size, DAXI_CHESSBOARD_OTSU);
+  if (!board) return std::nullopt;
+  refine(image, *board);
+  const bool isProven = std::all_of(board->refined.begin(), board->refined.end(), [](bool r) { return r; });
+  return isProven && isPlaneGrid(*board) ? board : std::nullopt;
+}
+
+// The detectors that see the whole board come first; where one of them sees a board of another size, none is found.
+std::optional<Board> findSized(const GreyImage& image, Pattern size) {
+  constexpr int32_t kMax = 300;
+  const int32_t minCorners = std::min(size.columns, size.rows);
+  const auto area = [](const Board& board) { return board.pattern.columns * board.pattern.rows; };
+  for (const auto& board :
+       {findSymmetric(image, static_cast<uint32_t>(minCorners), kMax), findHessian(image, minCorners, kMax)}) {
+    if (auto found = ofSize(board, size)) return found;
+    if (board && area(*board) > size.columns * size.rows) return std::nullopt;
+  }
+  if (auto board = findProvenQuads(image, hasTwoLevels(image) ? filtered(image, {3, 3}) : image, size)) return board;
+  return findProvenQuads(image, localMask(image), size);
+}
+
+std::optional<Board> findAny(const GreyImage& image) {
+  constexpr int32_t kMin = 3, kMax = 300;
+  auto board = findSymmetric(image, kMin, kMax);
+  if (!board) board = findHessian(image, kMin, kMax);
+  return board && board->pattern.rows > board->pattern.columns ? turned(*board) : board;
 }
 
 // Red to violet and back to red.
@@ -149,11 +194,8 @@ std::optional<Board> findBoard(const GreyImage& image, const std::optional<Patte
   }
   auto board = size ? findSized(image, *size) : findAny(image);
   if (!board) return board;
-  const int32_t half = windowFor(*board);
-  check(DAXI_ChessboardCornerGetSubpix_8u_C1R(image.pixels.data(), image.step(), image.size, board->corners.data(),
-                                              static_cast<int32_t>(board->corners.size()), {half, half}, kIterations,
-                                              board->corners.data(), kEpsilon),
-        "the refinement of corners");
+  if (board->refined.empty()) refine(image, *board);
+  orderByColour(image, *board);
   return board;
 }
 
@@ -181,7 +223,7 @@ std::string drawBoard(const GreyImage& image, const std::optional<Board>& board)
     picture.line(stroke(corner(i), ax + bx, ay + by), false, colourOf(i / columns), 1.4);
     picture.line(stroke(corner(i), ax - bx, ay - by), false, colourOf(i / columns), 1.4);
   }
-  const double half = 0.3 * static_cast<double>(distance(first, beside));
+  const double half = 0.3 * static_cast<double>(cornerDistance(first, beside));
   for (const int32_t i : {0, columns - 1, columns * rows - 1})
     picture.label(around(corner(i), half), std::to_string(i));
   return picture.png();

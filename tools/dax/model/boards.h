@@ -14,9 +14,12 @@ struct Board {
   ChessboardPatternSize pattern;
   std::string detector;               // the one that found it
   std::vector<DaxiPoint32f> corners;  // refined, row by row
+  std::vector<bool> refined = {};     // of each corner; false: it lies where the detector saw it, or is no corner
+  bool ambiguous = false;             // the colours of the squares do not tell which corner is the first
 };
 
-// A board of a given size, or the board with the maximum number of corners. Throws Failure(kRefused).
+// A board of exactly a given size, or the board with the maximum number of corners, rows being the shorter side.
+// Throws Failure(kRefused).
 std::optional<Board> findBoard(const GreyImage& image, const std::optional<ChessboardPatternSize>& size);
 
 // The image with the corners in order: each row in its own colour, the first corner marked.

@@ -8,12 +8,15 @@
 #include "base/failure.h"
 #include "base/library_call.h"
 #include "base/text.h"
+#include "model/caliper_search.h"
 
 namespace dax::tool {
 namespace {
 
 constexpr double kRadians = std::numbers::pi / 180;
 constexpr double kMaxNumber = 1e9;
+constexpr double kMaxSamples = 1e8;    // about a second
+constexpr double kMaxSide = 16777216;  // beyond it the library refuses
 constexpr float kDefaultStep = 20, kFullStep = 255;
 
 // The members of a region: lengths, then `angles` angles.
@@ -187,6 +190,13 @@ Caliper measureRegion(const GreyImage& image, const R& region, const CaliperSett
   return caliper;
 }
 
+// Radians of an angle in degrees, which but for a sweep is reduced to half a turn either way.
+template <class R>
+double angleOf(size_t member, double degrees) {
+  const bool isSweep = std::is_same_v<R, CaliperAnnulus> && member + 1 == Kind<R>::kMembers.size();
+  return (isSweep ? degrees : std::remainder(degrees, 360.0)) * kRadians;
+}
+
 }  // namespace
 
 template <class R>
@@ -197,7 +207,7 @@ std::optional<Region> parseRegion(std::string_view text) {
   for (size_t i = 0; i < parts.size(); ++i) {
     const std::optional<double> value = parseNumber(parts[i]);
     if (!value || std::fabs(*value) > kMaxNumber) return std::nullopt;
-    region.*Kind<R>::kMembers[i] = static_cast<float>(isAngle<R>(i) ? *value * kRadians : *value);
+    region.*Kind<R>::kMembers[i] = static_cast<float>(isAngle<R>(i) ? angleOf<R>(i, *value) : *value);
   }
   return region;
 }
@@ -255,7 +265,14 @@ float CaliperSettings::usedThreshold() const {
 }
 
 Caliper measure(const GreyImage& image, const Region& region, const CaliperSettings& settings) {
-  return std::visit([&](const auto& r) { return measureRegion(image, r, settings); }, region);
+  const Sides extent = sidesOf(region);
+  if (extent.width * extent.height > kMaxSamples && extent.width <= kMaxSide && extent.height <= kMaxSide) {
+    throw Failure(ExitStatus::kRefused, describe(region) + ": of " + fixed(extent.width * extent.height, 0) +
+                                            " samples; at most 100000000 are taken");
+  }
+  return searchRegion(region, settings, [&](const Region& where, const CaliperSettings& with) {
+    return std::visit([&](const auto& r) { return measureRegion(image, r, with); }, where);
+  });
 }
 
 std::vector<Caliper> measureAll(const GreyImage& image, const std::vector<Region>& regions,

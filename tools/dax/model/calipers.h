@@ -42,7 +42,9 @@ struct CaliperSettings {
   std::optional<float> threshold;      // none: a step of 20 grey levels
   std::optional<float> expectedWidth;  // of pairs
   int32_t count = 10;
-  int32_t choice = 0;  // k: the k-th only
+  int32_t choice = 0;      // k: the k-th only
+  bool staircase = false;  // pairs of any two edges, those of one polarity too
+  bool fine = false;       // the mean of two samplings half a pixel apart
 
   // Peak response to a sharp step of one grey level.
   double stepResponse() const;

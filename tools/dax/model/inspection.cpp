@@ -1,5 +1,6 @@
 #include "model/inspection.h"
 
+#include <algorithm>
 #include <numeric>
 #include <string>
 
@@ -11,15 +12,54 @@
 namespace dax::tool {
 namespace {
 
-GreyImage threshold(const GreyImage& image, const Threshold& option, Inspection& result) {
+// Levels that the user gave, and that every picture has: a picture of 8 bits holds none above 255.
+void requireLevels(const Picture& picture, const DaxiThresholdBinCfg& cfg) {
+  const int open = cfg.method == DAXI_THRESHOLD_BAND && cfg.t2 == 65535 ? 0 : static_cast<int>(cfg.t2);
+  const int largest = std::max({static_cast<int>(cfg.t1), open, cfg.softLow, cfg.softHigh});
+  if (largest <= picture.maxValue) return;
+  throw Failure(ExitStatus::kUsage, "--threshold: " + std::to_string(largest) + " is not a grey level 0.." +
+                                        std::to_string(picture.maxValue) + " of this picture");
+}
+
+// A level or a band by the picture's own values; the library compares 8 bits only.
+GreyImage thresholdByValue(const Picture& picture, DaxiThresholdBinCfg cfg, Inspection& result) {
+  const bool isBand = cfg.method == DAXI_THRESHOLD_BAND;
+  result.low = static_cast<int>(cfg.t1);
+  result.high = isBand ? std::min(static_cast<int>(cfg.t2), picture.maxValue) : result.low;
+  const int last = isBand ? result.high : picture.maxValue;
+  GreyImage mask = makeGreyImage(picture.grey.size);
+  std::transform(picture.values.pixels.begin(), picture.values.pixels.end(), mask.pixels.begin(),
+                 [&](int v) { return static_cast<uint8_t>(v >= result.low && v <= last ? 255 : 0); });
+  return mask;
+}
+
+GreyImage thresholdByLevel(const Picture& picture, DaxiThresholdBinCfg cfg, Inspection& result) {
+  const auto toGrey = [&](int value) {
+    int level = 0;
+    while (level < 255 && picture.valueOf(level) < value) ++level;
+    return level;
+  };
+  cfg.t2 = std::min(cfg.t2, 255U);
+  cfg.softLow = toGrey(cfg.softLow);
+  cfg.softHigh = toGrey(cfg.softHigh);
+  const GreyImage& image = picture.grey;
   GreyImage mask = makeGreyImage(image.size);
-  check(DAXI_ThresholdBinV2_8u_C1R(image.pixels.data(), image.step(), mask.pixels.data(), mask.step(), image.size,
-                                   &option.cfg, &result.low, &result.high),
+  uint8_t low = 0, high = 0;
+  check(DAXI_ThresholdBinV2_8u_C1R(image.pixels.data(), image.step(), mask.pixels.data(), mask.step(), image.size, &cfg,
+                                   &low, &high),
         "threshold");
+  result.low = picture.valueOf(low);
+  result.high = picture.valueOf(high);
+  return mask;
+}
+
+GreyImage threshold(const Picture& picture, const Threshold& option, Inspection& result) {
+  requireLevels(picture, option.cfg);
+  const bool isByValue = option.cfg.method == DAXI_THRESHOLD_SINGLE || option.cfg.method == DAXI_THRESHOLD_BAND;
+  GreyImage mask =
+      (picture.hasValues() && isByValue ? thresholdByValue : thresholdByLevel)(picture, option.cfg, result);
   if (option.invert) {
-    check(DAXI_ThresholdBin_0to255_8u_C1R_NEON(mask.pixels.data(), mask.step(), mask.pixels.data(), mask.step(),
-                                               mask.size),
-          "inversion");
+    for (uint8_t& pixel : mask.pixels) pixel = static_cast<uint8_t>(255 - pixel);
   }
   return mask;
 }
@@ -61,12 +101,13 @@ class Labelling {
   const DaxiDomainList* domains_ = nullptr;
 };
 
-Labelling label(const GreyImage& image, const InspectionSettings& settings, StageTimes& times, Inspection& result) {
+Labelling label(const Picture& picture, const InspectionSettings& settings, StageTimes& times, Inspection& result) {
   const int connectivity = settings.connectivity;
   if (settings.byClass) {
-    return times.measure(Stage::kLabel, [&] { return Labelling(image, connectivity, kByClass); });
+    return times.measure(Stage::kLabel, [&] { return Labelling(picture.grey, connectivity, kByClass); });
   }
-  const GreyImage mask = times.measure(Stage::kThreshold, [&] { return threshold(image, settings.threshold, result); });
+  const GreyImage mask =
+      times.measure(Stage::kThreshold, [&] { return threshold(picture, settings.threshold, result); });
   return times.measure(Stage::kLabel, [&] { return Labelling(mask, connectivity, kOfMask); });
 }
 
@@ -95,13 +136,17 @@ void StageTimes::add(const StageTimes& other) {
   for (size_t i = 0; i < seconds_.size(); ++i) seconds_[i] += other.seconds_[i];
 }
 
-Inspection inspect(const GreyImage& image, const InspectionSettings& settings, const Workers& workers,
+Inspection inspect(const Picture& picture, const InspectionSettings& settings, const Workers& workers,
                    StageTimes& times) {
+  const GreyImage& image = picture.grey;
   Inspection result;
   result.size = image.size;
+  result.depth = picture.depth();
+  result.levels = picture.levels;
+  result.note = picture.note();
   result.scored = isScored(settings.select.common);
   const BlobSelectV4Cfg cfg = withMask(settings, image.size);
-  const Labelling labelling = label(image, settings, times, result);
+  const Labelling labelling = label(picture, settings, times, result);
   const DaxiDomainList& domains = labelling.domains();
   result.regions = _DAXI_DomainCount(&domains);
   times.measure(Stage::kSelect, [&] {

@@ -5,17 +5,19 @@
 #include <chrono>
 #include <cstdint>
 #include <memory>
+#include <optional>
+#include <string>
 #include <vector>
 
 #include "command/threshold_option.h"
-#include "io/grey_image.h"
+#include "io/picture.h"
 #include "model/selection.h"
 #include "scene/contour.h"
 
 namespace dax::tool {
 
-enum class Stage { kRead, kGrey, kThreshold, kLabel, kSelect, kDraw };
-inline constexpr std::array kStageNames = {"read", "grey", "threshold", "label", "select", "draw"};
+enum class Stage { kRead, kThreshold, kLabel, kSelect, kDraw };
+inline constexpr std::array kStageNames = {"read", "threshold", "label", "select", "draw"};
 
 // Seconds by stage.
 class StageTimes {
@@ -46,6 +48,8 @@ class StageTimes {
 
 struct InspectionSettings {
   Threshold threshold{};
+  std::string thresholdText = "otsu";  // as on the command line
+  std::optional<Levels> levels;
   int connectivity = 8;
   bool byClass = false;  // the grey value is the class: no threshold
   BlobSelectV4Cfg select{};
@@ -56,8 +60,11 @@ struct InspectionSettings {
 
 struct Inspection {
   DaxiSize size{};
-  uint8_t low = 0;  // levels that the threshold applied
-  uint8_t high = 0;
+  int depth = 8;
+  std::optional<Levels> levels;  // of the picture, that were taken as 0..255
+  std::string note;              // on how the picture was read
+  int low = 0;                   // levels that the threshold applied, in the picture's own depth
+  int high = 0;
   uint32_t regions = 0;         // before selection
   std::vector<BlobInfo> blobs;  // their domain pointers are not valid
   std::vector<Rejection> rejected;
@@ -66,7 +73,7 @@ struct Inspection {
 };
 
 // Throws Failure(kRefused) with the library's status text.
-Inspection inspect(const GreyImage& image, const InspectionSettings& settings, const Workers& workers,
+Inspection inspect(const Picture& picture, const InspectionSettings& settings, const Workers& workers,
                    StageTimes& times);
 
 }  // namespace dax::tool

@@ -17,12 +17,12 @@ double directionOf(const LineSettings& settings) {
   return std::atan2(double{settings.to.y} - settings.from.y, double{settings.to.x} - settings.from.x);
 }
 
-LineFitCfg cfgFor(const LineSettings& settings, size_t points) {
+LineFitCfg cfgFor(const LineSettings& settings) {
   LineFitCfg cfg = {};
   cfg.initMethod = settings.init;
   cfg.weightFunction = settings.weights;
   cfg.maxIterations = kMaxRounds;
-  cfg.maxRejected = settings.rejected.value_or(static_cast<int32_t>(points / 5));
+  cfg.maxRejected = settings.rejected;
   cfg.distanceThreshold = settings.distance;
   cfg.angleConstraint = settings.tolerance ? 1 : 0;
   cfg.expectedAngle = static_cast<float>(directionOf(settings));
@@ -62,12 +62,12 @@ FittedLine fitLine(const std::vector<Caliper>& calipers, const LineSettings& set
     fitted.points.push_back({i, points.back(), 0, 0, false});
   }
   if (points.size() < 2) {
-    throw Failure(ExitStatus::kRefused,
+    throw Failure(ExitStatus::kNotFound,
                   "line: edges in " + std::to_string(points.size()) + " of " + std::to_string(calipers.size()) +
                       " calipers, which make no line (try a lower --threshold or a greater --length)");
   }
   const auto n = static_cast<int32_t>(points.size());
-  const LineFitCfg cfg = cfgFor(settings, points.size());
+  const LineFitCfg cfg = cfgFor(settings);
   if (cfg.maxRejected > n - 2) {
     throw Failure(ExitStatus::kRefused, "line: --reject " + std::to_string(cfg.maxRejected) +
                                             " leaves less than 2 of " + std::to_string(n) + " edges");
@@ -80,19 +80,25 @@ FittedLine fitLine(const std::vector<Caliper>& calipers, const LineSettings& set
   float rms;
   const DaxStatus status =
       DAXI_LineFitRegre_32f(points.data(), n, &cfg, &fitted.line, inliers.data(), weights.data(), &rms, buffer.get());
-  check(status, settings.tolerance ? "line fit (no line through the edges within --tolerance)" : "line fit");
+  if (status == DAX_STS_LEAST_SQUARES) {
+    throw Failure(ExitStatus::kNotFound,
+                  std::string("line: none through the edges") + (settings.tolerance ? " within --tolerance" : ""));
+  }
+  check(status, "line fit");
   fitted.degrees = directionNear(fitted.line, directionOf(settings)) * 180 / kPi;
   const DaxiLine& line = fitted.line;
-  double squares = 0;
+  double squares = 0, allSquares = 0;
   int inlierCount = 0;
   for (size_t i = 0; i < points.size(); ++i) {
     LinePoint& to = fitted.points[i];
     to.distance = double{line.a} * to.point.x + double{line.b} * to.point.y + line.c;
     to.weight = weights[i];
     to.inlier = inliers[i] != 0;
+    allSquares += to.distance * to.distance;
     squares += to.inlier ? to.distance * to.distance : 0;
     inlierCount += to.inlier;
   }
+  fitted.rmsOfAll = std::sqrt(allSquares / static_cast<double>(points.size()));
   fitted.rms = std::sqrt(squares / std::max(inlierCount, 1));
   return fitted;
 }

@@ -15,7 +15,7 @@ struct LineSettings {
   int32_t calipers = 20;
   double length = 40;               // of each caliper, across the line
   std::optional<double> breadth;    // along it; none: the distance between them, at most 15
-  std::optional<int32_t> rejected;  // none: a fifth of the edges
+  int32_t rejected = 0;             // worst edges that do not count
   std::optional<double> tolerance;  // degrees
   float distance = 3;
   int32_t init = DAXI_LINE_INIT_SOME_PAIRS;
@@ -36,12 +36,13 @@ struct LinePoint {
 
 struct FittedLine {
   DaxiLine line;
-  double rms;      // of the distances of its points; the library's own value includes the weights
-  double degrees;  // its direction, of the two the one nearer to that from `from` to `to`
+  double rms;       // of the distances of the points on it; the library's own value includes the weights
+  double rmsOfAll;  // of the distances of all points
+  double degrees;   // its direction, of the two the one nearer to that from `from` to `to`
   std::vector<LinePoint> points;
 };
 
-// Through the best edge of each caliper. Throws Failure(kRefused).
+// Through the best edge of each caliper. Throws Failure: kNotFound without a line, kRefused.
 FittedLine fitLine(const std::vector<Caliper>& calipers, const LineSettings& settings);
 
 }  // namespace dax::tool

@@ -25,9 +25,18 @@ Grey16Image toPicture(const RangeImage& image, int bias);
 // 255 where pixels are valid.
 GreyImage maskPicture(const RangeImage& image);
 
-// Projection along z: the highest point of each pixel is kept. Without a header the image covers the cloud with about
-// one point per pixel, and heights use the full 16 bits. Throws Failure(kRefused) if no point falls into the image or
-// the image is too large for a range file.
-RangeImage fromCloud(const Cloud& cloud, const std::optional<RangeHeader>& header);
+// What a projection did to the points.
+struct Projection {
+  bool resampled = false;  // they lie on no lattice of columns, rows and values
+  size_t hidden = 0;       // by higher points of the same pixel
+  size_t outside = 0;
+  double offsetLoss = 0;  // by rounding of the offset, in steps
+};
+
+// Projection along z: the highest point of each pixel is kept. Without a header the image takes the lattice of the
+// points, where they have one, as those of a range image do; else it covers the cloud with about one point per pixel,
+// and heights use the full 16 bits. Throws Failure(kRefused) if no point falls into the image or the image is too large
+// for a range file.
+RangeImage fromCloud(const Cloud& cloud, const std::optional<RangeHeader>& header, Projection& projection);
 
 }  // namespace dax::tool

@@ -112,10 +112,6 @@ Json toJson(const Caliper& caliper, const CaliperSettings& settings, bool profil
   return json;
 }
 
-Json imageJson(const std::string& file, DaxiSize size) {
-  return {{"file", file}, {"width", size.width}, {"height", size.height}};
-}
-
 WidthSpread spreadOf(const std::vector<Caliper>& calipers) {
   std::vector<double> widths;
   for (const Caliper& caliper : calipers) {

@@ -19,7 +19,6 @@ void writeEdges(std::ostream& out, const std::vector<Caliper>& calipers);
 void writePairs(std::ostream& out, const std::vector<Caliper>& calipers);
 
 nlohmann::ordered_json toJson(const Caliper& caliper, const CaliperSettings& settings, bool profile);
-nlohmann::ordered_json imageJson(const std::string& file, DaxiSize size);
 
 // Mean, standard deviation, minimum and maximum of the widths of each caliper's best pair.
 struct WidthSpread {

@@ -33,7 +33,7 @@ void writeLine(std::ostream& out, const FittedLine& fitted, size_t calipers) {
   const auto inliers = std::count_if(fitted.points.begin(), fitted.points.end(), [](auto& p) { return p.inlier; });
   out << calipers << (calipers == 1 ? " caliper, " : " calipers, ") << fitted.points.size() << " edges, " << inliers
       << " of them on the line\nline: " << equation(fitted.line) << ", direction " << fixed(fitted.degrees, 3)
-      << " degrees, rms " << fixed(fitted.rms, 3) << " px\n";
+      << " degrees, rms " << fixed(fitted.rms, 3) << " px, of all edges " << fixed(fitted.rmsOfAll, 3) << " px\n";
   std::vector<Fields> lines{{"caliper", "x", "y", "distance", "weight", "on the line"}};
   for (const LinePoint& p : fitted.points) {
     lines.push_back({std::to_string(p.caliper + 1), fixed(p.point.x, 3), fixed(p.point.y, 3), fixed(p.distance, 3),
@@ -43,9 +43,13 @@ void writeLine(std::ostream& out, const FittedLine& fitted, size_t calipers) {
 }
 
 nlohmann::ordered_json toJson(const FittedLine& fitted) {
-  nlohmann::ordered_json json{{"a", decimal(fitted.line.a)}, {"b", decimal(fitted.line.b)},
-                              {"c", decimal(fitted.line.c)}, {"degrees", fitted.degrees},
-                              {"rms", fitted.rms},           {"points", nlohmann::ordered_json::array()}};
+  nlohmann::ordered_json json{{"a", decimal(fitted.line.a)},
+                              {"b", decimal(fitted.line.b)},
+                              {"c", decimal(fitted.line.c)},
+                              {"degrees", fitted.degrees},
+                              {"rms", fitted.rms},
+                              {"rms_all", fitted.rmsOfAll},
+                              {"points", nlohmann::ordered_json::array()}};
   for (const LinePoint& p : fitted.points) {
     json["points"].push_back({{"caliper", p.caliper + 1},
                               {"x", decimal(p.point.x)},

@@ -5,6 +5,7 @@
 
 #include "base/columns.h"
 #include "base/text.h"
+#include "report/run_json.h"
 
 namespace dax::tool {
 namespace {
@@ -69,6 +70,9 @@ Json toJson(const Outcome& outcome, const InspectionSettings& settings) {
       settings.byClass
           ? Json()
           : Json{{"method", settings.threshold.name()}, {"low", inspection.low}, {"high", inspection.high}};
+  json["depth"] = inspection.depth;
+  json["levels"] = inspection.levels ? Json{inspection.levels->low, inspection.levels->high} : Json();
+  if (!inspection.note.empty()) json["note"] = inspection.note;
   json["regions"] = inspection.regions;
   json["blobs"] = Json::array();
   const std::vector<Feature> listed = features(settings);
@@ -158,7 +162,8 @@ void writeTable(std::ostream& out, const Listing& listing) {
 }
 
 void writeJson(std::ostream& out, const Listing& listing) {
-  Json json{{"images", Json::array()}};
+  Json json = runJson();
+  json["images"] = Json::array();
   for (const Outcome& outcome : listing.outcomes) json["images"].push_back(toJson(outcome, listing.settings));
   if (listing.truth) json["truth"] = listing.truth->json();
   out << json.dump(2) << '\n';

@@ -7,6 +7,7 @@
 
 #include "base/text.h"
 #include "dax3dpcl/range_calib.h"
+#include "report/run_json.h"
 
 namespace dax::tool {
 namespace {
@@ -79,13 +80,19 @@ std::string rangeInfoText(const RangeImage& image) {
   return text + "\n";
 }
 
-std::string rangeInfoJson(const RangeImage& image) {
+std::string rangeInfoJson(const std::string& file, const RangeImage& image) {
   const DAX3D_RANGE_V4& record = image.record();
   const Contents contents = countPixels(image);
   const auto vector = [](const DAX3D_VECTOR_32F& v) { return Json{v.x, v.y, v.z}; };
-  Json json = {{"width", image.size().width},   {"height", image.size().height},   {"type", record.type},
-               {"scale", vector(record.scale)}, {"offset", vector(record.offset)}, {"mask", !image.mask().empty()},
-               {"valid", contents.valid}};
+  Json json = runJson("of scale and offset");
+  json["file"] = file;
+  json.update(Json{{"width", image.size().width},
+                   {"height", image.size().height},
+                   {"type", record.type},
+                   {"scale", vector(record.scale)},
+                   {"offset", vector(record.offset)},
+                   {"mask", !image.mask().empty()},
+                   {"valid", contents.valid}});
   if (contents.valid > 0) json["values"] = {contents.min, contents.max};
   if (hasColour(record)) {
     const ZurImage& colour = record.colour.image;

@@ -8,6 +8,6 @@
 namespace dax::tool {
 
 std::string rangeInfoText(const RangeImage& image);
-std::string rangeInfoJson(const RangeImage& image);
+std::string rangeInfoJson(const std::string& file, const RangeImage& image);
 
 }  // namespace dax::tool
