@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
 """Looks at the built library from outside: what it exports, imports, needs, and which instructions it must not hold.
 
-usage: library_test.py LIBRARY EXPORTS.txt NM READELF OBJDUMP
+usage: library_test.py LIBRARY ARCHIVE EXPORTS.txt NM READELF OBJDUMP     ARCHIVE: the library's objects
 """
 import pathlib
 import re
@@ -9,7 +9,7 @@ import subprocess
 import sys
 import unittest
 
-library, exports, nm, readelf, objdump = sys.argv[1:6]
+library, archive, exports, nm, readelf, objdump = sys.argv[1:7]
 
 
 def run(*command):
@@ -49,6 +49,12 @@ class Library(unittest.TestCase):
         objects = re.findall(r" O (\.data|\.bss)\s+\S+\s+(?:\.hidden )?(\S+)$", run(objdump, "-t", library), re.M)
         names = {name for _, name in objects}
         self.assertLessEqual(names, {"__dso_handle", "completed.0", "__TMC_END__"})
+
+    def test_allocates_in_two_places(self):
+        """The public allocators, and models that the library owns; all other calls take memory of their callers."""
+        pattern = r"(\w+)\.cpp\.o:.* (?:malloc|calloc|realloc|\w*memalign|aligned_alloc|_Zn[wa]\w+)$"
+        callers = re.findall(pattern, run(nm, "-A", "--undefined-only", archive), re.M)
+        self.assertEqual(set(callers), {"memory", "blob_model"})
 
     def test_fuses_no_multiply_add(self):
         code = run(objdump, "-d", "--no-show-raw-insn", library)

@@ -222,25 +222,6 @@ TEST(MeanBands, SameResultForEveryNumberOfThreads) {
   }
 }
 
-TEST(MeanBands, SmallBufferOfOneThread) {
-  for (int32_t w = 1; w <= 64; ++w) {
-    const DaxiSize size{w, 3};
-    const auto src = noise<uint8_t>(size, Guard::after);
-    for (int32_t side = 1; side <= w; ++side) {
-      uint64_t bytes = 0;
-      ASSERT_EQ(DAXI_FilterMeanBufferSize_8u_V2(size, {side, 2}, &bytes), DAX_STS_OK);
-      GuardedBuffer<uint8_t> buffer(bytes, kGuards[side % 2]);
-      TestImage<uint8_t> dst(size), again(size);
-      for (auto [image, isa] : {std::pair{&dst, DAX_ISA_NEON}, {&again, DAX_ISA_PORTABLE}}) {
-        ASSERT_EQ(DAXI_FilterMean_8u_C1R_IS(src.data(), src.step(), image->data(), image->step(), size, {side, 2},
-                                            buffer.data(), isa),
-                  DAX_STS_OK);
-      }
-      ASSERT_TRUE(samePixels(dst, again));
-    }
-  }
-}
-
 TEST(MeanBands, PoolAndStatus) {
   const auto src = noise<uint8_t>({40, 10}, Guard::after), narrow = noise<uint8_t>({8, 10}, Guard::after);
   std::vector<uint8_t> buffer(4 * 40 * 10);

@@ -239,5 +239,48 @@ TEST(Lm, StepsGoThroughTheUpdate) {
   EXPECT_NEAR(Solve(problem, settings(1e-12)).x[0], goal, 1e-9);
 }
 
+// A buffer that is too small fails with a size that gets further, in a few steps, and less than the worst case does.
+TEST(Lm, SmallBuffers) {
+  LeastSquares problem{60, 59, Vector(60, 1.0),
+                       [](const double* x, double* r) {
+                         for (int i = 0; i < 59; ++i) r[i] = x[i] - 2 * x[i + 1];
+                       },
+                       [](const double*, int32_t i, int32_t j) { return i == j       ? 1
+                                                                        : j == i + 1 ? -2
+                                                                                     : 0; }};
+  const PrmtLmFunctions functions = functionsOf(118);
+  uint64_t bytes = 0, most = 0;
+  ASSERT_EQ(PRMT_LM_BufferSize_f64(60, 59, 118, &most), 0);
+  int32_t attempts = 0;
+  for (;; ++attempts) {
+    ASSERT_LE(attempts, 7);
+    GuardedBuffer<uint8_t> buffer(bytes);
+    Vector x = problem.start;
+    PrmtLmParam param = settings();
+    double rmse, norm;
+    const uint64_t had = bytes;
+    const int32_t status =
+        PRMT_LM_Process_f64(x.data(), 60, 59, &functions, &problem, &param, &rmse, &norm, buffer.data(), &bytes);
+    if (status == 0) break;
+    ASSERT_EQ(status, PRMT_STS_BUFFER_TOO_SMALL);
+    ASSERT_GT(bytes, had);
+    ASSERT_EQ(x, problem.start);
+  }
+  EXPECT_LT(bytes, most / 2);
+}
+
+TEST(Lm, JacobianWithoutRoom) {
+  LeastSquares problem = classicFunctions()[2].problem;
+  const PrmtLmFunctions functions = functionsOf(9);  // 10 are needed
+  std::vector<uint8_t> buffer(1 << 16);
+  uint64_t bytes = buffer.size();
+  PrmtLmParam param = settings();
+  double rmse, norm;
+  Vector x = problem.start;
+  EXPECT_EQ(PRMT_LM_Process_f64(x.data(), 4, 6, &functions, &problem, &param, &rmse, &norm, buffer.data(), &bytes),
+            PRMT_STS_FULL);
+  EXPECT_EQ(x, problem.start);
+}
+
 }  // namespace
 }  // namespace dax::test

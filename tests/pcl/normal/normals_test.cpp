@@ -142,19 +142,6 @@ TEST(Normals, OfAmbiguousSetsAreUnitVectors) {
   }
 }
 
-// Of a rod whose two small spreads are equal to the last bit: at right angles to it and to the coordinate axis farthest
-// from it.
-TEST(Normals, OfExactRods) {
-  for (const auto& [x, y, z, across] :
-       {std::tuple{0.125, 0.5, 0.75, 0}, {0.5, -0.125, 0.75, 1}, {-0.75, 0.5, 0.25, 2}, {1.0, 0.0, 0.0, 1}}) {
-    const Symmetric3<double> rod{1 + x * x, x * y, x * z, 1 + y * y, y * z, 1 + z * z};
-    const Vector3 axis = smallestAxis(rod, {1, 1, 1 + x * x + y * y + z * z});
-    EXPECT_NEAR(axis.x * axis.x + axis.y * axis.y + axis.z * axis.z, 1, 1e-15);
-    EXPECT_NEAR(axis.x * x + axis.y * y + axis.z * z, 0, 1e-15);
-    EXPECT_EQ((across == 0 ? axis.x : across == 1 ? axis.y : axis.z), 0);
-  }
-}
-
 // A cloud with its tree and all that an estimation needs, guarded.
 class Cloud {
  public:
