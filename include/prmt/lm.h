@@ -38,9 +38,10 @@
  *
  * The size queries return what is enough for any pattern. Sparse factors need far less; -32 reports how much.
  *
- * Checks, in order: a pointer null, those in `functions` included -> -21; n or m below 1, another count, the threshold
- * or a field of `cg` out of its range -> -26; buffer too small -> -32; in the queries a size beyond 64 bits -> -22. Then the status of a callback or
- * of a matrix operation; an energy at the start that is not finite -> -31; a pivot below 2.220446049250313e-16 -> -1.
+ * Checks, in order: a pointer null, those in `functions` included -> -21; n or m below 1, or another count, the threshold
+ * or a field of `cg` out of its range -> -26; buffer too small -> -32; in the queries a size beyond 64 bits -> -22. Then
+ * the status of a callback or of a matrix operation; an energy at the start that is not finite -> -31; a pivot below
+ * 2.220446049250313e-16 -> -1.
  * After the checks the two outputs are written; x only when the call succeeds.
  *
  * With verbose = 1 each iteration is printed to standard output. The solvers allocate nothing and are thread-safe on
