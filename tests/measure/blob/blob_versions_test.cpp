@@ -194,10 +194,15 @@ TEST(BlobSelectV2AndFast, AgreeWithTheFirst) {
   EXPECT_EQ(DAXI_BlobSelectV2_8u_C1R(empty.data(), 9, empty.size(), &nothing.list(), &run.result, &cfg, buffer.data()),
             DAX_STS_OK);
   EXPECT_EQ(run.result.count, 0u);
-  for (const BlobSelectCfg& bad : {config(0x2), config(0, DAXI_BLOB_KEY_BOX_WIDTH)}) {
+  const Image dot = picture({"#"});
+  const Scene one(dot);
+  Trial fast{one};
+  for (const auto& [flags, key] :
+       {std::pair{0x1, DAXI_BLOB_KEY_AREA}, {0x2, DAXI_BLOB_KEY_AREA}, {0x1, DAXI_BLOB_KEY_BOX_WIDTH}}) {
+    const BlobSelectCfg basic = config(static_cast<uint32_t>(flags), static_cast<uint32_t>(key));
     EXPECT_EQ(
-        DAXI_FastBlobSelect_8u_C1R(empty.data(), 9, empty.size(), &nothing.list(), 0, &run.result, &bad, buffer.data()),
-        DAX_STS_BAD_PARAM);
+        DAXI_FastBlobSelect_8u_C1R(dot.data(), 1, dot.size(), &one.list(), 1, &fast.result, &basic, buffer.data()),
+        flags == 0x1 && key == DAXI_BLOB_KEY_AREA ? DAX_STS_OK : DAX_STS_BAD_PARAM);
   }
 }
 
