@@ -111,6 +111,11 @@ TEST(BlobFeatures, OnePixel) {
   EXPECT_EQ(blob.boxX, 1);
   EXPECT_EQ(blob.boxWidth, 0);
   EXPECT_EQ(blob.centralBias, 0);
+  // Where the length is known before.
+  const Image dot = picture({"#"});
+  BlobSelectCfg cfg = config(DAXI_BLOB_BY_PERIMETER);
+  cfg.perimeter = {0, 9};
+  EXPECT_EQ(Scene(dot).select(cfg).at(0).circularity, 1);
 }
 
 // A bar at every angle: the long side first, the angle in its range, along the bar.

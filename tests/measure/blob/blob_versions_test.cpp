@@ -216,8 +216,9 @@ TEST(BlobSelectPool, SameBytesAsOneThread) {
     std::memset(static_cast<void*>(array.data()), 0x3C, array.size() * sizeof(BlobInfo));
     return array;
   };
-  for (const uint32_t key : {1u, 2u, 8u}) {
-    BlobSelectCfg cfg = config(0x5, key, 1 + key % 3);
+  for (const auto& [key, most] : {std::pair{1u, DAXI_BLOB_MAX_COUNT}, {2u, 150}, {8u, 1}, {8u, 700}}) {
+    BlobSelectCfg cfg = config(0x5, key, 1 + key % 2);
+    cfg.maxCount = most;
     cfg.area = {1, 40}, cfg.shortAxis = {0, 9}, cfg.areaWeight = 1;
     Trial one{scene, filled()}, many{scene, filled()};
     auto buffer = workBuffer([&](uint64_t* bytes) { return DAXI_BlobSelectV3BufferSize_8u_MT(one.size(), 5, bytes); });
@@ -277,6 +278,16 @@ TEST(BlobSort, AnyRecords) {
   }
 }
 
+TEST(BlobSort, KeysAndOrdersThatThereAre) {
+  BlobInfo blob = {};
+  for (const auto& [key, order] : {std::pair{1, 1}, {13, 3}, {0, 1}, {14, 1}, {1, 0}, {1, 4}}) {
+    EXPECT_EQ(DAXI_BlobSort(&blob, 1, static_cast<uint32_t>(key), static_cast<uint32_t>(order)),
+              key % 13 <= 1 && key > 0 && key < 14 && order % 4 > 0 ? DAX_STS_OK : DAX_STS_BAD_PARAM)
+        << key << ", " << order;
+  }
+  EXPECT_EQ(DAXI_BlobSort(&blob, -1, 1, 1), DAX_STS_BAD_PARAM);
+}
+
 TEST(BlobDraw, LabelsAndContours) {
   const Image image = picture({"####.#", "#..#..", "####.#", ".....#"});
   const Scene scene(image, 4);
@@ -295,16 +306,16 @@ TEST(BlobDraw, LabelsAndContours) {
   };
   EXPECT_EQ(rows(), (std::vector<std::string>{"1111.2", "1..1..", "1111.3", ".....3"}));
 
-  Image solid = picture({".....", ".###.", ".###.", ".###.", "....#"});
+  Image solid = picture({"#....", ".###.", ".###.", ".###.", "....#"});
   const Scene both(solid, 4);
   auto buffer = workBuffer([&](uint64_t* bytes) { return DAXI_BlobSelectBufferSize_8u(solid.size(), bytes); });
   const std::vector<BlobInfo> blobs = selectV3(both, config());
   ASSERT_EQ(
-      DAXI_BlobSelect_draw_blob_contour(solid.data(), 5, solid.size(), &both.list(), blobs.data(), 2, 7, buffer.data()),
+      DAXI_BlobSelect_draw_blob_contour(solid.data(), 5, solid.size(), &both.list(), blobs.data(), 3, 7, buffer.data()),
       DAX_STS_OK);
   for (int32_t y = 0; y < 5; ++y) {
     for (int32_t x = 0; x < 5; ++x) {
-      const bool inSquare = x >= 1 && x <= 3 && y >= 1 && y <= 3, centre = x == 2 && y == 2, dot = x == 4 && y == 4;
+      const bool inSquare = x >= 1 && x <= 3 && y >= 1 && y <= 3, centre = x == 2 && y == 2, dot = x == y && x % 4 == 0;
       EXPECT_EQ(solid.at(x, y), centre ? 255 : inSquare || dot ? 7 : 0);
     }
   }
