@@ -80,7 +80,7 @@ def comments_above(include):
 
 def contracts(include):
     """What the comment of each function says about each code, or the one that it shares or refers to, and about its header."""
-    own, table = comments(include), {}
+    own, table, parameters = comments(include), {}, parameters_of(include)
     for name in own:
         known = table[name] = {}
         for text in referred(own, name):
@@ -88,7 +88,42 @@ def contracts(include):
                 known.setdefault(code, [])
                 if clause not in known[code]:
                     known[code].append(clause)
+        if "Size" in name:  # queries refer to members of which they share few checks
+            mine = {code for code, _ in clauses(own[name][0])}
+            known.update({code: [text for each, text in clauses(own[name][0]) if each == code] for code in mine})
+        table[name] = {code: about(name, parameters[name], several) for code, several in known.items()}
     return table
+
+
+def parameters_of(include):
+    """{function: names of its parameters}."""
+    found = {}
+    for header in sorted(include.glob("*/*.h")):
+        for piece in PIECE.finditer(header.read_text()):
+            if piece["prototype"]:
+                name, rest = re.search(r"[ *]([A-Za-z_0-9]+)\((.*)\)", piece["prototype"], re.S).groups()
+                found[name] = set(re.findall(r"(\w+)(?:\[\])?(?:,|$)", rest))
+    return found
+
+
+VERSIONS = re.compile(r"(?:^|; )(V\d|C1IR|_IS): ")
+EMPTY = re.compile(r"(?:[Cc]hecks )?[Aa]s (?:above|DAX)|and _|(?:not|k to|else)$|a null pointer(?: gives)?$")
+
+
+def about(name, parameters, several):
+    """Of what comments say about a code what is about this function: clauses that refer to others say nothing, those about
+    null pointers name its parameters, and those about one of the versions are about that alone."""
+    kept = []
+    for clause in several:
+        parts = VERSIONS.split(clause)
+        kept += [parts[0]] if parts[0] else []
+        kept += [text for version, text in zip(parts[1::2], parts[2::2]) if version in name]
+    kept = [clause for clause in kept if not EMPTY.match(clause)] or several
+    named = [set(re.findall(r"\w+", clause)) & parameters for clause in kept if clause.endswith(" null")]
+    if any(named):
+        foreign = re.compile(r"\b(?:src|dst|cfg|buffer|result|points|region|regions|bytes|image|rms|line)\b")
+        kept = [clause for clause in kept if not clause.endswith(" null") or set(foreign.findall(clause)) <= parameters]
+    return kept or several
 
 
 WHOLE = re.compile(r"\b(?:in order|in this order)\b")

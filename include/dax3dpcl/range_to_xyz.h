@@ -49,7 +49,8 @@ DAX_API DaxStatus DAX3DPCL_PREP_CONVERT_Range2XYZ_32s32f(const DAX3DPCL_RANGE_MA
 DAX_API DaxStatus DAX3DPCL_PREP_CONVERT_Range2XYZ_32f32f(const DAX3DPCL_RANGE_MAP* map, void* buffer, int32_t organized,
                                                          float** points, DAX3DPCL_CLOUD_SIZE* size);
 
-/* As above, with a <= FLT_EPSILON, fx <= 0 or fy <= 0 -> 0x10000019 as the last check; b, cx and cy are not checked. */
+/* Checks as above, without the scales; the last check: a <= FLT_EPSILON, fx <= 0 or fy <= 0 -> 0x10000019. b, cx and cy
+ * are not checked. */
 DAX_API DaxStatus DAX3DPCL_PREP_CONVERT_Depth2XYZ_16s32f(const DAX3DPCL_RANGE_MAP* map, void* buffer, int32_t organized,
                                                          float** points, DAX3DPCL_CLOUD_SIZE* size);
 DAX_API DaxStatus DAX3DPCL_PREP_CONVERT_Depth2XYZ_32s32f(const DAX3DPCL_RANGE_MAP* map, void* buffer, int32_t organized,

@@ -162,6 +162,13 @@ def choice(name: str, value: str, values: dict[str, T]) -> T:
     return values[value]
 
 
+def within(name: str, value: Any, low: float, high: float = np.inf) -> None:
+    """Refuses a number outside low..high, and NaN."""
+    if not low <= value <= high:
+        limits = f"at least {low:g}" if high == np.inf else f"{low:g}..{high:g}"
+        raise ValueError(f"{name}: {value!r}, possible are {limits}" if high < np.inf else f"{name}: {value!r}, needed is {limits}")
+
+
 def pair(name: str, value: Any, form: str) -> tuple[Any, Any]:
     """Two numbers."""
     if not isinstance(value, (tuple, list, np.ndarray)) or len(value) != 2 or not all(isinstance(v, Real) for v in value):

@@ -4,12 +4,14 @@ import importlib
 import inspect
 import pathlib
 import pkgutil
+import re
 import runpy
 
 import numpy as np
 import pytest
 
 import dax
+from dax._contracts import CLAUSES
 from dax._library import version
 
 MODULES = [module.name for module in pkgutil.walk_packages(dax.__path__, "dax.") if "._" not in module.name]
@@ -46,6 +48,15 @@ def test_every_class_and_method_is_documented_and_typed():
             if inspect.isfunction(member) and not method.startswith("_"):
                 assert member.__doc__, f"{name}.{method}"
                 assert_typed(f"{name}.{method}", member)
+
+
+def test_clauses_are_about_their_function():
+    """What an error quotes says what failed, without looking at other functions."""
+    for function, codes in CLAUSES.items():
+        for several in codes.values():
+            for clause in several:
+                assert not re.search(r"as above|the same for|[Cc]hecks as|^and |^not$|V1:|V2:", clause), (function, clause)
+    assert CLAUSES["DAXI_CalipEdgeDetectBufferSize_8u"][0x10000014] == ["region or bytes null"]
 
 
 def test_version():

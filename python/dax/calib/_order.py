@@ -33,7 +33,7 @@ def dark_by_image(image: Array, corners: Grid) -> float:
 
 
 def _signs(rows: int, columns: int) -> NDArray[np.float64]:
-    return 1.0 - 2.0 * (np.indices((rows, columns)).sum(0) % 2)
+    return np.asarray(1.0 - 2.0 * (np.indices((rows, columns)).sum(0) % 2))
 
 
 def turns_to(corners: Grid, dark: float, rows: int, columns: int) -> int:
@@ -85,7 +85,7 @@ def spacing(corners: Grid) -> NDArray[np.float64]:
 def off_the_board(corners: Grid) -> NDArray[np.float64]:
     """(rows, columns): distance of each corner from a homography with a smooth lens: a cubic in the board's coordinates."""
     rows, columns = corners.shape[:2]
-    v, u = np.mgrid[-1 : 1 : rows * 1j, -1 : 1 : columns * 1j]
+    v, u = np.meshgrid(np.linspace(-1, 1, rows), np.linspace(-1, 1, columns), indexing="ij")
     flat, plane = corners.reshape(-1, 2).astype(float), np.stack([u, v, np.ones_like(u)], -1).reshape(-1, 3)
     scale = np.abs(flat - flat.mean(0)).max()
     target = (flat - flat.mean(0)) / scale

@@ -36,6 +36,7 @@ __all__ = [
 _MAX_CORNERS = 2048  # corners that detectors of boards of any size look at
 _NO_BOARD = 0x10000103
 _DARK = {"otsu": 0, "local-mean": 1}
+_DETECTORS: tuple[Literal["symmetry", "hessian"], ...] = ("symmetry", "hessian")
 _FILTERS = {"median": 1, "plain": 2}
 
 
@@ -112,12 +113,12 @@ def find_chessboard(
     src = source("image", image, BYTES)
     choice("dark", dark, _DARK)
     extent = (max(min(columns, rows), 2), max(columns, rows))
-    finders = {
-        "symmetry": lambda: find_checkerboards_by_symmetry(src.array, 16, extent=extent, pool=pool),
-        "hessian": lambda: find_checkerboards(src.array, 16, extent=extent),
-    }
-    for name, find in finders.items():
-        fitting = [each for each in find() if sorted(each.corners.shape[:2]) == sorted((rows, columns))]
+    for name in _DETECTORS:
+        if name == "symmetry":
+            found = find_checkerboards_by_symmetry(src.array, 16, extent=extent, pool=pool)
+        else:
+            found = find_checkerboards(src.array, 16, extent=extent)
+        fitting = [each for each in found if sorted(each.corners.shape[:2]) == sorted((rows, columns))]
         for board in fitting:
             corners = board.corners
             turns = _order.turns_to(corners, _order.dark_by_edges(corners, board.into_dark, board.into_light), rows, columns)
@@ -126,7 +127,7 @@ def find_chessboard(
                 corners = _refined(src.array, corners, _half_window(corners), 30, 1e-4, False)
             good = _good(src.array, corners)
             if good.mean() >= 0.5:
-                return Chessboard(corners, good, _order.is_ambiguous(columns, rows), name)  # type: ignore[arg-type]
+                return Chessboard(corners, good, _order.is_ambiguous(columns, rows), name)
     by_squares = _squares(src, columns, rows, dark, levels)
     if by_squares is None:
         return None
@@ -157,9 +158,9 @@ def _opened_mask(image: Array) -> Array:
     """0 where a picture is darker than around, 255 elsewhere, without dark specks that would join squares."""
     side = min(255, max(9, min(image.shape) // 8))
     dark = np.pad(image.astype(np.int16) < mean(image, side).astype(np.int16) - 3, 1)
-    for combine in (np.logical_and, np.logical_or):
-        parts = [np.roll(dark, (i, j), (0, 1)) for i in (-1, 0, 1) for j in (-1, 0, 1)]
-        dark = combine.reduce(parts)
+    for erodes in (True, False):
+        parts = np.stack([np.roll(dark, (i, j), (0, 1)) for i in (-1, 0, 1) for j in (-1, 0, 1)])
+        dark = parts.all(0) if erodes else parts.any(0)
     return np.where(dark[1:-1, 1:-1], 0, 255).astype(np.uint8)
 
 

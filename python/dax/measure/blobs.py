@@ -5,7 +5,7 @@ from typing import Any, Literal, Optional, Union
 import numpy as np
 from numpy.typing import ArrayLike, NDArray
 
-from .._arrays import BYTES, Array, Image, choice, instance, numbers, of_shape, pair, pointer, source, target
+from .._arrays import BYTES, Array, Image, choice, instance, numbers, of_shape, pair, pointer, source, target, within
 from .._interface import ffi
 from .._library import Fixed, buffer, call, function
 from .._records import view
@@ -223,6 +223,7 @@ def select_blobs(
     instance("labelling", labelling, Labelling, "a Labelling, made by dax.label")
     ranges = {name: arguments[name] for name in _FILTERS if arguments[name] is not None}
     key, direction = choice("sort", sort, _KEYS), choice("order", order, _ORDERS)
+    within("max_count", max_count, 1, _MAX_COUNT)
     if gray_mode and image is None:
         raise ValueError("gray_mode: needs the image")
     by_class = ranges.pop("area") if isinstance(area, dict) else None
@@ -246,12 +247,18 @@ def _configuration(
         low, high = pair(name, given, "(min, max); math.inf leaves the end open")
         if low > high:
             raise ValueError(f"{name}: {given!r}, the minimum is above the maximum")
+        if name in ("circularity", "rectangularity", "axis_ratio"):
+            high = 1 if high == np.inf else high
+            within(f"{name}: maximum", high, 0, 1)
+        if name not in ("box_angle", "rect_width", "rect_height"):
+            within(f"{name}: minimum", low, 0)
         flag, field = _FILTERS[name]
         cfg.flags |= flag
         getattr(cfg, field).min, getattr(cfg, field).max = low, high
     for name, weight in weights.items():
         if name not in ranges:
             raise ValueError(f"weights: {name!r} is not among the ranges given")
+        within(f"weights: {name}", weight, 0, 1)
         field = _FILTERS[name][1]
         if name.startswith(("box_", "rect_")):
             getattr(cfg, field).weight = weight

@@ -10,7 +10,7 @@ from typing import Any, Literal, NamedTuple, Optional, Sequence
 import numpy as np
 from numpy.typing import ArrayLike, NDArray
 
-from .._arrays import Array, choice, warn
+from .._arrays import Array, choice, warn, within
 from .._interface import ffi
 from .._table import Table
 from ..pool import Pool
@@ -280,6 +280,10 @@ def _configuration(
     ramps: dict[str, Optional[Ramp]],
     min_score: float,
 ) -> Any:
+    within("half_width", half_width, 1, 50)
+    within("max_count", max_count, 1)
+    within("threshold", threshold, 0)
+    within("min_score", min_score, 0)
     cfg = ffi.new(f"Caliper{kind}Cfg*")
     polarities = _POLARITIES if kind == "Edge" else _PAIR_POLARITIES
     cfg.projection, cfg.polarity = choice("along", along, ALONG), choice("polarity", polarity, polarities)
@@ -290,6 +294,8 @@ def _configuration(
         cfg.maxPairs, cfg.pairChoice = max_count, only
     active = {name: ramp for name, ramp in ramps.items() if ramp is not None} or {"contrast": _BY_CONTRAST}
     for name, (x0, x1, x2, low, high, falling) in active.items():
+        if not (x0 <= x1 <= x2 and 0 <= low <= high <= 1 and high > 0):
+            raise ValueError(f"{name}: needed are x0 <= x1 <= x2, 0 <= low <= high <= 1 and high above 0")
         cfg.scoreFlags |= _FLAGS[kind][name]
         setattr(cfg, name, {"mode": int(falling), "x0": x0, "x1": x1, "x2": x2, "y0": low, "y1": high})
     return cfg

@@ -4,7 +4,7 @@ from typing import Literal, NamedTuple, Optional
 import numpy as np
 from numpy.typing import ArrayLike, NDArray
 
-from .._arrays import choice, numbers, pair, pointer
+from .._arrays import choice, numbers, pair, pointer, within
 from .._interface import ffi
 from .._library import buffer, call
 
@@ -67,6 +67,9 @@ def fit_line(
     name = np.asarray(points).dtype.name
     call_suffix, query_suffix, ctype = _POINTS[name if name in _POINTS else "float32"]
     array = numbers("points", points, (None, 2), name if name in _POINTS else np.float32)
+    within("iterations", iterations, 1)
+    within("rejected", rejected, 0, max(len(array) - 2, 0))
+    within("threshold", threshold, 1.2e-7)
     cfg = ffi.new(
         "LineFitCfg*",
         {
@@ -80,6 +83,8 @@ def fit_line(
     )
     if angle is not None:
         cfg.expectedAngle, cfg.angleTolerance = pair("angle", angle, "(expected, tolerance) in radians")
+        within("angle: expected", angle[0], -np.pi, np.pi)
+        within("angle: tolerance", angle[1], 0, np.pi)
     line, rms = ffi.new("DaxiLine*"), ffi.new("float*")
     inliers, shares = np.zeros(len(array), np.uint8), np.zeros(len(array), np.float32)
     work = buffer(f"DAXI_LineFitRegreBufferSize_{query_suffix}", len(array))

@@ -71,8 +71,9 @@ def checked(region: Region, shape: tuple[int, ...]) -> Region:
 
 
 def _reduced(angle: float) -> float:
-    """Larger angles stay as they are, and are refused: they are degrees, probably."""
-    return math.remainder(angle, 2 * math.pi) if math.pi < abs(angle) <= 3 * math.pi else angle
+    if math.isfinite(angle) and abs(angle) > 3 * math.pi:
+        raise ValueError(f"angle: {angle:g} radians, more than a turn beyond -pi..pi; are these degrees?")
+    return math.remainder(angle, 2 * math.pi) if abs(angle) > math.pi and math.isfinite(angle) else angle
 
 
 def _sides(region: Region) -> tuple[float, float]:

@@ -5,7 +5,7 @@ from typing import NamedTuple, Union
 
 _TRAILER, _HEADER = struct.Struct("<II"), struct.Struct("<IIII")
 _WIDTH, _HEIGHT, _RANGE, _MASK, _COLOUR, _TYPE = 0xA5A53D01, 0xA5A53D02, 0x617D18DB, 0xA5A53D03, 0xA5A53D0B, 1
-_FIXED = {
+_FIXED: dict[int, tuple[str, tuple[int, ...]]] = {
     **{_WIDTH: ("width", (4,)), _HEIGHT: ("height", (4,)), _TYPE: ("type", (4,))},
     **{0xA5A53D07: ("scale", (12,)), 0xA5A53D08: ("offset", (12,)), 2: ("calibration", (140, 280))},
 }
@@ -38,7 +38,8 @@ def read_chunks(path: Union[str, bytes]) -> list[Chunk]:
 def wrong_chunks(chunks: list[Chunk]) -> list[str]:
     """Which parts do not have the size that they should have. Of several sides the last in the file counts, of others the
     first."""
-    faults, sides = [], {}
+    faults: list[str] = []
+    sides: dict[int, int] = {}
     for tag, size, start in chunks:
         name, sizes = _FIXED.get(tag, ("", (size,)))
         if size not in sizes:

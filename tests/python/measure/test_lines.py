@@ -43,8 +43,8 @@ def test_impossible_lines():
     with pytest.raises(dax.Error, match="DAXI_LineFitRegre_32f") as failure:
         dax.fit_line(diagonal, angle=(0, 0.1))
     assert failure.value.status == 0x10000038
-    for wrong in ({"rejected": 9}, {"iterations": 0}):
-        with pytest.raises(dax.Error):
+    for wrong in ({"rejected": 9}, {"iterations": 0}, {"threshold": math.nan}, {"angle": (9, 1)}):
+        with pytest.raises(ValueError, match=f"{next(iter(wrong))}: "):
             dax.fit_line(diagonal, **wrong)
     with pytest.raises(dax.Error, match="no initial line"):
         dax.fit_line([[0, 0], [1, 5], [2, 2], [3, 9]], threshold=1e-3)

@@ -1,5 +1,6 @@
 """Range images: there and back through files, and to points by NumPy's arithmetic."""
 import os
+import struct
 
 import numpy as np
 import pytest
@@ -90,6 +91,31 @@ def test_files_that_are_none(rng, tmp_path):
         dax.write_range(path, dax.RangeImage(np.ones((2, 2))))
     with pytest.raises(ValueError, match="mask"):
         dax.write_range(path, dax.RangeImage(np.ones((2, 2), np.int16), np.ones((2, 3), np.uint8)))
+
+
+def test_parts_of_a_wrong_size(tmp_path):
+    """What is short, and by how much."""
+    image = dax.RangeImage(np.zeros((3, 4), np.int16), np.ones((3, 4), np.uint8), colour=np.zeros((3, 4, 3), np.uint8))
+    dax.write_range(tmp_path / "whole", image)
+    whole = (tmp_path / "whole").read_bytes()
+    parts, end = [], len(whole)
+    while end:
+        tag, size = struct.unpack("<II", whole[end - 8 : end])
+        parts.insert(0, (tag, whole[end - 8 - size : end - 8]))
+        end -= 8 + size
+    assert len(parts) == 9
+    for tag, payload, match in (
+        (0xA5A53D03, b"m" * 5, "mask: 5 bytes, needed are 12"),
+        (0xA5A53D0B, struct.pack("<IIII", 0, 32767, 32767, 201) + b"c" * 3, "colour of 32767 x 32767 .* 3 bytes, needed are"),
+        (0xA5A53D0B, b"short", "colour has 5 bytes"),
+        (0x617D18DB, b"v" * 26, "range values: 26 bytes, needed are 24"),
+        (0xA5A53D07, b"s" * 8, "scale has 8 bytes, needed are 12"),
+    ):
+        changed = [(each, payload if each == tag else old) for each, old in parts]
+        path = tmp_path / "changed"
+        path.write_bytes(b"".join(data + struct.pack("<II", each, len(data)) for each, data in changed))
+        with pytest.raises(ValueError, match=match):
+            dax.read_range(path)
 
 
 def test_depth_cameras():
