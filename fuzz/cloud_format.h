@@ -32,7 +32,9 @@ inline void expectRoundTrip(const uint8_t* data, size_t size, CloudReader read, 
   require(std::all_of(cloud.normals.begin(), cloud.normals.end(), finite));
   for (const bool text : {false, true}) {
     const tool::Cloud back = read(write(cloud, text));
-    require(back.points == cloud.points && back.normals == cloud.normals && back.dropped == 0);
+    require(back.size() == cloud.size() && back.normals == cloud.normals && back.dropped == 0);
+    // Sums of an origin and floats are rounded.
+    require(cloud.isShifted() || back.points == cloud.points);
   }
 }
 
@@ -40,7 +42,8 @@ inline void expectRoundTrip(const uint8_t* data, size_t size, CloudReader read, 
 template <class Write>
 std::vector<Seed> cloudSeeds(Write write) {
   std::vector<Seed> all;
-  tool::Cloud cloud = {{1, 2, 3, -4.5f, 0, 1e-7f, 7, 8, 9e9f}, {}, 0};
+  tool::Cloud cloud;
+  cloud.points = {1, 2, 3, -4.5f, 0, 1e-7f, 7, 8, 9e9f};
   for (const char* const name : {"points", "normals"}) {
     if (name[0] == 'n') cloud.normals = {0, 0, 1, 0, 1, 0, 0, 0.5f, 0, -1, 0, 0.25f};
     for (const bool text : {false, true})

@@ -4,7 +4,9 @@
 #include "fuzz/seeds.h"
 
 std::vector<dax::fuzz::Seed> dax::fuzz::seeds() {
-  std::vector<Seed> all = cloudSeeds(tool::writePly);
+  std::vector<Seed> all = cloudSeeds([](const tool::Cloud& cloud, bool text) {
+    return tool::writePly(cloud, {text, false, false});
+  });
   all.push_back({"types",
                  "ply\r\nformat ascii 1.0\ncomment c\nelement vertex 2\nproperty uchar red\n"
                  "property double x\nproperty short y\nproperty int z\nelement face 1\n"
