@@ -18,6 +18,7 @@
 namespace dax::test {
 
 namespace fs = std::filesystem;
+using oracle::packed;
 
 enum Tag : uint32_t {
   type = 1,

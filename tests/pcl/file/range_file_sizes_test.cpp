@@ -7,7 +7,6 @@ namespace dax::test {
 namespace {
 
 using oracle::chunk;
-using oracle::packed;
 
 // Memory beyond a short payload is 0 where it is new, and not touched where the record has it; sides of a gigabyte of
 // colour behind one byte commit no memory.

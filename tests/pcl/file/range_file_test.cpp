@@ -13,7 +13,6 @@ namespace dax::test {
 namespace {
 
 using oracle::chunk;
-using oracle::packed;
 using oracle::payloadOf;
 
 // What the writers should write.
