@@ -88,7 +88,7 @@ std::string bytesOf(const std::vector<T>& values) {
 }
 
 inline std::string colourPayload(uint32_t w, uint32_t h, uint32_t format, const std::string& pixels) {
-  return packed(uint32_t{0}, w, h, format) + pixels;
+  return oracle::packed(uint32_t{0}, w, h, format) + pixels;
 }
 
 }  // namespace dax::test
