@@ -107,7 +107,7 @@ def parameters_of(include):
 
 
 VERSIONS = re.compile(r"(?:^|; )(V\d|C1IR|_IS): ")
-EMPTY = re.compile(r"(?:[Cc]hecks )?[Aa]s (?:above|DAX)|and _|(?:not|k to|else)$|a null pointer(?: gives)?$")
+EMPTY = re.compile(r"(?:[Cc]hecks )?[Aa]s (?:above|DAX)|and _|(?:not|k to|else)$")
 
 
 def about(name, parameters, several):
@@ -118,7 +118,7 @@ def about(name, parameters, several):
         parts = VERSIONS.split(clause)
         kept += [parts[0]] if parts[0] else []
         kept += [text for version, text in zip(parts[1::2], parts[2::2]) if version in name]
-    kept = [clause for clause in kept if not EMPTY.match(clause)] or several
+    kept = [re.sub(r"^then | gives$", "", clause) for clause in kept if not EMPTY.match(clause)] or several
     named = [set(re.findall(r"\w+", clause)) & parameters for clause in kept if clause.endswith(" null")]
     if any(named):
         foreign = re.compile(r"\b(?:src|dst|cfg|buffer|result|points|region|regions|bytes|image|rms|line)\b")

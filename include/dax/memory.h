@@ -97,11 +97,11 @@ DAX_API DaxStatus DAX_FreeMemTabV3(DaxMemTabEntryV3* table, int32_t count);
 DAX_API DaxStatus DAX_CheckMemTabV3(const DaxMemTabEntryV3* table, int32_t count, uint32_t alignment);
 
 /* Allocates every entry, those of size 0 included, through the host. The request is a copy of the entry as it stands,
- * its pointers included, with the host's context; a callback that leaves request->base alone leaves what the entry held.
- * Table null -> 0x10000014; count below 1 -> 0x10000019; allocator or its allocate function null -> 0x10000014; then per
- * entry: kind other than 1 -> 0x1000002b, and the entry is unchanged; the callback's non-zero status is returned, and
- * both pointers of the entry are set to null. Earlier entries stay allocated, later ones keep what they hold: ZERO A
- * TABLE BEFORE ITS FIRST USE. */
+ * its pointers included, with the host's context; a callback that leaves request->base alone leaves what the entry
+ * held. Table null -> 0x10000014; count below 1 -> 0x10000019; allocator or its allocate function null -> 0x10000014;
+ * then per entry: kind other than 1 -> 0x1000002b, and the entry is unchanged; the callback's non-zero status is
+ * returned, and both pointers of the entry are set to null. Earlier entries stay allocated, later ones keep what they
+ * hold: ZERO A TABLE BEFORE ITS FIRST USE. */
 DAX_API DaxStatus DAX_AllocCpuMemTabV3(DaxMemTabEntryV3* table, int32_t count, const DaxHostAllocator* allocator);
 
 /* Frees every entry that has a base through the host and clears its size, base and second. Table null -> 0x10000014;

@@ -53,8 +53,8 @@ enum {
 DAX_API DaxStatus DAX_ZurStatusToDaxAlgStatus(int32_t zurStatus);
 
 /* One English sentence fragment for a status ("row step smaller than a row"); never null, valid for the life of the
- * process. Knows the small negative codes of the platform layer and of the solvers too, cast to DaxStatus; a code of two
- * causes names both. Codes without an entry give "unknown status". Thread-safe. */
+ * process. Knows the small negative codes of the platform layer and of the solvers too, cast to DaxStatus; a code of
+ * two causes names both. Codes without an entry give "unknown status". Thread-safe. */
 DAX_API const char* DAX_GetStatusText(DaxStatus status);
 
 DAX_END_DECLS

@@ -1,5 +1,6 @@
-/* The host's thread pool. The number of threads that an _MT member is given is the number of its tiles and of the slices
- * of its work buffer: any number works with any pool, and the pool's own (DAX_THREADPOOL_GetThreadsCnt) is the best.
+/* The host's thread pool. The number of threads that an _MT member is given is the number of its tiles and of the
+ * slices of its work buffer: any number works with any pool, and the pool's own (DAX_THREADPOOL_GetThreadsCnt) is the
+ * best.
  *
  * The library owns no threads. Its _MT members hand tiles of rows or indices to the two functions below, which the host
  * exports. Both are weak imports: in a host without them every _MT member runs single-threaded, with the same result.
@@ -13,7 +14,8 @@ DAX_BEGIN_DECLS
 
 /* One tile of work, run by the host. `context` goes through unchanged; `first` is the index at which the tile starts;
  * `bound` may be the tile's end or its length (library tiles ignore it); `worker` is the index of the thread in
- * the pool (library tiles ignore it: they take their slices by tile). A host returns the first non-zero status that a tile gave it. */
+ * the pool (library tiles ignore it: they take their slices by tile). A host returns the first non-zero status that a
+ * tile gave it. */
 typedef DaxStatus (*DaxTileFunction)(void* context, uint32_t first, int32_t bound, uint32_t worker);
 
 /* Exported by the host. Runs `tile` once for each tile of [0, total) cut into consecutive pieces of `tileSize` (the

@@ -61,8 +61,8 @@ DAX_API DaxStatus DAX3DPCL_SEARCH_KDTREE_KNearestSearch_V2(const DAX3DPCL_KDTREE
 /* The points nearer than `radius` to one query, in single precision: squared distance < radius * radius. Only the first
  * three coordinates count (in a plane or on a line: all).
  *
- * THE FIRST maxResults POINTS IN ORDER OF VISIT ARE WRITTEN, NOT THE NEAREST, and unsorted; *count receives their number.
- * A count of maxResults may mean that there are more: ask again with more room. Later entries are not written.
+ * THE FIRST maxResults POINTS IN ORDER OF VISIT ARE WRITTEN, NOT THE NEAREST, and unsorted; *count receives their
+ * number. A count of maxResults may mean that there are more: ask again with more room. Later entries are not written.
  * WITH radius * radius < FLT_EPSILON NOTHING IS FOUND (radius below 3.45e-4, and small negative ones), not even a point
  * equal to the query: scale such clouds and the radius up by a power of two, which keeps the bits of distances.
  *

@@ -55,18 +55,19 @@ DAX_API DaxStatus DAX3DPCL_UTILS_WRITE_RANGE_V4(const char* path, const DAX3D_RA
 DAX_API DaxStatus DAX3DPCL_UTILS_WRITE_RANGE_V4_V2(const char* path, const DAX3D_RANGE_V4* record);
 
 /* Reads a file into a record, which must be zeroed or valid. A FILE SHORT OF MASK OR COLOUR IS READ WITHOUT A SIGN: the
- * pixels beyond a payload are 0 in new memory and unchanged in memory that the record has. Compare the sizes in the file
- * where that matters.
+ * pixels beyond a payload are 0 in new memory and unchanged in memory that the record has. Compare the sizes in the
+ * file where that matters.
  *
- * Memory that the record owns is used as it is and must be large enough for the file: step * height elements of its slot,
- * of two bytes for format 3. Missing memory is allocated and released with ZUR_Free; pages beyond the payload are not
- * committed. Parts of the record without a chunk in the file are unchanged; unknown tags are skipped.
+ * Memory that the record owns is used as it is and must be large enough for the file: step * height elements of its
+ * slot, of two bytes for format 3. Missing memory is allocated and released with ZUR_Free; pages beyond the payload are
+ * not committed. Parts of the record without a chunk in the file are unchanged; unknown tags are skipped.
  *
  * Chunks are visited from the end of the file. Of several width or height chunks the first one visited counts, of all
- * others the last one. Width and height must be visited before range values; without pixels there is no memory. Afterwards
- * the range slot has format 3, the sides of the file and a step equal to the width, and so does the mask slot (format 1)
- * when the type is 0; with type 1 a mask of the file is read, but the image of the slot keeps its fields. Interleaved
- * colour may be longer than its image: all of it is read. A file too short for a trailer gives 0 and loads nothing.
+ * others the last one. Width and height must be visited before range values; without pixels there is no memory.
+ * Afterwards the range slot has format 3, the sides of the file and a step equal to the width, and so does the mask
+ * slot (format 1) when the type is 0; with type 1 a mask of the file is read, but the image of the slot keeps its
+ * fields. Interleaved colour may be longer than its image: all of it is read. A file too short for a trailer gives 0
+ * and loads nothing.
  *
  *   path or record null                                                   0x10000014
  *   file not opened                                                       0x10000025

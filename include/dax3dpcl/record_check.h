@@ -26,12 +26,12 @@ DAX_API DaxStatus DAX3DPCL_UTILS_Check_Box3d_32f(const float* box);
 DAX_API DaxStatus DAX3DPCL_UTILS_Check_Box3d_64f(const double* box);
 
 /* A rigid transform, 4 x 4 row-major. The products of every two columns of the rotation, and the squared norm of every
- * column less 1, lie in [-0.001, 0.001]. A reflection passes. Rotation not orthonormal: _32f -> 0x1000030e, rotation not
- * orthonormal: _64f -> 0x10000000. */
+ * column less 1, lie in [-0.001, 0.001]. A reflection passes. _32f: rotation not orthonormal -> 0x1000030e; _64f:
+ * rotation not orthonormal -> 0x10000000. */
 DAX_API DaxStatus DAX3DPCL_UTILS_Check_SE3_32f(const float* matrix);
 DAX_API DaxStatus DAX3DPCL_UTILS_Check_SE3_64f(const double* matrix);
 
-/* A transform close to the identity. First rotation not orthonormal: _32f -> 0x1000030e, rotation not orthonormal: _64f ->
+/* A transform close to the identity. _32f: rotation not orthonormal -> 0x1000030e; _64f: rotation not orthonormal ->
  * 0x10000000; then a diagonal element not within 0.001 of 1, or a translation not within 0.001 of 0 -> 0x10000000. The
  * differences of the _64f form are rounded to float. */
 DAX_API DaxStatus DAX3DPCL_UTILS_Check_EyeSE3_32f(const float* matrix);

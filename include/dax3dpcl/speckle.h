@@ -23,8 +23,8 @@ typedef struct DAX3DPCL_PIXEL {
 } DAX3DPCL_PIXEL;
 
 /* Work-buffer need, n = width * height: 4 * n, 8 * n and n bytes, each rounded up to a multiple of 128. Checks, in
- * order: bytes null -> 0x10000000, the general failure; a side < 1 -> 0x10000019; does not fit a signed 64-bit integer ->
- * 0x10000015. */
+ * order: bytes null -> 0x10000000, the general failure; a side < 1 -> 0x10000019; does not fit a signed 64-bit integer
+ * -> 0x10000015. */
 DAX_API DaxStatus DAX3DPCL_PREP_FILTER_Speckle_BufferSize(DaxiSize size, uint64_t* bytes);
 
 /* Checks, in order:

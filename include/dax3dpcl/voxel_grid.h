@@ -1,7 +1,7 @@
 /* Voxel-grid downsampling: one point for every occupied cell of a regular grid, the centroid of the cell's points.
  *
- * CENTROIDS ARE FLOAT SUMS, WHICH LOSE DIGITS FAR FROM THE ORIGIN: with n points in a cell at a coordinate x the error is up
- * to n |x| 2^-25. Greatest error of a coordinate, leaf 1:
+ * CENTROIDS ARE FLOAT SUMS, WHICH LOSE DIGITS FAR FROM THE ORIGIN: with n points in a cell at a coordinate x the error
+ * is up to n |x| 2^-25. Greatest error of a coordinate, leaf 1:
  *   |x|          100      1e4      1e5
  *   n = 10       1e-5     0.002    0.02
  *   n = 1000     1e-4     0.01     0.9

@@ -1,7 +1,7 @@
 /* Shape and grey values of blobs, beside the records of selection: holes, convexity, Feret diameters and others.
  *
- * All features are of the pixels of a domain as the labelling has them, lengths of pixel centres: a blob of one pixel has
- * diameters of 0. */
+ * All features are of the pixels of a domain as the labelling has them, lengths of pixel centres: a blob of one pixel
+ * has diameters of 0. */
 #ifndef DAXI_BLOB_SHAPE_H
 #define DAXI_BLOB_SHAPE_H
 

@@ -4,10 +4,10 @@
  * The profile is filtered with a derivative of a Gaussian. Local extrema of the response beyond a contrast threshold
  * are the edges, which are scored by criteria and ranked.
  *
- * THE COST IS THAT OF ALL SAMPLES, width' * height', WITHOUT A LIMIT: about a second for 1e8, hours for 1e7 by 1e7. Check the
- * sides of regions that come from elsewhere. A region that reaches beyond the image is sampled from repeated edge pixels.
- * STRIPES NARROWER THAN ABOUT 1.25 filterHalfWidth + 2 PIXELS READ TOO WIDE: 1 pixel reads 2.1 with half width 1, 2.3 with
- * 2 and 2.7 with 3; 3 pixels read 3.1 with 2 and 3.7 with 4.
+ * THE COST IS THAT OF ALL SAMPLES, width' * height', WITHOUT A LIMIT: about a second for 1e8, hours for 1e7 by 1e7.
+ * Check the sides of regions that come from elsewhere. A region that reaches beyond the image is sampled from repeated
+ * edge pixels. STRIPES NARROWER THAN ABOUT 1.25 filterHalfWidth + 2 PIXELS READ TOO WIDE: 1 pixel reads 2.1 with half
+ * width 1, 2.3 with 2 and 2.7 with 3; 3 pixels read 3.1 with 2 and 3.7 with 4.
  *
  * Regions. With round2(v) = floor(v + 0.5) and up to the next even number (no further for a height of 1), a region has
  *   width' = round2(width) columns and height' = round2(height) rows of samples, one pixel apart.

@@ -1,9 +1,9 @@
 /* Chessboard corners: the inner corners of a printed board of known size, in an 8-bit image. Refine them with
  * DAXI_ChessboardCornerGetSubpix_8u_C1R (chessboard_subpix.h).
  *
- * A BOARD OF TWO GREY VALUES IS NOT FOUND in the Otsu mode: its level sets every pixel (threshold.h). Smooth such a picture
- * first. The detectors of boards of any size (chessboard_sym.h, chessboard_hessian.h) find more boards, tilted and
- * blurred ones above all.
+ * A BOARD OF TWO GREY VALUES IS NOT FOUND in the Otsu mode: its level sets every pixel (threshold.h). Smooth such a
+ * picture first. The detectors of boards of any size (chessboard_sym.h, chessboard_hessian.h) find more boards, tilted
+ * and blurred ones above all.
  *
  * The image is binarised and eroded 1, 2, ... times, until its dark squares separate. Squares that touch corner to
  * corner are linked; a group of linked squares whose corners form exactly the requested grid is the board. A shared

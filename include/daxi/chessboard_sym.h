@@ -74,7 +74,8 @@ DAX_API DaxStatus DAXI_CheckerboardCornerSym_8u_C1RM(const uint8_t* src, int32_t
                                                      const CheckerboardSymCfg* cfg, void* buffer, void* pool);
 
 /* All boards, the one with the most corners first: boards[0 .. *boardCount - 1], their corners one after the other.
- * Boards beyond maxBoards are omitted. Checks as DAXI_CheckerboardCornerSym_8u_C1R; checked last: maxBoards < 1 -> 0x10000019. */
+ * Boards beyond maxBoards are omitted. Checks as DAXI_CheckerboardCornerSym_8u_C1R; checked last: maxBoards < 1 ->
+ * 0x10000019. */
 DAX_API DaxStatus DAXI_CheckerboardCornerSymMul_8u_C1R(const uint8_t* src, int32_t srcStep, DaxiSize size,
                                                        DaxiPoint32f* points, CheckerboardCorner* corners,
                                                        CheckerboardGrid* boards, int32_t maxBoards, int32_t* boardCount,

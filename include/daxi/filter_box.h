@@ -1,7 +1,7 @@
 /* Box filter: sums over square windows, clipped to the image.
  *
- * SUMS OF FLOATS LOSE DIGITS WITH THE SIZE OF THE IMAGE, NOT OF THE WINDOW. Grey values 0..255 evenly distributed, sums of
- * 9 x 9 pixels, greatest error in grey levels:
+ * SUMS OF FLOATS LOSE DIGITS WITH THE SIZE OF THE IMAGE, NOT OF THE WINDOW. Grey values 0..255 evenly distributed, sums
+ * of 9 x 9 pixels, greatest error in grey levels:
  *   640 x 480  0.2     1280 x 1024  0.4     2448 x 2048  0.9     5120 x 4096  2.1
  * The clipped mean in double precision (filter_mean.h) is below 1e-5.
  *

@@ -70,8 +70,9 @@ DAX_API DaxStatus DAXI_FilterMean_8u_C1R_IS(const uint8_t* src, int32_t srcStep,
                                             DaxiSize size, DaxiSize mask, void* buffer, int32_t isa);
 
 /* On the host's thread pool, in bands of ceil(height / threads) rows, where width >= 9, pool is not null, threads > 1
- * and threads * H <= height; else on the calling thread. `threads` is the number of bands, which has a slice of the buffer
- * each: any number works with any pool, and the result does not depend on it. Returns the status of the host's parallel-for, unchanged. */
+ * and threads * H <= height; else on the calling thread. `threads` is the number of bands, which has a slice of the
+ * buffer each: any number works with any pool, and the result does not depend on it. Returns the status of the host's
+ * parallel-for, unchanged. */
 DAX_API DaxStatus DAXI_FilterMean_8u_C1R_MT(const uint8_t* src, int32_t srcStep, uint8_t* dst, int32_t dstStep,
                                             DaxiSize size, DaxiSize mask, void* buffer, uint32_t threads, void* pool);
 
@@ -82,8 +83,8 @@ DAX_API DaxStatus DAXI_FilterMean_8u_C1R_MT(const uint8_t* src, int32_t srcStep,
  *                  truncating
  *   32f            sum / n in double precision, then rounded to single precision
  *   64f            sum / n
- * The sums are differences of sums from the corner of the image on: A NaN OR AN INFINITY MAKES ALL MEANS BELOW AND TO THE
- * RIGHT OF IT NaN, and a value of 1e20 leaves errors of 1e4 there.
+ * The sums are differences of sums from the corner of the image on: A NaN OR AN INFINITY MAKES ALL MEANS BELOW AND TO
+ * THE RIGHT OF IT NaN, and a value of 1e20 leaves errors of 1e4 there.
  *
  * Checks, in order:
  *   src null, size below 1 x 1, srcStep < width                           0x10000014, 0x1000001a, 0x1000001b

@@ -52,9 +52,9 @@ DAX_API DaxStatus DAXI_ThresholdBin_8u_C1R(const uint8_t* src, int32_t srcStep, 
 DAX_API DaxStatus DAXI_ThresholdBin_8u_C1R_IS(const uint8_t* src, int32_t srcStep, uint8_t* dst, int32_t dstStep,
                                               DaxiSize size, const DaxiThresholdBinCfg* cfg);
 
-/* As DAXI_ThresholdBin_8u_C1R. LOW AND HIGH ARE OUTPUTS: one byte is written through each, the levels that were applied:
- * the lower and the upper of the band or the ramp, twice the same for a single threshold and for Otsu, 0 and 255 for a
- * copy. One more check, the last: low or high null -> 0x10000014. */
+/* As DAXI_ThresholdBin_8u_C1R. LOW AND HIGH ARE OUTPUTS: one byte is written through each, the levels that were
+ * applied: the lower and the upper of the band or the ramp, twice the same for a single threshold and for Otsu, 0 and
+ * 255 for a copy. One more check, the last: low or high null -> 0x10000014. */
 DAX_API DaxStatus DAXI_ThresholdBinV2_8u_C1R(const uint8_t* src, int32_t srcStep, uint8_t* dst, int32_t dstStep,
                                              DaxiSize size, const DaxiThresholdBinCfg* cfg, uint8_t* low,
                                              uint8_t* high);

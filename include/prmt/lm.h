@@ -1,7 +1,8 @@
 /* Levenberg-Marquardt minimisation of E(x) = sum of r_i(x)^2 / 2 over n parameters, in five variants.
  *
- * THE SIZE QUERIES TAKE `elements` AFTER n AND m: the room in the sparse matrix, as in the callbacks' record, 0 for all.
- * BOTH OUTPUTS READ 0 WHEN NO STEP WAS ACCEPTED, which looks like a perfect fit: evaluate E at the x that is returned.
+ * THE SIZE QUERIES TAKE `elements` AFTER n AND m: the room in the sparse matrix, as in the callbacks' record, 0 for
+ * all. BOTH OUTPUTS READ 0 WHEN NO STEP WAS ACCEPTED, which looks like a perfect fit: evaluate E at the x that is
+ * returned.
  *
  *   PRMT_LM_Process_f64        residuals, sparse Jacobian   sparse Cholesky of J^T J + lambda I
  *   PRMT_LM_HUBER_Process_f64  the same                     the same, residuals weighted by the Huber function
@@ -38,11 +39,10 @@
  *
  * The size queries return what is enough for any pattern. Sparse factors need far less; -32 reports how much.
  *
- * Checks, in order: a pointer null, those in `functions` included -> -21; n or m below 1, or another count, the threshold
- * or a field of `cg` out of its range -> -26; buffer too small -> -32; in the queries a size beyond 64 bits -> -22. Then
- * the status of a callback or of a matrix operation; an energy at the start that is not finite -> -31; a pivot below
- * 2.220446049250313e-16 -> -1.
- * After the checks the two outputs are written; x only when the call succeeds.
+ * Checks, in order: a pointer null, those in `functions` included -> -21; n or m below 1, or another count, the
+ * threshold or a field of `cg` out of its range -> -26; buffer too small -> -32; in the queries a size beyond 64 bits
+ * -> -22. Then the status of a callback or of a matrix operation; an energy at the start that is not finite -> -31; a
+ * pivot below 2.220446049250313e-16 -> -1. After the checks the two outputs are written; x only when the call succeeds.
  *
  * With verbose = 1 each iteration is printed to standard output. The solvers allocate nothing and are thread-safe on
  * distinct data. Given the same values from the callbacks, they give the same bits on every machine. */

@@ -38,6 +38,7 @@ class ConjugateGradients : public ResidualSide {
 
 int32_t checkCg(const PrmtCgParam& cg) {
   DAX_REQUIRE(cg.tolerance >= 0 && cg.tolerance < 1 && cg.maxIterations >= 1, PRMT_STS_BAD_PARAM);
+  DAX_REQUIRE(cg.modelTolerance >= 0 && cg.modelTolerance <= 1, PRMT_STS_BAD_PARAM);
   DAX_REQUIRE(cg.blockSize >= 1 && cg.blockSize <= kMaxCgBlock, PRMT_STS_BAD_PARAM);
   return PRMT_STS_OK;
 }
@@ -51,7 +52,7 @@ int32_t PRMT_LM_CG_BufferSize_f64(int32_t n, int32_t m, int64_t elements, uint64
   dax::Arena arena(nullptr, 0);
   const dax::LmVectors vectors(arena, n);
   const PrmtLmFunctions functions{nullptr, nullptr, nullptr, elements};
-  const PrmtCgParam largest{0, 1, dax::kMaxCgBlock, 0};
+  const PrmtCgParam largest{0, 1, dax::kMaxCgBlock, 0, 0};
   const dax::ConjugateGradients problem(arena, n, m, functions, nullptr, largest);
   return dax::storeNeed(arena, bytes);
 }
@@ -61,7 +62,7 @@ int32_t PRMT_LM_CG_Process_f64(double* x, int32_t n, int32_t m, const PrmtLmFunc
                                uint64_t* bytes) {
   DAX_REQUIRE(cg, PRMT_STS_NULL_POINTER);
   PRMT_REQUIRE_OK(dax::checkArguments(x, n, m, functions, user, param, rmse, stepNorm, buffer, bytes));
-  const PrmtCgParam settings = cg->useDefaults == 1 ? PrmtCgParam{1e-8, 500, 1, 1} : *cg;
+  const PrmtCgParam settings = cg->useDefaults == 1 ? PrmtCgParam{1e-8, 500, 1, 1, 0.1} : *cg;
   PRMT_REQUIRE_OK(dax::checkCg(settings));
   dax::Arena arena(buffer, *bytes);
   const dax::LmVectors vectors(arena, n);

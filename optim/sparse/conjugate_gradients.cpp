@@ -74,6 +74,7 @@ int32_t PRMT_MSP_SolveLinCG_LM_Process_f64(const PrmtMsp* jacobian, double lambd
   dax::precondition(n, param->blockSize, work->blocks, r, work->scaled);
   std::copy_n(work->scaled, n, p);
   double slope = dax::dot(r, work->scaled, n);
+  double lowered = 0;  // the value of the quadratic model at the step, negated
   for (int32_t k = 0; k < param->maxIterations && !(PRM_MATRIX_VectorNorm_64f(r, n) <= goal); ++k) {
     dax::multiply(*jacobian, p, work->image);
     dax::multiplyTransposed(*jacobian, work->image, work->product);
@@ -85,6 +86,9 @@ int32_t PRMT_MSP_SolveLinCG_LM_Process_f64(const PrmtMsp* jacobian, double lambd
       step[i] += length * p[i];
       r[i] -= length * work->product[i];
     }
+    const double decrease = 0.5 * length * slope;
+    lowered += decrease;
+    if (param->modelTolerance > 0 && (k + 1) * decrease <= param->modelTolerance * lowered) break;
     dax::precondition(n, param->blockSize, work->blocks, r, work->scaled);
     const double following = dax::dot(r, work->scaled, n);
     const double turn = following / slope;

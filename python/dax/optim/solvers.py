@@ -41,13 +41,14 @@ def least_squares(
     cg_tolerance: float = 1e-8,
     cg_iterations: int = 500,
     cg_block: int = 1,
+    cg_model: float = 0.1,
 ) -> Solution:
     """Minimises half the sum of squared residuals.
 
     residuals(x): (m,) at x of (n,). jacobian(x): derivatives (m, n) as a dense array, a SparseMatrix, a SciPy sparse
     matrix, or a tuple of triplets (rows, columns, values); without it by forward differences of 1e-6. method: sparse
     Cholesky factors, or conjugate gradients for large problems, with blocks of cg_block parameters (1..16) as
-    preconditioner. huber: residuals above it count linearly. elements: most elements of the Jacobian, where that
+    preconditioner, which end when iteration k lowers the quadratic model by a share of at most cg_model / k. huber: residuals above it count linearly. elements: most elements of the Jacobian, where that
     changes; otherwise as many as at x0.
 
     >>> t = np.arange(5.0)
@@ -71,7 +72,7 @@ def least_squares(
         functions.jacobian = callbacks.matrix("PrmtJacobianFunction", lambda x, *_: derived(x), filler)
     variant, own = _variant(choice("method", method, {"cholesky": "", "cg": "CG_"}), huber)
     if variant == "CG_":
-        own = (ffi.new("PrmtCgParam*", (cg_tolerance, cg_iterations, cg_block, 0)),)
+        own = (ffi.new("PrmtCgParam*", (cg_tolerance, cg_iterations, cg_block, 0, cg_model)),)
     query = needed(f"PRMT_LM_{variant}BufferSize_f64", n, m, functions.elements) if n and m else 1
     name = f"PRMT_LM_{variant}Process_f64"
 

@@ -1,13 +1,14 @@
 """Point clouds: voxel grid, nearest neighbours, normals.
 
-A cloud is an (n, 3) array; other types than float32 are rounded to it.
+A cloud is an (n, 3) array; other types than float32 are rounded to it, with a warning where that moves points that lie far
+from the origin by more than a thousandth of their spacing.
 """
 from typing import Any, NamedTuple, Optional
 
 import numpy as np
 from numpy.typing import ArrayLike, NDArray
 
-from .._arrays import Array, numbers, pointer
+from .._arrays import Array, numbers, pointer, warn
 from .._interface import ffi
 from .._library import Fixed, buffer, call, memory, needed
 from ..pool import Pool, handle_of
@@ -29,7 +30,7 @@ def voxel_grid(points: ArrayLike, leaf: ArrayLike, box: Optional[ArrayLike] = No
     array([[0.  , 0.  , 0.25],
            [5.  , 5.  , 5.  ]], dtype=float32)
     """
-    cloud = numbers("points", points, (None, 3))
+    cloud = _rounded(points)
     sides = numbers("leaf", np.full(3, leaf) if np.ndim(leaf) == 0 else leaf, (3,))
     if box is None:
         finite = cloud[np.isfinite(cloud).all(1)]
@@ -42,6 +43,20 @@ def voxel_grid(points: ArrayLike, leaf: ArrayLike, box: Optional[ArrayLike] = No
     call("DAX3DPCL_PREP_SAMPLE_VoxelGrid", record, pointer(corners, "float"), found, result, work, *map(float, sides))
     count = found[0].count
     return np.frombuffer(ffi.buffer(found[0].points, 12 * count), np.float32).reshape(count, 3).copy()
+
+
+def _rounded(points: ArrayLike, columns: Optional[int] = 3) -> Array:
+    """Points in single precision; warns where their spacing is lost."""
+    cloud, given = numbers("points", points, (None, columns)), np.asarray(points)
+    if given.dtype != np.float32 and len(cloud) > 1:
+        with np.errstate(invalid="ignore", over="ignore"):
+            moved = np.abs(cloud - given)
+            extent = np.ptp(given[np.isfinite(given).all(1)], axis=0).max(initial=0) if cloud.shape[1] else 0
+        moved = moved[np.isfinite(moved)]
+        spacing = extent / np.sqrt(len(cloud))  # of points on a surface
+        if moved.size and moved.max() > 1e-3 * spacing:
+            warn(f"points: single precision moves them by {moved.max():.2g}: subtract one of them from all first")
+    return cloud
 
 
 class Neighbours(NamedTuple):
@@ -63,7 +78,7 @@ class KdTree(Fixed):
     """
 
     def __init__(self, points: ArrayLike, leaf_size: int = 10, compact: bool = False) -> None:
-        self.points = numbers("points", points, (None, None)).copy()
+        self.points = _rounded(points, None).copy()
         self.points.flags.writeable = False
         self.leaf_size, self.compact = leaf_size, compact
         shape = self.points.shape
@@ -243,7 +258,7 @@ def estimate_normals(
     >>> dax.estimate_normals(plane, viewpoint=(0, 0, 9)).normals[5]
     array([0., 0., 1.], dtype=float32)
     """
-    cloud = numbers("points", points, (None, 3))
+    cloud = _rounded(points)
     tree = buffer("DAX3DPCL_SEARCH_KDTREE_BufferSize", len(cloud), 3)
     record = ffi.cast("DAX3DPCL_KDTREE*", tree)
     work = buffer("DAX3DPCL_FEATURE_NORM_PCAEstimate_BufferSize", len(cloud), k)
@@ -266,7 +281,7 @@ def normal_of(points: ArrayLike) -> Optional[tuple[NDArray[np.float32], float]]:
     >>> abs(normal), curvature
     (array([0., 0., 1.], dtype=float32), 0.0)
     """
-    cloud = numbers("points", points, (None, 3))
+    cloud = _rounded(points)
     normal, estimated = ffi.new("DAX3DPCL_NORMAL*"), ffi.new("int32_t*")
     call("DAX3DPCL_FEATURE_NORM_Compute_32f", pointer(cloud, "float"), len(cloud), normal, estimated)
     if not estimated[0]:

@@ -31,7 +31,7 @@ TEST(Digests, LeastSquares) {
   int32_t user = 0;
   for (const int32_t variant : {0, 1, 2}) {
     PrmtLmParam param{1e-12, 0, 6, 1e-6, 0.01, 10, 0, 0};
-    PrmtCgParam cg{1e-10, 100, 4, 0};
+    PrmtCgParam cg{1e-10, 100, 4, 0, 0};
     std::vector<double> x(kN + 2);
     for (int32_t j = 0; j < kN; ++j) x[static_cast<size_t>(j)] = 0.1 * j - 2;
     double* const outputs = x.data() + kN;

@@ -138,7 +138,7 @@ Outcome run(Variant variant, LeastSquares& problem, const Options& options, Guar
   const PrmtLmFunctions functions = functionsOf();
   const PrmtLmHmspFunctions hmsp{callEnergy, callNormal, callUpdate, 0};
   const PrmtLmHblkFunctions hblk{callEnergy, fillBlocks, callUpdate, options.shape};
-  PrmtCgParam cg{1e-15, 1000, 3, 0};
+  PrmtCgParam cg{1e-15, 1000, 3, 0, 0};
   uint64_t bytes = 0;
   switch (variant) {
     case Variant::generic:

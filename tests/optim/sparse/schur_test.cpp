@@ -138,7 +138,8 @@ TEST(ConjugateGradients, SolveDampedNormalEquations) {
       Arena arena(room.data(), room.size());
       const PrmtCgWork work = take(arena);
       ASSERT_TRUE(factorBlocks(jacobian, lambda, block, work.blocks));
-      const PrmtCgParam exact{1e-14, 200, block, 0}, one{1e-14, 1, block, 0}, loose{0.9, 200, block, 0};
+      const PrmtCgParam exact{1e-14, 200, block, 0, 0}, one{1e-14, 1, block, 0, 0}, loose{0.9, 200, block, 0, 0},
+          modelled{0, 200, block, 0, 0.1};
       Vector step(kN, 77), first(kN), rough(kN);
       ASSERT_EQ(PRMT_MSP_SolveLinCG_LM_Process_f64(&jacobian, lambda, rhs.data(), &exact, &work, step.data()), 1);
       for (size_t j = 0; j < kN; ++j) EXPECT_NEAR(step[j], expected[j], 1e-10) << block;
@@ -147,6 +148,15 @@ TEST(ConjugateGradients, SolveDampedNormalEquations) {
       EXPECT_EQ(std::fabs(first[0] - expected[0]) < 1e-10, block >= kN);
       ASSERT_EQ(PRMT_MSP_SolveLinCG_LM_Process_f64(&jacobian, lambda, rhs.data(), &loose, &work, rough.data()), 1);
       EXPECT_EQ(std::fabs(rough[0] - expected[0]) < 1e-10, block >= kN);
+      // The model's rule ends between: most of the decrease -g^T d / 2 of the exact step is there.
+      ASSERT_EQ(PRMT_MSP_SolveLinCG_LM_Process_f64(&jacobian, lambda, rhs.data(), &modelled, &work, rough.data()), 1);
+      EXPECT_EQ(std::fabs(rough[0] - expected[0]) < 1e-10, block >= kN);
+      double whole = 0, part = 0;
+      for (size_t j = 0; j < kN; ++j) {
+        whole += rhs[j] * expected[j] / 2, part += rhs[j] * rough[j];
+        for (size_t k = 0; k < kN; ++k) part -= rough[j] * squares[j * kN + k] * rough[k] / 2;
+      }
+      EXPECT_TRUE(part > 0.8 * whole && part <= whole * (1 + 1e-12)) << part / whole;
     }
   }
   double blocks[16];

@@ -120,6 +120,17 @@ def test_normals_of_a_sphere(rng):
     assert curvature == pytest.approx(least[0][0] / least[0].sum(), rel=1e-3)
 
 
+def test_far_points_warn(rng, recwarn):
+    points = rng.uniform(size=(500, 3))
+    far = points + [450000.0, 5600000.0, 300.0]
+    for use in (dax.KdTree, dax.estimate_normals, dax.normal_of, lambda cloud: dax.voxel_grid(cloud, 0.1)):
+        use(points), use(points.astype(np.float32) + 1e6), use(far - far[0])
+        assert not recwarn.list
+        with pytest.warns(UserWarning, match="single precision moves them by 0.25: subtract"):
+            use(far)
+        recwarn.clear()
+
+
 def test_no_normals():
     line = np.stack([np.arange(9), np.zeros(9), np.zeros(9)], 1)
     assert dax.normal_of(line) is None
