@@ -69,7 +69,7 @@ def finish(figure, panel, path):
     panel.yaxis.set_major_formatter(ticker.FormatStrFormatter("%g"))
     panel.legend(loc="center left", bbox_to_anchor=(1, 0.5), frameon=False)
     figure.tight_layout()
-    figure.savefig(path, dpi=120, metadata={"Software": None})
+    figure.savefig(path, dpi=200, metadata={"Software": None})
     pyplot().close(figure)
 
 
@@ -114,3 +114,37 @@ def plot_growth(path, table):
     panel.set(xscale="log", yscale="log", xlabel=head[0], ylabel=unit)
     finish(figure, panel, path)
     return True
+
+
+def ratios(document):
+    """(heading of the family, ratios of instructions, ratios of times) for the tables of the page that have peers."""
+    for section in re.split(r"^## ", document, flags=re.M)[1:]:
+        both = ([], [])
+        for table in re.findall(r"^\| Operation.*\n(?:\|.*\n)+", section, re.M):
+            head, _, *rows = map(cells, table.strip().splitlines())
+            places = [i for i, name in enumerate(head) if name == "ratio"][:2]
+            for row in rows:
+                for values, place in zip(both, places):
+                    values += [value for value in numbers([row[place]]) or [] if value]
+        if any(both):
+            yield section.partition("\n")[0], *both
+
+
+def plot_summary(path, document):
+    """The ratios of all operations to their peers', a row for each family: below 1 is faster than the peer."""
+    rows = list(ratios(document))
+    figure, panel = pyplot().subplots(figsize=(7.5, 0.32 * len(rows) + 1.2))
+    for y, (_, instructions, times) in enumerate(reversed(rows)):
+        panel.plot(instructions, [y + 0.14] * len(instructions), "o", color="#1f618d", label="instructions, AArch64" if y == 0 else None)
+        panel.plot(times, [y - 0.14] * len(times), "D", color="#a04000", label="time, x86-64" if y == 0 else None)
+    panel.axvline(1, color="#333333", linewidth=1)
+    panel.set(xscale="log", xlabel="DAX / peer: left of the line is less", title="Every operation that has a peer")
+    panel.set_yticks(range(len(rows)), [name for name, *_ in reversed(rows)])
+    from matplotlib import ticker
+    panel.xaxis.set_major_locator(ticker.LogLocator(subs=(1, 2, 5)))
+    panel.xaxis.set_major_formatter(ticker.FormatStrFormatter("%g"))
+    panel.xaxis.set_minor_formatter(ticker.NullFormatter())
+    panel.legend(loc="upper center", bbox_to_anchor=(0.4, -0.16 if len(rows) > 12 else -0.25), ncols=2, frameon=False)
+    figure.tight_layout()
+    figure.savefig(path, dpi=200, metadata={"Software": None})
+    pyplot().close(figure)

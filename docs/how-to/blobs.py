@@ -3,7 +3,7 @@ import matplotlib.patches as patches
 import numpy as np
 
 import dax
-from pictures import INK, corners_of, panels, parts, save, show
+from pictures import INK, corners_of, number, panels, parts, save, show
 
 image = parts()
 labelling = dax.label(dax.otsu(dax.median3x3(image)))
@@ -17,5 +17,5 @@ show(axes[2], image, f"{len(found)} parts, boxes of least area", vmin=0, vmax=25
 for values, area in zip(found.box, found.area):
     box = dax.Box(*values)
     axes[2].add_patch(patches.Polygon(corners_of(box), fill=False, edgecolor=INK))
-    axes[2].text(box.x, box.y, f"{area:.0f}", color=INK, fontsize=8, ha="center", va="center")
+    number(axes[2], box.x, box.y, f"{area:.0f}", va="center")
 save(figure, "blobs")

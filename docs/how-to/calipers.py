@@ -3,7 +3,7 @@ import matplotlib.patches as patches
 import numpy as np
 
 import dax
-from pictures import INK, SKY, noisy, outline, panels, save, show
+from pictures import INK, SKY, noisy, number, outline, panels, save, show
 
 y, x = np.mgrid[0:200, 0:320]
 image = noisy(np.maximum(20.3 - abs(x - 70.6), 60.25 - np.hypot(x - 220.4, y - 99.7)), 5)
@@ -14,7 +14,7 @@ pairs = dax.find_edge_pairs_in(image, boxes, polarity="dark-to-light", max_count
 for box, pair in zip(boxes, pairs):
     outline(axes[0], box)
     axes[0].plot(*pair.points[0].T, ".-", color=INK, markersize=4)
-    axes[0].text(70, box.y + 3, f"{pair.width[0]:.2f}", fontsize=7, ha="center", va="top", color=INK)
+    number(axes[0], 70, box.y + 3, f"{pair.width[0]:.2f}", va="top")
 ring = [dax.Annulus(218, 102, 45, 75, start, 0.2) for start in np.linspace(-np.pi, np.pi, 24, endpoint=False)]
 found = dax.find_edges_in(image, ring, polarity="light-to-dark", max_count=1)
 points = np.concatenate([edges.points for edges in found])
@@ -25,7 +25,7 @@ for sector in ring:
     axes[0].add_patch(patches.Wedge((218, 102), 75, start, start + width, width=30, fill=False, edgecolor=SKY, lw=0.8))
 axes[0].add_patch(patches.Circle(circle[:2], circle[2], fill=False, edgecolor=INK, linewidth=0.8))
 axes[0].plot(*points.T, ".", color=INK, markersize=5)
-axes[0].text(*circle[:2], f"radius\n{circle[2]:.2f}", fontsize=8, ha="center", va="center", color=INK)
+number(axes[0], *circle[:2], f"radius\n{circle[2]:.2f}", va="center")
 axes[1].set_axis_on()
 profile = dax.find_edge_pairs(image, boxes[2], polarity="dark-to-light", max_count=1, profile=True)
 at = np.arange(len(profile.profile.gray)) - len(profile.profile.gray) / 2

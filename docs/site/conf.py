@@ -13,7 +13,7 @@ project = "DAX"
 version = release = dax.__version__
 copyright = "the DAX developers"
 extensions = ["myst_parser", "sphinx.ext.autodoc", "sphinx.ext.napoleon"]
-myst_enable_extensions = ["colon_fence"]
+myst_enable_extensions = ["colon_fence", "deflist"]
 myst_heading_anchors = 3
 autodoc_member_order = "bysource"
 autodoc_typehints = "signature"
@@ -24,7 +24,22 @@ html_title = f"DAX {release}"
 html_show_sphinx = False
 html_static_path = ["static"]
 html_css_files = ["dax.css"]
-html_theme_options = {"sidebar_hide_name": False}
+# Debian's build of the theme has no dark colours of its own.
+DARK = {
+    "color-problematic": "#ee5151", "color-foreground-primary": "#e0e2e8", "color-foreground-secondary": "#a6aab0",
+    "color-foreground-muted": "#8f949b", "color-foreground-border": "#666666", "color-background-primary": "#131416",
+    "color-background-secondary": "#1a1c1e", "color-background-hover": "#1e2124ff",
+    "color-background-hover--transparent": "#1e212400", "color-background-border": "#303335",
+    "color-background-item": "#444444", "color-announcement-background": "#000000dd",
+    "color-announcement-text": "#eeebee", "color-brand-primary": "#5ca5ff", "color-brand-content": "#6cb0ff",
+    "color-highlighted-background": "#083563", "color-guilabel-background": "#08356380",
+    "color-guilabel-border": "#13395f80", "color-admonition-background": "#18181a", "color-card-border": "#1a1c1e",
+    "color-card-background": "#18181a", "color-card-marginals-background": "#1e2124ff",
+    "color-link": "#6cb0ff", "color-link--hover": "#8cc4ff", "color-inline-code-background": "#202327",
+    "color-sidebar-link-text--top-level": "#8cc4ff", "color-header-background": "#131416", "color-header-text": "#e0e2e8",
+    "color-api-name": "#e0e2e8", "color-api-keyword": "#a6aab0",
+}
+html_theme_options = {"sidebar_hide_name": False, "dark_css_variables": DARK}
 
 
 def tidy_text(app, what, name, obj, options, lines):
@@ -74,6 +89,8 @@ def complete_theme(app, exception):
 
 def fill(app, page, source):
     source[0] = collect.fill(source[0])
+    if page.startswith("how-to/"):
+        source[0] = collect.with_outputs(source[0])
 
 
 def setup(app):

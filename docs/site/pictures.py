@@ -31,9 +31,22 @@ def show(axis, image, title, **options):
 def save(figure, name):
     figure.tight_layout()
     OUT.mkdir(parents=True, exist_ok=True)
-    figure.savefig(OUT / f"{name}.png", dpi=110, metadata={"Software": None})
+    figure.savefig(OUT / f"{name}.png", dpi=200, metadata={"Software": None})
     plt.close(figure)
     print(f"gallery: docs/pictures/{name}.png")
+
+
+def photograph(name):
+    """A photograph that comes with scikit-image, in grey."""
+    from skimage import data
+    image = getattr(data, name)()
+    return image if image.ndim == 2 else (image @ (0.299, 0.587, 0.114)).astype(np.uint8)
+
+
+def number(axis, x, y, text, **options):
+    """Dark on a light ground: readable on every grey."""
+    axis.text(x, y, text, fontsize=8, ha="center", color="#7a1f0a",
+              bbox={"boxstyle": "round,pad=0.15", "facecolor": "#ffffffd8", "edgecolor": "none"}, **options)
 
 
 def parts(seed=5, size=(160, 220), noise=6):

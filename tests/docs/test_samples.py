@@ -27,6 +27,8 @@ def pages_with(language):
 
 
 def run_python(page):
+    if "skimage" in page.read_text():
+        pytest.importorskip("skimage")
     exec(compile("\n".join(blocks(page, "python")), "sample", "exec"), {"__name__": "__main__"})
 
 
@@ -78,9 +80,31 @@ def test_recipes_of_pictures(page, tmp_path, monkeypatch):
     recipe = page.with_suffix(".py")
     assert recipe.exists() == (f"pictures/{page.stem}.png" in page.read_text())
     pytest.importorskip("matplotlib")
+    if recipe.exists() and "photograph" in recipe.read_text():
+        pytest.importorskip("skimage")
     import pictures
 
     monkeypatch.setattr(pictures, "OUT", tmp_path)
     if recipe.exists() and ("DAX_TOOL" in os.environ or "TOOL" not in recipe.read_text()):
         runpy.run_path(str(recipe))
         assert [path.stem for path in tmp_path.iterdir()] == [page.stem]
+
+
+def test_tasks_name_functions_that_exist():
+    import dax
+
+    rows = re.findall(r"^\| [^|]* \| ([^|]*) \| ([^|]*) \|", (ROOT / "docs/tasks.md").read_text(), re.M)
+    headers = "".join(path.read_text() for path in (ROOT / "include").glob("*/*.h"))
+    for python, c in rows[2:]:
+        assert all(hasattr(dax, name) for name in re.findall(r"`(\w+)`", python)), python
+        for pattern in re.findall(r"`([\w*]+)`", c):
+            assert re.search(pattern.replace("*", r"\w*"), headers), pattern
+
+
+@pytest.mark.parametrize("header", sorted((ROOT / "include").glob("*/*.h")), ids=lambda path: path.name)
+def test_filter_of_comments_keeps_the_code(header):
+    """Nothing but comments is added, repeated or lost."""
+    done = subprocess.run([sys.executable, ROOT / "docs/site/doxygen_filter.py", header], check=True, capture_output=True,
+                          text=True).stdout
+    code = lambda text: re.sub(r"\s+", " ", re.sub(r"/\*.*?\*/", "", text, flags=re.S)).strip()
+    assert code(done) == code(header.read_text())

@@ -262,3 +262,12 @@ def test_help(dax):
     for command in (["range"], ["cloud"], ["range", "convert"], ["cloud", "normals"]):
         text = dax(*command, "--help").out
         assert all(f"\n  {status}  " in text for status in range(9)) and max(map(len, text.splitlines())) <= 100
+
+
+@pytest.mark.parametrize("unit", [1.0, 2.0 ** -14])
+def test_radii_below_the_bound_of_the_search(dax, tmp_path, unit):
+    """A cloud in small units has the normals of the same cloud in large ones."""
+    write(tmp_path, [tuple(single(unit * c) for c in point) for point in sphere(800)])
+    dax("cloud", "normals", "in.ply", "out.ply", "--radius", 2 * unit, "--viewpoint", "0,0,0")
+    for x, y, z, nx, ny, nz, _ in read(tmp_path, "out.ply"):
+        assert (x * nx + y * ny + z * nz) / (10 * unit) < -0.98

@@ -97,10 +97,6 @@ def test_hostile(look, name):
     assert look(HOSTILE[name]) is None
 
 
-def test_short_mask_leaves_pixels_invalid(look):
-    assert look(clouds.range_file(ROWS, mask=b"\xff\xff")) == 2
-
-
 @pytest.mark.parametrize("arguments", [
     ["range", "info", "in"], ["range", "convert", "in", "out.png"], ["range", "convert", "in", "out.ply"],
     ["range", "render", "in", "out.png"], ["range", "despeckle", "in", "out.range"], ["cloud", "stats", "in"],

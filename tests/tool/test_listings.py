@@ -6,7 +6,7 @@ import io
 import pictures
 import pytest
 
-TABLE = ["x", "y", "area", "perimeter", "box_width", "box_height", "box_angle", "axis_ratio", "circularity",
+TABLE = ["x", "y", "area", "perimeter", "long_axis", "short_axis", "box_angle", "axis_ratio", "circularity",
          "rectangularity", "central_bias"]
 
 
@@ -41,7 +41,7 @@ def test_a_known_blob(dax, tmp_path, parts):
     """The 12 x 10 rectangle at (5, 5), by definition of the features."""
     save(tmp_path, "parts.png", parts)
     blob = next(b for b in dax("inspect", "parts.png", "--json").blobs if b["area"] == 120)
-    expected = {"x": 10.5, "y": 9.5, "perimeter": 40, "box_x": 10.5, "box_y": 9.5, "box_width": 11, "box_height": 9,
+    expected = {"x": 10.5, "y": 9.5, "perimeter": 40, "box_x": 10.5, "box_y": 9.5, "long_axis": 11, "short_axis": 9,
                 "box_angle": 0, "axis_ratio": 9 / 11, "rect_x": 5, "rect_y": 5, "rect_width": 12, "rect_height": 10,
                 "central_bias": 0}
     assert {name: blob[name] for name in expected} == pytest.approx(expected, abs=1e-5)

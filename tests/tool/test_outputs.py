@@ -87,6 +87,8 @@ def test_report(dax, tmp_path, parts):
     assert page.text("h1") == page.text("title") == [NAME]
     assert page.of("img") == []
     assert len(page.of("g", "blob")) == len(page.of("tr")) - 1 == len(run.blobs) == 4
+    assert "dax inspect" in page.text("code")[0] and "--area 20..200" in page.text("code")[0]
+    assert any("1970-01-01" in text and "lengths in pixels" in text for text in page.text("p"))
     first = run.blobs[0]
     assert page.text("td")[:4] == ["1", f"{first['x']:.1f}", f"{first['y']:.1f}", f"{first['area']:.0f}"]
     # Nothing comes from elsewhere, and the policy sees to it.

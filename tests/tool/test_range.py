@@ -55,6 +55,15 @@ def test_info_of_colour_and_cameras(dax, tmp_path):
     assert "camera    colour: fx 600.000" in dax("range", "info", "in.range").out
 
 
+@pytest.mark.parametrize("lacks, changes", [
+    ("its mask has 11 bytes, of 12 for 4 x 3 pixels", {"mask": bytes(11)}),
+    ("its colour has 21 bytes, of 22 for 2 x 1 pixels", {"more": clouds.chunk(clouds.COLOUR, struct.pack("<4I", 0, 2, 1, 201) + bytes(5))}),
+    ("its colour has 9 bytes, of 16 for its head", {"more": clouds.chunk(clouds.COLOUR, bytes(9))})])
+def test_short_payloads_are_refused(dax, tmp_path, lacks, changes):
+    (tmp_path / "in.range").write_bytes(clouds.range_file(ROWS, **changes))
+    assert dax("range", "info", "in.range", status=3).err == f"dax: in.range: is damaged: {lacks}\n"
+
+
 @pytest.mark.parametrize("name", ["heights.png", "heights.tif"])
 def test_pictures_there_and_back(dax, tmp_path, sample, name):
     dax("range", "convert", "in.range", name, "--mask", "valid.png")

@@ -9,7 +9,7 @@ import pytest
 
 # Options in the order of the library's tests, with the feature that each looks at.
 CASCADE = [("area", "area"), ("rect-width", "rect_width"), ("rect-height", "rect_height"), ("perimeter", "perimeter"),
-           ("circularity", "circularity"), ("short-axis", "box_height"), ("long-axis", "box_width"),
+           ("circularity", "circularity"), ("short-axis", "short_axis"), ("long-axis", "long_axis"),
            ("axis-ratio", "axis_ratio"), ("rectangularity", "rectangularity"), ("central-bias", "central_bias"),
            ("box-angle", "box_angle")]
 
@@ -97,7 +97,8 @@ def test_each_is_refused_by_the_first_range_that_it_misses(dax, noise, filters, 
     assert {b["rejected_by"] for b in image["rejected"]} >= set(filters[:1])
     features = {b["label"]: {**b, "score": None} for b in every}
     for blob in image["rejected"]:
-        blob.pop("rejected_by")
+        by = blob.pop("rejected_by")
+        assert blob.pop("limit") == "..".join(map(str, ranges[by]))
         assert blob == features[blob["label"]]
 
 
@@ -107,7 +108,7 @@ def test_the_last_reasons(dax, edged):
     run = dax(*options, "--json")
     rejected = run.json["images"][0]["rejected"]
     assert [(b["area"], b["rejected_by"], b["outside_pixels"]) for b in rejected] == \
-        [(30, "outside-limit", 6), (12, "area", 6)]
+        [(30, "outside-pixels", 6), (12, "area", 6)]
     crowded = dax("inspect", edged, "--count", 1, "--area", "20..", "--rejected", "--json").json["images"][0]
     assert [(b["area"], b["rejected_by"]) for b in crowded["rejected"]] == [(25, "count"), (12, "area")]
 
@@ -115,11 +116,11 @@ def test_the_last_reasons(dax, edged):
 def test_listings_of_the_rejected_agree(dax, edged):
     options = ["inspect", edged, "--area", "20..", "--outside-limit", 0, "--rejected"]
     rows = list(csv.DictReader(io.StringIO(dax(*options, "--csv").out)))
-    assert [(row["number"], float(row["area"]), row["rejected by"]) for row in rows] == \
-        [("1", 25, ""), ("", 30, "outside-limit"), ("", 12, "area")]
+    assert [(row["number"], float(row["area"]), row["rejected_by"], row["limit"]) for row in rows] == \
+        [("1", 25, "", ""), ("", 30, "outside-pixels", "..0"), ("", 12, "area", "20..")]
     table = dax(*options).out.splitlines()
     assert table[3] == "rejected: 2 regions" and table[4].split()[:3] == ["rejected", "by", "x"]
-    assert [line.split()[0] for line in table[5:]] == ["outside-limit", "area"]
+    assert [line.split()[:2] for line in table[5:]] == [["outside-pixels", "..0"], ["area", "20.."]]
     assert "rejected: 0 regions" in dax("inspect", edged, "--rejected").out
     assert "rejected" not in dax("inspect", edged, "--csv").out
 

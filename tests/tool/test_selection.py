@@ -4,13 +4,13 @@ import pictures
 import pytest
 
 # Command-line name of each filter, and the feature that it looks at.
-FILTERS = {"area": "area", "perimeter": "perimeter", "long-axis": "box_width", "short-axis": "box_height",
+FILTERS = {"area": "area", "perimeter": "perimeter", "long-axis": "long_axis", "short-axis": "short_axis",
            "axis-ratio": "axis_ratio", "box-angle": "box_angle", "circularity": "circularity",
            "rectangularity": "rectangularity", "central-bias": "central_bias", "rect-width": "rect_width",
            "rect-height": "rect_height"}
 SORT_KEYS = {"area": "area", "perimeter": "perimeter", "circularity": "circularity", "rectangularity": "rectangularity",
-             "axis-ratio": "axis_ratio", "x": "x", "y": "y", "box-angle": "box_angle", "box-width": "box_width",
-             "box-height": "box_height", "rect-x": "rect_x", "rect-y": "rect_y", "principal-angle": "principal_angle"}
+             "axis-ratio": "axis_ratio", "x": "x", "y": "y", "box-angle": "box_angle", "long-axis": "long_axis",
+             "short-axis": "short_axis", "rect-x": "rect_x", "rect-y": "rect_y", "principal-angle": "principal_angle"}
 
 
 @pytest.fixture

@@ -1,5 +1,6 @@
 #include "base/text.h"
 
+#include <cctype>
 #include <charconv>
 #include <cmath>
 #include <cstdio>
@@ -129,6 +130,22 @@ std::string inQuotes(std::string_view text) {
   std::string result = printable(text);
   result.insert(result.begin(), '"');
   result += '"';
+  return result;
+}
+
+std::string asLink(std::string_view name) {
+  constexpr std::string_view kDigits = "0123456789ABCDEF";
+  std::string result;
+  for (const char c : name) {
+    const auto byte = static_cast<unsigned char>(c);
+    if (byte < 0x80 && (std::isalnum(byte) != 0 || c == '-' || c == '.' || c == '_')) {
+      result += c;
+    } else {
+      result += '%';
+      result += kDigits[byte >> 4];
+      result += kDigits[byte & 15];
+    }
+  }
   return result;
 }
 

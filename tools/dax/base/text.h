@@ -48,6 +48,9 @@ std::string printable(std::string_view text);
 // printable() text in quotes, for messages.
 std::string inQuotes(std::string_view text);
 
+// A file name as a relative link: bytes that are neither letters, digits nor one of -._ as %XX.
+std::string asLink(std::string_view name);
+
 // printable() text for HTML elements and quoted attributes.
 std::string escapeHtml(std::string_view text);
 

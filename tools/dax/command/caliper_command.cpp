@@ -13,6 +13,7 @@
 #include "io/image_file.h"
 #include "io/output_file.h"
 #include "io/picture.h"
+#include "model/caliper_search.h"
 #include "model/caliper_warnings.h"
 #include "report/caliper_listing.h"
 #include "report/run_json.h"

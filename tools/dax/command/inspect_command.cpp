@@ -101,10 +101,26 @@ void write(const InspectOptions& options, const Listing& listing) {
   if (options.time) writeTimes(std::cerr, listing.outcomes);
 }
 
+// An index beside the reports of several pictures.
+void writeIndex(const InspectOptions& options, const std::vector<Job>& jobs, const std::vector<Outcome>& outcomes) {
+  if (options.report.empty() || !areSeveral(options.inputs)) return;
+  std::vector<IndexEntry> entries;
+  for (size_t i = 0; i < jobs.size(); ++i) {
+    const Outcome& outcome = outcomes[i];
+    const bool isRead = !outcome.failure;
+    entries.push_back({outcome.file, isRead ? asLink(jobs[i].report.filename().string()) : "",
+                       isRead ? summary(outcome.inspection, options.settings) : outcome.failure->what(),
+                       isRead && outcome.inspection.met});
+  }
+  writeFile(options.report / "index.html", makeIndex(entries));
+}
+
 ExitStatus statusOf(const std::vector<Outcome>& outcomes) {
   if (outcomes.size() == 1 && outcomes.front().failure) return outcomes.front().failure->status();
   const bool failed = std::any_of(outcomes.begin(), outcomes.end(), [](const Outcome& o) { return !!o.failure; });
-  return failed ? ExitStatus::kSomeFailed : ExitStatus::kOk;
+  if (failed) return ExitStatus::kSomeFailed;
+  const bool met = std::all_of(outcomes.begin(), outcomes.end(), [](const Outcome& o) { return o.inspection.met; });
+  return met ? ExitStatus::kOk : ExitStatus::kNotFound;
 }
 
 TruthComparison compareOutcome(const Outcome& outcome, const Truth& truth, const InspectOptions& options) {
@@ -129,6 +145,7 @@ ExitStatus run(InspectOptions options) {
   }
   const std::vector<Outcome> outcomes = inspectAll(jobs, options);
   const ExitStatus status = statusOf(outcomes);
+  writeIndex(options, jobs, outcomes);
 
   std::optional<TruthComparison> comparison;
   if (truth && status == ExitStatus::kOk) {

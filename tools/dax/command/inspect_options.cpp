@@ -27,6 +27,7 @@ constexpr const char* kExamples =
 std::vector<std::string> sortKeyNames() {
   std::vector<std::string> names;
   for (const SortKey& key : sortKeys()) names.emplace_back(key.name);
+  names.emplace_back("score");
   return names;
 }
 
@@ -40,13 +41,6 @@ std::string joined(const std::vector<std::string>& names) {
     result += (result.empty() ? "" : full ? ",\n" : ", ") + name;
   }
   return result;
-}
-
-void setRange(BlobSelectCfg& cfg, const Filter& filter, const std::string& text) {
-  const auto range = parseRange(text);
-  if (range && activate(cfg, filter, *range)) return;
-  throw CLI::ValidationError("--" + std::string(filter.name),
-                             inQuotes(text) + " is not MIN..MAX, MIN.. or ..MAX (" + filter.help + ")");
 }
 
 constexpr int kMaxArea = std::numeric_limits<int32_t>::max();
@@ -108,6 +102,13 @@ void InspectCommandLine::addObjects(CLI::App& app) {
           ->group(group);
   auto* bright = app.add_flag("--bright", bright_, "objects are what the threshold sets [the default]")->group(group);
   auto* dark = app.add_flag("--dark,--invert", dark_, "objects are what it leaves out")->group(group)->excludes(bright);
+  app.add_option("--roi", roi_, "only this part of the picture; places are those in the picture")
+      ->type_name("X,Y,WIDTH,HEIGHT")
+      ->group(group);
+  app.add_option("--mm-per-pixel", mmPerPixel_, "lengths and areas, of ranges too, in millimetres [pixels]")
+      ->check(CLI::Range(1e-9, 1e9))
+      ->type_name("F")
+      ->group(group);
   auto* levels = addLevels(app, options_.settings.levels, group);
   app.add_option("--connectivity", options_.settings.connectivity, "4: along edges, 8: corners too [8]")
       ->check(CLI::IsMember({4, 8}))
@@ -130,8 +131,7 @@ void InspectCommandLine::addFilters(CLI::App& app) {
   const std::string group = "Keeping objects (ranges include their ends; either end may be left out)";
   for (const Filter& filter : filters()) {
     app.add_option_function<std::string>(
-           "--" + std::string(filter.name),
-           [this, &filter](const std::string& text) { setRange(options_.settings.select.common, filter, text); },
+           "--" + std::string(filter.name), [this, &filter](const std::string& text) { addRange(filter, text); },
            filter.help)
         ->type_name("MIN..MAX")
         ->group(group);
@@ -169,11 +169,12 @@ void InspectCommandLine::addClassAndOutside(CLI::App& app, const std::string& gr
       ->allow_extra_args(false)
       ->group(group);
   auto* limit = app.add_option_function<int32_t>(
-                       "--outside-limit",
+                       "--outside-pixels,--outside-limit",
                        [this](int32_t max) {
                          BlobSelectCfg& cfg = options_.settings.select.common;
                          cfg.flags |= DAXI_BLOB_BY_OUTSIDE_PIXELS;
                          cfg.outsideLimit = max;
+                         options_.settings.limits["outside-pixels"] = ".." + std::to_string(max);
                        },
                        "outside pixels that an object may have: those on the border of the\n"
                        "image, or those that the mask leaves out")
@@ -187,13 +188,16 @@ void InspectCommandLine::addClassAndOutside(CLI::App& app, const std::string& gr
 }
 
 void InspectCommandLine::addOutputs(CLI::App& app) {
+  app.add_option("--expect", expected_, "objects that there must be; with another number the exit status is 8")
+      ->type_name("N|MIN..MAX")
+      ->group("Checks");
   const std::string group = "Output (to standard output; --overlay and --report name a folder for several images)";
   auto* json = app.add_flag("--json", json_, "JSON instead of a table: every feature, angles in degrees")->group(group);
   app.add_flag("--csv", csv_, "CSV instead of a table, one line an object")->group(group)->excludes(json);
   app.add_flag(
          "--rejected", options_.settings.rejected,
          "list the other objects too, each with the first range that refused it,\nor with count where better ones "
-         "took all places; not in pictures")
+         "took all places; in reports too")
       ->group(group);
   app.add_option("--overlay", options_.overlay, "annotated picture")->type_name("OUT.png")->group(group);
   app.add_option("--overlay-scale", options_.overlayScale, "its magnification, 0.1..8 [1, small pictures are enlarged]")
@@ -225,8 +229,52 @@ void InspectCommandLine::addChecks(CLI::App& app) {
   add("--max-angle-error", options_.tolerances.angle, "degrees [3]");
 }
 
+void InspectCommandLine::addRange(const Filter& filter, const std::string& text) {
+  const auto range = parseRange(text);
+  BlobSelectCfg unused{};
+  if (!range || !activate(unused, filter, *range)) {
+    throw CLI::ValidationError("--" + std::string(filter.name),
+                               inQuotes(text) + " is not MIN..MAX, MIN.. or ..MAX (" + filter.help + ")");
+  }
+  ranges_[&filter] = *range;
+  options_.settings.limits[std::string(filter.name)] = text;
+}
+
+void InspectCommandLine::applyRanges() {
+  const double pixelsPerUnit = mmPerPixel_ > 0 ? 1 / mmPerPixel_ : 1;
+  for (const auto& [filter, range] : ranges_) {
+    activate(options_.settings.select.common, *filter, range, pixelsPerUnit);
+  }
+}
+
+// Region of interest, scale, expected number.
+void InspectCommandLine::applyScale() {
+  InspectionSettings& settings = options_.settings;
+  if (mmPerPixel_ > 0) settings.mmPerPixel = mmPerPixel_;
+  if (mmPerPixel_ > 0 && !classAreas_.empty()) {
+    throw std::invalid_argument("--class-area counts pixels: it does not go with --mm-per-pixel");
+  }
+  if (!roi_.empty()) {
+    const std::vector<std::string_view> parts = split(roi_, ',');
+    std::vector<int> numbers;
+    for (size_t i = 0; i < parts.size(); ++i) {
+      const auto number = parseInteger(parts[i], i < 2 ? 0 : 1, DAXI_BLOB_MAX_SIDE);
+      if (number) numbers.push_back(*number);
+    }
+    if (parts.size() != 4 || numbers.size() != 4) {
+      throw std::invalid_argument("--roi: " + inQuotes(roi_) + " is not X,Y,WIDTH,HEIGHT in whole pixels");
+    }
+    settings.roi = DaxiRect{numbers[0], numbers[1], numbers[2], numbers[3]};
+  }
+  if (expected_.empty()) return;
+  const auto number = parseInteger(expected_, 0, DAXI_BLOB_MAX_COUNT);
+  settings.expected = number ? OpenRange{*number, *number} : parseRange(expected_);
+  if (!settings.expected) throw std::invalid_argument("--expect: " + inQuotes(expected_) + " is not N or MIN..MAX");
+}
+
 void InspectCommandLine::applyClassAreas() {
   if (classAreas_.empty()) return;
+  options_.settings.limits["class-area"] = "of --class-area";
   BlobSelectV4Cfg& cfg = options_.settings.select;
   const WholeRange common = commonArea(cfg.common);
   std::fill(std::begin(cfg.classAreaMin), std::end(cfg.classAreaMin), common.min);
@@ -268,8 +316,13 @@ void InspectCommandLine::applyWeights() {
 void InspectCommandLine::applySort() {
   BlobSelectCfg& cfg = options_.settings.select.common;
   const auto keys = sortKeys();
-  cfg.sortKey = std::find_if(keys.begin(), keys.end(), [&](const SortKey& key) { return key.name == sort_; })->key;
+  const auto key = std::find_if(keys.begin(), keys.end(), [&](const SortKey& each) { return each.name == sort_; });
   cfg.sortOrder = sortOrder(order_);
+  options_.settings.byScore = key == keys.end();
+  cfg.sortKey = options_.settings.byScore ? static_cast<uint32_t>(DAXI_BLOB_KEY_AREA) : key->key;
+  if (options_.settings.byScore && !isScored(cfg)) {
+    throw std::invalid_argument("--sort score needs a range with an upper end, such as --circularity 0.8..1");
+  }
 }
 
 InspectOptions InspectCommandLine::finish() try {
@@ -279,6 +332,8 @@ InspectOptions InspectCommandLine::finish() try {
   } catch (const std::invalid_argument& error) {
     throw std::invalid_argument(std::string("--threshold: ") + error.what());
   }
+  applyRanges();
+  applyScale();
   applyClassAreas();
   applyWeights();
   applySort();
@@ -286,6 +341,7 @@ InspectOptions InspectCommandLine::finish() try {
   BlobSelectCfg& cfg = options_.settings.select.common;
   if (cfg.flags == 0) activate(cfg, *findFilter("area"), {});
   cfg.grayMode = grayWeighted_ ? 1 : 0;
+  options_.settings.limits["count"] = ".." + std::to_string(cfg.maxCount);
   options_.settings.contours = !options_.overlay.empty() || !options_.report.empty();
   options_.format = json_ ? ListingFormat::kJson : csv_ ? ListingFormat::kCsv : ListingFormat::kTable;
   return options_;

@@ -3,11 +3,13 @@
 
 #include <CLI/App.hpp>
 #include <filesystem>
+#include <map>
 #include <optional>
 #include <string>
 #include <vector>
 
 #include "io/truth.h"
+#include "model/filters.h"
 #include "model/inspection.h"
 
 namespace dax::tool {
@@ -42,11 +44,18 @@ class InspectCommandLine {
   void addClassAndOutside(CLI::App& app, const std::string& group);
   void addOutputs(CLI::App& app);
   void addChecks(CLI::App& app);
+  void addRange(const Filter& filter, const std::string& text);
+  void applyRanges();
+  void applyScale();
   void applyClassAreas();
   void applyWeights();
   void applySort();
 
   InspectOptions options_;
+  std::map<const Filter*, OpenRange> ranges_;
+  std::string roi_;
+  std::string expected_;
+  double mmPerPixel_ = 0;
   std::string threshold_ = "otsu";
   bool bright_ = false;
   bool dark_ = false;

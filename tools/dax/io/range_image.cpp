@@ -14,6 +14,7 @@
 #include "dax3dpcl/range_to_xyz.h"
 #include "dax3dpcl/speckle.h"
 #include "io/input_file.h"
+#include "io/range_chunks.h"
 #include "zur/memory.h"
 
 namespace dax::tool {
@@ -64,6 +65,9 @@ RangeImage::RangeImage() : record_(new DAX3D_RANGE_V4()) {}
 
 RangeImage RangeImage::read(const fs::path& path) {
   requireRegularFile(path);
+  if (const std::string lacks = shortPayload(path); !lacks.empty()) {
+    throw Failure(ExitStatus::kCannotRead, printable(path.string()) + ": is damaged: " + lacks);
+  }
   RangeImage image;
   const std::string what = printable(path.string()) + ": is no range file, or damaged";
   const auto refuse = [&](DaxStatus status) {

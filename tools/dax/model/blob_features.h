@@ -10,13 +10,19 @@
 namespace dax::tool {
 
 struct Feature {
-  std::string_view name;   // as in JSON and CSV
-  std::string_view title;  // column of the table; empty: not in the table
-  int decimals;            // in the table
+  std::string_view name;  // "long_axis" in JSON and CSV; the table says "long axis", options --long-axis
+  bool isInTable;
+  int decimals;   // in the table
+  int dimension;  // 1: a length, 2: an area, 0: neither
   float (*value)(const BlobInfo& blob);
+
+  std::string title() const;
 };
 
-// Lengths in pixels, angles in degrees. Class and outside pixels are included if the settings request them.
+// The value in pixels or, with a scale in the settings, in millimetres.
+float valueOf(const Feature& feature, const BlobInfo& blob, const InspectionSettings& settings);
+
+// Angles in degrees. Class and outside pixels are included if the settings request them.
 std::vector<Feature> features(const InspectionSettings& settings);
 
 // Degrees from the library's radians.

@@ -1,7 +1,10 @@
 // Checks of boards, and the order of their corners.
 #pragma once
 
-#include "model/boards.h"
+#include <vector>
+
+#include "io/grey_image.h"
+#include "model/board.h"
 
 namespace dax::tool {
 

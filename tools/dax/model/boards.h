@@ -3,20 +3,11 @@
 
 #include <optional>
 #include <string>
-#include <vector>
 
-#include "daxi/chessboard.h"
 #include "io/grey_image.h"
+#include "model/board.h"
 
 namespace dax::tool {
-
-struct Board {
-  ChessboardPatternSize pattern;
-  std::string detector;               // the one that found it
-  std::vector<DaxiPoint32f> corners;  // refined, row by row
-  std::vector<bool> refined = {};     // of each corner; false: it lies where the detector saw it, or is no corner
-  bool ambiguous = false;             // the colours of the squares do not tell which corner is the first
-};
 
 // A board of exactly a given size, or the board with the maximum number of corners, rows being the shorter side.
 // Throws Failure(kRefused).

@@ -4,9 +4,14 @@
 #include <cmath>
 #include <tuple>
 
+#include "base/failure.h"
+#include "base/text.h"
+
 namespace dax::tool {
 namespace {
 
+constexpr double kMaxSamples = 1e8;     // about a second
+constexpr double kMaxSide = 16777216;   // beyond it the library refuses
 constexpr int32_t kEveryPair = 100000;  // among which the k-th is counted
 
 bool byPlace(const FoundPair& a, const FoundPair& b) {
@@ -18,14 +23,14 @@ bool byScore(const FoundPair& a, const FoundPair& b) {
 }
 
 // Pairs of both polarities: the best, or the k-th along the profile.
-Caliper searchOpposite(const Region& region, const CaliperSettings& settings, const Search& search) {
+Caliper searchOpposite(const GreyImage& image, const Region& region, const CaliperSettings& settings) {
   CaliperSettings each = settings;
   each.choice = 0;
   if (settings.choice > 0) each.count = kEveryPair;
   each.polarity = DAXI_CALIPER_DARK_TO_LIGHT;
-  Caliper both = search(region, each);
+  Caliper both = measureOnce(image, region, each);
   each.polarity = DAXI_CALIPER_LIGHT_TO_DARK;
-  const Caliper other = search(region, each);
+  const Caliper other = measureOnce(image, region, each);
   std::vector<FoundPair>& pairs = both.pairs;
   pairs.insert(pairs.end(), other.pairs.begin(), other.pairs.end());
   std::sort(pairs.begin(), pairs.end(), settings.choice > 0 ? byPlace : byScore);
@@ -38,9 +43,9 @@ Caliper searchOpposite(const Region& region, const CaliperSettings& settings, co
   return both;
 }
 
-Caliper searchOnce(const Region& region, const CaliperSettings& settings, const Search& search) {
+Caliper searchOnce(const GreyImage& image, const Region& region, const CaliperSettings& settings) {
   const bool isOpposite = settings.pairs && settings.polarity == DAXI_CALIPER_ANY && !settings.staircase;
-  Caliper caliper = isOpposite ? searchOpposite(region, settings, search) : search(region, settings);
+  Caliper caliper = isOpposite ? searchOpposite(image, region, settings) : measureOnce(image, region, settings);
   std::erase_if(caliper.edges, [](const FoundEdge& edge) { return !(edge.edge.score > 0); });
   std::erase_if(caliper.pairs, [](const FoundPair& pair) { return !(pair.pair.score > 0); });
   return caliper;
@@ -112,21 +117,34 @@ void shiftHalf(CaliperAnnulus& annulus, bool alongHeight) {
   }
 }
 
-}  // namespace
-
 Region halfPixelOn(const Region& region, bool alongHeight) {
   Region result = region;
   std::visit([alongHeight](auto& r) { shiftHalf(r, alongHeight); }, result);
   return result;
 }
 
-Caliper searchRegion(const Region& region, const CaliperSettings& settings, const Search& search) {
-  Caliper caliper = searchOnce(region, settings, search);
+}  // namespace
+
+Caliper measure(const GreyImage& image, const Region& region, const CaliperSettings& settings) {
+  const Sides extent = sidesOf(region);
+  if (extent.width * extent.height > kMaxSamples && extent.width <= kMaxSide && extent.height <= kMaxSide) {
+    throw Failure(ExitStatus::kRefused, describe(region) + ": of " + fixed(extent.width * extent.height, 0) +
+                                            " samples; at most 100000000 are taken");
+  }
+  Caliper caliper = searchOnce(image, region, settings);
   if (!settings.fine) return caliper;
-  const Caliper other = searchOnce(halfPixelOn(region, settings.alongHeight), settings, search);
+  const Caliper other = searchOnce(image, halfPixelOn(region, settings.alongHeight), settings);
   averageAll(caliper.edges, other.edges);
   averageAll(caliper.pairs, other.pairs);
   return caliper;
+}
+
+std::vector<Caliper> measureAll(const GreyImage& image, const std::vector<Region>& regions,
+                                const CaliperSettings& settings) {
+  std::vector<Caliper> calipers;
+  calipers.reserve(regions.size());
+  for (const Region& region : regions) calipers.push_back(measure(image, region, settings));
+  return calipers;
 }
 
 }  // namespace dax::tool

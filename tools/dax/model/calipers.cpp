@@ -8,15 +8,12 @@
 #include "base/failure.h"
 #include "base/library_call.h"
 #include "base/text.h"
-#include "model/caliper_search.h"
 
 namespace dax::tool {
 namespace {
 
 constexpr double kRadians = std::numbers::pi / 180;
 constexpr double kMaxNumber = 1e9;
-constexpr double kMaxSamples = 1e8;    // about a second
-constexpr double kMaxSide = 16777216;  // beyond it the library refuses
 constexpr float kDefaultStep = 20, kFullStep = 255;
 
 // The members of a region: lengths, then `angles` angles.
@@ -264,23 +261,8 @@ float CaliperSettings::usedThreshold() const {
   return threshold.value_or(static_cast<float>(kDefaultStep * stepResponse()));
 }
 
-Caliper measure(const GreyImage& image, const Region& region, const CaliperSettings& settings) {
-  const Sides extent = sidesOf(region);
-  if (extent.width * extent.height > kMaxSamples && extent.width <= kMaxSide && extent.height <= kMaxSide) {
-    throw Failure(ExitStatus::kRefused, describe(region) + ": of " + fixed(extent.width * extent.height, 0) +
-                                            " samples; at most 100000000 are taken");
-  }
-  return searchRegion(region, settings, [&](const Region& where, const CaliperSettings& with) {
-    return std::visit([&](const auto& r) { return measureRegion(image, r, with); }, where);
-  });
-}
-
-std::vector<Caliper> measureAll(const GreyImage& image, const std::vector<Region>& regions,
-                                const CaliperSettings& settings) {
-  std::vector<Caliper> calipers;
-  calipers.reserve(regions.size());
-  for (const Region& region : regions) calipers.push_back(measure(image, region, settings));
-  return calipers;
+Caliper measureOnce(const GreyImage& image, const Region& region, const CaliperSettings& settings) {
+  return std::visit([&](const auto& r) { return measureRegion(image, r, settings); }, region);
 }
 
 }  // namespace dax::tool

@@ -71,9 +71,7 @@ struct Caliper {
   int32_t kernelLength;
 };
 
-// Throws Failure(kRefused) with a message that describes the region.
-Caliper measure(const GreyImage& image, const Region& region, const CaliperSettings& settings);
-std::vector<Caliper> measureAll(const GreyImage& image, const std::vector<Region>& regions,
-                                const CaliperSettings& settings);
+// One search, as the library does it. Throws Failure(kRefused) with a message that describes the region.
+Caliper measureOnce(const GreyImage& image, const Region& region, const CaliperSettings& settings);
 
 }  // namespace dax::tool

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 #include <limits>
 #include <numbers>
 
@@ -15,24 +16,27 @@ constexpr float kHuge = 1e30F;
 
 // Range and weight are two members, or one for the newer filters.
 template <DaxiRange BlobSelectCfg::*kRange, float BlobSelectCfg::*kWeight>
-constexpr Filter filter(std::string_view name, uint32_t flag, double max, const char* help) {
+constexpr Filter filter(std::string_view name, uint32_t flag, double max, int dimension, const char* help) {
   return {name,
           flag,
           0,
           max,
           1,
+          dimension,
           help,
           [](BlobSelectCfg& cfg, DaxiRange range) { cfg.*kRange = range; },
           [](BlobSelectCfg& cfg) -> float& { return cfg.*kWeight; }};
 }
 
 template <DaxiWeightedRange BlobSelectCfg::*kMember>
-constexpr Filter filter(std::string_view name, uint32_t flag, double min, double max, double unit, const char* help) {
+constexpr Filter filter(std::string_view name, uint32_t flag, double min, double max, double unit, int dimension,
+                        const char* help) {
   return {name,
           flag,
           min,
           max,
           unit,
+          dimension,
           help,
           [](BlobSelectCfg& cfg, DaxiRange range) {
             (cfg.*kMember).min = range.min;
@@ -43,26 +47,26 @@ constexpr Filter filter(std::string_view name, uint32_t flag, double min, double
 
 using Cfg = BlobSelectCfg;
 constexpr std::array kFilters = {
-    filter<&Cfg::area, &Cfg::areaWeight>("area", DAXI_BLOB_BY_AREA, kNone, "pixels"),
-    filter<&Cfg::perimeter, &Cfg::perimeterWeight>("perimeter", DAXI_BLOB_BY_PERIMETER, kNone,
+    filter<&Cfg::area, &Cfg::areaWeight>("area", DAXI_BLOB_BY_AREA, kNone, 2, "pixels"),
+    filter<&Cfg::perimeter, &Cfg::perimeterWeight>("perimeter", DAXI_BLOB_BY_PERIMETER, kNone, 1,
                                                    "length of the outer boundary, pixels"),
-    filter<&Cfg::longAxis, &Cfg::longAxisWeight>("long-axis", DAXI_BLOB_BY_LONG_AXIS, kNone,
+    filter<&Cfg::longAxis, &Cfg::longAxisWeight>("long-axis", DAXI_BLOB_BY_LONG_AXIS, kNone, 1,
                                                  "long side of the rotated box, pixels"),
-    filter<&Cfg::shortAxis, &Cfg::shortAxisWeight>("short-axis", DAXI_BLOB_BY_SHORT_AXIS, kNone,
+    filter<&Cfg::shortAxis, &Cfg::shortAxisWeight>("short-axis", DAXI_BLOB_BY_SHORT_AXIS, kNone, 1,
                                                    "short side of the rotated box, pixels"),
-    filter<&Cfg::axisRatio, &Cfg::axisRatioWeight>("axis-ratio", DAXI_BLOB_BY_AXIS_RATIO, 1,
+    filter<&Cfg::axisRatio, &Cfg::axisRatioWeight>("axis-ratio", DAXI_BLOB_BY_AXIS_RATIO, 1, 0,
                                                    "short side / long side, 0..1"),
-    filter<&Cfg::boxAngle>("box-angle", DAXI_BLOB_BY_BOX_ANGLE, -90, 90, kRadian,
+    filter<&Cfg::boxAngle>("box-angle", DAXI_BLOB_BY_BOX_ANGLE, -90, 90, kRadian, 0,
                            "direction of the long side, degrees from x towards y, -90..90"),
-    filter<&Cfg::circularity, &Cfg::circularityWeight>("circularity", DAXI_BLOB_BY_CIRCULARITY, 1,
+    filter<&Cfg::circularity, &Cfg::circularityWeight>("circularity", DAXI_BLOB_BY_CIRCULARITY, 1, 0,
                                                        "area / area of the circle around the blob, 0..1"),
-    filter<&Cfg::rectangularity, &Cfg::rectangularityWeight>("rectangularity", DAXI_BLOB_BY_RECTANGULARITY, 1,
+    filter<&Cfg::rectangularity, &Cfg::rectangularityWeight>("rectangularity", DAXI_BLOB_BY_RECTANGULARITY, 1, 0,
                                                              "area / area of the rotated box, 0..1"),
-    filter<&Cfg::centralBias, &Cfg::centralBiasWeight>("central-bias", DAXI_BLOB_BY_CENTRAL_BIAS, kNone,
+    filter<&Cfg::centralBias, &Cfg::centralBiasWeight>("central-bias", DAXI_BLOB_BY_CENTRAL_BIAS, kNone, 1,
                                                        "distance of box centre and centroid, pixels"),
-    filter<&Cfg::rectWidth>("rect-width", DAXI_BLOB_BY_RECT_WIDTH, 0, kNone, 1,
+    filter<&Cfg::rectWidth>("rect-width", DAXI_BLOB_BY_RECT_WIDTH, 0, kNone, 1, 1,
                             "width of the upright rectangle, pixels"),
-    filter<&Cfg::rectHeight>("rect-height", DAXI_BLOB_BY_RECT_HEIGHT, 0, kNone, 1,
+    filter<&Cfg::rectHeight>("rect-height", DAXI_BLOB_BY_RECT_HEIGHT, 0, kNone, 1, 1,
                              "height of the upright rectangle, pixels"),
 };
 
@@ -75,8 +79,8 @@ constexpr std::array kSortKeys = {
     SortKey{"x", DAXI_BLOB_KEY_CENTROID_X},
     SortKey{"y", DAXI_BLOB_KEY_CENTROID_Y},
     SortKey{"box-angle", DAXI_BLOB_KEY_BOX_ANGLE},
-    SortKey{"box-width", DAXI_BLOB_KEY_BOX_WIDTH},
-    SortKey{"box-height", DAXI_BLOB_KEY_BOX_HEIGHT},
+    SortKey{"long-axis", DAXI_BLOB_KEY_BOX_WIDTH},
+    SortKey{"short-axis", DAXI_BLOB_KEY_BOX_HEIGHT},
     SortKey{"rect-x", DAXI_BLOB_KEY_RECT_X},
     SortKey{"rect-y", DAXI_BLOB_KEY_RECT_Y},
     SortKey{"principal-angle", DAXI_BLOB_KEY_PRINCIPAL_ANGLE},
@@ -93,11 +97,12 @@ const Filter* findFilter(std::string_view name) {
   return found == kFilters.end() ? nullptr : found;
 }
 
-bool activate(BlobSelectCfg& cfg, const Filter& filter, const OpenRange& range) {
+bool activate(BlobSelectCfg& cfg, const Filter& filter, const OpenRange& range, double scale) {
   const double low = range.min.value_or(filter.min);
   const double high = range.max.value_or(filter.max);
   if (low < filter.min || high > filter.max || low > high) return false;
-  const auto inUnits = [&](double v) { return static_cast<float>(std::min<double>(v * filter.unit, kHuge)); };
+  const double unit = filter.unit * std::pow(scale, filter.dimension);
+  const auto inUnits = [&](double v) { return static_cast<float>(std::min<double>(v * unit, kHuge)); };
   cfg.flags |= filter.flag;
   filter.setRange(cfg, {inUnits(low), inUnits(high)});
   filter.weight(cfg) = high == kNone ? 0 : 1;

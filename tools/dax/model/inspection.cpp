@@ -136,8 +136,99 @@ void StageTimes::add(const StageTimes& other) {
   for (size_t i = 0; i < seconds_.size(); ++i) seconds_[i] += other.seconds_[i];
 }
 
+namespace {
+
+template <class Pixel>
+PixelImage<Pixel> cropped(const PixelImage<Pixel>& image, const DaxiRect& part) {
+  auto result = makeImage<Pixel>({part.width, part.height});
+  for (int32_t y = 0; y < part.height; ++y) std::copy_n(image.row(part.y + y) + part.x, part.width, result.row(y));
+  return result;
+}
+
+void move(BlobInfo& blob, const DaxiRect& by) {
+  const auto x = static_cast<float>(by.x), y = static_cast<float>(by.y);
+  blob.centroidX += x;
+  blob.centroidY += y;
+  blob.boxX += x;
+  blob.boxY += y;
+  blob.rectX += by.x;
+  blob.rectY += by.y;
+}
+
+// From places in the region of interest to places in the picture.
+void moveBack(Inspection& inspection, const DaxiRect& roi, DaxiSize size) {
+  inspection.size = size;
+  for (BlobInfo& blob : inspection.blobs) move(blob, roi);
+  for (Rejection& each : inspection.rejected) move(each.blob, roi);
+  for (Contour& contour : inspection.contours) {
+    for (Point& point : contour) {
+      point.x += static_cast<float>(roi.x);
+      point.y += static_cast<float>(roi.y);
+    }
+  }
+}
+
+// The best score first; of equal ones the order of the selection.
+void sortByScore(std::vector<BlobInfo>& blobs, const InspectionSettings& settings) {
+  const bool isAscending = settings.select.common.sortOrder == DAXI_BLOB_ASCENDING;
+  std::stable_sort(blobs.begin(), blobs.end(), [=](const BlobInfo& a, const BlobInfo& b) {
+    return isAscending ? a.score < b.score : a.score > b.score;
+  });
+}
+
+std::vector<BlobInfo> selectBest(const Labelled& labelled, const InspectionSettings& settings,
+                                 const BlobSelectV4Cfg& cfg, const Workers& workers) {
+  if (!settings.byScore) return select(labelled, cfg, workers);
+  BlobSelectV4Cfg roomy = cfg;
+  roomy.common.maxCount = DAXI_BLOB_MAX_COUNT;
+  std::vector<BlobInfo> blobs = select(labelled, roomy, workers);
+  sortByScore(blobs, settings);
+  blobs.resize(std::min(blobs.size(), static_cast<size_t>(cfg.common.maxCount)));
+  return blobs;
+}
+
+bool isWithin(size_t count, const OpenRange& range) {
+  const auto number = static_cast<double>(count);
+  return number >= range.min.value_or(0) && number <= range.max.value_or(number);
+}
+
+Inspection inspectRegion(const Picture& picture, const InspectionSettings& settings, const Workers& workers,
+                         StageTimes& times);
+
+Inspection inspectRoi(const Picture& picture, const InspectionSettings& settings, const Workers& workers,
+                      StageTimes& times) {
+  const DaxiRect& roi = *settings.roi;
+  const auto [width, height] = picture.grey.size;
+  if (roi.x > width - roi.width || roi.y > height - roi.height) {
+    throw Failure(ExitStatus::kRefused,
+                  "--roi reaches beyond the picture of " + std::to_string(width) + " x " + std::to_string(height));
+  }
+  Picture part = picture;
+  part.grey = cropped(picture.grey, roi);
+  if (picture.hasValues()) part.values = cropped(picture.values, roi);
+  InspectionSettings inside = settings;
+  if (settings.outsideMask) {
+    (void)withMask(settings, picture.grey.size);
+    inside.outsideMask = std::make_shared<const GreyImage>(cropped(*settings.outsideMask, roi));
+  }
+  Inspection result = inspectRegion(part, inside, workers, times);
+  moveBack(result, roi, picture.grey.size);
+  return result;
+}
+
+}  // namespace
+
 Inspection inspect(const Picture& picture, const InspectionSettings& settings, const Workers& workers,
                    StageTimes& times) {
+  Inspection result = (settings.roi ? inspectRoi : inspectRegion)(picture, settings, workers, times);
+  result.met = !settings.expected || isWithin(result.blobs.size(), *settings.expected);
+  return result;
+}
+
+namespace {
+
+Inspection inspectRegion(const Picture& picture, const InspectionSettings& settings, const Workers& workers,
+                         StageTimes& times) {
   const GreyImage& image = picture.grey;
   Inspection result;
   result.size = image.size;
@@ -151,7 +242,7 @@ Inspection inspect(const Picture& picture, const InspectionSettings& settings, c
   result.regions = _DAXI_DomainCount(&domains);
   times.measure(Stage::kSelect, [&] {
     const Labelled labelled{image, domains};
-    result.blobs = select(labelled, cfg, workers);
+    result.blobs = selectBest(labelled, settings, cfg, workers);
     if (settings.rejected) result.rejected = findRejected(labelled, cfg, result.blobs, workers);
   });
   if (settings.contours) {
@@ -161,4 +252,5 @@ Inspection inspect(const Picture& picture, const InspectionSettings& settings, c
   return result;
 }
 
+}  // namespace
 }  // namespace dax::tool

@@ -4,11 +4,13 @@
 #include <array>
 #include <chrono>
 #include <cstdint>
+#include <map>
 #include <memory>
 #include <optional>
 #include <string>
 #include <vector>
 
+#include "base/text.h"
 #include "command/threshold_option.h"
 #include "io/picture.h"
 #include "model/selection.h"
@@ -50,6 +52,11 @@ struct InspectionSettings {
   Threshold threshold{};
   std::string thresholdText = "otsu";  // as on the command line
   std::optional<Levels> levels;
+  std::optional<DaxiRect> roi;  // the part of the picture that is looked at
+  std::optional<double> mmPerPixel;
+  std::optional<OpenRange> expected;          // number of objects
+  bool byScore = false;                       // order of the objects
+  std::map<std::string, std::string> limits;  // of the filters, as on the command line
   int connectivity = 8;
   bool byClass = false;  // the grey value is the class: no threshold
   BlobSelectV4Cfg select{};
@@ -70,6 +77,7 @@ struct Inspection {
   std::vector<Rejection> rejected;
   std::vector<Contour> contours;
   bool scored = false;
+  bool met = true;  // whether the number of objects is the expected one
 };
 
 // Throws Failure(kRefused) with the library's status text.

@@ -28,7 +28,7 @@ constexpr std::array kCascade = {
     CascadeStep{"rectangularity", DAXI_BLOB_BY_RECTANGULARITY},
     CascadeStep{"central-bias", DAXI_BLOB_BY_CENTRAL_BIAS},
     CascadeStep{"box-angle", DAXI_BLOB_BY_BOX_ANGLE},
-    CascadeStep{"outside-limit", DAXI_BLOB_BY_OUTSIDE_PIXELS},
+    CascadeStep{"outside-pixels", DAXI_BLOB_BY_OUTSIDE_PIXELS},
 };
 
 using Labels = std::vector<bool>;

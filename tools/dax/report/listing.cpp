@@ -38,7 +38,7 @@ void writeRejected(std::ostream& out, const Inspection& inspection, const Inspec
   lines.front().insert(lines.front().begin(), "rejected by");
   for (const auto& [blob, by] : inspection.rejected) {
     Fields fields = columns.fields(blob);
-    fields.insert(fields.begin(), std::string(by));
+    fields.insert(fields.begin(), std::string(by) + " " + limitOf(by, settings));
     lines.push_back(std::move(fields));
   }
   writeColumns(out, lines);
@@ -50,9 +50,11 @@ void writeSection(std::ostream& out, const Outcome& outcome, const InspectionSet
   if (settings.rejected) writeRejected(out, outcome.inspection, settings);
 }
 
-Json toJson(const BlobInfo& blob, const std::vector<Feature>& features, bool scored) {
+Json toJson(const BlobInfo& blob, const InspectionSettings& settings, bool scored) {
   Json json{{"label", blob.label}};
-  for (const Feature& feature : features) json[std::string(feature.name)] = decimal(feature.value(blob));
+  for (const Feature& feature : features(settings)) {
+    json[std::string(feature.name)] = decimal(valueOf(feature, blob, settings));
+  }
   json["score"] = scored ? Json(decimal(blob.score)) : Json();
   return json;
 }
@@ -75,13 +77,19 @@ Json toJson(const Outcome& outcome, const InspectionSettings& settings) {
   if (!inspection.note.empty()) json["note"] = inspection.note;
   json["regions"] = inspection.regions;
   json["blobs"] = Json::array();
-  const std::vector<Feature> listed = features(settings);
-  for (const BlobInfo& blob : inspection.blobs) json["blobs"].push_back(toJson(blob, listed, inspection.scored));
+  if (settings.expected) {
+    const OpenRange& range = *settings.expected;
+    json["expected"] = {{"min", range.min ? Json(*range.min) : Json()},
+                        {"max", range.max ? Json(*range.max) : Json()},
+                        {"met", inspection.met}};
+  }
+  for (const BlobInfo& blob : inspection.blobs) json["blobs"].push_back(toJson(blob, settings, inspection.scored));
   if (!settings.rejected) return json;
   json["rejected"] = Json::array();
   for (const auto& [blob, by] : inspection.rejected) {
-    json["rejected"].push_back(toJson(blob, listed, false));
+    json["rejected"].push_back(toJson(blob, settings, false));
     json["rejected"].back()["rejected_by"] = by;
+    json["rejected"].back()["limit"] = limitOf(by, settings);
   }
   return json;
 }
@@ -108,9 +116,10 @@ struct CsvEnds {
 void writeCsvLine(std::ostream& out, const BlobInfo& blob, const InspectionSettings& settings,
                   const std::vector<Feature>& features, const CsvEnds& ends) {
   out << ends.file << ',' << ends.number << ',' << blob.label;
-  for (const Feature& feature : features) out << ',' << shortest(feature.value(blob));
+  for (const Feature& feature : features) out << ',' << shortest(valueOf(feature, blob, settings));
   out << ',' << ends.score;
-  if (settings.rejected) out << ',' << ends.rejectedBy;
+  if (settings.rejected) out << ',' << ends.rejectedBy << ',';
+  if (!ends.rejectedBy.empty()) out << limitOf(ends.rejectedBy, settings);
   out << '\n';
 }
 
@@ -128,24 +137,35 @@ std::string summary(const Inspection& inspection, const InspectionSettings& sett
   const std::string means =
       settings.byClass ? "classes" : std::string("threshold ") + settings.threshold.name() + " " + levels(inspection);
   return std::to_string(inspection.size.width) + " x " + std::to_string(inspection.size.height) + ", " + means + ", " +
-         std::to_string(inspection.blobs.size()) + " of " + std::to_string(inspection.regions) + " regions";
+         std::to_string(inspection.blobs.size()) + " of " + std::to_string(inspection.regions) + " regions" +
+         (settings.mmPerPixel ? ", in millimetres" : "") + (inspection.met ? "" : ": not the expected number");
+}
+
+std::string limitOf(std::string_view by, const InspectionSettings& settings) {
+  const auto byClass = settings.limits.find("class-area");
+  if (by == "area" && byClass != settings.limits.end()) return byClass->second;
+  const auto found = settings.limits.find(std::string(by));
+  return found == settings.limits.end() ? std::string() : found->second;
 }
 
 TableColumns::TableColumns(const InspectionSettings& settings, bool scored)
-    : features_(features(settings)), scored_(scored) {
-  std::erase_if(features_, [](const Feature& feature) { return feature.title.empty(); });
+    : settings_(settings), features_(features(settings)), scored_(scored) {
+  std::erase_if(features_, [](const Feature& feature) { return !feature.isInTable; });
 }
 
 Fields TableColumns::titles() const {
   Fields titles;
-  for (const Feature& feature : features_) titles.emplace_back(feature.title);
+  for (const Feature& feature : features_) titles.push_back(feature.title());
   if (scored_) titles.emplace_back("score");
   return titles;
 }
 
 Fields TableColumns::fields(const BlobInfo& blob) const {
   Fields fields;
-  for (const Feature& feature : features_) fields.push_back(fixed(feature.value(blob), feature.decimals));
+  for (const Feature& feature : features_) {
+    const bool isScaled = settings_.mmPerPixel && feature.dimension > 0;
+    fields.push_back(fixed(valueOf(feature, blob, settings_), feature.decimals + (isScaled ? 2 : 0)));
+  }
   if (scored_) fields.push_back(fixed(blob.score, 3));
   return fields;
 }
@@ -162,7 +182,7 @@ void writeTable(std::ostream& out, const Listing& listing) {
 }
 
 void writeJson(std::ostream& out, const Listing& listing) {
-  Json json = runJson();
+  Json json = runJson(listing.settings.mmPerPixel ? "millimetre" : "pixel");
   json["images"] = Json::array();
   for (const Outcome& outcome : listing.outcomes) json["images"].push_back(toJson(outcome, listing.settings));
   if (listing.truth) json["truth"] = listing.truth->json();
@@ -174,7 +194,7 @@ void writeCsv(std::ostream& out, const Listing& listing) {
   const std::vector<Feature> listed = features(settings);
   out << "file,number,label";
   for (const Feature& feature : listed) out << ',' << feature.name;
-  out << ",score" << (settings.rejected ? ",rejected by\n" : "\n");
+  out << ",score" << (settings.rejected ? ",rejected_by,limit\n" : "\n");
   for (const Outcome& outcome : listing.outcomes) {
     const Inspection& inspection = outcome.inspection;
     const std::string file = csvField(outcome.file);

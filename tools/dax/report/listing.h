@@ -34,6 +34,9 @@ void writeTimes(std::ostream& out, std::span<const Outcome> outcomes);
 // "1200 x 900, threshold otsu 127, 40 of 88 regions"
 std::string summary(const Inspection& inspection, const InspectionSettings& settings);
 
+// "area 200..": the range that refused a region, as given.
+std::string limitOf(std::string_view by, const InspectionSettings& settings);
+
 // Columns of blob tables.
 class TableColumns {
  public:
@@ -42,7 +45,8 @@ class TableColumns {
   std::vector<std::string> fields(const BlobInfo& blob) const;
 
  private:
-  std::vector<Feature> features_;  // with a title
+  const InspectionSettings& settings_;
+  std::vector<Feature> features_;  // those of tables
   bool scored_;
 };
 

@@ -4,6 +4,7 @@
 #include <sstream>
 #include <string_view>
 
+#include "base/run_info.h"
 #include "base/text.h"
 #include "io/image_file.h"
 #include "model/blob_features.h"
@@ -90,6 +91,30 @@ void writeTable(std::ostream& out, const Inspection& inspection, const Inspectio
   out << "</tbody>\n</table>\n";
 }
 
+void writeRejected(std::ostream& out, const Inspection& inspection, const InspectionSettings& settings) {
+  if (!settings.rejected || inspection.rejected.empty()) return;
+  const TableColumns columns(settings, false);
+  out << "<table class=\"rejected\">\n<thead><tr><th scope=\"col\">rejected by</th>";
+  for (const std::string& title : columns.titles()) out << "<th scope=\"col\">" << title << "</th>";
+  out << "</tr></thead>\n";
+  for (const auto& [blob, by] : inspection.rejected) {
+    out << "<tr><td>" << escapeHtml(std::string(by) + " " + limitOf(by, settings)) << "</td>";
+    for (const std::string& field : columns.fields(blob)) out << "<td>" << field << "</td>";
+    out << "</tr>\n";
+  }
+  out << "</table>\n";
+}
+
+// What was done, with what and when.
+void writeRun(std::ostream& out, const Inspection* inspection, const InspectionSettings* settings) {
+  const RunInfo& info = runInfo();
+  out << "<footer><p>DAX " << escapeHtml(info.version) << ", " << info.date;
+  if (settings) out << "; lengths in " << (settings->mmPerPixel ? "millimetres" : "pixels") << ", angles in degrees";
+  out << "</p>\n<p><code>" << escapeHtml(info.command) << "</code></p>\n";
+  if (inspection && !inspection->note.empty()) out << "<p>" << escapeHtml(inspection->note) << "</p>\n";
+  out << "</footer>\n";
+}
+
 void writeHead(std::ostream& out, const std::string& title) {
   out << "<!DOCTYPE html>\n<html lang=\"en\">\n<head>\n<meta charset=\"utf-8\">\n"
          "<meta name=\"viewport\" content=\"width=device-width, initial-scale=1\">\n"
@@ -110,7 +135,31 @@ std::string makeReport(const std::string& file, const GreyImage& image, const In
   writePicture(out, image, inspection);
   out << "</figure>\n<div class=\"table\">\n";
   writeTable(out, inspection, settings);
-  out << "</div>\n</main>\n<script>" << kReportScript << "</script>\n</body>\n</html>\n";
+  writeRejected(out, inspection, settings);
+  out << "</div>\n</main>\n";
+  writeRun(out, &inspection, &settings);
+  out << "<script>" << kReportScript << "</script>\n</body>\n</html>\n";
+  return out.str();
+}
+
+std::string makeIndex(const std::vector<IndexEntry>& entries) {
+  std::ostringstream out;
+  writeHead(out, "Reports");
+  out << "<body>\n<header>\n<h1>Reports</h1>\n<p>" << entries.size() << " pictures</p>\n</header>\n"
+      << "<table class=\"index\">\n<thead><tr><th>picture</th><th>result</th></tr></thead>\n";
+  for (const IndexEntry& entry : entries) {
+    const std::string name = escapeHtml(entry.name);
+    out << "<tr" << (entry.isGood ? "" : " class=\"bad\"") << "><td>";
+    if (entry.link.empty()) {
+      out << name;
+    } else {
+      out << "<a href=\"" << escapeHtml(entry.link) << "\">" << name << "</a>";
+    }
+    out << "</td><td>" << escapeHtml(entry.summary) << "</td></tr>\n";
+  }
+  out << "</table>\n";
+  writeRun(out, nullptr, nullptr);
+  out << "</body>\n</html>\n";
   return out.str();
 }
 

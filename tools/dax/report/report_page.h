@@ -32,6 +32,13 @@ tbody tr:last-child { border-bottom: 0; }
 @media (max-width: 75rem) { tbody tr { scroll-margin-top: 58vh; } }
 tr.marked { background: var(--mark); }
 tr:focus { outline: 2px solid var(--accent); outline-offset: -2px; }
+table.rejected { margin-top: 1.5rem; color: var(--dim); }
+table.index { width: auto; }
+table.index :is(th, td) { text-align: left; }
+tr.bad td { color: var(--accent); }
+a { color: inherit; }
+footer { margin-top: 1rem; color: var(--dim); font-size: .8rem; overflow-wrap: anywhere; }
+footer p { margin: .2rem 0; }
 .none { padding: 1rem; color: var(--dim); }
 .blob { cursor: pointer; }
 .blob path, .blob rect { vector-effect: non-scaling-stroke; fill: none; }
@@ -47,7 +54,7 @@ tr:focus { outline: 2px solid var(--accent); outline-offset: -2px; }
 
 // Rows have one tab stop; arrow keys, Home and End move within them. The mark follows the pointer, then the focus.
 inline constexpr const char* kReportScript = R"(
-const rows = [...document.querySelectorAll('tbody tr')];
+const rows = [...document.querySelectorAll('tbody tr[tabindex]')];
 const shapes = [...document.querySelectorAll('.blob')];
 let marked = -1;
 function mark(i) {
