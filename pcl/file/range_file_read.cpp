@@ -98,7 +98,7 @@ uint64_t statedBytes(const ZurImage& image, int i) {
 }
 
 // Sides of no pixels pass.
-bool sidesFit(int32_t width, int32_t height) {
+bool storedSidesFit(int32_t width, int32_t height) {
   return atLeast({width, height}, 0) && atMost({width, height}, DAX3D_MAX_SIDE);
 }
 
@@ -190,7 +190,7 @@ class RangeReader {
   DaxStatus noteRange(Payload payload) {
     DAX_REQUIRE(static_cast<int64_t>(payload.size) / 2 == int64_t{width_} * height_ && payload.size % 2 == 0,
                 DAX_STS_FAILURE);
-    DAX_REQUIRE(sidesFit(width_, height_), DAX_STS_IMAGE_SIZE);
+    DAX_REQUIRE(storedSidesFit(width_, height_), DAX_STS_IMAGE_SIZE);
     range_ = {payload, true};
     return DAX_STS_OK;
   }
@@ -212,7 +212,7 @@ class RangeReader {
       width_ = image.width;
       height_ = image.height;
     } else if (widthFound_ && heightFound_) {
-      DAX_REQUIRE(sidesFit(width_, height_), DAX_STS_IMAGE_SIZE);
+      DAX_REQUIRE(storedSidesFit(width_, height_), DAX_STS_IMAGE_SIZE);
     }
     const uint64_t bytes = statedPixels() * sizeof(int16_t);
     return fill(record_.range, kValueFormat, range_, bytes);

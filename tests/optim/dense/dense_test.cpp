@@ -98,7 +98,8 @@ TEST(Dense, FactorsAndSolutions) {
     solveLowerTransposed(n, a.data(), ld, b.data());
     for (size_t j = 0; j < x.size(); ++j) ASSERT_NEAR(b[j], x[j], 1e-9) << n;
   }
-  for (const auto& [pivot, accepted] : {std::pair{kMinPivot, true}, {kMinPivot * 0.999, false}, {std::nan(""), false}}) {
+  for (const auto& [pivot, accepted] :
+       {std::pair{kMinPivot, true}, {kMinPivot * 0.999, false}, {std::nan(""), false}}) {
     double a[] = {1, 0, 0, pivot};
     EXPECT_EQ(factorPanel(2, 2, a, 2), accepted) << pivot;
   }

@@ -91,7 +91,7 @@ void writeTable(std::ostream& out, const Inspection& inspection, const Inspectio
   out << "</tbody>\n</table>\n";
 }
 
-void writeRejected(std::ostream& out, const Inspection& inspection, const InspectionSettings& settings) {
+void writeRejectedSection(std::ostream& out, const Inspection& inspection, const InspectionSettings& settings) {
   if (!settings.rejected || inspection.rejected.empty()) return;
   const TableColumns columns(settings, false);
   out << "<table class=\"rejected\">\n<thead><tr><th scope=\"col\">rejected by</th>";
@@ -135,7 +135,7 @@ std::string makeReport(const std::string& file, const GreyImage& image, const In
   writePicture(out, image, inspection);
   out << "</figure>\n<div class=\"table\">\n";
   writeTable(out, inspection, settings);
-  writeRejected(out, inspection, settings);
+  writeRejectedSection(out, inspection, settings);
   out << "</div>\n</main>\n";
   writeRun(out, &inspection, &settings);
   out << "<script>" << kReportScript << "</script>\n</body>\n</html>\n";
