@@ -1,4 +1,4 @@
-// Any bytes as an image file: a failure, or grey values of 8 bits that are those of 16 bits rounded.
+// Any bytes as an image file: a failure, or grey values of 8 bits that are those of the file's depth rounded.
 #include <Magick++.h>
 
 #include <cstdlib>
@@ -32,9 +32,13 @@ void read(const uint8_t* data, size_t size) try {
   const auto [width, height] = fine.size;
   require(grey.size.width == width && grey.size.height == height);
   require(width > 0 && width <= DAXI_BLOB_MAX_SIDE && height > 0 && height <= DAXI_BLOB_MAX_SIDE);
+  const int32_t max = image.maxValue();
+  require(max >= 255 && max <= 65535);
+  const int32_t tolerance = (max + 255) / 2 + 255;  // both are rounded, and what the decoder gives
   for (int32_t y = 0; y < height; ++y) {
     for (int32_t x = 0; x < width; ++x) {
-      require(std::abs(257 * grey.row(y)[x] - fine.pixels[size_t(y) * size_t(width) + size_t(x)]) <= 129);
+      const int32_t value = fine.pixels[size_t(y) * size_t(width) + size_t(x)];
+      require(value <= max && std::abs(grey.row(y)[x] * max - value * 255) <= tolerance);
     }
   }
 } catch (const dax::tool::Failure&) {

@@ -15,7 +15,7 @@ RunInfo info;
 // For a POSIX shell; control characters are replaced.
 std::string quoted(std::string_view argument) {
   constexpr std::string_view kPlain = "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789_-+=.,:/@%";
-  const std::string text = printable(argument);
+  std::string text = printable(argument);
   if (!text.empty() && text.find_first_not_of(kPlain) == std::string::npos) return text;
   std::string result = "'";
   for (const char c : text) {

@@ -13,6 +13,10 @@ namespace dax::tool {
 
 using Place = std::array<double, 3>;
 
+inline bool isZero(const Place& place) {
+  return place[0] == 0 && place[1] == 0 && place[2] == 0;
+}
+
 // Points with finite coordinates, and normals if known.
 struct Cloud {
   Place origin = {};           // added to the coordinates of all points
@@ -30,7 +34,7 @@ struct Cloud {
   std::string viewpoint;        // of a PCD file
 
   size_t size() const { return points.size() / 3; }
-  bool isShifted() const { return origin != Place(); }
+  bool isShifted() const { return !isZero(origin); }
   Place at(size_t i) const {
     return {origin[0] + points[3 * i], origin[1] + points[3 * i + 1], origin[2] + points[3 * i + 2]};
   }

@@ -50,7 +50,7 @@ CloudStats measureCloud(const Cloud& cloud, const Workers& workers) {
 
 std::string cloudStatsText(const CloudStats& stats) {
   const auto real = [](double v) { return shortest(static_cast<float>(v)); };
-  const bool isShifted = stats.origin != Place();
+  const bool isShifted = !isZero(stats.origin);
   const auto triple = [&](const Place& v) {
     return isShifted ? placeText(v) : real(v[0]) + ", " + real(v[1]) + ", " + real(v[2]);
   };

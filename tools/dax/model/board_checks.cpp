@@ -95,8 +95,9 @@ std::vector<Match> matchesOf(const Board& board, double scale) {
   std::vector<Match> matches;
   for (int32_t i = 0; i < columns * rows; ++i) {
     const DaxiPoint32f& p = board.corners[static_cast<size_t>(i)];
-    matches.push_back({2.0 * (i % columns) / (columns - 1) - 1, 2.0 * (i / columns) / (rows - 1) - 1,
-                       (p.x - cx) / scale, (p.y - cy) / scale});
+    const int32_t column = i % columns, row = i / columns;
+    matches.push_back(
+        {2.0 * column / (columns - 1) - 1, 2.0 * row / (rows - 1) - 1, (p.x - cx) / scale, (p.y - cy) / scale});
   }
   return matches;
 }
