@@ -22,16 +22,16 @@ bool reachesBeyond(const Region& region, DaxiSize size) {
 }
 
 // The least width that a kernel measures without bias.
-double leastWidth(uint32_t halfWidth) {
+double minWidth(uint32_t halfWidth) {
   return 1.25 * halfWidth + 2;
 }
 
 std::string narrowWarning(const std::vector<Caliper>& calipers, const CaliperSettings& settings) {
-  double narrowest = leastWidth(settings.halfWidth);
+  double narrowest = minWidth(settings.halfWidth);
   size_t count = 0;
   for (const Caliper& caliper : calipers) {
     for (const FoundPair& pair : caliper.pairs) {
-      count += pair.pair.width < leastWidth(settings.halfWidth);
+      count += pair.pair.width < minWidth(settings.halfWidth);
       narrowest = std::min(narrowest, static_cast<double>(pair.pair.width));
     }
   }
@@ -41,7 +41,7 @@ std::string narrowWarning(const std::vector<Caliper>& calipers, const CaliperSet
                                  ? "--half-width " + std::to_string(fitting) + " would do"
                                  : "no half width would do";
   return std::to_string(count) + (count == 1 ? " width is" : " widths are") +
-         " narrower than the kernel and too large: " + "widths from " + fixed(leastWidth(settings.halfWidth), 1) +
+         " narrower than the kernel and too large: " + "widths from " + fixed(minWidth(settings.halfWidth), 1) +
          " px on are unbiased; " + advice;
 }
 
