@@ -224,8 +224,11 @@ class RangeReader {
       return fill(record_.mask, kMaskFormat, mask_, std::max(mask_.size, statedPixels()));
     }
     if (!mask_.found) return DAX_STS_OK;
-    Plane plane(record_.mask, 0, statedBytes(record_.mask.image, 0));
-    DAX_REQUIRE_OK(plane.reserve(mask_.size));
+    // The next reader takes the slot at its word, so new memory has at least what it says.
+    const uint64_t stated = statedBytes(record_.mask.image, 0);
+    Plane plane(record_.mask, 0, stated);
+    DAX_REQUIRE(plane.fits(mask_.size), DAX_STS_FAILURE);
+    DAX_REQUIRE_OK(plane.reserve(std::max(mask_.size, stated)));
     return load(plane, mask_);
   }
 

@@ -57,9 +57,16 @@ TEST_F(RangeFile, TypeOneLeavesTheMaskSlot) {
   ASSERT_EQ(read.from(path_), DAX_STS_OK);
   EXPECT_EQ(packed(image.format, image.width, image.height, image.step[0]), packed(7, 8, 9, 10));
   EXPECT_EQ(bytesOf(image.plane[0], 3), "mmm");
+}
 
-  // What the slot says is there for the next file.
-  image.format = 1;
+// A slot that was described before it got memory has all of it for the next file.
+TEST_F(RangeFile, MaskOfADescribedSlot) {
+  Read read;
+  ZurImage& image = read.record.mask.image;
+  image.format = 1, image.width = 10, image.height = 8, image.step[0] = 10;
+  save(chunk(type, packed(1)) + chunk(mask, "mmm"));
+  ASSERT_EQ(read.from(path_), DAX_STS_OK);
+  EXPECT_EQ(contents(read.record.mask, 0, 1), std::string("mmm").append(77, '\0'));
   save(chunk(type, packed(0)) + chunk(range, std::string(160, 'v')) + chunk(mask, std::string(80, 'M')) +
        chunk(height, packed(8)) + chunk(width, packed(10)));
   ASSERT_EQ(read.from(path_), DAX_STS_OK);
