@@ -32,7 +32,7 @@ constexpr StatusText kStatusTexts[] = {
     {0x10000016, kReserved},
     {0x10000017, kReserved},
     {0x10000018, kReserved},
-    {0x1000001d, "the platform layer's code 1"},
+    {0x1000001d, "platform layer's code 1, which no function returns"},
     {DAX_STS_MEMTAB_NULL_BASE, "memory table entry has no block"},
     {DAX_STS_MEMTAB_ALIGNMENT, "memory table entry has another alignment"},
     {DAX_STS_MEMTAB_TOO_SMALL, "memory table entry smaller than its alignment, or name longer than 63 characters"},

@@ -13,9 +13,8 @@ typedef struct PrmtCgParam {
   int32_t maxIterations; /* at least 1; default 500. the step reached by then is used */
   int32_t blockSize;     /* parameters per block, 1..16; the last block may be smaller; default 1 */
   uint8_t useDefaults;   /* 1: write the defaults into the other fields */
-  double
-      modelTolerance; /* ends at iteration k when k times the share by which it lowered the quadratic model is at most
-                            this (Nash and Sofer 1990), 0..1; 0: never; default 0.1 */
+  double modelTolerance; /* 0..1; default 0.1. Ends at iteration k when k times the share of it in what all have lowered
+                            the quadratic model by is at most this (Nash and Sofer 1990); 0: never */
 } PrmtCgParam;
 
 /* As PRMT_LM_Process_f64, solved by conjugate gradients. */

@@ -62,14 +62,16 @@ DaxStatus DAXI_BlobLabelImage_32s_C1R(const DaxiDomainList* domains, int32_t bac
                                       DaxiSize size) {
   DAX_REQUIRE(domains && domains->runs && domains->domains, DAX_STS_NULL_POINTER);
   DAX_REQUIRE_OK(dax::checkImage(dst, dstStep, size));
-  // One pass in raster order, which is that of the runs: what lies between two runs is background.
+  // One pass in raster order, which is that of the runs: what lies between two runs is background. Runs that overlap, which
+  // no labelling makes, stay within their row.
   const DomainRun* run = domains->runs;
   const DomainRun* const end = run + domains->runCount;
   for (int32_t y = 0; y < size.height; ++y) {
     int32_t* const row = dax::rowAt(dst, dstStep, y);
     int32_t x = 0;
     for (; run != end && run->row == y; ++run) {
-      const int32_t start = std::min<int32_t>(run->start, size.width), past = std::min(run->end + 1, size.width);
+      const int32_t start = std::clamp<int32_t>(run->start, x, size.width);
+      const int32_t past = std::clamp<int32_t>(run->end + 1, start, size.width);
       std::fill(row + x, row + start, background);
       std::fill(row + start, row + past, static_cast<int32_t>(run->label));
       x = past;

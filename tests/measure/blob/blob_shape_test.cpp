@@ -186,6 +186,17 @@ TEST(BlobLabelImage, EveryPixelOfTheRegion) {
       }
     }
   }
+  // Of runs that are in no order nothing is written outside their rows.
+  std::vector<DomainRun> runs(list.runs, list.runs + list.runCount);
+  std::reverse(runs.begin(), runs.end());
+  for (DomainRun& run : runs) run.row = 3;
+  DaxiDomainList disordered = list;
+  disordered.runs = runs.data();
+  TestImage<int32_t> image(mask.size(), 4);
+  image.remember();
+  ASSERT_EQ(DAXI_BlobLabelImage_32s_C1R(&disordered, 0, image.data(), image.step(), mask.size()), DAX_STS_OK);
+  EXPECT_TRUE(image.paddingUntouched());
+
   int32_t pixel;
   EXPECT_EQ(DAXI_BlobLabelImage_32s_C1R(nullptr, 0, &pixel, 1, {1, 1}), DAX_STS_NULL_POINTER);
   EXPECT_EQ(DAXI_BlobLabelImage_32s_C1R(&list, 0, nullptr, 1, {1, 1}), DAX_STS_NULL_POINTER);
