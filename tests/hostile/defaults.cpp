@@ -87,10 +87,8 @@ void Call::completeInteger(size_t i) {
     return;
   }
   if (view == "threads" && has("pool")) return pool();
-  if (!known.choices.empty()) {
-    const size_t choice = static_cast<size_t>(random.below(static_cast<int32_t>(known.choices.size())));
-    return static_cast<void>(anyOf(name, {known.choices[choice]}));
-  }
+  if (known.choices[0] != known.choices[1])
+    return static_cast<void>(anyOf(name, {known.choices[static_cast<size_t>(random.below(2))]}));
   const auto [low, high] = limits(i);
   const bool isFree = std::isinf(low) && std::isinf(high);
   if (atLimit_[i] && !isFree)

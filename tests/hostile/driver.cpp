@@ -248,7 +248,7 @@ class Driver {
     }
     const Contract* const contract = findContract(subject.function->name);
     if (contract) std::fputs("; never", report);
-    for (const uint32_t code : contract ? contract->codes : std::vector<uint32_t>()) {
+    for (const uint32_t code : contract ? contract->codes : std::span<const uint32_t>()) {
       const auto isCode = [&](const auto& each) { return static_cast<uint32_t>(each.first) == code; };
       const bool seen = std::any_of(tally.statuses.begin(), tally.statuses.end(), isCode);
       if (!seen && !subject.witness.codes.contains(code)) std::fprintf(report, " %x", code);

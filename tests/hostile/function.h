@@ -1,10 +1,12 @@
 // An exported function as the driver sees it: its arguments by name and kind, and a way to call it.
 #pragma once
 
+#include <array>
 #include <bit>
 #include <cmath>
 #include <cstdint>
 #include <cstring>
+#include <span>
 #include <string_view>
 #include <type_traits>
 #include <utility>
@@ -118,8 +120,8 @@ struct Said {
   const char* inPlaceOf = "";              // may be this image
   Limits (*limits)(Call& call) = nullptr;  // of a size: of its width
   Limits (*heightLimits)(Call& call) = nullptr;
-  std::vector<int64_t> choices = {};
-  bool isRounded = false;  // the limits are those of a sum
+  int64_t choices[2] = {};  // where they differ: one of them
+  bool isRounded = false;   // the limits are those of a sum
 };
 
 struct Argument {
@@ -141,7 +143,7 @@ struct Field {
 struct Record {
   std::string_view name;
   size_t bytes;
-  std::vector<Field> fields;
+  std::span<const Field> fields;
 };
 
 // Null for records that no header has.
@@ -156,8 +158,8 @@ struct Check {
 // All checks of a function, in the order of its contract, and the codes that the contract names anywhere.
 struct Contract {
   std::string_view name;
-  std::vector<Check> checks;
-  std::vector<uint32_t> codes;
+  std::span<const Check> checks;
+  std::span<const uint32_t> codes;
 };
 
 // Null where the contract names no code.
@@ -186,24 +188,32 @@ uint64_t resultBits(R result) {
   }
 }
 
+// The types of a function's arguments, and a way to call it.
+struct Signature {
+  Code code;
+  std::span<const Type> types;
+  uint64_t (*invoke)(Code code, const Value* values);
+};
+
+template <class... A>
+inline constexpr std::array<Type, sizeof...(A)> kTypes{typeOf<A>()...};
+
 template <class R, class... A>
-Function describe(const char* name, std::string_view returns, R (*code)(A...), std::vector<Said> said) {
-  Function function{name, returns, reinterpret_cast<Code>(code), nullptr, {}};
-  size_t i = 0;
-  ((function.arguments.push_back({said.at(i).name, typeOf<A>(), said.at(i)}), ++i), ...);
-  function.invoke = [](Code untyped, [[maybe_unused]] const Value* values) -> uint64_t {
-    const auto typed = reinterpret_cast<R (*)(A...)>(untyped);
-    const auto call = [&]<size_t... I>(std::index_sequence<I...>) {
-      return typed(values[I].template get<A>()...);
-    };
-    if constexpr (std::is_void_v<R>) {
-      call(std::index_sequence_for<A...>{});
-      return 0;
-    } else {
-      return resultBits(call(std::index_sequence_for<A...>{}));
-    }
+uint64_t invokeAs(Code code, [[maybe_unused]] const Value* values) {
+  const auto call = [&]<size_t... I>(std::index_sequence<I...>) {
+    return reinterpret_cast<R (*)(A...)>(code)(values[I].template get<A>()...);
   };
-  return function;
+  if constexpr (std::is_void_v<R>) {
+    call(std::index_sequence_for<A...>{});
+    return 0;
+  } else {
+    return resultBits(call(std::index_sequence_for<A...>{}));
+  }
+}
+
+template <class R, class... A>
+Signature signatureOf(R (*code)(A...)) {
+  return {reinterpret_cast<Code>(code), kTypes<A...>, &invokeAs<R, A...>};
 }
 
 // Every exported function, in alphabetical order.

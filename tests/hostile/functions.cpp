@@ -1,4 +1,5 @@
-// The lists are made from the public headers at build time; the compiler supplies the types.
+// The lists are made from the public headers at build time; the compiler supplies the types. They are constant tables: as
+// code that builds vectors they would take a minute to be compiled.
 #include <algorithm>
 #include <cstddef>
 
@@ -12,36 +13,67 @@
 namespace dax::hostile {
 namespace {
 
-const std::vector<Record>& allRecords() {
-#define HOSTILE_RECORD(name, ...) {#name, sizeof(name), {__VA_ARGS__}},
-#define HOSTILE_FIELD(record, name, fieldRecord, low, high, standard)                                                 \
-  {                                                                                                                   \
-#name, offsetof(record, name), sizeof(record::name) / sizeof(std::remove_all_extents_t <decltype(record::name)>), \
-        typeOf < std::remove_all_extents_t < decltype(record::name)>>(), fieldRecord, {low, high }, standard          \
-  }
-  static const std::vector<Record> records = {
-#include "records.inc"
-  };
-#undef HOSTILE_FIELD
-#undef HOSTILE_RECORD
-  return records;
+// Arrays of one name and their table, from one list that is read twice. Each array ends with an empty element, since none may
+// have no elements.
+template <class T, size_t N>
+constexpr std::span<const T> withoutLast(const T (&array)[N]) {
+  return std::span(array).first(N - 1);
 }
 
-const std::vector<Contract>& allContracts() {
+#define HOSTILE_FIELD(record, name, fieldRecord, low, high, standard)                \
+  {#name,                                                                            \
+   offsetof(record, name),                                                           \
+   sizeof(record::name) / sizeof(std::remove_all_extents_t<decltype(record::name)>), \
+   typeOf<std::remove_all_extents_t<decltype(record::name)>>(),                      \
+   fieldRecord,                                                                      \
+   {low, high},                                                                      \
+   standard},
+#define HOSTILE_RECORD(name, ...) const Field fieldsOf_##name[] = {__VA_ARGS__{}};
+#include "records.inc"
+#undef HOSTILE_RECORD
+#define HOSTILE_RECORD(name, ...) {#name, sizeof(name), withoutLast(fieldsOf_##name)},
+const Record kRecords[] = {
+#include "records.inc"
+};
+
 #define HOSTILE_CHECK(code, clause) {static_cast<uint32_t>(code), clause},
 #define HOSTILE_CODE(code) static_cast<uint32_t>(code),
-#define HOSTILE_CONTRACT(name, checks, codes) {#name, {checks}, {codes}},
-  static const std::vector<Contract> contracts = {
+#define HOSTILE_CONTRACT(name, checks, codes)     \
+  constexpr Check checksOf_##name[] = {checks{}}; \
+  constexpr uint32_t codesOf_##name[] = {codes 0};
 #include "contracts.inc"
-  };
 #undef HOSTILE_CONTRACT
-#undef HOSTILE_CODE
-#undef HOSTILE_CHECK
-  return contracts;
+#define HOSTILE_CONTRACT(name, checks, codes) {#name, withoutLast(checksOf_##name), withoutLast(codesOf_##name)},
+constexpr Contract kContracts[] = {
+#include "contracts.inc"
+};
+
+#define HOSTILE_FUNCTION(name, returns, ...) constexpr Said saidOf_##name[] = {__VA_ARGS__ __VA_OPT__(, ){}};
+#include "functions.inc"
+#undef HOSTILE_FUNCTION
+#define HOSTILE_FUNCTION(name, returns, ...) {#name, returns, saidOf_##name, signatureOf(&(name))},
+struct Listed {
+  const char* name;
+  const char* returns;
+  const Said* said;
+  Signature signature;
+};
+
+std::vector<Function> allListed() {
+  const Listed listed[] = {
+#include "functions.inc"
+  };
+  std::vector<Function> functions;
+  for (const auto& [name, returns, said, signature] : listed) {
+    functions.push_back({name, returns, signature.code, signature.invoke, {}});
+    for (size_t i = 0; i < signature.types.size(); ++i)
+      functions.back().arguments.push_back({said[i].name, signature.types[i], said[i]});
+  }
+  return functions;
 }
 
 template <class Named>
-const Named* find(const std::vector<Named>& all, std::string_view name) {
+const Named* find(std::span<const Named> all, std::string_view name) {
   const auto found = std::find_if(all.begin(), all.end(), [&](const Named& each) { return each.name == name; });
   return found == all.end() ? nullptr : &*found;
 }
@@ -49,23 +81,19 @@ const Named* find(const std::vector<Named>& all, std::string_view name) {
 }  // namespace
 
 const Record* findRecord(std::string_view name) {
-  return find(allRecords(), name);
+  return find<Record>(kRecords, name);
 }
 
 const Contract* findContract(std::string_view function) {
-  return find(allContracts(), function);
+  return find<Contract>(kContracts, function);
 }
 
 const Function* findFunction(std::string_view name) {
-  return find(allFunctions(), name);
+  return find<Function>(allFunctions(), name);
 }
 
 const std::vector<Function>& allFunctions() {
-#define HOSTILE_FUNCTION(name, returns, ...) describe(#name, returns, &(name), {__VA_ARGS__}),
-  static const std::vector<Function> functions = {
-#include "functions.inc"
-  };
-#undef HOSTILE_FUNCTION
+  static const std::vector<Function> functions = allListed();
   return functions;
 }
 

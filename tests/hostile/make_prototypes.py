@@ -145,7 +145,7 @@ def list_records(records, enumerators):
                 low = f"next<{kind if kind in ('float', 'double') else 'int64_t'}>({low[:-7]}, 1)"
             values = f"{low or '-INFINITY'}, {high or 'INFINITY'}, {default[1] if default else 'NAN'}"
             lines.append(f'HOSTILE_FIELD({record}, {name}, "{kind if kind in records else ""}", {values})')
-        yield f"HOSTILE_RECORD({record}, {', '.join(lines)})\n"
+        yield f"HOSTILE_RECORD({record}, {' '.join(lines)})\n"
 
 
 def list_contracts(include):

@@ -103,7 +103,7 @@ bool isCheckedAlways(const Check& check, const char* field) {
 }
 
 bool isCheckedAlways(const Function& function, const Spot& spot) {
-  const std::vector<Check>& checks = findContract(function.name)->checks;
+  const std::span<const Check> checks = findContract(function.name)->checks;
   return std::any_of(checks.begin(), checks.end(),
                      [&](const Check& check) { return isCheckedAlways(check, spot.field->name); });
 }
