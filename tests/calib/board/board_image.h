@@ -102,9 +102,11 @@ class Coverage {
       const std::vector<PlanePoint> strip = cut(cut(polygon, &PlanePoint::y, y - 0.5, 1), &PlanePoint::y, y + 0.5, -1);
       if (strip.size() < 3) continue;
       const auto [left, right] = extent(strip, &PlanePoint::x, size_.width);
+      const auto [fullFrom, fullTo] = core(strip, y);
       for (int32_t x = left; x <= right; ++x) {
+        const bool isFull = x - 0.5 >= fullFrom && x + 0.5 <= fullTo;
         share_[static_cast<size_t>(y * size_.width + x)] +=
-            area(cut(cut(strip, &PlanePoint::x, x - 0.5, 1), &PlanePoint::x, x + 0.5, -1));
+            isFull ? 1 : area(cut(cut(strip, &PlanePoint::x, x - 0.5, 1), &PlanePoint::x, x + 0.5, -1));
       }
     }
   }
@@ -119,6 +121,17 @@ class Coverage {
     for (const PlanePoint& q : p) low = std::min(low, q.*axis), high = std::max(high, q.*axis);
     return {static_cast<int32_t>(std::clamp(std::floor(low + 0.5), 0.0, n - 0.0)),
             static_cast<int32_t>(std::clamp(std::floor(high + 0.5), -1.0, n - 1.0))};
+  }
+
+  // Between its sides a strip that is a trapezium from edge to edge of its row covers pixels as wholes: most of a board.
+  static std::pair<double, double> core(const Polygon& strip, int32_t y) {
+    double low[2] = {1e9, 1e9}, high[2] = {-1e9, -1e9};
+    for (const PlanePoint& p : strip) {
+      const bool isLower = p.y > y;
+      if (strip.size() != 4 || std::fabs(std::fabs(p.y - y) - 0.5) > 1e-9) return {1, 0};
+      low[isLower] = std::min(low[isLower], p.x), high[isLower] = std::max(high[isLower], p.x);
+    }
+    return {std::max(low[0], low[1]), std::min(high[0], high[1])};
   }
 
   // The part of a polygon on one side of a line across an axis.
