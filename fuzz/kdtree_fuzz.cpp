@@ -49,7 +49,7 @@ bool parse(const uint8_t* data, size_t size, Input& input) {
 }
 
 struct Found {
-  explicit Found(int32_t most) : indices(static_cast<size_t>(most)), distances(indices.size()) {}
+  explicit Found(int32_t max) : indices(static_cast<size_t>(max)), distances(indices.size()) {}
   std::vector<uint32_t> indices;
   std::vector<float> distances;
   int32_t count = -1;

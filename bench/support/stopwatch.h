@@ -20,7 +20,7 @@ double milliseconds(const Run& run) {
 
 // The least of several runs: what the machine can do when nothing else runs.
 template <class Run>
-double least(int rounds, const Run& run) {
+double fastest(int rounds, const Run& run) {
   double best = INFINITY;
   for (int i = 0; i < rounds; ++i) best = std::min(best, milliseconds(run));
   return best;

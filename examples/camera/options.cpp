@@ -29,10 +29,10 @@ constexpr const char* kUsage =
   std::exit(2);
 }
 
-double number(const char* option, double least, double most) {
+double number(const char* option, double min, double max) {
   char* end = nullptr;
   const double value = std::strtod(optarg, &end);
-  if (end == optarg || *end != '\0' || !(value >= least && value <= most)) {
+  if (end == optarg || *end != '\0' || !(value >= min && value <= max)) {
     refuse(std::string("--") + option + " " + optarg + ": not a number in range");
   }
   return value;

@@ -48,9 +48,9 @@ class Watched:
                 raise AssertionError(f"no line {pattern!r}, status {self.process.poll()}:\n" + "\n".join(self.seen))
             time.sleep(0.02)
 
-    def wait_for_frames(self, least):
+    def wait_for_frames(self, number):
         """The frames inspected so far, as soon as they are at least so many."""
-        while (frames := int(self.wait_for(r"^ *(\d+) frames")[1])) < least:
+        while (frames := int(self.wait_for(r"^ *(\d+) frames")[1])) < number:
             pass
         return frames
 

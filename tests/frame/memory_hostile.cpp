@@ -93,8 +93,8 @@ void* anyBase(Call& c) {
 }
 
 template <class Entry>
-Entry* makeTable(Call& c, int64_t most) {
-  const int64_t count = c.number("count", 1, most);
+Entry* makeTable(Call& c, int64_t max) {
+  const int64_t count = c.number("count", 1, max);
   auto* const table = static_cast<Entry*>(c.array("table", count < 1 ? -1 : count));
   const bool fill = table && c.blockOf("table")->bytes > 0;
   for (int64_t i = 0; fill && i < count; ++i) {

@@ -124,9 +124,9 @@ TEST(Geometry, BoxesAreTheSmallest) {
       area = std::min(area, (high - low) * depth), perimeter = std::min(perimeter, high - low + depth);
     }
     const auto count = static_cast<int32_t>(hull.size());
-    const DaxiRotatedBox least = encloseBox(hull.data(), count, DAXI_BOX_MIN_AREA);
+    const DaxiRotatedBox box = encloseBox(hull.data(), count, DAXI_BOX_MIN_AREA);
     const DaxiRotatedBox shortest = encloseBox(hull.data(), count, DAXI_BOX_MIN_PERIMETER);
-    ASSERT_NEAR(least.width * least.height, area, 1e-3) << round;
+    ASSERT_NEAR(box.width * box.height, area, 1e-3) << round;
     ASSERT_NEAR(shortest.width + shortest.height, perimeter, 1e-4) << round;
   }
 }

@@ -154,10 +154,10 @@ double Call::real(const char* name, double low, double high) {
   return isFloat ? double{get<float>(name)} : get<double>(name);
 }
 
-DaxiSize Call::size(const char* name, int32_t least) {
+DaxiSize Call::size(const char* name, int32_t min) {
   if (drawn(name)) return get<DaxiSize>(name);
   const Own own(*this, name);
-  const auto side = [&](int32_t most) { return least + random.below(most); };
+  const auto side = [&](int32_t max) { return min + random.below(max); };
   DaxiSize valid;
   switch (random.below(20)) {
     case 0:
@@ -174,7 +174,7 @@ DaxiSize Call::size(const char* name, int32_t least) {
       valid = {side(150), side(8)};
       break;
     case 7:
-      valid = {least, least};
+      valid = {min, min};
       break;
     default:
       valid = {side(26), side(26)};

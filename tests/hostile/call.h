@@ -82,7 +82,7 @@ class Call {
   int64_t anyOf(const char* name, std::initializer_list<int64_t> valid);
   double real(const char* name, double low, double high);
   // Sides from `least` on; small, wide or tall.
-  DaxiSize size(const char* name, int32_t least = 1);
+  DaxiSize size(const char* name, int32_t min = 1);
   // `valid` unless it is to be spoiled.
   DaxiSize sizeOr(const char* name, DaxiSize valid);
 

@@ -125,7 +125,7 @@ void Call::completeReal(size_t i) {
 void Call::completeSize(size_t i) {
   const char* const name = function.arguments[i].name;
   const Limits width = limits(i), height = said(i).heightLimits ? said(i).heightLimits(*this) : width;
-  const double least = std::clamp(std::max(width.low, height.low), 1.0, 4096.0);
+  const double min = std::clamp(std::max(width.low, height.low), 1.0, 4096.0);
   bool isFirst = true;
   for (size_t j = 0; j < i; ++j) isFirst &= function.arguments[j].type.kind != Kind::size;
   // One side just below its least, or above its greatest.
@@ -133,14 +133,14 @@ void Call::completeSize(size_t i) {
   const Limits& own = isWidth ? width : height;
   if (planned_ && isFirst && isSpoiled(name) && own.low >= 1 && chance(50)) {
     const auto side = static_cast<int32_t>(own.high < 1e6 && chance(50) ? own.high + 1 : own.low - 1);
-    const auto other = static_cast<int32_t>(least);
+    const auto other = static_cast<int32_t>(min);
     set(name, isWidth ? DaxiSize{side, other} : DaxiSize{other, side});
     forbidden = name;
     return;
   }
   const bool isWide = std::max(width.high, height.high) > 4096;
   if ((isFirst && isWide) || (!said(i).limits && !said(i).heightLimits)) {
-    size(name, static_cast<int32_t>(least));
+    size(name, static_cast<int32_t>(min));
     return;
   }
   const auto side = [&](Limits given) {

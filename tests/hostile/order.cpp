@@ -55,8 +55,8 @@ std::string Order::round(uint64_t seed) {
 
 void Order::collect(uint64_t seed) {
   for (size_t i = 0; i < function_.arguments.size(); ++i) {
-    const size_t most = function_.arguments.size() <= 2 ? kFieldsOfSingles : kFields;
-    const size_t all = Call::fieldsToSpoil(function_, i), fields = std::min(all, most);
+    const size_t max = function_.arguments.size() <= 2 ? kFieldsOfSingles : kFields;
+    const size_t all = Call::fieldsToSpoil(function_, i), fields = std::min(all, max);
     for (size_t k = 0; k <= fields; ++k) {
       // Where they are too many for one round, others in every round.
       const auto field = static_cast<uint32_t>(k == 0 ? 0 : 1 + (seed % all + k) % all);
@@ -148,14 +148,14 @@ bool Order::concerns(const std::vector<size_t>& checks, const Fault& fault) cons
 std::vector<size_t> Order::checksOf(const Fault& fault) const {
   const bool isNull = fault.spoil.field == 0 && function_.arguments[fault.spoil.argument].type.kind == Kind::pointer;
   std::vector<size_t> best;
-  size_t most = 0;
+  size_t max = 0;
   for (size_t i = 0; i < contract_->checks.size(); ++i) {
     const auto& [code, clause] = contract_->checks[i];
     if (code != fault.status) continue;
     size_t found = 2 * names(i, fault) + (isNull && hasWord(clause, "null"));
     for (size_t k = 0; fault.spoil.field > 0 && k < fault.path.size(); ++k) found += hasWord(clause, fault.path[k]);
-    if (found > most) best.clear(), most = found;
-    if (found == most) best.push_back(i);
+    if (found > max) best.clear(), max = found;
+    if (found == max) best.push_back(i);
   }
   if (fault.isEmptySize && !best.empty()) best = {best.front()};
   return best;

@@ -14,7 +14,7 @@
 
 namespace {
 
-using bench::least;
+using bench::fastest;
 using bench::require;
 using Memory = std::unique_ptr<uint8_t[]>;
 constexpr int32_t kRounds = 3, kPooledRounds = 15;
@@ -47,8 +47,8 @@ class Scene {
   }
   void nearest(int32_t k, void* pool = nullptr, uint32_t threads = 1) { search(points_, k, pool, threads); }
   void shifted() { search(shifted_, 1, nullptr, 1); }
-  void radius(int32_t most, void* pool = nullptr, uint32_t threads = 1) {
-    require(DAX3DPCL_KDTREE_RNearestSearch_MT(pool, threads, tree(), points_.data(), n_, 3, most, indices_.data(),
+  void radius(int32_t max, void* pool = nullptr, uint32_t threads = 1) {
+    require(DAX3DPCL_KDTREE_RNearestSearch_MT(pool, threads, tree(), points_.data(), n_, 3, max, indices_.data(),
                                               distances_.data(), counts_.data(), stacks_.get(), bench::kRadius));
   }
 
@@ -73,7 +73,7 @@ double normals(int32_t n) {
   const Memory buffer = allocate(DAX3DPCL_FEATURE_NORM_PCAEstimate_BufferSize, n, bench::kNeighbours);
   std::vector<DAX3DPCL_NORMAL> found(static_cast<size_t>(n));
   auto* const tree = reinterpret_cast<DAX3DPCL_KDTREE*>(block.get());
-  return least(kRounds, [&] {
+  return fastest(kRounds, [&] {
     require(DAX3DPCL_SEARCH_KDTREE_BuildIndex(tree, points.data(), n, 3, bench::kLeafSize));
     require(DAX3DPCL_FEATURE_NORM_PCAEstimate(points.data(), n, tree, bench::kNeighbours, nullptr, found.data(),
                                               buffer.get(), 1e9f));
@@ -88,10 +88,10 @@ void printGrowth(int32_t row) {
     if (row != 0 && row != n) continue;
     constexpr int32_t kMax = 64;
     Scene scene(n, kMax, 1);
-    const double perPoint = 1e6 / n, build = least(kRounds, [&] { scene.build(); });
-    const double nearest = least(kRounds, [&] { scene.nearest(bench::kNeighbours); });
-    const double shifted = least(kRounds, [&] { scene.shifted(); });
-    const double radius = least(kRounds, [&] { scene.radius(kMax); });
+    const double perPoint = 1e6 / n, build = fastest(kRounds, [&] { scene.build(); });
+    const double nearest = fastest(kRounds, [&] { scene.nearest(bench::kNeighbours); });
+    const double shifted = fastest(kRounds, [&] { scene.shifted(); });
+    const double radius = fastest(kRounds, [&] { scene.radius(kMax); });
     std::printf("| %d | %.2f | %.0f | %.0f | %.0f | %.0f | %.0f |\n", n, build, build * perPoint, nearest * perPoint,
                 shifted * perPoint, radius * perPoint, normals(n) * perPoint);
   }
@@ -102,7 +102,7 @@ void printNeighbours(int32_t row) {
   for (const int32_t k : {1, 4, 16, 32, 64, 65, 256, 1024, 4096}) {
     if (row != 0 && row != k) continue;
     Scene scene(10000, k, 1);
-    const double time = least(kRounds, [&] { scene.nearest(k); }) * 1e6 / 10000;
+    const double time = fastest(kRounds, [&] { scene.nearest(k); }) * 1e6 / 10000;
     std::printf("| %d | %.0f | %.1f |\n", k, time, time / k);
   }
 }

@@ -47,28 +47,28 @@ inline constexpr CheckerboardHessianParam kHessian{DAXI_CHECKERBOARD_MEDIAN, 1, 
 inline constexpr CheckerboardSymCfg kSymmetry{3, 300, 15, 6, 5, DAXI_CHECKERBOARD_MEDIAN, DAXI_CHECKERBOARD_LADDER};
 
 inline FoundBoards findByHessian(const TestImage<uint8_t>& image, const CheckerboardHessianParam& param = kHessian,
-                                 int32_t most = 8, Guard guard = Guard::after) {
+                                 int32_t max = 8, Guard guard = Guard::after) {
   uint64_t bytes = 0;
   EXPECT_EQ(DAXI_MulCheckerboardCornerHessianBufferSize_8u(image.size(), &bytes), DAX_STS_OK);
   SearchBuffers buffers(bytes, guard);
-  std::vector<CheckerboardGrid> grids(static_cast<size_t>(most));
+  std::vector<CheckerboardGrid> grids(static_cast<size_t>(max));
   int32_t count = -1;
   EXPECT_EQ(DAXI_MulCheckerboardCornerHessian_8u_C1R(image.data(), image.step(), image.size(), buffers.points.data(),
                                                      buffers.corners.data(), buffers.work.data(), &param, grids.data(),
-                                                     most, &count),
+                                                     max, &count),
             DAX_STS_OK);
   return buffers.boards(grids, count);
 }
 
 inline FoundBoards findBySymmetry(const TestImage<uint8_t>& image, const CheckerboardSymCfg& cfg = kSymmetry,
-                                  int32_t most = 8, Guard guard = Guard::after, void* pool = nullptr) {
+                                  int32_t max = 8, Guard guard = Guard::after, void* pool = nullptr) {
   uint64_t bytes = 0;
   EXPECT_EQ(DAXI_CheckerboardCornerSymMulBufferSize_8u(image.size(), &bytes), DAX_STS_OK);
   SearchBuffers buffers(bytes, guard);
-  std::vector<CheckerboardGrid> grids(static_cast<size_t>(most));
+  std::vector<CheckerboardGrid> grids(static_cast<size_t>(max));
   int32_t count = -1;
   const DaxStatus status = DAXI_CheckerboardCornerSymMul_8u_C1R(
-      image.data(), image.step(), image.size(), buffers.points.data(), buffers.corners.data(), grids.data(), most,
+      image.data(), image.step(), image.size(), buffers.points.data(), buffers.corners.data(), grids.data(), max,
       &count, &cfg, buffers.work.data(), pool);
   EXPECT_EQ(status, count > 0 ? DaxStatus{DAX_STS_OK} : DAXI_STS_NO_BOARD);
   return buffers.boards(grids, count);

@@ -73,8 +73,8 @@ void parameters(Call& c) {
 void boards(Call& c, std::initializer_list<const char*> corners, int64_t room) {
   std::function<size_t()> count;
   if (c.has("boards")) {
-    const int64_t most = c.number("maxBoards", 1, 4);
-    const auto* const all = static_cast<const CheckerboardGrid*>(c.array("boards", most < 1 ? -1 : most));
+    const int64_t max = c.number("maxBoards", 1, 4);
+    const auto* const all = static_cast<const CheckerboardGrid*>(c.array("boards", max < 1 ? -1 : max));
     const auto* const found = static_cast<const int32_t*>(c.array("boardCount", 1));
     c.onlyMeans(all, [found] { return static_cast<size_t>(*found) * sizeof(CheckerboardGrid); });
     count = [all, found] {
@@ -104,8 +104,8 @@ void detect(Call& c) {
 
 void locate(Call& c) {
   boardImage(c, {});
-  const int64_t most = c.number("maxCorners", 1, 60);
-  const void* const corners = c.array("corners", most < 1 ? -1 : most);
+  const int64_t max = c.number("maxCorners", 1, 60);
+  const void* const corners = c.array("corners", max < 1 ? -1 : max);
   const auto* const count = static_cast<const int32_t*>(c.array("count", 1));
   c.onlyMeans(corners, [count] { return static_cast<size_t>(*count) * sizeof(CheckerboardCorner); });
   parameters(c);

@@ -72,13 +72,13 @@ template <class T>
 // One source size with one border on each side, through all five rules.
 template <class T>
 void checkRules(DaxiSize size, int32_t top, int32_t left, int32_t bottom, int32_t right, Guard guard) {
-  const int32_t leastMirror = std::min(size.width, size.height);
+  const int32_t minMirror = std::min(size.width, size.height);
   TestImage<T> src(size, right % 4, guard);
   src.randomize(static_cast<uint64_t>(top * 1000 + left));
   TestImage<T> value({1, 1});
   value.randomize(7);
   for (const Border rule : {Border::constant, Border::replicate, Border::mirror, Border::symmetric, Border::circular}) {
-    if (rule == Border::mirror && leastMirror < 2) continue;
+    if (rule == Border::mirror && minMirror < 2) continue;
     TestImage<T> dst({left + size.width + right, top + size.height + bottom}, bottom % 3, guard);
     dst.remember();
     ASSERT_EQ(Exports<T>::run(rule, src.data(), src.step(), size, dst.data(), dst.step(), dst.size(), top,

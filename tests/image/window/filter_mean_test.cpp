@@ -130,12 +130,12 @@ TYPED_TEST(Mean, LargerSizes) {
 TYPED_TEST(Mean, ExtremeSums) {
   using T = TypeParam;
   if constexpr (std::is_integral_v<T>) {
-    const int32_t most = sizeof(T) == 1 ? 255 : 300;
+    const int32_t max = sizeof(T) == 1 ? 255 : 300;
     for (const T value : {std::numeric_limits<T>::max(), std::numeric_limits<T>::min(), T(77)}) {
       TestImage<T> src({300, 300});
       src.fill([&](int32_t, int32_t) { return value; });
-      for (const DaxiSize mask : {DaxiSize{most, most}, {255, 255}, {256, 256}, {257, 256}}) {
-        if (mask.width <= most && mask.height <= most) checkMeans(src, mask, Guard::after);
+      for (const DaxiSize mask : {DaxiSize{max, max}, {255, 255}, {256, 256}, {257, 256}}) {
+        if (mask.width <= max && mask.height <= max) checkMeans(src, mask, Guard::after);
       }
     }
   }

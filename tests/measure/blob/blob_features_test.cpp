@@ -34,7 +34,7 @@ void expectFeatures(const BlobInfo& blob, const oracle::Points& points, const Im
   EXPECT_EQ(blob.rectX + blob.rectWidth - 1, right->first);
   EXPECT_EQ(blob.rectY, points.front().second);
   EXPECT_EQ(blob.rectY + blob.rectHeight - 1, points.back().second);
-  EXPECT_NEAR(blob.boxWidth * blob.boxHeight, oracle::leastBoxArea(points), 1e-3);
+  EXPECT_NEAR(blob.boxWidth * blob.boxHeight, oracle::minBoxArea(points), 1e-3);
   EXPECT_LE(blob.boxHeight, blob.boxWidth);
   EXPECT_NEAR(blob.centralBias, std::hypot(blob.boxX - m.x, blob.boxY - m.y), 1e-3);
   if (blob.area <= 1) return;

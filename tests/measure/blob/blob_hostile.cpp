@@ -117,9 +117,9 @@ const DaxiDomainList* domains(Call& c) {
 
 // --- Selection ---
 
-DaxiRange range(Call& c, float most) {
-  const float low = static_cast<float>(c.random.below(50)) / 100 * most;
-  return {c.chance(50) ? 0 : low, low + static_cast<float>(c.random.below(50)) / 100 * most};
+DaxiRange range(Call& c, float max) {
+  const float low = static_cast<float>(c.random.below(50)) / 100 * max;
+  return {c.chance(50) ? 0 : low, low + static_cast<float>(c.random.below(50)) / 100 * max};
 }
 
 float weight(Call& c) {
@@ -163,7 +163,7 @@ const BlobSelectCfg* configuration(Call& c) {
     adjust(c, each.common);
     each.areaMin = static_cast<int32_t>(c.hostileInteger()), each.areaMax = static_cast<int32_t>(c.hostileInteger());
     each.perClass = static_cast<uint32_t>(c.random.below(2));
-    for (int32_t& most : each.classAreaMax) most = c.random.below(300);
+    for (int32_t& max : each.classAreaMax) max = c.random.below(300);
   });
   return cfg ? &cfg->common : nullptr;
 }
@@ -172,9 +172,9 @@ const BlobSelectCfg* configuration(Call& c) {
 void result(Call& c, const BlobSelectCfg* cfg) {
   auto* const record = c.record<BlobSelectResult>("result");
   if (!record) return;
-  const int64_t most = cfg && cfg->maxCount >= 1 && cfg->maxCount <= DAXI_BLOB_MAX_COUNT ? cfg->maxCount : -1;
+  const int64_t max = cfg && cfg->maxCount >= 1 && cfg->maxCount <= DAXI_BLOB_MAX_COUNT ? cfg->maxCount : -1;
   const bool missing = c.isSpoiled("result", 50);
-  *record = {missing ? nullptr : c.elements<BlobInfo>("result->array", most, Role::output), 7, nullptr};
+  *record = {missing ? nullptr : c.elements<BlobInfo>("result->array", max, Role::output), 7, nullptr};
   c.onlyMeans(record->array, [record] { return record->count * sizeof(BlobInfo); });
 }
 

@@ -90,8 +90,8 @@ inline double largestDistance2(const Points& points, double cx, double cy) {
 }
 
 // The least area of a rectangle around the points with a side through two of them.
-inline double leastBoxArea(const Points& points) {
-  double least = INFINITY;
+inline double minBoxArea(const Points& points) {
+  double min = INFINITY;
   for (const auto& [ax, ay] : points) {
     for (const auto& [bx, by] : points) {
       const double length = std::hypot(bx - ax, by - ay);
@@ -102,10 +102,10 @@ inline double leastBoxArea(const Points& points) {
         const double u = (x - ax) * ux + (y - ay) * uy, v = (y - ay) * ux - (x - ax) * uy;
         uMin = std::min(uMin, u), uMax = std::max(uMax, u), vMin = std::min(vMin, v), vMax = std::max(vMax, v);
       }
-      if (vMin > -1e-9 || vMax < 1e-9) least = std::min(least, (uMax - uMin) * (vMax - vMin));
+      if (vMin > -1e-9 || vMax < 1e-9) min = std::min(min, (uMax - uMin) * (vMax - vMin));
     }
   }
-  return points.size() == 1 ? 0 : least;
+  return points.size() == 1 ? 0 : min;
 }
 
 }  // namespace dax::oracle

@@ -112,14 +112,14 @@ TEST(BlobShape, ByDefinition) {
         EXPECT_FLOAT_EQ(shape.equivalentDiameter, static_cast<float>(std::sqrt(4 * count / std::numbers::pi)));
         EXPECT_NEAR(shape.eccentricity, expected.eccentricity, 1e-6);
         double sum = 0;
-        uint8_t least = 255, greatest = 0;
+        uint8_t min = 255, max = 0;
         for (const auto& [x, y] : points) {
           const uint8_t value = gray.row(static_cast<int32_t>(y))[static_cast<int32_t>(x)];
-          sum += value, least = std::min(least, value), greatest = std::max(greatest, value);
+          sum += value, min = std::min(min, value), max = std::max(max, value);
         }
         EXPECT_FLOAT_EQ(shape.meanGray, static_cast<float>(sum / count));
-        EXPECT_EQ(shape.minGray, least);
-        EXPECT_EQ(shape.maxGray, greatest);
+        EXPECT_EQ(shape.minGray, min);
+        EXPECT_EQ(shape.maxGray, max);
       }
     }
   }

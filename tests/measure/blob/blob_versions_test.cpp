@@ -162,9 +162,9 @@ TEST(BlobSelectV4, AreaRanges) {
 TEST(BlobSelectV2AndFast, AgreeWithTheFirst) {
   const Image image = randomMask({60, 40}, 30, 30), empty = randomMask({9, 9}, 1, 0);
   for (const uint32_t key : {1u, 5u, 6u, 10u, 11u}) {
-    for (const int32_t most : {3, DAXI_BLOB_MAX_COUNT}) {
+    for (const int32_t max : {3, DAXI_BLOB_MAX_COUNT}) {
       BlobSelectCfg cfg = config(0x601, key, DAXI_BLOB_ASCENDING);
-      cfg.area = {2, 30}, cfg.rectWidth = {1, 6, 0.5f}, cfg.rectHeight = {1, 7, 1}, cfg.maxCount = most;
+      cfg.area = {2, 30}, cfg.rectWidth = {1, 6, 0.5f}, cfg.rectHeight = {1, 7, 1}, cfg.maxCount = max;
       Scene scene(image);
       const std::vector<BlobInfo> first = scene.select(cfg);
       Trial second{scene}, fast{scene};
@@ -216,9 +216,9 @@ TEST(BlobSelectPool, SameBytesAsOneThread) {
     std::memset(static_cast<void*>(array.data()), 0x3C, array.size() * sizeof(BlobInfo));
     return array;
   };
-  for (const auto& [key, most] : {std::pair{1u, DAXI_BLOB_MAX_COUNT}, {2u, 150}, {8u, 1}, {8u, 700}}) {
+  for (const auto& [key, max] : {std::pair{1u, DAXI_BLOB_MAX_COUNT}, {2u, 150}, {8u, 1}, {8u, 700}}) {
     BlobSelectCfg cfg = config(0x5, key, 1 + key % 2);
-    cfg.maxCount = most;
+    cfg.maxCount = max;
     cfg.area = {1, 40}, cfg.shortAxis = {0, 9}, cfg.areaWeight = 1;
     Trial one{scene, filled()}, many{scene, filled()};
     auto buffer = workBuffer([&](uint64_t* bytes) { return DAXI_BlobSelectV3BufferSize_8u_MT(one.size(), 5, bytes); });

@@ -184,7 +184,7 @@ Gray renderEdge(DaxiSize size, const StraightEdge& edge, double dark, double lig
 // Upright, with its centre on a pixel centre, a box samples the pixels themselves, and the parabola through the response to
 // a step is exact but for the rounding of grey values. In other directions it has an error that wider kernels reduce.
 TEST(CaliperAccuracy, StraightEdges) {
-  const double most[] = {0.055, 0.045, 0.036, 0.03, 0.026, 0.023, 0.021, 0.02};
+  const double max[] = {0.055, 0.045, 0.036, 0.03, 0.026, 0.023, 0.021, 0.02};
   for (const double degrees : {0.0, 7.0, 20.0, 30.0, 45.0, 90.0, 166.0}) {
     const double angle = degrees * std::numbers::pi / 180;
     for (int step = -20; step < 20; ++step) {
@@ -195,7 +195,7 @@ TEST(CaliperAccuracy, StraightEdges) {
         const Measured got = measure(image, box, edgeConfig(1, 1, half, half > 5 ? 4 : 20));
         ASSERT_EQ(got.edges.size(), 1u);
         const bool upright = degrees == 0 || degrees == 90;
-        EXPECT_NEAR(got.edges[0].position, step / 40.0, upright ? 0.003 : most[half - 1]) << degrees << ", " << half;
+        EXPECT_NEAR(got.edges[0].position, step / 40.0, upright ? 0.003 : max[half - 1]) << degrees << ", " << half;
         const double distance = (got.points[0].x - 40) * std::cos(angle) + (got.points[0].y - 41) * std::sin(angle);
         EXPECT_NEAR(distance, got.edges[0].position, 1e-5);
         EXPECT_NEAR(got.edges[0].peak, half <= 5 ? -190 : -24, half <= 5 ? 50 : 14) << half;

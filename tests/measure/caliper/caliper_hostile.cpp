@@ -59,7 +59,7 @@ struct Edges {
   using Result = CaliperEdgeResult;
   using Found = CaliperEdge;
   static constexpr int32_t kPoints = 1;
-  static auto& most(auto& cfg) { return cfg.maxEdges; }
+  static auto& max(auto& cfg) { return cfg.maxEdges; }
   static Found*& found(Result& result) { return result.edges; }
   static void fill(Call& c, Cfg& cfg) {
     cfg.edgeChoice = c.chance(80) ? 0 : static_cast<int32_t>(c.between(-1, 5));
@@ -74,7 +74,7 @@ struct Pairs {
   using Result = CaliperEdgePairResult;
   using Found = CaliperEdgePair;
   static constexpr int32_t kPoints = 2;
-  static auto& most(auto& cfg) { return cfg.maxPairs; }
+  static auto& max(auto& cfg) { return cfg.maxPairs; }
   static Found*& found(Result& result) { return result.pairs; }
   static void fill(Call& c, Cfg& cfg) {
     cfg.pairChoice = c.chance(80) ? 0 : static_cast<int32_t>(c.between(-1, 5));
@@ -92,7 +92,7 @@ const typename Kind::Cfg* configuration(Call& c) {
     cfg.isa = c.pick<int32_t>({DAX_ISA_PORTABLE, DAX_ISA_NEON, 1, 99});
     cfg.minScore = c.chance(50) ? 0 : unit(c);
     Kind::fill(c, cfg);
-    Kind::most(cfg) = c.chance(50) ? 1 + c.random.below(3) : 200;
+    Kind::max(cfg) = c.chance(50) ? 1 + c.random.below(3) : 200;
   });
 }
 
@@ -100,7 +100,7 @@ const typename Kind::Cfg* configuration(Call& c) {
 template <class Kind>
 void results(Call& c, const char* name, const typename Kind::Cfg* cfg) {
   const int64_t count = c.has("count") ? c.number("count", 1, 4) : 1;
-  const int64_t most = cfg && Kind::most(*cfg) >= 1 ? Kind::most(*cfg) : -1;
+  const int64_t max = cfg && Kind::max(*cfg) >= 1 ? Kind::max(*cfg) : -1;
   auto* const all = static_cast<typename Kind::Result*>(c.array(name, count < 1 ? -1 : count));
   const Block* const made = c.block(all);
   for (size_t i = 0; made && i < made->bytes / sizeof *all; ++i) {
@@ -108,8 +108,8 @@ void results(Call& c, const char* name, const typename Kind::Cfg* cfg) {
     *result = {};
     if (c.isSpoiled(name, 50)) continue;
     auto*& found = Kind::found(*result);
-    found = c.elements<typename Kind::Found>("found", most, Role::output);
-    if (c.chance(70)) result->points = c.elements<DaxiPoint32f>("points", most * Kind::kPoints, Role::output);
+    found = c.elements<typename Kind::Found>("found", max, Role::output);
+    if (c.chance(70)) result->points = c.elements<DaxiPoint32f>("points", max * Kind::kPoints, Role::output);
     const auto meaningful = [result](size_t each) { return [=] { return static_cast<size_t>(result->count) * each; }; };
     c.onlyMeans(found, meaningful(sizeof(typename Kind::Found)));
     c.onlyMeans(result->points, meaningful(sizeof(DaxiPoint32f) * Kind::kPoints));

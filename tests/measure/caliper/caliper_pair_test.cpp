@@ -124,11 +124,11 @@ TEST(CaliperPairs, EveryCriterionAlone) {
         }
       }
       // The best few are the first of all.
-      for (const int32_t most : {1, 2, 5}) {
+      for (const int32_t max : {1, 2, 5}) {
         CaliperEdgePairCfg few = cfg;
-        few.maxPairs = most;
+        few.maxPairs = max;
         const auto best = findPairs(image, box, few);
-        ASSERT_EQ(best.size(), std::min(got.size(), static_cast<size_t>(most)));
+        ASSERT_EQ(best.size(), std::min(got.size(), static_cast<size_t>(max)));
         for (size_t i = 0; i < best.size(); ++i) EXPECT_TRUE(sameBits(best[i], got[i]));
       }
       // A least score cuts the list.

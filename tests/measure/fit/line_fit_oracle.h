@@ -50,8 +50,8 @@ inline std::optional<Line> totalLeastSquares(const std::vector<Point>& points, c
 inline std::optional<Line> searchPairs(const std::vector<Point>& points, const LineFitCfg& cfg) {
   const size_t n = points.size();
   std::optional<Line> fullest, closest;
-  size_t most = 0;
-  double least = DBL_MAX;
+  size_t max = 0;
+  double min = DBL_MAX;
   std::vector<bool> covered;
   const auto offer = [&](size_t i, size_t j) {
     const double dx = points[j].x - points[i].x, dy = points[j].y - points[i].y, length = std::hypot(dx, dy);
@@ -68,9 +68,9 @@ inline std::optional<Line> searchPairs(const std::vector<Point>& points, const L
       if (d <= cfg.distanceThreshold + 1.1920929e-7) sum += d, ++count;
       if (k >= j && d <= 0.5) covered[k] = true;
     }
-    if (count > most) most = count, fullest = line;
-    if (count + static_cast<size_t>(cfg.maxRejected) >= n && sum / static_cast<double>(count) <= least) {
-      least = sum / static_cast<double>(count), closest = line;
+    if (count > max) max = count, fullest = line;
+    if (count + static_cast<size_t>(cfg.maxRejected) >= n && sum / static_cast<double>(count) <= min) {
+      min = sum / static_cast<double>(count), closest = line;
     }
   };
   if (cfg.initMethod == 3 && n > 200) {

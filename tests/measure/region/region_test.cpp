@@ -122,12 +122,11 @@ TEST(Region, BoxesAroundPoints) {
     PointList points(static_cast<size_t>(1 + random.below(25)));
     const int32_t spread = 1 + random.below(40), flat = round % 7 == 0 ? 1 : spread;
     for (DaxiPoint32s& p : points) p = {random.below(spread) - 20, random.below(flat) + 1000};
-    const DaxiRotatedBox least = boxAround(points, DAXI_BOX_MIN_AREA),
-                         narrow = boxAround(points, DAXI_BOX_MIN_PERIMETER);
-    const double best = oracle::leastBoxArea(toOracle(points));
-    EXPECT_NEAR(least.width * least.height, std::isinf(best) ? 0 : best, 1e-3);
-    EXPECT_LE(narrow.width + narrow.height, least.width + least.height + 1e-4);
-    for (const DaxiRotatedBox& box : {least, narrow}) {
+    const DaxiRotatedBox min = boxAround(points, DAXI_BOX_MIN_AREA), narrow = boxAround(points, DAXI_BOX_MIN_PERIMETER);
+    const double best = oracle::minBoxArea(toOracle(points));
+    EXPECT_NEAR(min.width * min.height, std::isinf(best) ? 0 : best, 1e-3);
+    EXPECT_LE(narrow.width + narrow.height, min.width + min.height + 1e-4);
+    for (const DaxiRotatedBox& box : {min, narrow}) {
       EXPECT_GE(box.width, box.height);
       for (const DaxiPoint32s p : points) {
         const double dx = p.x - box.x, dy = p.y - box.y, c = std::cos(box.angle), s = std::sin(box.angle);

@@ -55,9 +55,9 @@ std::vector<std::vector<double>> twists() {
 }
 
 double largest(const std::vector<double>& a, const std::vector<double>& b) {
-  double most = 0;
-  for (size_t i = 0; i < a.size(); ++i) most = std::max(most, std::fabs(a[i] - b[i]));
-  return most;
+  double max = 0;
+  for (size_t i = 0; i < a.size(); ++i) max = std::max(max, std::fabs(a[i] - b[i]));
+  return max;
 }
 
 TEST(Lie, ExponentialsAgainstTheirSeries) {

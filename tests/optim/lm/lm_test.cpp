@@ -249,8 +249,8 @@ TEST(Lm, SmallBuffers) {
                                                                         : j == i + 1 ? -2
                                                                                      : 0; }};
   const PrmtLmFunctions functions = functionsOf(118);
-  uint64_t bytes = 0, most = 0;
-  ASSERT_EQ(PRMT_LM_BufferSize_f64(60, 59, 118, &most), 0);
+  uint64_t bytes = 0, max = 0;
+  ASSERT_EQ(PRMT_LM_BufferSize_f64(60, 59, 118, &max), 0);
   int32_t attempts = 0;
   for (;; ++attempts) {
     ASSERT_LE(attempts, 7);
@@ -266,7 +266,7 @@ TEST(Lm, SmallBuffers) {
     ASSERT_GT(bytes, had);
     ASSERT_EQ(x, problem.start);
   }
-  EXPECT_LT(bytes, most / 2);
+  EXPECT_LT(bytes, max / 2);
 }
 
 TEST(Lm, JacobianWithoutRoom) {

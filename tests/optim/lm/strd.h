@@ -192,13 +192,13 @@ inline int32_t jacobian(const double* x, int32_t n, int32_t m, void* user, PrmtM
 
 // Digits of the worst parameter, at most the eleven that are certified.
 inline double digits(const Problem& p, const std::vector<double>& x) {
-  double least = 11;
+  double min = 11;
   for (size_t j = 0; j < x.size(); ++j) {
     const double error = std::fabs(x[j] / p.certified[j] - 1);
     const double agreed = error > 0 ? -std::log10(error) : 11;
-    least = std::isnan(agreed) ? 0 : std::fmin(least, std::fmax(agreed, 0));
+    min = std::isnan(agreed) ? 0 : std::fmin(min, std::fmax(agreed, 0));
   }
-  return least;
+  return min;
 }
 
 struct Result {

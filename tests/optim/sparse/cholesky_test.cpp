@@ -17,7 +17,7 @@ struct Pattern {
   const char* name;
   int32_t n;
   std::function<bool(int32_t i, int32_t j)> has;  // i > j
-  int64_t mostFill;                               // elements of the factor that the ordering may need
+  int64_t maxFill;                                // elements of the factor that the ordering may need
 };
 
 bool sameBlock(int32_t i, int32_t j, int32_t size) {
@@ -107,7 +107,7 @@ TEST(Cholesky, SolvesEveryPattern) {
     Arena arena(memory.data(), memory.size());
     PrmCholesky factor{};
     ASSERT_TRUE(analyse(arena, matrix.msp, factor));
-    EXPECT_LE(factor.at[factor.panels], pattern.mostFill);
+    EXPECT_LE(factor.at[factor.panels], pattern.maxFill);
     std::vector<bool> used(static_cast<size_t>(matrix.n));
     for (int32_t i = 0; i < matrix.n; ++i) used[static_cast<size_t>(factor.original[i])] = true;
     EXPECT_EQ(std::count(used.begin(), used.end(), true), matrix.n);
@@ -138,11 +138,11 @@ TEST(Cholesky, WorstCaseIsEnoughForAnyPattern) {
 
 // The least pivot that is accepted; NaN is not, infinity is.
 TEST(Cholesky, Pivots) {
-  const double least = 2.220446049250313e-16;
+  const double min = 2.220446049250313e-16;
   const struct {
     double value;
     int32_t solved;
-  } cases[] = {{1, 1}, {least, 1}, {least * 0.999, 0}, {0, 0}, {-1, 0}, {NAN, 0}, {INFINITY, 1}};
+  } cases[] = {{1, 1}, {min, 1}, {min * 0.999, 0}, {0, 0}, {-1, 0}, {NAN, 0}, {INFINITY, 1}};
   Sparse matrix({"chain", 9, [](int32_t i, int32_t j) { return i - j == 1; }, 0});
   std::vector<uint8_t> memory(needOf(matrix.msp));
   Arena arena(memory.data(), memory.size());

@@ -8,10 +8,10 @@ namespace dax::hostile {
 namespace {
 
 void checkCloud(Call& c) {
-  const int64_t most = c.number("maxCount", 1, 100);
+  const int64_t max = c.number("maxCount", 1, 100);
   auto* const cloud = c.record<DAX3DPCL_CLOUD3D>("cloud");
   if (!cloud) return;
-  *cloud = {200, static_cast<int32_t>(std::clamp<int64_t>(most, 1, 100)), c.elements<float>("points", -1, Role::input)};
+  *cloud = {200, static_cast<int32_t>(std::clamp<int64_t>(max, 1, 100)), c.elements<float>("points", -1, Role::input)};
   c.spoilWord("cloud", cloud, 0, offsetof(DAX3DPCL_CLOUD3D, points));
   if (c.isSpoiled("cloud", 30)) cloud->points = nullptr;
 }

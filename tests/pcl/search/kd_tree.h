@@ -129,11 +129,11 @@ class SecondTree {
     return neighbours(indices.data(), distances.data(), count);
   }
 
-  std::vector<oracle::Neighbour> within(const float* q, float radius, int32_t most) {
-    GuardedBuffer<uint32_t> indices(static_cast<size_t>(most));
-    GuardedBuffer<float> distances(static_cast<size_t>(most));
+  std::vector<oracle::Neighbour> within(const float* q, float radius, int32_t max) {
+    GuardedBuffer<uint32_t> indices(static_cast<size_t>(max));
+    GuardedBuffer<float> distances(static_cast<size_t>(max));
     int32_t count = -1;
-    EXPECT_EQ(DAX3DPCL_SEARCH_KDTREE_RNearestSearch_V2(record(), q, d_, most, indices.data(), distances.data(), &count,
+    EXPECT_EQ(DAX3DPCL_SEARCH_KDTREE_RNearestSearch_V2(record(), q, d_, max, indices.data(), distances.data(), &count,
                                                        stack_.data(), radius),
               DAX_STS_OK);
     return neighbours(indices.data(), distances.data(), count);

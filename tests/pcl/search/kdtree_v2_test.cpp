@@ -68,9 +68,9 @@ TEST(KdTreeV2, WithinARadius) {
           const std::vector<Neighbour> all = tree.within(q, radius, 600);
           ASSERT_EQ(byDistance(all), oracle::within(points, d, q, radius * radius)) << "radius " << radius;
           // The first ones met.
-          const size_t most = (all.size() + 1) / 2;
-          const std::vector<Neighbour> some = tree.within(q, radius, static_cast<int32_t>(most));
-          ASSERT_EQ(some, std::vector<Neighbour>(all.begin(), all.begin() + static_cast<ptrdiff_t>(most)));
+          const size_t max = (all.size() + 1) / 2;
+          const std::vector<Neighbour> some = tree.within(q, radius, static_cast<int32_t>(max));
+          ASSERT_EQ(some, std::vector<Neighbour>(all.begin(), all.begin() + static_cast<ptrdiff_t>(max)));
         }
       }
     }

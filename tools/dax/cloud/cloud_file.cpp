@@ -36,13 +36,12 @@ Failure cannotRead(const fs::path& path, const std::string& what) {
 bool needsDoubles(const Cloud& cloud) {
   if (!cloud.isWide) return false;
   const Box box = boxOf(cloud);
-  double most = 0;
+  double max = 0;
   for (size_t axis = 0; axis < 3; ++axis) {
-    most =
-        std::max({most, std::abs(cloud.origin[axis] + box.low[axis]), std::abs(cloud.origin[axis] + box.high[axis])});
+    max = std::max({max, std::abs(cloud.origin[axis] + box.low[axis]), std::abs(cloud.origin[axis] + box.high[axis])});
   }
   constexpr double kRounding = std::numeric_limits<float>::epsilon() / 2;
-  return most * kRounding > usualSpacing(cloud) / 1000;
+  return max * kRounding > usualSpacing(cloud) / 1000;
 }
 
 // The cloud with those fields only that the format holds; the names of the others are added to `leftOut`.

@@ -21,16 +21,16 @@ void reduce(std::vector<double>& numbers, double rounding) {
 
 // The least gap, refined over ever longer distances on both sides of it, so that no step is miscounted.
 double pitchOf(const std::vector<double>& numbers) {
-  size_t least = 1;
+  size_t min = 1;
   for (size_t i = 2; i < numbers.size(); ++i) {
-    if (numbers[i] - numbers[i - 1] < numbers[least] - numbers[least - 1]) least = i;
+    if (numbers[i] - numbers[i - 1] < numbers[min] - numbers[min - 1]) min = i;
   }
-  double pitch = numbers[least] - numbers[least - 1];
-  for (size_t i = least; i < numbers.size(); ++i) {
-    const double distance = numbers[i] - numbers[least - 1];
+  double pitch = numbers[min] - numbers[min - 1];
+  for (size_t i = min; i < numbers.size(); ++i) {
+    const double distance = numbers[i] - numbers[min - 1];
     pitch = distance / std::round(distance / pitch);
   }
-  for (size_t i = least; i-- > 0;) {
+  for (size_t i = min; i-- > 0;) {
     const double distance = numbers.back() - numbers[i];
     pitch = distance / std::round(distance / pitch);
   }
