@@ -145,6 +145,9 @@ def test_more_regions_than_can_be_told_of(dax, tmp_path, regions, status):
     if status:
         assert run.err == "dax: dots.png: --rejected tells of images of at most 20000 regions; this one has 20001\n"
         assert run.json["images"][0]["error"] in run.err
+        for option in (["--sort", "score", "--circularity", "0..1"], ["--sort", "holes"], ["--holes", "0.."]):
+            run = dax("inspect", "dots.png", "--threshold", "mask", *option, status=status)
+            assert "more than 20000 objects" in run.err
     else:
         assert len(run.json["images"][0]["rejected"]) == regions
 

@@ -22,6 +22,10 @@ void report(const Failure& failure) {
   std::cerr << "dax: " << failure.what() << '\n';
 }
 
+void say(const std::string& file, const std::string& what) {
+  std::cerr << "dax: " << printable(file) << ": " << what << '\n';
+}
+
 void reject(const std::string& message) {
   throw Failure(ExitStatus::kUsage, message);
 }

@@ -13,6 +13,7 @@
 #include "cloud/cloud_stats.h"
 #include "cloud/cloud_steps.h"
 #include "command/commands.h"
+#include "command/number_option.h"
 #include "draw/cloud_picture.h"
 #include "io/output_file.h"
 #include "io/output_name.h"
@@ -83,10 +84,6 @@ struct Plan {
 Pool startPool(const CloudOptions& options) {
   const uint32_t processors = std::max(1U, std::thread::hardware_concurrency());
   return Pool(std::min(options.threads == 0 ? processors : options.threads, kMaxCloudThreads));
-}
-
-void say(const std::string& file, const std::string& what) {
-  std::cerr << "dax: " << printable(file) << ": " << what << '\n';
 }
 
 void sayLeftOut(const std::string& file, const std::vector<std::string>& names) {
@@ -225,10 +222,7 @@ void addSteps(CLI::App& cloud, Steps& steps, CloudOptions& options) {
   addResult(*app, options, true, "the cloud with normals, .ply or .pcd");
   addNeighbours(*app, options, kMinNeighbours, "neighbours of each normal, 4..256, the point among them [16]");
   app->add_option("--radius", options.radius, "and no neighbours farther away")
-      ->check([](const std::string& text) {
-        const auto value = parseNumber(text);
-        return value && *value >= 1e-6 && *value <= 1e18 ? "" : inQuotes(text) + " is not a radius of 1e-6..1e18";
-      })
+      ->check(numberOf(1e-6, 1e18))
       ->type_name("R");
   app->add_option("--viewpoint", options.viewpoint, "where normals point to [either side]")->type_name("X,Y,Z");
   app = addStep(cloud, steps, options, thin, "downsample",

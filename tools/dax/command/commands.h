@@ -25,6 +25,9 @@ class CommandRegistration {
 // One line on standard error.
 void report(const Failure& failure);
 
+// "dax: FILE: what" on standard error.
+void say(const std::string& file, const std::string& what);
+
 // Throws Failure(kUsage): the command line is wrong.
 [[noreturn]] void reject(const std::string& message);
 

@@ -7,11 +7,12 @@
 #include "base/workers.h"
 #include "command/commands.h"
 #include "command/inspect_options.h"
+#include "command/picture_options.h"
 #include "dax/threadpool.h"
 #include "draw/overlay.h"
 #include "io/image_file.h"
-#include "io/inputs.h"
 #include "io/output_file.h"
+#include "io/output_name.h"
 #include "report/listing.h"
 #include "report/report.h"
 
@@ -125,11 +126,12 @@ ExitStatus statusOf(const std::vector<Outcome>& outcomes) {
 
 TruthComparison compareOutcome(const Outcome& outcome, const Truth& truth, const InspectOptions& options) {
   const DaxiSize size = outcome.inspection.size;
+  const std::vector<Blob>& blobs = outcome.inspection.blobs;
   if (size.width != truth.width || size.height != truth.height) {
     throw Failure(ExitStatus::kTruthFailed, printable(options.truth.string()) + ": is the truth of an image of " +
                                                 std::to_string(truth.width) + " x " + std::to_string(truth.height));
   }
-  return compare(truth, outcome.inspection.blobs, options.tolerances);
+  return compare(truth, std::vector<BlobInfo>(blobs.begin(), blobs.end()), options.tolerances);
 }
 
 ExitStatus run(InspectOptions options) {
@@ -138,7 +140,8 @@ ExitStatus run(InspectOptions options) {
   if (truth && areSeveral(options.inputs)) {
     reject("--truth: takes one image, not several or a folder");
   }
-  const std::vector<Job> jobs = planJobs(options.inputs, options.overlay, options.report);
+  const std::vector<Job> jobs = planSafeJobs(options.inputs, options.overlay, options.report);
+  for (const Job& job : jobs) requireOther("--overlay", job.overlay, {{"the mask", options.outsideMask}});
   setUpDecoders();
   if (!options.outsideMask.empty()) {
     options.settings.outsideMask = std::make_shared<const GreyImage>(readMask(options.outsideMask));
@@ -154,8 +157,7 @@ ExitStatus run(InspectOptions options) {
   write(options, {outcomes, options.settings, comparison ? &*comparison : nullptr});
   for (const Outcome& outcome : outcomes) {
     if (outcome.failure) report(*outcome.failure);
-    if (!outcome.inspection.note.empty())
-      std::cerr << "dax: " << outcome.file << ": " << outcome.inspection.note << '\n';
+    if (!outcome.inspection.note.empty()) say(outcome.file, outcome.inspection.note);
   }
   return comparison && !comparison->agrees() ? ExitStatus::kTruthFailed : status;
 }

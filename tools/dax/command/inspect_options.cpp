@@ -9,6 +9,7 @@
 #include <stdexcept>
 
 #include "base/failure.h"
+#include "command/number_option.h"
 #include "command/picture_options.h"
 #include "model/filters.h"
 
@@ -24,10 +25,13 @@ constexpr const char* kExamples =
     "  dax inspect parts.png --area 200.. --outside-limit 0 --rejected\n"
     "  dax inspect photos/ --threads 4 --csv --report reports/ > blobs.csv\n";
 
+constexpr Feature kScore{"score", true, 3, 0, [](const Blob& b) { return b.score; }};
+
 std::vector<std::string> sortKeyNames() {
   std::vector<std::string> names;
   for (const SortKey& key : sortKeys()) names.emplace_back(key.name);
-  names.emplace_back("score");
+  for (const ShapeFeature& each : shapeFeatures()) names.push_back(each.feature.option());
+  names.emplace_back(kScore.name);
   return names;
 }
 
@@ -106,7 +110,7 @@ void InspectCommandLine::addObjects(CLI::App& app) {
       ->type_name("X,Y,WIDTH,HEIGHT")
       ->group(group);
   app.add_option("--mm-per-pixel", mmPerPixel_, "lengths and areas, of ranges too, in millimetres [pixels]")
-      ->check(CLI::Range(1e-9, 1e9))
+      ->check(numberOf(1e-9, 1e9))
       ->type_name("F")
       ->group(group);
   auto* levels = addLevels(app, options_.settings.levels, group);
@@ -136,6 +140,7 @@ void InspectCommandLine::addFilters(CLI::App& app) {
         ->type_name("MIN..MAX")
         ->group(group);
   }
+  addShape(app);
   addClassAndOutside(app, group);
   app.add_option("--count", options_.settings.select.common.maxCount, "keep at most N objects, 1..20000 [20000]")
       ->check(CLI::Range(1, DAXI_BLOB_MAX_COUNT))
@@ -157,6 +162,22 @@ void InspectCommandLine::addFilters(CLI::App& app) {
       ->type_name("RANGE=W")
       ->allow_extra_args(false)
       ->group(order);
+}
+
+void InspectCommandLine::addShape(CLI::App& app) {
+  const std::string group =
+      "Keeping objects by shape and grey values (after all other ranges, without share in the score)";
+  for (const ShapeFeature& each : shapeFeatures()) {
+    app.add_option_function<std::string>(
+           "--" + each.feature.option(), [this, &each](const std::string& text) { addShapeRange(each, text); },
+           each.help)
+        ->type_name("MIN..MAX")
+        ->group(group);
+  }
+  app.add_flag(
+         "--shape", options_.settings.shape,
+         "list these features of every object; one of these ranges, or to\nsort by one of them, lists all of them")
+      ->group(group);
 }
 
 void InspectCommandLine::addClassAndOutside(CLI::App& app, const std::string& group) {
@@ -192,7 +213,7 @@ void InspectCommandLine::addOutputs(CLI::App& app) {
       ->type_name("N|MIN..MAX")
       ->group("Checks");
   const std::string group = "Output (to standard output; --overlay and --report name a folder for several images)";
-  auto* json = app.add_flag("--json", json_, "JSON instead of a table: every feature, angles in degrees")->group(group);
+  auto* json = app.add_flag("--json", json_, "JSON instead of a table: more features, angles in degrees")->group(group);
   app.add_flag("--csv", csv_, "CSV instead of a table, one line an object")->group(group)->excludes(json);
   app.add_flag(
          "--rejected", options_.settings.rejected,
@@ -201,7 +222,7 @@ void InspectCommandLine::addOutputs(CLI::App& app) {
       ->group(group);
   app.add_option("--overlay", options_.overlay, "annotated picture")->type_name("OUT.png")->group(group);
   app.add_option("--overlay-scale", options_.overlayScale, "its magnification, 0.1..8 [1, small pictures are enlarged]")
-      ->check(CLI::Range(0.1, 8.0))
+      ->check(numberOf(0.1, 8))
       ->type_name("F")
       ->group(group);
   app.add_option("--report", options_.report, "self-contained page: picture and table")
@@ -222,7 +243,7 @@ void InspectCommandLine::addChecks(CLI::App& app) {
                     ->type_name("FILE")
                     ->group(group);
   const auto add = [&](const char* name, double& value, const char* help) {
-    app.add_option(name, value, help)->check(CLI::Range(0.0, 1e9))->type_name("E")->needs(truth)->group(group);
+    app.add_option(name, value, help)->check(numberOf(0, 1e9))->type_name("E")->needs(truth)->group(group);
   };
   add("--max-centre-error", options_.tolerances.centre, "pixels [0.5]");
   add("--max-area-error", options_.tolerances.area, "per cent [3]");
@@ -238,6 +259,17 @@ void InspectCommandLine::addRange(const Filter& filter, const std::string& text)
   }
   ranges_[&filter] = *range;
   options_.settings.limits[std::string(filter.name)] = text;
+}
+
+void InspectCommandLine::addShapeRange(const ShapeFeature& feature, const std::string& text) {
+  const auto range = parseRange(text);
+  const std::string name = feature.feature.option();
+  if (!range || !isPossible(feature, *range)) {
+    throw CLI::ValidationError("--" + name, inQuotes(text) + " is not MIN..MAX, MIN.. or ..MAX (" + feature.help + ")");
+  }
+  options_.settings.shape = true;
+  options_.settings.shapeRanges[&feature] = *range;
+  options_.settings.limits[name] = text;
 }
 
 void InspectCommandLine::applyRanges() {
@@ -302,6 +334,10 @@ void InspectCommandLine::applyWeights() {
   BlobSelectCfg& cfg = options_.settings.select.common;
   for (const std::string& text : weights_) {
     const auto pair = splitPair(text, '=');
+    if (pair && findShapeFeature(pair->first)) {
+      throw std::invalid_argument("--weight: ranges of shape and grey values, such as --" + std::string(pair->first) +
+                                  ", have no share in the score");
+    }
     const Filter* filter = pair ? findFilter(pair->first) : nullptr;
     const auto weight = pair ? parseNumber(pair->second) : std::nullopt;
     if (!filter || !weight || *weight < 0 || *weight > 1) {
@@ -318,9 +354,13 @@ void InspectCommandLine::applySort() {
   const auto keys = sortKeys();
   const auto key = std::find_if(keys.begin(), keys.end(), [&](const SortKey& each) { return each.name == sort_; });
   cfg.sortOrder = sortOrder(order_);
-  options_.settings.byScore = key == keys.end();
-  cfg.sortKey = options_.settings.byScore ? static_cast<uint32_t>(DAXI_BLOB_KEY_AREA) : key->key;
-  if (options_.settings.byScore && !isScored(cfg)) {
+  cfg.sortKey = key == keys.end() ? static_cast<uint32_t>(DAXI_BLOB_KEY_AREA) : key->key;
+  if (key != keys.end()) return;
+  const ShapeFeature* shape = findShapeFeature(sort_);
+  options_.settings.ranking = shape ? &shape->feature : &kScore;
+  if (shape) {
+    options_.settings.shape = true;
+  } else if (!isScored(cfg)) {
     throw std::invalid_argument("--sort score needs a range with an upper end, such as --circularity 0.8..1");
   }
 }

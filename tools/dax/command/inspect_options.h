@@ -44,7 +44,9 @@ class InspectCommandLine {
   void addClassAndOutside(CLI::App& app, const std::string& group);
   void addOutputs(CLI::App& app);
   void addChecks(CLI::App& app);
+  void addShape(CLI::App& app);
   void addRange(const Filter& filter, const std::string& text);
+  void addShapeRange(const ShapeFeature& feature, const std::string& text);
   void applyRanges();
   void applyScale();
   void applyClassAreas();

@@ -1,8 +1,10 @@
 #include "command/picture_options.h"
 
 #include <CLI/CLI.hpp>
+#include <map>
 
 #include "base/text.h"
+#include "io/output_name.h"
 
 namespace dax::tool {
 
@@ -17,6 +19,20 @@ CLI::Option* addLevels(CLI::App& app, std::optional<Levels>& levels, const std::
           help)
       ->type_name("LOW..HIGH")
       ->group(group);
+}
+
+std::vector<Job> planSafeJobs(const std::vector<std::string>& inputs, const std::filesystem::path& overlay,
+                              const std::filesystem::path& report) {
+  std::vector<Job> jobs = planJobs(inputs, overlay, report);
+  std::multimap<std::string, const Job*> byName;
+  for (const Job& job : jobs) byName.emplace(job.input.filename().string(), &job);
+  for (const Job& job : jobs) {
+    const auto [first, last] = byName.equal_range(job.overlay.filename().string());
+    for (auto other = first; other != last; ++other) {
+      requireOther("--overlay", job.overlay, {{"an input", other->second->input}});
+    }
+  }
+  return jobs;
 }
 
 }  // namespace dax::tool

@@ -5,6 +5,7 @@
 #include <optional>
 #include <string>
 
+#include "io/inputs.h"
 #include "io/picture.h"
 
 namespace dax::tool {
@@ -16,5 +17,9 @@ inline constexpr const char* kLevelsHelp =
 // --levels LOW..HIGH
 CLI::Option* addLevels(CLI::App& app, std::optional<Levels>& levels, const std::string& group,
                        const char* help = kLevelsHelp);
+
+// The jobs of planJobs(). Throws Failure(kUsage) if an overlay would replace an input of another job.
+std::vector<Job> planSafeJobs(const std::vector<std::string>& inputs, const std::filesystem::path& overlay,
+                              const std::filesystem::path& report);
 
 }  // namespace dax::tool

@@ -72,17 +72,13 @@ void requireRangeName(const fs::path& path) {
   if (isOtherName(path)) reject(printable(path.string()) + ": is the name of a picture or cloud; OUT is a range file");
 }
 
-void sayOfRange(const std::string& file, const std::string& what) {
-  std::cerr << "dax: " << printable(file) << ": " << what << '\n';
-}
-
 RangeImage readPicture(const RangeOptions& options, const RangeHeader& header) {
   setUpDecoders();
   const ImageFile file = ImageFile::read(options.input);
   if (file.maxValue() == 255) {
     throw Failure(ExitStatus::kCannotRead, printable(options.input) + ": does not have 16 bits a pixel");
   }
-  if (file.pages() > 1) sayOfRange(options.input, "the first of " + std::to_string(file.pages()) + " pages");
+  if (file.pages() > 1) say(options.input, "the first of " + std::to_string(file.pages()) + " pages");
   std::optional<GreyImage> mask;
   if (!options.mask.empty()) mask = readMask(options.mask);
   return fromPicture(file.toGrey16(), mask ? &*mask : nullptr, options.bias, header);
@@ -95,14 +91,13 @@ RangeImage readPoints(const RangeOptions& options, const std::optional<RangeHead
   const std::string all = " of " + std::to_string(cloud.size()) + " points ";
   if (done.resampled) {
     const DAX3D_VECTOR_32F& step = image.record().scale;
-    sayOfRange(options.input, "no lattice of columns, rows and values: resampled in steps of " + shortest(step.x) +
-                                  ", " + shortest(step.y) + ", " + shortest(step.z));
+    say(options.input, "no lattice of columns, rows and values: resampled in steps of " + shortest(step.x) + ", " +
+                           shortest(step.y) + ", " + shortest(step.z));
   }
-  if (done.hidden > 0)
-    sayOfRange(options.input, std::to_string(done.hidden) + all + "hidden by higher ones of their pixel");
-  if (done.outside > 0) sayOfRange(options.input, std::to_string(done.outside) + all + "outside the range image");
+  if (done.hidden > 0) say(options.input, std::to_string(done.hidden) + all + "hidden by higher ones of their pixel");
+  if (done.outside > 0) say(options.input, std::to_string(done.outside) + all + "outside the range image");
   if (done.offsetLoss > 1e-3) {
-    sayOfRange(options.output, "far from 0: the offset, a float, is off by " + fixed(done.offsetLoss, 3) + " steps");
+    say(options.output, "far from 0: the offset, a float, is off by " + fixed(done.offsetLoss, 3) + " steps");
   }
   return image;
 }
@@ -167,6 +162,9 @@ ExitStatus render(const RangeOptions& options) {
   auto [low, high] = usualHeights(image);
   if (limits && limits->min) low = static_cast<float>(*limits->min);
   if (limits && limits->max) high = static_cast<float>(*limits->max);
+  if (limits && low > high) {
+    reject("--limits: " + inQuotes(options.limits) + " holds none of the usual heights; give both ends");
+  }
   writeFile(options.output, drawHeights(image, low, high));
   return ExitStatus::kOk;
 }

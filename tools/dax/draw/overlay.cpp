@@ -28,10 +28,10 @@ std::array<Point, 4> corners(const BlobInfo& blob) {
 
 std::string drawOverlay(const GreyImage& image, const Inspection& inspection, double scale) {
   AnnotatedPicture picture(image, scale);
-  for (const BlobInfo& blob : inspection.blobs) picture.line(corners(blob), true, kBoxColour, 1);
+  for (const Blob& blob : inspection.blobs) picture.line(corners(blob), true, kBoxColour, 1);
   for (const Contour& contour : inspection.contours) picture.line(contour, true, kContourColour, 1.6);
   for (size_t i = 0; i < inspection.blobs.size(); ++i) {
-    const BlobInfo& blob = inspection.blobs[i];
+    const Blob& blob = inspection.blobs[i];
     const std::string number = std::to_string(i + 1);
     picture.label(
         {blob.rectX - 0.5, blob.rectY - 0.5, static_cast<double>(blob.rectWidth), static_cast<double>(blob.rectHeight)},

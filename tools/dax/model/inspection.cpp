@@ -158,7 +158,7 @@ void move(BlobInfo& blob, const DaxiRect& by) {
 // From places in the region of interest to places in the picture.
 void moveBack(Inspection& inspection, const DaxiRect& roi, DaxiSize size) {
   inspection.size = size;
-  for (BlobInfo& blob : inspection.blobs) move(blob, roi);
+  for (Blob& blob : inspection.blobs) move(blob, roi);
   for (Rejection& each : inspection.rejected) move(each.blob, roi);
   for (Contour& contour : inspection.contours) {
     for (Point& point : contour) {
@@ -168,23 +168,75 @@ void moveBack(Inspection& inspection, const DaxiRect& roi, DaxiSize size) {
   }
 }
 
-// The best score first; of equal ones the order of the selection.
-void sortByScore(std::vector<BlobInfo>& blobs, const InspectionSettings& settings) {
-  const bool isAscending = settings.select.common.sortOrder == DAXI_BLOB_ASCENDING;
-  std::stable_sort(blobs.begin(), blobs.end(), [=](const BlobInfo& a, const BlobInfo& b) {
-    return isAscending ? a.score < b.score : a.score > b.score;
+// The first range that a blob lies outside of; null: none. By the values that the outputs show.
+const ShapeFeature* refusingShape(const Blob& blob, const InspectionSettings& settings) {
+  for (const auto& [feature, range] : settings.shapeRanges) {
+    const float value = valueOf(feature->feature, blob, settings.mmPerPixel);
+    if (range.min && value < static_cast<float>(*range.min)) return feature;
+    if (range.max && value > static_cast<float>(*range.max)) return feature;
+  }
+  return nullptr;
+}
+
+// The best first; of equal ones the order of the selection.
+void rank(std::vector<Blob>& blobs, const Feature& feature, bool isAscending) {
+  std::stable_sort(blobs.begin(), blobs.end(), [&](const Blob& a, const Blob& b) {
+    return isAscending ? feature.value(a) < feature.value(b) : feature.value(a) > feature.value(b);
   });
 }
 
-std::vector<BlobInfo> selectBest(const Labelled& labelled, const InspectionSettings& settings,
-                                 const BlobSelectV4Cfg& cfg, const Workers& workers) {
-  if (!settings.byScore) return select(labelled, cfg, workers);
+// Ranges and order that the library's selection does not know come after it: it must then keep every blob.
+std::vector<Blob> selectAll(const Labelled& labelled, const BlobSelectV4Cfg& cfg, const Workers& workers) {
   BlobSelectV4Cfg roomy = cfg;
-  roomy.common.maxCount = DAXI_BLOB_MAX_COUNT;
-  std::vector<BlobInfo> blobs = select(labelled, roomy, workers);
-  sortByScore(blobs, settings);
-  blobs.resize(std::min(blobs.size(), static_cast<size_t>(cfg.common.maxCount)));
+  BlobSelectCfg& common = roomy.common;
+  common.maxCount = DAXI_BLOB_MAX_COUNT;
+  if (common.sortOrder == DAXI_BLOB_UNSORTED) {  // which ranks by area, too
+    common.sortOrder = DAXI_BLOB_DESCENDING;
+    common.sortKey = DAXI_BLOB_KEY_AREA;
+  }
+  std::vector<Blob> blobs = select(labelled, roomy, workers);
+  if (blobs.size() == DAXI_BLOB_MAX_COUNT && _DAXI_DomainCount(&labelled.domains) > DAXI_BLOB_MAX_COUNT) {
+    throw Failure(ExitStatus::kRefused, "more than " + std::to_string(DAXI_BLOB_MAX_COUNT) +
+                                            " objects for a range or order by shape or score: narrow them by --area");
+  }
   return blobs;
+}
+
+// Ranges of shape, order, and the maximum number.
+void keepBest(std::vector<Blob>& blobs, const InspectionSettings& settings) {
+  const BlobSelectCfg& cfg = settings.select.common;
+  std::erase_if(blobs, [&](const Blob& blob) { return refusingShape(blob, settings) != nullptr; });
+  if (settings.ranking) rank(blobs, *settings.ranking, cfg.sortOrder == DAXI_BLOB_ASCENDING);
+  const size_t count = std::min(blobs.size(), static_cast<size_t>(cfg.maxCount));
+  blobs.erase(blobs.begin() + static_cast<ptrdiff_t>(count), blobs.end());
+}
+
+std::vector<Blob> selectBest(const Picture& picture, const DaxiDomainList& domains, const InspectionSettings& settings,
+                             const BlobSelectV4Cfg& cfg, const Workers& workers) {
+  const bool isAll = settings.ranking || !settings.shapeRanges.empty();
+  std::vector<Blob> blobs = (isAll ? selectAll : select)({picture.grey, domains}, cfg, workers);
+  if (settings.shape) measureShapes(picture, domains, settings.connectivity, blobs);
+  if (isAll) keepBest(blobs, settings);
+  if (cfg.common.sortOrder == DAXI_BLOB_UNSORTED) {
+    std::sort(blobs.begin(), blobs.end(), [](const Blob& a, const Blob& b) { return a.label < b.label; });
+  }
+  return blobs;
+}
+
+std::vector<Rejection> rejectedOf(const Picture& picture, const DaxiDomainList& domains,
+                                  const InspectionSettings& settings, const BlobSelectV4Cfg& cfg,
+                                  const std::vector<Blob>& kept, const Workers& workers) {
+  std::vector<Rejection> rejected = findRejected({picture.grey, domains}, cfg, kept, workers);
+  if (!settings.shape) return rejected;
+  std::vector<Blob> blobs;
+  for (const Rejection& each : rejected) blobs.push_back(each.blob);
+  measureShapes(picture, domains, settings.connectivity, blobs);
+  for (size_t i = 0; i < blobs.size(); ++i) {
+    rejected[i].blob = blobs[i];
+    const ShapeFeature* by = refusingShape(blobs[i], settings);
+    if (by && rejected[i].by == kByCount) rejected[i].by = by->feature.option();
+  }
+  return rejected;
 }
 
 bool isWithin(size_t count, const OpenRange& range) {
@@ -241,13 +293,13 @@ Inspection inspectRegion(const Picture& picture, const InspectionSettings& setti
   const DaxiDomainList& domains = labelling.domains();
   result.regions = _DAXI_DomainCount(&domains);
   times.measure(Stage::kSelect, [&] {
-    const Labelled labelled{image, domains};
-    result.blobs = selectBest(labelled, settings, cfg, workers);
-    if (settings.rejected) result.rejected = findRejected(labelled, cfg, result.blobs, workers);
+    result.blobs = selectBest(picture, domains, settings, cfg, workers);
+    if (settings.rejected) result.rejected = rejectedOf(picture, domains, settings, cfg, result.blobs, workers);
   });
   if (settings.contours) {
-    result.contours =
-        times.measure(Stage::kDraw, [&] { return traceContours(domains, result.blobs, settings.connectivity); });
+    std::vector<const DaxiDomain*> shown;
+    for (const Blob& blob : result.blobs) shown.push_back(blob.domain);
+    result.contours = times.measure(Stage::kDraw, [&] { return traceContours(domains, shown, settings.connectivity); });
   }
   return result;
 }

@@ -14,6 +14,7 @@
 #include "command/threshold_option.h"
 #include "io/picture.h"
 #include "model/selection.h"
+#include "model/shape_features.h"
 #include "scene/contour.h"
 
 namespace dax::tool {
@@ -54,8 +55,10 @@ struct InspectionSettings {
   std::optional<Levels> levels;
   std::optional<DaxiRect> roi;  // the part of the picture that is looked at
   std::optional<double> mmPerPixel;
-  std::optional<OpenRange> expected;          // number of objects
-  bool byScore = false;                       // order of the objects
+  std::optional<OpenRange> expected;                     // number of objects
+  bool shape = false;                                    // measure shapes
+  std::map<const ShapeFeature*, OpenRange> shapeRanges;  // after those of the library; as given, in the units of output
+  const Feature* ranking = nullptr;           // order of the objects; null: by the key of the library's selection
   std::map<std::string, std::string> limits;  // of the filters, as on the command line
   int connectivity = 8;
   bool byClass = false;  // the grey value is the class: no threshold
@@ -72,8 +75,8 @@ struct Inspection {
   std::string note;              // on how the picture was read
   int low = 0;                   // levels that the threshold applied, in the picture's own depth
   int high = 0;
-  uint32_t regions = 0;         // before selection
-  std::vector<BlobInfo> blobs;  // their domain pointers are not valid
+  uint32_t regions = 0;     // before selection
+  std::vector<Blob> blobs;  // their domain pointers are not valid
   std::vector<Rejection> rejected;
   std::vector<Contour> contours;
   bool scored = false;

@@ -33,9 +33,9 @@ constexpr std::array kCascade = {
 
 using Labels = std::vector<bool>;
 
-Labels labelsOf(const std::vector<BlobInfo>& blobs, size_t count) {
+Labels labelsOf(const std::vector<Blob>& blobs, size_t count) {
   Labels labels(count);
-  for (const BlobInfo& blob : blobs) labels[blob.label] = true;
+  for (const Blob& blob : blobs) labels[blob.label] = true;
   return labels;
 }
 
@@ -65,7 +65,7 @@ BlobSelectV4Cfg acceptingAll(BlobSelectV4Cfg cfg) {
 
 }  // namespace
 
-std::vector<BlobInfo> select(const Labelled& labelled, const BlobSelectV4Cfg& cfg, const Workers& workers) {
+std::vector<Blob> select(const Labelled& labelled, const BlobSelectV4Cfg& cfg, const Workers& workers) {
   const GreyImage& image = labelled.image;
   const DaxiDomainList& domains = labelled.domains;
   const auto domainCount = static_cast<int32_t>(_DAXI_DomainCount(&domains));
@@ -89,8 +89,8 @@ std::vector<BlobInfo> select(const Labelled& labelled, const BlobSelectV4Cfg& cf
   return {blobs.begin(), blobs.begin() + result.count};
 }
 
-std::vector<Rejection> findRejected(const Labelled& labelled, const BlobSelectV4Cfg& cfg,
-                                    const std::vector<BlobInfo>& kept, const Workers& workers) {
+std::vector<Rejection> findRejected(const Labelled& labelled, const BlobSelectV4Cfg& cfg, const std::vector<Blob>& kept,
+                                    const Workers& workers) {
   const uint32_t count = _DAXI_DomainCount(&labelled.domains);
   if (count > DAXI_BLOB_MAX_COUNT) {
     throw Failure(ExitStatus::kRefused, "--rejected tells of images of at most " + std::to_string(DAXI_BLOB_MAX_COUNT) +
@@ -101,10 +101,10 @@ std::vector<Rejection> findRejected(const Labelled& labelled, const BlobSelectV4
   const Labels isKept = labelsOf(kept, count);
   const std::vector<std::string_view> refusals = firstRefusals(labelled, roomy, workers);
   std::vector<Rejection> rejected;
-  for (const BlobInfo& blob : select(labelled, acceptingAll(roomy), workers)) {
+  for (const Blob& blob : select(labelled, acceptingAll(roomy), workers)) {
     if (isKept[blob.label]) continue;
     const std::string_view by = refusals[blob.label];
-    rejected.push_back({blob, by.empty() ? "count" : by});
+    rejected.push_back({blob, by.empty() ? kByCount : std::string(by)});
   }
   return rejected;
 }

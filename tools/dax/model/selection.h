@@ -1,12 +1,13 @@
 // Blob selection, and the reasons for rejected blobs.
 #pragma once
 
-#include <string_view>
+#include <string>
 #include <vector>
 
 #include "base/workers.h"
 #include "daxi/blob_select_v4.h"
 #include "io/grey_image.h"
+#include "model/blob.h"
 
 namespace dax::tool {
 
@@ -17,16 +18,19 @@ struct Labelled {
 };
 
 // The selected blobs, in order. Areas are tested by class if cfg.perClass is set.
-std::vector<BlobInfo> select(const Labelled& labelled, const BlobSelectV4Cfg& cfg, const Workers& workers);
+std::vector<Blob> select(const Labelled& labelled, const BlobSelectV4Cfg& cfg, const Workers& workers);
+
+// The reason of a rejection: beyond the maximum number of blobs.
+inline constexpr const char* kByCount = "count";
 
 struct Rejection {
-  BlobInfo blob;        // with every feature, but no score
-  std::string_view by;  // the first filter that rejected it; "count": beyond the maximum number of blobs
+  Blob blob;       // with every feature, but no score
+  std::string by;  // the first filter that rejected it, or kByCount
 };
 
 // The blobs that were not selected, in the order of the configuration. Throws Failure(kRefused) for an image with more
 // regions than one selection can hold.
-std::vector<Rejection> findRejected(const Labelled& labelled, const BlobSelectV4Cfg& cfg,
-                                    const std::vector<BlobInfo>& kept, const Workers& workers);
+std::vector<Rejection> findRejected(const Labelled& labelled, const BlobSelectV4Cfg& cfg, const std::vector<Blob>& kept,
+                                    const Workers& workers);
 
 }  // namespace dax::tool

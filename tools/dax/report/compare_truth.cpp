@@ -5,7 +5,7 @@
 
 #include "base/text.h"
 #include "io/truth.h"
-#include "model/blob_features.h"
+#include "model/blob.h"
 
 namespace dax::tool {
 namespace {

@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <nlohmann/json.hpp>
 
-#include "base/columns.h"
 #include "base/text.h"
+#include "model/blob_features.h"
 #include "report/run_json.h"
 
 namespace dax::tool {
@@ -17,43 +17,57 @@ std::string levels(const Inspection& inspection) {
   return inspection.low == inspection.high ? low : low + ".." + std::to_string(inspection.high);
 }
 
-void writeBlobs(std::ostream& out, const Inspection& inspection, const InspectionSettings& settings) {
-  if (inspection.blobs.empty()) return;
-  const TableColumns columns(settings, inspection.scored);
-  std::vector<Fields> lines{columns.titles()};
-  lines.front().insert(lines.front().begin(), "#");
-  for (const BlobInfo& blob : inspection.blobs) {
-    Fields fields = columns.fields(blob);
-    fields.insert(fields.begin(), std::to_string(lines.size()));
-    lines.push_back(std::move(fields));
-  }
-  writeColumns(out, lines);
+// "200..": the range that refused a region, as given.
+std::string limitOf(std::string_view by, const InspectionSettings& settings) {
+  const auto byClass = settings.limits.find("class-area");
+  if (by == "area" && byClass != settings.limits.end()) return byClass->second;
+  const auto found = settings.limits.find(std::string(by));
+  return found == settings.limits.end() ? std::string() : found->second;
 }
 
-void writeRejected(std::ostream& out, const Inspection& inspection, const InspectionSettings& settings) {
-  out << "rejected: " << inspection.rejected.size() << " regions\n";
-  if (inspection.rejected.empty()) return;
-  const TableColumns columns(settings, false);
-  std::vector<Fields> lines{columns.titles()};
-  lines.front().insert(lines.front().begin(), "rejected by");
-  for (const auto& [blob, by] : inspection.rejected) {
-    Fields fields = columns.fields(blob);
-    fields.insert(fields.begin(), std::string(by) + " " + limitOf(by, settings));
-    lines.push_back(std::move(fields));
+// The columns of a table behind its first one.
+class TableColumns {
+ public:
+  TableColumns(const InspectionSettings& settings, bool scored)
+      : settings_(settings), features_(features(settings)), scored_(scored) {
+    std::erase_if(features_, [](const Feature& feature) { return !feature.isInTable; });
   }
-  writeColumns(out, lines);
-}
+
+  Fields titles(std::string first) const {
+    Fields titles{std::move(first)};
+    for (const Feature& feature : features_) titles.push_back(feature.title());
+    if (scored_) titles.emplace_back("score");
+    return titles;
+  }
+
+  Fields line(std::string first, const Blob& blob) const {
+    Fields fields{std::move(first)};
+    for (const Feature& feature : features_) {
+      const bool isScaled = settings_.mmPerPixel && feature.dimension > 0;
+      fields.push_back(fixed(valueOf(feature, blob, settings_.mmPerPixel), feature.decimals + (isScaled ? 2 : 0)));
+    }
+    if (scored_) fields.push_back(fixed(blob.score, 3));
+    return fields;
+  }
+
+ private:
+  const InspectionSettings& settings_;
+  std::vector<Feature> features_;
+  bool scored_;
+};
 
 void writeSection(std::ostream& out, const Outcome& outcome, const InspectionSettings& settings) {
   out << outcome.file << ": " << summary(outcome.inspection, settings) << '\n';
-  writeBlobs(out, outcome.inspection, settings);
-  if (settings.rejected) writeRejected(out, outcome.inspection, settings);
+  if (!outcome.inspection.blobs.empty()) writeColumns(out, blobTable(outcome.inspection, settings));
+  if (!settings.rejected) return;
+  out << "rejected: " << outcome.inspection.rejected.size() << " regions\n";
+  if (!outcome.inspection.rejected.empty()) writeColumns(out, rejectedTable(outcome.inspection, settings));
 }
 
-Json toJson(const BlobInfo& blob, const InspectionSettings& settings, bool scored) {
+Json toJson(const Blob& blob, const InspectionSettings& settings, bool scored) {
   Json json{{"label", blob.label}};
   for (const Feature& feature : features(settings)) {
-    json[std::string(feature.name)] = decimal(valueOf(feature, blob, settings));
+    json[std::string(feature.name)] = decimal(valueOf(feature, blob, settings.mmPerPixel));
   }
   json["score"] = scored ? Json(decimal(blob.score)) : Json();
   return json;
@@ -83,7 +97,7 @@ Json toJson(const Outcome& outcome, const InspectionSettings& settings) {
                         {"max", range.max ? Json(*range.max) : Json()},
                         {"met", inspection.met}};
   }
-  for (const BlobInfo& blob : inspection.blobs) json["blobs"].push_back(toJson(blob, settings, inspection.scored));
+  for (const Blob& blob : inspection.blobs) json["blobs"].push_back(toJson(blob, settings, inspection.scored));
   if (!settings.rejected) return json;
   json["rejected"] = Json::array();
   for (const auto& [blob, by] : inspection.rejected) {
@@ -113,10 +127,10 @@ struct CsvEnds {
   std::string_view rejectedBy;
 };
 
-void writeCsvLine(std::ostream& out, const BlobInfo& blob, const InspectionSettings& settings,
+void writeCsvLine(std::ostream& out, const Blob& blob, const InspectionSettings& settings,
                   const std::vector<Feature>& features, const CsvEnds& ends) {
   out << ends.file << ',' << ends.number << ',' << blob.label;
-  for (const Feature& feature : features) out << ',' << shortest(valueOf(feature, blob, settings));
+  for (const Feature& feature : features) out << ',' << shortest(valueOf(feature, blob, settings.mmPerPixel));
   out << ',' << ends.score;
   if (settings.rejected) out << ',' << ends.rejectedBy << ',';
   if (!ends.rejectedBy.empty()) out << limitOf(ends.rejectedBy, settings);
@@ -141,33 +155,20 @@ std::string summary(const Inspection& inspection, const InspectionSettings& sett
          (settings.mmPerPixel ? ", in millimetres" : "") + (inspection.met ? "" : ": not the expected number");
 }
 
-std::string limitOf(std::string_view by, const InspectionSettings& settings) {
-  const auto byClass = settings.limits.find("class-area");
-  if (by == "area" && byClass != settings.limits.end()) return byClass->second;
-  const auto found = settings.limits.find(std::string(by));
-  return found == settings.limits.end() ? std::string() : found->second;
+std::vector<Fields> blobTable(const Inspection& inspection, const InspectionSettings& settings) {
+  const TableColumns columns(settings, inspection.scored);
+  std::vector<Fields> lines{columns.titles("#")};
+  for (const Blob& blob : inspection.blobs) lines.push_back(columns.line(std::to_string(lines.size()), blob));
+  return lines;
 }
 
-TableColumns::TableColumns(const InspectionSettings& settings, bool scored)
-    : settings_(settings), features_(features(settings)), scored_(scored) {
-  std::erase_if(features_, [](const Feature& feature) { return !feature.isInTable; });
-}
-
-Fields TableColumns::titles() const {
-  Fields titles;
-  for (const Feature& feature : features_) titles.push_back(feature.title());
-  if (scored_) titles.emplace_back("score");
-  return titles;
-}
-
-Fields TableColumns::fields(const BlobInfo& blob) const {
-  Fields fields;
-  for (const Feature& feature : features_) {
-    const bool isScaled = settings_.mmPerPixel && feature.dimension > 0;
-    fields.push_back(fixed(valueOf(feature, blob, settings_), feature.decimals + (isScaled ? 2 : 0)));
+std::vector<Fields> rejectedTable(const Inspection& inspection, const InspectionSettings& settings) {
+  const TableColumns columns(settings, false);
+  std::vector<Fields> lines{columns.titles("rejected by")};
+  for (const auto& [blob, by] : inspection.rejected) {
+    lines.push_back(columns.line(by + " " + limitOf(by, settings), blob));
   }
-  if (scored_) fields.push_back(fixed(blob.score, 3));
-  return fields;
+  return lines;
 }
 
 void writeTable(std::ostream& out, const Listing& listing) {
@@ -199,7 +200,7 @@ void writeCsv(std::ostream& out, const Listing& listing) {
     const Inspection& inspection = outcome.inspection;
     const std::string file = csvField(outcome.file);
     size_t number = 0;
-    for (const BlobInfo& blob : inspection.blobs) {
+    for (const Blob& blob : inspection.blobs) {
       const std::string score = inspection.scored ? shortest(blob.score) : "";
       writeCsvLine(out, blob, settings, listed, {file, std::to_string(++number), score, ""});
     }

@@ -6,9 +6,9 @@
 #include <span>
 #include <string>
 
+#include "base/columns.h"
 #include "base/failure.h"
 #include "command/inspect_options.h"
-#include "model/blob_features.h"
 
 namespace dax::tool {
 
@@ -34,20 +34,9 @@ void writeTimes(std::ostream& out, std::span<const Outcome> outcomes);
 // "1200 x 900, threshold otsu 127, 40 of 88 regions"
 std::string summary(const Inspection& inspection, const InspectionSettings& settings);
 
-// "area 200..": the range that refused a region, as given.
-std::string limitOf(std::string_view by, const InspectionSettings& settings);
-
-// Columns of blob tables.
-class TableColumns {
- public:
-  TableColumns(const InspectionSettings& settings, bool scored);
-  std::vector<std::string> titles() const;
-  std::vector<std::string> fields(const BlobInfo& blob) const;
-
- private:
-  const InspectionSettings& settings_;
-  std::vector<Feature> features_;  // those of tables
-  bool scored_;
-};
+// Tables for people: the titles, and a line for each blob, which begins with its number.
+std::vector<Fields> blobTable(const Inspection& inspection, const InspectionSettings& settings);
+// Lines that begin with the range that refused the blob.
+std::vector<Fields> rejectedTable(const Inspection& inspection, const InspectionSettings& settings);
 
 }  // namespace dax::tool

@@ -7,7 +7,6 @@
 #include "base/run_info.h"
 #include "base/text.h"
 #include "io/image_file.h"
-#include "model/blob_features.h"
 #include "report/listing.h"
 #include "report/report_page.h"
 
@@ -39,7 +38,7 @@ void writePath(std::ostream& out, const Contour& contour) {
   out << 'Z';
 }
 
-void writeBox(std::ostream& out, const BlobInfo& blob) {
+void writeBox(std::ostream& out, const Blob& blob) {
   const auto number = [](float value) { return fixed(value, 2); };
   // Half a pixel more each way: the box holds pixel centres, the picture shows whole pixels.
   out << "<rect class=\"box\" x=\"" << number(-blob.boxWidth / 2 - 0.5F) << "\" y=\""
@@ -48,7 +47,7 @@ void writeBox(std::ostream& out, const BlobInfo& blob) {
       << ") rotate(" << number(degrees(blob.boxAngle)) << ")\"/>";
 }
 
-void writeBlob(std::ostream& out, size_t number, const BlobInfo& blob, const Contour& contour) {
+void writeBlob(std::ostream& out, size_t number, const Blob& blob, const Contour& contour) {
   out << "<g class=\"blob\">";
   writeBox(out, blob);
   for (const char* style : {"halo", "contour"}) {
@@ -71,38 +70,25 @@ void writePicture(std::ostream& out, const GreyImage& image, const Inspection& i
   out << "</svg>\n";
 }
 
-void writeRow(std::ostream& out, size_t number, const std::vector<std::string>& fields) {
-  out << "<tr tabindex=\"" << (number == 1 ? "0" : "-1") << "\"><td>" << number << "</td>";
-  for (const std::string& field : fields) out << "<td>" << field << "</td>";
-  out << "</tr>\n";
-}
-
-void writeTable(std::ostream& out, const Inspection& inspection, const InspectionSettings& settings) {
-  if (inspection.blobs.empty()) {
-    out << "<p class=\"none\">No objects.</p>\n";
-    return;
-  }
-  const TableColumns columns(settings, inspection.scored);
-  out << "<table>\n<thead><tr><th scope=\"col\">#</th>";
-  for (const std::string& title : columns.titles()) out << "<th scope=\"col\">" << title << "</th>";
+void writeTable(std::ostream& out, const char* style, bool isFocusable, const std::vector<Fields>& lines) {
+  out << "<table" << style << ">\n<thead><tr>";
+  for (const std::string& title : lines.front()) out << "<th scope=\"col\">" << title << "</th>";
   out << "</tr></thead>\n<tbody>\n";
-  size_t number = 0;
-  for (const BlobInfo& blob : inspection.blobs) writeRow(out, ++number, columns.fields(blob));
+  for (size_t i = 1; i < lines.size(); ++i) {
+    out << (!isFocusable ? "<tr>" : i == 1 ? "<tr tabindex=\"0\">" : "<tr tabindex=\"-1\">");
+    for (const std::string& field : lines[i]) out << "<td>" << escapeHtml(field) << "</td>";
+    out << "</tr>\n";
+  }
   out << "</tbody>\n</table>\n";
 }
 
-void writeRejectedSection(std::ostream& out, const Inspection& inspection, const InspectionSettings& settings) {
-  if (!settings.rejected || inspection.rejected.empty()) return;
-  const TableColumns columns(settings, false);
-  out << "<table class=\"rejected\">\n<thead><tr><th scope=\"col\">rejected by</th>";
-  for (const std::string& title : columns.titles()) out << "<th scope=\"col\">" << title << "</th>";
-  out << "</tr></thead>\n";
-  for (const auto& [blob, by] : inspection.rejected) {
-    out << "<tr><td>" << escapeHtml(std::string(by) + " " + limitOf(by, settings)) << "</td>";
-    for (const std::string& field : columns.fields(blob)) out << "<td>" << field << "</td>";
-    out << "</tr>\n";
+void writeTables(std::ostream& out, const Inspection& inspection, const InspectionSettings& settings) {
+  if (inspection.blobs.empty()) {
+    out << "<p class=\"none\">No objects.</p>\n";
+  } else {
+    writeTable(out, "", true, blobTable(inspection, settings));
   }
-  out << "</table>\n";
+  if (!inspection.rejected.empty()) writeTable(out, " class=\"rejected\"", false, rejectedTable(inspection, settings));
 }
 
 // What was done, with what and when.
@@ -134,8 +120,7 @@ std::string makeReport(const std::string& file, const GreyImage& image, const In
       << "</p>\n</header>\n<main>\n<figure>\n";
   writePicture(out, image, inspection);
   out << "</figure>\n<div class=\"table\">\n";
-  writeTable(out, inspection, settings);
-  writeRejectedSection(out, inspection, settings);
+  writeTables(out, inspection, settings);
   out << "</div>\n</main>\n";
   writeRun(out, &inspection, &settings);
   out << "<script>" << kReportScript << "</script>\n</body>\n</html>\n";

@@ -27,7 +27,8 @@ table { border-collapse: collapse; width: 100%; font-size: .8rem; font-variant-n
 th, td { padding: .32rem .42rem; text-align: right; white-space: nowrap; }
 th { position: sticky; top: 0; background: var(--panel); color: var(--dim); font-weight: 600;
   box-shadow: inset 0 -1px var(--line); }
-tbody tr { border-bottom: 1px solid var(--line); cursor: pointer; scroll-margin-top: 2.2rem; }
+tbody tr { border-bottom: 1px solid var(--line); scroll-margin-top: 2.2rem; }
+tbody tr[tabindex] { cursor: pointer; }
 tbody tr:last-child { border-bottom: 0; }
 @media (max-width: 75rem) { tbody tr { scroll-margin-top: 58vh; } }
 tr.marked { background: var(--mark); }

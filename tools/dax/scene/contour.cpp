@@ -107,13 +107,14 @@ Contour trace(OwnerMap& map, const DomainRun& head, bool diagonals) {
 
 }  // namespace
 
-std::vector<Contour> traceContours(const DaxiDomainList& domains, std::span<const BlobInfo> blobs, int connectivity) {
+std::vector<Contour> traceContours(const DaxiDomainList& domains, std::span<const DaxiDomain* const> shown,
+                                   int connectivity) {
   OwnerMap map(domains.size);
   uint32_t owner = 0;
-  for (const BlobInfo& blob : blobs) map.paint(domains, *blob.domain, ++owner);
+  for (const DaxiDomain* domain : shown) map.paint(domains, *domain, ++owner);
   std::vector<Contour> contours;
-  contours.reserve(blobs.size());
-  for (const BlobInfo& blob : blobs) contours.push_back(trace(map, blob.domain->head, connectivity != 4));
+  contours.reserve(shown.size());
+  for (const DaxiDomain* domain : shown) contours.push_back(trace(map, domain->head, connectivity != 4));
   return contours;
 }
 

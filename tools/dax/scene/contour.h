@@ -4,7 +4,7 @@
 #include <span>
 #include <vector>
 
-#include "daxi/blob_select.h"
+#include "daxi/blob_find.h"
 
 namespace dax::tool {
 
@@ -14,7 +14,8 @@ struct Point {
 };
 using Contour = std::vector<Point>;  // a closed polygon
 
-// The outer contour of each blob, through the middles of the pixel edges between it and its surroundings.
-std::vector<Contour> traceContours(const DaxiDomainList& domains, std::span<const BlobInfo> blobs, int connectivity);
+// The outer contour of each domain shown, through the middles of the pixel edges between it and its surroundings.
+std::vector<Contour> traceContours(const DaxiDomainList& domains, std::span<const DaxiDomain* const> shown,
+                                   int connectivity);
 
 }  // namespace dax::tool
