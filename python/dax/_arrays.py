@@ -165,8 +165,8 @@ def choice(name: str, value: str, values: dict[str, T]) -> T:
 def within(name: str, value: Any, low: float, high: float = np.inf) -> None:
     """Refuses a number outside low..high, and NaN."""
     if not low <= value <= high:
-        limits = f"at least {low:g}" if high == np.inf else f"{low:g}..{high:g}"
-        raise ValueError(f"{name}: {value!r}, possible are {limits}" if high < np.inf else f"{name}: {value!r}, needed is {limits}")
+        limits = f"needed is at least {low:g}" if high == np.inf else f"possible are {low:g}..{high:g}"
+        raise ValueError(f"{name}: {value!r}, {limits}")
 
 
 def pair(name: str, value: Any, form: str) -> tuple[Any, Any]:

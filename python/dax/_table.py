@@ -12,7 +12,7 @@ _SHOWN = 50  # rows of a table in a notebook
 class Table:
     """Base of results that have a row for each thing found: indexing, dictionaries, and tables in notebooks."""
 
-    # What the columns of a field of (n, k) are called; otherwise by numbers.
+    # What the columns of a field are called; otherwise by the field, with numbers where it is (n, k).
     COLUMNS: ClassVar[dict[str, tuple[str, ...]]] = {}
 
     def __getitem__(self: Rows, index: Any) -> Rows:
@@ -25,7 +25,7 @@ class Table:
         for name, array in self._arrays().items():
             array = np.asarray(array)
             if array.ndim < (2 if self._many() else 1):
-                columns[name] = array.tolist()
+                columns[self.COLUMNS.get(name, (name,))[0]] = array.tolist()
                 continue
             flat = array.reshape(len(array), -1) if self._many() else array.reshape(-1)
             names = self.COLUMNS.get(name) or tuple(f"{name}_{i}" for i in range(flat.shape[-1]))

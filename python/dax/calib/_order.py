@@ -71,15 +71,15 @@ def look_like_corners(image: Array, points: Grid, radii: NDArray[np.float64]) ->
 def spacing(corners: Grid) -> NDArray[np.float64]:
     """(rows, columns): distance of each corner to its nearest neighbour in the grid."""
     grid = corners.astype(float)
-    least = np.full(grid.shape[:2], np.inf)
+    shortest = np.full(grid.shape[:2], np.inf)
     for axis in (0, 1):
         steps = np.linalg.norm(np.diff(grid, axis=axis), axis=-1)
         first: list[Any] = [slice(None)] * 2
         last: list[Any] = [slice(None)] * 2
         first[axis], last[axis] = slice(None, -1), slice(1, None)
         for part in (tuple(first), tuple(last)):
-            least[part] = np.minimum(least[part], steps)
-    return least
+            shortest[part] = np.minimum(shortest[part], steps)
+    return shortest
 
 
 def off_the_board(corners: Grid) -> NDArray[np.float64]:
@@ -90,7 +90,9 @@ def off_the_board(corners: Grid) -> NDArray[np.float64]:
     scale = np.abs(flat - flat.mean(0)).max()
     target = (flat - flat.mean(0)) / scale
     zero = np.zeros_like(plane)
-    system = np.concatenate([np.hstack([plane, zero, -target[:, :1] * plane]), np.hstack([zero, plane, -target[:, 1:] * plane])])
+    of_x = np.hstack([plane, zero, -target[:, :1] * plane])
+    of_y = np.hstack([zero, plane, -target[:, 1:] * plane])
+    system = np.concatenate([of_x, of_y])
     h = np.linalg.svd(system)[2][-1].reshape(3, 3)
     mapped = plane @ h.T
     rest = target - mapped[:, :2] / mapped[:, 2:]

@@ -11,7 +11,7 @@ from typing import Any, Literal, NamedTuple, Optional
 import numpy as np
 from numpy.typing import ArrayLike, NDArray
 
-from .._arrays import BYTES, Array, Image, Window, as_size, choice, numbers, of_shape, pointer, source, warn
+from .._arrays import BYTES, Array, Image, Window, as_size, choice, numbers, of_shape, pointer, source, warn, within
 from .._interface import ffi
 from .._library import buffer, call
 from .._records import dtype_of, view
@@ -178,7 +178,7 @@ def _good(image: Array, corners: NDArray[np.float32]) -> NDArray[np.bool_]:
 
 def check_corners(image: ArrayLike, corners: ArrayLike, radius: float = 4.0) -> NDArray[np.bool_]:
     """Whether each point (..., 2) is a corner of a chessboard: a ring of that radius around it crosses four edges, opposite
-    ones at opposite places. image: (height, width) uint8. radius: pixels, less than half a square.
+    ones at opposite places. image: (height, width) uint8. radius: pixels, at least 1, less than half a square.
 
     >>> image = np.kron([[0, 255], [255, 0]], np.ones((40, 40))).astype(np.uint8)
     >>> dax.check_corners(image, [[39.5, 39.5], [39.5, 20.0], [43.0, 38.0]])
@@ -186,6 +186,7 @@ def check_corners(image: ArrayLike, corners: ArrayLike, radius: float = 4.0) -> 
     """
     src, points = source("image", image, BYTES), np.asarray(corners)
     flat = numbers("corners", points.reshape(-1, 2), (None, 2))
+    within("radius", radius, 1, 1e6)
     radii = np.full(len(flat), float(radius))
     return _order.look_like_corners(src.array, flat, radii).reshape(points.shape[:-1])
 

@@ -127,15 +127,15 @@ def _exact(image: Array, mask: dict[str, int], form: str) -> Array:
     odd = values[~finite]
     values[~finite] = 0
     total, exponents = np.zeros(image.shape), np.frexp(values)[1]
-    left, least = values != 0, 0.5 / (mask["width"] * mask["height"])  # share of half a pixel
+    left, threshold = values != 0, 0.5 / (mask["width"] * mask["height"])  # share of half a pixel
     while left.any():
         band = left & (exponents > int(exponents[left].max()) - _BITS)
         part = means(np.where(band, values, 0))
-        total += np.where(means(band.astype(np.float64)) > least, part, 0)
+        total += np.where(means(band.astype(np.float64)) > threshold, part, 0)
         left &= ~band
     for kind in (np.inf, -np.inf, np.nan):
         here = np.isnan(image) if np.isnan(kind) else image == kind
         if odd.size and here.any():
             with np.errstate(invalid="ignore"):
-                total[means(here.astype(np.float64)) > least] += kind
+                total[means(here.astype(np.float64)) > threshold] += kind
     return total

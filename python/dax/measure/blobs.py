@@ -146,9 +146,10 @@ class Blobs(Table):
     """Selected blobs, one row each: blobs[0], blobs[blobs.area > 9] and to_dict() take some of them. Lengths in pixels,
     angles in radians; pixel centres are integers.
 
-    labels: in the labelling. rect: (n, 4) upright rectangle x, y, width, height. centroid: (n, 2). box: (n, 5)
-    rectangle of minimum area: centre x, y, long axis, short axis, angle of the long axis. outside: pixels outside the
-    mask or on the border, where they were counted. score: 0..1 where filters carry weights, else 0.
+    labels: in the labelling. cls: class. rect: (n, 4) upright rectangle x, y, width, height. centroid: (n, 2). box:
+    (n, 5) rectangle of minimum area: centre x, y, long axis, short axis, angle of the long axis. outside_pixels: those
+    outside the mask or on the border, where they were counted. score: 0..1 where filters carry weights, else 0. The
+    columns of to_dict() are named as ranges and sort keys are, and as `dax inspect` names them.
     """
 
     labels: NDArray[np.uint32]
@@ -163,10 +164,12 @@ class Blobs(Table):
     axis_ratio: NDArray[np.float32]
     central_bias: NDArray[np.float32]
     principal_angle: NDArray[np.float32]
-    outside: NDArray[np.uint32]
+    outside_pixels: NDArray[np.uint32]
     score: NDArray[np.float32]
 
     COLUMNS = {
+        "labels": ("label",),
+        "cls": ("class",),
         "rect": ("rect_x", "rect_y", "rect_width", "rect_height"),
         "centroid": ("x", "y"),
         "box": ("box_x", "box_y", "long_axis", "short_axis", "box_angle"),
@@ -231,7 +234,7 @@ def select_blobs(
         ranges["area"] = (0, 0)  # not read
     cfg, inside = _configuration(ranges, weights or {}, outside_limit, mask, labelling)
     cfg.grayMode, cfg.maxCount, cfg.sortKey, cfg.sortOrder = int(gray_mode), max_count, key, direction
-    return _select(labelling, image, cfg, by_class, pool)
+    return _select(labelling, image, cfg, by_class, any((weights or {}).values()), pool)
 
 
 def _configuration(
@@ -293,6 +296,7 @@ def _select(
     image: Optional[ArrayLike],
     cfg: Any,
     by_class: Optional[dict[int, tuple[int, int]]],
+    weighted: bool,
     pool: Optional[Pool],
 ) -> Blobs:
     count = len(labelling)
@@ -316,14 +320,17 @@ def _select(
             *(gray.pointer, gray.step, gray.pointer, gray.step, gray.size, labelling._domains, count),
             *(result, record, work, threads, handle),
         )
-    return _blobs(view("BlobInfo", records, result.count), cfg)
+    return _blobs(view("BlobInfo", records, result.count), cfg, weighted)
 
 
-def _blobs(records: Array, cfg: Any) -> Blobs:
+def _blobs(records: Array, cfg: Any, weighted: bool) -> Blobs:
     def columns(*names: str) -> Array:
         return np.stack([records[name] for name in names], axis=-1)
 
-    scored = cfg.flags and len(records)
+    def where(given: Any, name: str) -> Array:
+        """Zeros where the library leaves the field undefined."""
+        return records[name].copy() if given and len(records) else np.zeros(len(records), records.dtype[name])
+
     return Blobs(
         labels=records["label"].copy(),
         cls=records["cls"].copy(),
@@ -337,8 +344,8 @@ def _blobs(records: Array, cfg: Any) -> Blobs:
         axis_ratio=records["axisRatio"].copy(),
         central_bias=records["centralBias"].copy(),
         principal_angle=records["principalAngle"].copy(),
-        outside=records["borderPixels"].copy(),
-        score=records["score"].copy() if scored else np.zeros(len(records), np.float32),
+        outside_pixels=where(cfg.flags & _OUTSIDE, "borderPixels"),
+        score=where(weighted, "score"),
     )
 
 

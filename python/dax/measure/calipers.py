@@ -203,11 +203,11 @@ def find_edge_pairs(
 ) -> EdgePairs:
     """Finds pairs of edges of opposite polarity: stripes, gaps, widths.
 
-    Arguments as for `find_edges`; polarity is that of the first edge, only the k-th pair; "staircase" pairs any two
-    edges, those of one polarity too. Widths below about 1.25 half_width + 2 are too large; a warning says so. Criteria: contrast, gray,
-    position (distance of the middle from the centre) and signed_position; the same relative to expected_width E; width
-    / E; width_error, the magnitude of (width - E) / E; signed_width_error (width - E) / E with a ramp below 0 and one
-    above; straddle, 1 where the edges lie on both sides of the centre.
+    Arguments as for `find_edges`. polarity: of the first edge; "staircase" pairs any two edges, also of one polarity.
+    only: the k-th pair. Widths below about 1.25 half_width + 2 are too large; a warning says so. Criteria: contrast,
+    gray, position (distance of the middle from the centre) and signed_position; the same relative to expected_width E;
+    width / E; width_error, the magnitude of (width - E) / E; signed_width_error (width - E) / E with a ramp below 0 and
+    one above; straddle, 1 where the edges lie on both sides of the centre.
 
     >>> image = np.zeros((20, 40), np.uint8); image[:, 15:23] = 100
     >>> pairs = dax.find_edge_pairs(image, dax.Box(20, 10, 30, 10), polarity="dark-to-light")
@@ -220,8 +220,8 @@ def find_edge_pairs(
         **{"positionNormNeg": signed_relative_position, "sizeNorm": relative_width, "sizeDiffNorm": width_error},
         **{"sizeDiffBelow": below, "sizeDiffAbove": above, "straddle": straddle, "gray": gray},
     }
-    cfg = _configuration("EdgePair", along, polarity, threshold, half_width, max_count, only, ramps, min_score)
-    cfg.expectedWidth = expected_width
+    common = along, polarity, threshold, half_width, max_count, only, ramps, min_score
+    cfg = _configuration("EdgePair", *common, expected_width)
     return _pairs(*find("EdgePair", image, region, cfg, mask, profile, fine), half_width)
 
 
@@ -253,8 +253,8 @@ def find_edge_pairs_in(
     """
     ramps = {"contrast": contrast, "position": position, "sizeNorm": relative_width, "sizeDiffNorm": width_error}
     ramps["straddle"] = straddle
-    cfg = _configuration("EdgePair", along, polarity, threshold, half_width, max_count, only, ramps, min_score)
-    cfg.expectedWidth = expected_width
+    common = along, polarity, threshold, half_width, max_count, only, ramps, min_score
+    cfg = _configuration("EdgePair", *common, expected_width)
     return [_pairs(*found, half_width) for found in find_in("EdgePair", image, regions, cfg, pool, fine)]
 
 
@@ -279,11 +279,13 @@ def _configuration(
     only: int,
     ramps: dict[str, Optional[Ramp]],
     min_score: float,
+    expected_width: Optional[float] = None,
 ) -> Any:
     within("half_width", half_width, 1, 50)
     within("max_count", max_count, 1)
     within("threshold", threshold, 0)
-    within("min_score", min_score, 0)
+    within("min_score", min_score, 0, 1)
+    within("only", only, 0)
     cfg = ffi.new(f"Caliper{kind}Cfg*")
     polarities = _POLARITIES if kind == "Edge" else _PAIR_POLARITIES
     cfg.projection, cfg.polarity = choice("along", along, ALONG), choice("polarity", polarity, polarities)
@@ -291,11 +293,12 @@ def _configuration(
     if kind == "Edge":
         cfg.maxEdges, cfg.edgeChoice = max_count, only
     else:
-        cfg.maxPairs, cfg.pairChoice = max_count, only
+        within("expected_width", expected_width, 0)
+        cfg.maxPairs, cfg.pairChoice, cfg.expectedWidth = max_count, only, expected_width
     active = {name: ramp for name, ramp in ramps.items() if ramp is not None} or {"contrast": _BY_CONTRAST}
     for name, (x0, x1, x2, low, high, falling) in active.items():
-        if not (x0 <= x1 <= x2 and 0 <= low <= high <= 1 and high > 0):
-            raise ValueError(f"{name}: needed are x0 <= x1 <= x2, 0 <= low <= high <= 1 and high above 0")
+        if not (-np.inf < x0 <= x1 <= x2 < np.inf and 0 <= low <= high <= 1 and high > 0):
+            raise ValueError(f"{name}: needed are finite x0 <= x1 <= x2, 0 <= low <= high <= 1 and high above 0")
         cfg.scoreFlags |= _FLAGS[kind][name]
         setattr(cfg, name, {"mode": int(falling), "x0": x0, "x1": x1, "x2": x2, "y0": low, "y1": high})
     return cfg

@@ -25,6 +25,8 @@ class Shapes(Table):
     of the same second moments, 0 circle, 1 line. mean_gray, min_gray, max_gray: 0 without an image.
     """
 
+    COLUMNS = {"labels": ("label",)}
+
     labels: NDArray[np.uint32]
     euler_number: NDArray[np.int32]
     holes: NDArray[np.int32]

@@ -123,9 +123,9 @@ class Callbacks:
             raise Error(name, status, text(status))
         return status
 
-    def solve(self, name: str, most: int, x: Vector, *arguments: Any) -> float:
+    def solve(self, name: str, max_elements: int, x: Vector, *arguments: Any) -> float:
         """Calls a solver with as much memory as it turns out to need; returns the norm of the last step."""
-        size = min(most, _MODEST)
+        size = min(max_elements, _MODEST)
         error, step_norm = ffi.new("double*"), ffi.new("double*")
         while True:
             has = ffi.new("uint64_t*", size)
@@ -133,7 +133,7 @@ class Callbacks:
             status = self.call(name, pointer(x, "double"), *arguments, error, step_norm, memory(size), has)
             if status == 0:
                 return float(step_norm[0])
-            size = min(most, max(int(has[0]), 2 * size))
+            size = min(max_elements, max(int(has[0]), 2 * size))
 
 
 def array_at(address: Any, count: int) -> Vector:

@@ -22,10 +22,11 @@ _SLOW = 1e-3  # share by which a step from a minimum may still change energy or 
 class Settings:
     """When solvers end, and their damping.
 
-    The search ends when a step is shorter than step_tolerance, when the energy changes by less than energy_tolerance, or
-    after max_iterations. relative: both tolerances are shares, of the length of x and of the energy, and damping is one of
-    the largest element of the normal matrix: for residuals of any scale. Damping is divided by damping_factor after a step that was accepted, down to smallest_damping, and multiplied
-    by it otherwise. verbose: print the iterations.
+    The search ends when a step is shorter than step_tolerance, when the energy changes by less than energy_tolerance,
+    or after max_iterations. Damping starts at initial_damping; a step that was accepted divides it by damping_factor,
+    down to smallest_damping, any other multiplies it. relative: tolerances are shares of the length of x and of the
+    energy, damping is a share of the largest element of the normal matrix: for residuals of any scale. verbose: print
+    the iterations.
     """
 
     step_tolerance: float = 1e-6
@@ -38,11 +39,11 @@ class Settings:
     relative: bool = False
 
     def __post_init__(self) -> None:
-        least: dict[str, tuple[float, bool]] = {
+        minima: dict[str, tuple[float, bool]] = {
             **{"step_tolerance": (0, True), "energy_tolerance": (0, True), "max_iterations": (1, True)},
             **{"initial_damping": (0, True), "smallest_damping": (0, True), "damping_factor": (1, False)},
         }
-        for name, (low, included) in least.items():
+        for name, (low, included) in minima.items():
             value = getattr(self, name)
             if not (value > low or (included and value == low)):
                 raise ValueError(f"{name}: {value}, needed is {'at least' if included else 'more than'} {low:g}")
@@ -83,7 +84,6 @@ class Trace:
         self.iterations = self.accepted = 0
         self.energy = self.change = self.step = 0.0
 
-
     def stepped(self, step: Vector) -> None:
         self.iterations += 1
         self.step = float(np.sqrt(step @ step))
@@ -104,16 +104,16 @@ class Trace:
 
 
 class Linear(NamedTuple):
-    """The undamped normal equations at a point: gradient, diagonal of the matrix, and the matrix, or None where it is too
-    large."""
+    """The undamped normal equations at a point: gradient, diagonal of the matrix, and the matrix, or None where it is
+    too large."""
 
     gradient: Vector
     diagonal: Vector
     normal: Optional[Vector]
 
     def settled(self, x: Vector, x0: Vector, energy: float) -> bool:
-        """Whether the step without damping, or without the matrix each parameter's own, would change little. The steps of
-        the search cannot tell: damping that is large beside the matrix makes them as short as one likes."""
+        """Whether the step without damping, or without the matrix each parameter's own, would change little. The steps
+        of the search cannot tell: damping that is large beside the matrix makes them as short as one likes."""
         if self.normal is not None:
             step = np.linalg.lstsq(self.normal, self.gradient, rcond=None)[0]
         else:
@@ -140,10 +140,9 @@ class Outcome(NamedTuple):
 class Minimum:
     """What a search found.
 
-    x: (n,) parameters. energy: there, computed anew. reason: why the search ended: the "energy" changed by less than its
-    tolerance, the "step" was shorter than its own, or the "limit" of iterations was reached. converged: it was not the
-    limit, and a step without damping would change energy or x by less than a thousandth. iterations; accepted: those of them that moved
-    x; step_norm: of the last accepted step, 0 without one. evaluations: calls of the residual or energy function.
+    x: (n,) parameters. energy: there, computed anew. evaluations: calls of the residual or energy function. reason: why
+    the search ended: the "energy" changed by less than its tolerance, the "step" was shorter than its own, or the
+    "limit" of iterations was reached.
     """
 
     x: Vector
@@ -164,7 +163,8 @@ class Minimum:
 
     @property
     def converged(self) -> bool:
-        """Whether x is a minimum as far as the last step tells."""
+        """Whether x is a minimum: the search did not end by the limit, and a step from x without damping would change
+        energy or x by less than a thousandth."""
         return self.outcome.converged
 
     @property
@@ -201,8 +201,8 @@ class Solution(Minimum):
 
 
 def search(run: Callable[[Settings], float], trace: Trace, settings: Settings, x: Vector, linear: At) -> Outcome:
-    """Runs a solver on x; with relative tolerances again and again, each time with those of the point reached. Warns where
-    the outcome is none."""
+    """Runs a solver on x; with relative tolerances again and again, each time with those of the point reached. Warns
+    where the outcome is no minimum."""
     x0 = x.copy()
     if settings.relative:
         scale = float(linear(x).diagonal.max(initial=0)) or 1.0

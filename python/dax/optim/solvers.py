@@ -48,8 +48,9 @@ def least_squares(
     residuals(x): (m,) at x of (n,). jacobian(x): derivatives (m, n) as a dense array, a SparseMatrix, a SciPy sparse
     matrix, or a tuple of triplets (rows, columns, values); without it by forward differences of 1e-6. method: sparse
     Cholesky factors, or conjugate gradients for large problems, with blocks of cg_block parameters (1..16) as
-    preconditioner, which end when iteration k lowers the quadratic model by a share of at most cg_model / k. huber: residuals above it count linearly. elements: most elements of the Jacobian, where that
-    changes; otherwise as many as at x0.
+    preconditioner, which end when iteration k lowers the quadratic model by a share of at most cg_model / k. huber:
+    residuals above it count linearly. elements: maximum number of elements of the Jacobian, where that changes;
+    otherwise as many as at x0.
 
     >>> t = np.arange(5.0)
     >>> found = dax.least_squares(lambda x: x[0] * np.exp(-x[1] * t) - 3 * np.exp(-0.5 * t), [1, 1])
@@ -161,7 +162,8 @@ def minimize_normal(
     """Minimises an energy of which the caller forms the normal equations.
 
     normal(x, damping): (H, b), the matrix (n, n) in any form that `least_squares` takes, with the damping added to its
-    diagonal, and the right-hand side (n,), -J^T r. Only elements on and below the diagonal count. elements: most of H.
+    diagonal, and the right-hand side (n,), -J^T r. Only elements on and below the diagonal count. elements: maximum
+    number of those of H.
 
     >>> a = np.array([[2.0, 1], [1, 3]])
     >>> found = dax.minimize_normal(lambda x: x @ a @ x / 2, lambda x, damping: (a + damping * np.eye(2), -a @ x), [5, 6])

@@ -51,7 +51,8 @@ def _rounded(points: ArrayLike, columns: Optional[int] = 3) -> Array:
     if given.dtype != np.float32 and len(cloud) > 1:
         with np.errstate(invalid="ignore", over="ignore"):
             moved = np.abs(cloud - given)
-            extent = np.ptp(given[np.isfinite(given).all(1)], axis=0).max(initial=0) if cloud.shape[1] else 0
+            finite = given[np.isfinite(given).all(1)]
+            extent = np.ptp(finite, axis=0).max(initial=0) if finite.size else 0
         moved = moved[np.isfinite(moved)]
         spacing = extent / np.sqrt(len(cloud))  # of points on a surface
         if moved.size and moved.max() > 1e-3 * spacing:
@@ -264,7 +265,7 @@ def estimate_normals(
     work = buffer("DAX3DPCL_FEATURE_NORM_PCAEstimate_BufferSize", len(cloud), k)
     call("DAX3DPCL_SEARCH_KDTREE_BuildIndex", record, pointer(cloud, "float"), len(cloud), 3, 10)
     result = np.empty((len(cloud), 4), np.float32)
-    eye = None if viewpoint is None else numbers("viewpoint", viewpoint, (3,))
+    eye = None if viewpoint is None else _eye(viewpoint)
     eye_address = ffi.NULL if eye is None else pointer(eye, "float")
     outputs = pointer(result, "DAX3DPCL_NORMAL"), work, radius
     address = pointer(cloud, "float")
@@ -289,6 +290,13 @@ def normal_of(points: ArrayLike) -> Optional[tuple[NDArray[np.float32], float]]:
     return np.array([normal.nx, normal.ny, normal.nz], np.float32), float(normal.curvature)
 
 
+def _eye(viewpoint: ArrayLike) -> Array:
+    eye = numbers("viewpoint", viewpoint, (3,))
+    if not np.isfinite(eye).all():
+        raise ValueError(f"viewpoint: {viewpoint!r}, needed are finite numbers")
+    return eye
+
+
 def face_viewpoint(normals: ArrayLike, points: ArrayLike, viewpoint: ArrayLike) -> NDArray[np.float32]:
     """Normals (n, 3) of points (n, 3), negated where they point away from the viewpoint (3,).
 
@@ -296,7 +304,7 @@ def face_viewpoint(normals: ArrayLike, points: ArrayLike, viewpoint: ArrayLike) 
     array([[-0., -0.,  1.]], dtype=float32)
     """
     cloud = numbers("points", points, (None, 3))
-    eye = numbers("viewpoint", viewpoint, (3,))
+    eye = _eye(viewpoint)
     result = np.zeros((len(cloud), 4), np.float32)
     result[:, :3] = numbers("normals", normals, (len(cloud), 3))
     address, view = pointer(eye, "float"), pointer(result, "DAX3DPCL_NORMAL")

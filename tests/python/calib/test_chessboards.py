@@ -142,8 +142,8 @@ def test_several_boards_and_masks():
 def test_no_boards(rng):
     blank = np.full((100, 120), 128, np.uint8)
     noise = rng.integers(0, 256, blank.shape, dtype=np.uint8)
-    for most in (1, 3):
-        assert dax.find_checkerboards(noise, most) == [] == dax.find_checkerboards_by_symmetry(noise, most)
+    for max_boards in (1, 3):
+        assert dax.find_checkerboards(noise, max_boards) == [] == dax.find_checkerboards_by_symmetry(noise, max_boards)
     assert dax.find_chessboard(noise, 7, 5) is None
     assert len(dax.locate_corners(blank).points) == 0 and dax.arrange_corners(dax.locate_corners(blank)) == []
     with pytest.raises(ValueError, match="none were found"):
@@ -163,5 +163,7 @@ def test_no_boards(rng):
             call()
     with pytest.raises(ValueError, match="shape"):
         dax.refine_corners(blank, [5, 5, 5])
+    with pytest.raises(ValueError, match="radius"):
+        dax.check_corners(blank, [[9, 9]], radius=-4)
     with pytest.raises(TypeError):
         dax.find_chessboard(blank.astype(float), 7, 5)

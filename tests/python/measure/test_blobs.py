@@ -1,4 +1,8 @@
 """Labelling and selection: what is asked for comes through, and what is measured comes back in its place."""
+import json
+import os
+import subprocess
+
 import numpy as np
 import pytest
 
@@ -77,6 +81,21 @@ def test_shapes_and_tables(rng):
     assert blobs._repr_html_().count("<tr>") == 3 and "<td>45</td>" in blobs[0]._repr_html_()
     edges = dax.find_edges(image, dax.Box(10, 10, 12, 8), threshold=1)
     assert edges[:1].to_dict()["x"] == edges.points[:1, 0].tolist()
+
+
+@pytest.mark.skipif("DAX_TOOL" not in os.environ, reason="without the program")
+def test_columns_are_those_of_the_program(rng, tmp_path):
+    image = np.kron(rng.integers(0, 256, (12, 16)), np.ones((5, 5))).astype(np.uint8)
+    (tmp_path / "image.pgm").write_bytes(b"P5 80 60 255\n" + image.tobytes())
+    command = [os.environ["DAX_TOOL"], "inspect", tmp_path / "image.pgm", "--threshold", "128", "--shape", "--json"]
+    blobs = json.loads(subprocess.run([*command, "--outside-limit", "99"], capture_output=True).stdout)["images"][0]["blobs"]
+    labelling = dax.label(dax.threshold(image, "single", low=128).image)
+    selected = dax.select_blobs(labelling, outside_limit=99)
+    columns = {**selected.to_dict(), **dax.measure_shapes(labelling, selected, image).to_dict()}
+    assert len(blobs) > 5 and {"class", *blobs[0]} == columns.keys()
+    for name in blobs[0].keys() - {"score"}:
+        degrees = 180 / np.pi if name.endswith("angle") else 1
+        assert [blob[name] for blob in blobs] == pytest.approx(np.multiply(columns[name], degrees), rel=1e-6), name
 
 
 def test_outside_and_gray(rng):

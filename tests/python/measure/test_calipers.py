@@ -181,9 +181,12 @@ def test_impossible_calipers(rng):
     box = dax.Box(50, 30, 40, 20)
     with pytest.raises(ValueError, match="degrees"):
         dax.find_edges(image, box._replace(angle=90))
-    for wrong in ({"max_count": 0}, {"min_score": math.nan}, {"gray": dax.Ramp(2, 1, 3)}, {"half_width": 51}):
+    for wrong in ({"max_count": 0}, {"min_score": math.nan}, {"gray": dax.Ramp(2, 1, 3)}, {"half_width": 51},
+                  {"only": -1}, {"min_score": 1.5}, {"contrast": dax.Ramp(0, 0, math.inf)}):
         with pytest.raises(ValueError, match=f"{next(iter(wrong))}: "):
             dax.find_edges(image, box, **wrong)
+    with pytest.raises(ValueError, match="expected_width: "):
+        dax.find_edge_pairs(image, box, expected_width=math.nan)
     with pytest.raises(TypeError):
         dax.find_edges(image.astype(np.int16), box, mask=np.ones_like(image))
     with pytest.raises(TypeError, match="needed is a Box"):

@@ -122,22 +122,6 @@ def test_settings_that_are_none(wrong):
         dax.Settings(**wrong)
 
 
-def test_large_chain_needs_little_memory():
-    n = 3000
-    index = np.arange(n - 1)
-    rows = np.concatenate([[0], index + 1, index + 1])
-    columns = np.concatenate([[0], index, index + 1])
-    values = np.concatenate([[1.0], -np.ones(n - 1), np.ones(n - 1)])
-    matrix = scipy.sparse.csr_matrix((values, (rows, columns)))
-    found = dax.least_squares(
-        lambda x: matrix @ x - 1,
-        np.zeros(n),
-        lambda x: (rows, columns, values),
-        settings=dax.Settings(1e-12, 1e-20, smallest_damping=1e-12),
-    )
-    assert np.abs(found.x - np.arange(1, n + 1)).max() < 1e-2
-
-
 def test_updates_on_a_manifold(rng):
     truth = dax.se3_exp([1, -2, 3, 0.5, 1, -2])
     found = dax.least_squares(

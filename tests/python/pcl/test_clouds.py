@@ -115,9 +115,9 @@ def test_normals_of_a_sphere(rng):
     assert (np.einsum("ij,ij->i", turned, points) < 0).all()
     patch = points[points[:, 2] > 0.95]
     normal, curvature = dax.normal_of(patch)
-    least = np.linalg.eigh(np.cov(patch.T, bias=True))
-    assert abs(normal @ least[1][:, 0]) == pytest.approx(1, abs=1e-4)
-    assert curvature == pytest.approx(least[0][0] / least[0].sum(), rel=1e-3)
+    eigen = np.linalg.eigh(np.cov(patch.T, bias=True))
+    assert abs(normal @ eigen[1][:, 0]) == pytest.approx(1, abs=1e-4)
+    assert curvature == pytest.approx(eigen[0][0] / eigen[0].sum(), rel=1e-3)
 
 
 def test_far_points_warn(rng, recwarn):
@@ -142,5 +142,7 @@ def test_no_normals():
             dax.estimate_normals(line, **wrong)
     with pytest.raises(dax.Error, match="count < 4"):
         dax.normal_of(line[:3])
-    with pytest.raises(ValueError, match="viewpoint"):
-        dax.estimate_normals(line, viewpoint=(0, 0))
+    for wrong in ((0, 0), (0, 0, np.nan)):
+        with pytest.raises(ValueError, match="viewpoint"):
+            dax.estimate_normals(line, viewpoint=wrong)
+    assert len(dax.voxel_grid(np.full((4, 3), np.nan), 1)) == 0
