@@ -106,7 +106,7 @@ std::string shortest(float value) {
 }
 
 double decimal(float value) {
-  return parseNumber(shortest(value)).value_or(0);
+  return parseNumber(shortest(value)).value_or(std::numeric_limits<double>::quiet_NaN());
 }
 
 std::string fixed(double value, int decimals) {

@@ -37,7 +37,8 @@ std::optional<std::vector<double>> parseNumbers(std::string_view text, size_t co
 // The shortest decimal that reads back as the same single-precision value.
 std::string shortest(float value);
 
-// That decimal as a double: a float widened to double would print extra digits.
+// That decimal as a double: a float widened to double would print extra digits. NaN, in JSON null, of one that is not
+// finite.
 double decimal(float value);
 
 std::string fixed(double value, int decimals);

@@ -7,6 +7,7 @@
 #include "base/text.h"
 #include "command/caliper_options.h"
 #include "command/commands.h"
+#include "command/number_option.h"
 #include "command/picture_options.h"
 #include "draw/caliper_overlay.h"
 #include "draw/profile_plot.h"
@@ -153,16 +154,8 @@ void addPairs(CLI::App& app, CaliperOptions& options) {
   app.add_flag("--staircase", options.settings.staircase,
                "with --pair and --polarity any: pairs of any two edges, those\nof one polarity too")
       ->group("Edges");
-  app.add_option_function<std::string>(
-         "--width",
-         [&options](const std::string& text) {
-           const auto value = parseNumber(text);
-           if (!value || *value < 1e-3 || *value > 1e6) {
-             throw CLI::ValidationError("--width", inQuotes(text) + " is not a width of 0.001..1000000");
-           }
-           options.settings.expectedWidth = static_cast<float>(*value);
-         },
-         "expected width of pairs, pixels: the nearer the better")
+  app.add_option("--width", options.settings.expectedWidth, "expected width of pairs, pixels: the nearer the better")
+      ->check(numberOf(1e-3, 1e6))
       ->type_name("W")
       ->group("Edges");
   app.add_option("--count", options.settings.count, "keep N edges or pairs of a caliper, the best first, 1..1000 [10]")

@@ -6,6 +6,7 @@
 
 #include "base/failure.h"
 #include "base/text.h"
+#include "command/number_option.h"
 #include "io/output_name.h"
 
 namespace dax::tool {
@@ -26,19 +27,13 @@ void addEdgeOptions(CLI::App& app, CaliperSettings& settings, const char* polari
       ->check(CLI::Range(1, 50))
       ->type_name("H")
       ->group(group);
-  app.add_option_function<std::string>(
-         "--threshold",
-         [&settings](const std::string& text) {
-           const auto value = parseNumber(text);
-           if (!value || *value < 0 || *value > 65535) {
-             throw CLI::ValidationError("--threshold", inQuotes(text) + " is not a number of 0..65535");
-           }
-           settings.threshold = static_cast<float>(*value);
-         },
+  app.add_option(
+         "--threshold", settings.threshold,
          "minimum response of an edge. Up to half width 5 it is the\nheight of a sharp step, wider kernels respond "
          "with "
          "less:\n"
          "0.19 of it at 6, 0.02 at 50 [that of 20 grey levels]")
+      ->check(numberOf(0, 65535))
       ->type_name("T")
       ->group(group);
   app.add_option("--choose", settings.choice,
@@ -63,7 +58,7 @@ void addOutputOptions(CLI::App& app, CaliperOutputs& outputs) {
       ->type_name("PNG")
       ->group(group);
   app.add_option("--overlay-scale", outputs.overlayScale, "size of that picture, 0.1..8 [small images enlarged]")
-      ->check(CLI::Range(0.1, 8.0))
+      ->check(numberOf(0.1, 8))
       ->type_name("S")
       ->group(group);
   app.add_option("--plot", outputs.plot, "plot of profile, response and threshold of the first 24\ncalipers, .png")

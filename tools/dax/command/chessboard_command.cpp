@@ -11,7 +11,6 @@
 #include "command/commands.h"
 #include "command/picture_options.h"
 #include "io/image_file.h"
-#include "io/inputs.h"
 #include "io/output_file.h"
 #include "model/boards.h"
 #include "report/run_json.h"
@@ -70,6 +69,8 @@ Result searchJob(const Job& job, const ChessboardOptions& options, const std::op
     result.failure = {failure.status(), isNamed ? failure.what() : result.file + ": " + failure.what()};
   } catch (const std::bad_alloc&) {
     result.failure = {ExitStatus::kInternal, result.file + ": out of memory"};
+  } catch (const std::exception& error) {
+    result.failure = {ExitStatus::kInternal, result.file + ": " + printable(error.what())};
   }
   return result;
 }
@@ -131,7 +132,7 @@ void writeBoardsTable(std::ostream& out, const std::vector<Result>& results) {
 
 ExitStatus run(const ChessboardOptions& options) {
   const auto size = sizeOf(options);
-  const std::vector<Job> jobs = planJobs(options.inputs, options.overlay, {});
+  const std::vector<Job> jobs = planSafeJobs(options.inputs, options.overlay, {});
   setUpDecoders();
   std::vector<Result> results;
   {
@@ -145,7 +146,7 @@ ExitStatus run(const ChessboardOptions& options) {
   finishOutput();
   for (const Result& result : results) {
     if (result.failure) report(*result.failure);
-    if (!result.note.empty()) std::cerr << "dax: " << result.file << ": " << result.note << '\n';
+    if (!result.note.empty()) say(result.file, result.note);
   }
   if (results.size() == 1 && results.front().failure) return results.front().failure->status();
   const bool failed = std::any_of(results.begin(), results.end(), [](const Result& r) { return !!r.failure; });

@@ -7,6 +7,7 @@
 #include "base/text.h"
 #include "command/caliper_options.h"
 #include "command/commands.h"
+#include "command/number_option.h"
 #include "command/picture_options.h"
 #include "draw/caliper_overlay.h"
 #include "draw/profile_plot.h"
@@ -32,14 +33,6 @@ struct LineOptions {
 
 constexpr double kMaxCoordinate = 1e6;
 
-// A finite number in a range; CLI11 alone would accept infinities and NaN.
-double numberIn(const std::string& option, const std::string& text, double low, double high) {
-  const auto value = parseNumber(text);
-  if (value && *value >= low && *value <= high) return *value;
-  throw CLI::ValidationError(option, inQuotes(text) + " is not a number of " + shortest(static_cast<float>(low)) +
-                                         ".." + shortest(static_cast<float>(high)));
-}
-
 void addPoint(CLI::App& app, const std::string& name, Point& point, const char* help) {
   app.add_option_function<std::string>(
          name,
@@ -61,11 +54,7 @@ void addPoint(CLI::App& app, const std::string& name, Point& point, const char* 
 template <class Target>
 void addNumber(CLI::App& app, const std::string& name, const char* type, Target& target, double low, double high,
                const char* help, const char* group) {
-  app.add_option_function<std::string>(
-         name, [=, &target](const std::string& text) { target = static_cast<float>(numberIn(name, text, low, high)); },
-         help)
-      ->type_name(type)
-      ->group(group);
+  app.add_option(name, target, help)->check(numberOf(low, high))->type_name(type)->group(group);
 }
 
 void addRow(CLI::App& app, LineSettings& line) {
@@ -123,6 +112,16 @@ void writeJson(std::ostream& out, const LineOptions& options, const Picture& pic
   out << json.dump(2) << '\n';
 }
 
+// Without a line the calipers, which tell why there is none.
+void draw(const CaliperOutputs& outputs, const GreyImage& image, const std::vector<Caliper>& calipers,
+          const FittedLine* fitted) {
+  if (outputs.overlay.empty()) return;
+  AnnotatedPicture drawn(image, outputs.overlayScale);
+  drawCalipers(drawn, calipers, false);
+  if (fitted) drawLine(drawn, *fitted, image.size);
+  writeFile(outputs.overlay, drawn.png());
+}
+
 ExitStatus run(LineOptions options) {
   const LineSettings& line = options.line;
   if (std::hypot(line.to.x - line.from.x, line.to.y - line.from.y) < 1) {
@@ -142,18 +141,13 @@ ExitStatus run(LineOptions options) {
   try {
     fitted = fitLine(calipers, line);
   } catch (const Failure& failure) {
-    if (failure.status() == ExitStatus::kNotFound && outputs.json) {
-      writeJson(std::cout, options, picture, calipers, nullptr);
-      finishOutput();
-    }
+    if (failure.status() != ExitStatus::kNotFound) throw;
+    draw(outputs, image, calipers, nullptr);
+    if (outputs.json) writeJson(std::cout, options, picture, calipers, nullptr);
+    finishOutput();
     throw;
   }
-  if (!outputs.overlay.empty()) {
-    AnnotatedPicture drawn(image, outputs.overlayScale);
-    drawCalipers(drawn, calipers, false);
-    drawLine(drawn, fitted, image.size);
-    writeFile(outputs.overlay, drawn.png());
-  }
+  draw(outputs, image, calipers, &fitted);
   if (outputs.json) {
     writeJson(std::cout, options, picture, calipers, &fitted);
   } else {
