@@ -88,13 +88,6 @@ def test_folder_with_pictures_and_a_broken_file(dax, tmp_path):
     assert all(row[::3] == row[1::3] == row[2::3] for row in rows)
 
 
-@pytest.mark.parametrize("how", [[], ["--size", "9"], ["--size", "1x6"], ["--size", "26x6"], ["--size", "9x6", "--auto"],
-                                 ["--size", "9x6x2"], ["--auto", "--overlay", "order.jpg"]])
-def test_command_lines_that_are_refused(dax, tmp_path, how):
-    write(tmp_path / "board.pgm", board(3, 3))
-    assert len(dax("chessboard", "board.pgm", *how, status=2).err.splitlines()) == 1
-
-
 def test_images_too_small_are_refused_by_name(dax, tmp_path):
     write(tmp_path / "tiny.pgm", pictures.blank(1, 1))
     run = dax("chessboard", "tiny.pgm", "--auto", status=5)

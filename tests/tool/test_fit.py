@@ -188,27 +188,6 @@ def test_points_that_tell_nothing(dax, tmp_path, model, x, y):
     assert run.err.startswith("dax: in.csv: ") and run.out == ""
 
 
-@pytest.mark.parametrize("options", [
-    [], ["--model", "cubic"], ["--model", "polynomial"], ["--model", "polynomial:0"], ["--model", "polynomial:10"],
-    ["--model", "line", "--columns", "1"], ["--model", "line", "--columns", "0,1"],
-    ["--model", "line", "--start", "1"], ["--model", "line", "--start", "1,2,3"], ["--model", "line", "--start", "1,nan"],
-    ["--model", "line", "--plot", "out.png"], ["--model", "line", "--plot", "in.svg"]])
-def test_usage_errors(dax, tmp_path, options):
-    write(tmp_path / "in.svg", [1, 2, 3, 4], [2, 4, 6, 9])
-    run = dax("fit", "in.svg", *options, status=2)
-    assert run.out == "" and run.err.startswith("dax: ") and run.err.count("\n") == 1
-
-
-def test_files_that_fail(dax, tmp_path):
-    assert "none.csv: cannot be opened: No such file" in dax("fit", "none.csv", "--model", "line", status=3).err
-    assert dax("fit", ".", "--model", "line", status=3).err == "dax: .: is a folder\n"
+def test_a_start_that_leads_nowhere(dax, tmp_path):
     write(tmp_path / "in.csv", [1, 2, 3, 4], [2, 4, 6, 9])
-    assert "cannot be written" in dax("fit", "in.csv", "--model", "line", "--plot", "none/out.svg", status=4).err
-    run = dax("fit", "in.csv", "--model", "gaussian", "--start=1,0,0,0", status=5)
-    assert run.err.startswith("dax: in.csv: ")
-
-
-def test_help(dax):
-    text = dax("fit", "--help").out
-    assert all(word in text for word in ["line ", "polynomial:N", "exponential", "gaussian", "sine", "circle", "--start"])
-    assert max(map(len, text.splitlines())) <= 100
+    assert dax("fit", "in.csv", "--model", "gaussian", "--start=1,0,0,0", status=5).err.startswith("dax: in.csv: ")

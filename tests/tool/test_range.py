@@ -186,23 +186,6 @@ def test_scene(dax, tmp_path):
     assert int(dax("range", "despeckle", "a.range", "d.range", "--size", "40", "--step", "300").out.split()[0]) > 50
 
 
-@pytest.mark.parametrize("arguments", [
-    [], ["info"], ["look", "in.range"], ["convert", "in.range"], ["convert", "in.range", "out.range"],
-    ["convert", "in.range", "out.png", "--scale", "1,1,1"], ["convert", "in.range", "out.ply", "--mask", "m.png"],
-    ["convert", "in.range", "out.png", "--mask", "m.gif"], ["convert", "in.range", "out.png", "--mask", "out.png"],
-    ["convert", "in.range", "out.png", "--bias", "65536"], ["convert", "in.png", "out.range", "--scale", "1,1"],
-    ["convert", "in.png", "out.range", "--scale", "1,0,1"], ["convert", "in.png", "out.range", "--scale", "1,1,-1"],
-    ["convert", "in.png", "out.range", "--offset", "1,nan,1"], ["convert", "in.ply", "out.range", "--mask", "m.png"],
-    ["render", "in.range", "out.jpg"], ["render", "in.range", "out.png", "--limits", "9..1"],
-    ["despeckle", "in.range", "out.range", "--size", "-1"], ["despeckle", "in.range", "out.range", "--step", "0"],
-    ["convert", "in.png", "out.PNG"], ["convert", "in.ply", "out.pcd"], ["convert", "in.png", "out.ply"],
-    ["despeckle", "in.range", "out.png"], ["scene", "out.png"], ["scene", "out.range", "--size", "100x100"], ["scene", "out.range", "--seed", "-1"]])
-def test_usage_errors(dax, tmp_path, sample, arguments):
-    run = dax("range", *arguments, status=2)
-    assert run.out == "" and run.err.startswith("dax: ") and run.err.count("\n") == 1
-    assert [path.name for path in tmp_path.iterdir()] == ["in.range"]
-
-
 def test_refusals(dax, tmp_path, sample):
     (tmp_path / "wide.png").write_bytes(pictures.png16(picture_of([[40000, 9]])))
     (tmp_path / "small.png").write_bytes(pictures.png16(picture_of([[9]])))
@@ -217,10 +200,8 @@ def test_refusals(dax, tmp_path, sample):
             (5, ["convert", "far.ply", "out.range", "--scale", "1,1,1"], "larger than"),
             (5, ["convert", "far.ply", "out.range", "--offset", "2e9,2e9,0"], "no point"),
             (5, ["convert", "none.range", "out.ply"], "no valid pixels"),
-            (4, ["scene", "none/out.range"], "cannot be written"),
-            (4, ["convert", "in.range", "none/out.ply"], "cannot be written"),
-            (3, ["render", "eight.png", "out.png"], "eight.png: is no range file, or damaged\n"),
-            (3, ["info", "missing.range"], "cannot be opened"), (3, ["info", "."], "is a folder")]:
+            (2, ["render", "in.range", "out.png", "--limits", "1e9.."], "holds none of the usual heights"),
+            (3, ["render", "eight.png", "out.png"], "eight.png: is no range file, or damaged\n")]:
         run = dax("range", *arguments, status=status)
         assert message in run.err and run.err.count("\n") == 1 and run.out == ""
         assert not (tmp_path / "out.range").exists() and not (tmp_path / "out.ply").exists()

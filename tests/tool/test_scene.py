@@ -60,7 +60,7 @@ def test_truth_tells_the_parts(scene):
         assert ("angle" in part) == (part["kind"] not in {"disc", "ring"})
 
 
-@pytest.mark.parametrize("seed", range(1, 7))
+@pytest.mark.parametrize("seed", range(1, 4))
 def test_measurements_agree_with_the_truth(dax, seed):
     dax("render-scene", "scene.png", "--truth", "scene.json", "--seed", seed)
     truth = dax("inspect", "scene.png", "--area", "200..", "--truth", "scene.json", "--json").json["truth"]
@@ -94,20 +94,14 @@ def fail(scene, *options):
     return scene.inspect("--json", *options, status=6).json["truth"]
 
 
-def test_missed_parts_fail(scene):
+def test_missed_and_unexpected_parts_fail(scene):
     truth = fail(scene, "--count", 9)
     assert (truth["found"], truth["missed"], truth["unexpected"]) == (9, 3, 0)
-
-
-def test_parts_that_are_not_there_fail(scene):
     scene.truth["parts"].append({"kind": "disc", "x": 1.0, "y": 1.0, "area": 50.0})
     assert fail(scene)["missed"] == 1
-
-
-def test_unexpected_blobs_fail(scene):
-    removed = scene.truth["parts"].pop()
+    del scene.truth["parts"][-2:]
     truth = fail(scene)
-    assert removed and (truth["found"], truth["missed"], truth["unexpected"]) == (11, 0, 1)
+    assert (truth["found"], truth["missed"], truth["unexpected"]) == (11, 0, 1)
 
 
 def test_parts_found_twice_fail(scene, tmp_path):
@@ -160,7 +154,3 @@ def test_what_is_no_truth(dax, scene, tmp_path, content):
 def test_truth_of_another_picture(scene):
     scene.truth["width"] = 601
     assert "is the truth of an image of 601 x 450" in scene.inspect(status=6).err
-
-
-def test_scene_that_cannot_be_written(dax):
-    assert "none/scene.png: cannot be written" in dax("render-scene", "none/scene.png", status=4).err
