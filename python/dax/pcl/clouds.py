@@ -42,6 +42,8 @@ def voxel_grid(points: ArrayLike, leaf: ArrayLike, box: Optional[ArrayLike] = No
     found = ffi.new("DAX3DPCL_CLOUD3D**")
     call("DAX3DPCL_PREP_SAMPLE_VoxelGrid", record, pointer(corners, "float"), found, result, work, *map(float, sides))
     count = found[0].count
+    if count == 1 and not ((cloud >= corners[0]) & (cloud <= corners[1])).all(1).any():
+        return np.zeros((0, 3), np.float32)  # the library gives the first point
     return np.frombuffer(ffi.buffer(found[0].points, 12 * count), np.float32).reshape(count, 3).copy()
 
 

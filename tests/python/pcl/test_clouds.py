@@ -145,4 +145,5 @@ def test_no_normals():
     for wrong in ((0, 0), (0, 0, np.nan)):
         with pytest.raises(ValueError, match="viewpoint"):
             dax.estimate_normals(line, viewpoint=wrong)
-    assert len(dax.voxel_grid(np.full((4, 3), np.nan), 1)) == 0
+    for cloud, box in ((np.full((4, 3), np.nan), None), (line + 99, [[0, 0, 0], [1, 1, 1]])):
+        assert dax.voxel_grid(cloud, 1, box).shape == (0, 3)
