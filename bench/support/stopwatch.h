@@ -6,6 +6,7 @@
 #include <cmath>
 #include <cstdio>
 #include <cstring>
+#include <ctime>
 #include <initializer_list>
 #include <string>
 
@@ -16,6 +17,14 @@ double milliseconds(const Run& run) {
   const auto start = std::chrono::steady_clock::now();
   run();
   return std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - start).count();
+}
+
+// Of the processor for this program, for runs so long that others take turns with them.
+template <class Run>
+double cpuMilliseconds(const Run& run) {
+  const std::clock_t start = std::clock();
+  run();
+  return 1e3 * static_cast<double>(std::clock() - start) / CLOCKS_PER_SEC;
 }
 
 // The least of several runs: what the machine can do when nothing else runs.

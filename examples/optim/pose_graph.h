@@ -92,6 +92,7 @@ struct PoseGraph {
 
   // For the solver: pose 0 is fixed, the parameters are those of poses 1, 2, ...
   int parameters() const { return 6 * (count - 1); }
+  int residualCount() const { return 6 * int(edges.size()); }
   std::vector<double> startParameters() const { return {start.begin() + 6, start.end()}; }
 
   // Motions of all poses.
@@ -109,6 +110,34 @@ struct PoseGraph {
       double e[6];
       residuals(edge, &graph.motions[16 * size_t(edge.i)], &graph.motions[16 * size_t(edge.j)], e);
       for (const double value : e) *energy += 0.5 * value * value;
+    }
+    return 0;
+  }
+
+  // Residuals and their sparse Jacobian, for the variants that take these.
+  static int32_t allResiduals(const double* x, int32_t, int32_t, void* user, double* r) {
+    PoseGraph& graph = *static_cast<PoseGraph*>(user);
+    graph.expand(x);
+    for (const Edge& edge : graph.edges) {
+      residuals(edge, &graph.motions[16 * size_t(edge.i)], &graph.motions[16 * size_t(edge.j)], r);
+      r += 6;
+    }
+    return 0;
+  }
+
+  static int32_t jacobian(const double* x, int32_t n, int32_t, void* user, PrmtMsp* to) {
+    PoseGraph& graph = *static_cast<PoseGraph*>(user);
+    graph.expand(x);
+    if (to->start[n] == 0) {
+      if (const int32_t status = graph.setJacobianPattern(to)) return status;
+    }
+    Linear linear{};
+    int32_t row = 0;
+    for (const Edge& edge : graph.edges) {
+      linearise(edge, &graph.motions[16 * size_t(edge.i)], &graph.motions[16 * size_t(edge.j)], linear);
+      if (edge.i > 0) PRMT_MSP_AddBlk_tpl_f64(to, row, 6 * (edge.i - 1), linear.byI, 6, 6, 6);
+      PRMT_MSP_AddBlk_tpl_f64(to, row, 6 * (edge.j - 1), linear.byJ, 6, 6, 6);
+      row += 6;
     }
     return 0;
   }
@@ -139,7 +168,8 @@ struct PoseGraph {
     return 0;
   }
 
-  // Room in the normal matrix: 6 x 6 blocks on the diagonal, and one for each edge.
+  // Room in the Jacobian, two 6 x 6 blocks for each edge, and in the normal matrix: 6 x 6 blocks on the diagonal, and one for each edge.
+  int64_t jacobianElements() const { return 72 * int64_t(edges.size()); }
   int64_t elements() const { return 36 * (int64_t(count) + int64_t(edges.size())); }
 
   int count;
@@ -161,16 +191,33 @@ struct PoseGraph {
     edges.push_back(edge);
   }
 
-  int32_t setPattern(PrmtMsp* h) const {
-    std::vector<int32_t> rows, cols;
-    const auto block = [&](int row, int col) {
+  // The elements of 6 x 6 blocks.
+  struct Blocks {
+    void add(int row, int col) {
       for (int k = 0; k < 36; ++k) rows.push_back(6 * row + k / 6), cols.push_back(6 * col + k % 6);
-    };
-    for (int k = 0; k + 1 < count; ++k) block(k, k);
-    for (const Edge& edge : edges) {
-      if (edge.i > 0) block(edge.j - 1, edge.i - 1);
     }
-    return PRMT_MSP_SetPattern_f64(h, int64_t(rows.size()), rows.data(), cols.data());
+    int32_t set(PrmtMsp* pattern) const {
+      return PRMT_MSP_SetPattern_f64(pattern, int64_t(rows.size()), rows.data(), cols.data());
+    }
+    std::vector<int32_t> rows, cols;
+  };
+
+  int32_t setPattern(PrmtMsp* h) const {
+    Blocks blocks;
+    for (int k = 0; k + 1 < count; ++k) blocks.add(k, k);
+    for (const Edge& edge : edges) {
+      if (edge.i > 0) blocks.add(edge.j - 1, edge.i - 1);
+    }
+    return blocks.set(h);
+  }
+
+  int32_t setJacobianPattern(PrmtMsp* to) const {
+    Blocks blocks;
+    for (size_t k = 0; k < edges.size(); ++k) {
+      if (edges[k].i > 0) blocks.add(int(k), edges[k].i - 1);
+      blocks.add(int(k), edges[k].j - 1);
+    }
+    return blocks.set(to);
   }
 
   static void addProduct(PrmtMsp* h, int row, int col, const double* a, const double* b) {

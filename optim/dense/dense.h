@@ -17,6 +17,7 @@ void subtractProduct(int32_t m, int32_t n, int32_t k, const double* a, ptrdiff_t
 
 // Factors the first n of `rows` rows into L L^T and multiplies the remaining rows by L^-T from the right, in place.
 // Elements above the diagonal are not read. False at a pivot below kMinPivot.
+// Sums over the columns to the left are formed per panel of 16 columns, in ascending order, then subtracted.
 bool factorPanel(int32_t n, int32_t rows, double* a, ptrdiff_t ld);
 
 // x <- L^-1 x, x <- L^-T x.

@@ -9,10 +9,15 @@ namespace {
 
 class Hblk : public CallerProblem<PrmtLmHblkFunctions> {
  public:
-  Hblk(Arena& arena, int32_t n, int32_t m, const PrmtLmHblkFunctions& functions, void* user)
+  Hblk(Arena& arena, int32_t n, int32_t m, const PrmtLmHblkFunctions& functions, void* user, uint64_t* bytes)
       : CallerProblem(arena, n, m, functions, user),
+        arena_(arena),
+        bytes_(bytes),
         blocks_(takeBlocks(arena, functions.shape)),
         schur_(arena, functions.shape) {}
+
+  // Counts in a measuring arena what the solver may take later.
+  void measure() { schur_.measure(); }
 
   int32_t evaluate(const double* x, double* energy) { return functions().energy(copied(x), n(), m(), user(), energy); }
   void accept() {}
@@ -24,10 +29,13 @@ class Hblk : public CallerProblem<PrmtLmHblkFunctions> {
   }
 
   int32_t solve(const double*, double lambda, double* step) {
-    return schur_.solve(blocks_, lambda, step) ? PRMT_STS_OK : PRMT_STS_FAILURE;
+    const int32_t status = schur_.solve(blocks_, lambda, step);
+    return status == PRMT_STS_BUFFER_TOO_SMALL ? checkFit(arena_, bytes_) : status;
   }
 
  private:
+  const Arena& arena_;
+  uint64_t* bytes_;
   PrmtHblk blocks_;
   SchurSolver schur_;
 };
@@ -62,7 +70,8 @@ int32_t PRMT_LM_HBLK_BufferSize_f64(int32_t n, int32_t m, const PrmtHblkShape* s
   dax::Arena arena(nullptr, 0);
   const dax::LmVectors vectors(arena, n);
   const PrmtLmHblkFunctions functions{nullptr, nullptr, nullptr, *shape};
-  const dax::Hblk problem(arena, n, m, functions, nullptr);
+  dax::Hblk problem(arena, n, m, functions, nullptr, nullptr);
+  problem.measure();
   return dax::storeNeed(arena, bytes);
 }
 
@@ -73,7 +82,7 @@ int32_t PRMT_LM_HBLK_Process_f64(double* x, int32_t n, int32_t m, const PrmtLmHb
   PRMT_REQUIRE_OK(dax::checkShape(n, m, functions->shape));
   dax::Arena arena(buffer, *bytes);
   const dax::LmVectors vectors(arena, n);
-  dax::Hblk problem(arena, n, m, *functions, user);
+  dax::Hblk problem(arena, n, m, *functions, user, bytes);
   PRMT_REQUIRE_OK(dax::checkFit(arena, bytes));
   return dax::minimise(problem, x, vectors, param, rmse, stepNorm);
 }

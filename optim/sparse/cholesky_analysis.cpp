@@ -197,7 +197,7 @@ int64_t largestUpdate(const PrmCholesky& f) {
 
 }  // namespace
 
-bool analyse(Arena& arena, const PrmtMsp& matrix, PrmCholesky& factor) {
+bool analyse(Arena& arena, const PrmtMsp& matrix, PrmCholesky& factor, int64_t maxValues) {
   const int32_t n = matrix.cols;
   const uint64_t elements = unsignedOf(elementsOf(matrix));
   const Arena::Scope scope(arena);
@@ -214,6 +214,7 @@ bool analyse(Arena& arena, const PrmtMsp& matrix, PrmCholesky& factor) {
     rows += height;
     values += height * s.panels[p].columns;
   }
+  if (values > maxValues) return false;
   takePanels(arena, factor, n, panels, rows, values, elements);
   if (!arena.fits()) return false;
   layColumns(s, factor);
@@ -224,13 +225,14 @@ bool analyse(Arena& arena, const PrmtMsp& matrix, PrmCholesky& factor) {
   return arena.fits();
 }
 
-void measureCholesky(Arena& arena, int32_t n, uint64_t elements) {
+// A panel has as many rows as values or fewer, and so has an update as the panel that it goes to.
+void measureCholesky(Arena& arena, int32_t n, uint64_t elements, int64_t maxValues) {
   const Arena::Scope scope(arena);
   const Scratch scratch(arena, n, elements);
   // Each element gives two directed edges.
   measureMinimumDegree(arena, n, n, 2 * elements);
   PrmCholesky factor;
-  const int64_t all = int64_t{n} * n;
+  const int64_t all = std::min(int64_t{n} * n, maxValues);
   takePanels(arena, factor, n, n, all, all, elements);
   arena.take<double>(unsignedOf(all));
 }

@@ -8,10 +8,11 @@
 namespace dax {
 
 // Analyses the elements on and below the diagonal of an n x n matrix and takes the factor's memory from the arena.
-// Missing diagonal elements count as 0. False when the arena is too small; it then knows the bytes needed.
-bool analyse(Arena& arena, const PrmtMsp& matrix, PrmCholesky& factor);
+// Missing diagonal elements count as 0. False when the arena is too small; it then knows the bytes needed. False too,
+// with an arena that fits, when the factor would hold more than maxValues.
+bool analyse(Arena& arena, const PrmtMsp& matrix, PrmCholesky& factor, int64_t maxValues = INT64_MAX);
 
 // Counts in a measuring arena the memory for any n x n matrix with this number of elements.
-void measureCholesky(Arena& arena, int32_t n, uint64_t elements);
+void measureCholesky(Arena& arena, int32_t n, uint64_t elements, int64_t maxValues = INT64_MAX);
 
 }  // namespace dax

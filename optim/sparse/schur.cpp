@@ -2,7 +2,9 @@
 
 #include <algorithm>
 
+#include "frame/check.h"
 #include "optim/dense/dense.h"
+#include "optim/sparse/msp.h"
 
 namespace dax {
 namespace {
@@ -38,42 +40,35 @@ void clearBlocks(const PrmtHblk& h) {
   std::fill_n(h.rhsB, int64_t{s.countB} * s.sizeB, 0.0);
 }
 
-SchurSolver::SchurSolver(Arena& arena, const PrmtHblkShape& shape) : shape_(shape) {
-  const int64_t side = sideOf(shape), countB = shape.countB;
-  sideA_ = static_cast<int32_t>(side);
-  int64_t height = 0;  // of the largest Y_j
+namespace {
+
+// Rows of the largest Y_j.
+int64_t maxHeight(const PrmtHblkShape& shape) {
+  int64_t height = 0;
   for (int32_t j = 0; j < shape.countB; ++j) {
     height = std::max(height, int64_t{shape.linkStart[j + 1]} - shape.linkStart[j]);
   }
-  height *= shape.sizeA;
-  reduced_ = arena.take<double>(unsignedOf(side) * unsignedOf(side));
-  factor_ = arena.take<double>(unsignedOf(side) * unsignedOf(side));
-  factorsB_ = arena.take<double>(unsignedOf(countB * shape.sizeB * shape.sizeB));
-  scaledW_ = arena.take<double>(unsignedOf(linksOf(shape) * shape.sizeA * shape.sizeB));
-  square_ = arena.take<double>(unsignedOf(height) * unsignedOf(height));
-  rhs_ = arena.take<double>(unsignedOf(side));
-  solution_ = arena.take<double>(unsignedOf(side));
-  diagonal_ = arena.take<double>(unsignedOf(side));
-  pivots_ = arena.take<int32_t>(unsignedOf(side));
+  return height * shape.sizeA;
 }
 
-bool SchurSolver::solve(const PrmtHblk& h, double lambda, double* step) {
-  loadReduced(h, lambda);
+}  // namespace
+
+SchurSolver::SchurSolver(Arena& arena, const PrmtHblkShape& shape)
+    : shape_(shape),
+      sideA_(static_cast<int32_t>(sideOf(shape))),
+      factorsB_(arena.take<double>(unsignedOf(int64_t{shape.countB} * shape.sizeB * shape.sizeB))),
+      scaledW_(arena.take<double>(unsignedOf(linksOf(shape) * shape.sizeA * shape.sizeB))),
+      square_(arena.take<double>(unsignedOf(maxHeight(shape)) * unsignedOf(maxHeight(shape)))),
+      reduced_(arena, shape) {}
+
+int32_t SchurSolver::solve(const PrmtHblk& h, double lambda, double* step) {
+  DAX_REQUIRE(reduced_.adopt(h), PRMT_STS_BUFFER_TOO_SMALL);
+  reduced_.load(h, lambda);
   std::copy_n(h.rhsA, sideA_, step);
-  if (shape_.countB == 0) return solveBySquares(step);
-  if (!eliminate(h, lambda, step)) return false;
-  if (!solveReduced(step) && !solveBySquares(step)) return false;
+  if (!eliminate(h, lambda, step)) return PRMT_STS_FAILURE;
+  PRMT_REQUIRE_OK(reduced_.solve(step));
   substituteBack(step);
-  return true;
-}
-
-// S starts as A + lambda I. The lower triangle is transposed from rows to columns.
-void SchurSolver::loadReduced(const PrmtHblk& h, double lambda) {
-  const int64_t n = sideA_;
-  for (int64_t j = 0; j < n; ++j) {
-    for (int64_t i = j; i < n; ++i) reduced_[i + j * n] = h.a[i * n + j];
-    reduced_[j + j * n] += lambda;
-  }
+  return PRMT_STS_OK;
 }
 
 // Reduces S and the right-hand side by each block of B and stores L_j^-1 b_j in the step.
@@ -130,39 +125,10 @@ void SchurSolver::reduceRhs(const int32_t* links, int32_t count, const double* y
 
 // S -= Y Y^T, where the rows of Y belong to the linked blocks of A.
 void SchurSolver::subtractSquare(const int32_t* links, int32_t count, const double* y) {
-  const int32_t a = shape_.sizeA, height = count * a;
+  const int32_t height = count * shape_.sizeA;
   std::fill_n(square_, int64_t{height} * height, 0.0);
   subtractProduct(height, height, shape_.sizeB, y, height, y, height, square_, height, true);
-  for (int32_t k = 0; k < count; ++k) {
-    for (int32_t j = 0; j < a; ++j) {
-      const double* const from = square_ + (int64_t{k} * a + j) * height;
-      double* const to = reduced_ + (int64_t{links[k]} * a + j) * sideA_;
-      for (int32_t r = k; r < count; ++r) {
-        const double* const source = from + int64_t{r} * a;
-        double* const target = to + int64_t{links[r]} * a;
-        for (int32_t i = 0; i < a; ++i) target[i] += source[i];
-      }
-    }
-  }
-}
-
-bool SchurSolver::solveReduced(double* step) {
-  std::copy_n(reduced_, int64_t{sideA_} * sideA_, factor_);
-  if (!factorPanel(sideA_, sideA_, factor_, sideA_)) return false;
-  solveLower(sideA_, factor_, sideA_, step);
-  solveLowerTransposed(sideA_, factor_, sideA_, step);
-  return true;
-}
-
-bool SchurSolver::solveBySquares(double* step) {
-  const int64_t n = sideA_;
-  for (int64_t j = 0; j < n; ++j) {
-    for (int64_t i = j; i < n; ++i) factor_[i + j * n] = factor_[j + i * n] = reduced_[i + j * n];
-  }
-  std::copy_n(step, n, rhs_);
-  if (PRM_EQUA_LSM_Process_64f(factor_, sideA_, sideA_, rhs_, solution_, diagonal_, pivots_) != 1) return false;
-  std::copy_n(solution_, n, step);
-  return true;
+  reduced_.add(links, count, square_);
 }
 
 void SchurSolver::substituteBack(double* step) {

@@ -5,8 +5,7 @@
 //                            y_j = L_j^-T (L_j^-1 b_j - Y_j^T x)
 #pragma once
 
-#include "frame/memory/arena.h"
-#include "prmt/lm_hblk.h"
+#include "optim/sparse/reduced_system.h"
 
 namespace dax {
 
@@ -17,30 +16,26 @@ class SchurSolver {
  public:
   SchurSolver(Arena& arena, const PrmtHblkShape& shape);
 
-  // False when a block of B is not positive definite or the reduced system is singular.
-  bool solve(const PrmtHblk& h, double lambda, double* step);
+  // PRMT_STS_FAILURE when a block of B is not positive definite or the reduced system is singular;
+  // PRMT_STS_BUFFER_TOO_SMALL when the arena does not hold that system.
+  int32_t solve(const PrmtHblk& h, double lambda, double* step);
+
+  // Counts in a measuring arena, after the constructor, what any system takes.
+  void measure() { reduced_.measure(); }
 
  private:
-  void loadReduced(const PrmtHblk& h, double lambda);
   bool eliminate(const PrmtHblk& h, double lambda, double* step);
   void scaleRows(int32_t height, const double* w, const double* l, double* y) const;
   void reduceRhs(const int32_t* links, int32_t count, const double* y, const double* z, double* rhs) const;
   void subtractSquare(const int32_t* links, int32_t count, const double* y);
-  bool solveReduced(double* step);
-  bool solveBySquares(double* step);
   void substituteBack(double* step);
 
   const PrmtHblkShape& shape_;
   int32_t sideA_;     // sizeA countA
-  double* reduced_;   // S, column by column, on and below the diagonal
-  double* factor_;    // of S
   double* factorsB_;  // L_j
   double* scaledW_;   // Y_j, column by column
   double* square_;    // Y_j Y_j^T; as large as the largest
-  double* rhs_;       // scratch of the least squares
-  double* solution_;
-  double* diagonal_;
-  int32_t* pivots_;
+  ReducedSystem reduced_;
 };
 
 }  // namespace dax

@@ -99,6 +99,29 @@ Task preparePoseGraph() {
       [state] { return bench::sixDigits(state->energy); }};
 }
 
+Task prepareGradients() {
+  struct State {
+    PoseGraph graph = bench::poseGraph();
+    std::vector<uint8_t> buffer = std::vector<uint8_t>(1 << 20);
+    double rmse = 0;
+  };
+  auto state = std::make_shared<State>();
+  return {[state] {
+            PoseGraph& graph = state->graph;
+            std::vector<double> x = graph.startParameters();
+            const PrmtLmFunctions functions{PoseGraph::allResiduals, PoseGraph::jacobian, PoseGraph::update,
+                                            graph.jacobianElements()};
+            growAndSolve(state->buffer, [&](void* memory, uint64_t* bytes) {
+              PrmtLmParam param{1e-9, 1e-4, 50, 1e-6, 1e-3, 10, 0, 0};
+              PrmtCgParam cg{1e-12, 500, 6, 0, 0.1};
+              double norm = 0;
+              return PRMT_LM_CG_Process_f64(x.data(), graph.parameters(), graph.residualCount(), &functions, &graph,
+                                            &param, &cg, &state->rmse, &norm, memory, bytes);
+            });
+          },
+          [state] { return bench::sixDigits(0.5 * state->rmse * state->rmse * state->graph.residualCount()); }};
+}
+
 Task prepareBundle() {
   struct State {
     Bundle bundle = bench::bundle();
@@ -129,6 +152,7 @@ const struct SmallOperations {
 } smallOperations;
 const bench::Own operations[] = {
     {bench::kPoseGraph, 0, preparePoseGraph},
+    {bench::kGradients, 0, prepareGradients},
     {bench::kBundle, 0, prepareBundle},
 };
 

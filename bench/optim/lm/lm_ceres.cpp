@@ -1,23 +1,16 @@
 // The same problems through Ceres, on one thread: the same starts, derivatives and manifolds.
-#include <ceres/ceres.h>
-
 #include <memory>
 
+#include "bench/optim/lm/ceres_problems.h"
 #include "bench/optim/lm/problems.h"
 #include "bench/support/operation.h"
 
 namespace {
 
+using bench::addBundle;
+using bench::baseOptions;
+using bench::StepManifold;
 using bench::Task;
-
-ceres::Solver::Options baseOptions(ceres::LinearSolverType solver) {
-  ceres::Solver::Options options;
-  options.linear_solver_type = solver;
-  options.num_threads = 1;
-  options.logging_type = ceres::SILENT;
-  options.max_num_iterations = 500;
-  return options;
-}
 
 // Observations first .. first + count - 1.
 class SmallCost : public ceres::CostFunction {
@@ -78,32 +71,8 @@ Task prepareSmall(const bench::Small& small) {
           [state] { return bench::sixDigits(state->cost); }};
 }
 
-// A manifold whose derivative is the identity: costs return derivatives by the step.
-template <class Step>
-class StepManifold : public ceres::Manifold {
- public:
-  int AmbientSize() const override { return 6; }
-  int TangentSize() const override { return 6; }
-  bool Plus(const double* x, const double* step, double* to) const override {
-    std::copy_n(x, 6, to);
-    Step()(to, step);
-    return true;
-  }
-  bool PlusJacobian(const double*, double* jacobian) const override {
-    for (int k = 0; k < 36; ++k) jacobian[k] = k % 7 == 0;
-    return true;
-  }
-  bool Minus(const double*, const double*, double*) const override { return false; }
-  bool MinusJacobian(const double*, double*) const override { return false; }
-};
 struct MoveStep {
   void operator()(double* x, const double* step) const { PRMT_SE3_Update_f64(x, step); }
-};
-struct CameraStep {
-  void operator()(double* x, const double* step) const {
-    PRMT_SO3_Update_f64(x, step);
-    for (int k = 3; k < 6; ++k) x[k] += step[k];
-  }
 };
 
 class EdgeCost : public ceres::SizedCostFunction<6, 6, 6> {
@@ -129,7 +98,7 @@ class EdgeCost : public ceres::SizedCostFunction<6, 6, 6> {
   const PoseGraph::Edge& edge_;
 };
 
-Task preparePoseGraph() {
+Task preparePoseGraph(ceres::LinearSolverType solver) {
   struct State {
     PoseGraph graph = bench::poseGraph();
     std::vector<double> x = graph.start;
@@ -145,9 +114,9 @@ Task preparePoseGraph() {
     state->problem.SetManifold(&state->x[6 * size_t(k)], new StepManifold<MoveStep>);
   }
   state->problem.SetParameterBlockConstant(state->x.data());
-  return {[state] {
+  return {[state, solver] {
             std::copy(state->graph.start.begin(), state->graph.start.end(), state->x.begin());
-            ceres::Solver::Options options = baseOptions(ceres::SPARSE_NORMAL_CHOLESKY);
+            ceres::Solver::Options options = baseOptions(solver);
             options.function_tolerance = 1e-7;
             ceres::Solver::Summary summary;
             ceres::Solve(options, &state->problem, &summary);
@@ -156,72 +125,19 @@ Task preparePoseGraph() {
           [state] { return bench::sixDigits(state->cost); }};
 }
 
-class PointCost : public ceres::SizedCostFunction<2, 6, 3> {
- public:
-  explicit PointCost(const double* seen) : seen_(seen) {}
-  bool Evaluate(double const* const* x, double* r, double** by) const override {
-    double rotation[9];
-    PRMT_SO3_Exp_f64(x[0], rotation);
-    if (!by) {
-      Bundle::residual(rotation, x[0], x[1], seen_, r);
-      return true;
-    }
-    Bundle::Linear linear;
-    Bundle::linearise(rotation, x[0], x[1], seen_, linear);
-    std::copy_n(linear.e, 2, r);
-    if (by[0]) std::copy_n(linear.byCamera, 12, by[0]);
-    if (by[1]) std::copy_n(linear.byPoint, 6, by[1]);
-    return true;
-  }
-
- private:
-  const double* seen_;
-};
-
-class HoldCost : public ceres::SizedCostFunction<1, 6> {
- public:
-  HoldCost(int index, double value) : index_(index), value_(value) {}
-  bool Evaluate(double const* const* x, double* r, double** by) const override {
-    r[0] = Bundle::kHold * (x[0][index_] - value_);
-    if (by && by[0]) {
-      for (int k = 0; k < 6; ++k) by[0][k] = k == index_ ? Bundle::kHold : 0;
-    }
-    return true;
-  }
-
- private:
-  int index_;
-  double value_;
-};
-
 Task prepareBundle() {
   struct State {
     Bundle bundle = bench::bundle();
     std::vector<double> x = bundle.start;
     ceres::Problem problem;
-    std::shared_ptr<ceres::ParameterBlockOrdering> ordering = std::make_shared<ceres::ParameterBlockOrdering>();
     double cost = 0;
   };
   auto state = std::make_shared<State>();
-  Bundle& bundle = state->bundle;
-  double* const x = state->x.data();
-  bundle.forEachLink(x, [&](int i, int j, int32_t k, const double*) {
-    state->problem.AddResidualBlock(new PointCost(&bundle.seen[2 * size_t(k)]), nullptr, x + 6 * i,
-                                    x + 6 * bundle.cameras + 3 * j);
-  });
-  for (int k = 0; k < 9; ++k) {
-    const int at = Bundle::held(k);
-    state->problem.AddResidualBlock(new HoldCost(at % 6, bundle.truth[size_t(at)]), nullptr, x + 6 * (at / 6));
-  }
-  for (int i = 0; i < bundle.cameras; ++i) {
-    state->problem.SetManifold(x + 6 * i, new StepManifold<CameraStep>);
-    state->ordering->AddElementToGroup(x + 6 * i, 1);
-  }
-  for (int j = 0; j < bundle.points; ++j) state->ordering->AddElementToGroup(x + 6 * bundle.cameras + 3 * j, 0);
-  return {[state] {
+  const auto ordering = addBundle(state->problem, state->bundle, state->x.data());
+  return {[state, ordering] {
             std::copy(state->bundle.start.begin(), state->bundle.start.end(), state->x.begin());
             ceres::Solver::Options options = baseOptions(ceres::DENSE_SCHUR);
-            options.linear_solver_ordering = state->ordering;
+            options.linear_solver_ordering = ordering;
             options.function_tolerance = 1e-7;
             ceres::Solver::Summary summary;
             ceres::Solve(options, &state->problem, &summary);
@@ -238,7 +154,8 @@ const struct SmallOperations {
   }
 } smallOperations;
 const bench::Peer operations[] = {
-    {bench::kPoseGraph, "ceres", preparePoseGraph},
+    {bench::kPoseGraph, "ceres", [] { return preparePoseGraph(ceres::SPARSE_NORMAL_CHOLESKY); }},
+    {bench::kGradients, "ceres", [] { return preparePoseGraph(ceres::CGNR); }},
     {bench::kBundle, "ceres", prepareBundle},
 };
 

@@ -106,6 +106,7 @@ inline constexpr Small kSmall[] = {{"Misra1a, n = 2, m = 14", "Misra1a", 1, &kMi
                                    {"Gauss1, residuals in one block", "Gauss1", 0, &kGauss, true}};
 
 inline constexpr const char* kPoseGraph = "pose graph, 2500 poses on SE(3)";
+inline constexpr const char* kGradients = "the same by conjugate gradients";
 inline constexpr const char* kBundle = "bundle, 20 cameras, 3000 points";
 
 // The amount is the number of poses, one lap for every 250, or of points.

@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <cmath>
 #include <vector>
 
@@ -103,6 +104,51 @@ TEST(Dense, FactorsAndSolutions) {
     double a[] = {1, 0, 0, pivot};
     EXPECT_EQ(factorPanel(2, 2, a, 2), accepted) << pivot;
   }
+}
+
+// What the blocks of large matrices must not change: each sum is formed in ascending order from 0 and then subtracted.
+TEST(Dense, BlocksChangeNoBit) {
+  Random random(8);
+  const auto numbers = [&](int32_t count) {
+    Vector values(static_cast<size_t>(count));
+    for (double& value : values) value = random.below(2000001) / 1e6 - 1;
+    return values;
+  };
+  for (const auto& [m, n, k] : {std::array{70, 67, 33}, {33, 65, 100}, {5, 130, 64}, {100, 3, 65}}) {
+    const Vector a = numbers(m * k), b = numbers(n * k);
+    Vector c = numbers(m * n), expected = c;
+    for (int32_t at = 0; at < m * n; ++at) {
+      double sum = 0;
+      for (int32_t p = 0; p < k; ++p) sum += a[size_t(at % m + p * m)] * b[size_t(at / m + p * n)];
+      expected[size_t(at)] -= sum;
+    }
+    subtractProduct(m, n, k, a.data(), m, b.data(), n, c.data(), m, false);
+    ASSERT_EQ(c, expected) << m << " x " << n << " x " << k;
+  }
+  for (const auto& [n, rows] : {std::pair{64, 64}, {65, 65}, {100, 140}, {130, 131}, {197, 260}}) {
+    Vector a = numbers(n * rows);
+    for (int32_t j = 0; j < n; ++j) a[size_t(j + j * rows)] = n;
+    Vector l = a;
+    for (int32_t j = 0; j < n; ++j) {
+      double* const column = l.data() + j * rows;
+      for (int32_t i = j; i < rows; ++i) {
+        double sum = 0;
+        for (int32_t p = 0; p < j / 16 * 16; ++p) sum += l[size_t(i + p * rows)] * l[size_t(j + p * rows)];
+        column[i] -= sum;
+        for (int32_t p = j / 16 * 16; p < j; ++p) column[i] -= l[size_t(j + p * rows)] * l[size_t(i + p * rows)];
+      }
+      column[j] = std::sqrt(column[j]);
+      for (int32_t i = j + 1; i < rows; ++i) column[i] *= 1 / column[j];
+    }
+    ASSERT_TRUE(factorPanel(n, rows, a.data(), rows));
+    for (int32_t j = 0; j < n; ++j) {
+      for (int32_t i = j; i < rows; ++i) ASSERT_EQ(a[size_t(i + j * rows)], l[size_t(i + j * rows)]) << i << ", " << j;
+    }
+  }
+  // A pivot that fails in a later block.
+  Vector a(100 * 100);
+  for (size_t j = 0; j < 100; ++j) a[j * 101] = j == 90 ? 0 : 1;
+  EXPECT_FALSE(factorPanel(100, 100, a.data(), 100));
 }
 
 TEST(Dense, LeastSquares) {

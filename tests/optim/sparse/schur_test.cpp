@@ -94,7 +94,7 @@ TEST(Schur, SolvesBlocks) {
       }
       for (int32_t i = 0; i < n; ++i) dense[at(i, i)] += lambda;
       Vector step(rhs.size());
-      ASSERT_TRUE(solver.solve(h, lambda, step.data()));
+      ASSERT_EQ(solver.solve(h, lambda, step.data()), PRMT_STS_OK);
       const Vector expected = eliminate(dense, rhs);
       for (size_t i = 0; i < step.size(); ++i) ASSERT_NEAR(step[i], expected[i], 1e-12) << i;
     }
@@ -102,10 +102,10 @@ TEST(Schur, SolvesBlocks) {
     // block of the second group.
     for (int32_t i = 0; i < side; ++i) h.a[i * side + i] = -3 * n;
     Vector step(static_cast<size_t>(n));
-    EXPECT_TRUE(solver.solve(h, 0, step.data()));
+    EXPECT_EQ(solver.solve(h, 0, step.data()), PRMT_STS_OK);
     if (countB == 0) continue;
     h.b[0] = 0;
-    EXPECT_FALSE(solver.solve(h, 0, step.data()));
+    EXPECT_EQ(solver.solve(h, 0, step.data()), PRMT_STS_FAILURE);
   }
 }
 
