@@ -41,7 +41,8 @@ typedef struct PrmtLmHblkFunctions {
 
 /* As PRMT_LM_Process_f64 with blocks of the normal matrix from the caller; the solver adds the damping. The reduced
  * system of A is solved by Cholesky, or by least squares when a pivot fails; without blocks of B the whole system is
- * solved by least squares. The size depends on the number of links. */
+ * solved by least squares. The size depends on the number of links. Where few pairs of blocks of A meet, the reduced
+ * system is sparse and takes far less than the query tells; -32 reports how much, after calls of the callbacks. */
 DAX_API int32_t PRMT_LM_HBLK_BufferSize_f64(int32_t n, int32_t m, const PrmtHblkShape* shape, uint64_t* bytes);
 DAX_API int32_t PRMT_LM_HBLK_Process_f64(double* x, int32_t n, int32_t m, const PrmtLmHblkFunctions* functions,
                                          void* user, PrmtLmParam* param, double* rmse, double* stepNorm, void* buffer,

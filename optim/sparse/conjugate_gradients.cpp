@@ -26,13 +26,34 @@ double columnProduct(const PrmtMsp& matrix, int32_t a, int32_t b) {
   return sum;
 }
 
+// x <- (L L^T)^-1 x as solveLower() and solveLowerTransposed() do it, for a size known beforehand.
+template <int32_t kSize>
+void solveBlock(const double* l, double* x) {
+  for (int32_t j = 0; j < kSize; ++j) {
+    x[j] /= l[j + j * kSize];
+    for (int32_t i = j + 1; i < kSize; ++i) x[i] -= l[i + j * kSize] * x[j];
+  }
+  for (int32_t j = kSize - 1; j >= 0; --j) {
+    double rest = x[j];
+    for (int32_t i = j + 1; i < kSize; ++i) rest -= l[i + j * kSize] * x[i];
+    x[j] = rest / l[j + j * kSize];
+  }
+}
+
+// Points, planar poses and poses in space have sizes of their own.
+void solveBlock(int32_t size, const double* l, ptrdiff_t ld, double* x) {
+  if (size == ld && size == 1) return solveBlock<1>(l, x);
+  if (size == ld && size == 3) return solveBlock<3>(l, x);
+  if (size == ld && size == 6) return solveBlock<6>(l, x);
+  solveLower(size, l, ld, x);
+  solveLowerTransposed(size, l, ld, x);
+}
+
 // z <- M^-1 r, block by block.
 void precondition(int32_t n, int32_t blockSize, const double* blocks, const double* r, double* z) {
   std::copy_n(r, n, z);
   for (int32_t j = 0; j < n; j += blockSize, blocks += blockSize * blockSize) {
-    const int32_t size = std::min(blockSize, n - j);
-    solveLower(size, blocks, blockSize, z + j);
-    solveLowerTransposed(size, blocks, blockSize, z + j);
+    solveBlock(std::min(blockSize, n - j), blocks, blockSize, z + j);
   }
 }
 
