@@ -33,10 +33,9 @@ DaxStatus withConstant(const T* src, int32_t srcStep, T* dst, int32_t dstStep, D
   DAX_REQUIRE(value, DAX_STS_NULL_POINTER);
   DAX_REQUIRE_OK(checkPlanes(size, kChannels, from, to));
   DAX_REQUIRE_OK(checkScaleFactor(scaleFactor));
-  T pattern[kPatternLength];
-  for (int32_t i = 0; i < kPatternLength; ++i) pattern[i] = value[i % kChannels];
+  const Pattern<T, kChannels> pattern(value);
   const auto row = [&, isa = currentIsa()](const T* a, T* result, int32_t count) {
-    arithmeticRow<Op, Operand::pattern>(a, pattern, result, count, scaleFactor, isa);
+    arithmeticRow<Op, Operand::pattern>(a, pattern.elements, result, count, scaleFactor, isa);
   };
   forEachRow(size, kChannels, row, from, to);
   return DAX_STS_OK;

@@ -3,8 +3,7 @@
 
 #include <cstdint>
 
-#include "dax/status.h"
-#include "dax/types.h"
+#include "image/pixel/element_rows.h"
 
 namespace dax {
 
@@ -24,12 +23,6 @@ DaxStatus withImage(const T* src1, int32_t step1, const T* src2, int32_t step2, 
                     int32_t scaleFactor);
 
 inline constexpr int32_t kNoScaleFactor = 0;  // of floats
-
-// The second operand of a row: constants that repeat after kPatternLength elements, or another row.
-enum class Operand { pattern, row };
-
-// A multiple of three and of every vector.
-constexpr int32_t kPatternLength = 48;
 
 // One row.
 template <class Op, Operand kOperand, class T>

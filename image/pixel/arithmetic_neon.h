@@ -1,11 +1,8 @@
-// Rows of an image and a second operand, three vectors at a time, after which a pattern repeats.
+// Rows of arithmetic in vectors.
 #pragma once
 
-#include <array>
-
-#include "frame/dispatch.h"
-#include "frame/lanes.h"
 #include "image/pixel/arithmetic_portable.h"
+#include "image/pixel/element_rows_neon.h"
 
 #if DAX_HAVE_NEON
 namespace dax::neon {
@@ -59,20 +56,9 @@ inline float32x4_t apply(AbsDiffOp, float32x4_t a, float32x4_t b) {
 
 template <class Op, Operand kOperand, class T>
 void exactRow(const T* a, const T* b, T* dst, int32_t count) {
-  using L = Lanes<T>;
-  constexpr int32_t kLanes = L::kCount, kBlock = 3 * kLanes;
-  const auto load = [](const T* from) {
-    return std::array{L::load(from), L::load(from + kLanes), L::load(from + 2 * kLanes)};
-  };
-  [[maybe_unused]] std::array<typename L::Vector, 3> pattern;
-  if constexpr (kOperand == Operand::pattern) pattern = load(b);
-  int32_t x = 0;
-  for (; x <= count - kBlock; x += kBlock) {
-    const auto first = load(a + x);
-    if constexpr (kOperand == Operand::row) pattern = load(b + x);
-    for (int k = 0; k < 3; ++k) L::store(dst + x + k * kLanes, apply(Op{}, first[k], pattern[k]));
-  }
-  portable::exactRow<Op, kOperand>(a + x, kOperand == Operand::row ? b + x : b, dst + x, count - x);
+  const int32_t x =
+      forEachBlock<kOperand>(a, b, dst, count, [](auto first, auto second) { return apply(Op{}, first, second); });
+  portable::exactRow<Op, kOperand>(a + x, operandAt<kOperand>(b, x), dst + x, count - x);
 }
 
 }  // namespace dax::neon

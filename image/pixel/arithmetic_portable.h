@@ -1,5 +1,4 @@
-// Rows of an image and a second operand, any instruction set. The inner loops have a fixed length, which compilers turn into
-// vectors.
+// Rows of arithmetic, any instruction set.
 #pragma once
 
 #include <algorithm>
@@ -9,6 +8,7 @@
 #include <type_traits>
 
 #include "image/pixel/arithmetic.h"
+#include "image/pixel/element_rows_portable.h"
 
 namespace dax {
 
@@ -58,19 +58,6 @@ W halvedToEven(W value, int32_t shift) {
   const W quotient = value >> shift;  // rounds down
   const auto rest = static_cast<uint32_t>(value) & ((uint32_t{1} << shift) - 1), half = uint32_t{1} << (shift - 1);
   return quotient + static_cast<W>(rest > half || (rest == half && (quotient & 1)));
-}
-
-// Applies f to both operands, block by block.
-template <Operand kOperand, class T, class F>
-void forEachBlock(const T* a, const T* b, T* dst, int32_t count, F f) {
-  int32_t x = 0;
-  const auto second = [&] { return kOperand == Operand::row ? b + x : b; };
-  for (; x <= count - kPatternLength; x += kPatternLength) {
-    const T* const values = second();
-    for (int32_t i = 0; i < kPatternLength; ++i) dst[x + i] = f(a[x + i], values[i]);
-  }
-  const T* const values = second();
-  for (int32_t i = 0; x + i < count; ++i) dst[x + i] = f(a[x + i], values[i]);
 }
 
 // Without a scale factor.

@@ -80,6 +80,35 @@ def apply_scaled(
     return apply(function + "_{type}_{layout}R", images, *parameters, types="32f", **form)
 
 
+def apply_elements(
+    function: str,
+    first: ArrayLike,
+    second: Optional[ArrayLike] = None,
+    *,
+    parameters: tuple[Any, ...] = (),
+    types: str = "8u 16u 16s 32f",
+    to: str = "",
+    out: Optional[Array] = None,
+) -> Array:
+    """Calls function_<type>_C1R on an image, on two, or function with a C on an image and a number. Pixels of three channels
+    are elements of wider rows. to: the type of the output, else that of the input; it may then be one of the images."""
+    name, dtypes = "image" if second is None else "first", tuple(_DTYPES[each] for each in types.split())
+    one = source(name, first, dtypes, "C1 C3")
+    sources = [(name, one)]
+    if second is not None and np.ndim(second):
+        sources.append(("second", of_shape("second", second, one.array.shape, (one.array.dtype,), "C1 C3")))
+    result = target("out", out, one.array.shape, _DTYPES[to or one.suffix])
+    for each in sources:
+        refuse_overlap(each, ("out", result), in_place=one.suffix == result.suffix)
+    size = {"width": one.size["width"] * int(np.prod(one.array.shape[2:])), "height": one.size["height"]}
+    one.layout = "C1"
+    if second is not None and not np.ndim(second):
+        function, parameters = function + "C", (*pixel_value("second", second, one), *parameters)
+    arguments = [part for _, image in sources for part in (image.pointer, image.step)]
+    call(f"{function}_{one.suffix}_C1R", *arguments, result.pointer, result.step, size, *parameters)
+    return result.array
+
+
 _TYPE = re.compile(r"\d+(?:u|s|fc|f)")
 
 
