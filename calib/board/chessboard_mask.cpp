@@ -5,7 +5,7 @@
 #include "daxi/chessboard.h"
 #include "frame/cpu_feature.h"
 #include "frame/rows.h"
-#include "image/pixel/logic.h"
+#include "image/logic/logic.h"
 #include "image/threshold/threshold.h"
 #include "image/window/window_sums.h"
 

@@ -20,7 +20,10 @@ DaxStatus checkScaleFactor(int32_t scaleFactor) {
 template <class Op, Operand kOperand, class T>
 void arithmeticRow(const T* a, const T* b, T* dst, int32_t count, int32_t scaleFactor, int32_t isa) {
   if constexpr (std::is_integral_v<T>) {
-    if (scaleFactor != 0) return portable::scaledRow<Op, kOperand>(a, b, dst, count, scaleFactor);
+    if (scaleFactor != 0) {
+      return usesNeon(isa) ? neon::scaledRow<Op, kOperand>(a, b, dst, count, scaleFactor)
+                           : portable::scaledRow<Op, kOperand>(a, b, dst, count, scaleFactor);
+    }
   }
   usesNeon(isa) ? neon::exactRow<Op, kOperand>(a, b, dst, count) : portable::exactRow<Op, kOperand>(a, b, dst, count);
 }

@@ -22,8 +22,6 @@ template <class Op, class T, int kChannels>
 DaxStatus withImage(const T* src1, int32_t step1, const T* src2, int32_t step2, T* dst, int32_t dstStep, DaxiSize size,
                     int32_t scaleFactor);
 
-inline constexpr int32_t kNoScaleFactor = 0;  // of floats
-
 // One row.
 template <class Op, Operand kOperand, class T>
 void arithmeticRow(const T* a, const T* b, T* dst, int32_t count, int32_t scaleFactor, int32_t isa);

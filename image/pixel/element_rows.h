@@ -7,6 +7,8 @@
 
 namespace dax {
 
+inline constexpr int32_t kNoScaleFactor = 0;  // of floats
+
 // The second operand of a row: constants that repeat after kPatternLength elements, or another row.
 enum class Operand { pattern, row };
 

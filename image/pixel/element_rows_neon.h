@@ -1,4 +1,4 @@
-// Vectors of a row and of a second operand, three at a time, after which a pattern repeats.
+// Vectors of a row and of a second operand: four at a time, or three, after which a pattern repeats.
 #pragma once
 
 #include <array>
@@ -14,17 +14,21 @@ namespace dax::neon {
 template <Operand kOperand, class T, class F>
 int32_t forEachBlock(const T* a, const T* b, T* dst, int32_t count, F f) {
   using L = Lanes<T>;
-  constexpr int32_t kLanes = L::kCount, kBlock = 3 * kLanes;
-  const auto load = [](const T* from) {
-    return std::array{L::load(from), L::load(from + kLanes), L::load(from + 2 * kLanes)};
-  };
-  [[maybe_unused]] std::array<typename L::Vector, 3> pattern;
-  if constexpr (kOperand == Operand::pattern) pattern = load(b);
+  constexpr int32_t kLanes = L::kCount;
   int32_t x = 0;
-  for (; x <= count - kBlock; x += kBlock) {
-    const auto first = load(a + x);
-    if constexpr (kOperand == Operand::row) pattern = load(b + x);
-    for (int k = 0; k < 3; ++k) L::store(dst + x + k * kLanes, f(first[k], pattern[k]));
+  if constexpr (kOperand == Operand::row) {
+    for (; x <= count - 4 * kLanes; x += 4 * kLanes) {
+      auto first = L::loadFour(a + x);
+      const auto second = L::loadFour(b + x);
+      for (int k = 0; k < 4; ++k) first.val[k] = f(first.val[k], second.val[k]);
+      L::storeFour(dst + x, first);
+    }
+  } else {
+    const std::array pattern = {L::load(b), L::load(b + kLanes), L::load(b + 2 * kLanes)};
+    for (; x <= count - 3 * kLanes; x += 3 * kLanes) {
+      const std::array first = {L::load(a + x), L::load(a + x + kLanes), L::load(a + x + 2 * kLanes)};
+      for (int k = 0; k < 3; ++k) L::store(dst + x + k * kLanes, f(first[k], pattern[k]));
+    }
   }
   return x;
 }

@@ -7,7 +7,7 @@
 #include "frame/check.h"
 #include "frame/dispatch.h"
 #include "frame/rows.h"
-#include "image/pixel/logic.h"
+#include "image/logic/logic.h"
 #include "image/statistics/histogram.h"
 #include "image/threshold/threshold.h"
 #include "image/threshold/threshold_levels.h"

@@ -88,10 +88,13 @@ def apply_elements(
     parameters: tuple[Any, ...] = (),
     types: str = "8u 16u 16s 32f",
     to: str = "",
+    scale_factor: Optional[int] = None,
     out: Optional[Array] = None,
+    pool: Optional[Pool] = None,
 ) -> Array:
     """Calls function_<type>_C1R on an image, on two, or function with a C on an image and a number. Pixels of three channels
-    are elements of wider rows. to: the type of the output, else that of the input; it may then be one of the images."""
+    are elements of wider rows. to: the type of the output, else that of the input; it may then be one of the images.
+    scale_factor: of functions whose integer forms end in Sfs. pool: of functions that have a form with _MT."""
     name, dtypes = "image" if second is None else "first", tuple(_DTYPES[each] for each in types.split())
     one = source(name, first, dtypes, "C1 C3")
     sources = [(name, one)]
@@ -104,8 +107,16 @@ def apply_elements(
     one.layout = "C1"
     if second is not None and not np.ndim(second):
         function, parameters = function + "C", (*pixel_value("second", second, one), *parameters)
+    name = f"{function}_{one.suffix}_C1R"
+    if scale_factor is not None and one.array.dtype.kind != "f":
+        name, parameters = name + "Sfs", (*parameters, scale_factor)
+    elif scale_factor:
+        raise ValueError("scale_factor: images of floats have none")
     arguments = [part for _, image in sources for part in (image.pointer, image.step)]
-    call(f"{function}_{one.suffix}_C1R", *arguments, result.pointer, result.step, size, *parameters)
+    if pool is not None:
+        threads, handle = handle_of(pool)
+        name, arguments = name + "_MT", [handle, threads, *arguments]
+    call(name, *arguments, result.pointer, result.step, size, *parameters)
     return result.array
 
 

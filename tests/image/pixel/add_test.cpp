@@ -2,8 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include "image/logic/logic.h"
 #include "image/pixel/copy.h"
-#include "image/pixel/logic.h"
 #include "image/threshold/threshold.h"
 #include "tests/support/test_image.h"
 

@@ -1,11 +1,15 @@
-"""Comparisons, logic and extrema of two images, and of an image and a number."""
+"""Element-wise operations of images, of two, and of an image and a number."""
 import numpy as np
 import pytest
 
 import dax
 
 # In place, through the plain form.
-WITHOUT = {r"DAXI_(Min|Max|And|Or|Xor|LShift|RShift)C?_\w+_C1IR|DAXI_Not_\w+_C1IR": "out= is the image"}
+WITHOUT = {
+    r"DAXI_(Min|Max|And|Or|Xor|LShift|RShift)C?_\w+_C1IR|DAXI_Not_\w+_C1IR": "out= is the image",
+    r"DAXI_(Abs|Sqr|Sqrt|Exp|Ln|AddWeighted)_\w+_C1IR(Sfs|_MT)?|DAXI_DivC?_\w+_C[13]IR(Sfs)?": "out= is the image",
+    "DAXI_AddWeightedDefaultCfg": "the defaults are arguments",
+}
 
 TYPES = [np.uint8, np.uint16, np.int16, np.float32]
 SHAPES = [(7, 33), (7, 33, 3)]
@@ -42,6 +46,46 @@ def test_tolerance(rng):
     first, second = (rng.random((5, 40), dtype=np.float32) for _ in range(2))
     for other in (second, 0.5):
         assert np.array_equal(dax.is_close(first, other, 0.1), (np.abs(first - np.float64(other)) <= 0.1) * np.uint8(255))
+
+
+@pytest.mark.parametrize("dtype", TYPES)
+def test_division_and_roots(pair, dtype):
+    first, second = (each.astype(dtype) + 1 for each in pair)
+    quotient = np.float64(first) / second
+    whole = np.dtype(dtype).kind != "f"
+    assert np.array_equal(dax.divide(first, second), np.round(quotient) if whole else quotient.astype(dtype))
+    constant = [2, 3, 4] if first.ndim == 3 else 3
+    quotient = np.float64(first) / constant
+    assert np.array_equal(dax.divide_constant(first, constant), np.round(quotient) if whole else quotient.astype(dtype))
+    assert np.array_equal(dax.sqrt(first), np.round(np.sqrt(first)) if whole else np.sqrt(first))
+    assert np.array_equal(dax.square(first), first**2)
+    mean = dax.add_weighted(first, 0.5, second, 0.25, 1)
+    exact = 0.5 * first + 0.25 * second + 1
+    assert np.array_equal(mean, np.round(exact) if whole else exact)
+    if whole:
+        assert np.array_equal(dax.divide(first, second, scale_factor=-2), np.round(4.0 * first / second))
+        assert np.array_equal(dax.square(first, scale_factor=2), np.round(first**2 / 4))
+        with pytest.raises(dax.Error, match="zero in src2"):
+            dax.divide(first, second * 0)
+
+
+def test_functions_of_floats(rng, pool):
+    image = rng.random((7, 33, 3), dtype=np.float32)
+    for pooled in (None, pool):
+        assert np.allclose(dax.exp(image, pool=pooled), np.exp(image), rtol=2e-7, atol=0)
+        assert np.allclose(dax.log(image, pool=pooled), np.log(image), rtol=2e-7, atol=0)
+    assert np.array_equal(dax.absolute(-image), image)
+    assert np.array_equal(dax.absolute(np.array([[-32768, -3]], np.int16)), [[32767, 3]])
+
+
+@pytest.mark.parametrize("dtype", [np.uint8, np.uint16])
+def test_accumulation(rng, pair, dtype):
+    image = pair[0].astype(dtype)
+    sums = rng.random(image.shape, dtype=np.float32)
+    before = sums.copy()
+    assert dax.accumulate(image, sums) is sums and np.array_equal(sums, before + image)
+    dax.accumulate_weighted(image, before, 0.5)
+    assert np.allclose(before, sums / 2)
 
 
 def test_arguments(rng):

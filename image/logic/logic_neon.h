@@ -1,0 +1,36 @@
+// Rows of operations on bits in vectors.
+#pragma once
+
+#include "image/logic/logic_portable.h"
+#include "image/pixel/element_rows_neon.h"
+
+#if DAX_HAVE_NEON
+namespace dax::neon {
+
+inline void invertRow(const uint8_t* src, uint8_t* dst, int32_t width) {
+  int32_t x = 0;
+  for (; x <= width - 64; x += 64) {
+    const uint8x16x4_t levels = vld1q_u8_x4(src + x);
+    vst1q_u8_x4(dst + x,
+                {{vmvnq_u8(levels.val[0]), vmvnq_u8(levels.val[1]), vmvnq_u8(levels.val[2]), vmvnq_u8(levels.val[3])}});
+  }
+  for (; x <= width - 16; x += 16) vst1q_u8(dst + x, vmvnq_u8(vld1q_u8(src + x)));
+  portable::invertRow(src + x, dst + x, width - x);
+}
+
+template <class Op, Operand kOperand, class T>
+void bitsRow(const T* a, const T* b, T* dst, int32_t count) {
+  const int32_t x =
+      forEachBlock<kOperand>(a, b, dst, count, [](auto first, auto second) { return Op::of(first, second); });
+  portable::bitsRow<Op, kOperand>(a + x, operandAt<kOperand>(b, x), dst + x, count - x);
+}
+
+template <class Op, class T>
+void shiftRow(const T* src, T* dst, int32_t width, T count) {
+  const int32_t x =
+      forEachBlock<Operand::row>(src, src, dst, width, [=](auto value, auto) { return Op::of(value, count); });
+  portable::shiftRow<Op>(src + x, dst + x, width - x, count);
+}
+
+}  // namespace dax::neon
+#endif
