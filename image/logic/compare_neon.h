@@ -30,9 +30,18 @@ template <class Op, Operand kOperand, class T>
 void compareRow(const T* a, const T* b, uint8_t* dst, int32_t count) {
   using L = Lanes<T>;
   const auto constant = L::all(*b);
-  const int32_t x = forEachMask<T>(dst, count, [=](int32_t i) {
-    return flagsOf(Op{}, L::load(a + i), kOperand == Operand::row ? L::load(b + i) : constant);
-  });
+  const auto mask = [=](int32_t i) {
+    if constexpr (sizeof(T) == 4 && kOperand == Operand::row) {
+      const auto first = L::loadFour(a + i), second = L::loadFour(b + i);
+      return maskOf16<T>([&](int32_t k) { return flagsOf(Op{}, first.val[k], second.val[k]); });
+    } else {
+      return maskOf16<T>([&](int32_t k) {
+        const int32_t at = i + k * L::kCount;
+        return flagsOf(Op{}, L::load(a + at), kOperand == Operand::row ? L::load(b + at) : constant);
+      });
+    }
+  };
+  const int32_t x = forEach16(dst, count, mask);
   portable::compareRow<Op, kOperand>(a + x, operandAt<kOperand>(b, x), dst + x, count - x);
 }
 

@@ -17,7 +17,7 @@ inline uint16x8_t lowerHalves(uint32x4_t a, uint32x4_t b) {
 
 // Sixteen bytes of a mask; flags(k) tells those of the k-th vector of T.
 template <class T, class Flags>
-uint8x16_t maskOf16(Flags flags) {
+[[gnu::always_inline]] inline uint8x16_t maskOf16(Flags flags) {
   if constexpr (sizeof(T) == 1) {
     return uint8x16_t(flags(0));
   } else if constexpr (sizeof(T) == 2) {
@@ -28,15 +28,20 @@ uint8x16_t maskOf16(Flags flags) {
   }
 }
 
-// dst = mask by blocks of 64, then of 16; returns how many elements these were. flags(x): those of the vector at x.
+// dst = mask by blocks of 64, then of 16; returns how many elements these were. mask(x): sixteen bytes from x on.
+template <class Mask>
+int32_t forEach16(uint8_t* dst, int32_t count, Mask mask) {
+  int32_t x = 0;
+  for (; x <= count - 64; x += 64) vst1q_u8_x4(dst + x, {{mask(x), mask(x + 16), mask(x + 32), mask(x + 48)}});
+  for (; x <= count - 16; x += 16) vst1q_u8(dst + x, mask(x));
+  return x;
+}
+
+// The same by flags(x), those of the vector at x.
 template <class T, class Flags>
 int32_t forEachMask(uint8_t* dst, int32_t count, Flags flags) {
-  constexpr int32_t kLanes = Lanes<T>::kCount;
-  const auto at = [&](int32_t x) { return maskOf16<T>([&](int32_t k) { return flags(x + k * kLanes); }); };
-  int32_t x = 0;
-  for (; x <= count - 64; x += 64) vst1q_u8_x4(dst + x, {{at(x), at(x + 16), at(x + 32), at(x + 48)}});
-  for (; x <= count - 16; x += 16) vst1q_u8(dst + x, at(x));
-  return x;
+  return forEach16(dst, count,
+                   [=](int32_t x) { return maskOf16<T>([&](int32_t k) { return flags(x + k * Lanes<T>::kCount); }); });
 }
 
 }  // namespace dax::neon

@@ -6,7 +6,7 @@ from numpy.typing import ArrayLike
 from .._arrays import Array
 from .._operation import apply_elements
 
-__all__ = ["bitwise_and", "bitwise_or", "bitwise_xor", "invert", "left_shift", "right_shift"]
+__all__ = ["bitwise_and", "bitwise_not", "bitwise_or", "bitwise_xor", "left_shift", "right_shift"]
 
 _TYPES = "8u 16u 16s"
 
@@ -40,10 +40,10 @@ def bitwise_xor(first: ArrayLike, second: Union[ArrayLike, int], *, out: Optiona
     return apply_elements("DAXI_Xor", first, second, types=_TYPES, out=out)
 
 
-def invert(image: ArrayLike, *, out: Optional[Array] = None) -> Array:
+def bitwise_not(image: ArrayLike, *, out: Optional[Array] = None) -> Array:
     """~image: the other pixels of a mask. uint8, uint16 or int16. `out` may be the image.
 
-    >>> dax.invert(np.array([[0, 255]], np.uint8))
+    >>> dax.bitwise_not(np.array([[0, 255]], np.uint8))
     array([[255,   0]], dtype=uint8)
     """
     return apply_elements("DAXI_Not", image, types=_TYPES, out=out)

@@ -37,7 +37,7 @@ def test_against_numpy(pair, dtype):
         for name in ("bitwise_and", "bitwise_or", "bitwise_xor"):
             for other in (second, 5):
                 assert np.array_equal(getattr(dax, name)(first, other), getattr(np, name)(first, other))
-        assert np.array_equal(dax.invert(first), ~first)
+        assert np.array_equal(dax.bitwise_not(first), ~first)
         assert np.array_equal(dax.left_shift(first, 3), first << 3)
         assert np.array_equal(dax.right_shift(first, 3), first >> 3)
 
@@ -71,9 +71,10 @@ def test_division_and_roots(pair, dtype):
 
 def test_functions_of_floats(rng, pool):
     image = rng.random((7, 33, 3), dtype=np.float32)
+    exact = image.astype(np.float64)
     for pooled in (None, pool):
-        assert np.allclose(dax.exp(image, pool=pooled), np.exp(image), rtol=2e-7, atol=0)
-        assert np.allclose(dax.log(image, pool=pooled), np.log(image), rtol=2e-7, atol=0)
+        assert np.allclose(dax.exp(image, pool=pooled), np.exp(exact), rtol=2e-7, atol=0)
+        assert np.allclose(dax.log(image, pool=pooled), np.log(exact), rtol=2e-7, atol=0)
     assert np.array_equal(dax.absolute(-image), image)
     assert np.array_equal(dax.absolute(np.array([[-32768, -3]], np.int16)), [[32767, 3]])
 
