@@ -8,6 +8,12 @@
 
 namespace dax {
 
+// What an _MT member was given to run on; nothing: the calling thread.
+struct PoolThreads {
+  void* pool = nullptr;
+  uint32_t threads = 0;
+};
+
 // Whether an _MT member may go to the pool at all.
 inline bool hasPool(const void* pool, uint32_t threads) {
   return pool && threads > 1 && &DAX_THREADPOOL_Compute1DTiled != nullptr;
@@ -38,6 +44,19 @@ DaxStatus runTiles(void* pool, uint32_t threads, int32_t total, int32_t minTile,
     return c.body(static_cast<int32_t>(first), static_cast<int32_t>(end), static_cast<uint32_t>(first / c.tileSize));
   };
   return DAX_THREADPOOL_Compute1DTiled(pool, tile, &context, total, static_cast<int32_t>(context.tileSize));
+}
+
+// Runs body(first, end) -> void over the rows of an image, on the pool where there is one.
+template <class Body>
+DaxStatus runRows(PoolThreads on, int32_t rows, Body&& body) {
+  if (!hasPool(on.pool, on.threads)) {
+    body(0, rows);
+    return 0;
+  }
+  return runTiles(on.pool, on.threads, rows, 1, [&](int32_t first, int32_t end, uint32_t) -> DaxStatus {
+    body(first, end);
+    return 0;
+  });
 }
 
 }  // namespace dax
