@@ -123,6 +123,16 @@ inline float32x4x3_t vld3q_f32(const float* from) {
            __builtin_shufflevector(__builtin_shufflevector(a, b, 1, 4, 7, 7), c, 0, 1, 2, 6),
            __builtin_shufflevector(__builtin_shufflevector(a, b, 2, 5, 5, 5), c, 0, 1, 4, 7)}};
 }
+#undef vld3q_u8
+inline uint8x16x3_t vld3q_u8(const uint8_t* from) {
+  const uint8x16_t a = vld1q_u8(from), b = vld1q_u8(from + 16), c = vld1q_u8(from + 32);
+  const uint8x16_t ab0 = __builtin_shufflevector(a, b, 0, 3, 6, 9, 12, 15, 18, 21, 24, 27, 30, -1, -1, -1, -1, -1);
+  const uint8x16_t ab1 = __builtin_shufflevector(a, b, 1, 4, 7, 10, 13, 16, 19, 22, 25, 28, 31, -1, -1, -1, -1, -1);
+  const uint8x16_t ab2 = __builtin_shufflevector(a, b, 2, 5, 8, 11, 14, 17, 20, 23, 26, 29, -1, -1, -1, -1, -1, -1);
+  return {{__builtin_shufflevector(ab0, c, 0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 17, 20, 23, 26, 29),
+           __builtin_shufflevector(ab1, c, 0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 18, 21, 24, 27, 30),
+           __builtin_shufflevector(ab2, c, 0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 16, 19, 22, 25, 28, 31)}};
+}
 #undef vst4q_u32
 inline void vst4q_u32(uint32_t* to, uint32x4x4_t from) {
   vst1q_u32_x4(to, dax::transposed(from));
@@ -137,6 +147,38 @@ inline uint8x16_t vtrn1q_u8(uint8x16_t a, uint8x16_t b) {
 inline uint16x8_t vtrn1q_u16(uint16x8_t a, uint16x8_t b) {
   const uint32x4_t even = vandq_u32(vreinterpretq_u32_u16(a), vdupq_n_u32(0xFFFF));
   return vreinterpretq_u16_u32(vorrq_u32(even, vshlq_n_u32(vreinterpretq_u32_u16(b), 16)));
+}
+
+// Widening of the lower half: SIMDe does it in pieces.
+#undef vmovl_u8
+inline uint16x8_t vmovl_u8(uint8x8_t v) {
+  return (uint16x8_t)_mm_cvtepu8_epi16(
+      (__m128i)__builtin_shufflevector(v, v, 0, 1, 2, 3, 4, 5, 6, 7, -1, -1, -1, -1, -1, -1, -1, -1));
+}
+#undef vmovl_u16
+inline uint32x4_t vmovl_u16(uint16x4_t v) {
+  return (uint32x4_t)_mm_cvtepu16_epi32((__m128i)__builtin_shufflevector(v, v, 0, 1, 2, 3, -1, -1, -1, -1));
+}
+#undef vaddl_u8
+inline uint16x8_t vaddl_u8(uint8x8_t a, uint8x8_t b) {
+  return vmovl_u8(a) + vmovl_u8(b);
+}
+#undef vaddl_high_u8
+inline uint16x8_t vaddl_high_u8(uint8x16_t a, uint8x16_t b) {
+  const uint8x16_t zero = {};
+  return (uint16x8_t)vzip2q_u8(a, zero) + (uint16x8_t)vzip2q_u8(b, zero);
+}
+#undef vmlal_u8
+inline uint16x8_t vmlal_u8(uint16x8_t sum, uint8x8_t a, uint8x8_t b) {
+  return sum + vmovl_u8(a) * vmovl_u8(b);
+}
+
+// The doubled product's upper half; factors are not both -32768, the only product that saturates.
+#undef vqdmulhq_s16
+inline int16x8_t vqdmulhq_s16(int16x8_t a, int16x8_t b) {
+  const int16x8_t low = a * b;
+  const auto high = (int16x8_t)_mm_mulhi_epi16((__m128i)a, (__m128i)b);
+  return high * 2 + (int16x8_t)((uint16x8_t)low >> 15);
 }
 
 // SIMDe multiplies as signed numbers, whose product may overflow.
