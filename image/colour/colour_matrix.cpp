@@ -48,8 +48,8 @@ DaxStatus whiteBalance(PoolThreads on, const T* src, int32_t srcStep, T* dst, in
   });
 }
 
-#define DAX_COLOUR_MATRIX(T)                                                                                     \
-  template DaxStatus colourMatrix<T>(PoolThreads, const T*, int32_t, T*, int32_t, DaxiSize, const double*);      \
+#define DAX_COLOUR_MATRIX(T)                                                                                \
+  template DaxStatus colourMatrix<T>(PoolThreads, const T*, int32_t, T*, int32_t, DaxiSize, const double*); \
   template DaxStatus whiteBalance<T>(PoolThreads, const T*, int32_t, T*, int32_t, DaxiSize, const double*);
 DAX_COLOUR_MATRIX(uint8_t)
 DAX_COLOUR_MATRIX(uint16_t)

@@ -20,8 +20,10 @@ struct ColourMatrix {
 // A computed value as a pixel.
 template <class T>
 T pixelOf(double value) {
-  if constexpr (std::is_floating_point_v<T>) return static_cast<T>(value);
-  else return roundTo<T>(value);
+  if constexpr (std::is_floating_point_v<T>)
+    return static_cast<T>(value);
+  else
+    return roundTo<T>(value);
 }
 
 // One row; dst may be src.
