@@ -1,7 +1,9 @@
 // Elementary functions whose results must not depend on the C library's version or machine.
 #pragma once
 
+#include <bit>
 #include <cmath>
+#include <cstdint>
 #include <numbers>
 
 namespace dax {
@@ -97,6 +99,29 @@ constexpr double expOfTable(double x) {
   for (int k = 16; k >= 1; --k) e = 1 + e * part / k;
   for (int k = 0; k < 6; ++k) e *= e;
   return e;
+}
+
+// The cube root of a positive normal number, to about 2e-7 of itself, without branches: a third of the exponent (and of the
+// mantissa, which is its logarithm within 0.09) is right to 4 %, and a step of Halley's method cubes the error.
+inline float cubeRoot(float x) {
+  const auto bits = static_cast<float>(std::bit_cast<int32_t>(x));
+  const float guess = std::bit_cast<float>(static_cast<int32_t>(bits * (1.0f / 3)) + 0x2A512CE3);
+  const auto step = [x](float y) {
+    const float cube = y * y * y;
+    return y * ((cube + 2 * x) / (2 * cube + x));
+  };
+  return step(step(guess));
+}
+
+// The fifth root, in the same way; here the step leaves 2 e^3 of an error e.
+inline float fifthRoot(float x) {
+  const auto bits = static_cast<float>(std::bit_cast<int32_t>(x));
+  const float guess = std::bit_cast<float>(static_cast<int32_t>(bits * 0.2f) + 0x32C9AF22);
+  const auto step = [x](float y) {
+    const float square = y * y, power = square * square * y;
+    return y * ((2 * power + 3 * x) / (3 * power + 2 * x));
+  };
+  return step(step(guess));
 }
 
 // The n-th root (n >= 1) of a finite value >= 0, to a few units of the last place: Newton's method, which decreases

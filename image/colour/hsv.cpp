@@ -18,38 +18,38 @@ using HueReal = std::conditional_t<std::is_same_v<T, uint8_t>, float, double>;
 template <class T>
 constexpr HueReal<T> kFull = std::is_floating_point_v<T> ? 1 : std::numeric_limits<T>::max();
 
-// Compilers turn loops over these into vectors: they have no branches, and no division by 0.
+// So many pixels, channel by channel: compilers turn loops over these into vectors, where they have no branches.
+template <class Real>
+struct HueBlock {
+  static constexpr int32_t kCount = 64;
+  Real c[3][kCount];
+};
+
+template <class Real>
+struct HueTriple {
+  Real a, b, c;
+};
+
 template <class Real>
 struct Hue {
-  Hue(Real red, Real green, Real blue)
-      : max(std::max(std::max(red, green), blue)), min(std::min(std::min(red, green), blue)), d(max - min) {
-    const bool isRed = red == max, isGreen = green == max;
-    const Real difference = isRed ? green - blue : isGreen ? blue - red : red - green;
-    const Real sixths = difference + (isRed ? 0 : isGreen ? 2 : 4) * d;
+  Hue(const HueTriple<Real>& rgb)
+      : max(std::max(std::max(rgb.a, rgb.b), rgb.c)), min(std::min(std::min(rgb.a, rgb.b), rgb.c)), d(max - min) {
+    const bool isRed = rgb.a == max, isGreen = rgb.b == max;
+    const Real difference = isRed ? rgb.b - rgb.c : isGreen ? rgb.c - rgb.a : rgb.a - rgb.b;
+    const Real first = isRed ? 0 : isGreen ? 2 : 4;
+    const Real sixths = difference + first * d;
     position = sixths < 0 ? sixths + 6 * d : sixths;
   }
 
-  // Of a turn.
-  Real of(Real turn) const { return turn * position / (d == 0 ? 1 : 6 * d); }
+  // Of a turn. Not divided by 0.
+  Real of(Real turn) const {
+    const Real per = d == 0 ? 1 : 6 * d;
+    return turn * position / per;
+  }
 
   Real max, min, d;
   Real position;  // times d, in sixths of a turn
 };
-
-template <class T, class Real>
-T levelOf(Real value) {
-  if constexpr (std::is_floating_point_v<T>)
-    return static_cast<T>(value);
-  else
-    return static_cast<T>(static_cast<int32_t>(std::nearbyint(value)));
-}
-
-// A rounded hue may be the whole turn, which is 0.
-template <class T, class Real>
-T hueLevel(Real value, Real turn) {
-  const Real level = std::is_floating_point_v<T> ? static_cast<Real>(static_cast<T>(value)) : std::nearbyint(value);
-  return levelOf<T>(level >= turn ? 0 : level);
-}
 
 // Of a turn, in 0..1.
 template <class Real>
@@ -65,62 +65,137 @@ Real shifted(Real place, Real n, Real period) {
   return sum >= period ? sum - period : sum;
 }
 
-}  // namespace
+template <class Real>
+Real held(Real value, Real low, Real high) {
+  return std::max(low, std::min(value, high));
+}
 
-template <class Order>
-struct ToHsv {
-  template <class T, class Real>
-  static void pixel(const T* from, T* to, Real turn) {
-    const Hue<Real> hue(from[Order::kRed], from[1], from[Order::kBlue]);
-    const Real s = kFull<T> * hue.d / (hue.max == 0 ? 1 : hue.max);
-    to[0] = hueLevel<T>(hue.of(turn), turn), to[1] = levelOf<T>(s), to[2] = levelOf<T>(hue.max);
+struct RgbToHsvPixel {
+  template <class Real>
+  static HueTriple<Real> of(const HueTriple<Real>& rgb, Real full, Real turn) {
+    const Hue<Real> hue(rgb);
+    const Real per = hue.max == 0 ? 1 : hue.max;
+    return {hue.of(turn), full * hue.d / per, hue.max};
   }
 };
 
-template <class Order>
-struct ToHls {
-  template <class T, class Real>
-  static void pixel(const T* from, T* to, Real turn) {
-    const Hue<Real> hue(from[Order::kRed], from[1], from[Order::kBlue]);
-    const Real sum = hue.max + hue.min, below = sum > kFull<T> ? 2 * kFull<T> - sum : sum;
-    const Real s = kFull<T> * hue.d / (below == 0 ? 1 : below);
-    to[0] = hueLevel<T>(hue.of(turn), turn), to[1] = levelOf<T>(sum / 2), to[2] = levelOf<T>(s);
+struct RgbToHlsPixel {
+  template <class Real>
+  static HueTriple<Real> of(const HueTriple<Real>& rgb, Real full, Real turn) {
+    const Hue<Real> hue(rgb);
+    const Real sum = hue.max + hue.min, below = sum > full ? 2 * full - sum : sum;
+    const Real per = below == 0 ? 1 : below;
+    return {hue.of(turn), sum / 2, full * hue.d / per};
   }
 };
 
 // v - v s max(0, min(k, 4 - k, 1)) with k = n + h / 60 modulo 6, and n = 5, 3, 1 for red, green, blue.
-template <class Order>
-struct FromHsv {
-  template <class T, class Real>
-  static void pixel(const T* from, T* to, Real turn) {
-    const Real sixths = 6 * partOfTurn<Real>(from[0], turn), v = from[2], depth = v * from[1] / kFull<T>;
+struct HsvToRgbPixel {
+  template <class Real>
+  static HueTriple<Real> of(const HueTriple<Real>& hsv, Real full, Real turn) {
+    const Real sixths = 6 * partOfTurn(hsv.a, turn), v = hsv.c, depth = v * hsv.b / full;
     const auto channel = [=](Real n) {
       const Real k = shifted<Real>(sixths, n, 6);
-      return levelOf<T>(v - depth * std::max<Real>(0, std::min(std::min<Real>(k, 4 - k), Real{1})));
+      return v - depth * held<Real>(std::min<Real>(k, 4 - k), 0, 1);
     };
-    to[Order::kRed] = channel(5), to[1] = channel(3), to[Order::kBlue] = channel(1);
+    return {channel(5), channel(3), channel(1)};
   }
 };
 
 // l - s min(l, 1 - l) max(-1, min(k - 3, 9 - k, 1)) with k = n + h / 30 modulo 12, and n = 0, 8, 4.
-template <class Order>
-struct FromHls {
-  template <class T, class Real>
-  static void pixel(const T* from, T* to, Real turn) {
-    const Real twelfths = 12 * partOfTurn<Real>(from[0], turn), l = from[1];
-    const Real depth = from[2] * std::min(l, kFull<T> - l) / kFull<T>;
+struct HlsToRgbPixel {
+  template <class Real>
+  static HueTriple<Real> of(const HueTriple<Real>& hls, Real full, Real turn) {
+    const Real twelfths = 12 * partOfTurn(hls.a, turn), l = hls.b, depth = hls.c * std::min(l, full - l) / full;
     const auto channel = [=](Real n) {
       const Real k = shifted<Real>(twelfths, n, 12);
-      return levelOf<T>(l - depth * std::max<Real>(-1, std::min(std::min<Real>(k - 3, 9 - k), Real{1})));
+      return l - depth * held<Real>(std::min<Real>(k - 3, 9 - k), -1, 1);
     };
-    to[Order::kRed] = channel(0), to[1] = channel(8), to[Order::kBlue] = channel(4);
+    return {channel(0), channel(8), channel(4)};
   }
 };
 
+template <class Pixel, class Real>
+void convertHueBlock(HueBlock<Real>& block, Real full, Real turn) {
+  for (int32_t i = 0; i < HueBlock<Real>::kCount; ++i) {
+    const HueTriple<Real> to = Pixel::of(HueTriple<Real>{block.c[0][i], block.c[1][i], block.c[2][i]}, full, turn);
+    block.c[0][i] = to.a, block.c[1][i] = to.b, block.c[2][i] = to.c;
+  }
+}
+
+// A hue that was rounded up to the whole turn is 0.
+template <class T, class Real>
+void wrapHues(Real* hues, Real turn) {
+  for (int32_t i = 0; i < HueBlock<Real>::kCount; ++i) {
+    const Real level =
+        std::is_floating_point_v<T> ? static_cast<Real>(static_cast<T>(hues[i])) : std::nearbyint(hues[i]);
+    hues[i] = level >= turn ? 0 : level;
+  }
+}
+
+// Channel `kFirst` of memory is the first of the block; 2 for blue, green, red.
+template <int kFirst, class T, class Real>
+void loadHueBlock(const T* src, int32_t count, HueBlock<Real>& block) {
+  for (int32_t i = 0; i < count; ++i) {
+    block.c[kFirst][i] = src[3 * i], block.c[1][i] = src[3 * i + 1], block.c[2 - kFirst][i] = src[3 * i + 2];
+  }
+}
+
+template <class T, class Real>
+T levelOfHue(Real value) {
+  if constexpr (std::is_floating_point_v<T>)
+    return static_cast<T>(value);
+  else
+    return static_cast<T>(static_cast<int32_t>(std::nearbyint(value)));
+}
+
+template <int kFirst, class T, class Real>
+void storeHueBlock(const HueBlock<Real>& block, int32_t count, T* dst) {
+  for (int32_t i = 0; i < count; ++i) {
+    dst[3 * i] = levelOfHue<T>(block.c[kFirst][i]), dst[3 * i + 1] = levelOfHue<T>(block.c[1][i]);
+    dst[3 * i + 2] = levelOfHue<T>(block.c[2 - kFirst][i]);
+  }
+}
+
+}  // namespace
+
+template <class Order>
+struct ToHsv {
+  using Pixel = RgbToHsvPixel;
+  static constexpr int kFrom = Order::kRed, kTo = 0;
+  static constexpr bool kMakesHue = true;
+};
+template <class Order>
+struct ToHls {
+  using Pixel = RgbToHlsPixel;
+  static constexpr int kFrom = Order::kRed, kTo = 0;
+  static constexpr bool kMakesHue = true;
+};
+template <class Order>
+struct FromHsv {
+  using Pixel = HsvToRgbPixel;
+  static constexpr int kFrom = 0, kTo = Order::kRed;
+  static constexpr bool kMakesHue = false;
+};
+template <class Order>
+struct FromHls {
+  using Pixel = HlsToRgbPixel;
+  static constexpr int kFrom = 0, kTo = Order::kRed;
+  static constexpr bool kMakesHue = false;
+};
+
 template <class Conversion, class T>
-void hueRow(const T* src, T* dst, int32_t count, double turn) {
-  const auto ofTurn = static_cast<HueReal<T>>(turn);
-  for (ptrdiff_t x = 0; x < 3 * ptrdiff_t{count}; x += 3) Conversion::pixel(src + x, dst + x, ofTurn);
+void hueRow(const T* src, T* dst, int32_t count, double turnOfHue) {
+  using Real = HueReal<T>;
+  const auto turn = static_cast<Real>(turnOfHue);
+  HueBlock<Real> block = {};
+  for (int32_t x = 0; x < count; x += HueBlock<Real>::kCount) {
+    const int32_t part = std::min(count - x, HueBlock<Real>::kCount);
+    loadHueBlock<Conversion::kFrom>(src + 3 * ptrdiff_t{x}, part, block);
+    convertHueBlock<typename Conversion::Pixel>(block, kFull<T>, turn);
+    if (Conversion::kMakesHue) wrapHues<T>(block.c[0], turn);
+    storeHueBlock<Conversion::kTo>(block, part, dst + 3 * ptrdiff_t{x});
+  }
 }
 
 template <class Conversion, class T>
