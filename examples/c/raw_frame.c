@@ -21,7 +21,8 @@ typedef struct Sensor {
 static int allocate(Sensor* s, int32_t width, int32_t height) {
   const size_t pixels = (size_t)width * (size_t)height;
   s->size.width = width, s->size.height = height;
-  s->frame = calloc(pixels, 1), s->dark = calloc(pixels, 1), s->defects = calloc(pixels, 1), s->gray = calloc(pixels, 1);
+  s->frame = calloc(pixels, 1), s->dark = calloc(pixels, 1), s->defects = calloc(pixels, 1),
+  s->gray = calloc(pixels, 1);
   s->gain = malloc(pixels * sizeof *s->gain);
   for (size_t i = 0; s->gain && i < pixels; ++i) s->gain[i] = 1;
   return s->frame && s->dark && s->defects && s->gray && s->gain;
@@ -70,7 +71,8 @@ static int readFrame(Sensor* s, const char* path) {
 static DaxStatus correct(Sensor* s, int64_t* unmended) {
   const int32_t step = s->size.width;
   DaxStatus status = DAXI_FlatField_8u_C1IR(s->dark, step, s->gain, step, s->frame, step, s->size);
-  if (!status) status = DAXI_ReplaceDefects_8u_C1R(s->frame, step, s->defects, step, s->frame, step, s->size, 2, unmended);
+  if (!status)
+    status = DAXI_ReplaceDefects_8u_C1R(s->frame, step, s->defects, step, s->frame, step, s->size, 2, unmended);
   if (!status) status = DAXI_BayerMHCToGray_8u_C1R(s->frame, step, s->gray, step, s->size, DAXI_BAYER_RGGB);
   return status;
 }

@@ -30,10 +30,20 @@ struct HueTriple {
   Real a, b, c;
 };
 
+// In a form that vectors have: no NaN is told from numbers.
+template <class Real>
+Real larger(Real a, Real b) {
+  return a > b ? a : b;
+}
+template <class Real>
+Real smaller(Real a, Real b) {
+  return a < b ? a : b;
+}
+
 template <class Real>
 struct Hue {
-  Hue(const HueTriple<Real>& rgb)
-      : max(std::max(std::max(rgb.a, rgb.b), rgb.c)), min(std::min(std::min(rgb.a, rgb.b), rgb.c)), d(max - min) {
+  explicit Hue(const HueTriple<Real>& rgb)
+      : max(larger(larger(rgb.a, rgb.b), rgb.c)), min(smaller(smaller(rgb.a, rgb.b), rgb.c)), d(max - min) {
     const bool isRed = rgb.a == max, isGreen = rgb.b == max;
     const Real difference = isRed ? rgb.b - rgb.c : isGreen ? rgb.c - rgb.a : rgb.a - rgb.b;
     const Real first = isRed ? 0 : isGreen ? 2 : 4;

@@ -38,13 +38,16 @@ void loadChannels(const T* src, int32_t count, const ChannelScale (&by)[3], Colo
   }
 }
 
+// Values of integer pixels are far from the limits of 32 bits.
 template <class T>
 T levelOfChannel(float value, float scale, float offset) {
   const float level = value * scale + offset;
-  if constexpr (std::is_floating_point_v<T>)
+  if constexpr (std::is_floating_point_v<T>) {
     return level;
-  else
-    return static_cast<T>(static_cast<int32_t>(std::nearbyint(std::clamp(level, 0.0f, kLevels<T>))));
+  } else {
+    constexpr int32_t kMax = std::numeric_limits<T>::max();
+    return static_cast<T>(std::clamp(static_cast<int32_t>(std::nearbyint(level)), 0, kMax));
+  }
 }
 
 // Channel `kFirst` of the block comes first in memory; 2 for blue, green, red.

@@ -43,28 +43,28 @@ constexpr double whitePoint(int k) {
   return kXyzOfRgb[k][0] + kXyzOfRgb[k][1] + kXyzOfRgb[k][2];
 }
 
+// Below, where the bend of a curve is passed, its root is computed of any number, and not used.
+
 // c^2.4 as c^2 times its fifth root.
 inline float linearOfSrgb(float c) {
   const float x = (c + 0.055f) * (1 / 1.055f), square = x * x;
-  return c <= 0.04045f ? c * (1 / 12.92f) : square * fifthRoot(std::max(square, 1e-6f));
+  return c <= 0.04045f ? c * (1 / 12.92f) : square * fifthRoot(square);
 }
 
 // x^(5/12) as the cube root of x^(5/4).
-inline float srgbOfLinear(float linear) {
-  const float x = std::max(linear, 1e-6f);
+inline float srgbOfLinear(float x) {
   const float power = cubeRoot(x * std::sqrt(std::sqrt(x)));
-  return linear <= 0.04045f / 12.92f ? linear * 12.92f : 1.055f * power - 0.055f;
+  return x <= 0.04045f / 12.92f ? x * 12.92f : 1.055f * power - 0.055f;
 }
 
 constexpr float kLabBend = 216.0f / 24389, kLabSlope = 841.0f / 108, kLabOffset = 4.0f / 29;
 
 inline float labOfPart(float t) {
-  const float root = cubeRoot(std::max(t, 1e-6f));
-  return t > kLabBend ? root : t * kLabSlope + kLabOffset;
+  return t <= kLabBend ? t * kLabSlope + kLabOffset : cubeRoot(t);
 }
 
 inline float partOfLab(float f) {
-  return f > 6.0f / 29 ? f * f * f : (f - kLabOffset) * (1 / kLabSlope);
+  return f <= 6.0f / 29 ? (f - kLabOffset) * (1 / kLabSlope) : f * f * f;
 }
 
 // Linear light of bytes, made by the compiler: the fifth root by Newton's method.

@@ -12,7 +12,7 @@ TEST(Digests, Bayer) {
   TestImage<uint16_t> words(bytes.size()), rgbWords({3 * 301, 37});
   TestImage<uint8_t> rgb({3 * 301, 37}), gray(bytes.size());
   words.randomize(12);
-  for (uint32_t threads = 1; threads <= 16; ++threads) {
+  for (const uint32_t threads : {1u, 2u, 5u, 16u}) {
     AnyPool pool(threads);
     Digest digest;
     for (int32_t phase = 0; phase < 4; ++phase) {
