@@ -16,8 +16,8 @@
  *   width < 1 or height < 1                                               0x1000001a
  *   srcStep below three times the width                                   0x1000001b
  *   percentile outside 0..1                                               0x10000019
- * then, found on the way: no pixel counts, or a mean or level is not positive: 0x10000033. A failed call writes nothing but the
- * buffer. */
+ *   no pixel that counts, or a mean or level that is not positive         0x10000033
+ * A failed call writes nothing but the buffer. */
 #ifndef DAXI_WHITE_BALANCE_H
 #define DAXI_WHITE_BALANCE_H
 
@@ -30,7 +30,7 @@ DAX_API DaxStatus DAXI_GrayWorld_8u_C3R(const uint8_t* src, int32_t srcStep, Dax
 DAX_API DaxStatus DAXI_GrayWorld_16u_C3R(const uint16_t* src, int32_t srcStep, DaxiSize size, double gains[3]);
 DAX_API DaxStatus DAXI_GrayWorld_32f_C3R(const float* src, int32_t srcStep, DaxiSize size, double gains[3]);
 
-/* Bytes of work buffer, which do not depend on the image. Checks: bytes null -> 0x10000014. Thread-safe. */
+/* Bytes of work buffer, which do not depend on the image. Checks, in order: bytes null -> 0x10000014. Thread-safe. */
 DAX_API DaxStatus DAXI_WhitePatchBufferSize_8u_C3R(uint64_t* bytes);
 DAX_API DaxStatus DAXI_WhitePatchBufferSize_16u_C3R(uint64_t* bytes);
 DAX_API DaxStatus DAXI_WhitePatchBufferSize_32f_C3R(uint64_t* bytes);
