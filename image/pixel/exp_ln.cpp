@@ -150,19 +150,16 @@ void elementaryRow(const float* src, float* dst, int32_t count) {
 }  // namespace
 
 template <class Op>
-DaxStatus elementary32f(void* pool, uint32_t threads, const float* src, int32_t srcStep, float* dst, int32_t dstStep,
-                        DaxiSize size) {
+DaxStatus elementary32f(PoolThreads on, const float* src, int32_t srcStep, float* dst, int32_t dstStep, DaxiSize size) {
   DAX_REQUIRE_OK(checkPlanes(size, 1, Plane{src, srcStep}, Plane{dst, dstStep}));
-  const auto band = [=](int32_t first, int32_t end, uint32_t) -> DaxStatus {
+  return runRows(on, size.height, [=](int32_t first, int32_t end) {
     const Plane from{rowAt(src, srcStep, first), srcStep};
     const Plane to{rowAt(dst, dstStep, first), dstStep};
     forEachRow({size.width, end - first}, 1, elementaryRow<Op>, from, to);
-    return DAX_STS_OK;
-  };
-  return hasPool(pool, threads) ? runTiles(pool, threads, size.height, 1, band) : band(0, size.height, 0);
+  });
 }
 
-template DaxStatus elementary32f<ExpOp>(void*, uint32_t, const float*, int32_t, float*, int32_t, DaxiSize);
-template DaxStatus elementary32f<LnOp>(void*, uint32_t, const float*, int32_t, float*, int32_t, DaxiSize);
+template DaxStatus elementary32f<ExpOp>(PoolThreads, const float*, int32_t, float*, int32_t, DaxiSize);
+template DaxStatus elementary32f<LnOp>(PoolThreads, const float*, int32_t, float*, int32_t, DaxiSize);
 
 }  // namespace dax

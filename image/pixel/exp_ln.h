@@ -5,15 +5,15 @@
 
 #include "dax/status.h"
 #include "dax/types.h"
+#include "frame/tiles.h"
 
 namespace dax {
 
 struct ExpOp;
 struct LnOp;
 
-// Checks and computes; src may be dst. In bands of rows on the host's pool, if there is one and threads > 1.
+// Checks and computes; src may be dst. In bands of rows on the host's pool, if there is one.
 template <class Op>
-DaxStatus elementary32f(void* pool, uint32_t threads, const float* src, int32_t srcStep, float* dst, int32_t dstStep,
-                        DaxiSize size);
+DaxStatus elementary32f(PoolThreads on, const float* src, int32_t srcStep, float* dst, int32_t dstStep, DaxiSize size);
 
 }  // namespace dax

@@ -27,14 +27,12 @@ DAX_API DaxStatus DAXI_Exp_32f_C1R(const float* src, int32_t srcStep, float* dst
 DAX_API DaxStatus DAXI_Exp_32f_C1R_MT(void* pool, uint32_t threads, const float* src, int32_t srcStep, float* dst,
                                       int32_t dstStep, DaxiSize size);
 DAX_API DaxStatus DAXI_Exp_32f_C1IR(float* srcDst, int32_t step, DaxiSize size);
-DAX_API DaxStatus DAXI_Exp_32f_C1IR_MT(void* pool, uint32_t threads, float* srcDst, int32_t step, DaxiSize size);
 
 /* dst = ln(src): 0 of 1, -infinity of both zeros, infinity of infinity, NaN of what is below 0 and of NaN. */
 DAX_API DaxStatus DAXI_Ln_32f_C1R(const float* src, int32_t srcStep, float* dst, int32_t dstStep, DaxiSize size);
 DAX_API DaxStatus DAXI_Ln_32f_C1R_MT(void* pool, uint32_t threads, const float* src, int32_t srcStep, float* dst,
                                      int32_t dstStep, DaxiSize size);
 DAX_API DaxStatus DAXI_Ln_32f_C1IR(float* srcDst, int32_t step, DaxiSize size);
-DAX_API DaxStatus DAXI_Ln_32f_C1IR_MT(void* pool, uint32_t threads, float* srcDst, int32_t step, DaxiSize size);
 
 DAX_END_DECLS
 

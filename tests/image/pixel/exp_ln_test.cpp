@@ -95,7 +95,7 @@ TEST(ExpLn, FormsAgree) {
                 DAX_STS_OK);
       ASSERT_TRUE(samePixels(other, dst));
     }
-    ASSERT_EQ(DAXI_Exp_32f_C1IR_MT(&pool, 3, src.data(), src.step(), size), DAX_STS_OK);
+    ASSERT_EQ(DAXI_Exp_32f_C1IR(src.data(), src.step(), size), DAX_STS_OK);
     ASSERT_TRUE(samePixels(src, dst));
     ASSERT_EQ(DAXI_Ln_32f_C1R_MT(&pool, 3, src.data(), src.step(), other.data(), other.step(), size), DAX_STS_OK);
     ASSERT_EQ(DAXI_Ln_32f_C1IR(src.data(), src.step(), size), DAX_STS_OK);
