@@ -210,7 +210,7 @@ void Call::completeImage(size_t i) {
     inPlace(name, step, known.inPlaceOf, function.arguments[source + 1].name);
     if (isSet_[i]) return;
   }
-  image(name, step, own, layout(function.name, "C", type.isConst));
+  image(name, step, own, std::string_view(name) == "mask" ? 1 : layout(function.name, "C", type.isConst));
   Block* const made = blockOf(name);
   if (!made || !type.isConst) return;
   if (type.isReal && chance(60)) {
