@@ -2,7 +2,6 @@
 #pragma once
 
 #include <algorithm>
-#include <numeric>
 #include <type_traits>
 
 #include "frame/dispatch.h"
@@ -78,7 +77,7 @@ int32_t countWithin(const T* run, int32_t count, T low, T high) {
     }
     Count lanes[L::kCount];
     Lanes<Count>::store(lanes, counts);
-    found += std::accumulate(lanes, lanes + L::kCount, 0);
+    for (const Count lane : lanes) found += static_cast<int32_t>(lane);
   }
   return found + portable::countWithin(run + x, count - x, low, high);
 }

@@ -1,0 +1,181 @@
+#include "image/statistics/percentile.h"
+
+#include <bit>
+#include <cmath>
+#include <type_traits>
+
+#include "daxi/percentile.h"
+#include "frame/memory/work_buffer.h"
+#include "image/statistics/level_counts.h"
+#include "image/statistics/pixel_runs.h"
+
+namespace dax {
+namespace {
+
+constexpr int32_t kMaxShares = 65536;
+
+// ceil(share * n), at least 1. The product is lowered by what its rounding may have added: 0.07 * 100 is above 7.
+uint64_t rankOf(double share, uint64_t n) {
+  const double place = share * static_cast<double>(n);
+  const auto rank = static_cast<uint64_t>(std::ceil(place - place * 0x1p-50));
+  return std::min(std::max<uint64_t>(rank, 1), n);
+}
+
+// The level of the pixel of a rank, which becomes the rank among those of this level.
+int32_t levelAt(const uint64_t* totals, uint64_t& rank) {
+  int32_t level = 0;
+  for (; totals[level] < rank; ++level) rank -= totals[level];
+  return level;
+}
+
+uint64_t sumOfTotals(const uint64_t* totals, int32_t levels) {
+  uint64_t sum = 0;
+  for (int32_t level = 0; level < levels; ++level) sum += totals[level];
+  return sum;
+}
+
+// Integers in ascending order from 0.
+template <class T>
+constexpr int32_t kLevelOfZero = std::is_signed_v<T> ? 32768 : 0;
+
+template <class T, class Tables>
+DaxStatus selectIntegers(Plane<const T> src, MaskPlane mask, DaxiSize size, const double* shares, int32_t count,
+                         T* values, Tables& tables) {
+  LevelCounter counter(tables);
+  const auto add = [&](const T* run, int32_t length) {
+    counter.add(run, length, [](T value) { return value + kLevelOfZero<T>; });
+  };
+  forEachRun<1>(size, 0, add, mask, src);
+  const uint64_t* const totals = counter.totals();
+  const uint64_t n = sumOfTotals(totals, Tables::kLevels);
+  DAX_REQUIRE(n > 0, DAX_STS_DEGENERATE);
+  for (int32_t i = 0; i < count; ++i) {
+    uint64_t rank = rankOf(shares[i], n);
+    values[i] = static_cast<T>(levelAt(totals, rank) - kLevelOfZero<T>);
+  }
+  return DAX_STS_OK;
+}
+
+// Bits of floats in the order of their values: negative ones are complemented, so that -0 comes before +0.
+uint32_t orderedBits(float value) {
+  const auto bits = std::bit_cast<uint32_t>(value);
+  return bits >> 31 ? ~bits : bits | 0x80000000u;
+}
+
+float fromOrderedBits(uint32_t ordered) {
+  return std::bit_cast<float>(ordered >> 31 ? ordered & 0x7FFFFFFFu : ~ordered);
+}
+
+// Counts half of the ordered bits of the values for which accepts(ordered bits) holds; never a NaN.
+template <class Accepts, class Half>
+const uint64_t* countHalves(Plane<const float> src, MaskPlane mask, DaxiSize size, WordTables& tables,
+                            const Accepts& accepts, const Half& half) {
+  LevelCounter counter(tables);
+  const auto add = [&](const float* run, int32_t length) {
+    constexpr int32_t kPart = 512;
+    uint16_t halves[kPart];
+    for (int32_t x = 0; x < length; x += kPart) {
+      int32_t found = 0;
+      for (int32_t i = x; i < std::min(x + kPart, length); ++i) {
+        const uint32_t ordered = orderedBits(run[i]);
+        halves[found] = static_cast<uint16_t>(half(ordered));
+        found += (run[i] == run[i]) & accepts(ordered);
+      }
+      counter.add(halves, found, [](uint16_t value) { return value; });
+    }
+  };
+  forEachRun<1>(size, 0, add, mask, src);
+  return counter.totals();
+}
+
+// Radix selection: the upper halves of the ordered bits tell the upper half of each percentile, then the lower halves of the
+// values that share it tell the rest.
+DaxStatus selectFloats(Plane<const float> src, MaskPlane mask, DaxiSize size, const double* shares, int32_t count,
+                       float* values, WordTables* tables) {
+  const uint64_t* const upper = countHalves(
+      src, mask, size, tables[0], [](uint32_t) { return true; }, [](uint32_t ordered) { return ordered >> 16; });
+  const uint64_t n = sumOfTotals(upper, WordTables::kLevels);
+  DAX_REQUIRE(n > 0, DAX_STS_DEGENERATE);
+  const uint64_t* lower = nullptr;
+  uint32_t known = 0;
+  for (int32_t i = 0; i < count; ++i) {
+    uint64_t rank = rankOf(shares[i], n);
+    const auto prefix = static_cast<uint32_t>(levelAt(upper, rank));
+    if (!lower || prefix != known) {
+      lower = countHalves(
+          src, mask, size, tables[1], [=](uint32_t ordered) { return ordered >> 16 == prefix; },
+          [](uint32_t ordered) { return ordered; });
+      known = prefix;
+    }
+    values[i] = fromOrderedBits(prefix << 16 | static_cast<uint32_t>(levelAt(lower, rank)));
+  }
+  return DAX_STS_OK;
+}
+
+template <class T>
+constexpr int32_t kTables = std::is_same_v<T, float> ? 2 : 1;
+
+template <class T>
+DaxStatus storeBufferSize(DaxiSize size, uint64_t* bytes) {
+  DAX_REQUIRE(bytes, DAX_STS_NULL_POINTER);
+  DAX_REQUIRE(atLeast(size, 1), DAX_STS_BAD_PARAM);
+  BufferLayout layout;
+  layout.add<WordTables>(kTables<T>);
+  return layout.store(bytes);
+}
+
+}  // namespace
+
+template <class T, bool kMasked>
+DaxStatus percentilesOf(const T* src, int32_t srcStep, const uint8_t* mask, int32_t maskStep, DaxiSize size,
+                        const double* shares, int32_t count, T* values, void* buffer) {
+  const Plane from{src, srcStep};
+  const MaskPlane chosen{mask, maskStep};
+  DAX_REQUIRE(shares && values && (buffer || sizeof(T) == 1), DAX_STS_NULL_POINTER);
+  DAX_REQUIRE_OK(checkSources<kMasked>(size, 1, chosen, from));
+  DAX_REQUIRE(count >= 1 && count <= kMaxShares, DAX_STS_BAD_PARAM);
+  for (int32_t i = 0; i < count; ++i) DAX_REQUIRE(shares[i] >= 0 && shares[i] <= 1, DAX_STS_BAD_PARAM);
+  if constexpr (std::is_same_v<T, float>) {
+    return selectFloats(from, chosen, size, shares, count, values, static_cast<WordTables*>(buffer));
+  } else if constexpr (sizeof(T) == 2) {
+    return selectIntegers(from, chosen, size, shares, count, values, *static_cast<WordTables*>(buffer));
+  } else {
+    ByteTables tables;
+    return selectIntegers(from, chosen, size, shares, count, values, tables);
+  }
+}
+
+template <class T, bool kMasked>
+DaxStatus medianOf(const T* src, int32_t srcStep, const uint8_t* mask, int32_t maskStep, DaxiSize size, T* median,
+                   void* buffer) {
+  const double half = 0.5;
+  return percentilesOf<T, kMasked>(src, srcStep, mask, maskStep, size, &half, 1, median, buffer);
+}
+
+#define DAX_PERCENTILE_FORM(T, MASKED)                                                                             \
+  template DaxStatus percentilesOf<T, MASKED>(const T*, int32_t, const uint8_t*, int32_t, DaxiSize, const double*, \
+                                              int32_t, T*, void*);                                                 \
+  template DaxStatus medianOf<T, MASKED>(const T*, int32_t, const uint8_t*, int32_t, DaxiSize, T*, void*);
+#define DAX_PERCENTILE_TYPE(T)  \
+  DAX_PERCENTILE_FORM(T, false) \
+  DAX_PERCENTILE_FORM(T, true)
+DAX_PERCENTILE_TYPE(uint8_t)
+DAX_PERCENTILE_TYPE(uint16_t)
+DAX_PERCENTILE_TYPE(int16_t)
+DAX_PERCENTILE_TYPE(float)
+#undef DAX_PERCENTILE_TYPE
+#undef DAX_PERCENTILE_FORM
+
+}  // namespace dax
+
+#define DAX_PERCENTILE_QUERY(SUFFIX, T)                                           \
+  DaxStatus DAXI_PercentilesBufferSize_##SUFFIX(DaxiSize size, uint64_t* bytes) { \
+    return dax::storeBufferSize<T>(size, bytes);                                  \
+  }                                                                               \
+  DaxStatus DAXI_MedianBufferSize_##SUFFIX(DaxiSize size, uint64_t* bytes) {      \
+    return dax::storeBufferSize<T>(size, bytes);                                  \
+  }
+DAX_PERCENTILE_QUERY(16u, uint16_t)
+DAX_PERCENTILE_QUERY(16s, int16_t)
+DAX_PERCENTILE_QUERY(32f, float)
+#undef DAX_PERCENTILE_QUERY
