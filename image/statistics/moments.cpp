@@ -1,0 +1,188 @@
+#include "daxi/moments.h"
+
+#include <algorithm>
+#include <cfloat>
+#include <cmath>
+#include <cstdint>
+
+#include "frame/check.h"
+#include "frame/rows.h"
+
+namespace dax {
+namespace {
+
+__extension__ using Int128 = __int128;
+
+constexpr int32_t kMaxSide = 1 << 20;  // the greatest third moment has 117 bits
+
+// Moments about one point.
+template <class N>
+struct Powers {
+  N m00 = 0, m10 = 0, m01 = 0, m20 = 0, m11 = 0, m02 = 0, m30 = 0, m21 = 0, m12 = 0, m03 = 0;
+
+  // About a point that lies (a, b) from here.
+  Powers about(N a, N b) const {
+    return {m00,
+            m10 - a * m00,
+            m01 - b * m00,
+            m20 - 2 * a * m10 + a * a * m00,
+            m11 - a * m01 - b * m10 + a * b * m00,
+            m02 - 2 * b * m01 + b * b * m00,
+            m30 - 3 * a * m20 + 3 * a * a * m10 - a * a * a * m00,
+            m21 - 2 * a * m11 + a * a * m01 - b * m20 + 2 * a * b * m10 - a * a * b * m00,
+            m12 - 2 * b * m11 + b * b * m10 - a * m02 + 2 * a * b * m01 - a * b * b * m00,
+            m03 - 3 * b * m02 + 3 * b * b * m01 - b * b * b * m00};
+  }
+
+  // A row at height y whose sums of v, x v, x^2 v and x^3 v these are.
+  void addRow(const N (&row)[4], N y) {
+    m00 += row[0];
+    m10 += row[1];
+    m01 += y * row[0];
+    m20 += row[2];
+    m11 += y * row[1];
+    m02 += y * y * row[0];
+    m30 += row[3];
+    m21 += y * row[2];
+    m12 += y * y * row[1];
+    m03 += y * y * y * row[0];
+  }
+};
+
+// Adds the power sums of one part of a row, whose first pixel is at x. Sums of sums, from the last pixel to the first, are
+// sums of v times k, k (k + 1) / 2 and k (k + 1) (k + 2) / 6, where k counts from 1.
+template <class T>
+void addPart(const T* part, int32_t count, int64_t x, Int128 (&row)[4]) {
+  uint64_t s0 = 0, s1 = 0, s2 = 0, s3 = 0;
+  for (int32_t i = count - 1; i >= 0; --i) {
+    s0 += part[i];
+    s1 += s0;
+    s2 += s1;
+    s3 += s2;
+  }
+  const uint64_t squares = 2 * s2 - s1, cubes = 6 * s3 - 3 * squares - 2 * s1;
+  const Int128 a = x - 1;  // k = 0 lies there
+  row[0] += s0;
+  row[1] += a * s0 + s1;
+  row[2] += a * a * s0 + 2 * a * s1 + squares;
+  row[3] += a * a * a * s0 + 3 * a * a * s1 + 3 * a * squares + cubes;
+}
+
+template <class T>
+Powers<Int128> powersOf(const T* src, int32_t srcStep, DaxiSize size) {
+  constexpr int32_t kPart = 1024;  // the sums of a part fit 64 bits
+  Powers<Int128> sums;
+  for (int32_t y = 0; y < size.height; ++y) {
+    const T* const from = rowAt(src, srcStep, y);
+    Int128 row[4] = {};
+    for (int32_t x = 0; x < size.width; x += kPart) addPart(from + x, std::min(kPart, size.width - x), x, row);
+    sums.addRow(row, y);
+  }
+  return sums;
+}
+
+// Floats about a pixel.
+Powers<double> powersAbout(const float* src, int32_t srcStep, DaxiSize size, int32_t centreX, int32_t centreY) {
+  constexpr int32_t kLanes = 4;
+  Powers<double> sums;
+  for (int32_t y = 0; y < size.height; ++y) {
+    const float* const from = rowAt(src, srcStep, y);
+    double lanes[4][kLanes] = {};
+    const auto add = [&](int32_t x, int32_t lane) {
+      const double along = x - centreX;
+      double term = from[x];
+      for (auto& power : lanes) {
+        power[lane] += term;
+        term *= along;
+      }
+    };
+    int32_t x = 0;
+    for (; x <= size.width - kLanes; x += kLanes) {
+      for (int32_t lane = 0; lane < kLanes; ++lane) add(x + lane, lane);
+    }
+    for (; x < size.width; ++x) add(x, x % kLanes);
+    double row[4];
+    for (int p = 0; p < 4; ++p) row[p] = (lanes[p][0] + lanes[p][2]) + (lanes[p][1] + lanes[p][3]);
+    sums.addRow(row, y - centreY);
+  }
+  return sums;
+}
+
+Powers<double> rounded(const Powers<Int128>& m) {
+  const auto real = [](Int128 value) { return static_cast<double>(value); };
+  return {real(m.m00), real(m.m10), real(m.m01), real(m.m20), real(m.m11),
+          real(m.m02), real(m.m30), real(m.m21), real(m.m12), real(m.m03)};
+}
+
+void setHu(DaxiMoments& m) {
+  const double sum = m.nu20 + m.nu02, difference = m.nu20 - m.nu02;
+  const double a = m.nu30 - 3 * m.nu12, b = 3 * m.nu21 - m.nu03;
+  const double c = m.nu30 + m.nu12, d = m.nu21 + m.nu03;
+  const double cc = c * c, dd = d * d;
+  m.hu[0] = sum;
+  m.hu[1] = difference * difference + 4 * m.nu11 * m.nu11;
+  m.hu[2] = a * a + b * b;
+  m.hu[3] = cc + dd;
+  m.hu[4] = a * c * (cc - 3 * dd) + b * d * (3 * cc - dd);
+  m.hu[5] = difference * (cc - dd) + 4 * m.nu11 * c * d;
+  m.hu[6] = b * c * (cc - 3 * dd) - a * d * (3 * cc - dd);
+}
+
+// From raw moments and from those about the centroid, but for what the centroid's rounding to a pixel leaves.
+DaxiMoments momentsFrom(const Powers<double>& raw, const Powers<double>& nearCentroid) {
+  const Powers<double> mu = nearCentroid.about(nearCentroid.m10 / raw.m00, nearCentroid.m01 / raw.m00);
+  const double second = raw.m00 * raw.m00, third = second * std::sqrt(raw.m00);
+  DaxiMoments m = {};
+  m.m00 = raw.m00, m.m10 = raw.m10, m.m01 = raw.m01, m.m20 = raw.m20, m.m11 = raw.m11;
+  m.m02 = raw.m02, m.m30 = raw.m30, m.m21 = raw.m21, m.m12 = raw.m12, m.m03 = raw.m03;
+  m.x = raw.m10 / raw.m00, m.y = raw.m01 / raw.m00;
+  m.mu20 = mu.m20, m.mu11 = mu.m11, m.mu02 = mu.m02;
+  m.mu30 = mu.m30, m.mu21 = mu.m21, m.mu12 = mu.m12, m.mu03 = mu.m03;
+  m.nu20 = mu.m20 / second, m.nu11 = mu.m11 / second, m.nu02 = mu.m02 / second;
+  m.nu30 = mu.m30 / third, m.nu21 = mu.m21 / third, m.nu12 = mu.m12 / third, m.nu03 = mu.m03 / third;
+  setHu(m);
+  return m;
+}
+
+DaxStatus checkMoments(const void* src, int32_t srcStep, DaxiSize size, const DaxiMoments* moments) {
+  DAX_REQUIRE(src && moments, DAX_STS_NULL_POINTER);
+  DAX_REQUIRE(atLeast(size, 1) && atMost(size, kMaxSide), DAX_STS_BAD_SIZE);
+  DAX_REQUIRE(rowFits(size.width, srcStep), DAX_STS_BAD_STEP);
+  return DAX_STS_OK;
+}
+
+template <class T>
+DaxStatus integerMoments(const T* src, int32_t srcStep, DaxiSize size, DaxiMoments* moments) {
+  DAX_REQUIRE_OK(checkMoments(src, srcStep, size, moments));
+  const Powers<Int128> raw = powersOf(src, srcStep, size);
+  DAX_REQUIRE(raw.m00 > 0, DAX_STS_DEGENERATE);
+  const auto nearest = [&](Int128 first) { return (2 * first + raw.m00) / (2 * raw.m00); };
+  *moments = momentsFrom(rounded(raw), rounded(raw.about(nearest(raw.m10), nearest(raw.m01))));
+  return DAX_STS_OK;
+}
+
+int32_t nearestPixel(double centroid, int32_t side) {
+  return static_cast<int32_t>(std::rint(std::clamp(centroid, 0.0, side - 1.0)));
+}
+
+}  // namespace
+}  // namespace dax
+
+DaxStatus DAXI_Moments_8u_C1R(const uint8_t* src, int32_t srcStep, DaxiSize size, DaxiMoments* moments) {
+  return dax::integerMoments(src, srcStep, size, moments);
+}
+
+DaxStatus DAXI_Moments_16u_C1R(const uint16_t* src, int32_t srcStep, DaxiSize size, DaxiMoments* moments) {
+  return dax::integerMoments(src, srcStep, size, moments);
+}
+
+DaxStatus DAXI_Moments_32f_C1R(const float* src, int32_t srcStep, DaxiSize size, DaxiMoments* moments) {
+  DAX_REQUIRE_OK(dax::checkMoments(src, srcStep, size, moments));
+  const auto raw = dax::powersAbout(src, srcStep, size, 0, 0);
+  // Where it is finite, so are all pixels, and the other moments.
+  DAX_REQUIRE(raw.m00 > 0 && raw.m00 <= DBL_MAX, DAX_STS_DEGENERATE);
+  const int32_t x = dax::nearestPixel(raw.m10 / raw.m00, size.width);
+  const int32_t y = dax::nearestPixel(raw.m01 / raw.m00, size.height);
+  *moments = dax::momentsFrom(raw, dax::powersAbout(src, srcStep, size, x, y));
+  return DAX_STS_OK;
+}
