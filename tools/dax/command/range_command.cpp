@@ -72,7 +72,7 @@ void requireRangeName(const fs::path& path) {
   if (isOtherName(path)) reject(printable(path.string()) + ": is the name of a picture or cloud; OUT is a range file");
 }
 
-RangeImage readPicture(const RangeOptions& options, const RangeHeader& header) {
+RangeImage readRangePicture(const RangeOptions& options, const RangeHeader& header) {
   setUpDecoders();
   const ImageFile file = ImageFile::read(options.input);
   if (file.maxValue() == 255) {
@@ -120,7 +120,8 @@ ExitStatus makeRange(const RangeOptions& options) {
   requireRangeName(options.output);
   if (!picture && !options.mask.empty()) reject("--mask: goes with pictures");
   const std::optional<RangeHeader> header = parseHeader(options);
-  const RangeImage image = picture ? readPicture(options, header.value_or(RangeHeader())) : readPoints(options, header);
+  const RangeImage image =
+      picture ? readRangePicture(options, header.value_or(RangeHeader())) : readPoints(options, header);
   image.write(options.output);
   return ExitStatus::kOk;
 }
