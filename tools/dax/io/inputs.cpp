@@ -56,15 +56,15 @@ class OutputNames {
   std::set<std::string> taken_;
 };
 
-void requireUsable(const char* option, const fs::path& output, const fs::path& input, const char* ending) {
+void requireUsable(const std::string& option, const fs::path& output, const fs::path& input, const char* ending) {
   requireEnding(option, output, {ending});
   requireOther(option, output, {{"the input", input}});
 }
 
 // An output folder with the ending of a picture is a mistake.
-void requireFolder(const char* option, const fs::path& output, const char* ending) {
+void requireFolder(const std::string& option, const fs::path& output, const char* ending) {
   if (output.extension() != ending || isFolder(output)) return;
-  throw Failure(ExitStatus::kUsage, std::string(option) + ": " + printable(output.string()) +
+  throw Failure(ExitStatus::kUsage, option + ": " + printable(output.string()) +
                                         " is the name of a file; of several images it names a folder");
 }
 
@@ -74,14 +74,15 @@ bool areSeveral(const std::vector<std::string>& inputs) {
   return inputs.size() > 1 || std::any_of(inputs.begin(), inputs.end(), isFolder);
 }
 
-std::vector<Job> planJobs(const std::vector<std::string>& inputs, const fs::path& overlay, const fs::path& report) {
+std::vector<Job> planJobs(const std::vector<std::string>& inputs, const fs::path& overlay, const fs::path& report,
+                          const std::string& overlayOption) {
   if (!areSeveral(inputs)) {
     const fs::path input = inputs.front();
-    requireUsable("--overlay", overlay, input, ".png");
+    requireUsable(overlayOption, overlay, input, ".png");
     requireUsable("--report", report, input, ".html");
     return {{input, overlay, report}};
   }
-  requireFolder("--overlay", overlay, ".png");
+  requireFolder(overlayOption, overlay, ".png");
   requireFolder("--report", report, ".html");
   // Input folders are listed before output folders are created, which may lie inside them.
   std::vector<fs::path> files;
@@ -89,7 +90,7 @@ std::vector<Job> planJobs(const std::vector<std::string>& inputs, const fs::path
     const auto images = isFolder(input) ? imagesBelow(input) : std::vector<fs::path>{input};
     files.insert(files.end(), images.begin(), images.end());
   }
-  OutputNames overlays(overlay, "-overlay", ".png");
+  OutputNames overlays(overlay, overlayOption.substr(1), ".png");  // "-overlay"
   OutputNames reports(report, "-report", ".html");
   std::vector<Job> jobs;
   jobs.reserve(files.size());

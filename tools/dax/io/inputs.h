@@ -15,9 +15,10 @@ struct Job {
 
 // Lists folders in the order of file names. Outputs of several images go into folders, those of a single one into
 // files; empty: none. Throws Failure(kCannotRead) for a folder without images, Failure(kUsage) if an output does not
-// fit the inputs, Failure(kCannotWrite) if an output folder cannot be created.
+// fit the inputs, Failure(kCannotWrite) if an output folder cannot be created. overlayOption: what the pictures are called on
+// the command line.
 std::vector<Job> planJobs(const std::vector<std::string>& inputs, const std::filesystem::path& overlay,
-                          const std::filesystem::path& report);
+                          const std::filesystem::path& report, const std::string& overlayOption = "--overlay");
 bool areSeveral(const std::vector<std::string>& inputs);
 
 }  // namespace dax::tool
