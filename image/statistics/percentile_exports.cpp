@@ -1,79 +1,65 @@
 #include "daxi/percentile.h"
 #include "image/statistics/percentile.h"
 
-DaxStatus DAXI_Percentiles_8u_C1R(const uint8_t* src, int32_t srcStep, DaxiSize size, const double* shares,
-                                  int32_t count, uint8_t* values) {
-  return dax::percentilesOf<uint8_t, false>(src, srcStep, nullptr, 0, size, shares, count, values, nullptr);
-}
+#define DAX_FORWARD_1(NAME, T, ...)                                                                              \
+  DaxStatus NAME(const T* src, int32_t srcStep, DaxiSize size, const double* shares, int32_t count, T* values) { \
+    return __VA_ARGS__(src, srcStep, nullptr, 0, size, shares, count, values, nullptr);                          \
+  }
+#define DAX_FORWARD_2(NAME, T, ...)                                                                   \
+  DaxStatus NAME(const T* src, int32_t srcStep, const uint8_t* mask, int32_t maskStep, DaxiSize size, \
+                 const double* shares, int32_t count, T* values) {                                    \
+    return __VA_ARGS__(src, srcStep, mask, maskStep, size, shares, count, values, nullptr);           \
+  }
+#define DAX_FORWARD_3(NAME, T, ...)                                                                            \
+  DaxStatus NAME(const T* src, int32_t srcStep, DaxiSize size, const double* shares, int32_t count, T* values, \
+                 void* buffer) {                                                                               \
+    return __VA_ARGS__(src, srcStep, nullptr, 0, size, shares, count, values, buffer);                         \
+  }
+#define DAX_FORWARD_4(NAME, T, ...)                                                                   \
+  DaxStatus NAME(const T* src, int32_t srcStep, const uint8_t* mask, int32_t maskStep, DaxiSize size, \
+                 const double* shares, int32_t count, T* values, void* buffer) {                      \
+    return __VA_ARGS__(src, srcStep, mask, maskStep, size, shares, count, values, buffer);            \
+  }
+#define DAX_FORWARD_5(NAME, T, ...)                                         \
+  DaxStatus NAME(const T* src, int32_t srcStep, DaxiSize size, T* median) { \
+    return __VA_ARGS__(src, srcStep, nullptr, 0, size, median, nullptr);    \
+  }
+#define DAX_FORWARD_6(NAME, T, ...)                                                                                \
+  DaxStatus NAME(const T* src, int32_t srcStep, const uint8_t* mask, int32_t maskStep, DaxiSize size, T* median) { \
+    return __VA_ARGS__(src, srcStep, mask, maskStep, size, median, nullptr);                                       \
+  }
+#define DAX_FORWARD_7(NAME, T, ...)                                                       \
+  DaxStatus NAME(const T* src, int32_t srcStep, DaxiSize size, T* median, void* buffer) { \
+    return __VA_ARGS__(src, srcStep, nullptr, 0, size, median, buffer);                   \
+  }
+#define DAX_FORWARD_8(NAME, T, ...)                                                                              \
+  DaxStatus NAME(const T* src, int32_t srcStep, const uint8_t* mask, int32_t maskStep, DaxiSize size, T* median, \
+                 void* buffer) {                                                                                 \
+    return __VA_ARGS__(src, srcStep, mask, maskStep, size, median, buffer);                                      \
+  }
 
-DaxStatus DAXI_Percentiles_8u_C1MR(const uint8_t* src, int32_t srcStep, const uint8_t* mask, int32_t maskStep,
-                                   DaxiSize size, const double* shares, int32_t count, uint8_t* values) {
-  return dax::percentilesOf<uint8_t, true>(src, srcStep, mask, maskStep, size, shares, count, values, nullptr);
-}
+DAX_FORWARD_1(DAXI_Percentiles_8u_C1R, uint8_t, dax::percentilesOf<uint8_t, false>)
+DAX_FORWARD_2(DAXI_Percentiles_8u_C1MR, uint8_t, dax::percentilesOf<uint8_t, true>)
+DAX_FORWARD_3(DAXI_Percentiles_16u_C1R, uint16_t, dax::percentilesOf<uint16_t, false>)
+DAX_FORWARD_4(DAXI_Percentiles_16u_C1MR, uint16_t, dax::percentilesOf<uint16_t, true>)
+DAX_FORWARD_3(DAXI_Percentiles_16s_C1R, int16_t, dax::percentilesOf<int16_t, false>)
+DAX_FORWARD_4(DAXI_Percentiles_16s_C1MR, int16_t, dax::percentilesOf<int16_t, true>)
+DAX_FORWARD_3(DAXI_Percentiles_32f_C1R, float, dax::percentilesOf<float, false>)
+DAX_FORWARD_4(DAXI_Percentiles_32f_C1MR, float, dax::percentilesOf<float, true>)
+DAX_FORWARD_5(DAXI_Median_8u_C1R, uint8_t, dax::medianOf<uint8_t, false>)
+DAX_FORWARD_6(DAXI_Median_8u_C1MR, uint8_t, dax::medianOf<uint8_t, true>)
+DAX_FORWARD_7(DAXI_Median_16u_C1R, uint16_t, dax::medianOf<uint16_t, false>)
+DAX_FORWARD_8(DAXI_Median_16u_C1MR, uint16_t, dax::medianOf<uint16_t, true>)
+DAX_FORWARD_7(DAXI_Median_16s_C1R, int16_t, dax::medianOf<int16_t, false>)
+DAX_FORWARD_8(DAXI_Median_16s_C1MR, int16_t, dax::medianOf<int16_t, true>)
+DAX_FORWARD_7(DAXI_Median_32f_C1R, float, dax::medianOf<float, false>)
+DAX_FORWARD_8(DAXI_Median_32f_C1MR, float, dax::medianOf<float, true>)
 
-DaxStatus DAXI_Percentiles_16u_C1R(const uint16_t* src, int32_t srcStep, DaxiSize size, const double* shares,
-                                   int32_t count, uint16_t* values, void* buffer) {
-  return dax::percentilesOf<uint16_t, false>(src, srcStep, nullptr, 0, size, shares, count, values, buffer);
-}
-
-DaxStatus DAXI_Percentiles_16u_C1MR(const uint16_t* src, int32_t srcStep, const uint8_t* mask, int32_t maskStep,
-                                    DaxiSize size, const double* shares, int32_t count, uint16_t* values,
-                                    void* buffer) {
-  return dax::percentilesOf<uint16_t, true>(src, srcStep, mask, maskStep, size, shares, count, values, buffer);
-}
-
-DaxStatus DAXI_Percentiles_16s_C1R(const int16_t* src, int32_t srcStep, DaxiSize size, const double* shares,
-                                   int32_t count, int16_t* values, void* buffer) {
-  return dax::percentilesOf<int16_t, false>(src, srcStep, nullptr, 0, size, shares, count, values, buffer);
-}
-
-DaxStatus DAXI_Percentiles_16s_C1MR(const int16_t* src, int32_t srcStep, const uint8_t* mask, int32_t maskStep,
-                                    DaxiSize size, const double* shares, int32_t count, int16_t* values, void* buffer) {
-  return dax::percentilesOf<int16_t, true>(src, srcStep, mask, maskStep, size, shares, count, values, buffer);
-}
-
-DaxStatus DAXI_Percentiles_32f_C1R(const float* src, int32_t srcStep, DaxiSize size, const double* shares,
-                                   int32_t count, float* values, void* buffer) {
-  return dax::percentilesOf<float, false>(src, srcStep, nullptr, 0, size, shares, count, values, buffer);
-}
-
-DaxStatus DAXI_Percentiles_32f_C1MR(const float* src, int32_t srcStep, const uint8_t* mask, int32_t maskStep,
-                                    DaxiSize size, const double* shares, int32_t count, float* values, void* buffer) {
-  return dax::percentilesOf<float, true>(src, srcStep, mask, maskStep, size, shares, count, values, buffer);
-}
-
-DaxStatus DAXI_Median_8u_C1R(const uint8_t* src, int32_t srcStep, DaxiSize size, uint8_t* median) {
-  return dax::medianOf<uint8_t, false>(src, srcStep, nullptr, 0, size, median, nullptr);
-}
-
-DaxStatus DAXI_Median_8u_C1MR(const uint8_t* src, int32_t srcStep, const uint8_t* mask, int32_t maskStep, DaxiSize size,
-                              uint8_t* median) {
-  return dax::medianOf<uint8_t, true>(src, srcStep, mask, maskStep, size, median, nullptr);
-}
-
-DaxStatus DAXI_Median_16u_C1R(const uint16_t* src, int32_t srcStep, DaxiSize size, uint16_t* median, void* buffer) {
-  return dax::medianOf<uint16_t, false>(src, srcStep, nullptr, 0, size, median, buffer);
-}
-
-DaxStatus DAXI_Median_16u_C1MR(const uint16_t* src, int32_t srcStep, const uint8_t* mask, int32_t maskStep,
-                               DaxiSize size, uint16_t* median, void* buffer) {
-  return dax::medianOf<uint16_t, true>(src, srcStep, mask, maskStep, size, median, buffer);
-}
-
-DaxStatus DAXI_Median_16s_C1R(const int16_t* src, int32_t srcStep, DaxiSize size, int16_t* median, void* buffer) {
-  return dax::medianOf<int16_t, false>(src, srcStep, nullptr, 0, size, median, buffer);
-}
-
-DaxStatus DAXI_Median_16s_C1MR(const int16_t* src, int32_t srcStep, const uint8_t* mask, int32_t maskStep,
-                               DaxiSize size, int16_t* median, void* buffer) {
-  return dax::medianOf<int16_t, true>(src, srcStep, mask, maskStep, size, median, buffer);
-}
-
-DaxStatus DAXI_Median_32f_C1R(const float* src, int32_t srcStep, DaxiSize size, float* median, void* buffer) {
-  return dax::medianOf<float, false>(src, srcStep, nullptr, 0, size, median, buffer);
-}
-
-DaxStatus DAXI_Median_32f_C1MR(const float* src, int32_t srcStep, const uint8_t* mask, int32_t maskStep, DaxiSize size,
-                               float* median, void* buffer) {
-  return dax::medianOf<float, true>(src, srcStep, mask, maskStep, size, median, buffer);
-}
+#undef DAX_FORWARD_1
+#undef DAX_FORWARD_2
+#undef DAX_FORWARD_3
+#undef DAX_FORWARD_4
+#undef DAX_FORWARD_5
+#undef DAX_FORWARD_6
+#undef DAX_FORWARD_7
+#undef DAX_FORWARD_8

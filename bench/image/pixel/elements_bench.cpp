@@ -5,7 +5,7 @@
 #include "daxi/divide.h"
 #include "daxi/exp_ln.h"
 #include "daxi/magnitude.h"
-#include "daxi/min_max_of_two.h"
+#include "daxi/min_max.h"
 
 namespace {
 

@@ -1,5 +1,5 @@
-#include "daxi/min_max_of_two.h"
-#include "image/pixel/min_max_of_two.h"
+#include "daxi/min_max.h"
+#include "image/pixel/min_max.h"
 
 #define DAX_FORWARD_1(NAME, T, ...)                                                                                    \
   DaxStatus NAME(const T* src1, int32_t step1, const T* src2, int32_t step2, T* dst, int32_t dstStep, DaxiSize size) { \

@@ -1,7 +1,7 @@
-#include "image/pixel/min_max_of_two.h"
+#include "image/pixel/min_max.h"
 
-#include "image/pixel/min_max_of_two_neon.h"
-#include "image/pixel/min_max_of_two_portable.h"
+#include "image/pixel/min_max_neon.h"
+#include "image/pixel/min_max_portable.h"
 
 namespace dax {
 

@@ -11,8 +11,8 @@
  *   width < 1 or height < 1             0x1000001a
  *   width above the smallest step       0x1000001b
  * A failed call writes nothing. */
-#ifndef DAXI_MIN_MAX_OF_TWO_H
-#define DAXI_MIN_MAX_OF_TWO_H
+#ifndef DAXI_MIN_MAX_H
+#define DAXI_MIN_MAX_H
 
 #include "../dax/status.h"
 #include "../dax/types.h"

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "image/pixel/element_rows_neon.h"
-#include "image/pixel/min_max_of_two_portable.h"
+#include "image/pixel/min_max_portable.h"
 
 #if DAX_HAVE_NEON
 namespace dax::neon {

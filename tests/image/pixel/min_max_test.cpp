@@ -1,6 +1,6 @@
-#include "daxi/min_max_of_two.h"
+#include "daxi/min_max.h"
 
-#include "image/pixel/min_max_of_two.h"
+#include "image/pixel/min_max.h"
 #include "tests/image/pixel/element_check.h"
 
 namespace dax::test {

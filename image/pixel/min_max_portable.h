@@ -5,7 +5,7 @@
 #include <bit>
 
 #include "image/pixel/element_rows_portable.h"
-#include "image/pixel/min_max_of_two.h"
+#include "image/pixel/min_max.h"
 
 namespace dax {
 
