@@ -34,7 +34,7 @@ Window = Union[int, tuple[int, int]]
 
 class Image:
     """An array seen as an image: pointer, step in elements, size, and its layout in the C names. The pixels of layout C1
-    are numbers, those of C3 the last axis, of three."""
+    are numbers, those of C3 and C4 the last axis, of three or four."""
 
     def __init__(self, name: str, array: Array) -> None:
         self.array = array
@@ -48,9 +48,9 @@ class Image:
 
 
 def layout_of(array: Array) -> str:
-    """C1, C3, or nothing where an array is no image."""
-    if array.ndim == 3 and array.shape[2] == 3:
-        return "C3"
+    """C1, C3, C4, or nothing where an array is no image."""
+    if array.ndim == 3 and array.shape[2] in (3, 4):
+        return f"C{array.shape[2]}"
     return "C1" if array.ndim == 2 else ""
 
 
@@ -82,7 +82,7 @@ def target(name: str, array: Optional[Array], shape: tuple[int, ...], dtype: DTy
         return Image(name, np.empty(shape, dtype))
     if not isinstance(array, np.ndarray):
         raise TypeError(f"{name}: an output is a NumPy array, not {type(array).__name__}")
-    _check_image(name, array, (np.dtype(dtype),), "C1 C3" if len(shape) == 3 else "C1")
+    _check_image(name, array, (np.dtype(dtype),), "C1 C3 C4" if len(shape) == 3 else "C1")
     if array.shape != tuple(shape):
         raise ValueError(f"{name}: shape {array.shape}, needed is {tuple(shape)}")
     if not _addressable(array) or not array.flags.writeable or (packed and not array.flags.c_contiguous):
