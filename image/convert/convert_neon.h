@@ -11,12 +11,6 @@ namespace dax::neon {
 
 #if !defined(__aarch64__)
 // Missing from SIMDe.
-inline uint8x16_t vqmovun_high_s16(uint8x8_t low, int16x8_t high) {
-  return vcombine_u8(low, vqmovun_s16(high));
-}
-inline uint16x8_t vqmovun_high_s32(uint16x4_t low, int32x4_t high) {
-  return vcombine_u16(low, vqmovun_s32(high));
-}
 inline uint16x8_t vaddhn_high_u32(uint16x4_t low, uint32x4_t a, uint32x4_t b) {
   return vcombine_u16(low, vaddhn_u32(a, b));
 }
@@ -36,14 +30,15 @@ inline float32x4x4_t loadFloats(const uint8_t* from) {
   const uint8x16_t bytes = vld1q_u8(from), first = vld1q_u8(kFirst);
   const auto quarter = [&](uint32_t start) {
     const uint8x16_t indices = vorrq_u8(first, vreinterpretq_u8_u32(vdupq_n_u32(start)));
-    return vcvtq_f32_u32(vreinterpretq_u32_u8(vqtbl1q_u8(bytes, indices)));
+    return vcvtq_f32_s32(vreinterpretq_s32_u8(vqtbl1q_u8(bytes, indices)));
   };
   return {{quarter(0), quarter(4), quarter(8), quarter(12)}};
 }
 inline float32x4x4_t loadFloats(const uint16_t* from) {
   const uint16x8_t low = vld1q_u16(from), high = vld1q_u16(from + 8);
-  return {{vcvtq_f32_u32(vmovl_u16(vget_low_u16(low))), vcvtq_f32_u32(vmovl_high_u16(low)),
-           vcvtq_f32_u32(vmovl_u16(vget_low_u16(high))), vcvtq_f32_u32(vmovl_high_u16(high))}};
+  const auto floats = [](uint32x4_t v) { return vcvtq_f32_s32(vreinterpretq_s32_u32(v)); };
+  return {{floats(vmovl_u16(vget_low_u16(low))), floats(vmovl_high_u16(low)), floats(vmovl_u16(vget_low_u16(high))),
+           floats(vmovl_high_u16(high))}};
 }
 inline float32x4x4_t loadFloats(const int16_t* from) {
   const int16x8_t low = vld1q_s16(from), high = vld1q_s16(from + 8);
@@ -63,6 +58,19 @@ inline int32x4_t roundedLanes(float32x4_t v) {
 inline int32x4_t roundedLanes(float64x2_t low, float64x2_t high) {
   return vqmovn_high_s64(vqmovn_s64(vcvtnq_s64_f64(low)), vcvtnq_s64_f64(high));
 }
+// Two vectors as one of half as wide lanes, saturated.
+inline int16x8_t signedHalves(int32x4_t a, int32x4_t b) {
+  return vqmovn_high_s32(vqmovn_s32(a), b);
+}
+inline uint16x8_t unsignedHalves(int32x4_t a, int32x4_t b) {
+  return vqmovun_high_s32(vqmovun_s32(a), b);
+}
+inline uint8x16_t unsignedHalves(int16x8_t a, int16x8_t b) {
+  return vqmovun_high_s16(vqmovun_s16(a), b);
+}
+inline uint8x16_t unsignedHalves(uint16x8_t a, uint16x8_t b) {
+  return vqmovn_high_u16(vqmovn_u16(a), b);
+}
 #else
 // Beyond the pixel types any limit will do; the processor's own conversion knows one result for all that it cannot hold.
 inline int32x4_t roundedLanes(float32x4_t v) {
@@ -77,19 +85,31 @@ inline __m128i roundedPair(__m128d v) {
 inline int32x4_t roundedLanes(float64x2_t low, float64x2_t high) {
   return int32x4_t(_mm_unpacklo_epi64(roundedPair(__m128d(low)), roundedPair(__m128d(high))));
 }
+inline int16x8_t signedHalves(int32x4_t a, int32x4_t b) {
+  return int16x8_t(_mm_packs_epi32(__m128i(a), __m128i(b)));
+}
+inline uint16x8_t unsignedHalves(int32x4_t a, int32x4_t b) {
+  return uint16x8_t(_mm_packus_epi32(__m128i(a), __m128i(b)));
+}
+inline uint8x16_t unsignedHalves(int16x8_t a, int16x8_t b) {
+  return uint8x16_t(_mm_packus_epi16(__m128i(a), __m128i(b)));
+}
+inline uint8x16_t unsignedHalves(uint16x8_t a, uint16x8_t b) {
+  const uint16x8_t max = vdupq_n_u16(UINT8_MAX);
+  return uint8x16_t(_mm_packus_epi16(__m128i(vminq_u16(a, max)), __m128i(vminq_u16(b, max))));
+}
 #endif
 
 inline void storeLanes(uint8_t* to, const int32x4x4_t& v) {
-  const int16x8_t low = vqmovn_high_s32(vqmovn_s32(v.val[0]), v.val[1]);
-  vst1q_u8(to, vqmovun_high_s16(vqmovun_s16(low), vqmovn_high_s32(vqmovn_s32(v.val[2]), v.val[3])));
+  vst1q_u8(to, unsignedHalves(signedHalves(v.val[0], v.val[1]), signedHalves(v.val[2], v.val[3])));
 }
 inline void storeLanes(uint16_t* to, const int32x4x4_t& v) {
-  vst1q_u16(to, vqmovun_high_s32(vqmovun_s32(v.val[0]), v.val[1]));
-  vst1q_u16(to + 8, vqmovun_high_s32(vqmovun_s32(v.val[2]), v.val[3]));
+  vst1q_u16(to, unsignedHalves(v.val[0], v.val[1]));
+  vst1q_u16(to + 8, unsignedHalves(v.val[2], v.val[3]));
 }
 inline void storeLanes(int16_t* to, const int32x4x4_t& v) {
-  vst1q_s16(to, vqmovn_high_s32(vqmovn_s32(v.val[0]), v.val[1]));
-  vst1q_s16(to + 8, vqmovn_high_s32(vqmovn_s32(v.val[2]), v.val[3]));
+  vst1q_s16(to, signedHalves(v.val[0], v.val[1]));
+  vst1q_s16(to + 8, signedHalves(v.val[2], v.val[3]));
 }
 
 // --- Kernels ---
@@ -112,10 +132,10 @@ inline void convertBlock(const uint8_t* from, int16_t* to) {
   convertBlock(from, reinterpret_cast<uint16_t*>(to));
 }
 inline void convertBlock(const uint16_t* from, uint8_t* to) {
-  vst1q_u8(to, vqmovn_high_u16(vqmovn_u16(vld1q_u16(from)), vld1q_u16(from + 8)));
+  vst1q_u8(to, unsignedHalves(vld1q_u16(from), vld1q_u16(from + 8)));
 }
 inline void convertBlock(const int16_t* from, uint8_t* to) {
-  vst1q_u8(to, vqmovun_high_s16(vqmovun_s16(vld1q_s16(from)), vld1q_s16(from + 8)));
+  vst1q_u8(to, unsignedHalves(vld1q_s16(from), vld1q_s16(from + 8)));
 }
 inline void convertBlock(const uint16_t* from, int16_t* to) {
   const uint16x8_t max = vdupq_n_u16(INT16_MAX);
