@@ -45,7 +45,7 @@ struct Knots {
     if (!(x >= levels[0])) return std::isnan(x) ? x : values[0];
     if (x >= levels[count - 1]) return values[count - 1];
     const auto i = std::upper_bound(levels, levels + count, x) - levels - 1;
-    return values[i] + (x - levels[i]) * ((values[i + 1] - values[i]) / (levels[i + 1] - levels[i]));
+    return values[i] + (x - levels[i]) * (values[i + 1] - values[i]) / (levels[i + 1] - levels[i]);
   }
 };
 

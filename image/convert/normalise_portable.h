@@ -7,18 +7,19 @@
 namespace dax {
 
 struct Stretch {
-  double low, high, outLow, factor;
+  double low, high, outLow, outRange, range;
 
   Stretch(double lowest, double highest, const DaxiNormaliseCfg& cfg)
       : low(lowest),
         high(highest),
         outLow(cfg.outLow),
-        factor(low < high ? (cfg.outHigh - outLow) / (high - low) : 0) {}
+        outRange(cfg.outHigh - outLow),
+        range(low < high ? high - low : 1) {}
 
   // NaN stays.
   double at(double x) const {
     const double held = x < low ? low : x > high ? high : x;
-    return outLow + (held - low) * factor;
+    return outLow + (held - low) * outRange / range;
   }
 };
 

@@ -40,7 +40,7 @@ DAX_API DaxStatus DAXI_Lut_16u_C1IR(uint16_t* srcDst, int32_t step, DaxiSize siz
 DAX_API DaxStatus DAXI_Lut_16u_C3IR(uint16_t* srcDst, int32_t step, DaxiSize size, const uint16_t table[65536]);
 
 /* A line through knots: with levels[i] <= src < levels[i + 1],
- *   dst = values[i] + (src - levels[i]) * ((values[i + 1] - values[i]) / (levels[i + 1] - levels[i]))
+ *   dst = values[i] + (src - levels[i]) * (values[i + 1] - values[i]) / (levels[i + 1] - levels[i])
  * in double precision, rounded half to even and saturated; values[0] below the knots, values[count - 1] from the last one on. Of 32f
  * one rounding; NaN stays NaN. levels, values: `count` numbers each; levels strictly ascending.
  *

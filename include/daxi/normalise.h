@@ -2,7 +2,7 @@
  *
  * low and high are the values of ranks max(1, ceil(pLow n)) and max(1, ceil(pHigh n)) among the n finite pixels in ascending order: 0
  * and 1 give the minimum and the maximum. A pixel becomes, in double precision,
- *   outLow + (src - low) * ((outHigh - outLow) / (high - low))
+ *   outLow + (src - low) * (outHigh - outLow) / (high - low)
  * with src held to low..high, rounded half to even and saturated; of 32f rounded once. Where high = low, all pixels become outLow.
  * Infinities become the ends of the range, NaN 0 in integers and NaN in floats.
  *

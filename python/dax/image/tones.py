@@ -134,8 +134,8 @@ def equalize_adapthist(
     uint16. `out` may be the image. pool: threads.
 
     >>> dax.equalize_adapthist(np.array([[10, 11], [12, 13]], np.uint8), (1, 1), clip_limit=1)
-    array([[64, 64],
-           [64, 64]], dtype=uint8)
+    array([[ 64, 128],
+           [191, 255]], dtype=uint8)
     """
     cfg = ffi.new("DaxiClipEqualizeCfg*")
     call("DAXI_ClipEqualizeDefaultCfg", cfg)

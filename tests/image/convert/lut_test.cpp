@@ -53,7 +53,7 @@ TEST(LutLinear, Definition) {
     double expected = x < -10.5f ? 5 : 40000;
     for (int i = 0; i < 3; ++i) {
       if (x >= levels[i] && x < levels[i + 1])
-        expected = values[i] + (x - levels[i]) * ((values[i + 1] - values[i]) / (levels[i + 1] - levels[i]));
+        expected = values[i] + (x - levels[i]) * (values[i + 1] - values[i]) / (levels[i + 1] - levels[i]);
     }
     float real;
     ASSERT_EQ(DAXI_LutLinear_32f_C1R(&x, 1, &real, 1, {1, 1}, levels, values, 4), DAX_STS_OK);

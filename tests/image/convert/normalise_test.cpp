@@ -48,8 +48,8 @@ void expectNormalised(NormaliseFunction<From, To> normalise) {
       for (int32_t x = 0; x < size.width; ++x) {
         const auto value = static_cast<double>(src.at(x, y));
         const double held = std::isnan(value) ? value : std::clamp(value, lowest, highest);
-        const double factor = lowest < highest ? (cfg.outHigh - cfg.outLow) / (highest - lowest) : 0;
-        const To expected = oracle::pixel<To>(cfg.outLow + (held - lowest) * factor);
+        const double range = lowest < highest ? highest - lowest : 1;
+        const To expected = oracle::pixel<To>(cfg.outLow + (held - lowest) * (cfg.outHigh - cfg.outLow) / range);
         ASSERT_TRUE(dst.at(x, y) == expected || (std::isnan(value) && dst.at(x, y) != dst.at(x, y)))
             << i << ": " << x << ", " << y;
       }
