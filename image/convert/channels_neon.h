@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <iterator>
 
 #include "frame/dispatch.h"
 #include "frame/simd.h"
@@ -31,20 +32,39 @@ struct ByteOrder {
   uint8_t index[16 * kTo], constant[16 * kTo];
 };
 
+// Bytes by their index in several vectors; 0 for an index beyond.
+#if defined(__aarch64__)
+inline uint8x16_t bytesAt(const uint8x16x3_t& source, uint8x16_t index) {
+  return vqtbl3q_u8(source, index);
+}
+inline uint8x16_t bytesAt(const uint8x16x4_t& source, uint8x16_t index) {
+  return vqtbl4q_u8(source, index);
+}
+inline uint8x16x3_t threeVectors(const uint8_t* from) {
+  return vld1q_u8_x3(from);
+}
+#else
+// SIMDe goes through the bytes one by one.
+template <class Vectors>
+uint8x16_t bytesAt(const Vectors& source, uint8x16_t index) {
+  uint8x16_t found = vqtbl1q_u8(source.val[0], index);
+  for (size_t k = 1; k < std::size(source.val); ++k) {
+    found = vorrq_u8(found, vqtbl1q_u8(source.val[k], vsubq_u8(index, vdupq_n_u8(static_cast<uint8_t>(16 * k)))));
+  }
+  return found;
+}
+inline uint8x16x3_t threeVectors(const uint8_t* from) {
+  return {{vld1q_u8(from), vld1q_u8(from + 16), vld1q_u8(from + 32)}};
+}
+#endif
+
 template <int kVectors>
-struct SourceBytes;
-template <>
-struct SourceBytes<3> {
-  uint8x16x3_t bytes;
-  explicit SourceBytes(const uint8_t* from) : bytes(vld1q_u8_x3(from)) {}
-  uint8x16_t at(uint8x16_t index) const { return vqtbl3q_u8(bytes, index); }
-};
-template <>
-struct SourceBytes<4> {
-  uint8x16x4_t bytes;
-  explicit SourceBytes(const uint8_t* from) : bytes(vld1q_u8_x4(from)) {}
-  uint8x16_t at(uint8x16_t index) const { return vqtbl4q_u8(bytes, index); }
-};
+auto loadBytes(const uint8_t* from) {
+  if constexpr (kVectors == 3)
+    return threeVectors(from);
+  else
+    return vld1q_u8_x4(from);
+}
 
 // Whole blocks; returns the number of their pixels.
 template <bool kHasConstant, class T, int kFrom, int kTo>
@@ -54,10 +74,10 @@ int32_t swapBlocks(const T* src, T* dst, int32_t width, const ByteOrder<T, kFrom
   for (int k = 0; k < kTo; ++k)
     index[k] = vld1q_u8(order.index + 16 * k), constant[k] = vld1q_u8(order.constant + 16 * k);
   return forBlocks<kPixels>(width, [&](int32_t x) {
-    const SourceBytes<kFrom> source(reinterpret_cast<const uint8_t*>(src + x * kFrom));
+    const auto source = loadBytes<kFrom>(reinterpret_cast<const uint8_t*>(src + x * kFrom));
     auto* const to = reinterpret_cast<uint8_t*>(dst + x * kTo);
     for (int k = 0; k < kTo; ++k) {
-      const uint8x16_t chosen = source.at(index[k]);
+      const uint8x16_t chosen = bytesAt(source, index[k]);
       vst1q_u8(to + 16 * k, kHasConstant ? vorrq_u8(chosen, constant[k]) : chosen);
     }
   });
