@@ -10,7 +10,7 @@
  * A pixel becomes the bilinear interpolation between the maps of the four nearest tiles, whose centres lie at (i + 0.5) tile - 0.5;
  * beyond the outer centres there are two, or one. Weights are integers, and the sum is rounded once, halves to even: results are exact.
  *
- * dst may be src with the same step; else they must not overlap. Steps count elements. Thread-safe for distinct destinations and
+ * dst may equal src with the same step; else they must not overlap. Steps count elements. Thread-safe for distinct destinations and
  * buffers. Forms ending in _MT run on the host's pool, of `threads` threads; results do not depend on it. pool may be null.
  *
  * Checks, in order:

@@ -3,7 +3,7 @@
  * dst = (cdf(src) - c) max / (n - c), rounded to the nearest integer, halves to the even one: cdf(v) is the number of pixels up to v,
  * c that of the lowest level there is, n of all, and max the greatest value of the type. An image of one level stays as it is.
  *
- * C1R has one channel; C1IR works in place. dst may be src with the same step; else they must not overlap. Steps count elements. 16u
+ * C1R has one channel; C1IR works in place. dst may equal src with the same step; else they must not overlap. Steps count elements. 16u
  * needs a work buffer, aligned as by malloc. Thread-safe for distinct destinations and buffers. Results are exact.
  *
  * Checks, in order:

@@ -3,7 +3,7 @@
  * dst = M (src / M)^gamma with the greatest value M of the type, 255 or 65535: the power within 0.56 units of the last place of a
  * double, rounded to the nearest integer. Below 1 dark parts become brighter.
  *
- * Layouts: C1R has one channel, C3R three interleaved ones; C1IR and C3IR work in place. In the other forms dst may be src with the
+ * Layouts: C1R has one channel, C3R three interleaved ones; C1IR and C3IR work in place. In the other forms dst may equal src with the
  * same step; else they must not overlap. Steps count elements. 16u needs a work buffer for its table, aligned as by malloc.
  * Thread-safe for distinct destinations and buffers. The results are the same bits on every machine.
  *

@@ -7,7 +7,7 @@
  * Checks, in order:
  *   an image, the mask or the array of constants null   0x10000014
  *   width < 1 or height < 1                             0x1000001a
- *   width above maskStep, or, three times for C3,
+ *   width above the step of the mask, or, three times for C3,
  *   above the smallest of the other steps               0x1000001b
  * A failed call writes nothing. */
 #ifndef DAXI_MASKED_COPY_H
