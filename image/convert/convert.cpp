@@ -14,6 +14,11 @@
 static_assert(sizeof(DaxiConvertCfg) == 16 && offsetof(DaxiConvertCfg, offset) == 8);
 
 namespace dax {
+
+// How pixels are computed. plain: values as they are. single: in single precision. split: so, with a scale of two parts and no offset. real: in double
+// precision, which the results of all others are equal to.
+enum class ConvertArithmetic { plain, single, split, real };
+
 namespace {
 
 // To compare two arithmetics over all values of a type pays from so many pixels on.
@@ -47,53 +52,51 @@ bool isPowerOfTwo(double scale) {
   return std::fabs(std::frexp(scale, &exponent)) == 0.5 && std::abs(exponent) <= 60;
 }
 
-// plain: values as they are. single: in single precision. split: so, with a scale of two parts and no offset. real: in double
-// precision, which the results of all others are equal to.
-enum class Arithmetic { plain, single, split, real };
-
 template <class From, class To>
-void elements(const From* src, To* dst, int32_t count, const DaxiConvertCfg& cfg, Arithmetic arithmetic, bool neon) {
+void elements(const From* src, To* dst, int32_t count, const DaxiConvertCfg& cfg, ConvertArithmetic arithmetic,
+              bool neon) {
   switch (arithmetic) {
-    case Arithmetic::plain:
+    case ConvertArithmetic::plain:
       return neon ? neon::plainRow(src, dst, count) : portable::plainRow(src, dst, count);
-    case Arithmetic::single:
+    case ConvertArithmetic::single:
       return neon ? neon::linearRow<float>(src, dst, count, cfg) : portable::linearRow<float>(src, dst, count, cfg);
-    case Arithmetic::split:
+    case ConvertArithmetic::split:
       if constexpr (std::is_same_v<To, float>) {
         return neon ? neon::splitRow(src, dst, count, cfg.scale) : portable::splitRow(src, dst, count, cfg.scale);
       }
       break;
-    case Arithmetic::real:
+    case ConvertArithmetic::real:
       return neon ? neon::linearRow<double>(src, dst, count, cfg) : portable::linearRow<double>(src, dst, count, cfg);
   }
 }
 
 // Whether an arithmetic gives the results of double precision, for all values of a type.
 template <class To, class From>
-bool isEnough(Arithmetic arithmetic, const DaxiConvertCfg& cfg, bool neon) {
+bool isEnough(ConvertArithmetic arithmetic, const DaxiConvertCfg& cfg, bool neon) {
   constexpr int32_t kPart = 256, kMin = std::numeric_limits<From>::min(), kMax = std::numeric_limits<From>::max();
   for (int32_t first = kMin; first < kMax; first += kPart) {
     From values[kPart];
     To results[kPart], expected[kPart];
     for (int32_t i = 0; i < kPart; ++i) values[i] = static_cast<From>(first + i);
     elements(values, results, kPart, cfg, arithmetic, neon);
-    elements(values, expected, kPart, cfg, Arithmetic::real, neon);
+    elements(values, expected, kPart, cfg, ConvertArithmetic::real, neon);
     if (std::memcmp(results, expected, sizeof results) != 0) return false;
   }
   return true;
 }
 
 template <class From, class To>
-Arithmetic arithmeticFor(const DaxiConvertCfg& cfg, int64_t pixels, bool neon) {
-  if (isPlain(cfg)) return Arithmetic::plain;
+ConvertArithmetic arithmeticFor(const DaxiConvertCfg& cfg, int64_t pixels, bool neon) {
+  if (isPlain(cfg)) return ConvertArithmetic::plain;
   if constexpr (std::is_same_v<From, float>) {
-    return isPowerOfTwo(cfg.scale) && cfg.offset == 0 ? Arithmetic::single : Arithmetic::real;
+    return isPowerOfTwo(cfg.scale) && cfg.offset == 0 ? ConvertArithmetic::single : ConvertArithmetic::real;
   } else {
-    if (isExactInSingle(cfg, 0x1p16)) return Arithmetic::single;
-    if (pixels < kManyPixels<From>) return Arithmetic::real;
-    if (isEnough<To, From>(Arithmetic::single, cfg, neon)) return Arithmetic::single;
+    if (isExactInSingle(cfg, 0x1p16)) return ConvertArithmetic::single;
+    if (pixels < kManyPixels<From>) return ConvertArithmetic::real;
+    if (isEnough<To, From>(ConvertArithmetic::single, cfg, neon)) return ConvertArithmetic::single;
     const bool maySplit = std::is_same_v<To, float> && sizeof(From) == 1 && cfg.offset == 0;
-    return maySplit && isEnough<To, From>(Arithmetic::split, cfg, neon) ? Arithmetic::split : Arithmetic::real;
+    return maySplit && isEnough<To, From>(ConvertArithmetic::split, cfg, neon) ? ConvertArithmetic::split
+                                                                               : ConvertArithmetic::real;
   }
 }
 
