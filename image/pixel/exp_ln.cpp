@@ -52,10 +52,9 @@ struct ExpOp {
     const Int4 integer = std::bit_cast<Int4>(rounded);
     if constexpr (kUsual) return std::bit_cast<Float4>(std::bit_cast<Int4>(e) + (integer << 23));
     const Int4 power = integer - std::bit_cast<Int4>(whole);
-    // In two factors: subnormal results are rounded once, great ones are infinite.
+    // In two factors: subnormal results are rounded once, great ones are infinite. NaN stays NaN with any of them.
     const Int4 half = power >> 1;
-    const Float4 scaled = e * powerOfTwo(half) * powerOfTwo(power - half);
-    return x == x ? scaled : x;
+    return e * powerOfTwo(half) * powerOfTwo(power - half);
   }
 
   static Float4 powerOfTwo(Int4 n) { return std::bit_cast<Float4>((n + 127) << 23); }
