@@ -210,6 +210,52 @@ TEST(Checkerboards, SubSamplingAndAngles) {
   EXPECT_TRUE(findByHessian(board.image, param).boards.empty());
 }
 
+// A corner fainter than a locator accepts is found where a grid expects it; a still fainter one leaves a gap.
+TEST(Checkerboards, FaintCornerOfAGrid) {
+  BoardView view;
+  view.size = {320, 240};
+  view.columns = 5, view.rows = 3;
+  view.dark = 90, view.light = 110, view.background = 100;
+  view.rotation = 8;
+  const BoardImage board(view);
+  const PlanePoint middle = board.corners[7];
+  const auto fade = [&](double contrast) {
+    Image image(view.size);
+    image.fill([&](int32_t x, int32_t y) {
+      const bool isFaint = std::hypot(x - middle.x, y - middle.y) < 20;
+      return 100.5 + (board.image.at(x, y) - 100) * (isFaint ? contrast / 20 : 1);
+    });
+    return image;
+  };
+  for (const auto& [detector, expected, tooFaint] : {std::tuple{kDetectors[0], 8, 5}, {kDetectors[1], 11, 8}}) {
+    const FoundBoards found = detector.find(fade(expected), Guard::after);
+    ASSERT_EQ(found.points.size(), board.corners.size()) << detector.name;
+    EXPECT_LE(worstNearest(found.points.data(), board.corners), 0.5) << detector.name;
+    EXPECT_TRUE(detector.find(fade(tooFaint), Guard::after).boards.empty()) << detector.name;
+  }
+}
+
+// The least and the greatest of each field, and beyond.
+TEST(Checkerboards, LimitsOfTheConfiguration) {
+  const struct {
+    uint32_t CheckerboardSymCfg::*field;
+    uint32_t low, high;
+  } limits[] = {{&CheckerboardSymCfg::minExtent, 2, 300},  {&CheckerboardSymCfg::maxExtent, 2, 300},
+                {&CheckerboardSymCfg::contrast, 1, 255},   {&CheckerboardSymCfg::distance, 3, 100},
+                {&CheckerboardSymCfg::lastRadius, 3, 100}, {&CheckerboardSymCfg::filter, 1, 2},
+                {&CheckerboardSymCfg::scales, 1, 2}};
+  for (const auto& [field, low, high] : limits) {
+    for (const auto& [value, status] : {std::pair{low - 1, DAX_STS_BAD_PARAM},
+                                        {low, DAX_STS_OK},
+                                        {high, DAX_STS_OK},
+                                        {high + 1, DAX_STS_BAD_PARAM}}) {
+      CheckerboardSymCfg cfg = kSymmetry;
+      cfg.*field = value;
+      EXPECT_EQ(DAXI_CheckerboardCornerSym_check_cfg(&cfg), status) << value;
+    }
+  }
+}
+
 // Nothing to find: no detector finds it, nor leaves its memory; as many candidates as there can be among them.
 TEST(Checkerboards, ImagesWithoutABoard) {
   for (const DaxiSize size : {DaxiSize{64, 64}, {301, 203}, {64, 700}}) {

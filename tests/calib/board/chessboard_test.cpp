@@ -264,10 +264,11 @@ TEST_F(Quads, SurplusFallsByTwo) {
     DAXI_ChessboardCorner_clean_surplus_quads(&table_, &group_, 18, &at);
     EXPECT_EQ(group_.count, 18 + left) << extra;
     // The square furthest out went, and nothing in the group is linked to it.
-    for (int32_t i = 0; i < group_.count; ++i) {
-      if (extra > 0) {
-        EXPECT_NE(group_.ids[i], 18 + extra);
-      }
+    for (int32_t i = 0; i < group_.count && extra > 0; ++i) {
+      const ChessboardQuad& quad = table_.quad(group_.ids[i]);
+      EXPECT_NE(quad.id, 18 + extra);
+      EXPECT_EQ(std::count(quad.neighbour, quad.neighbour + 4, 18 + extra), 0);
+      EXPECT_EQ(quad.neighbours, 4 - std::count(quad.neighbour, quad.neighbour + 4, 0));
     }
   }
 }
@@ -289,27 +290,29 @@ TEST_F(Quads, SquaresBesideTheBoard) {
   }
 }
 
+// From the corner whose square has the fewest neighbours, whatever the order of the group.
 TEST_F(Quads, BoardIsReadRowByRow) {
-  const ChessboardPatternSize pattern{5, 4};
-  addBoard(5, 4);
-  link();
-  const GroupScratch at = scratch();
-  DAXI_ChessboardCorner_order_connected_quads(&table_, &group_, pattern, &at);
-  int32_t ids[20];
-  ASSERT_TRUE(DAXI_ChessboardCorner_check_quad_group(&table_, &group_, pattern, ids));
-  std::vector<DaxiPoint32f> corners;
-  for (const int32_t id : ids) corners.push_back({table_.corner(id).x, table_.corner(id).y});
-  EXPECT_TRUE(DAXI_ChessboardCorner_check_board_monotony(corners.data(), pattern));
-  // The one whose square has the fewest neighbours.
-  EXPECT_EQ(corners[0].x, 111);
-  EXPECT_EQ(corners[0].y, 111);
-  const float first = corners[0].x, step = corners[1].x - first;
-  EXPECT_EQ(std::fabs(step), 22);
-  for (int32_t i = 0; i < 20; ++i)
-    EXPECT_EQ(corners[static_cast<size_t>(i)].x, first + static_cast<float>(i % 5) * step);
-  // A corner that goes back along its row.
-  std::swap(corners[6], corners[7]);
-  EXPECT_FALSE(DAXI_ChessboardCorner_check_board_monotony(corners.data(), pattern));
+  const ChessboardPatternSize pattern{4, 5};
+  for (const bool reversed : {false, true}) {
+    quads_.clear();
+    points_.clear();
+    addBoard(4, 5);
+    link();
+    const GroupScratch at = scratch();
+    DAXI_ChessboardCorner_order_connected_quads(&table_, &group_, pattern, &at);
+    if (reversed) std::reverse(group_.ids, group_.ids + group_.count);
+    int32_t ids[20];
+    ASSERT_TRUE(DAXI_ChessboardCorner_check_quad_group(&table_, &group_, pattern, ids));
+    std::vector<DaxiPoint32f> corners;
+    for (const int32_t id : ids) corners.push_back({table_.corner(id).x, table_.corner(id).y});
+    EXPECT_TRUE(DAXI_ChessboardCorner_check_board_monotony(corners.data(), pattern));
+    EXPECT_EQ(corners[0].x, 111);
+    EXPECT_EQ(corners[0].y, 111);
+    for (int32_t i = 0; i < 20; ++i) EXPECT_EQ(corners[static_cast<size_t>(i)].x, 111 + static_cast<float>(i % 4) * 22);
+    // A corner that goes back along its row.
+    std::swap(corners[5], corners[6]);
+    EXPECT_FALSE(DAXI_ChessboardCorner_check_board_monotony(corners.data(), pattern));
+  }
 }
 
 TEST_F(Quads, GroupsOfAnotherShapeAreRefused) {

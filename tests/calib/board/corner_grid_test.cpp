@@ -189,6 +189,18 @@ TEST(CornerGrid, GrowsWhereItExpectsCorners) {
   for (size_t i = 0; i < 42; ++i) EXPECT_TRUE(sameBits(found.points[i], truth.corners[i].point)) << i;
 }
 
+// Round a square of steps to a corner beside the first one: the cell keeps that which was reached first.
+TEST(CornerGrid, TwoCornersInACell) {
+  const auto corner = [](float x, float y, bool odd) -> CheckerboardCorner {
+    const DaxiPoint32f along{1, 0}, across{0, 1};
+    return {{x, y}, odd ? across : along, odd ? along : across, 100, 5};
+  };
+  const FoundBoards found = arrange({corner(103, 99, false), corner(130, 100, true), corner(130, 130, false),
+                                     corner(100, 130, true), corner(100, 104, false)});
+  ASSERT_EQ(sizesOf(found), (std::vector<std::pair<int32_t, int32_t>>{{2, 2}}));
+  EXPECT_EQ(std::count_if(found.points.begin(), found.points.end(), [](auto& p) { return p.x == 103; }), 1);
+}
+
 TEST(CornerGrid, LargestFullRectangleByDefinition) {
   Random random(5);
   for (int32_t round = 0; round < 60; ++round) {

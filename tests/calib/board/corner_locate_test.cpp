@@ -3,7 +3,9 @@
 
 #include <numbers>
 
+#include "calib/board/corner_ring.h"
 #include "calib/board/hessian_locate.h"
+#include "calib/board/local_maxima.h"
 #include "calib/board/symmetry_locate.h"
 #include "tests/calib/board/checkerboard_search.h"
 
@@ -129,6 +131,129 @@ TEST(HessianLocate, SaddleFromAnyPixelAround) {
   // Further off than three pixels, or without the 5 x 5 around it.
   for (const auto& [u, v] : {std::pair{18, 14}, {14, 10}, {1, 14}, {14, 28}}) {
     EXPECT_FALSE(DAXI_CBL_Hessian_subpixel(&planes, u, v, &first)) << u << ", " << v;
+  }
+}
+
+// Half a percent of the strongest response, in whichever column that lies: of the contrast 240, 17.
+TEST(HessianLocate, FaintCornersByTheStrongest) {
+  constexpr CheckerboardHessianParam kPlain{DAXI_CHECKERBOARD_PLAIN, 1, 3, 300, 0, 180};
+  const DaxiSize size{160, 64};
+  GuardedBuffer<uint8_t> buffer(LocateBuffer(size).layout.total());
+  const auto sign = [](int32_t v) { return (v > 0) - (v < 0); };
+  for (int32_t shift = 0; shift < 4; ++shift) {
+    for (const auto& [half, found] : {std::pair{8, false}, {9, true}}) {
+      Image image(size);
+      image.fill([&, faint = half](int32_t x, int32_t y) {
+        return 128 + sign(y - 32) * (x < 80 ? 120 * sign(x - 40 - shift) : faint * sign(x - 120));
+      });
+      CheckerboardCorner corners[16];
+      const int32_t count = _DAXI_CheckerboardCornerHessian_Loc_8u_C1R(image.data(), image.step(), size, corners, 16,
+                                                                       buffer.data(), &kPlain, 0);
+      EXPECT_EQ(std::any_of(corners, corners + count, [](auto& c) { return c.point.x > 100; }), found) << shift;
+      EXPECT_EQ(std::count_if(corners, corners + count, [](auto& c) { return c.point.x < 60; }), 1) << shift;
+    }
+  }
+}
+
+// A saddle of the response 100, its edges along the diagonals, and a neighbour that expects it somewhere.
+TEST(HessianLocate, ProbedCornerContinuesItsNeighbour) {
+  const DaxiSize size{32, 30};
+  const int32_t x = 16, y = 15;
+  TestImage<float> smooth(size);
+  smooth.fill([=](int32_t u, int32_t v) { return 5 * ((u - x) * (u - x) - (v - y) * (v - y)); });
+  const auto turned = [](DaxiPoint32f d, double degrees) {
+    const auto c = static_cast<float>(std::cos(degrees * std::numbers::pi / 180)),
+               s = static_cast<float>(std::sin(degrees * std::numbers::pi / 180));
+    return DaxiPoint32f{c * d.x - s * d.y, s * d.x + c * d.y};
+  };
+  const struct {
+    const char* name;
+    float response, offset;
+    double turnedDark, turnedLight;
+    int32_t contrast;
+    bool found;
+  } cases[] = {
+      {"as expected", 100, 0, 0, 0, 100, true},
+      {"a tenth of the neighbour's response", 1000, 0, 0, 0, 100, true},
+      {"less than a tenth", 1001, 0, 0, 0, 100, false},
+      {"0.29 of the spacing away", 100, 2.9f, 0, 0, 100, true},
+      {"0.31 of the spacing away", 100, 3.1f, 0, 0, 100, false},
+      {"edges turned by 19 degrees", 100, 0, 19, -19, 100, true},
+      {"one edge turned by 21 degrees", 100, 0, 21, 0, 100, false},
+      {"the other edge", 100, 0, 0, -21, 100, false},
+      {"dark for light", 100, 0, 90, 90, 100, false},
+      {"faint", 100, 0, 0, 0, 9, true},
+      {"too faint", 100, 0, 0, 0, 5, false},
+  };
+  for (const auto& c : cases) {
+    Image grey(size);
+    grey.fill([&](int32_t u, int32_t v) { return std::abs(u - x) > std::abs(v - y) ? 100 + c.contrast : 100; });
+    const HessianPlanes planes{grey.data(), smooth.data(), size};
+    CheckerboardCorner corner{};
+    ASSERT_TRUE(DAXI_CBL_Hessian_subpixel(&planes, x, y, &corner));
+    CheckerboardCorner neighbour = corner;
+    neighbour.response = c.response;
+    neighbour.intoDark = turned(corner.intoLight, c.turnedDark);
+    neighbour.intoLight = turned(corner.intoDark, c.turnedLight);
+    EXPECT_EQ(probeSaddle(&planes, {x + c.offset, y}, 10, neighbour, &corner), c.found) << c.name;
+  }
+}
+
+// Four sectors, of which one is wider, narrower or of another level.
+TEST(CornerRing, OppositeSectorsAreAlike) {
+  constexpr int32_t kCount = 360;
+  DaxiPoint32f directions[kCount];
+  ringDirections(directions, kCount);
+  const struct {
+    const char* name;
+    int32_t ends[4];  // of the sectors, degrees; the first is light
+    float levels[4];
+    bool corner;
+  } cases[] = {
+      {"right angles", {90, 180, 270, 360}, {160, 100, 160, 100}, true},
+      {"sectors of 26 degrees", {26, 180, 206, 360}, {160, 100, 160, 100}, true},
+      {"sectors of 23 degrees", {23, 180, 203, 360}, {160, 100, 160, 100}, false},
+      {"light sectors 38 degrees apart", {90, 199, 251, 360}, {160, 100, 160, 100}, true},
+      {"light sectors 42 degrees apart", {90, 201, 249, 360}, {160, 100, 160, 100}, false},
+      {"dark sectors 42 degrees apart", {90, 201, 291, 360}, {160, 100, 160, 100}, false},
+      {"a light one brighter by 0.45 of the contrast", {90, 180, 270, 360}, {180, 100, 149, 100}, true},
+      {"by 0.55", {90, 180, 270, 360}, {182, 100, 146, 100}, false},
+      {"a dark one darker by 0.55", {90, 180, 270, 360}, {160, 117, 160, 80}, false},
+      {"the least contrast", {90, 180, 270, 360}, {120, 100, 120, 100}, true},
+      {"less contrast", {90, 180, 270, 360}, {119, 100, 119, 100}, false},
+      {"an edge", {180, 180, 180, 360}, {160, 0, 0, 100}, false},
+  };
+  for (const auto& c : cases) {
+    float samples[kCount];
+    int32_t sector = 0;
+    for (int32_t k = 0; k < kCount; ++k) {
+      while (k >= c.ends[sector]) ++sector;
+      samples[k] = c.levels[sector];
+    }
+    EXPECT_EQ(viewRing(samples, directions, kCount, 20).corner, c.corner) << c.name;
+  }
+}
+
+// One corner to a block of 4 x 4 pixels, wherever the image ends: known within 3 pixels along both axes, and no further.
+TEST(NearMap, KnowsCornersWithinThreePixels) {
+  Random random(3);
+  for (const DaxiSize size : {DaxiSize{64, 67}, {67, 65}, {66, 64}}) {
+    std::vector<int32_t> blocks(NearMap::blocks(size));
+    std::vector<CheckerboardCorner> corners;
+    for (int32_t i = 0; i < size.width / 4 * (size.height / 4 + 1); ++i) {
+      const auto x = static_cast<float>(4 * (i % (size.width / 4)) + 1);
+      const auto y = static_cast<float>(4 * (i / (size.width / 4)) + random.below(2));
+      if (y < static_cast<float>(size.height) && random.below(3) == 0) corners.push_back({{x, y}, {}, {}, 0, 0});
+    }
+    NearMap near(blocks.data(), size, corners.data());
+    for (int32_t i = 0; i < static_cast<int32_t>(corners.size()); ++i) near.add(i);
+    for (int32_t i = 0; i < size.width * size.height; ++i) {
+      const DaxiPoint32f p{static_cast<float>(i % size.width), static_cast<float>(i / size.width)};
+      const bool known = std::any_of(corners.begin(), corners.end(), [p](const CheckerboardCorner& c) {
+        return std::fabs(c.point.x - p.x) <= 3 && std::fabs(c.point.y - p.y) <= 3;
+      });
+      ASSERT_EQ(near.holds(p), known) << p.x << ", " << p.y;
+    }
   }
 }
 
