@@ -39,6 +39,36 @@ TEST(LineFit, TriesAllPairsOfFewPoints) {
   }
 }
 
+// Of 500 points 4000000 / 500 pairs of the sequence, and not one more: only the pair with that number, and those that its
+// two points form with one between them, have three points on their line.
+TEST(LineFit, TriesAsManyPairsOfManyPoints) {
+  constexpr size_t kCount = 500, kPairs = 8000;
+  std::vector<std::pair<size_t, size_t>> pairs;
+  std::vector<uint8_t> isDrawn(kCount * kCount);
+  uint64_t state = 0;
+  const auto next = [&] {
+    state = state * 6364136223846793005u + 1442695040888963407u;
+    return static_cast<size_t>((state >> 32) * kCount >> 32);
+  };
+  const auto drawn = [&](size_t i, size_t j) -> uint8_t& { return isDrawn[std::min(i, j) * kCount + std::max(i, j)]; };
+  for (size_t line = 0; line <= kPairs; ++line) {
+    const size_t i = next(), j = next();
+    if (line + 1 >= kPairs) {
+      size_t between = 0;
+      while (between == i || between == j || drawn(i, between) || drawn(between, j)) ++between;
+      ASSERT_TRUE(i != j && !drawn(i, j) && between < kCount);
+      std::vector<oracle::Point> points;
+      for (int32_t k = 0; k < 500; ++k) points.push_back({1e3 * std::cos(0.0125 * k), 1e3 * std::sin(0.0125 * k)});
+      points[between] = {0.4 * points[i].x + 0.6 * points[j].x, 0.4 * points[i].y + 0.6 * points[j].y};
+      const auto found = search(points, config(DAXI_LINE_INIT_SOME_PAIRS, 1, 0, 1e-3f));
+      ASSERT_TRUE(found);
+      const double distance = found->a * points[between].x + found->b * points[between].y + found->c;
+      EXPECT_EQ(std::fabs(distance) < 1e-6, line < kPairs) << line;
+    }
+    drawn(i, j) = 1;
+  }
+}
+
 TEST(LineFit, SearchCountsPointsAtTheLimits) {
   // The best line goes through the first and the third point, but the third lies half a pixel from the first pair's.
   const auto covered = search({{0, 0}, {10, 0}, {40, 0.5}, {20, 0.33}, {21, 0.1825}}, config(2, 1, 0, 0.1f));

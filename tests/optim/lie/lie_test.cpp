@@ -111,6 +111,18 @@ TEST(Lie, GroupsAndUpdates) {
   }
 }
 
+// The square of the angle is 0 in double precision, not so the angle, nor half of w x v.
+TEST(Lie, AnglesWhoseSquareVanishes) {
+  const double twist[6] = {1e200, 0, 0, 0, 0, 1e-200};
+  double motion[16], rotation[9], back[6];
+  PRMT_SE3_Exp_f64(twist, motion);
+  PRMT_SO3_Exp_f64(twist + 3, rotation);
+  EXPECT_EQ(Matrix(motion, motion + 16), (Matrix{1, -1e-200, 0, 1e200, 1e-200, 1, 0, 0.5, 0, 0, 1, 0, 0, 0, 0, 1}));
+  EXPECT_EQ(Matrix(rotation, rotation + 9), (Matrix{1, -1e-200, 0, 1e-200, 1, 0, 0, 0, 1}));
+  PRMT_SE3_Log_f64(motion, back);
+  EXPECT_EQ(Matrix(back, back + 6), Matrix(twist, twist + 6));
+}
+
 // Log(Exp(w) Exp(d)) = w + J d + O(d^2).
 TEST(Lie, JacobianOfTheLogarithm) {
   for (const auto& twist : twists()) {
