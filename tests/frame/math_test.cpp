@@ -33,6 +33,27 @@ TEST(Math, Exponential) {
     ASSERT_NEAR(expExact(x) / expected, 1, 5e-16) << x;
   }
   EXPECT_EQ(expExact(0), 1);
+  for (int i = -4000; i <= 0; ++i) {
+    const double x = i * 0.01, expected = static_cast<double>(std::exp(static_cast<long double>(x)));
+    ASSERT_NEAR(expOfTable(x) / expected, 1, 2e-14) << x;
+  }
+}
+
+TEST(Math, ArcTangent) {
+  long double worst = 0;
+  for (int i = -200000; i <= 200000; ++i) {
+    const double angle = i * 1.57e-5, radius = 1 + std::abs(i) % 7, x = radius * std::cos(angle),
+                 y = radius * std::sin(angle);
+    worst = std::max(worst, std::fabs(atan2Exact(y, x) - std::atan2(static_cast<long double>(y), x)));
+  }
+  EXPECT_LT(worst, 5e-16L);
+  const double zeros[] = {0.0, -0.0};
+  for (const double zero : zeros) {
+    EXPECT_EQ(atan2Exact(zero, zero), 0);
+    EXPECT_EQ(atan2Exact(zero, -2), std::numbers::pi);
+    EXPECT_EQ(atan2Exact(3, zero), std::numbers::pi / 2);
+    EXPECT_EQ(atan2Exact(-3, zero), -std::numbers::pi / 2);
+  }
 }
 
 TEST(Math, Roots) {
