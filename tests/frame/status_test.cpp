@@ -8,7 +8,6 @@
 #include "daxi/check_data.h"
 #include "frame/check.h"
 #include "frame/cpu_feature.h"
-#include "frame/memory/work_buffer.h"
 #include "tests/support/guarded_buffer.h"
 #include "zur/clock.h"
 
@@ -98,24 +97,6 @@ TEST(Clock, RunsForwardInItsUnit) {
   const double seconds = static_cast<double>(DAX_GetCpuClocks() - start) / 1000 / frequency;
   EXPECT_GE(seconds, 0.0199);
   EXPECT_LT(seconds, 5);
-}
-
-// Pieces start at multiples of 128 bytes; sizes that do not fit a signed 64-bit integer are refused, wrapped ones too.
-TEST(BufferLayout, AddsUpAndRefusesOverflow) {
-  uint64_t bytes = 5;
-  BufferLayout layout;
-  const BufferPiece<uint32_t> a = layout.add<uint32_t>(33);
-  const BufferPiece<uint8_t> b = layout.add<uint8_t>(1);
-  EXPECT_EQ(a.offset, 0u);
-  EXPECT_EQ(b.offset, 256u);
-  ASSERT_EQ(layout.store(&bytes), DAX_STS_OK);
-  EXPECT_EQ(bytes, 384u);
-  for (const uint64_t count : {uint64_t{1} << 60, uint64_t{1600000000} * 1600000000, UINT64_MAX}) {
-    BufferLayout large;
-    large.add<uint64_t>(count);
-    EXPECT_EQ(large.store(&bytes), DAX_STS_BUFFER_OVERFLOW) << count;
-    EXPECT_EQ(bytes, 384u);
-  }
 }
 
 }  // namespace

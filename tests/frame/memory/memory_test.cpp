@@ -1,125 +1,16 @@
+// Blocks, tables of them, the host's allocator, and the layouts of work buffers.
 #include <gtest/gtest.h>
 
 #include <cstring>
-#include <map>
 #include <vector>
 
-#include "dax/image.h"
 #include "dax/memory.h"
+#include "frame/memory/arena.h"
+#include "frame/memory/work_buffer.h"
 #include "zur.h"
 
 namespace dax::test {
 namespace {
-
-// --- Image records ---
-
-// A format by its least steps as functions of the width; 'e' in parity: the side must be even.
-struct Format {
-  std::vector<int> steps;  // in half widths
-  const char* parity;
-};
-
-// Written from the documented tables, one code at a time.
-std::map<uint32_t, Format> formats(bool library) {
-  std::map<uint32_t, Format> result;
-  const auto add = [&](std::initializer_list<uint32_t> codes, std::vector<int> steps, const char* parity = "--") {
-    for (const uint32_t code : codes) result[code] = {steps, parity};
-  };
-  add({1, 2, 3}, {2});
-  add({100, 101}, {2, 1, 1}, "ee");
-  add({102}, {2, 2}, "ee");
-  add({103}, {2, 1, 1}, "e-");
-  add({104, 106, 107}, {4});
-  add({105, 200}, {2, 2, 2});
-  add({201}, {6});
-  add({202, 204}, {2, 2, 2, 2});
-  add({203, 205}, {8});
-  for (uint32_t code = 300; code <= 307; ++code) add({code}, {2});
-  if (!library) return result;
-  add({4, 5, 6, 9, 10}, {2});
-  add({109}, {2, 2}, "ee");
-  add({206, 210, 216}, {2, 2, 2});
-  add({207, 211, 217}, {6});
-  add({208, 212, 218}, {2, 2, 2, 2});
-  add({209, 213, 219}, {8});
-  for (uint32_t code = 308; code <= 319; ++code) add({code}, {2});
-  return result;
-}
-
-// One record of each kind with the same contents.
-struct Records {
-  ZurImage zur = {};
-  DaxImage dax = {};
-  void set(uint32_t format, int32_t width, int32_t height, const std::vector<int>& steps) {
-    static char pixel;
-    zur = {format, width, height, {}, {}};
-    dax = {format, width, height, {}, {}, {}};
-    for (size_t i = 0; i < steps.size(); ++i) {
-      zur.step[i] = dax.step[i] = width * steps[i] / 2;
-      zur.plane[i] = dax.base[i] = dax.data[i] = &pixel;
-    }
-  }
-};
-
-TEST(ImageRecords, EveryCodeAgainstTheTables) {
-  const auto platform = formats(false), library = formats(true);
-  std::vector<uint32_t> codes = {UINT32_MAX, 0x80000001u};
-  for (uint32_t code = 0; code <= 400; ++code) codes.push_back(code);
-  for (const uint32_t code : codes) {
-    const bool inPlatform = platform.count(code) != 0, inLibrary = library.count(code) != 0;
-    const Format format = inLibrary ? library.at(code) : Format{{2}, "--"};
-    const auto expectAll = [&](const Records& r, int32_t zurCode, DaxStatus daxCode, const char* what) {
-      EXPECT_EQ(ZUR_CheckImage(&r.zur), inPlatform ? zurCode : -8) << code << " " << what;
-      EXPECT_EQ(DAX_CheckImage(&r.dax), inLibrary ? daxCode : DaxStatus{DAX_STS_IMAGE_FORMAT}) << code << " " << what;
-    };
-    Records r;
-    r.set(code, 6, 4, format.steps);
-    expectAll(r, 0, DAX_STS_OK, "good");
-    r.set(code, 0, 4, format.steps);
-    expectAll(r, -9, DAX_STS_IMAGE_SIZE, "no columns");
-    r.set(code, 6, -1, format.steps);
-    expectAll(r, -9, DAX_STS_IMAGE_SIZE, "no rows");
-    r.set(code, 7, 4, format.steps);
-    const bool oddWidth = format.parity[0] == 'e', oddHeight = format.parity[1] == 'e';
-    expectAll(r, oddWidth ? -9 : 0, oddWidth ? DaxStatus{DAX_STS_IMAGE_SIZE} : DaxStatus{DAX_STS_OK}, "odd width");
-    r.set(code, 6, 5, format.steps);
-    expectAll(r, oddHeight ? -9 : 0, oddHeight ? DaxStatus{DAX_STS_IMAGE_SIZE} : DaxStatus{DAX_STS_OK}, "odd height");
-    for (size_t i = 0; i < format.steps.size(); ++i) {
-      r.set(code, 6, 4, format.steps);
-      --r.zur.step[i], --r.dax.step[i];
-      r.zur.plane[i] = r.dax.base[i] = nullptr;  // the step comes first
-      expectAll(r, -10, DAX_STS_IMAGE_STEP, "step");
-      ++r.zur.step[i], ++r.dax.step[i];
-      expectAll(r, -11, DAX_STS_IMAGE_NULL_PLANE, "plane");
-      r.dax.base[i] = r.dax.data[i];
-      r.zur.plane[i] = r.dax.base[i];
-      r.dax.data[i] = nullptr;
-      EXPECT_EQ(DAX_CheckImage(&r.dax),
-                inLibrary ? DaxStatus{DAX_STS_IMAGE_NULL_PLANE} : DaxStatus{DAX_STS_IMAGE_FORMAT});
-    }
-  }
-  Records wide;  // four times the width does not fit 32 bits
-  wide.set(203, 6, 4, {8});
-  wide.zur.width = wide.dax.width = 0x40000000;
-  EXPECT_EQ(ZUR_CheckImage(&wide.zur), -10);
-  EXPECT_EQ(DAX_CheckImage(&wide.dax), DAX_STS_IMAGE_STEP);
-}
-
-TEST(ImageRecords, Conversion) {
-  Records r;
-  r.set(202, 6, 4, {2, 2, 2, 2});
-  DaxImage image = {};
-  ASSERT_EQ(DAX_ZurImgToDaxImg(&r.zur, &image), DAX_STS_OK);
-  EXPECT_EQ(std::memcmp(&image, &r.dax, sizeof(image)), 0);
-  r.zur.format = 0;  // tolerated here, refused by the library's check
-  ASSERT_EQ(DAX_ZurImgToDaxImg(&r.zur, &image), DAX_STS_OK);
-  EXPECT_EQ(DAX_CheckImage(&image), DAX_STS_IMAGE_FORMAT);
-  r.zur.format = 202, r.zur.step[3] = 1;
-  EXPECT_EQ(DAX_ZurImgToDaxImg(&r.zur, &image), DAX_STS_IMAGE_STEP);
-  EXPECT_EQ(image.format, 0u);
-}
-
-// --- Memory ---
 
 TEST(AlignedMemory, AnyAlignmentAnySize) {
   for (const int32_t alignment : {1, 2, 3, 7, 24, 100, 4096, 1 << 20}) {
@@ -314,6 +205,65 @@ TEST(HostAllocator, SingleBlocks) {
   host.failAt = 2;
   EXPECT_EQ(DAX_Mem_MallocCpuV3(40, 32, &allocator), nullptr);
   EXPECT_EQ(DAX_Mem_MallocCpuV3(40, 32, nullptr), nullptr);
+}
+
+// Pieces start at multiples of 128 bytes; sizes that do not fit a signed 64-bit integer are refused, wrapped ones too.
+TEST(BufferLayout, AddsUpAndRefusesOverflow) {
+  uint64_t bytes = 5;
+  BufferLayout layout;
+  const BufferPiece<uint32_t> a = layout.add<uint32_t>(33);
+  const BufferPiece<uint8_t> b = layout.add<uint8_t>(1);
+  EXPECT_EQ(a.offset, 0u);
+  EXPECT_EQ(b.offset, 256u);
+  ASSERT_EQ(layout.store(&bytes), DAX_STS_OK);
+  EXPECT_EQ(bytes, 384u);
+  for (const uint64_t count : {uint64_t{1} << 60, uint64_t{1600000000} * 1600000000, UINT64_MAX}) {
+    BufferLayout large;
+    large.add<uint64_t>(count);
+    EXPECT_EQ(large.store(&bytes), DAX_STS_BUFFER_OVERFLOW) << count;
+    EXPECT_EQ(bytes, 384u);
+  }
+}
+
+// Lasting pieces from the start, temporary ones from the end, and how much would have been enough.
+TEST(Arena, TakesFromBothEnds) {
+  alignas(128) char memory[1024 + 100];
+  for (const bool measures : {false, true}) {
+    Arena arena(measures ? nullptr : memory, measures ? 0 : sizeof memory);
+    const auto offset = [&](const void* piece) { return static_cast<const char*>(piece) - memory; };
+    const auto expectAt = [&](const void* piece, ptrdiff_t at) {
+      EXPECT_TRUE(measures ? !piece : offset(piece) == at) << at;
+    };
+    expectAt(arena.take<char>(1), 0);
+    expectAt(arena.take<double>(17), 128);
+    const uint64_t mark = arena.mark();
+    {
+      const Arena::Scope scope(arena);
+      expectAt(arena.borrow<float>(33), 1024 - 256);
+      expectAt(arena.take<char>(256), 384);
+      expectAt(arena.borrow<char>(128), 1024 - 384);
+      EXPECT_EQ(arena.needed(), 1024u);
+      EXPECT_EQ(arena.fits(), !measures);
+    }
+    arena.release(mark);
+    expectAt(arena.borrow<char>(1), 1024 - 128);
+    expectAt(arena.take<char>(1), 384);
+    EXPECT_EQ(arena.needed(), 1024u);
+    EXPECT_EQ(arena.take<char>(385), nullptr);
+    EXPECT_EQ(arena.needed(), 1152u);
+    EXPECT_FALSE(arena.fits() || arena.overflows());
+  }
+  // Sizes beyond 64 bits, or beyond 63 with all that is taken.
+  for (const uint64_t count : {UINT64_MAX, UINT64_MAX / 8, uint64_t{1} << 61, uint64_t{1} << 60}) {
+    Arena arena(memory, sizeof memory);
+    EXPECT_EQ(arena.take<double>(count), nullptr);
+    EXPECT_TRUE(arena.overflows()) << count;
+  }
+  Arena large(nullptr, 0);
+  large.take<char>((uint64_t{1} << 63) - 128);
+  EXPECT_FALSE(large.overflows());
+  large.borrow<char>(1);
+  EXPECT_TRUE(large.overflows());
 }
 
 }  // namespace
