@@ -253,5 +253,23 @@ TEST_F(RangeFile, FailedWritesLeaveTheOldFile) {
   EXPECT_EQ(load(), plainFile(other));
 }
 
+// A path with hardly more room than the name of a temporary file takes, and a program without a standard input.
+TEST_F(RangeFile, LongPathsAndTheFirstDescriptor) {
+  const RangeSample sample(3, 3);
+  std::string longest = directory_;
+  while (longest.size() < 4050) longest += '/' + std::string(std::min<size_t>(200, 4060 - longest.size() - 1), 'd');
+  fs::create_directories(fs::path(longest).parent_path());
+  EXPECT_EQ(DAX3DPCL_UTILS_WRITE_RANGE_V4(longest.c_str(), &sample.record), DAX_STS_OK);
+  EXPECT_EQ(fs::file_size(longest), plainFile(sample).size());
+  EXPECT_EQ(DAX3DPCL_UTILS_WRITE_RANGE_V4((longest + std::string(100, 'd')).c_str(), &sample.record),
+            DAX_STS_FILE_OPEN);
+  const int input = dup(0);
+  close(0);
+  EXPECT_EQ(DAX3DPCL_UTILS_WRITE_RANGE_V4(path_.c_str(), &sample.record), DAX_STS_OK);
+  dup2(input, 0);
+  close(input);
+  EXPECT_EQ(load(), plainFile(sample));
+}
+
 }  // namespace
 }  // namespace dax::test
