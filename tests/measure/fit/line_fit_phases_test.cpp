@@ -112,6 +112,25 @@ TEST(LineFit, StopsWhereItSettles) {
   EXPECT_GT(std::min({early, late, small}), 2);
 }
 
+// Two points so close together that some directions are not told any more; those that are have a unit normal.
+TEST(LineFit, UnitNormalsOfTinyDistances) {
+  const float weights[] = {1, 1};
+  int32_t found = 0, all = 0;
+  for (double distance = 1.2e-4; distance < 1.7e-4; distance += 1e-6) {
+    for (int32_t degrees = 0; degrees < 180; ++degrees, ++all) {
+      const double c = std::cos(degrees * 0.017453292519943295), s = std::sin(degrees * 0.017453292519943295);
+      const double x[] = {distance * c, -distance * c}, y[] = {distance * s, -distance * s};
+      const LinePoints points{x, y, 2};
+      DaxiLine line;
+      if (DAXI_LineFitRegre_get_fitline_coe(&points, weights, 0, 0, 2, &line) != 1) continue;
+      ++found;
+      ASSERT_NEAR(std::hypot(line.a, line.b), 1, 1e-6) << degrees << ", " << distance;
+      ASSERT_NEAR(line.a * c + line.b * s, 0, 1e-6) << degrees << ", " << distance;
+    }
+  }
+  EXPECT_GT(found, all / 2);
+}
+
 TEST(LineFit, WeighsByItsFunctions) {
   const double x[] = {0, 10, 20, 30, 40}, y[] = {0.1, -0.1, 0.1, -0.1, 3};
   const float residuals[] = {0.1f, 0.1f, 0.1f, 0.1f, 3};
