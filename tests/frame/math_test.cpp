@@ -22,7 +22,11 @@ TEST(Math, SineAndCosine) {
   for (const double bad : {HUGE_VAL, -HUGE_VAL, std::nan("")}) {
     EXPECT_TRUE(std::isnan(sinCosAny(bad).sine) && std::isnan(sinCosAny(bad).cosine));
   }
-  EXPECT_NEAR(sinCosAny(1e15).sine, std::sin(1e15), 0.5);
+  for (const double angle : {1e6, 1.000001e6, -3456789.0, 1e9, -1e12, 1e15}) {
+    const double error = 3e-16 + 1e-16 * std::fabs(angle);
+    EXPECT_NEAR(sinCosAny(angle).sine, std::sin(angle), error) << angle;
+    EXPECT_NEAR(sinCosAny(angle).cosine, std::cos(angle), error) << angle;
+  }
   EXPECT_EQ(sinCosExact(0).sine, 0);
   EXPECT_EQ(sinCosExact(0).cosine, 1);
 }

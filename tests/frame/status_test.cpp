@@ -48,6 +48,8 @@ TEST(Status, TextsAndVersion) {
 
 // Three times the width does not fit 32 bits.
 TEST(CheckData, WideRows) {
+  EXPECT_TRUE(rowFits(7, 7) && rowFits(7, 21, 3));
+  EXPECT_FALSE(rowFits(7, 6) || rowFits(7, 20, 3));
   const uint8_t pixel = 0;
   for (const int32_t width : {1, 100, 715827882, 715827883, 1073741824, INT32_MAX}) {
     const int64_t row = int64_t{3} * width;

@@ -134,17 +134,17 @@ TEST(HessianLocate, SaddleFromAnyPixelAround) {
   }
 }
 
-// Half a percent of the strongest response, in whichever column that lies: of the contrast 240, 17.
+// Half a percent of the strongest response, in whichever column that lies: 16 grey levels of 226.
 TEST(HessianLocate, FaintCornersByTheStrongest) {
   constexpr CheckerboardHessianParam kPlain{DAXI_CHECKERBOARD_PLAIN, 1, 3, 300, 0, 180};
   const DaxiSize size{160, 64};
   GuardedBuffer<uint8_t> buffer(LocateBuffer(size).layout.total());
   const auto sign = [](int32_t v) { return (v > 0) - (v < 0); };
   for (int32_t shift = 0; shift < 4; ++shift) {
-    for (const auto& [half, found] : {std::pair{8, false}, {9, true}}) {
+    for (const auto& [strong, found] : {std::pair{116, false}, {112, true}}) {
       Image image(size);
-      image.fill([&, faint = half](int32_t x, int32_t y) {
-        return 128 + sign(y - 32) * (x < 80 ? 120 * sign(x - 40 - shift) : faint * sign(x - 120));
+      image.fill([&, half = strong](int32_t x, int32_t y) {
+        return 128 + sign(y - 32) * (x < 80 ? half * sign(x - 40 - shift) : 8 * sign(x - 120));
       });
       CheckerboardCorner corners[16];
       const int32_t count = _DAXI_CheckerboardCornerHessian_Loc_8u_C1R(image.data(), image.step(), size, corners, 16,
