@@ -29,7 +29,10 @@ class OutputFile {
       if (exists && file_) failed_ = fchmod(fileno(file_), old.st_mode & 07777) != 0;
     }
   }
-  ~OutputFile() { close(); }
+  ~OutputFile() {
+    if (file_) std::fclose(file_);
+    if (temporary_[0] != '\0') unlink(temporary_);
+  }
   OutputFile(const OutputFile&) = delete;
   OutputFile& operator=(const OutputFile&) = delete;
 
@@ -37,7 +40,8 @@ class OutputFile {
 
   void write(const void* data, uint64_t bytes) { failed_ |= std::fwrite(data, 1, bytes, file_) != bytes; }
 
-  // Completes the file; returns whether everything was written. On failure a regular file at `path` is unchanged.
+  // Completes the file; returns whether everything was written. On failure a regular file at `path` is unchanged, and
+  // the temporary one goes with the object.
   bool commit() {
     failed_ |= std::fflush(file_) != 0;
     if (temporary_[0] != '\0') failed_ |= fsync(fileno(file_)) != 0;
@@ -45,7 +49,6 @@ class OutputFile {
     file_ = nullptr;
     if (!failed_ && temporary_[0] != '\0') failed_ = std::rename(temporary_, path_) != 0;
     if (!failed_) temporary_[0] = '\0';
-    close();
     return !failed_;
   }
 
@@ -64,13 +67,6 @@ class OutputFile {
     if (descriptor >= 0) file_ = fdopen(descriptor, "wb");
     if (!file_ && descriptor >= 0) ::close(descriptor);
     if (!file_ && descriptor < 0) temporary_[0] = '\0';
-  }
-
-  void close() {
-    if (file_) std::fclose(file_);
-    file_ = nullptr;
-    if (temporary_[0] != '\0') unlink(temporary_);
-    temporary_[0] = '\0';
   }
 
   static constexpr size_t kSuffixRoom = 40;  // ".<process>-<number>.tmp"

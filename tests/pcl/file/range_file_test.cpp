@@ -209,6 +209,12 @@ TEST_F(RangeFile, RecordsReadTwice) {
   // Values of the old sides with the new width alone.
   save(chunk(range, std::string(24, 'v')) + chunk(width, packed(4)));
   EXPECT_EQ(read.from(path_), DAX_STS_FAILURE);
+  // Sides without values describe memory that is there.
+  for (const auto& [columns, status] : {std::pair{5, DaxStatus{DAX_STS_FAILURE}}, {3, DaxStatus{DAX_STS_OK}}}) {
+    save(chunk(height, packed(3)) + chunk(width, packed(columns)));
+    EXPECT_EQ(read.from(path_), status);
+    EXPECT_EQ(read.record.range.image.width, status == DAX_STS_OK ? 3 : 4);
+  }
   EXPECT_EQ(DAX3DPCL_UTILS_RELEASE_RANGE_V4(&read.record), DAX_STS_OK);
   EXPECT_EQ(DAX3DPCL_UTILS_RELEASE_RANGE_V4(&read.record), DAX_STS_OK);
   EXPECT_FALSE(read.record.range.owner[0] || read.record.range.image.plane[0] || read.record.mask.owner[0]);
