@@ -60,14 +60,12 @@ void* DAXCUDA_Malloc() {
 void DAXCUDA_Free(void*) {}
 
 void* DAX_MemMalloc(uint64_t size, int32_t alignment, uint32_t kind) {
-  if (size == 0 || alignment <= 0) return nullptr;
   if (kind == DAX_MEMORY_CPU) return DAX_CpuMemMalloc(size, alignment);
   if (kind == DAX_MEMORY_DEVICE) return DAXCUDA_Malloc();
   return nullptr;
 }
 
 void DAX_MemFree(void* block, uint32_t kind) {
-  if (!block) return;
   if (kind == DAX_MEMORY_CPU) DAX_CpuMemFree(block);
   if (kind == DAX_MEMORY_DEVICE) DAXCUDA_Free(block);
 }

@@ -16,7 +16,7 @@ namespace dax {
 namespace {
 
 // Writes to a temporary file in the same folder, which replaces `path` on success; directly to `path` if that exists
-// and is not a regular file.
+// and is not a regular file. Once open, it must be committed.
 class OutputFile {
  public:
   explicit OutputFile(const char* path) : path_(path) {
@@ -30,7 +30,6 @@ class OutputFile {
     }
   }
   ~OutputFile() {
-    if (file_) std::fclose(file_);
     if (temporary_[0] != '\0') unlink(temporary_);
   }
   OutputFile(const OutputFile&) = delete;
@@ -46,7 +45,6 @@ class OutputFile {
     failed_ |= std::fflush(file_) != 0;
     if (temporary_[0] != '\0') failed_ |= fsync(fileno(file_)) != 0;
     failed_ |= std::fclose(file_) != 0;
-    file_ = nullptr;
     if (!failed_ && temporary_[0] != '\0') failed_ = std::rename(temporary_, path_) != 0;
     if (!failed_) temporary_[0] = '\0';
     return !failed_;

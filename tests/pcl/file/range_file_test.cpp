@@ -226,6 +226,30 @@ TEST_F(RangeFile, RecordsReadTwice) {
   EXPECT_EQ(DAX3DPCL_UTILS_READ_RANGE_V4((path_ + "x").c_str(), &read.record), DAX_STS_FILE_OPEN);
 }
 
+// Each alone in a record that would do, to both writers; a mask is looked at where there is one.
+TEST_F(RangeFile, WritersTakeWholeRecordsOnly) {
+  using Change = void (*)(DAX3D_RANGE_V4&);
+  const std::pair<Change, DaxStatus> changes[] = {
+      {[](DAX3D_RANGE_V4& r) { r.range.owner[0] = nullptr; }, DAX_STS_NULL_POINTER},
+      {[](DAX3D_RANGE_V4& r) { r.range.image.plane[0] = nullptr; }, DAX_STS_NULL_POINTER},
+      {[](DAX3D_RANGE_V4& r) { r.mask.owner[0] = nullptr; }, DAX_STS_NULL_POINTER},
+      {[](DAX3D_RANGE_V4& r) { r.range.image.format = 1; }, DAX_STS_IMAGE_FORMAT},
+      {[](DAX3D_RANGE_V4& r) { r.mask.image.format = 3; }, DAX_STS_IMAGE_FORMAT},
+      {[](DAX3D_RANGE_V4& r) { ++r.mask.image.width, ++r.mask.image.step[0]; }, DAX_STS_IMAGE_SIZE},
+      {[](DAX3D_RANGE_V4& r) { ++r.mask.image.height; }, DAX_STS_IMAGE_SIZE},
+      {[](DAX3D_RANGE_V4& r) { r.range.image.height = r.mask.image.height = 0; }, DAX_STS_IMAGE_SIZE},
+      {[](DAX3D_RANGE_V4& r) { ++r.range.image.step[0]; }, DAX_STS_IMAGE_STEP},
+      {[](DAX3D_RANGE_V4& r) { ++r.mask.image.step[0]; }, DAX_STS_IMAGE_STEP},
+  };
+  for (const auto& [change, status] : changes) {
+    RangeSample sample(7, 5, DAX3D_RANGE_WITH_MASK, 201);
+    change(sample.record);
+    EXPECT_EQ(DAX3DPCL_UTILS_WRITE_RANGE_V4(path_.c_str(), &sample.record), status) << status;
+    EXPECT_EQ(DAX3DPCL_UTILS_WRITE_RANGE_V4_V2(path_.c_str(), &sample.record), status) << status;
+  }
+  EXPECT_EQ(filesInDirectory(), 0u);
+}
+
 TEST_F(RangeFile, FailedWritesLeaveTheOldFile) {
   const RangeSample sample(64, 64);
   save("the old file");
