@@ -24,9 +24,8 @@
 DAX_BEGIN_DECLS
 
 /* Writes range values, mask, scale, offset, height and width, in this order, from the memory of owner pointers. Type,
- * colour and calibration are left out. A new file, or one that replaces a regular file, is written under a
- * temporary name in the same folder (which must be writable), flushed to disk and renamed, so that a failure leaves the
- * old file unchanged. Other files (devices, links) are written directly.
+ * colour and calibration are left out. Files are written as by DAX_WriteFile
+ * (dax/file.h): a failure leaves the old file unchanged.
  *
  * Checks, in order:
  *   path, record, range owner 0, range plane 0 or mask owner 0 null       0x10000014

@@ -1,78 +1,12 @@
 #include "pcl/file/range_file_write.h"
 
-#include <fcntl.h>
-#include <sys/stat.h>
-#include <unistd.h>
-
-#include <cerrno>
-#include <cstdio>
-#include <cstring>
-
 #include "frame/check.h"
+#include "frame/file/output_file.h"
 #include "pcl/file/range_chunks.h"
 #include "pcl/record/range_record.h"
 
 namespace dax {
 namespace {
-
-// Writes to a temporary file in the same folder, which replaces `path` on success; directly to `path` if that exists
-// and is not a regular file. Once open, it must be committed.
-class OutputFile {
- public:
-  explicit OutputFile(const char* path) : path_(path) {
-    struct stat old;
-    const bool exists = lstat(path, &old) == 0;
-    if (exists && !S_ISREG(old.st_mode)) {
-      file_ = std::fopen(path, "wb");
-    } else {
-      openTemporary();
-      if (exists && file_) failed_ = fchmod(fileno(file_), old.st_mode & 07777) != 0;
-    }
-  }
-  ~OutputFile() {
-    if (temporary_[0] != '\0') unlink(temporary_);
-  }
-  OutputFile(const OutputFile&) = delete;
-  OutputFile& operator=(const OutputFile&) = delete;
-
-  bool isOpen() const { return file_; }
-
-  void write(const void* data, uint64_t bytes) { failed_ |= std::fwrite(data, 1, bytes, file_) != bytes; }
-
-  // Completes the file; returns whether everything was written. On failure a regular file at `path` is unchanged, and
-  // the temporary one goes with the object.
-  bool commit() {
-    failed_ |= std::fflush(file_) != 0;
-    if (temporary_[0] != '\0') failed_ |= fsync(fileno(file_)) != 0;
-    failed_ |= std::fclose(file_) != 0;
-    if (!failed_ && temporary_[0] != '\0') failed_ = std::rename(temporary_, path_) != 0;
-    if (!failed_) temporary_[0] = '\0';
-    return !failed_;
-  }
-
- private:
-  // Tries up to 1000 names, because other threads and programs may have taken some.
-  void openTemporary() {
-    const size_t length = std::strlen(path_);
-    if (length == 0 || length > sizeof(temporary_) - kSuffixRoom) return;
-    std::memcpy(temporary_, path_, length);
-    int descriptor = -1;
-    for (int i = 0; i < 1000 && descriptor < 0; ++i) {
-      std::snprintf(temporary_ + length, kSuffixRoom, ".%ld-%d.tmp", static_cast<long>(getpid()), i);
-      descriptor = open(temporary_, O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
-      if (descriptor < 0 && errno != EEXIST) break;
-    }
-    if (descriptor >= 0) file_ = fdopen(descriptor, "wb");
-    if (!file_ && descriptor >= 0) ::close(descriptor);
-    if (!file_ && descriptor < 0) temporary_[0] = '\0';
-  }
-
-  static constexpr size_t kSuffixRoom = 40;  // ".<process>-<number>.tmp"
-  const char* path_;
-  std::FILE* file_ = nullptr;
-  bool failed_ = false;
-  char temporary_[4096 + kSuffixRoom] = "";  // 4096: PATH_MAX of Linux
-};
 
 void writeTrailer(OutputFile& file, RangeTag tag, uint64_t size) {
   const ChunkTrailer trailer = {tag, static_cast<uint32_t>(size)};
