@@ -3,11 +3,16 @@
 install(TARGETS dax EXPORT dax LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT library
                                        NAMELINK_COMPONENT development)
 install(DIRECTORY include/ ${PROJECT_BINARY_DIR}/include/ DESTINATION ${CMAKE_INSTALL_INCLUDEDIR} COMPONENT development
-        FILES_MATCHING PATTERN "*.h" PATTERN daxhost.h EXCLUDE)
+        FILES_MATCHING PATTERN "*.h" PATTERN daxhost.h EXCLUDE PATTERN daxio.h EXCLUDE)
 if(DAX_BUILD_HOST)
   install(TARGETS daxhost EXPORT dax LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT host
                                              NAMELINK_COMPONENT development)
   install(FILES include/daxhost.h DESTINATION ${CMAKE_INSTALL_INCLUDEDIR} COMPONENT development)
+endif()
+if(DAX_BUILD_IO)
+  install(TARGETS daxio EXPORT dax LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT io
+                                           NAMELINK_COMPONENT development)
+  install(FILES include/daxio.h DESTINATION ${CMAKE_INSTALL_INCLUDEDIR} COMPONENT development)
 endif()
 if(DAX_BUILD_TOOLS)
   install(TARGETS dax_tool RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT tools)

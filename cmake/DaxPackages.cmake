@@ -2,6 +2,7 @@
 #
 #   libdax<soname>       the library: needs the C library and nothing else
 #   libdaxhost<soname>   the reference pool: needs oneTBB
+#   libdaxio<soname>     PNG, JPEG and TIFF files: needs their codecs
 #   libdax-dev           headers, CMake package, pkg-config file
 #   dax-tools            the program and its manual pages
 #   python3-dax          the Python package, for all architectures
@@ -24,11 +25,12 @@ set(debian_version ${PROJECT_VERSION}-${DAX_PACKAGE_RELEASE})
 set(packages ${PROJECT_BINARY_DIR}/packages)
 set(library_package libdax${soversion})
 set(host_package libdaxhost${soversion})
+set(io_package libdaxio${soversion})
 set(development_package libdax-dev)
 set(tools_package dax-tools)
 set(python_package python3-dax)
 set(components library development)
-foreach(optional host=daxhost tools=dax_tool python=dax_python)
+foreach(optional host=daxhost io=daxio tools=dax_tool python=dax_python)
   string(REPLACE "=" ";" optional ${optional})
   list(GET optional 0 component)
   list(GET optional 1 target)
@@ -58,7 +60,7 @@ foreach(component ${components})
 
   # What Debian's checker may say; scripts/test-packages takes the rest for faults.
   set(overrides "# Not from Debian's archive: there is no request to close.\ninitial-upload-closes-no-bugs\n")
-  if(component MATCHES "library|host")
+  if(component MATCHES "library|host|io")
     string(APPEND overrides "# CPack writes these scripts, the trigger that replaces them is there as well.\n"
                             "maintscript-calls-ldconfig\n")
   endif()
@@ -76,12 +78,14 @@ execute_process(
 file(WRITE ${control}/library/symbols "${symbols}")
 file(WRITE ${control}/library/shlibs "libdax ${soversion} ${library_package} (>= ${PROJECT_VERSION})\n")
 file(WRITE ${control}/host/shlibs "libdaxhost ${soversion} ${host_package} (>= ${PROJECT_VERSION})\n")
-foreach(component library host)
+file(WRITE ${control}/io/shlibs "libdaxio ${soversion} ${io_package} (>= ${PROJECT_VERSION})\n")
+foreach(component library host io)
   file(WRITE ${control}/${component}/triggers "activate-noawait ldconfig\n")
 endforeach()
 set(CPACK_DEBIAN_LIBRARY_PACKAGE_CONTROL_EXTRA ${control}/library/symbols ${control}/library/shlibs
                                                ${control}/library/triggers)
 set(CPACK_DEBIAN_HOST_PACKAGE_CONTROL_EXTRA ${control}/host/shlibs ${control}/host/triggers)
+set(CPACK_DEBIAN_IO_PACKAGE_CONTROL_EXTRA ${control}/io/shlibs ${control}/io/triggers)
 set(CPACK_DEBIAN_PYTHON_PACKAGE_CONTROL_EXTRA ${PROJECT_SOURCE_DIR}/packaging/python3-dax/postinst
                                               ${PROJECT_SOURCE_DIR}/packaging/python3-dax/prerm)
 set(CPACK_DEBIAN_PACKAGE_CONTROL_STRICT_PERMISSION ON)
@@ -103,7 +107,7 @@ set(CPACK_DEBIAN_PACKAGE_PRIORITY optional)
 set(CPACK_DEBIAN_COMPRESSION_TYPE xz)
 set(CPACK_DEBIAN_ENABLE_COMPONENT_DEPENDS ON)
 # dpkg-shlibdeps finds the packages of other libraries; scripts/package shows it where those of arm64 are unpacked.
-set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS_PRIVATE_DIRS ${PROJECT_BINARY_DIR} ${PROJECT_BINARY_DIR}/host)
+set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS_PRIVATE_DIRS ${PROJECT_BINARY_DIR} ${PROJECT_BINARY_DIR}/host ${PROJECT_BINARY_DIR}/io)
 
 # dax_package(COMPONENT SECTION MULTI-ARCH SUMMARY line...): the fields of one package; a "." parts paragraphs.
 function(dax_package component section multi_arch summary)
@@ -122,6 +126,8 @@ dax_package(library libs same "machine-vision algorithms: library" ${about}
             "This is the shared library. It needs the C library only.")
 dax_package(host libs same "machine-vision algorithms: thread pool" ${about}
             "This is a thread pool for hosts that have none of their own, on oneTBB.")
+dax_package(io libs same "machine-vision algorithms: image files" ${about}
+            "This reads and writes image files: PNG, JPEG and TIFF beside the formats" "that the library itself knows.")
 dax_package(development libdevel same "machine-vision algorithms: development files" ${about}
             "These are the headers, for C99 and C++17, and what CMake and pkg-config" "need to find the libraries.")
 dax_package(tools graphics foreign "machine-vision algorithms: command-line program" ${about}
@@ -131,14 +137,16 @@ dax_package(python python no "machine-vision algorithms: Python package" ${about
 
 set(CPACK_DEBIAN_LIBRARY_PACKAGE_SHLIBDEPS ON)
 set(CPACK_DEBIAN_HOST_PACKAGE_SHLIBDEPS ON)
+set(CPACK_DEBIAN_IO_PACKAGE_SHLIBDEPS ON)
 set(CPACK_DEBIAN_TOOLS_PACKAGE_SHLIBDEPS ON)
 set(CPACK_COMPONENT_DEVELOPMENT_DEPENDS ${components})
 list(REMOVE_ITEM CPACK_COMPONENT_DEVELOPMENT_DEPENDS development tools python)
-set(CPACK_COMPONENT_TOOLS_DEPENDS library host)
+set(CPACK_COMPONENT_TOOLS_DEPENDS library host io)
+set(CPACK_COMPONENT_IO_DEPENDS library)
 set(CPACK_DEBIAN_PYTHON_PACKAGE_ARCHITECTURE all)
 set(CPACK_DEBIAN_PYTHON_PACKAGE_DEPENDS
     "${library_package} (>= ${PROJECT_VERSION}), python3 (>= 3.9), python3-cffi-backend, python3-numpy")
-set(CPACK_DEBIAN_PYTHON_PACKAGE_RECOMMENDS "${host_package} (>= ${PROJECT_VERSION})")
+set(CPACK_DEBIAN_PYTHON_PACKAGE_RECOMMENDS "${host_package} (>= ${PROJECT_VERSION}), ${io_package} (>= ${PROJECT_VERSION})")
 
 # Debian's amd64 begins below the instructions that the library is compiled for; this package refuses older processors.
 if(DAX_PACKAGE_ARCHITECTURE STREQUAL amd64 AND NOT DAX_X86_ARCH STREQUAL x86-64)
@@ -147,5 +155,6 @@ if(DAX_PACKAGE_ARCHITECTURE STREQUAL amd64 AND NOT DAX_X86_ARCH STREQUAL x86-64)
   endif()
   set(CPACK_DEBIAN_LIBRARY_PACKAGE_DEPENDS sse4.2-support)
   set(CPACK_DEBIAN_HOST_PACKAGE_DEPENDS sse4.2-support)
+  set(CPACK_DEBIAN_IO_PACKAGE_DEPENDS sse4.2-support)
 endif()
 include(CPack)

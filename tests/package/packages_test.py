@@ -47,11 +47,11 @@ class Packages(unittest.TestCase):
         run(cpack, "--config", str(build / "CPackConfig.cmake"), "-B", str(output))
         cls.all = {path.name.split("_")[0]: Package(path) for path in sorted(output.glob("*.deb"))}
         cls.soversion = re.search(r"libdax(\d+)", " ".join(cls.all))[1]
-        cls.library, cls.host = cls.all[f"libdax{cls.soversion}"], cls.all[f"libdaxhost{cls.soversion}"]
+        cls.library, cls.host, cls.io = (cls.all[f"{name}{cls.soversion}"] for name in ("libdax", "libdaxhost", "libdaxio"))
 
-    def test_there_are_five(self):
-        self.assertEqual(set(self.all), {f"libdax{self.soversion}", f"libdaxhost{self.soversion}", "libdax-dev",
-                                         "dax-tools", "python3-dax"})
+    def test_there_are_six(self):
+        self.assertEqual(set(self.all), {f"libdax{self.soversion}", f"libdaxhost{self.soversion}",
+                                         f"libdaxio{self.soversion}", "libdax-dev", "dax-tools", "python3-dax"})
 
     def test_every_file_is_in_one_package_only(self):
         names = [name for package in self.all.values() for name in package.files]
@@ -60,11 +60,14 @@ class Packages(unittest.TestCase):
     def test_the_library_needs_the_c_library_only(self):
         self.assertLessEqual(self.library.needs, {"libc6", "sse4.2-support"})
         self.assertTrue(any(need.startswith("libtbb") for need in self.host.needs))
+        for codec in ("libpng", "libjpeg", "libtiff"):
+            self.assertTrue(any(need.startswith(codec) for need in self.io.needs), codec)
+        self.assertFalse(any("magick" in need for package in self.all.values() for need in package.needs))
 
     def test_packages_of_one_version_go_together(self):
         version = self.library.fields["Version"]
         for name in ("libdax-dev", "dax-tools"):
-            for other in (f"libdax{self.soversion}", f"libdaxhost{self.soversion}"):
+            for other in (f"libdax{self.soversion}", f"libdaxhost{self.soversion}", f"libdaxio{self.soversion}"):
                 self.assertIn(f"{other} (= {version})", self.all[name].fields["Depends"], name)
         self.assertLess({"python3-numpy", "python3-cffi-backend", f"libdax{self.soversion}"}, self.all["python3-dax"].needs)
 
@@ -72,7 +75,7 @@ class Packages(unittest.TestCase):
         architecture = run("dpkg", "--print-architecture").decode().strip()
         for name, package in self.all.items():
             self.assertEqual(package.fields["Architecture"], "all" if name.startswith("python3") else architecture)
-        for package in (self.library, self.host, self.all["libdax-dev"]):
+        for package in (self.library, self.host, self.io, self.all["libdax-dev"]):
             self.assertEqual(package.fields["Multi-Arch"], "same")
 
     def test_every_export_is_in_the_symbols_file(self):
@@ -86,9 +89,9 @@ class Packages(unittest.TestCase):
         names = self.all["libdax-dev"].names()
         headers = {f"include/{path.relative_to(folder)}" for folder in includes for path in folder.glob("**/*.h")}
         self.assertEqual({name for name in names if name.startswith("include/")}, headers)
-        for ending in ("/libdax.so", "/libdaxhost.so", "/dax.pc", "/dax-config.cmake", "/dax-targets.cmake"):
+        for ending in ("/libdax.so", "/libdaxhost.so", "/libdaxio.so", "/dax.pc", "/dax-config.cmake", "/dax-targets.cmake"):
             self.assertTrue(any(name.endswith(ending) for name in names), ending)
-        for package in (self.library, self.host):
+        for package in (self.library, self.host, self.io):
             self.assertFalse([name for name in package.names() if not re.search(r"\.so\.\d+[.\d]*$|^share/lintian/", name)])
 
     def test_every_subcommand_has_a_manual_page(self):
