@@ -1,6 +1,4 @@
 // Any bytes as an image file: a failure, or grey values of 8 bits that are those of the file's depth rounded.
-#include <Magick++.h>
-
 #include <cstdlib>
 #include <vector>
 
@@ -14,15 +12,6 @@ namespace {
 
 using dax::fuzz::require;
 using dax::tool::Grey16Image, dax::tool::GreyImage, dax::tool::ImageFile;
-
-// As the program sets them up, but for few pixels: bytes that ask for many only cost time.
-void setUp() {
-  static const bool done = [] {
-    dax::tool::setUpDecoders();
-    return MagickLib::SetMagickResourceLimit(MagickLib::PixelsResource, 1 << 16) == MagickPass;
-  }();
-  require(done);
-}
 
 void read(const uint8_t* data, size_t size) try {
   const dax::fuzz::MemoryFile file(data, size);
@@ -47,7 +36,6 @@ void read(const uint8_t* data, size_t size) try {
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
-  setUp();
   read(data, size);
   if (size > 0 && data[0] == 0x89) {
     std::vector<uint8_t> mended(data, data + size);

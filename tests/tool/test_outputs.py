@@ -158,12 +158,15 @@ def test_failed_writing_leaves_nothing(dax, tmp_path, picture, option, name):
     assert sorted(os.listdir(tmp_path)) == sorted([name, picture])
 
 
-def test_output_replaces_a_file_as_the_user_would(dax, tmp_path, picture):
-    (tmp_path / "out.png").write_bytes(b"old")
+def test_output_keeps_the_mode_of_the_file_that_it_replaces(dax, tmp_path, picture):
     mask = os.umask(0o027)
     dax("inspect", picture, "--overlay", "out.png")
-    os.umask(mask)
     assert (tmp_path / "out.png").stat().st_mode & 0o777 == 0o640
+    (tmp_path / "out.png").write_bytes(b"old")
+    (tmp_path / "out.png").chmod(0o604)
+    dax("inspect", picture, "--overlay", "out.png")
+    os.umask(mask)
+    assert (tmp_path / "out.png").stat().st_mode & 0o777 == 0o604
     assert (tmp_path / "out.png").read_bytes().startswith(b"\x89PNG")
 
 

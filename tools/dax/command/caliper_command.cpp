@@ -11,7 +11,6 @@
 #include "command/picture_options.h"
 #include "draw/caliper_overlay.h"
 #include "draw/profile_plot.h"
-#include "io/image_file.h"
 #include "io/output_file.h"
 #include "io/picture.h"
 #include "model/caliper_search.h"
@@ -111,7 +110,6 @@ ExitStatus run(const CaliperOptions& options) {
   if (options.settings.expectedWidth && !options.settings.pairs) reject("--width needs --pair");
   if (options.settings.staircase && !options.settings.pairs) reject("--staircase needs --pair");
   requireUsable(options.outputs, options.input);
-  setUpDecoders();
   const Picture picture = readPicture(options.input, options.levels);
   const GreyImage& image = picture.grey;
   sayNote(options.input, picture);

@@ -10,7 +10,6 @@
 #include "base/workers.h"
 #include "command/commands.h"
 #include "command/picture_options.h"
-#include "io/image_file.h"
 #include "io/output_file.h"
 #include "model/boards.h"
 #include "report/run_json.h"
@@ -133,7 +132,6 @@ void writeBoardsTable(std::ostream& out, const std::vector<Result>& results) {
 ExitStatus run(const ChessboardOptions& options) {
   const auto size = sizeOf(options);
   const std::vector<Job> jobs = planSafeJobs(options.inputs, options.overlay, {});
-  setUpDecoders();
   std::vector<Result> results;
   {
     Progress progress(jobs.size(), "images");

@@ -10,7 +10,6 @@
 #include "command/commands.h"
 #include "command/picture_options.h"
 #include "filter/filter_option.h"
-#include "io/image_file.h"
 #include "io/output_name.h"
 #include "io/picture.h"
 #include "io/picture_file.h"
@@ -106,7 +105,6 @@ ExitStatus run(const FilterOptions& options) {
   const ImageFilter filter = option.parse(value);
   if (!filter) reject(std::string(option.name) + ": " + inQuotes(value) + " is not " + option.form);
   requireUsable(options, option);
-  setUpDecoders();
   Picture picture = readPicture(options.input, options.levels);
   const bool is16Bit = picture.hasValues() && filter.on16 && !options.levels;
   if (is16Bit) picture.levels.reset();

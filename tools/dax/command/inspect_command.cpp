@@ -10,7 +10,6 @@
 #include "command/picture_options.h"
 #include "dax/threadpool.h"
 #include "draw/overlay.h"
-#include "io/image_file.h"
 #include "io/output_file.h"
 #include "io/output_name.h"
 #include "report/listing.h"
@@ -142,7 +141,6 @@ ExitStatus run(InspectOptions options) {
   }
   const std::vector<Job> jobs = planSafeJobs(options.inputs, options.overlay, options.report);
   for (const Job& job : jobs) requireOther("--overlay", job.overlay, {{"the mask", options.outsideMask}});
-  setUpDecoders();
   if (!options.outsideMask.empty()) {
     options.settings.outsideMask = std::make_shared<const GreyImage>(readMask(options.outsideMask));
   }

@@ -11,7 +11,6 @@
 #include "command/picture_options.h"
 #include "draw/caliper_overlay.h"
 #include "draw/profile_plot.h"
-#include "io/image_file.h"
 #include "io/output_file.h"
 #include "io/picture.h"
 #include "model/caliper_search.h"
@@ -129,7 +128,6 @@ ExitStatus run(LineOptions options) {
   }
   requireUsable(options.outputs, options.input);
   options.calipers.count = 1;
-  setUpDecoders();
   const Picture picture = readPicture(options.input, options.levels);
   const GreyImage& image = picture.grey;
   sayNote(options.input, picture);

@@ -73,7 +73,6 @@ void requireRangeName(const fs::path& path) {
 }
 
 RangeImage readRangePicture(const RangeOptions& options, const RangeHeader& header) {
-  setUpDecoders();
   const ImageFile file = ImageFile::read(options.input);
   if (file.maxValue() == 255) {
     throw Failure(ExitStatus::kCannotRead, printable(options.input) + ": does not have 16 bits a pixel");
@@ -103,7 +102,6 @@ RangeImage readPoints(const RangeOptions& options, const std::optional<RangeHead
 }
 
 void writePictures(const RangeImage& image, const RangeOptions& options) {
-  setUpDecoders();
   const Grey16Image picture = toPicture(image, options.bias);
   writeFile(options.output, fs::path(options.output).extension() == ".png" ? encodePng(picture) : encodeTiff(picture));
   if (!options.mask.empty()) writePicture(options.mask, maskPicture(image));

@@ -5,7 +5,6 @@
 
 #include "base/text.h"
 #include "command/commands.h"
-#include "io/image_file.h"
 #include "io/output_file.h"
 #include "io/output_name.h"
 #include "io/picture_file.h"
@@ -34,7 +33,6 @@ ExitStatus run(const SceneOptions& options) {
   requirePictureName("OUT", image);
   requireOther("--truth", options.truth, {{"the picture", image}});
   const Scene scene = renderScene(parseSize(options.size), static_cast<uint64_t>(options.seed));
-  setUpDecoders();
   writePicture(image, scene.image);
   if (!options.truth.empty()) writeFile(options.truth, truthToJson(scene.truth));
   return ExitStatus::kOk;

@@ -1,64 +1,64 @@
-// Image files. Reads PNG, JPEG, TIFF, BMP and PGM/PPM from memory. Only the first bytes select the format, never the
-// name, so that no name can reach another decoder.
+// Image files: PNG, JPEG, TIFF, BMP and PGM/PPM. Only the first bytes select the format, never the name.
 #pragma once
 
+#include <cstdint>
 #include <filesystem>
-#include <memory>
 #include <string>
+#include <vector>
 
+#include "daxi/image_file.h"
 #include "io/grey_image.h"
-
-namespace Magick {
-class Image;
-}
 
 namespace dax::tool {
 
-// Sets the limits of the decoders; call once, before threads start.
-void setUpDecoders();
+// An image as it is in the file, turned upright where the file says how it was taken. Rows have no gaps.
+struct Samples {
+  DaxiImageRecord record;
+  std::vector<uint8_t> bytes;  // records tell the type of what is in them
 
-// A decoded image, turned upright where the file says how it was taken.
+  const uint16_t* words() const { return reinterpret_cast<const uint16_t*>(bytes.data()); }
+};
+
+// Throws Failure(kCannotRead) with a message that starts with the name. isPicture: only formats and types of the
+// program's pictures, which have whole numbers of at most 16 bits and sides that all of its commands take.
+Samples readSamples(const std::filesystem::path& path, bool isPicture);
+
+// A decoded picture.
 class ImageFile {
  public:
   // Throws Failure(kCannotRead) with a message that starts with the name.
-  static ImageFile read(const std::filesystem::path& path);
+  static ImageFile read(const std::filesystem::path& path) { return ImageFile(readSamples(path, true)); }
 
-  ImageFile(ImageFile&&) noexcept;
-  ~ImageFile();
-
-  // Alpha is dropped. With 16-bit components, grey = (299 R + 587 G + 114 B) / 257000, rounded: the weights of ITU-R
-  // BT.601, and for 8-bit images (R = 257 r) exactly the same weights of r, g and b.
+  // Alpha is dropped. Of 8 bits grey = (299 R + 587 G + 114 B) / 1000, the weights of ITU-R BT.601, halves rounded up; of
+  // more bits the same, times 255 / maxValue(), rounded once.
   GreyImage toGrey() const;
 
   // The largest value of a component that the file can hold: 255 or, of more than 8 bits, up to 65535.
-  int maxValue() const { return maxValue_; }
-  // Whether all components are those of an 8-bit image, times 257: then toGrey() loses nothing.
+  int maxValue() const { return samples_.record.maxValue; }
+  // Whether all components are those of an 8-bit image, stretched: then toGrey() loses nothing.
   bool hasOnly8Bits() const;
   // Grey values of 0..maxValue(), with the same weights.
   Grey16Image toGrey16() const;
 
   // Pictures in the file, of which the first one is read.
-  size_t pages() const { return pages_; }
+  size_t pages() const { return static_cast<size_t>(samples_.record.pages); }
 
  private:
-  void makeRgb() const;
-
-  ImageFile(std::unique_ptr<Magick::Image> image, int maxValue, size_t pages);
-  std::unique_ptr<Magick::Image> image_;
-  int maxValue_;
-  size_t pages_;
+  explicit ImageFile(Samples samples) : samples_(std::move(samples)) {}
+  Samples samples_;
 };
 
 // Whether a file-name extension is of a format that can be read.
 bool hasImageExtension(const std::filesystem::path& path);
 
-// Encoded 8-bit grey images.
+// Encoded grey images.
 std::string encodePng(const GreyImage& image);
+std::string encodePng(const Grey16Image& image);
 std::string encodePgm(const GreyImage& image);
 std::string encodePgm(const Grey16Image& image);
-
-// Encoded 16-bit grey images.
-std::string encodePng(const Grey16Image& image);
 std::string encodeTiff(const Grey16Image& image);
+
+// Any record in the format that cfg names. Throws Failure(kCannotWrite) where the format does not hold it.
+std::string encode(const DaxiImageRecord& record, const void* pixels, const DaxiImageWriteCfg& cfg);
 
 }  // namespace dax::tool

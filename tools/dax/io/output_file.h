@@ -6,8 +6,8 @@
 
 namespace dax::tool {
 
-// Writes a file without a name in the same folder and links it, or a temporary one and renames it. Follows links; devices and pipes are written directly.
-// Throws Failure(kCannotWrite).
+// As DAX_WriteFile: the old file, or the whole new one, of the old one's mode. Follows links; devices and pipes are written
+// directly. Throws Failure(kCannotWrite).
 void writeFile(const std::filesystem::path& path, std::string_view content);
 
 // Creates a folder and its parents. Throws Failure(kCannotWrite).

@@ -1,0 +1,65 @@
+// Bits of a sample. Whole numbers are stretched from the range of the file to that of the result, floats from 0..1; halves
+// are rounded to even.
+#include <algorithm>
+#include <cmath>
+#include <cstring>
+
+#include "base/text.h"
+#include "convert/convert_step.h"
+
+namespace dax::tool {
+namespace {
+
+// From 0 on; 1 is white.
+double shareOf(const Samples& samples, size_t i) {
+  if (samples.record.type == DAXI_SAMPLE_8U) return samples.bytes[i] / 255.0;
+  if (samples.record.type == DAXI_SAMPLE_16U) return static_cast<double>(samples.words()[i]) / samples.record.maxValue;
+  float value;
+  std::memcpy(&value, &samples.bytes[4 * i], sizeof(value));
+  return value;
+}
+
+Samples toWhole(const Samples& from, int32_t bits) {
+  Samples to = makeSamples(from.record, bits <= 8 ? DAXI_SAMPLE_8U : DAXI_SAMPLE_16U, from.record.channels);
+  // In memory white is 255 for fewer bits than 8, too.
+  to.record.bits = bits < 8 ? bits : 0;
+  to.record.maxValue = bits <= 8 ? 255 : (1 << bits) - 1;
+  const double white = (1 << bits) - 1;
+  const size_t count = to.bytes.size() / (bits <= 8 ? 1 : 2);
+  for (size_t i = 0; i < count; ++i) {
+    const double share = shareOf(from, i);
+    const double value = share > 0 ? std::rint(std::min(share * white, white)) : 0;  // also for what is no number
+    if (bits <= 8) {
+      to.bytes[i] = static_cast<uint8_t>(value * 255 / white);
+    } else {
+      reinterpret_cast<uint16_t*>(to.bytes.data())[i] = static_cast<uint16_t>(value);
+    }
+  }
+  return to;
+}
+
+Samples toFloat(const Samples& from) {
+  if (from.record.type == DAXI_SAMPLE_32F) return from;
+  Samples to = makeSamples(from.record, DAXI_SAMPLE_32F, from.record.channels);
+  for (size_t i = 0; 4 * i < to.bytes.size(); ++i) {
+    const auto value = static_cast<float>(shareOf(from, i));
+    std::memcpy(&to.bytes[4 * i], &value, sizeof(value));
+  }
+  return to;
+}
+
+ConvertStep parseBits(std::string_view text) {
+  if (text == "32f") return toFloat;
+  const auto bits = parseInteger(text, 1, 16);
+  if (!bits || (*bits < 8 && *bits != 1 && *bits != 2 && *bits != 4)) return {};
+  return [bits = static_cast<int32_t>(*bits)](const Samples& samples) { return toWhole(samples, bits); };
+}
+
+const ConvertRegistration bitsRegistration({500, "--bits", "N", "1, 2, 4, 8..16 or 32f",
+                                            "bits of a sample: 1, 2 or 4 (PNG of one channel), 8, 9..16,\n"
+                                            "or 32f for floats from 0 to 1, which white is; the range of the\n"
+                                            "file becomes that of the result [those of the file]",
+                                            parseBits});
+
+}  // namespace
+}  // namespace dax::tool
