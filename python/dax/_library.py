@@ -1,4 +1,5 @@
 """Loads the shared library and calls it."""
+import functools
 import os
 import pathlib
 from typing import Any, Optional
@@ -14,7 +15,7 @@ except ModuleNotFoundError as error:
 from ._contracts import VERSION
 from .errors import Error
 
-NAME, HOST_NAME = "libdax.so.0", "libdaxhost.so.0"
+NAME, HOST_NAME, CODECS_NAME = "libdax.so.0", "libdaxhost.so.0", "libdaxio.so.0"
 
 
 def _open(name: str, variable: str) -> Any:
@@ -22,7 +23,7 @@ def _open(name: str, variable: str) -> Any:
     package lies, or the system's."""
     package = pathlib.Path(__file__).resolve().parent
     build = package.parents[1]
-    near = [place / name for place in (package, build, build / "host") if (place / name).exists()]
+    near = [place / name for place in (package, build, build / "host", build / "io") if (place / name).exists()]
     path = os.environ.get(variable) or (str(near[0]) if near else name)
     # Global, so that the library finds the pool's functions; they are weak imports.
     # For good, since worker threads may outlive the last reference.
@@ -41,6 +42,18 @@ try:
     _library = _open(NAME, "DAX_LIBRARY")
 except OSError as error:
     raise ImportError(f"{error}; the environment variable DAX_LIBRARY names the library where it lies elsewhere") from None
+
+
+@functools.lru_cache(maxsize=None)
+def codecs() -> Any:
+    """The library of PNG, JPEG and TIFF, which is looked for when it is first needed."""
+    try:
+        return _open(CODECS_NAME, "DAX_CODECS_LIBRARY")
+    except OSError as error:
+        raise ImportError(
+            f"PNG, JPEG and TIFF files need libdaxio: {error}; the environment variable DAX_CODECS_LIBRARY names it where "
+            "it lies elsewhere"
+        ) from None
 
 
 def function(name: str) -> Any:
