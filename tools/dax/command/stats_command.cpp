@@ -10,7 +10,6 @@
 #include "base/workers.h"
 #include "command/commands.h"
 #include "draw/histogram_plot.h"
-#include "io/image_file.h"
 #include "io/inputs.h"
 #include "io/output_file.h"
 #include "model/image_stats.h"
@@ -131,7 +130,6 @@ void writeStatsTable(const std::vector<ImageResult>& results) {
 ExitStatus run(const StatsOptions& options) {
   const int bins = binsOf(options);
   const std::vector<Job> jobs = planJobs(options.inputs, options.plot, {}, "--histogram");
-  setUpDecoders();
   std::vector<ImageResult> results;
   {
     Progress progress(jobs.size(), "images");
