@@ -40,7 +40,6 @@ DaxStatus checkReadCfg(const DaxiImageReadCfg& cfg) {
   DAX_REQUIRE(cfg.format >= DAXI_IMAGE_ANY && cfg.format <= DAXI_IMAGE_TIFF, DAX_STS_BAD_PARAM);
   DAX_REQUIRE(cfg.upright == 0 || cfg.upright == 1, DAX_STS_BAD_PARAM);
   DAX_REQUIRE(cfg.page >= 0 && cfg.maxWidth >= 1 && cfg.maxHeight >= 1, DAX_STS_BAD_PARAM);
-  if (cfg.format != DAXI_IMAGE_RAW) return DAX_STS_OK;
   DAX_REQUIRE(cfg.rawChannels >= 1 && cfg.rawChannels <= 4 && isSampleType(cfg.rawType), DAX_STS_BAD_PARAM);
   DAX_REQUIRE(cfg.rawBigEndian == 0 || cfg.rawBigEndian == 1, DAX_STS_BAD_PARAM);
   return DAX_STS_OK;

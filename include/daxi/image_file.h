@@ -42,8 +42,8 @@ enum { DAXI_SAMPLE_8U = 1, DAXI_SAMPLE_16U = 2, DAXI_SAMPLE_32F = 3 };
 typedef struct DaxiImageRecord {
   int32_t width;    /* pixels a row */
   int32_t height;   /* rows */
-  int32_t channels; /* 1..4: grey, grey and alpha, colour, colour and alpha */
-  int32_t type;     /* 1..3: DAXI_SAMPLE_8U, DAXI_SAMPLE_16U or DAXI_SAMPLE_32F, of the samples in memory */
+  int32_t channels; /* one: grey, two: grey and alpha, three: colour, four: colour and alpha */
+  int32_t type;     /* of the samples in memory, one of those above */
   int32_t bits;     /* of a sample in the file; of a palette, of an index. Written: 0 for those of the type */
   int32_t maxValue; /* the largest value of a sample that the file can hold, as in memory: 255 of 8u, none (0) of 32f.
                           Written: 0 for that of the type */
@@ -56,7 +56,7 @@ typedef struct DaxiImageRecord {
 
 /* How to read. Counts begin at 0. 80 bytes. */
 typedef struct DaxiImageReadCfg {
-  int32_t format;     /* 0..7, which the file must have; DAXI_IMAGE_ANY, the default: any */
+  int32_t format;     /* one of the formats above, which the file must have; DAXI_IMAGE_ANY, the default: any */
   int32_t upright;    /* 0 or 1: rows and columns are turned as the orientation says, and so is the record; default 0 */
   int32_t page;       /* of the file, >= 0; default 0 */
   int32_t maxWidth;   /* limits, >= 1; default 1048576 */
@@ -64,7 +64,7 @@ typedef struct DaxiImageReadCfg {
   int32_t reserved;   /* not read */
   uint64_t maxPixels; /* default 268435456 */
   uint64_t maxBytes;  /* of the samples; default 4294967296 */
-  int32_t rawWidth;   /* the layout of raw files, not read for other formats: sides */
+  int32_t rawWidth;   /* the layout of raw files, without effect on others: sides */
   int32_t rawHeight;  /* as a file tells them, compared with the limits */
   int32_t rawChannels;  /* 1..4; default 1 */
   int32_t rawType;      /* 1..3, a type of samples; default 1 */
@@ -76,7 +76,7 @@ typedef struct DaxiImageReadCfg {
 
 /* How to write. 24 bytes. */
 typedef struct DaxiImageWriteCfg {
-  int32_t format;      /* 0..7; DAXI_IMAGE_ANY, the default, is for files only */
+  int32_t format;      /* one of the formats above; DAXI_IMAGE_ANY, the default, is for files only */
   int32_t quality;     /* JPEG: 1..100; default 95 */
   int32_t level;       /* PNG and deflated TIFF: 0..9, of the compression; default 6 */
   int32_t compression; /* TIFF: 0..2, none, LZW, deflate; default 1 */
@@ -113,13 +113,18 @@ DAX_API DaxStatus DAXI_ImageInfoFile(const char* path, const DaxiImageReadCfg* c
  *   width or height of the image below 1                                                   0x1000001a
  *   type or channels of the image unknown                                                  0x10000019
  *   step below width * channels                                                            0x1000001b
- *   then those of DAXI_ImageInfoMemory; then
+ *   a field of cfg outside its range                                                       0x10000019
+ *   no known format, or not the one asked for                                              0x10000007
+ *   a variant that is not read, a page that there is not                                   0x1000002a
+ *   the head is cut short, or the file too short for the samples                           0x10000026
+ *   the head breaks the format                                                             0x10000032
+ *   a side of 0 or beyond a limit, pixels or bytes beyond a limit                          0x10000008
  *   the file has other sides, channels or samples than the image                           0x10000008
  *   the samples are cut short                                                              0x10000026
  *   the samples break the format                                                           0x10000032 */
 DAX_API DaxStatus DAXI_ImageReadMemory(const void* file, uint64_t fileBytes, const DaxiImageReadCfg* cfg,
                                        const DaxiImageRecord* image, void* pixels, int32_t step);
-/* The same of a file; see DAXI_ImageInfoFile. */
+/* The same of a file, path in place of file. Only regular files are opened; else -> 0x10000025. */
 DAX_API DaxStatus DAXI_ImageReadFile(const char* path, const DaxiImageReadCfg* cfg, const DaxiImageRecord* image,
                                      void* pixels, int32_t step);
 

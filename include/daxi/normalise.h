@@ -28,8 +28,8 @@ DAX_BEGIN_DECLS
 
 /* Configuration. 32 bytes. */
 typedef struct DaxiNormaliseCfg {
-  double pLow;    /* 0..1, default 0: share of the pixels at or below low */
-  double pHigh;   /* 0..1, default 1: share of the pixels at or below high */
+  double pLow;    /* >= 0 and no more than pHigh, default 0: share of the pixels at or below low */
+  double pHigh;   /* at most 1, default 1: share of the pixels at or below high */
   double outLow;  /* finite, default 0: what low becomes */
   double outHigh; /* finite, default 255: what high becomes; may be below outLow */
 } DaxiNormaliseCfg;

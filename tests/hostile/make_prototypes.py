@@ -91,10 +91,11 @@ def bounds(found):
     return f"[]([[maybe_unused]] Call& c) -> Limits {{ return {{{low}, {high}}}; }}"
 
 
-def in_place(own, head, name):
+def in_place(function, own, head, name):
     stated = re.compile(rf"{name} may equal (\w+)|[Tt]he destination may be one of the (source)s")
     match = stated.search(own) or (None if "must not overlap" in own else stated.search(head))
-    return name == "dst" and match and (match[1] or "src1")
+    first = "src1" if any(each.name == "src1" for each in function.arguments) else "src"
+    return name == "dst" and match and (match[1] or first)
 
 
 def meaning(function, each, found, own, head, queries, records):
@@ -110,7 +111,7 @@ def meaning(function, each, found, own, head, queries, records):
     isWork = each.type == "void" and each.stars == 1 and not each.isConst
     if query := isWork and query_of(function.name, each.name, queries):
         parts.append(f'.query = "{query}", .alignment = {alignment(function.name, each.name, own + head)}')
-    if of := in_place(own, head, each.name):
+    if of := in_place(function, own, head, each.name):
         parts.append(f'.inPlaceOf = "{of}"')
     width, height = f"{each.name}.width", f"{each.name}.height"
     for name, member in ((each.name, "limits"), (width, "limits"), (height, "heightLimits")):

@@ -75,7 +75,7 @@ def bayer_phase_at(pattern: Pattern, x: int, y: int) -> str:
     """
     at = ffi.new("int32_t*")
     call("DAXI_BayerPhaseAt", choice("pattern", pattern, _PATTERNS), x, y, at)
-    return list(_PATTERNS)[at[0]]
+    return str(list(_PATTERNS)[at[0]])
 
 
 def unpack_pixels(

@@ -40,6 +40,15 @@ void fillReadCfg(Call& c) {
   });
 }
 
+// Steps of more memory than there is are too short instead.
+void samples(Call& c, const DaxiImageRecord& image, int32_t bytes) {
+  const int64_t row = int64_t{image.width} * image.channels;
+  const int64_t step = c.number("step", row, INT32_MAX, row + 3);
+  const bool tooLong = step > (1 << 20) / image.height;
+  if (tooLong) c.vague = true, c.set("step", static_cast<int32_t>(row - 1));
+  c.array("pixels", tooLong ? -1 : step * image.height * bytes);
+}
+
 // The record of what the file holds, where it is known, and memory for that.
 void readInto(Call& c, const std::string& file) {
   const auto* const cfg = c.get<const DaxiImageReadCfg*>("cfg");
@@ -47,11 +56,8 @@ void readInto(Call& c, const std::string& file) {
   if (cfg) DAXI_ImageInfoMemory(file.data(), file.size(), cfg, &found);
   c.filled<DaxiImageRecord>("image", 1, [&](DaxiImageRecord& image) { image = found; });
   const int32_t bytes = found.type == DAXI_SAMPLE_8U ? 1 : found.type == DAXI_SAMPLE_16U ? 2 : 4;
-  const int64_t step = c.number("step", found.width * found.channels, INT32_MAX, found.width * found.channels + 3);
-  const bool vague = step > 1 << 16;
-  auto* const pixels = c.array("pixels", vague ? -1 : step * found.height * bytes);
+  samples(c, found, bytes);
   c.mayWriteOn(DAX_STS_FILE_READ), c.mayWriteOn(DAX_STS_DATA_RANGE);
-  (void)pixels;
 }
 
 void fromMemory(Call& c) {
@@ -88,9 +94,10 @@ void write(Call& c) {
       1 + c.random.below(9), 1 + c.random.below(9), c.chance(50) ? 1 : 3, DAXI_SAMPLE_8U, 0, 0, 0, 0, 0, 0, 0};
   if (cfg && cfg->format == DAXI_IMAGE_PFM) given.type = DAXI_SAMPLE_32F;
   if (cfg && cfg->format == DAXI_IMAGE_PNM && c.chance(50)) given.type = DAXI_SAMPLE_16U;
-  c.filled<DaxiImageRecord>("image", 1, [&](DaxiImageRecord& image) { image = given; });
-  const int64_t step = c.number("step", given.width * given.channels, INT32_MAX, given.width * given.channels + 3);
-  c.array("pixels", step > 1 << 16 ? -1 : step * given.height * 4);
+  const auto* const image = c.filled<DaxiImageRecord>("image", 1, [&](DaxiImageRecord& each) { each = given; });
+  // A spoiled record may tell of a larger image.
+  if (image && c.block(image) && image->width > 0 && image->height > 0 && image->channels > 0) given = *image;
+  samples(c, given, 4);
   if (toFile) {
     const auto onDisk = std::make_shared<fuzz::MemoryFile>();
     const std::string path = onDisk->path();
