@@ -12,7 +12,7 @@
 namespace dax {
 namespace {
 
-constexpr int32_t kMaxShares = 65536;
+constexpr int32_t kMaxShares = 256;
 
 // ceil(share * n), at least 1. The product is lowered by what its rounding may have added: 0.07 * 100 is above 7.
 uint64_t rankOf(double share, uint64_t n) {

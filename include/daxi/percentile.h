@@ -18,7 +18,7 @@
  *   width < 1 or height < 1      0x1000001a
  *   srcStep < width              0x1000001b
  *   maskStep < width             0x1000001b
- *   count outside 1..65536       0x10000019
+ *   count outside 1..256       0x10000019
  *   a share outside 0..1         0x10000019
  *   no pixel, or only NaN        0x10000033
  * A failed call has written nothing but the buffer. */
