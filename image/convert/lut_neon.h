@@ -12,7 +12,7 @@ inline void lutRow(const uint8_t* src, uint8_t* dst, int32_t count, const uint8_
   const uint8x16x4_t quarters[4] = {vld1q_u8_x4(table), vld1q_u8_x4(table + 64), vld1q_u8_x4(table + 128),
                                     vld1q_u8_x4(table + 192)};
   const uint8x16_t quarter = vdupq_n_u8(64);
-  const int32_t x = forBlocks(count, [=](int32_t first) {
+  const int32_t x = forBlocks(count, [&](int32_t first) {
     uint8x16_t index = vld1q_u8(src + first), found = vqtbl4q_u8(quarters[0], index);
     for (int k = 1; k < 4; ++k) {
       index = vsubq_u8(index, quarter);

@@ -188,7 +188,7 @@ void writeBmpHead(ByteSink& sink, const DaxiImageRecord& image, const BmpPlan& p
   if (image.channels == 4) {
     put(30, 4, kBmpMasks);
     put(54, 4, 0xFF0000), put(58, 4, 0xFF00), put(62, 4, 0xFF), put(66, 4, 0xFF000000);
-    std::memcpy(head + 70, "BGRs", 4);  // sRGB
+    put(70, 4, 0x73524742);  // "sRGB"
   }
   sink.write(head, 14 + uint64_t{plan.infoBytes});
   for (uint32_t i = 0; i < plan.colours; ++i) {

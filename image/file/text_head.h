@@ -20,7 +20,7 @@ struct Word {
   void read(ByteSource& source) {
     int32_t c = source.next();
     while (isBlank(c) || c == '#') {
-      while (c == '#' && c >= 0) c = skipComment(source);
+      while (c == '#') c = skipComment(source);
       if (isBlank(c)) c = source.next();
     }
     for (length = 0; c >= 0 && !isBlank(c) && length < Room; c = source.next()) text[length++] = static_cast<char>(c);

@@ -1,6 +1,6 @@
+#include "daxi/extremes.h"
 #include "daxi/histogram.h"
 #include "daxi/integral.h"
-#include "daxi/extremes.h"
 #include "daxi/moments.h"
 #include "daxi/norm.h"
 #include "daxi/percentile.h"

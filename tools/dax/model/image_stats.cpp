@@ -4,8 +4,8 @@
 #include <utility>
 
 #include "base/library_call.h"
-#include "daxi/histogram.h"
 #include "daxi/extremes.h"
+#include "daxi/histogram.h"
 #include "daxi/percentile.h"
 #include "daxi/sum.h"
 

@@ -229,6 +229,7 @@ std::vector<Rejection> rejectedOf(const Picture& picture, const DaxiDomainList& 
   std::vector<Rejection> rejected = findRejected({picture.grey, domains}, cfg, kept, workers);
   if (!settings.shape) return rejected;
   std::vector<Blob> blobs;
+  blobs.reserve(rejected.size());
   for (const Rejection& each : rejected) blobs.push_back(each.blob);
   measureShapes(picture, domains, settings.connectivity, blobs);
   for (size_t i = 0; i < blobs.size(); ++i) {
