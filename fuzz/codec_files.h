@@ -61,7 +61,11 @@ inline Bytes tiff(bool isBig, uint32_t width, uint32_t height, uint32_t bits, ui
   for (const auto& [tag, value] : more) {
     const auto same = [tag = tag](const auto& entry) { return entry.first == tag; };
     const auto found = std::find_if(entries.begin(), entries.end(), same);
-    found == entries.end() ? entries.emplace_back(tag, value), void() : void(found->second = value);
+    if (found != entries.end()) {
+      found->second = value;
+    } else {
+      entries.emplace_back(tag, value);
+    }
   }
   const auto start = static_cast<uint32_t>(14 + 12 * entries.size());
   for (auto& [tag, value] : entries) value = tag == 273 && value == 0 ? start : value;

@@ -7,7 +7,7 @@ namespace {
 
 class ExifNumbers {
  public:
-  explicit ExifNumbers(FileBytes bytes) : bytes_(bytes), little_(bytes.size() > 0 && bytes[0] == 'I') {}
+  explicit ExifNumbers(FileBytes bytes) : bytes_(bytes), little_(!bytes.empty() && bytes[0] == 'I') {}
 
   bool holds(uint64_t place, uint64_t count) const { return place <= bytes_.size() && count <= bytes_.size() - place; }
   // 0 outside the block.

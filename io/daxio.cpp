@@ -115,7 +115,7 @@ DaxStatus info(FileBytes file, const DaxiImageReadCfg& cfg, DaxiImageRecord& ima
   const Codec* const codec = cfg.format == DAXI_IMAGE_RAW ? nullptr : codecOf(file);
   if (!codec) return DAXI_ImageInfoMemory(file.data(), file.size(), &cfg, &image);
   if (cfg.format != DAXI_IMAGE_ANY && cfg.format != codec->code) return DAX_STS_IMAGE_FORMAT;
-  DaxiImageRecord found;
+  DaxiImageRecord found = {};
   const DaxStatus status = guarded([&] { return codec->info(file, cfg, found, message); });
   if (status != DAX_STS_OK) return status;
   if (cfg.page >= found.pages) return DAX_STS_UNSUPPORTED_METHOD;
@@ -132,7 +132,7 @@ DaxStatus read(FileBytes file, const DaxiImageReadCfg& cfg, const DaxiImageRecor
   const Codec* const codec = cfg.format == DAXI_IMAGE_RAW ? nullptr : codecOf(file);
   if (!codec) return DAXI_ImageReadMemory(file.data(), file.size(), &cfg, &image, pixels, step);
   if (cfg.format != DAXI_IMAGE_ANY && cfg.format != codec->code) return DAX_STS_IMAGE_FORMAT;
-  DaxiImageRecord found;
+  DaxiImageRecord found = {};
   const DaxStatus status = guarded([&] { return codec->info(file, cfg, found, message); });
   if (status != DAX_STS_OK) return status;
   if (cfg.page >= found.pages) return DAX_STS_UNSUPPORTED_METHOD;

@@ -17,7 +17,7 @@ constexpr int kMaxScans = 100;
 // What the two directions share: errors that jump.
 struct JpegErrors {
   jpeg_error_mgr manager;
-  jmp_buf target;
+  jmp_buf target = {};
   DaxioMessage* message;
   DaxStatus status = DAX_STS_DATA_RANGE;
 

@@ -19,14 +19,20 @@ struct Bt709Gray {
 
 namespace portable {
 
+template <class Standard, class W>
+constexpr W grayWeight(uint32_t numerator) {
+  if constexpr (std::is_floating_point_v<W>) {
+    return static_cast<W>(numerator / double{Standard::kDivisor});
+  } else {
+    return numerator;
+  }
+}
+
 template <class Standard, class Order, class T>
 void grayRow(const T* src, T* dst, int32_t count) {
   using W = std::conditional_t<std::is_floating_point_v<T>, T, uint32_t>;
-  constexpr auto weight = [](uint32_t numerator) {
-    return std::is_floating_point_v<T> ? static_cast<W>(numerator / double{Standard::kDivisor})
-                                       : static_cast<W>(numerator);
-  };
-  constexpr W kRed = weight(Standard::kRed), kGreen = weight(Standard::kGreen), kBlue = weight(Standard::kBlue);
+  constexpr W kRed = grayWeight<Standard, W>(Standard::kRed), kGreen = grayWeight<Standard, W>(Standard::kGreen),
+              kBlue = grayWeight<Standard, W>(Standard::kBlue);
   for (ptrdiff_t x = 0; x < count; ++x) {
     const W sum = kRed * src[3 * x + Order::kRed] + kGreen * src[3 * x + 1] + kBlue * src[3 * x + Order::kBlue];
     if constexpr (std::is_floating_point_v<T>) {

@@ -46,7 +46,8 @@ DaxStatus gammaCurve(const uint16_t* src, int32_t srcStep, uint16_t* dst, int32_
   const Plane to{dst, dstStep};
   DAX_REQUIRE(buffer, DAX_STS_NULL_POINTER);
   DAX_REQUIRE_OK(checkGamma(from, to, size, kChannels, gamma));
-  uint16_t* const table = GammaBuffer{}.table.in(buffer);
+  const GammaBuffer layout;
+  uint16_t* const table = layout.table.in(buffer);
   fillGammaTable(table, gamma);
   applyTable(from, to, size, kChannels, table);
   return DAX_STS_OK;
