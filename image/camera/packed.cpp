@@ -53,7 +53,7 @@ class PackedWriter {
 
  private:
   uint8_t* to_;
-  uint16_t group_[Format::kGroup];
+  uint16_t group_[Format::kGroup] = {};
   int32_t held_ = 0;
 };
 
