@@ -176,9 +176,9 @@ inline uint16x8_t vmlal_u8(uint16x8_t sum, uint8x8_t a, uint8x8_t b) {
 // The doubled product's upper half; factors are not both -32768, the only product that saturates.
 #undef vqdmulhq_s16
 inline int16x8_t vqdmulhq_s16(int16x8_t a, int16x8_t b) {
-  const int16x8_t low = a * b;
+  const uint16x8_t low = (uint16x8_t)a * (uint16x8_t)b;
   const auto high = (int16x8_t)_mm_mulhi_epi16((__m128i)a, (__m128i)b);
-  return high * 2 + (int16x8_t)((uint16x8_t)low >> 15);
+  return high * 2 + (int16x8_t)(low >> 15);
 }
 
 // SIMDe multiplies as signed numbers, whose product may overflow.

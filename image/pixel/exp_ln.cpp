@@ -80,7 +80,7 @@ struct LnOp {
       bits = subnormal ? std::bit_cast<Int4>(x * splat(0x1p+23f)) : bits;
       shift = subnormal & 23;
     }
-    const Int4 above = bits - rootHalf;
+    const Int4 above = std::bit_cast<Int4>(std::bit_cast<Word4>(bits) - std::bit_cast<Word4>(rootHalf));
     const Float4 n = __builtin_convertvector((above >> 23) - shift, Float4);
     const Float4 f = std::bit_cast<Float4>((above & 0x007FFFFF) + rootHalf) - one;
     const Float4 p = ((((((p7 * f + p6) * f + p5) * f + p4) * f + p3) * f + p2) * f + p1) * f + p0;
