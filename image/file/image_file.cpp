@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cstring>
 
+#include "image/file/raw.h"
+
 namespace dax {
 namespace {
 
@@ -106,9 +108,7 @@ PixelRows<const uint8_t> rowsOf(const DaxiImageRecord& image, const void* pixels
 DaxStatus checkValues(const DaxiImageRecord& image, PixelRows<const uint8_t> rows) {
   if (image.type != DAXI_SAMPLE_16U || image.maxValue == 0 || image.maxValue == 65535) return DAX_STS_OK;
   for (int32_t y = 0; y < image.height; ++y) {
-    const auto* row = reinterpret_cast<const uint16_t*>(rows.row(y));
-    const bool within = std::all_of(row, row + rowSamples(image), [&](int32_t v) { return v <= image.maxValue; });
-    DAX_REQUIRE(within, DAX_STS_DATA_RANGE);
+    DAX_REQUIRE(wordsWithin(rows.row(y), rowSamples(image), image.maxValue), DAX_STS_DATA_RANGE);
   }
   return DAX_STS_OK;
 }

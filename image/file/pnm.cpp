@@ -1,7 +1,5 @@
 // PGM and PPM, P2, P3, P5 and P6, as netpbm describes them.
-#include <algorithm>
 #include <bit>
-#include <cstring>
 
 #include "image/file/image_file.h"
 #include "image/file/raw.h"
@@ -51,9 +49,7 @@ DaxStatus pnmInfo(ByteSource& source, const DaxiImageReadCfg& cfg, DaxiImageReco
 DaxStatus takeRow(uint8_t* row, const PnmHead& head) {
   const uint64_t count = rowSamples(head.image);
   if (head.image.type == DAXI_SAMPLE_16U) {
-    const auto* words = reinterpret_cast<const uint16_t*>(row);
-    const bool within = std::all_of(words, words + count, [&](int64_t v) { return v <= head.max; });
-    return within ? DAX_STS_OK : DAX_STS_DATA_RANGE;
+    return wordsWithin(row, count, static_cast<int32_t>(head.max)) ? DAX_STS_OK : DAX_STS_DATA_RANGE;
   }
   if (head.max == 255) return DAX_STS_OK;
   for (uint64_t i = 0; i < count; ++i) {
@@ -68,7 +64,7 @@ DaxStatus readTextRow(ByteSource& source, uint8_t* row, const PnmHead& head) {
     int64_t value;
     DAX_REQUIRE_OK(readCount(source, head.max, &value));
     if (head.image.type == DAXI_SAMPLE_16U) {
-      reinterpret_cast<uint16_t*>(row)[i] = static_cast<uint16_t>(value);
+      putWord(row, i, static_cast<uint16_t>(value));
     } else {
       row[i] = static_cast<uint8_t>(value);
     }
