@@ -1,7 +1,5 @@
 """Image files: every format comes back, and what is no image is refused."""
 import os
-import subprocess
-import sys
 
 import numpy as np
 import pytest
@@ -81,9 +79,9 @@ def test_refused(tmp_path):
     assert os.listdir(tmp_path) == []
 
 
-def test_codecs_are_needed_for_their_formats_only():
-    program = ("import dax; print(dax.imread(b'P5 1 1 255 a')); "
-               "dax.imread(b'\\x89PNG\\r\\n\\x1a\\n')")
-    environment = {**os.environ, "DAX_CODECS_LIBRARY": "/nowhere/libdaxio.so"}
-    done = subprocess.run([sys.executable, "-c", program], env=environment, capture_output=True, text=True)
-    assert done.stdout == "[[97]]\n" and "ImportError: PNG, JPEG and TIFF files need libdaxio" in done.stderr
+def test_codecs_are_needed_for_their_formats_only(monkeypatch):
+    monkeypatch.setenv("DAX_CODECS_LIBRARY", "/nowhere/libdaxio.so")
+    monkeypatch.setattr(dax.image.files, "codecs", _library.codecs.__wrapped__)
+    assert dax.imread(b"P5 1 1 255 a") == [[97]]
+    with pytest.raises(ImportError, match="PNG, JPEG and TIFF files need libdaxio"):
+        dax.imread(b"\x89PNG\r\n\x1a\n")
