@@ -62,7 +62,6 @@ void CompressedGraph::group(const SymmetricPattern& matrix, int32_t n) {
     }
     of[j] = kNone;
   }
-  count = 0;
   for (int32_t j = 0; j < n; ++j) {
     if (of[j] != kNone) continue;
     first[count] = j;

@@ -135,7 +135,6 @@ class MinimumDegree {
     count_ = static_cast<int32_t>(to - begin_);
     q_.start[p] = begin_;
     q_.length[p] = count_;
-    q_.elements[p] = 0;
     if (!inPlace) end_ = to;
     left_ -= pivotWeight_;
   }

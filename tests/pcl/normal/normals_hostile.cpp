@@ -32,7 +32,8 @@ void normals(Call& c) {
 
 void oneNormal(Call& c) {
   if (c.has("count")) {
-    c.reals<float>("points", Call::product({c.number("count", 4, 40), 3}));
+    c.draw("count");
+    c.reals<float>("points", Call::product({c.integer("count"), 3}));
   } else {
     c.reals<float>("point", 3), c.reals<float>("viewpoint", 3);
   }
