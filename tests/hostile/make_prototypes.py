@@ -141,6 +141,8 @@ def list_records(records, enumerators):
         lines = []
         for name, kind, is_pointer, comment in fields:
             low, high = (None, None) if is_pointer else limits.stated(comment, enumerators)
+            if re.search(r"\bfinite\b(?!, not used)", comment):
+                low, high = low or "-DBL_MAX", high or "DBL_MAX"
             default = re.search(r"default (\S*\d)", comment)
             if low and low.endswith(" + 1e-6"):
                 low = f"next<{kind if kind in ('float', 'double') else 'int64_t'}>({low[:-7]}, 1)"

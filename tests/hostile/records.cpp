@@ -1,4 +1,4 @@
-// Records by the comments of their fields: "1..3", "0 or 1", ">= 0", "at least 1", "default 10".
+// Records by the comments of their fields: "1..3", "0 or 1", ">= 0", "at least 1", "finite", "default 10".
 #include <cctype>
 #include <cmath>
 
@@ -177,6 +177,8 @@ void Call::spoilField(const Spoil& spoil) {
 void Call::fillField(const Field& field, uint8_t* data, Limits outer) {
   auto [low, high] = field.limits;
   if (std::isinf(low) && std::isinf(high)) low = outer.low, high = outer.high;
+  if (low == -DBL_MAX) low = -INFINITY;  // finite
+  if (high == DBL_MAX) high = INFINITY;
   const bool isFree = std::isinf(low) && std::isinf(high);
   if (field.type.kind == Kind::integer) {
     const int64_t from = std::isinf(low) ? 0 : static_cast<int64_t>(std::ceil(low));
