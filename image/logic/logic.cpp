@@ -3,13 +3,6 @@
 #include "image/logic/logic_neon.h"
 #include "image/logic/logic_portable.h"
 
-void _DAXI_Not_8u_C1R(const uint8_t* src, int32_t srcStep, uint8_t* dst, int32_t dstStep, DaxiSize size, int32_t isa) {
-  for (int32_t y = 0; y < size.height; ++y) {
-    (dax::usesNeon(isa) ? dax::neon::invertRow : dax::portable::invertRow)(dax::rowAt(src, srcStep, y),
-                                                                           dax::rowAt(dst, dstStep, y), size.width);
-  }
-}
-
 namespace dax {
 
 template <class Op, Operand kOperand, class T>
@@ -81,3 +74,12 @@ DAX_LOGIC(int16_t)
 #undef DAX_BITS
 
 }  // namespace dax
+
+void _DAXI_Not_8u_C1R(const uint8_t* src, int32_t srcStep, uint8_t* dst, int32_t dstStep, DaxiSize size, int32_t isa) {
+  constexpr uint8_t kOnes = UINT8_MAX;
+  const dax::Pattern<uint8_t, 1> ones(&kOnes);
+  for (int32_t y = 0; y < size.height; ++y) {
+    dax::bitsRow<dax::XorOp, dax::Operand::pattern>(dax::rowAt(src, srcStep, y), ones.elements,
+                                                    dax::rowAt(dst, dstStep, y), size.width, isa);
+  }
+}

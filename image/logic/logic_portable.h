@@ -41,10 +41,6 @@ struct RightShiftOp {
 
 namespace portable {
 
-inline void invertRow(const uint8_t* src, uint8_t* dst, int32_t width) {
-  for (int32_t x = 0; x < width; ++x) dst[x] = static_cast<uint8_t>(~src[x]);
-}
-
 template <class Op, Operand kOperand, class T>
 void bitsRow(const T* a, const T* b, T* dst, int32_t count) {
   forEachBlock<kOperand>(a, b, dst, count, [](T first, T second) { return Op::of(first, second); });
