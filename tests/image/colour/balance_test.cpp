@@ -123,15 +123,16 @@ TYPED_TEST(BalanceOf, Estimates) {
 
 TYPED_TEST(BalanceOf, NothingToGoBy) {
   using T = TypeParam;
-  const T full = Balance<T>::full, saturated[6] = {full, 0, 0, 0, full, 0}, dark[3] = {0, 0, 0};
+  const T full = Balance<T>::full, half = full / 2;
+  const T images[][6] = {
+      {full, 0, 0, 0, full, 0}, {0, 0, 0}, {0, half, half}, {half, 0, half}, {half, half, 0, full, full, half}};
   double gains[3] = {7, 7, 7};
   uint64_t bytes = 0;
   Balance<T>::patchBuffer(&bytes);
   std::vector<uint64_t> buffer(bytes / 8);
-  for (const T* const src : {saturated, dark}) {
-    const DaxiSize size = {src == dark ? 1 : 2, 1};
-    EXPECT_EQ(Balance<T>::grayWorld(src, 6, size, gains), DAX_STS_DEGENERATE);
-    EXPECT_EQ(Balance<T>::whitePatch(src, 6, size, 1, gains, buffer.data()), DAX_STS_DEGENERATE);
+  for (const T* const src : images) {
+    EXPECT_EQ(Balance<T>::grayWorld(src, 6, {2, 1}, gains), DAX_STS_DEGENERATE);
+    EXPECT_EQ(Balance<T>::whitePatch(src, 6, {2, 1}, 1, gains, buffer.data()), DAX_STS_DEGENERATE);
   }
   EXPECT_EQ(gains[0], 7);
 }
