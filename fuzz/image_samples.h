@@ -34,6 +34,8 @@ inline std::vector<ImageSample> bmpSamples() {
   constexpr auto kTwo = "\0\0\0\0\x30\x80\xF0\0"sv;  // black and a colour
   const std::string greys = std::string("\0\0\0\0\xFF\xFF\xFF\0"sv);
   const std::string core = Bytes().text("BM").little(4, {0, 0, 26, 12}).little(2, {1, 1, 1, 24}).text("\1\2\3\0"sv);
+  std::string tall = core;
+  tall[21] = 1;  // 257 rows
   Bytes v4;
   v4.text("BM").little(4, {0, 0, 122, 108, 1, 1}).little(2, {1, 32}).little(4, {3, 0, 0, 0, 0, 0});
   v4.little(4, {0xFF, 0xFF00, 0xFF0000, 0xFF000000}).zeros(52).text("\1\2\3\4");
@@ -74,6 +76,7 @@ inline std::vector<ImageSample> bmpSamples() {
       {"12 bits", bmp(1, 1, 12, 0, 0, "", "\0\0\0\0"sv), DAX_STS_DATA_RANGE},
       {"a head of 41 bytes", Bytes().text("BM").little(4, {0, 0, 55, 41}).zeros(64), DAX_STS_DATA_RANGE},
       {"a JPEG within", bmp(1, 1, 24, 4, 0, "", "\0\0\0\0"sv), DAX_STS_UNSUPPORTED_METHOD},
+      {"rows of the first version cut short", tall, DAX_STS_FILE_READ},
       {"pixels cut short", bmp(2, 2, 24, 0, 0, "", "\1\2\3\4\5\6\0\0\1"sv), DAX_STS_FILE_READ},
   };
 }
@@ -97,6 +100,7 @@ inline std::vector<ImageSample> pnmSamples() {
       {"zeros without end", "P5 " + std::string(5000, '0') + "1 1 255\n\1", DAX_STS_DATA_RANGE},
       {"a comment without end", "P5 #" + std::string(5000, 'c'), DAX_STS_FILE_READ},
       {"a negative side", "P5 -1 1 255\n\1", DAX_STS_DATA_RANGE},
+      {"a zero byte in a number", std::string("P5 1\0 1 255\n\1"sv), DAX_STS_DATA_RANGE},
       {"no side", "P5 0 1 255\n\1", DAX_STS_IMAGE_SIZE},
       {"a number that the end may have cut", "P2 1 1 255 12", DAX_STS_FILE_READ},
       {"samples cut short", std::string("P5 2 2 255\n\1\2\3"), DAX_STS_FILE_READ},

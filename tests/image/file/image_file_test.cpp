@@ -148,6 +148,8 @@ TEST(ImageFile, Limits) {
   const DaxiImageReadCfg cfg = readCfg();
   DaxiImageRecord image;
   EXPECT_EQ(DAXI_ImageInfoFile("/dev/zero", &cfg, &image), DAX_STS_FILE_OPEN);
+  const std::string bits = fuzz::bmpSamples()[3].file;  // two bytes for nine pixels, and two that fill up the row
+  EXPECT_EQ(DAXI_ImageInfoMemory(bits.data(), bits.size() - 3, &cfg, &image), DAX_STS_FILE_READ);
   // Another file than the one that was asked about.
   ASSERT_EQ(DAXI_ImageInfoMemory(file.data(), file.size(), &cfg, &image), DAX_STS_OK);
   char pixels[12];
@@ -246,6 +248,9 @@ TEST(ImageFile, WritersRefuse) {
   EXPECT_EQ(statusOf(DAXI_IMAGE_PNM, DAXI_SAMPLE_16U, 3, 300), DAX_STS_DATA_RANGE);
   const DaxiImageRecord image = {4, 1, 1, DAXI_SAMPLE_16U, 0, 0, 0, 0, 0, 0, 0};
   const DaxiImageWriteCfg any = writeCfg(DAXI_IMAGE_ANY);
+  DaxiImageWriteCfg wrong = any;
+  wrong.quality = 0;
+  EXPECT_EQ(DAXI_ImageWriteFile(&image, pixels, 4, &wrong, "/nowhere/x.pgm"), DAX_STS_BAD_PARAM);
   EXPECT_EQ(DAXI_ImageWriteFile(&image, pixels, 4, &any, "x.gif"), DAX_STS_BAD_PARAM);
   EXPECT_EQ(DAXI_ImageWriteFile(&image, pixels, 4, &any, "/nowhere/x.pgm"), DAX_STS_FILE_OPEN);
   const DaxiImageWriteCfg pnm = writeCfg(DAXI_IMAGE_PNM);
