@@ -110,20 +110,22 @@ bool pngStarts(FileBytes file) {
   return file.size() >= 8 && png_sig_cmp(file.data(), 0, 8) == 0;
 }
 
-DaxStatus pngInfo(FileBytes file, const DaxiImageReadCfg& cfg, DaxiImageRecord& image, DaxioMessage* message) {
-  PngState state(false, message);
+DaxStatus openPng(PngState& state, FileBytes file, const DaxiImageReadCfg& cfg, DaxiImageRecord& image) {
   if (!state.info) return DAX_STS_NO_MEMORY;
   state.at = file.data(), state.left = file.size();
   return readPngHead(state, cfg, image);
 }
 
+DaxStatus pngInfo(FileBytes file, const DaxiImageReadCfg& cfg, DaxiImageRecord& image, DaxioMessage* message) {
+  PngState state(false, message);
+  return openPng(state, file, cfg, image);
+}
+
 DaxStatus pngRead(FileBytes file, const DaxiImageReadCfg& cfg, const DaxiImageRecord& image, const Canvas& canvas,
                   DaxioMessage* message) {
   PngState state(false, message);
-  if (!state.info) return DAX_STS_NO_MEMORY;
-  state.at = file.data(), state.left = file.size();
   DaxiImageRecord again;
-  if (const DaxStatus status = readPngHead(state, cfg, again); status != DAX_STS_OK) return status;
+  if (const DaxStatus status = openPng(state, file, cfg, again); status != DAX_STS_OK) return status;
   std::vector<uint8_t> turned;
   uint64_t stride = 0;
   if (!canvas.isStraight()) {

@@ -265,7 +265,7 @@ bool tiffStarts(FileBytes file) {
 }
 
 DaxStatus tiffInfo(FileBytes file, const DaxiImageReadCfg& cfg, DaxiImageRecord& image, DaxioMessage* message) {
-  TiffStream stream{file, nullptr, 0, message};
+  TiffStream stream{.file = file, .message = message};
   const Tiff tiff = openTiff(stream, "rm", cfg.maxBytes);
   if (!tiff) return DAX_STS_FILE_READ;
   TiffLayout layout;
@@ -274,7 +274,7 @@ DaxStatus tiffInfo(FileBytes file, const DaxiImageReadCfg& cfg, DaxiImageRecord&
 
 DaxStatus tiffRead(FileBytes file, const DaxiImageReadCfg& cfg, const DaxiImageRecord& image, const Canvas& canvas,
                    DaxioMessage* message) {
-  TiffStream stream{file, nullptr, 0, message};
+  TiffStream stream{.file = file, .message = message};
   const Tiff tiff = openTiff(stream, "rm", std::max(cfg.maxBytes, kMaxTileBytes));
   if (!tiff) return DAX_STS_FILE_READ;
   TiffLayout layout;

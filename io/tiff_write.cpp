@@ -36,7 +36,7 @@ DaxStatus writeTiff(const DaxiImageRecord& image, const Pixels& pixels, const Da
                     DaxioMessage* message) {
   if (image.bits != 0 && image.bits != 8 * sampleBytes(image.type)) return DAX_STS_UNSUPPORTED_METHOD;
   const uint64_t bytes = rowBytes(image) * static_cast<uint64_t>(image.height);
-  TiffStream stream{{}, &file, 0, message};
+  TiffStream stream{.file = {}, .made = &file, .message = message};
   // Offsets of 64 bits only where there is need.
   Tiff tiff = openTiff(stream, bytes > uint64_t{3} << 30 ? "w8m" : "wm", UINT64_MAX);
   if (!tiff) return DAX_STS_NO_MEMORY;

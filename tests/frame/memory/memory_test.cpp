@@ -82,7 +82,9 @@ TEST(MemoryTables, AllocationAndRelease) {
     DaxMemTabEntry dax = {16, 16, 0, nullptr, kind};
     EXPECT_EQ(DAX_AllocMemTab(&dax, 1), DAX_STS_NO_MEMORY);
     DaxMemTabEntryV3 v3 = {};
-    v3.size = 16, v3.alignment = 16, v3.kind = kind;
+    v3.alignment = 16, v3.kind = kind;
+    EXPECT_EQ(DAX_AllocMemTabV3(&v3, 1), DAX_STS_OK);  // no bytes
+    v3.size = 16;
     EXPECT_EQ(DAX_AllocMemTabV3(&v3, 1), DAX_STS_NO_MEMORY);
   }
 }

@@ -26,6 +26,7 @@ TEST(Pcg32, BelowIsUniform) {
     }
     for (const uint32_t count : counts) EXPECT_NEAR(count, kDraws / 3, 700) << n;  // five standard deviations
   }
+  EXPECT_EQ(Pcg32(2).next(), Pcg32(2, 0).next());
   Pcg32 random(2);
   for (int i = 0; i < 100; ++i) EXPECT_EQ(random.below(1), 0u);
 }
