@@ -72,6 +72,26 @@ def test_corners_that_cannot_be_refined_are_flagged(dax, tmp_path):
     assert not image["found"] or image["refined"].count(False) == 1
 
 
+def apart(shift):
+    """Squares of 40 with gaps of 2 at the corners of 5 x 4, which the detector of squares alone joins; one of them shifted."""
+    picture = pictures.blank(360, 320, 220)
+    for r in range(5):
+        for c in range(6):
+            if (r + c) % 2 == 0:
+                moved = shift if (r, c) == (2, 2) else 0
+                pictures.draw(picture, 61 + 40 * c + moved, 61 + 40 * r, 38, 38, 40)
+    return picture
+
+
+def test_squares_that_are_no_plane_grid_are_no_board(dax, tmp_path):
+    """All corners look like corners, but no homography holds those of the shifted square."""
+    write(tmp_path / "near.pgm", apart(8))
+    write(tmp_path / "far.pgm", apart(10))
+    near, far = dax("chessboard", "near.pgm", "far.pgm", "--size", "5x4", "--json", status=None).json["images"]
+    assert near["found"] and near["detector"] == "quads" and all(near["refined"])
+    assert not far["found"]
+
+
 def test_folder_with_pictures_and_a_broken_file(dax, tmp_path):
     images = tmp_path / "images"
     images.mkdir()

@@ -108,6 +108,25 @@ def test_exact_size_two_values_and_ambiguity(rng):
     assert np.abs(dax.find_chessboard(plain, 7, 4).corners - truth).max() < 1
 
 
+def apart(shift):
+    """Squares of 40 with gaps of 2 at the corners of 5 x 4, which the detector of squares alone joins; one of them shifted."""
+    image = np.full((320, 360), 220, np.uint8)
+    for r, c in np.argwhere(np.indices((5, 6)).sum(0) % 2 == 0):
+        x = 61 + 40 * c + (shift if (r, c) == (2, 2) else 0)
+        image[61 + 40 * r : 99 + 40 * r, x : x + 38] = 40
+    return image
+
+
+def test_squares_that_are_no_plane_grid_are_no_board():
+    """All corners look like corners, but no homography holds those of the shifted square."""
+    near = dax.find_chessboard(apart(8), 5, 4)
+    assert near is not None and near.detector == "squares"
+    far = apart(10)
+    corners = dax.refine_corners(far, chessboards._squares(chessboards.source("image", far), 5, 4, "otsu", 8), 11)
+    assert dax.check_corners(far, corners, 8).all()
+    assert dax.find_chessboard(far, 5, 4) is None
+
+
 def test_points_that_are_no_corners(rng):
     image, truth = tilted(7, 4, 30, rng, 3)
     assert dax.check_corners(image, truth, 6).all() and not dax.check_corners(image, truth + 6, 6).any()
