@@ -4,7 +4,8 @@
 usage: make_documents.py OUTPUT VERSION MAINTAINER [COPYRIGHT...]
        VERSION: Debian version; COPYRIGHT: files of libraries whose code the package's binaries hold
 
-The changes are what scripts/changes prints. A heading of CHANGELOG.md is "## 1.2.3, 2030-12-31" or "## 1.2.3, not released", which is dated SOURCE_DATE_EPOCH or today.
+The changes are what scripts/changes prints. A heading of CHANGELOG.md is "## 1.2.3, 2030-12-31" or "## 1.2.3, not
+released", which is dated SOURCE_DATE_EPOCH or today.
 """
 import datetime
 import email.utils

@@ -13,7 +13,8 @@ SECTION = re.compile(r"\s*(DAX\w+): ")
 
 
 def lines_of(comment):
-    """A comment as all its prose in one line, and the rows of its tables, which end in codes after two blanks or more."""
+    """A comment as all its prose in one line, and the rows of its tables, which end in codes after two blanks or
+    more."""
     rows, prose, hanging = [], [], ""
     for line in re.sub(r"\n \* ?", "\n", comment).split("\n"):
         if re.search(r"\S {2,}0x1[0-9a-f]{7}", line):
@@ -48,7 +49,8 @@ def clauses(comment):
 
 
 def comments(include):
-    """Of each function its own comment, or the one that it shares, and what stands about it at the head of its header."""
+    """Of each function its own comment, or the one that it shares, and what stands about it at the head of its
+    header."""
     own = {}
     for header in sorted(include.glob("*/*.h")):
         pieces = list(PIECE.finditer(header.read_text()))
@@ -79,7 +81,8 @@ def comments_above(include):
 
 
 def contracts(include):
-    """What the comment of each function says about each code, or the one that it shares or refers to, and about its header."""
+    """What the comment of each function says about each code, or the one that it shares or refers to, and about its
+    header."""
     own, table, parameters = comments(include), {}, parameters_of(include)
     for name in own:
         known = table[name] = {}
@@ -111,8 +114,8 @@ EMPTY = re.compile(r"(?:[Cc]hecks )?[Aa]s (?:above|DAX)|and _|(?:not|k to|else)$
 
 
 def about(name, parameters, several):
-    """Of what comments say about a code what is about this function: clauses that refer to others say nothing, those about
-    null pointers name its parameters, and those about one of the versions are about that alone."""
+    """Of what comments say about a code what is about this function: clauses that refer to others say nothing, those
+    about null pointers name its parameters, and those about one of the versions are about that alone."""
     kept = []
     for clause in several:
         parts = VERSIONS.split(clause)
@@ -127,7 +130,9 @@ def about(name, parameters, several):
 
 
 WHOLE = re.compile(r"\b(?:in order|in this order)\b")
-FURTHER = re.compile(r"Checks after|checked last|[Cc]hecked after|[Ll]ast check|the last check|One more check|Checked last")
+FURTHER = re.compile(
+    r"Checks after|checked last|[Cc]hecked after|[Ll]ast check|the last check|One more check|Checked last"
+)
 
 # All checks of another function, among those of a list.
 PART = re.compile(r"\bas (DAX\w+)(?:;|, then)")
@@ -135,8 +140,9 @@ ABOVE = re.compile(r"[Cc]hecks as above|^(?:The same|As above)\b")
 
 
 def checks(include):
-    """The checks of each function, in order: [(code, clause)...]. A comment that says \"in order\" and not \"after\" has them
-    all; else they follow those of the function that it refers to, or of the comment above, or at the head of the header."""
+    """The checks of each function, in order: [(code, clause)...]. A comment that says \"in order\" and not \"after\"
+    has them all; else they follow those of the function that it refers to, or of the comment above, or at the head of
+    the header."""
     own, above = comments(include), comments_above(include)
     return {name: ordered(own, above, name) for name in own}
 
@@ -151,7 +157,9 @@ def ordered(own, above, name, depth=0):
             return mine
         before = len(clauses(prose[: inner.start()]))
         return mine[:before] + ordered(own, above, inner[1], depth + 1) + mine[before:]
-    plain = next((each for each in (VARIANT.sub("", name), re.sub(r"_MT$", "", name)) if each != name and each in own), None)
+    plain = next(
+        (each for each in (VARIANT.sub("", name), re.sub(r"_MT$", "", name)) if each != name and each in own), None
+    )
     reference = next((each for each in REFERENCE.findall(comment) if each in own and each != name), None)
     if reference:
         base = ordered(own, above, reference, depth + 1)
@@ -165,8 +173,8 @@ def ordered(own, above, name, depth=0):
 
 
 def referred(own, name):
-    """A function's comment and its header's, and after them those of the functions as which it works: those that it names,
-    and of a form for the pool, or with an instruction-set code, the plain one."""
+    """A function's comment and its header's, and after them those of the functions as which it works: those that it
+    names, and of a form for the pool, or with an instruction-set code, the plain one."""
     texts, names = [], [name]
     for each in names:
         if each in own:

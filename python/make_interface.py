@@ -26,7 +26,19 @@ def declarations(compiler, include):
             pathlib.Path(stubs, name).write_text("")
         headers = sorted(path.relative_to(include) for path in include.glob("**/*.h"))
         text = "".join(f'#include "{header}"\n' for header in headers)
-        command = [compiler, "-E", "-P", "-nostdinc", "-D__attribute__(x)=", "-I", stubs, "-I", str(include), "-xc", "-"]
+        command = [
+            compiler,
+            "-E",
+            "-P",
+            "-nostdinc",
+            "-D__attribute__(x)=",
+            "-I",
+            stubs,
+            "-I",
+            str(include),
+            "-xc",
+            "-",
+        ]
         return subprocess.run(command, input=text, text=True, capture_output=True, check=True).stdout
 
 

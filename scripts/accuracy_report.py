@@ -10,14 +10,16 @@ PLOTS = ROOT / "docs/accuracy"
 
 
 def lines_of(program, *arguments, under=()):
-    """Builds a program of the benchmarks and runs it with the arguments; `under` are the words of a command in front."""
+    """Builds a program of the benchmarks and runs it with the arguments; `under` are the words of a command in
+    front."""
     for command in (["cmake", "--preset", "bench"],
                     ["cmake", "--build", "--preset", "bench", "-j2", "--target", program]):
         result = subprocess.run(command, cwd=ROOT, stdout=subprocess.PIPE, stderr=subprocess.STDOUT, text=True)
         if result.returncode:
             sys.exit(f"{result.stdout}accuracy: {' '.join(command)} failed")
     binary = ROOT / "build/bench/bench" / program
-    return subprocess.run([*under, binary, *arguments], check=True, stdout=subprocess.PIPE, text=True).stdout.splitlines()
+    return subprocess.run([*under, binary, *arguments], check=True, stdout=subprocess.PIPE,
+                          text=True).stdout.splitlines()
 
 
 def update(tables, check, script):

@@ -4,7 +4,8 @@ import re
 import subprocess
 from fractions import Fraction
 
-PEER_PACKAGES = {"OpenCV": "libopencv-dev", "nanoflann": "libnanoflann-dev", "PCL": "libpcl-dev", "Ceres": "libceres-dev"}
+PEER_PACKAGES = {"OpenCV": "libopencv-dev", "nanoflann": "libnanoflann-dev", "PCL": "libpcl-dev",
+                 "Ceres": "libceres-dev"}
 MARKS = ["o", "s", "^", "v", "D", "x", "+", "*"]
 
 
@@ -81,7 +82,8 @@ def plot(path, family, peer, amounts, costs):
             points = [(amount, value) for amount, value in zip(amounts, values) if value]
             if points:
                 panel.plot(*zip(*points), style, color=f"C{index}", marker=MARKS[index % len(MARKS)], label=label)
-    panel.set(xscale="log", yscale="log", xlabel="data, as a multiple of the table's", ylabel="millions of AArch64 instructions",
+    panel.set(xscale="log", yscale="log", xlabel="data, as a multiple of the table's",
+              ylabel="millions of AArch64 instructions",
               title=f"{family.replace('_', ' ')}: DAX solid" + (f", {peer} dashed" if peer else ""))
     panel.set_xticks(amounts, [str(Fraction(amount)) for amount in amounts])
     finish(figure, panel, path)
@@ -135,7 +137,8 @@ def plot_summary(path, document):
     rows = list(ratios(document))
     figure, panel = pyplot().subplots(figsize=(7.5, 0.32 * len(rows) + 1.2))
     for y, (_, instructions, times) in enumerate(reversed(rows)):
-        panel.plot(instructions, [y + 0.14] * len(instructions), "o", color="#1f618d", label="instructions, AArch64" if y == 0 else None)
+        panel.plot(instructions, [y + 0.14] * len(instructions), "o", color="#1f618d",
+                   label="instructions, AArch64" if y == 0 else None)
         panel.plot(times, [y - 0.14] * len(times), "D", color="#a04000", label="time, x86-64" if y == 0 else None)
     panel.axvline(1, color="#333333", linewidth=1)
     panel.set(xscale="log", xlabel="DAX / peer: left of the line is less", title="Every operation that has a peer")

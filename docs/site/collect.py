@@ -1,5 +1,5 @@
-"""What pages of the site are made of, collected from other pages and from the package: a page says "<!-- collected: NAME -->"
-where it goes. A new how-to page, module or entry of the changelog needs no edit elsewhere."""
+"""What pages of the site are made of, collected from other pages and from the package: a page says "<!-- collected:
+NAME -->" where it goes. A new how-to page, module or entry of the changelog needs no edit elsewhere."""
 import contextlib
 import io
 import os
@@ -84,13 +84,15 @@ def functions():
             brief = re.search(r"/\*\s*(.*?)(?:\. |\.?\n)", text)[1].replace("|", "/")
             page = header.stem.replace("_", "__") + "_8h.html"
             where = f"{header.parent.name}/{header.name}"
-            rows.append(f'| <a href="c/html/{page}">{where}</a> | {brief} | {" ".join(f"`{name}`" for name in names)} |')
+            rows.append(
+                f'| <a href="c/html/{page}">{where}</a> | {brief} | {" ".join(f"`{name}`" for name in names)} |'
+            )
     return "\n".join(rows)
 
 
 def with_outputs(text):
-    """A page whose samples in Python are followed by what they print; they run one after the other, in a folder of their
-    own."""
+    """A page whose samples in Python are followed by what they print; they run one after the other, in a folder of
+    their own."""
     names, folder = {"__name__": "__main__"}, tempfile.mkdtemp()
 
     def run(match):
@@ -114,7 +116,8 @@ def changes():
     return text.partition("\n")[2].strip()
 
 
-COLLECTED = {"tasks": tasks, "accuracy": lambda: pictures_of("accuracy.md"), "performance": lambda: pictures_of("performance.md"),
+COLLECTED = {"tasks": tasks, "accuracy": lambda: pictures_of("accuracy.md"),
+             "performance": lambda: pictures_of("performance.md"),
              "modules": modules, "prefixes": prefixes, "changes": changes,
              "command_line": command_line, "functions": functions}
 

@@ -36,7 +36,8 @@ DARK = {
     "color-guilabel-border": "#13395f80", "color-admonition-background": "#18181a", "color-card-border": "#1a1c1e",
     "color-card-background": "#18181a", "color-card-marginals-background": "#1e2124ff",
     "color-link": "#6cb0ff", "color-link--hover": "#8cc4ff", "color-inline-code-background": "#202327",
-    "color-sidebar-link-text--top-level": "#8cc4ff", "color-header-background": "#131416", "color-header-text": "#e0e2e8",
+    "color-sidebar-link-text--top-level": "#8cc4ff", "color-header-background": "#131416",
+    "color-header-text": "#e0e2e8",
     "color-api-name": "#e0e2e8", "color-api-keyword": "#a6aab0",
 }
 html_theme_options = {"sidebar_hide_name": False, "dark_css_variables": DARK}
@@ -52,7 +53,8 @@ def tidy_text(app, what, name, obj, options, lines):
 # What the aliases of NumPy's typing stand for, as signatures spell it out.
 _SUPPORTS = r"[~\w.]*_SupportsArray\[[~\w.]*dtype\[[~\w.]*Any\]\]"
 _SCALARS = "bool, int, float, complex, str, bytes"
-_MEMBERS = rf"{_SUPPORTS}, [~\w.]*_NestedSequence\[{_SUPPORTS}\], {_SCALARS}, [~\w.]*_NestedSequence\[[~\w.]*Union\[{_SCALARS}\]\]"
+_NESTED = r"[~\w.]*_NestedSequence"
+_MEMBERS = rf"{_SUPPORTS}, {_NESTED}\[{_SUPPORTS}\], {_SCALARS}, {_NESTED}\[[~\w.]*Union\[{_SCALARS}\]\]"
 _ARRAY_LIKE = re.compile(rf"[~\w.]*Union\[{_MEMBERS}\]|{_MEMBERS}")
 _ND_ARRAY = re.compile(r"[~\w.]*ndarray\[[~\w.]*Any, [~\w.]*dtype\[([^\]]*)\]\]")
 
@@ -71,8 +73,8 @@ autodoc.stringify_typehint = lambda *arguments, **options: short(_spell_out(*arg
 
 
 def complete_theme(app, exception):
-    """Debian's furo imports a style sheet from the root of a server, and a module in a plain script: the site has neither.
-    Both are put into the files that ask for them."""
+    """Debian's furo imports a style sheet from the root of a server, and a module in a plain script: the site has
+    neither. Both are put into the files that ask for them."""
     script = pathlib.Path(app.outdir, "_static/scripts/furo.js")
     style = pathlib.Path(app.outdir, "_static/styles/furo.css")
     if exception or not script.exists():

@@ -1,6 +1,6 @@
 #!/usr/bin/env python3
-"""Turns the plain comments of a public header into what Doxygen reads: marks them, keeps their tables as they stand, and
-gives each prototype that follows another without a comment the comment that the group shares."""
+"""Turns the plain comments of a public header into what Doxygen reads: marks them, keeps their tables as they stand,
+and gives each prototype that follows another without a comment the comment that the group shares."""
 import re
 import sys
 
@@ -30,7 +30,8 @@ def doxygen(comment):
 
 
 def convert(header):
-    header = re.sub(rf"(?<=[;,{{}}\w)]) +/\*\s{TEXT}\*/", lambda m: " /**< " + doxygen(m[1]) + " */", header, flags=re.S)
+    header = re.sub(rf"(?<=[;,{{}}\w)]) +/\*\s{TEXT}\*/", lambda m: " /**< " + doxygen(m[1]) + " */", header,
+                    flags=re.S)
     first = header.index("/*")
     end = header.index("*/", first)
     head = doxygen(header[first + 2 : end])
@@ -39,7 +40,8 @@ def convert(header):
     body = re.sub(rf"^/\*\s{TEXT}\*/\n", lambda m: "/** " + doxygen(m[1]) + " */\n", body, flags=re.S | re.M)
     body = re.sub(rf"(/\*\* (?:(?!\*/).)*\*/\n)((?:^DAX_API [^;]*;\n){{2,}})", shared, body, flags=re.S | re.M)
     # What has no comment of its own is described at the head of the header.
-    body = re.sub(r"(?<=\n\n)((?:DAX_API [^;]*;\n)+)", lambda m: shared(["", "/** See the detailed description above. */\n", m[1]]), body)
+    body = re.sub(r"(?<=\n\n)((?:DAX_API [^;]*;\n)+)",
+                  lambda m: shared(["", "/** See the detailed description above. */\n", m[1]]), body)
     return f"/** @file\n * @brief {brief}\n{rest}\n */" + body
 
 

@@ -1,4 +1,5 @@
-"""What the recipes of the how-to pages' pictures share (scripts/gallery): panels, colours, scenes made by arithmetic."""
+"""What the recipes of the how-to pages' pictures share (scripts/gallery): panels, colours, scenes made by
+arithmetic."""
 import os
 import pathlib
 

@@ -27,6 +27,9 @@ DAX_BEGIN_DECLS
  * colour and calibration are left out. Files are written as by DAX_WriteFile
  * (dax/file.h): a failure leaves the old file unchanged.
  *
+ * Scale and offset are written as they are, NaN too: DAX3DPCL_UTILS_Check_DAX3D_RANGE_V4 tells beforehand whether the
+ * scale will do.
+ *
  * Checks, in order:
  *   path, record, range owner 0, range plane 0 or mask owner 0 null       0x10000014
  *   range format not 3 or mask format not 1                               0x10000007
@@ -37,7 +40,7 @@ DAX_API DaxStatus DAX3DPCL_UTILS_WRITE_RANGE_V4(const char* path, const DAX3D_RA
 
 /* Writes the complete record: range values, mask (for type 0, and for
  * type 1 when mask owner 0 is not null), colour (when colour owner 0 is not null), calibration as 64-bit floats, scale,
- * offset, type, height and width.
+ * offset, type, height and width. Scale and offset are written unchecked here too.
  *
  * Checks, in order, those of the mask and of the colour where it is written:
  *   path or record null                                                   0x10000014
@@ -55,7 +58,7 @@ DAX_API DaxStatus DAX3DPCL_UTILS_WRITE_RANGE_V4_V2(const char* path, const DAX3D
 
 /* Reads a file into a record, which must be zeroed or valid. A FILE SHORT OF MASK OR COLOUR IS READ WITHOUT A SIGN: the
  * pixels beyond a payload are 0 in new memory and unchanged in memory that the record has. Compare the sizes in the
- * file where that matters.
+ * file where that matters. So is one whose scale is 0 or NaN: check the record.
  *
  * Memory that the record owns is used as it is and must be large enough for the file: step * height elements of its
  * slot, of two bytes for format 3. Missing memory is allocated and released with ZUR_Free; pages beyond the payload are

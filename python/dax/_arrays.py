@@ -33,8 +33,8 @@ Window = Union[int, tuple[int, int]]
 
 
 class Image:
-    """An array seen as an image: pointer, step in elements, size, and its layout in the C names. The pixels of layout C1
-    are numbers, those of C3 and C4 the last axis, of three or four."""
+    """An array seen as an image: pointer, step in elements, size, and its layout in the C names. The pixels of layout
+    C1 are numbers, those of C3 and C4 the last axis, of three or four."""
 
     def __init__(self, name: str, array: Array) -> None:
         self.array = array
@@ -142,7 +142,8 @@ def of_shape(name: str, array: ArrayLike, shape: tuple[int, ...], dtypes: Dtypes
 
 
 def numbers(name: str, values: ArrayLike, shape: tuple[Optional[int], ...], dtype: DTypeLike = np.float32) -> Array:
-    """Input numbers as a packed array of one type; copied where they are not. None in the shape stands for any length."""
+    """Input numbers as a packed array of one type; copied where they are not. None in the shape stands for any
+    length."""
     array = np.asarray(values)
     if array.dtype.kind not in "fiub":
         raise TypeError(f"{name}: of type {array.dtype}, needed are numbers")
@@ -171,7 +172,11 @@ def within(name: str, value: Any, low: float, high: float = np.inf) -> None:
 
 def pair(name: str, value: Any, form: str) -> tuple[Any, Any]:
     """Two numbers."""
-    if not isinstance(value, (tuple, list, np.ndarray)) or len(value) != 2 or not all(isinstance(v, Real) for v in value):
+    if (
+        not isinstance(value, (tuple, list, np.ndarray))
+        or len(value) != 2
+        or not all(isinstance(v, Real) for v in value)
+    ):
         raise TypeError(f"{name}: {value!r}, needed is {form}")
     return value[0], value[1]
 
@@ -185,8 +190,8 @@ def as_size(window: Window) -> dict[str, int]:
 
 
 def pixel_value(name: str, value: Any, image: Image) -> tuple[Any, ...]:
-    """A pixel of an image's type as arguments: a number, real and imaginary part, or the address of as many as there are
-    channels, which may all be given by one."""
+    """A pixel of an image's type as arguments: a number, real and imaginary part, or the address of as many as there
+    are channels, which may all be given by one."""
     dtype = image.array.dtype
     if image.layout != "C1":
         values = numbers(name, np.broadcast_to(value, (3,)), (3,), np.float64)

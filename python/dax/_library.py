@@ -19,11 +19,14 @@ NAME, HOST_NAME, CODECS_NAME = "libdax.so.0", "libdaxhost.so.0", "libdaxio.so.0"
 
 
 def _open(name: str, variable: str) -> Any:
-    """The library that the environment names, or the one beside the package, or that of the build in which the
-    package lies, or the system's."""
+    """The library that the environment names, or the one beside the package, or that of the build or of the prefix in
+    which the package lies, or the system's."""
     package = pathlib.Path(__file__).resolve().parent
     build = package.parents[1]
-    near = [place / name for place in (package, build, build / "host", build / "io") if (place / name).exists()]
+    places = [package, build, build / "host", build / "io"]
+    if package.parent.name == "dist-packages":
+        places.append(package.parents[2])  # lib of the prefix
+    near = [place / name for place in places if (place / name).exists()]
     path = os.environ.get(variable) or (str(near[0]) if near else name)
     # Global, so that the library finds the pool's functions; they are weak imports.
     # For good, since worker threads may outlive the last reference.
@@ -41,7 +44,9 @@ host = _open_host()  # before the library that imports from it
 try:
     _library = _open(NAME, "DAX_LIBRARY")
 except OSError as error:
-    raise ImportError(f"{error}; the environment variable DAX_LIBRARY names the library where it lies elsewhere") from None
+    raise ImportError(
+        f"{error}; the environment variable DAX_LIBRARY names the library where it lies elsewhere"
+    ) from None
 
 
 @functools.lru_cache(maxsize=None)
@@ -51,8 +56,8 @@ def codecs() -> Any:
         return _open(CODECS_NAME, "DAX_CODECS_LIBRARY")
     except OSError as error:
         raise ImportError(
-            f"PNG, JPEG and TIFF files need libdaxio: {error}; the environment variable DAX_CODECS_LIBRARY names it where "
-            "it lies elsewhere"
+            f"PNG, JPEG and TIFF files need libdaxio: {error}; the environment variable DAX_CODECS_LIBRARY names it "
+            "where it lies elsewhere"
         ) from None
 
 
@@ -118,7 +123,8 @@ def version() -> str:
 
 
 def _check_version() -> None:
-    """Refuses a library whose records may be laid out in another way than in the headers that the package was made from."""
+    """Refuses a library whose records may be laid out in another way than in the headers that the package was made
+    from."""
     if version().split(".")[:2] != VERSION.split(".")[:2]:
         raise ImportError(f"the library is of version {version()}, the package of {VERSION}")
 

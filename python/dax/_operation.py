@@ -1,4 +1,5 @@
-"""Functions of the regular form: one operation over pixel types and layouts, from images to an image of the same shape."""
+"""Functions of the regular form: one operation over pixel types and layouts, from images to an image of the same
+shape."""
 import re
 from typing import Any, NamedTuple, Optional
 
@@ -34,11 +35,12 @@ def apply(
 ) -> Array:
     """Calls function(source, step, ..., out, step, size, parameters..., work buffer) and returns the output.
 
-    function: the C name, with {type} and {layout} where they stand in it, such as DAXI_FilterBox_{type}_{layout}R. images:
-    the sources, of one shape and type, by the names that users know them by. types: those that there are, as C names say
-    them ("8u 16s32f": of the source, and of the output where that differs). layouts: C1 for (height, width), C3 for (height,
-    width, 3). in_place: the output may be a source. work: the name of the query for the work buffer, which takes the size
-    and `measures`. pooled: the name of the form that takes (pool, threads) first, for the types that have one.
+    function: the C name, with {type} and {layout} where they stand in it, such as DAXI_FilterBox_{type}_{layout}R.
+    images: the sources, of one shape and type, by the names that users know them by. types: those that there are, as C
+    names say them ("8u 16s32f": of the source, and of the output where that differs). layouts: C1 for (height, width),
+    C3 for (height, width, 3). in_place: the output may be a source. work: the name of the query for the work buffer,
+    which takes the size and `measures`. pooled: the name of the form that takes (pool, threads) first, for the types
+    that have one.
     """
     (first, array), *others = images.items()
     of_type = {_source_type(each): each for each in types.split()}
@@ -92,8 +94,9 @@ def apply_elements(
     out: Optional[Array] = None,
     pool: Optional[Pool] = None,
 ) -> Array:
-    """Calls function_<type>_C1R on an image, on two, or function with a C on an image and a number. Pixels of three channels
-    are elements of wider rows. to: the type of the output, else that of the input; it may then be one of the images.
+    """Calls function_<type>_C1R on an image, on two, or function with a C on an image and a number. Pixels of three
+    channels are elements of wider rows. to: the type of the output, else that of the input; it may then be one of the
+    images.
     scale_factor: of functions whose integer forms end in Sfs. pool: of functions that have a form with _MT."""
     name, dtypes = "image" if second is None else "first", tuple(_DTYPES[each] for each in types.split())
     one = source(name, first, dtypes, "C1 C3")

@@ -33,8 +33,8 @@ def dtype_of(ctype: Any) -> "np.dtype[Any]":
 
 
 def view(ctype: str, pointer: Any, count: int, owner: Any = None) -> Array:
-    """`count` records at a pointer as an array that shares their memory, and holds it: through the pointer where that owns
-    it, otherwise through `owner`."""
+    """`count` records at a pointer as an array that shares their memory, and holds it: through the pointer where that
+    owns it, otherwise through `owner`."""
     dtype = dtype_of(ctype)
     if count == 0:
         return np.empty(0, dtype)

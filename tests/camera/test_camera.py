@@ -28,7 +28,8 @@ class Watched:
         self.lines, self.seen = [], []
         self.started = time.monotonic()
         # Whatever ends this test ends the program: a camera that is left would keep the port.
-        self.process = subprocess.Popen(["setpriv", "--pdeathsig", "KILL", *command], stdout=subprocess.PIPE, stderr=subprocess.STDOUT)
+        self.process = subprocess.Popen(["setpriv", "--pdeathsig", "KILL", *command], stdout=subprocess.PIPE,
+                                        stderr=subprocess.STDOUT)
         os.set_blocking(self.process.stdout.fileno(), False)
         self.rest = b""
 
@@ -255,7 +256,8 @@ def test_report_that_cannot_be_written(tmp_path):
     assert list(tmp_path.iterdir()) == [taken]
 
 
-@pytest.mark.parametrize("arguments", [["--frames", "0"], ["--fps", "nan"], ["--count", "20001"], ["--queue", "0"], ["--what"],
+@pytest.mark.parametrize("arguments",
+                         [["--frames", "0"], ["--fps", "nan"], ["--count", "20001"], ["--queue", "0"], ["--what"],
                                        ["parts.png"], ["--report"]])
 def test_wrong_command_lines(arguments):
     result = run(*arguments)

@@ -44,12 +44,14 @@ def test_c(page, tmp_path):
         (tmp_path / "sample.c").write_text(block)
         search = [option for folder in LIBRARIES for option in (f"-L{folder}", f"-Wl,-rpath,{folder}")]
         command = [os.environ.get("CC", "cc"), "-std=c99", "-Wall", "-Wextra", "-Werror", "-rdynamic"]
-        command += [*(f"-I{folder / 'include'}" for folder in (ROOT, LIBRARIES[0])), "sample.c", "-o", "sample", *search, "-ldax", "-ldaxhost", "-lm"]
+        command += [*(f"-I{folder / 'include'}" for folder in (ROOT, LIBRARIES[0])), "sample.c", "-o", "sample",
+                    *search, "-ldax", "-ldaxhost", "-lm"]
         subprocess.run(command, cwd=tmp_path, check=True)
         subprocess.run(["./sample"], cwd=tmp_path, check=True, timeout=60)
 
 
-PROGRAMS = {name: os.environ[key] for name, key in (("dax", "DAX_TOOL"), ("inspect_camera", "DAX_CAMERA")) if key in os.environ}
+PROGRAMS = {name: os.environ[key]
+            for name, key in (("dax", "DAX_TOOL"), ("inspect_camera", "DAX_CAMERA")) if key in os.environ}
 
 
 @pytest.mark.skipif("DAX_TOOL" not in os.environ, reason="built without the program")
@@ -104,7 +106,8 @@ def test_tasks_name_functions_that_exist():
 @pytest.mark.parametrize("header", sorted((ROOT / "include").glob("*/*.h")), ids=lambda path: path.name)
 def test_filter_of_comments_keeps_the_code(header):
     """Nothing but comments is added, repeated or lost."""
-    done = subprocess.run([sys.executable, ROOT / "docs/site/doxygen_filter.py", header], check=True, capture_output=True,
+    done = subprocess.run([sys.executable, ROOT / "docs/site/doxygen_filter.py", header], check=True,
+                          capture_output=True,
                           text=True).stdout
     code = lambda text: re.sub(r"\s+", " ", re.sub(r"/\*.*?\*/", "", text, flags=re.S)).strip()
     assert code(done) == code(header.read_text())

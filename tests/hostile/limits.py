@@ -21,8 +21,8 @@ class Limits:
 
 
 class Reader:
-    """Reads the clauses of one function. `variables` maps names to C++; `reals` have the types of those that are no whole
-    numbers."""
+    """Reads the clauses of one function. `variables` maps names to C++; `reals` have the types of those that are no
+    whole numbers."""
 
     def __init__(self, function, variables, reals):
         self.function, self.variables, self.reals = function, variables, reals

@@ -56,7 +56,8 @@ def alignment(function, name, text):
 
 
 def variables_of(function):
-    """Names that a contract may use, and what Call::value() calls them. The first size has w and h, the second W and H."""
+    """Names that a contract may use, and what Call::value() calls them. The first size has w and h, the second W and
+    H."""
     known = {each.name: each.name for each in function.arguments if each.stars == 0 and each.type != "DaxiSize"}
     sizes = [each.name for each in function.arguments if each.type == "DaxiSize"]
     for size, (width, height) in zip(sizes, (("w", "h"), ("W", "H"))):

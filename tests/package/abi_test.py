@@ -44,7 +44,8 @@ class Abi(unittest.TestCase):
         (SCRATCH / "major").write_text(str(major))
 
     def check(self, status, line, *arguments):
-        result = subprocess.run([SCRATCH / "scripts/abi", *arguments], stdout=subprocess.PIPE, stderr=subprocess.STDOUT, text=True)
+        result = subprocess.run([SCRATCH / "scripts/abi", *arguments], stdout=subprocess.PIPE, stderr=subprocess.STDOUT,
+                                text=True)
         self.assertEqual((result.returncode, line in result.stdout), (status, True), result.stdout)
 
     def test_without_a_version_to_compare_with(self):
@@ -55,11 +56,14 @@ class Abi(unittest.TestCase):
         self.git("tag", "v0.1.0")
         for name, change, status, line in (
                 ("nothing", (HEADER + MORE[0], SOURCE + MORE[1]), 0, "the same as v0.1.0"),
-                ("a function more", (HEADER + MORE[0] + "int one(void);\n", SOURCE + MORE[1] + "int one(void) { return 1; }\n"),
+                ("a function more",
+                 (HEADER + MORE[0] + "int one(void);\n", SOURCE + MORE[1] + "int one(void) { return 1; }\n"),
                  0, "additions only"),
                 ("a function less", (HEADER, SOURCE), 1, "may break"),
-                ("a record that grows", (HEADER.replace("height", "height, depth") + MORE[0], SOURCE + MORE[1]), 1, "may break"),
-                ("a wider result", (HEADER + MORE[0].replace("int t", "long t"), SOURCE + MORE[1].replace("int t", "long t")), 1,
+                ("a record that grows", (HEADER.replace("height", "height, depth") + MORE[0], SOURCE + MORE[1]), 1,
+                 "may break"),
+                ("a wider result",
+                 (HEADER + MORE[0].replace("int t", "long t"), SOURCE + MORE[1].replace("int t", "long t")), 1,
                  "may break"),
                 ("a function less under a new name", (HEADER, SOURCE, 1), 0, "(libdax.so.0, now libdax.so.1)")):
             with self.subTest(name):

@@ -45,7 +45,8 @@ class Library(unittest.TestCase):
         self.assertLessEqual({kind for name, kind in undefined if name in weak}, {"w"})
 
     def test_keeps_no_state(self):
-        """Nothing in .data or .bss but what the compiler's start files put there; constants with pointers are elsewhere."""
+        """Nothing in .data or .bss but what the compiler's start files put there; constants with pointers are
+        elsewhere."""
         objects = re.findall(r" O (\.data|\.bss)\s+\S+\s+(?:\.hidden )?(\S+)$", run(objdump, "-t", library), re.M)
         names = {name for _, name in objects}
         self.assertLessEqual(names, {"__dso_handle", "completed.0", "__TMC_END__"})

@@ -47,7 +47,8 @@ class Packages(unittest.TestCase):
         run(cpack, "--config", str(build / "CPackConfig.cmake"), "-B", str(output))
         cls.all = {path.name.split("_")[0]: Package(path) for path in sorted(output.glob("*.deb"))}
         cls.soversion = re.search(r"libdax(\d+)", " ".join(cls.all))[1]
-        cls.library, cls.host, cls.io = (cls.all[f"{name}{cls.soversion}"] for name in ("libdax", "libdaxhost", "libdaxio"))
+        cls.library, cls.host, cls.io = (cls.all[f"{name}{cls.soversion}"]
+                                         for name in ("libdax", "libdaxhost", "libdaxio"))
 
     def test_there_are_six(self):
         self.assertEqual(set(self.all), {f"libdax{self.soversion}", f"libdaxhost{self.soversion}",
@@ -56,6 +57,12 @@ class Packages(unittest.TestCase):
     def test_every_file_is_in_one_package_only(self):
         names = [name for package in self.all.values() for name in package.files]
         self.assertEqual(len(names), len(set(names)))
+
+    def test_no_program_carries_a_search_path(self):
+        for package in self.all.values():
+            for name, content in package.files.items():
+                if isinstance(content, bytes) and content.startswith(b"\x7fELF"):
+                    self.assertNotIn(b"$ORIGIN", content, name)
 
     def test_the_library_needs_the_c_library_only(self):
         self.assertLessEqual(self.library.needs, {"libc6", "sse4.2-support"})
@@ -69,7 +76,8 @@ class Packages(unittest.TestCase):
         for name in ("libdax-dev", "dax-tools"):
             for other in (f"libdax{self.soversion}", f"libdaxhost{self.soversion}", f"libdaxio{self.soversion}"):
                 self.assertIn(f"{other} (= {version})", self.all[name].fields["Depends"], name)
-        self.assertLess({"python3-numpy", "python3-cffi-backend", f"libdax{self.soversion}"}, self.all["python3-dax"].needs)
+        self.assertLess({"python3-numpy", "python3-cffi-backend", f"libdax{self.soversion}"},
+                        self.all["python3-dax"].needs)
 
     def test_architectures(self):
         architecture = run("dpkg", "--print-architecture").decode().strip()
@@ -89,10 +97,12 @@ class Packages(unittest.TestCase):
         names = self.all["libdax-dev"].names()
         headers = {f"include/{path.relative_to(folder)}" for folder in includes for path in folder.glob("**/*.h")}
         self.assertEqual({name for name in names if name.startswith("include/")}, headers)
-        for ending in ("/libdax.so", "/libdaxhost.so", "/libdaxio.so", "/dax.pc", "/dax-config.cmake", "/dax-targets.cmake"):
+        for ending in ("/libdax.so", "/libdaxhost.so", "/libdaxio.so", "/dax.pc", "/dax-config.cmake",
+                       "/dax-targets.cmake"):
             self.assertTrue(any(name.endswith(ending) for name in names), ending)
         for package in (self.library, self.host, self.io):
-            self.assertFalse([name for name in package.names() if not re.search(r"\.so\.\d+[.\d]*$|^share/lintian/", name)])
+            self.assertFalse([name for name in package.names()
+                              if not re.search(r"\.so\.\d+[.\d]*$|^share/lintian/", name)])
 
     def test_every_subcommand_has_a_manual_page(self):
         files = self.all["dax-tools"].files
@@ -116,7 +126,8 @@ class Packages(unittest.TestCase):
     def test_no_path_of_the_build_is_left(self):
         source = str(ROOT).encode()
         for package in self.all.values():
-            self.assertFalse([name for name, content in package.files.items() if isinstance(content, bytes) and source in content])
+            self.assertFalse([name for name, content in package.files.items()
+                              if isinstance(content, bytes) and source in content])
 
 
 unittest.main(argv=[sys.argv[0]])

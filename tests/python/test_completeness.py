@@ -1,5 +1,5 @@
-"""Every exported function is called by the tests of this folder, or their modules say in WITHOUT why not: {pattern of names:
-reason}."""
+"""Every exported function is called by the tests of this folder, or their modules say in WITHOUT why not: {pattern of
+names: reason}."""
 import os
 import pathlib
 import re

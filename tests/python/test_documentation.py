@@ -55,7 +55,8 @@ def test_clauses_are_about_their_function():
     for function, codes in CLAUSES.items():
         for several in codes.values():
             for clause in several:
-                assert not re.search(r"as above|the same for|[Cc]hecks as|^and |^then |^not$| gives$|V1:|V2:", clause), (function, clause)
+                assert not re.search(r"as above|the same for|[Cc]hecks as|^and |^then |^not$| gives$|V1:|V2:",
+                                     clause), (function, clause)
     assert CLAUSES["DAXI_CalipEdgeDetectBufferSize_8u"][0x10000014] == ["region or bytes null"]
 
 

@@ -26,7 +26,8 @@ def test_images_parameters_and_work_buffer(calls):
     out = np.zeros((2, 5, 3), np.float32)[:, 1:4]
     images, value = {"first": one, "second": two}, _operation.Value("value", (1, 2, 3))
     result = _operation.apply(
-        "F_{type}_{layout}R", images, 5, value, types="16s 8u32f", layouts="C1 C3", out=out, work="W_{type}", measures=(9,)
+        "F_{type}_{layout}R", images, 5, value, types="16s 8u32f", layouts="C1 C3", out=out, work="W_{type}",
+        measures=(9,)
     )
     ((name, arguments),) = calls
     assert result is out and name == "F_8u32f_C3R"

@@ -25,7 +25,8 @@ def test_help_lists_what_there_is():
 
 
 def test_all_is_all():
-    public = {name for name, value in vars(dax).items() if not name.startswith("_") and getattr(value, "__module__", "")}
+    public = {name
+              for name, value in vars(dax).items() if not name.startswith("_") and getattr(value, "__module__", "")}
     assert public == set(dax.__all__)
 
 

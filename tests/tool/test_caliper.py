@@ -83,7 +83,8 @@ def test_annuli(dax, tmp_path, start=60, sweep=90):
     (edge,) = calipers(run)[0]["edges"]
     middle = math.radians(start + sweep / 2)
     assert edge["polarity"] == "light-to-dark" and edge["position"] == pytest.approx(20.3 - 19, abs=0.05)
-    assert (edge["x"], edge["y"]) == pytest.approx((42 + 20.3 * math.cos(middle), 31 + 20.3 * math.sin(middle)), abs=0.05)
+    assert (edge["x"], edge["y"]) == pytest.approx((42 + 20.3 * math.cos(middle), 31 + 20.3 * math.sin(middle)),
+                                                   abs=0.05)
 
 
 def test_search_along_the_height(dax, tmp_path):
@@ -166,7 +167,8 @@ def test_angles_are_reduced(dax, stripe):
 
 
 def test_expected_widths(dax, stairs, width=39):
-    run = dax("caliper", "in.png", "--box", "42,30,80,6,0", "--pair", "--staircase", "--width", width, "--count", 20, "--json")
+    run = dax("caliper", "in.png", "--box", "42,30,80,6,0", "--pair", "--staircase", "--width", width, "--count", 20,
+              "--json")
     pairs = calipers(run)[0]["pairs"]
     score = lambda p: math.sqrt(min(p["contrast"] / 510, 1) * max(1 - abs(p["width"] - width) / width, 0))
     assert 1 < len(pairs) <= 6 and [p["score"] for p in pairs] == pytest.approx([score(p) for p in pairs], abs=1e-4)

@@ -73,7 +73,8 @@ def test_corners_that_cannot_be_refined_are_flagged(dax, tmp_path):
 
 
 def apart(shift):
-    """Squares of 40 with gaps of 2 at the corners of 5 x 4, which the detector of squares alone joins; one of them shifted."""
+    """Squares of 40 with gaps of 2 at the corners of 5 x 4, which the detector of squares alone joins; one of them
+    shifted."""
     picture = pictures.blank(360, 320, 220)
     for r in range(5):
         for c in range(6):

@@ -68,7 +68,8 @@ def test_area_by_class(dax, labels, options, keeps):
 
 
 def test_score_of_an_area_by_class(dax, labels):
-    """Without a weight of its own an area by class has no part in the score; with one, the range of each class counts."""
+    """Without a weight of its own an area by class has no part in the score; with one, the range of each class
+    counts."""
     options = ["inspect", labels, "--classes", "--class-area", "3=20..80", "--class-area", "7=10..150", "--json"]
     assert dax(*options).blobs[0]["score"] is None
     scores = {(b["class"], b["area"]): b["score"] for b in dax(*options, "--weight", "area=1").blobs}

@@ -17,7 +17,8 @@ def picture(tmp_path, parts):
     return "parts.png"
 
 
-# Command: what it refuses after it. Files are not looked at before the command line is right; link.png is the input, too.
+# Command: what it refuses after it. Files are not looked at before the command line is right; link.png is the input,
+# too.
 REFUSED = {
     "": ["", "measure parts.png"],
     "inspect": ["", "''", "parts.png parts.png --truth truth.json"],
@@ -52,7 +53,8 @@ REFUSED = {
                           "--rhomboid 30,30,9,9,0", "--annulus 1,2,3,4,5,6,7"],
     "caliper parts.png --box 40,30,20,6,0": [
         "--repeat 3", "--repeat 0,1,1", "--repeat 3,inf,1", "--repeat 20000,1,1", "--half-width 0", "--half-width 51",
-        "--threshold -1", "--threshold nan", "--count 0", "--choose 0", "--polarity up", "--width 9", "--pair --width 0",
+        "--threshold -1", "--threshold nan", "--count 0", "--choose 0", "--polarity up", "--width 9",
+        "--pair --width 0",
         "--profiles", "--overlay parts.png", "--overlay link.png", "--overlay out.jpg", "--plot parts.png",
         "--plot plot.svg", "--plot a.png --overlay a.png", "--overlay-scale 9"],
     "line parts.png": ["", "--from 1,2", "--from 1,2 --to 3", "--from 1,2 --to nan,3", "--from 1,2 --to 1.5,2"],
@@ -111,7 +113,8 @@ def test_help_tells_every_option_and_status(dax):
                    "--threads", "--time", "--truth", "--classes", "--class-area", "--outside-limit", "--outside-mask",
                    "--rejected"]:
         assert option in text
-    commands = ["", "inspect", "render-scene", "chessboard", "filter", "caliper", "line", "fit", "range", "range convert",
+    commands = ["", "inspect", "render-scene", "chessboard", "filter", "caliper", "line", "fit", "range",
+                "range convert",
                 "cloud", "cloud normals"]
     for command in commands:
         text = dax(*command.split(), "--help").out

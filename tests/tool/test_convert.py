@@ -40,9 +40,11 @@ def test_bits(dax, tmp_path):
 def test_refused(dax, tmp_path):
     (tmp_path / "in.png").write_bytes(pictures.png_rgb(pictures.dots(COLOURS)))
     for arguments, status, message in [
-        (["in.png", "out.gif"], 2, "no ending of a format"), (["in.png", "out.png", "--bits", 5], 2, '"5" is not 1, 2, 4'),
+        (["in.png", "out.gif"], 2, "no ending of a format"),
+        (["in.png", "out.png", "--bits", 5], 2, '"5" is not 1, 2, 4'),
         (["in.png", "in.png"], 2, "OUT: in.png is the input"), (["in.png", "out.pfm"], 4, "out.pfm: cannot be encoded"),
-        (["none.png", "out.png"], 3, "cannot be opened"), (["in.png", "none/out.png"], 4, "none/out.png: cannot be written"),
+        (["none.png", "out.png"], 3, "cannot be opened"),
+        (["in.png", "none/out.png"], 4, "none/out.png: cannot be written"),
     ]:
         assert message in dax("convert", *arguments, status=status).err, arguments
     assert not (tmp_path / "out.pfm").exists()

@@ -56,7 +56,8 @@ def test_filters(dax, tmp_path, options, result):
     assert read(tmp_path / result)[4][2:7] == DOT[options]
 
 
-BORDERS = {"replicate:2": [1, 1, 1, 2, 3, 3, 3], "mirror:2": [3, 2, 1, 2, 3, 2, 1], "symmetric:2": [2, 1, 1, 2, 3, 3, 2],
+BORDERS = {"replicate:2": [1, 1, 1, 2, 3, 3, 3], "mirror:2": [3, 2, 1, 2, 3, 2, 1],
+           "symmetric:2": [2, 1, 1, 2, 3, 3, 2],
            "circular:2": [2, 3, 1, 2, 3, 1, 2], "constant:2": [0, 0, 1, 2, 3, 0, 0],
            "constant:2:99": [99, 99, 1, 2, 3, 99, 99]}
 

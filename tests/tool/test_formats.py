@@ -72,7 +72,8 @@ def test_filters_keep_16_bits(dax, tmp_path):
     picture = [[(1000 + 40 * x + 3 * y,) * 3 for x in range(9)] for y in range(7)]
     (tmp_path / "in.png").write_bytes(pictures.png16(picture))
     expected = {"--median3": lambda x, y: 1000 + 40 * x + 3 * y, "--mean 3x3": lambda x, y: 1000 + 40 * x + 3 * y,
-                "--mean-inside 3x3": lambda x, y: 1000 + 40 * x + 3 * y, "--median5": lambda x, y: 1000 + 40 * x + 3 * y}
+                "--mean-inside 3x3": lambda x, y: 1000 + 40 * x + 3 * y, "--median5": lambda x,
+                y: 1000 + 40 * x + 3 * y}
     for option, value in expected.items():
         run = dax("filter", "in.png", "out.pgm", *option.split(), "--compare", "d.png")
         pixels = (tmp_path / "out.pgm").read_bytes().split(b"\n", 3)[3]
@@ -81,7 +82,8 @@ def test_filters_keep_16_bits(dax, tmp_path):
     dax("filter", "in.png", "out.png", "--border", "constant:1:4000")
     rows, pixel = pictures.read_png((tmp_path / "out.png").read_bytes())
     assert pixel == 2 and len(rows) == 9 and bytes(rows[0][:2]) == (4000).to_bytes(2, "big")
-    assert "0..255" in dax("filter", "in.png", "out.png", "--border", "constant:1:4000", "--levels", "0..9", status=2).err
+    assert "0..255" in dax("filter", "in.png", "out.png", "--border", "constant:1:4000", "--levels", "0..9",
+                           status=2).err
     assert "1000..1338 taken as" in dax("filter", "in.png", "out.png", "--box", "1").err
 
 
@@ -90,7 +92,8 @@ def test_classes_and_masks_of_16_bits(dax, tmp_path):
     picture = pictures.blank(9, 5, 0)
     picture[2][2:4], picture[2][6:7] = [(3,) * 3] * 2, [(200,) * 3]
     (tmp_path / "in.png").write_bytes(pictures.png16(picture))
-    assert [(b["class"], b["area"]) for b in dax("inspect", "in.png", "--classes", "--json").blobs] == [(3, 2), (200, 1)]
+    assert [(b["class"], b["area"])
+            for b in dax("inspect", "in.png", "--classes", "--json").blobs] == [(3, 2), (200, 1)]
     run = dax("inspect", "in.png", "--threshold", "3", "--outside-limit", 0, "--outside-mask", "in.png", "--json")
     assert len(run.blobs) == 2
     picture[0][0] = (300,) * 3
@@ -104,7 +107,8 @@ def test_pictures_are_turned_upright(dax, tmp_path, orientation, corner):
     exif = b"Exif\0\0II*\0" + struct.pack("<IHHHIII", 8, 1, 0x112, 3, 1, orientation, 0)
     content = pictures.jpeg(picture)
     (tmp_path / "in.jpg").write_bytes(content[:2] + pictures.jpeg_segment(b"\xe1", exif) + content[2:])
-    tiff = pictures.tiff(picture).replace(struct.pack("<HHII", 284, 4, 1, 1), struct.pack("<HHII", 274, 3, 1, orientation))
+    tiff = pictures.tiff(picture).replace(struct.pack("<HHII", 284, 4, 1, 1),
+                                          struct.pack("<HHII", 274, 3, 1, orientation))
     (tmp_path / "in.tif").write_bytes(tiff)
     for name in ("in.jpg", "in.tif"):
         (blob,) = dax("inspect", name, "--json").blobs

@@ -35,7 +35,8 @@ def test_millimetres(dax, picture):
     run = dax("inspect", picture, "--json", "--area", "0.8..1", "--mm-per-pixel", "0.1")
     assert run.json["units"]["length"] == "millimetre" and len(run.blobs) == len(pixels) == 2
     for one, other in zip(pixels, run.blobs):
-        for name, power in (("x", 1), ("area", 2), ("perimeter", 1), ("long_axis", 1), ("axis_ratio", 0), ("box_angle", 0)):
+        for name, power in (("x", 1), ("area", 2), ("perimeter", 1), ("long_axis", 1), ("axis_ratio", 0),
+                            ("box_angle", 0)):
             assert other[name] == pytest.approx(one[name] * 0.1 ** power, rel=1e-6), name
 
 

@@ -39,7 +39,8 @@ def test_info(dax, tmp_path, sample):
     told = dax("range", "info", "in.range", "--json").json
     assert told.items() >= {"file": "in.range", "command": "dax range info in.range --json",
                             "date": "1970-01-01T00:00:00Z"}.items()
-    assert told.items() >= {"width": 4, "height": 3, "type": 0, "scale": list(SCALE), "offset": list(OFFSET), "mask": True,
+    assert told.items() >= {"width": 4, "height": 3, "type": 0, "scale": list(SCALE), "offset": list(OFFSET),
+                            "mask": True,
                     "valid": 10, "values": [-32768, 32767]}.items()
 
 
@@ -57,7 +58,8 @@ def test_info_of_colour_and_cameras(dax, tmp_path):
 
 @pytest.mark.parametrize("lacks, changes", [
     ("its mask has 11 bytes, of 12 for 4 x 3 pixels", {"mask": bytes(11)}),
-    ("its colour has 21 bytes, of 22 for 2 x 1 pixels", {"more": clouds.chunk(clouds.COLOUR, struct.pack("<4I", 0, 2, 1, 201) + bytes(5))}),
+    ("its colour has 21 bytes, of 22 for 2 x 1 pixels",
+     {"more": clouds.chunk(clouds.COLOUR, struct.pack("<4I", 0, 2, 1, 201) + bytes(5))}),
     ("its colour has 9 bytes, of 16 for its head", {"more": clouds.chunk(clouds.COLOUR, bytes(9))})])
 def test_short_payloads_are_refused(dax, tmp_path, lacks, changes):
     (tmp_path / "in.range").write_bytes(clouds.range_file(ROWS, **changes))
@@ -103,7 +105,8 @@ def test_clouds_there_and_back(dax, tmp_path, sample, name, options):
 
 
 @pytest.mark.parametrize("name, offset, scale", [
-    ("out.pcd", OFFSET, SCALE), ("out.ply", (0.0, 0.0, 0.0), (0.1, 0.1, 0.003)), ("out.ply", (3e6, -4e5, 128.0), SCALE)])
+    ("out.pcd", OFFSET, SCALE), ("out.ply", (0.0, 0.0, 0.0), (0.1, 0.1, 0.003)),
+    ("out.ply", (3e6, -4e5, 128.0), SCALE)])
 def test_lattice_of_a_cloud(dax, tmp_path, name, offset, scale):
     """Without a header the same pixels come back, wherever the image lies."""
     rows = [[(7 * x + 3 * y) % 11 - 300 if (x + y) % 5 else None for x in range(40)] for y in range(30)]

@@ -59,13 +59,15 @@ def test_shape(dax, tmp_path):
         ring, bar = dax(*arguments, "--shape").blobs
         expected = {"holes": 1, "euler_number": 0, "convexity": 66 / 72, "min_feret": 0.7, "mean_gray": 5140}
         assert {name: ring[name] for name in expected} == pytest.approx(expected)
-        expected = {"holes": 0, "max_feret": 0.1 * (11**2 + 2**2) ** 0.5, "equivalent_diameter": 0.2 * (36 / math.pi) ** 0.5,
+        expected = {"holes": 0, "max_feret": 0.1 * (11**2 + 2**2) ** 0.5,
+                    "equivalent_diameter": 0.2 * (36 / math.pi) ** 0.5,
                     "mean_gray": (2570 + 3855) / 2, "min_gray": 2570, "max_gray": 3855}
         assert {name: bar[name] for name in expected} == pytest.approx(expected)
         assert dax(*arguments, "--min-feret", "0.7..").blobs == [ring]
         run = dax(*arguments, "--holes", "..0", "--count", 1, "--rejected")
         assert run.blobs == [bar]
-        assert [(b["rejected_by"], b["limit"], b["holes"]) for b in run.json["images"][0]["rejected"]] == [("holes", "..0", 1)]
+        assert [(b["rejected_by"], b["limit"], b["holes"])
+                for b in run.json["images"][0]["rejected"]] == [("holes", "..0", 1)]
     assert "holes" not in dax("inspect", "in.png", "--json").blobs[0]
     assert "have no share in the score" in dax("inspect", "in.png", "--weight", "holes=1", status=2).err
     for option, range_ in [("convexity", "0.5..2"), ("holes", "-1.."), ("feret-angle", "..91"), ("mean-gray", "nan..")]:

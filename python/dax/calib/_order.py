@@ -37,12 +37,13 @@ def _signs(rows: int, columns: int) -> NDArray[np.float64]:
 
 
 def turns_to(corners: Grid, dark: float, rows: int, columns: int) -> int:
-    """Quarter turns of the grid (np.rot90) that bring it to its order: `rows` rows; the first square dark where that can
-    be told; else the first row nearer the top."""
+    """Quarter turns of the grid (np.rot90) that bring it to its order: `rows` rows; the first square dark where that
+    can be told; else the first row nearer the top."""
     possible = [k for k in range(4) if np.rot90(corners, k).shape[:2] == (rows, columns)]
     # A turn of the grid moves the first square: by a column, both, a row less one.
     have_rows, have_columns = corners.shape[:2]
-    moves = (0, have_columns, have_rows + have_columns, have_rows)  # steps between the first squares, plus an even number
+    # Steps between the first squares, plus an even number.
+    moves = (0, have_columns, have_rows + have_columns, have_rows)
     darkness = [dark * (-1) ** moves[k] for k in possible]
     if max(darkness) > 0 > min(darkness):
         possible = [k for k, value in zip(possible, darkness) if value > 0]
@@ -83,7 +84,8 @@ def spacing(corners: Grid) -> NDArray[np.float64]:
 
 
 def off_the_board(corners: Grid) -> NDArray[np.float64]:
-    """(rows, columns): distance of each corner from a homography with a smooth lens: a cubic in the board's coordinates."""
+    """(rows, columns): distance of each corner from a homography with a smooth lens: a cubic in the board's
+    coordinates."""
     rows, columns = corners.shape[:2]
     v, u = np.meshgrid(np.linspace(-1, 1, rows), np.linspace(-1, 1, columns), indexing="ij")
     flat, plane = corners.reshape(-1, 2).astype(float), np.stack([u, v, np.ones_like(u)], -1).reshape(-1, 3)
@@ -107,6 +109,14 @@ def off_the_board(corners: Grid) -> NDArray[np.float64]:
             weights = (size <= 3 * np.median(size) + 1e-9).astype(float)
         rest = rest - fit
     return np.asarray(np.linalg.norm(rest, axis=1).reshape(rows, columns) * scale)
+
+
+def good(image: Array, corners: Grid) -> NDArray[np.bool_]:
+    """Which corners pass the checks: by a ring, and by their place on the board."""
+    apart = spacing(corners)
+    radii = np.clip(0.4 * apart, 2, 20).ravel()
+    ring = look_like_corners(image, corners.reshape(-1, 2), radii).reshape(apart.shape)
+    return np.asarray(ring & (off_the_board(corners) <= np.maximum(0.5, 0.08 * apart)))
 
 
 def _at(image: Array, places: NDArray[Any]) -> NDArray[np.float64]:

@@ -21,8 +21,8 @@ def add_weighted(
     *,
     out: Optional[Array] = None,
 ) -> Array:
-    """first_weight * first + second_weight * second + offset, in double precision: uint8, uint16, int16, rounded half to
-    even and saturated, or float32. `out` may be one of the images.
+    """first_weight * first + second_weight * second + offset, in double precision: uint8, uint16, int16, rounded half
+    to even and saturated, or float32. `out` may be one of the images.
 
     >>> dax.add_weighted(np.array([[10, 20]], np.uint8), 0.25, np.array([[50, 255]], np.uint8), 0.75)
     array([[ 40, 196]], dtype=uint8)

@@ -8,7 +8,13 @@ from .._library import call
 
 __all__ = ["copy_border"]
 
-_BORDERS = {"constant": "Const", "replicate": "Replicate", "mirror": "Mirror", "symmetric": "Symmetric", "wrap": "Circular"}
+_BORDERS = {
+    "constant": "Const",
+    "replicate": "Replicate",
+    "mirror": "Mirror",
+    "symmetric": "Symmetric",
+    "wrap": "Circular",
+}
 
 
 def copy_border(

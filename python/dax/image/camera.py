@@ -49,8 +49,8 @@ def demosaic(
     out: Optional[Array] = None,
     pool: Optional[Pool] = None,
 ) -> Array:
-    """Colours, or grey, from a Bayer pattern, uint8 or uint16. pattern: the 2 x 2 pixels at the top left, row by row. method:
-    "mhc" of Malvar, He and Cutler, sharper, or "bilinear".
+    """Colours, or grey, from a Bayer pattern, uint8 or uint16. pattern: the 2 x 2 pixels at the top left, row by row.
+    method: "mhc" of Malvar, He and Cutler, sharper, or "bilinear".
 
     >>> dax.demosaic(np.array([[200, 100], [100, 50]], np.uint8), method="bilinear")[0, 0]
     array([200, 100,  50], dtype=uint8)
@@ -81,9 +81,9 @@ def bayer_phase_at(pattern: Pattern, x: int, y: int) -> str:
 def unpack_pixels(
     data: ArrayLike, shape: tuple[int, int], pixel_format: str, *, step: int = 0, out: Optional[Array] = None
 ) -> Array:
-    """Pixels of 10 or 12 bits as uint16, not scaled. data: the bytes, one dimension. pixel_format: "Mono10p", "Mono12p" (also
-    Bayer...10p, 12p), "Mono10Packed" or "Mono12Packed" of GigE Vision. step: bytes from row to row; 0: pixels run on
-    through the rows.
+    """Pixels of 10 or 12 bits as uint16, not scaled. data: the bytes, one dimension. pixel_format: "Mono10p", "Mono12p"
+    (also Bayer...10p, 12p), "Mono10Packed" or "Mono12Packed" of GigE Vision. step: bytes from row to row; 0: pixels run
+    on through the rows.
 
     >>> dax.unpack_pixels(np.array([0x23, 0x61, 0x45], np.uint8), (1, 2), "Mono12p")
     array([[ 291, 1110]], dtype=uint16)
@@ -127,8 +127,8 @@ def decode_yuv420(
     out: Optional[Array] = None,
     pool: Optional[Pool] = None,
 ) -> Array:
-    """Colours of a plane of Y and chroma of half its size: one plane of pairs (NV12, with order="vu" NV21), of twice as many
-    columns, or two planes, U and V (I420).
+    """Colours of a plane of Y and chroma of half its size: one plane of pairs (NV12, with order="vu" NV21), of twice as
+    many columns, or two planes, U and V (I420).
 
     >>> dax.decode_yuv420(np.full((2, 2), 235, np.uint8), np.full((1, 2), 128, np.uint8))[0, 0]
     array([255, 255, 255], dtype=uint8)
@@ -163,7 +163,8 @@ def decode_yuv422(
     out: Optional[Array] = None,
     pool: Optional[Pool] = None,
 ) -> Array:
-    """Colours, or grey, of packed pairs of pixels, four bytes each: uint8 (height, 4 * pairs). width: of the image, where it is odd.
+    """Colours, or grey, of packed pairs of pixels, four bytes each: uint8 (height, 4 * pairs). width: of the image,
+    where it is odd.
 
     >>> dax.decode_yuv422(np.array([[16, 128, 235, 128]], np.uint8), to="gray")
     array([[  0, 255]], dtype=uint8)
@@ -200,7 +201,8 @@ def luma2gray(y: ArrayLike, *, range: Range = "video", out: Optional[Array] = No
 
 
 def flat_field(image: ArrayLike, dark: ArrayLike, gain: ArrayLike, *, out: Optional[Array] = None) -> Array:
-    """(image - dark) * gain, uint8 or uint16, with gains of float32; 0 where the dark frame is brighter. `out` may be the image.
+    """(image - dark) * gain, uint8 or uint16, with gains of float32; 0 where the dark frame is brighter. `out` may be
+    the image.
 
     >>> dax.flat_field(np.array([[30, 5]], np.uint8), np.full((1, 2), 10, np.uint8), np.full((1, 2), 1.5, np.float32))
     array([[30,  0]], dtype=uint8)
@@ -226,8 +228,8 @@ class Mended(NamedTuple):
 def replace_defects(
     image: ArrayLike, defects: ArrayLike, *, distance: Literal[1, 2] = 1, out: Optional[Array] = None
 ) -> Mended:
-    """Replaces the pixels that `defects` marks (uint8 or bool) by the mean of the nearest good ones to the left, right, above
-    and below. distance: 2 in Bayer patterns. `out` may be the image.
+    """Replaces the pixels that `defects` marks (uint8 or bool) by the mean of the nearest good ones to the left, right,
+    above and below. distance: 2 in Bayer patterns. `out` may be the image.
 
     >>> dax.replace_defects(np.array([[10, 99, 21]], np.uint8), np.array([[False, True, False]])).image
     array([[10, 16, 21]], dtype=uint8)

@@ -60,8 +60,8 @@ def merge_channels(planes: Sequence[ArrayLike], out: Optional[Array] = None) -> 
 def swap_channels(image: ArrayLike, order: Sequence[int], *, value: float = 0, out: Optional[Array] = None) -> Array:
     """An image whose channel c is channel order[c] of this one, or the value where order[c] is -1.
 
-    image: as for `split_channels`. order: three or four of 0, 1, 2 (and 3), repeats allowed: (2, 1, 0) turns RGB to BGR,
-    (0, 1, 2, -1) adds a channel. `out` may be the image.
+    image: as for `split_channels`. order: three or four of 0, 1, 2 (and 3), repeats allowed: (2, 1, 0) turns RGB to
+    BGR, (0, 1, 2, -1) adds a channel. `out` may be the image.
 
     >>> dax.swap_channels(np.array([[[1, 2, 3]]], np.uint8), (2, 1, 0, -1), value=255)
     array([[[  3,   2,   1, 255]]], dtype=uint8)

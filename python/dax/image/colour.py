@@ -1,4 +1,5 @@
-"""Colour: grey, YCbCr, HSV, HLS, XYZ, Lab, matrices and white balance. Channels are the last axis, red first unless bgr=True."""
+"""Colour: grey, YCbCr, HSV, HLS, XYZ, Lab, matrices and white balance. Channels are the last axis, red first unless
+bgr=True."""
 from typing import Any, Literal, Optional, Sequence, Union
 
 import numpy as np
@@ -72,8 +73,8 @@ def rgb2gray(
 ) -> Array:
     """Grey of colours: uint8, uint16 or float32, (height, width, 3).
 
-    weights: "bt601" (0.299, 0.587, 0.114), "bt709" (0.2126, 0.7152, 0.0722), or one number for each channel as they lie in the
-    image. Integers of the standards are exact, halves up.
+    weights: "bt601" (0.299, 0.587, 0.114), "bt709" (0.2126, 0.7152, 0.0722), or one number for each channel as they lie
+    in the image. Integers of the standards are exact, halves up.
 
     >>> dax.rgb2gray(np.array([[[255, 0, 0], [0, 255, 0]]], np.uint8))
     array([[ 76, 150]], dtype=uint8)
@@ -103,8 +104,8 @@ def rgb2ycbcr(
     out: Optional[Array] = None,
     pool: Optional[Pool] = None,
 ) -> Array:
-    """Luma and colour differences, in the order Y, Cb, Cr. range: "video" (Y 16..235) or "full"; others in proportion, float32
-    in 0..1.
+    """Luma and colour differences, in the order Y, Cb, Cr. range: "video" (Y 16..235) or "full"; others in proportion,
+    float32 in 0..1.
 
     >>> dax.rgb2ycbcr(np.array([[[255, 255, 255]]], np.uint8))
     array([[[235, 128, 128]]], dtype=uint8)
@@ -141,9 +142,15 @@ def _hue(function: str, image: ArrayLike, hue180: bool, out: Optional[Array], po
 
 
 def rgb2hsv(
-    image: ArrayLike, *, hue180: bool = False, bgr: bool = False, out: Optional[Array] = None, pool: Optional[Pool] = None
+    image: ArrayLike,
+    *,
+    hue180: bool = False,
+    bgr: bool = False,
+    out: Optional[Array] = None,
+    pool: Optional[Pool] = None
 ) -> Array:
-    """Hue, saturation, value. A turn of the hue is 256 (uint8; with hue180 180), 65536 (uint16) or 360 degrees (float32).
+    """Hue, saturation, value. A turn of the hue is 256 (uint8; with hue180 180), 65536 (uint16) or 360 degrees
+    (float32).
 
     >>> dax.rgb2hsv(np.array([[[0, 128, 0]]], np.uint8))
     array([[[ 85, 255, 128]]], dtype=uint8)
@@ -152,7 +159,12 @@ def rgb2hsv(
 
 
 def hsv2rgb(
-    image: ArrayLike, *, hue180: bool = False, bgr: bool = False, out: Optional[Array] = None, pool: Optional[Pool] = None
+    image: ArrayLike,
+    *,
+    hue180: bool = False,
+    bgr: bool = False,
+    out: Optional[Array] = None,
+    pool: Optional[Pool] = None
 ) -> Array:
     """Colours of hue, saturation, value. Arguments as for `rgb2hsv`.
 
@@ -163,7 +175,12 @@ def hsv2rgb(
 
 
 def rgb2hls(
-    image: ArrayLike, *, hue180: bool = False, bgr: bool = False, out: Optional[Array] = None, pool: Optional[Pool] = None
+    image: ArrayLike,
+    *,
+    hue180: bool = False,
+    bgr: bool = False,
+    out: Optional[Array] = None,
+    pool: Optional[Pool] = None
 ) -> Array:
     """Hue, lightness, saturation. Arguments as for `rgb2hsv`.
 
@@ -174,7 +191,12 @@ def rgb2hls(
 
 
 def hls2rgb(
-    image: ArrayLike, *, hue180: bool = False, bgr: bool = False, out: Optional[Array] = None, pool: Optional[Pool] = None
+    image: ArrayLike,
+    *,
+    hue180: bool = False,
+    bgr: bool = False,
+    out: Optional[Array] = None,
+    pool: Optional[Pool] = None
 ) -> Array:
     """Colours of hue, lightness, saturation. Arguments as for `rgb2hsv`.
 
@@ -185,7 +207,12 @@ def hls2rgb(
 
 
 def rgb2xyz(
-    image: ArrayLike, *, linear: bool = False, bgr: bool = False, out: Optional[Array] = None, pool: Optional[Pool] = None
+    image: ArrayLike,
+    *,
+    linear: bool = False,
+    bgr: bool = False,
+    out: Optional[Array] = None,
+    pool: Optional[Pool] = None
 ) -> Array:
     """XYZ of sRGB colours, uint16 (1 is 32768) or float32 (colours in 0..1). linear: the image has linear light.
 
@@ -196,7 +223,12 @@ def rgb2xyz(
 
 
 def xyz2rgb(
-    image: ArrayLike, *, linear: bool = False, bgr: bool = False, out: Optional[Array] = None, pool: Optional[Pool] = None
+    image: ArrayLike,
+    *,
+    linear: bool = False,
+    bgr: bool = False,
+    out: Optional[Array] = None,
+    pool: Optional[Pool] = None
 ) -> Array:
     """sRGB colours of XYZ. Arguments as for `rgb2xyz`.
 
@@ -207,7 +239,8 @@ def xyz2rgb(
 
 
 def rgb2lab(image: ArrayLike, *, bgr: bool = False, out: Optional[Array] = None, pool: Optional[Pool] = None) -> Array:
-    """CIE L*a*b* of sRGB colours: float32 L 0..100; uint8 L 255 / 100, a + 128, b + 128; uint16 L 65535 / 100, 256 a + 32768.
+    """CIE L*a*b* of sRGB colours: float32 L 0..100; uint8 L 255 / 100, a + 128, b + 128; uint16 L 65535 / 100, 256 a +
+    32768.
 
     >>> dax.rgb2lab(np.array([[[255, 255, 255]]], np.uint8))
     array([[[255, 128, 128]]], dtype=uint8)
@@ -265,8 +298,8 @@ def gray_world_gains(image: ArrayLike) -> Array:
 
 
 def white_patch_gains(image: ArrayLike, percentile: float = 0.99) -> Array:
-    """Gains of the channels that make their brightest levels alike, those of a percentile of 0..1; green has 1. Saturated pixels
-    do not count.
+    """Gains of the channels that make their brightest levels alike, those of a percentile of 0..1; green has 1.
+    Saturated pixels do not count.
 
     >>> dax.white_patch_gains(np.array([[[10, 20, 40], [5, 5, 5]]], np.uint8))
     array([2. , 1. , 0.5])

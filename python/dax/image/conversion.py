@@ -42,7 +42,8 @@ def convert(
 
 
 def convert_full_range(image: ArrayLike, dtype: DTypeLike, *, out: Optional[Array] = None) -> Array:
-    """The image in another type, so that the greatest value becomes the greatest value: 255, 65535, 32767, or 1 of float32.
+    """The image in another type, so that the greatest value becomes the greatest value: 255, 65535, 32767, or 1 of
+    float32.
 
     image: as for `convert`. Negative values become 0 in unsigned types.
 

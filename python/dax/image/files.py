@@ -53,8 +53,8 @@ def imread(
 ) -> Array:
     """The image of a file, (height, width) or (height, width, channels) of uint8, uint16 or float32.
 
-    file: a path, or the bytes of a file. Channels are red, green, blue, alpha. upright: turned as the file says that it was
-    taken. max_pixels: larger ones are refused. raw: (shape, dtype) of a file of samples only.
+    file: a path, or the bytes of a file. Channels are red, green, blue, alpha. upright: turned as the file says that it
+    was taken. max_pixels: larger ones are refused. raw: (shape, dtype) of a file of samples only.
 
     >>> dax.imread(b"P5 3 2 255 abcdef")
     array([[ 97,  98,  99],
@@ -81,8 +81,9 @@ def imwrite(
 ) -> None:
     """Writes an image, uint8, uint16 or float32 of 1 to 4 channels. The file is complete, or the old one.
 
-    format: "png", "jpeg", "tiff", "bmp", "pnm", "pfm" or "raw", where the ending of the name does not tell. quality: of JPEG,
-    1..100. level: of PNG and of deflated TIFF, 0..9. compression: of TIFF. bits: 1, 2 or 4 for PNG files of fewer grey levels.
+    format: "png", "jpeg", "tiff", "bmp", "pnm", "pfm" or "raw", where the ending of the name does not tell. quality: of
+    JPEG, 1..100. level: of PNG and of deflated TIFF, 0..9. compression: of TIFF. bits: 1, 2 or 4 for PNG files of fewer
+    grey levels.
     max_value: the largest value of deep PGM and PPM files.
 
     >>> import tempfile
@@ -135,7 +136,8 @@ def _read_cfg(upright: bool, page: int, max_pixels: int, raw: Optional[tuple[tup
 
 
 def _query(file: Union[Path, bytes], cfg: Any) -> tuple[str, tuple[Any, ...], Any]:
-    """Which library reads a file, the file as its arguments, and its record. The codecs are needed for their formats only."""
+    """Which library reads a file, the file as its arguments, and its record. The codecs are needed for their formats
+    only."""
     record = ffi.new("DaxiImageRecord*")
     given: tuple[Any, ...]
     if isinstance(file, bytes):

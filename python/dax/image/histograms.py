@@ -32,9 +32,9 @@ def histogram(
 ) -> Histogram:
     """How many pixels lie in each bin, of all, or of those where `mask` is not 0.
 
-    image: uint8, uint16 or float32. limits: where the first bin begins and the last one ends; those of the type where not
-    given, of floats 0 and 1. Or edges: bins + 1 ascending numbers. A bin has its lower edge, not its upper one, but for
-    the last bin of floats.
+    image: uint8, uint16 or float32. limits: where the first bin begins and the last one ends; those of the type where
+    not given, of floats 0 and 1. Or edges: bins + 1 ascending numbers. A bin has its lower edge, not its upper one, but
+    for the last bin of floats.
 
     >>> dax.histogram(np.array([[0, 3, 4, 9]], np.uint8), 2, (0, 8))
     Histogram(counts=array([2, 1], dtype=uint64), edges=array([0., 4., 8.]), below=0, above=1, nan=0)

@@ -30,10 +30,16 @@ def box_sum(image: ArrayLike, radius: int, out: Optional[Array] = None, sums: Su
     """
     name, work = "DAXI_FilterBox_{type}_{layout}R", "DAXI_FilterBoxBufferSize_{type}"
     array = np.asarray(image)
-    if not choice("sums", sums, _SUMS) or array.dtype not in (np.float32, np.int16) or not 1 <= radius < min(array.shape) / 2:
+    if (
+        not choice("sums", sums, _SUMS)
+        or array.dtype not in (np.float32, np.int16)
+        or not 1 <= radius < min(array.shape) / 2
+    ):
         return apply(name, {"image": image}, radius, types="8u32s 16s32f 32s 32f", out=out, work=work)
     side = 2 * radius + 1
-    width, height = (np.minimum(np.arange(n) + radius + 1, n) - np.maximum(np.arange(n) - radius, 0) for n in array.shape[::-1])
+    width, height = (
+        np.minimum(np.arange(n) + radius + 1, n) - np.maximum(np.arange(n) - radius, 0) for n in array.shape[::-1]
+    )
     means = _exact(array, {"width": side, "height": side}, "Int")
     return _stored(means * height[:, None] * width, array, out, np.float32)
 
@@ -47,8 +53,9 @@ def mean(
 ) -> Array:
     """Mean over windows, the image going on symmetrically beyond its edges (b a|a b c).
 
-    image: (height, width) uint8, uint16, int16, float32 or float64. window: pixels each way, or (width, height), at most
-    as large as the image, for uint8 at most 255. Even windows reach one pixel further left and up. Integers are rounded.
+    image: (height, width) uint8, uint16, int16, float32 or float64. window: pixels each way, or (width, height), at
+    most as large as the image, for uint8 at most 255. Even windows reach one pixel further left and up. Integers are
+    rounded.
     pool: for uint8, works in bands. sums: of floats, as for `box_sum`.
 
     >>> dax.mean(np.array([[0, 0, 30], [0, 0, 30], [0, 0, 30]], np.uint8), (3, 1))
@@ -111,8 +118,8 @@ def _stored(result: Array, image: Array, out: Optional[Array], dtype: DTypeLike)
 
 
 def _exact(image: Array, mask: dict[str, int], form: str) -> Array:
-    """Means in double precision. Values that differ by more than 2^30 are summed apart, so that large ones leave nothing
-    behind in windows without them; NaN and infinities are counted."""
+    """Means in double precision. Values that differ by more than 2^30 are summed apart, so that large ones leave
+    nothing behind in windows without them; NaN and infinities are counted."""
     name, work = f"DAXI_FilterMean{form}_{{type}}_{{layout}}R", f"DAXI_FilterMean{form}BufferSize_{{type}}"
 
     def means(values: Array) -> Array:

@@ -31,8 +31,8 @@ def square(image: ArrayLike, *, scale_factor: int = 0, out: Optional[Array] = No
 
 
 def sqrt(image: ArrayLike, *, out: Optional[Array] = None) -> Array:
-    """Square roots: uint8, uint16 or int16, to the nearest integer and 0 of negative ones, or float32, correctly rounded.
-    `out` may be the image.
+    """Square roots: uint8, uint16 or int16, to the nearest integer and 0 of negative ones, or float32, correctly
+    rounded. `out` may be the image.
 
     >>> dax.sqrt(np.array([[3, 200]], np.uint8))
     array([[ 2, 14]], dtype=uint8)

@@ -25,9 +25,9 @@ def resize(
 ) -> Array:
     """The image in another size, by linear interpolation at exact positions.
 
-    image: uint8, uint16 or float32, (height, width) or (height, width, 3). Either shape: (rows, columns) of the result, or
-    factor: 1/256 to 256, one number or (for rows, for columns), of which the nearest whole sides follow. anti_aliasing:
-    where the image shrinks, every pixel of it counts. mode: what lies outside, as in copy_border.
+    image: uint8, uint16 or float32, (height, width) or (height, width, 3). Either shape: (rows, columns) of the result,
+    or factor: 1/256 to 256, one number or (for rows, for columns), of which the nearest whole sides follow.
+    anti_aliasing: where the image shrinks, every pixel of it counts. mode: what lies outside, as in copy_border.
 
     >>> dax.resize(np.array([[0, 100]], np.uint8), (1, 4))
     array([[  0,  25,  75, 100]], dtype=uint8)

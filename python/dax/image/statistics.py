@@ -50,8 +50,8 @@ class MinMax(NamedTuple):
 
 
 class Moments(NamedTuple):
-    """Moments of grey values. Raw ones (m..) and those about the centroid (x, y), as they are (mu..) and normalised (nu..);
-    mpq is the sum of x**p y**q value. hu: Hu's seven invariants under shifts, turns and scale."""
+    """Moments of grey values. Raw ones (m..) and those about the centroid (x, y), as they are (mu..) and normalised
+    (nu..); mpq is the sum of x**p y**q value. hu: Hu's seven invariants under shifts, turns and scale."""
 
     m00: float
     m10: float
@@ -101,7 +101,8 @@ def _values(function: str, image: ArrayLike, mask: Optional[ArrayLike], results:
 
 
 def pixel_sum(image: ArrayLike, mask: Optional[ArrayLike] = None) -> Values:
-    """The sum of all pixels, or of those where `mask` is not 0; of a colour image (height, width, 3) one for each channel.
+    """The sum of all pixels, or of those where `mask` is not 0; of a colour image (height, width, 3) one for each
+    channel.
 
     Integers are added exactly, floats in double precision, in an order that does not depend on the machine.
 
@@ -228,11 +229,21 @@ def integral(image: ArrayLike, *, squared: bool = False, wide: bool = False, out
            [ 0,  4, 10]], dtype=uint32)
     """
     src = source("image", image, _TYPES)
-    result = {"8u": "64u" if wide or squared else "32u", "16u": "64u", "16s": "64u" if squared else "64s", "32f": "64f"}[src.suffix]
+    result = {
+        "8u": "64u" if wide or squared else "32u",
+        "16u": "64u",
+        "16s": "64u" if squared else "64s",
+        "32f": "64f",
+    }[src.suffix]
     dtype = {"32u": np.uint32, "64u": np.uint64, "64s": np.int64, "64f": np.float64}[result]
     height, width = src.array.shape
     array = np.empty((height + 1, width + 1), dtype) if out is None else out
-    if array.shape != (height + 1, width + 1) or array.dtype != dtype or not array.flags.c_contiguous or not array.flags.writeable:
+    if (
+        array.shape != (height + 1, width + 1)
+        or array.dtype != dtype
+        or not array.flags.c_contiguous
+        or not array.flags.writeable
+    ):
         raise ValueError(f"out: needs {(height + 1, width + 1)} adjacent writable pixels of {np.dtype(dtype)}")
     if np.may_share_memory(array, src.array):
         raise ValueError("out and image overlap")

@@ -106,9 +106,11 @@ def otsu(image: ArrayLike, out: Optional[Array] = None) -> NDArray[np.uint8]:
     return dst.array
 
 
-def soft_weights(image: ArrayLike, low: int, high: int, soft: int = 254, out: Optional[Array] = None) -> NDArray[np.float32]:
-    """How bright pixels are between two levels, as weights: 0 up to `low`, 1 from `high` on, and `soft` (0..254) steps in
-    between.
+def soft_weights(
+    image: ArrayLike, low: int, high: int, soft: int = 254, out: Optional[Array] = None
+) -> NDArray[np.float32]:
+    """How bright pixels are between two levels, as weights: 0 up to `low`, 1 from `high` on, and `soft` (0..254) steps
+    in between.
 
     image: (height, width) uint8. 0 <= low < high <= 255.
 

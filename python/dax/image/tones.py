@@ -18,8 +18,8 @@ _UNSIGNED = tuple(np.dtype(each) for each in (np.uint8, np.uint16))
 def apply_lut(image: ArrayLike, table: ArrayLike, out: Optional[Array] = None) -> Array:
     """table[image], pixel by pixel.
 
-    image: uint8 with a table of 256 uint8, uint16 or float32, or uint16 with one of 65536 uint16; (height, width) or (height,
-    width, 3). `out` may be the image where the types are the same.
+    image: uint8 with a table of 256 uint8, uint16 or float32, or uint16 with one of 65536 uint16; (height, width) or
+    (height, width, 3). `out` may be the image where the types are the same.
 
     >>> dax.apply_lut(np.array([[0, 1, 255]], np.uint8), np.arange(255, -1, -1, dtype=np.uint8))
     array([[255, 254,   0]], dtype=uint8)
@@ -40,8 +40,8 @@ def apply_lut(image: ArrayLike, table: ArrayLike, out: Optional[Array] = None) -
 def apply_curve(image: ArrayLike, levels: ArrayLike, values: ArrayLike, out: Optional[Array] = None) -> Array:
     """np.interp(image, levels, values) in the image's type: a line through 2 to 256 knots, flat outside them.
 
-    image: uint8, uint16, int16 or float32, (height, width) or (height, width, 3). levels: strictly ascending. `out` may be the
-    image.
+    image: uint8, uint16, int16 or float32, (height, width) or (height, width, 3). levels: strictly ascending. `out` may
+    be the image.
 
     >>> dax.apply_curve(np.array([[0, 50, 100, 200]], np.uint8), [50, 150], [0, 255])
     array([[  0,   0, 128, 255]], dtype=uint8)
@@ -80,8 +80,8 @@ def rescale_intensity(
 ) -> Array:
     """Stretches the grey values between two percentiles to a range; what lies beyond is held to its ends.
 
-    image: (height, width) uint8, uint16, int16 or float32. percentiles: 0 and 100 are the minimum and the maximum of the finite
-    pixels. dtype: that of the image, uint8 or float32. `out` may be the image.
+    image: (height, width) uint8, uint16, int16 or float32. percentiles: 0 and 100 are the minimum and the maximum of
+    the finite pixels. dtype: that of the image, uint8 or float32. `out` may be the image.
 
     >>> dax.rescale_intensity(np.array([[100, 150, 200]], np.uint16), dtype=np.uint8)
     array([[  0, 128, 255]], dtype=uint8)
@@ -92,7 +92,9 @@ def rescale_intensity(
     call("DAXI_NormaliseDefaultCfg", cfg)
     cfg.pLow, cfg.pHigh = (each / 100 for each in percentiles)
     cfg.outLow, cfg.outHigh = out_range
-    spelled = _SAME if wanted == own else f"{PIXELS[own][0]}{PIXELS[wanted][0]}" if own in PIXELS and wanted in PIXELS else ""
+    spelled = (
+        _SAME if wanted == own else f"{PIXELS[own][0]}{PIXELS[wanted][0]}" if own in PIXELS and wanted in PIXELS else ""
+    )
     if wanted != own and spelled not in _OTHERS:
         raise TypeError(f"dtype: {wanted} of an image of {own}; possible are its own, uint8 and float32")
     name = "DAXI_Normalise_{type}_{layout}R"
@@ -129,9 +131,9 @@ def equalize_adapthist(
 ) -> Array:
     """Histograms equalised by tiles, with limited contrast (CLAHE): detail in dark and in bright parts alike.
 
-    image: (height, width) uint8 or uint16. tiles: rows and columns of them, 1 to 64. clip_limit: the greatest count of a bin,
-    as a multiple of the mean, from 1 on; more is more contrast, and more noise. bins: a power of two, up to 256, or 65536 for
-    uint16. `out` may be the image. pool: threads.
+    image: (height, width) uint8 or uint16. tiles: rows and columns of them, 1 to 64. clip_limit: the greatest count of
+    a bin, as a multiple of the mean, from 1 on; more is more contrast, and more noise. bins: a power of two, up to 256,
+    or 65536 for uint16. `out` may be the image. pool: threads.
 
     >>> dax.equalize_adapthist(np.array([[10, 11], [12, 13]], np.uint8), (1, 1), clip_limit=1)
     array([[ 64, 128],

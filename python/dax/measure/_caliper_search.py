@@ -57,7 +57,9 @@ def find_in(
 ) -> list[_Records]:
     src = source("image", image, BYTES)
     if type(regions) in REGIONS:
-        raise TypeError(f"regions: one {type(regions).__name__}, needed is a list; for a single region there is find_edges")
+        raise TypeError(
+            f"regions: one {type(regions).__name__}, needed is a list; for a single region there is find_edges"
+        )
     regions = [checked(region, src.array.shape) for region in regions]
     if not regions:
         return []
@@ -82,11 +84,13 @@ _Detect = Callable[[Sequence[Region], Any], list[_Records]]
 
 
 def _search(kind: str, detect: _Detect, regions: list[Region], cfg: Any, fine: bool) -> list[_Records]:
-    """What there is in each region: of opposite polarities where pairs may have either, without those of score 0, and of
-    two samplings where they are to be fine."""
+    """What there is in each region: of opposite polarities where pairs may have either, without those of score 0, and
+    of two samplings where they are to be fine."""
 
     def once(regions: list[Region]) -> list[_Records]:
-        found = _either(detect, regions, cfg) if kind == "EdgePair" and cfg.polarity == OPPOSITE else detect(regions, cfg)
+        found = (
+            _either(detect, regions, cfg) if kind == "EdgePair" and cfg.polarity == OPPOSITE else detect(regions, cfg)
+        )
         scored = [records["score"] > 0 for records, _, _ in found]
         return [(each[0][keep], each[1][keep], each[2]) for each, keep in zip(found, scored)]
 
@@ -124,7 +128,8 @@ _EVERY = 10**6  # pairs among which the k-th is counted
 
 
 def _mean_of(kind: str, one: _Records, other: _Records) -> _Records:
-    """Positions of the first sampling, where the second one, half a pixel further, has the same edges the mean of both."""
+    """Positions of the first sampling, where the second one, half a pixel further, has the same edges the mean of
+    both."""
     records, points, profile = one
     parts = ("",) if kind == "Edge" else ("first", "second")
     for i in range(len(records)):
@@ -147,8 +152,8 @@ def _mean_of(kind: str, one: _Records, other: _Records) -> _Records:
 
 
 def _results(kind: str, cfg: Any, regions: Sequence[Region]) -> tuple[Any, Array, Array]:
-    """Results with room for what the configuration asks, and the room as arrays: (count, max_count) records, their points.
-    The configuration is made to ask for no more than there can be."""
+    """Results with room for what the configuration asks, and the room as arrays: (count, max_count) records, their
+    points. The configuration is made to ask for no more than there can be."""
     count, samples = len(regions), max(longest(region) for region in regions)
     limit, field, each = ("maxEdges", "edges", 1) if kind == "Edge" else ("maxPairs", "pairs", 2)
     setattr(cfg, limit, min(getattr(cfg, limit), samples**each))
@@ -168,7 +173,9 @@ class _Curve:
     def __init__(self, region: Region) -> None:
         self.rows = np.empty((2, longest(region)), np.float32)
         gray, response = (ffi.cast("float*", row.ctypes.data) for row in self.rows)
-        self.record = ffi.new("CaliperProfile*", {"profile": gray, "response": response, "capacity": self.rows.shape[1]})
+        self.record = ffi.new(
+            "CaliperProfile*", {"profile": gray, "response": response, "capacity": self.rows.shape[1]}
+        )
 
     def profile(self) -> Profile:
         gray, response = self.rows[:, : self.record.length].copy()

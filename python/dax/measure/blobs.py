@@ -45,7 +45,8 @@ _MAX_COUNT = 20000
 class Labelling(Fixed):
     """The domains of a mask, numbered from 0 in raster order of their first pixel. Made by `label`.
 
-    size: (width, height) of the mask. connectivity: 4 or 8. runs: structured array of all runs (row, start, end, cls, label).
+    size: (width, height) of the mask. connectivity: 4 or 8. runs: structured array of all runs (row, start, end, cls,
+    label).
     """
 
     def __init__(self, size: tuple[int, int], model: Any, domains: Any, connectivity: int) -> None:
@@ -78,7 +79,14 @@ class Labelling(Fixed):
         """
         corners, size = self._hull_room()
         count = ffi.new("int32_t*")
-        call("_DAXI_DomainConvexHull_ROI", self._domains, self._domain(label), size, pointer(corners, "DaxiPoint32s"), count)
+        call(
+            "_DAXI_DomainConvexHull_ROI",
+            self._domains,
+            self._domain(label),
+            size,
+            pointer(corners, "DaxiPoint32s"),
+            count,
+        )
         return corners[: count[0]].copy()
 
     def enclosing_box(self, label: int, minimal: Literal["area", "perimeter"] = "area") -> RotatedBox:

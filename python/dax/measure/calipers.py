@@ -130,8 +130,9 @@ def find_edges(
     minimum response, grey levels for half_width up to 5. half_width: of the derivative filter, 1..50. max_count: edges
     returned, at least 1. only: k >= 1 returns the k-th edge along the profile alone, or the last. contrast, distance
     (from the centre), offset (signed), gray: ramps that score an edge; without any, the contrast out of 255. Edges of
-    score 0 are none. min_score: minimum score. fine: positions are the mean of two samplings half a pixel apart: of edges
-    blurred by half a pixel or more that takes most of the error away, sharp edges along the pixels get 0.05 pixels worse.
+    score 0 are none. min_score: minimum score. fine: positions are the mean of two samplings half a pixel apart: of
+    edges blurred by half a pixel or more that takes most of the error away, sharp edges along the pixels get 0.05
+    pixels worse.
     mask: as the image; pixels of 0 are not used.
     profile: return the profile too.
 
@@ -216,7 +217,12 @@ def find_edge_pairs(
     """
     below, above = signed_width_error or (None, None)
     ramps = {
-        **{"contrast": contrast, "position": position, "positionNeg": signed_position, "positionNorm": relative_position},
+        **{
+            "contrast": contrast,
+            "position": position,
+            "positionNeg": signed_position,
+            "positionNorm": relative_position,
+        },
         **{"positionNormNeg": signed_relative_position, "sizeNorm": relative_width, "sizeDiffNorm": width_error},
         **{"sizeDiffBelow": below, "sizeDiffAbove": above, "straddle": straddle, "gray": gray},
     }

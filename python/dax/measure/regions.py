@@ -53,8 +53,8 @@ MAX_SAMPLES = 10**8  # of a region: about a second
 
 
 def checked(region: Region, shape: tuple[int, ...]) -> Region:
-    """The region with its angles between -pi and pi, those within a turn of that; warns where it reaches beyond an image
-    of a shape, and refuses more than MAX_SAMPLES."""
+    """The region with its angles between -pi and pi, those within a turn of that; warns where it reaches beyond an
+    image of a shape, and refuses more than MAX_SAMPLES."""
     if type(region) not in REGIONS:
         raise TypeError(f"region: {type(region).__name__}, needed is a Box, a Rhomboid or an Annulus")
     region = type(region)(*map(float, region))
@@ -119,7 +119,10 @@ def record_of(region: Region) -> tuple[str, Any]:
 def longest(region: Region) -> int:
     """No profile of a region is longer."""
     if isinstance(region, Annulus):
-        sides = region.outer_radius - region.inner_radius, region.sweep * (region.inner_radius + region.outer_radius) / 2
+        sides = (
+            region.outer_radius - region.inner_radius,
+            region.sweep * (region.inner_radius + region.outer_radius) / 2,
+        )
     else:
         sides = region.width, region.height
     longest = max(sides)

@@ -139,7 +139,9 @@ def _spread(arguments: tuple[tuple[ArrayLike, _Core], ...]) -> tuple[tuple[int, 
             raise TypeError(f"of type {array.dtype}, needed are numbers")
         if array.shape[max(array.ndim - len(core), 0) :] != core:
             raise ValueError(f"shape {array.shape}, needed is (..., {', '.join(map(str, core))})")
-    leading = np.broadcast_shapes(*(array.shape[: array.ndim - len(core)] for array, (_, core) in zip(arrays, arguments)))
+    leading = np.broadcast_shapes(
+        *(array.shape[: array.ndim - len(core)] for array, (_, core) in zip(arrays, arguments))
+    )
     spread = [np.broadcast_to(array, leading + core).reshape(-1, *core) for array, (_, core) in zip(arrays, arguments)]
     return leading, [np.ascontiguousarray(array, np.float64) for array in spread]
 

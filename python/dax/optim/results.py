@@ -217,7 +217,9 @@ def search(run: Callable[[Settings], float], trace: Trace, settings: Settings, x
         warn(f"the limit of {settings.max_iterations} iterations was reached")
     elif not converged and accepted:
         tolerance = settings.energy_tolerance if reason == "energy" else settings.step_tolerance
-        warn(f"ended by the {reason} tolerance of {tolerance:g}, but not at a minimum: scale, or Settings(relative=True)")
+        warn(
+            f"ended by the {reason} tolerance of {tolerance:g}, but not at a minimum: scale, or Settings(relative=True)"
+        )
     return Outcome(step_norm, reason, converged, iterations, accepted)
 
 

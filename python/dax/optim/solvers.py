@@ -1,9 +1,9 @@
 """Least squares by Levenberg-Marquardt, dense and sparse.
 
-Callbacks get arrays of their own and return arrays. An exception in a callback ends the call and comes out of it as it is.
-The interpreter lock is released between callbacks. Parameters may live on a manifold: `update` says what x (+) step is, x
-+ step by default, and derivatives are then those by the step at 0. Given the same values from the callbacks, solvers give
-the same bits on every machine.
+Callbacks get arrays of their own and return arrays. An exception in a callback ends the call and comes out of it as it
+is. The interpreter lock is released between callbacks. Parameters may live on a manifold: `update` says what x (+) step
+is, x + step by default, and derivatives are then those by the step at 0. Given the same values from the callbacks,
+solvers give the same bits on every machine.
 """
 from typing import Any, Callable, Literal, NamedTuple, Optional
 
@@ -166,7 +166,8 @@ def minimize_normal(
     number of those of H.
 
     >>> a = np.array([[2.0, 1], [1, 3]])
-    >>> found = dax.minimize_normal(lambda x: x @ a @ x / 2, lambda x, damping: (a + damping * np.eye(2), -a @ x), [5, 6])
+    >>> energy, equations = lambda x: x @ a @ x / 2, lambda x, damping: (a + damping * np.eye(2), -a @ x)
+    >>> found = dax.minimize_normal(energy, equations, [5, 6])
     >>> np.abs(found.x).max() < 1e-4
     True
     """
@@ -298,7 +299,8 @@ def least_squares_blocks(
     >>> seen = np.array([[3.0], [5], [4], [6]])  # shift of a camera + place of a point
     >>> residuals = lambda x: (x[links[:, 0]] + x[2 + links[:, 1]])[:, None] - seen
     >>> ones = np.ones((4, 1, 1))
-    >>> found = dax.least_squares_blocks(residuals, lambda x: (ones, ones), [0, 0, 0, 0], dax.BlockShape(1, 2, 1, 2, links))
+    >>> shape = dax.BlockShape(1, 2, 1, 2, links)
+    >>> found = dax.least_squares_blocks(residuals, lambda x: (ones, ones), [0, 0, 0, 0], shape)
     >>> found.energy < 1e-8
     True
     """
@@ -315,7 +317,8 @@ def least_squares_blocks(
         jb = numbers("jacobians: by B", by_b, (*r.shape, shape.size_b), np.float64)
         return _normal_blocks(shape, links, r, ja, jb)
 
-    found = minimize_blocks(lambda x: float((at(x) ** 2).sum() / 2), normal, x0, shape, update=update, settings=settings)
+    energy = lambda x: float((at(x) ** 2).sum() / 2)
+    found = minimize_blocks(energy, normal, x0, shape, update=update, settings=settings)
     calls, last = measured.calls, at(found.x.copy()).ravel()
     return Solution(found.x, found.energy, calls, found.outcome, found.linear, last)
 
@@ -388,7 +391,8 @@ class _Layout:
             (count_b, size_b),
         )
         values = [
-            numbers(f"normal: {name}", value, each, np.float64) for name, value, each in zip(Blocks._fields, blocks, shapes)
+            numbers(f"normal: {name}", value, each, np.float64)
+            for name, value, each in zip(Blocks._fields, blocks, shapes)
         ]
         values[2] = values[2][self.order]
         for field, value in zip(("a", "b", "w", "rhsA", "rhsB"), values):

@@ -22,9 +22,11 @@ class _Convertible(Protocol):
 
 
 class SparseMatrix(Fixed):
-    """A sparse matrix with room for `capacity` elements. Its pattern, the set of its elements, stays while values change.
+    """A sparse matrix with room for `capacity` elements. Its pattern, the set of its elements, stays while values
+    change.
 
-    shape: (rows, columns), at least 1 each. Elements that are added enlarge the pattern; a full matrix raises dax.Error.
+    shape: (rows, columns), at least 1 each. Elements that are added enlarge the pattern; a full matrix raises
+    dax.Error.
 
     >>> matrix = dax.SparseMatrix.from_triplets([0, 1, 1], [0, 0, 2], [1, 2, 3], (2, 3))
     >>> matrix.toarray()
@@ -110,7 +112,9 @@ class SparseMatrix(Fixed):
             call("PRMT_MSP_AddEle_tpl_f64", self._matrix, row, column, float(np.asarray(values)))
             return
         block = numbers("values", values, (None, None), np.float64)
-        call("PRMT_MSP_AddBlk_tpl_f64", self._matrix, row, column, pointer(block, "double"), *block.shape, block.shape[1])
+        call(
+            "PRMT_MSP_AddBlk_tpl_f64", self._matrix, row, column, pointer(block, "double"), *block.shape, block.shape[1]
+        )
 
     @property
     def T(self) -> "SparseMatrix":
@@ -204,7 +208,8 @@ class Pattern:
 
 
 class Filler:
-    """Turns what a callback returns into a matrix of the C interface. The pattern is found once, as long as it stays."""
+    """Turns what a callback returns into a matrix of the C interface. The pattern is found once, as long as it
+    stays."""
 
     def __init__(self, name: str, shape: Shape) -> None:
         self.name, self.shape = name, shape

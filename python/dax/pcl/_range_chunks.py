@@ -3,6 +3,8 @@ import os
 import struct
 from typing import NamedTuple, Union
 
+import numpy as np
+
 _TRAILER, _HEADER = struct.Struct("<II"), struct.Struct("<IIII")
 _WIDTH, _HEIGHT, _RANGE, _MASK, _COLOUR, _TYPE = 0xA5A53D01, 0xA5A53D02, 0x617D18DB, 0xA5A53D03, 0xA5A53D0B, 1
 _FIXED: dict[int, tuple[str, tuple[int, ...]]] = {
@@ -35,9 +37,15 @@ def read_chunks(path: Union[str, bytes]) -> list[Chunk]:
     return chunks
 
 
+def not_finite(**triples: tuple[float, float, float]) -> list[str]:
+    """What is wrong with the numbers of a header that the checks of the library let pass, and a file may hold."""
+    largest = np.finfo(np.float32).max
+    return [f"{name} {each}: not finite" for name, each in triples.items() if not (np.abs(each) <= largest).all()]
+
+
 def wrong_chunks(chunks: list[Chunk]) -> list[str]:
-    """Which parts do not have the size that they should have. Of several sides the last in the file counts, of others the
-    first."""
+    """Which parts do not have the size that they should have. Of several sides the last in the file counts, of others
+    the first."""
     faults: list[str] = []
     sides: dict[int, int] = {}
     for tag, size, start in chunks:
@@ -62,4 +70,8 @@ def _wrong_colour(chunk: Chunk) -> list[str]:
         return [f"colour has {chunk.size} bytes, needed are at least {_HEADER.size}"]
     _, width, height, _ = _HEADER.unpack(chunk.start)
     have, needed = chunk.size - _HEADER.size, 3 * width * height
-    return [f"colour of {width} x {height} pixels has {have} bytes, needed are {needed}"] if have not in (0, needed) else []
+    return (
+        [f"colour of {width} x {height} pixels has {have} bytes, needed are {needed}"]
+        if have not in (0, needed)
+        else []
+    )

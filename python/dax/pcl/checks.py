@@ -1,4 +1,5 @@
-"""Checks of small geometric records, before they go elsewhere. Each returns nothing, or raises dax.Error with the clause.
+"""Checks of small geometric records, before they go elsewhere. Each returns nothing, or raises dax.Error with the
+clause.
 
 Single precision is checked for float32 arrays, double precision for all others.
 """

@@ -1,7 +1,7 @@
 """Point clouds: voxel grid, nearest neighbours, normals.
 
-A cloud is an (n, 3) array; other types than float32 are rounded to it, with a warning where that moves points that lie far
-from the origin by more than a thousandth of their spacing.
+A cloud is an (n, 3) array; other types than float32 are rounded to it, with a warning where that moves points that lie
+far from the origin by more than a thousandth of their spacing.
 """
 from typing import Any, NamedTuple, Optional
 
@@ -22,9 +22,9 @@ _NONE_FURTHER = np.float32(np.finfo(np.float32).max)
 def voxel_grid(points: ArrayLike, leaf: ArrayLike, box: Optional[ArrayLike] = None) -> NDArray[np.float32]:
     """One point for every occupied cell of a regular grid: the centroid of its points.
 
-    points: (n, 3). leaf: edge length of cells, or (x, y, z). box: (2, 3) least and largest corner, faces included; points
-    outside are dropped, and those with a NaN. Without a box: that of the finite points. Cells are ordered along z, then y,
-    then x; the cell around 0 is twice as wide.
+    points: (n, 3). leaf: edge length of cells, or (x, y, z). box: (2, 3) least and largest corner, faces included;
+    points outside are dropped, and those with a NaN. Without a box: that of the finite points. Cells are ordered along
+    z, then y, then x; the cell around 0 is twice as wide.
 
     >>> dax.voxel_grid([[0, 0, 0], [0, 0, 0.5], [5, 5, 5]], 1)
     array([[0.  , 0.  , 0.25],
@@ -36,7 +36,9 @@ def voxel_grid(points: ArrayLike, leaf: ArrayLike, box: Optional[ArrayLike] = No
         finite = cloud[np.isfinite(cloud).all(1)]
         box = [finite.min(0), finite.max(0)] if len(finite) else np.zeros((2, 3))
     corners = numbers("box", box, (2, 3))
-    record = ffi.new("DAX3DPCL_CLOUD3D*", {"capacity": len(cloud), "count": len(cloud), "points": pointer(cloud, "float")})
+    record = ffi.new(
+        "DAX3DPCL_CLOUD3D*", {"capacity": len(cloud), "count": len(cloud), "points": pointer(cloud, "float")}
+    )
     work = buffer("DAX3DPCL_PREP_SAMPLE_VoxelGridBufferSize", len(cloud))
     result = buffer("DAX3DPCL_PREP_SAMPLE_VoxelGridResultSize", len(cloud))
     found = ffi.new("DAX3DPCL_CLOUD3D**")

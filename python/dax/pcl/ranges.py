@@ -6,11 +6,11 @@ from typing import Any, NamedTuple, Optional, Union
 import numpy as np
 from numpy.typing import ArrayLike, NDArray
 
-from .._arrays import Array, instance, numbers, of_shape, pointer, refuse_overlap, source, target
+from .._arrays import Array, instance, numbers, of_shape, pointer, refuse_overlap, source, target, warn
 from .._interface import ffi
 from .._library import buffer, call, function, needed
 from ..errors import Error
-from ._range_chunks import read_chunks, wrong_chunks
+from ._range_chunks import not_finite, read_chunks, wrong_chunks
 
 __all__ = [
     "Calibration",
@@ -50,7 +50,7 @@ class Camera(NamedTuple):
 
 @dataclasses.dataclass(frozen=True)
 class Calibration:
-    """Cameras of a range image. depth_to_rgb: (4, 4) rigid motion from the depth camera's frame to the colour camera's."""
+    """Cameras of a range image. depth_to_rgb: (4, 4) rigid motion from the depth camera's frame to that of colour."""
 
     depth: Camera
     rgb: Camera
@@ -118,10 +118,10 @@ def _file_name(path: Path) -> bytes:
     return name
 
 
-def _call_on(path: Path, name: str, record: Any) -> None:
-    """Calls a function on a file; a failure names it."""
+def _call_on(path: Path, name: str, *arguments: Any) -> None:
+    """Calls a function for a file; a failure names it."""
     try:
-        call(name, _file_name(path), record)
+        call(name, *arguments)
     except Error as error:
         error.args = (f"{os.fspath(path)}: {error}",)
         raise
@@ -133,8 +133,8 @@ _INTERLEAVED, _PLANAR = 201, 200
 def write_range(path: Path, image: RangeImage, everything: bool = True) -> None:
     """Writes a range file. It is complete or not there: a failure leaves an older file as it was.
 
-    image: sides up to 32767. everything: with colour, calibration and kind; otherwise values, mask, scale and offset
-    only, and there must be a mask.
+    image: sides up to 32767; a scale that `RangeImage.check` refuses, 0 or NaN, is not written. everything: with
+    colour, calibration and kind; otherwise values, mask, scale and offset only, and there must be a mask.
 
     >>> import os, tempfile
     >>> folder = tempfile.TemporaryDirectory()
@@ -146,17 +146,22 @@ def write_range(path: Path, image: RangeImage, everything: bool = True) -> None:
     """
     instance("image", image, RangeImage, "a RangeImage; the path comes first")
     record, _kept = _record(image)
+    file = _file_name(path)
+    _call_on(path, "DAX3DPCL_UTILS_Check_DAX3D_RANGE_V4", record, 0)
+    for fault in not_finite(scale=image.scale, offset=image.offset):
+        raise ValueError(f"{os.fspath(path)}: {fault}")
     name = "DAX3DPCL_UTILS_WRITE_RANGE_V4_V2" if everything else "DAX3DPCL_UTILS_WRITE_RANGE_V4"
-    _call_on(path, name, record)
+    _call_on(path, name, file, record)
 
 
 def read_range(path: Path) -> RangeImage:
-    """Reads a range file. See `write_range` for an example; raises dax.Error for what is no such file, and ValueError where
-    a part of it is shorter or longer than its image, with both sizes.
+    """Reads a range file. See `write_range` for an example; raises dax.Error for what is no such file, and ValueError
+    where a part of it is shorter or longer than its image, with both sizes. A warning tells of scales and offsets that
+    are no numbers, of which all points would be none.
 
-    >>> dax.read_range("no.range")
+    >>> dax.read_range("no.range")  # doctest: +ELLIPSIS
     Traceback (most recent call last):
-    dax.errors.Error: no.range: DAX3DPCL_UTILS_READ_RANGE_V4 returned 0x10000025, file could not be opened: file not opened
+    dax.errors.Error: no.range: DAX3DPCL_UTILS_READ_RANGE_V4 returned 0x10000025, ...: file not opened
     """
     record = ffi.new("DAX3D_RANGE_V4*")
     try:
@@ -164,10 +169,13 @@ def read_range(path: Path) -> RangeImage:
         faults = wrong_chunks(chunks)
         if faults:
             raise ValueError(f"{os.fspath(path)}: " + "; ".join(faults))
-        _call_on(path, "DAX3DPCL_UTILS_READ_RANGE_V4", record)
+        _call_on(path, "DAX3DPCL_UTILS_READ_RANGE_V4", _file_name(path), record)
         if not record.range.image.plane[0]:
             raise ValueError(f"{os.fspath(path)}: no range values in the file")
-        return _image(record)
+        image = _image(record)
+        for fault in not_finite(scale=image.scale, offset=image.offset):
+            warn(f"{os.fspath(path)}: {fault}")
+        return image
     finally:
         _release(record)
 
@@ -178,8 +186,8 @@ def range_from_rgbd(
     """A range image from the depth and the colour image of an RGB-D camera.
 
     depth: (height, width) int16, 0 where there is none. colour: (height, width, 3) uint8, of any size. depth_scale:
-    length units per count of depth. Scale and offset become the depth camera's viewing directions; without a calibration
-    scale is (1, 1, depth_scale).
+    length units per count of depth. Scale and offset become the depth camera's viewing directions; without a
+    calibration scale is (1, 1, depth_scale).
 
     >>> dax.range_from_rgbd(np.array([[0, 7]], np.int16), np.zeros((1, 2, 3), np.uint8), 0.5).mask
     array([[  0, 255]], dtype=uint8)
@@ -307,10 +315,11 @@ def range_to_xyz(
 ) -> NDArray[np.float32]:
     """Points of a metric grid: pixel (c, r) of value v lies at (c, r, v) * scale + offset.
 
-    values: (height, width) int16, int32 or float32. scale: pitches, not 0, negative ones mirror. mask: uint8 of the same
-    shape, 0 is invalid. Returns (height, width, 3), NaN where invalid, or if not organized the (n, 3) valid ones.
+    values: (height, width) int16, int32 or float32. scale: pitches, not 0, negative ones mirror. mask: uint8 of the
+    same shape, 0 is invalid. Returns (height, width, 3), NaN where invalid, or if not organized the (n, 3) valid ones.
 
-    >>> dax.range_to_xyz(np.array([[4, 6]], np.int16), (0.5, 1, 0.25), mask=np.array([[0, 1]], np.uint8), organized=False)
+    >>> values, mask = np.array([[4, 6]], np.int16), np.array([[0, 1]], np.uint8)
+    >>> dax.range_to_xyz(values, (0.5, 1, 0.25), mask=mask, organized=False)
     array([[0.5, 0. , 1.5]], dtype=float32)
     """
     params = _values("scale", scale, 3) + _values("offset", offset, 3)
@@ -363,7 +372,8 @@ def remove_speckles(
     """Sets small patches of similar values to `invalid`.
 
     values: (height, width) int16 or uint16. Neighbours along rows and columns belong to one patch when they differ by
-    less than max_difference; patches of at most max_size pixels go. window: (left, top, right, bottom), right and bottom
+    less than max_difference; patches of at most max_size pixels go. window: (left, top, right, bottom), right and
+    bottom
     excluded: where pixels are cleared. `out` may be the image itself; its rows must have no gaps.
 
     >>> dax.remove_speckles(np.array([[5, 5, 0, 9]], np.int16), 2, 1)

@@ -103,13 +103,19 @@ def test_exact_size_two_values_and_ambiguity(rng):
     assert board.ambiguous and board.corners[0, :, 1].mean() < board.corners[-1, :, 1].mean()
     for columns, rows in ((6, 5), (7, 4), (6, 4), (8, 5)):
         assert dax.find_chessboard(image, columns, rows) is None, (columns, rows)
+    # The squares at one side of this board are one with what is beside it: those that are left look like a smaller board.
+    wide, _ = draw(9, 6, (60.0, 80.0), (24, 0), (0, 24))
+    wide[:, 276:] = 30
+    assert chessboards._squares(chessboards.source("image", wide), 8, 6, "otsu", 8) is not None
+    assert dax.find_chessboard(wide, 8, 6) is None and dax.find_chessboard(wide, 9, 6).good.all()
     plain, truth = tilted(7, 4, 0, rng, 0, two_valued=True)
     assert chessboards._squares(chessboards.source("image", plain), 7, 4, "otsu", 8) is not None
     assert np.abs(dax.find_chessboard(plain, 7, 4).corners - truth).max() < 1
 
 
 def apart(shift):
-    """Squares of 40 with gaps of 2 at the corners of 5 x 4, which the detector of squares alone joins; one of them shifted."""
+    """Squares of 40 with gaps of 2 at the corners of 5 x 4, which the detector of squares alone joins; one of them
+    shifted."""
     image = np.full((320, 360), 220, np.uint8)
     for r, c in np.argwhere(np.indices((5, 6)).sum(0) % 2 == 0):
         x = 61 + 40 * c + (shift if (r, c) == (2, 2) else 0)
@@ -135,7 +141,7 @@ def test_points_that_are_no_corners(rng):
     assert hidden.any()
     with pytest.warns(UserWarning, match="do not look like corners"):
         dax.refine_corners(image, truth, 8)
-    good = chessboards._good(image, chessboards._refined(image, truth, 8, 30, 1e-4, False))
+    good = chessboards._order.good(image, chessboards._refined(image, truth, 8, 30, 1e-4, False))
     assert not good[hidden].any() and good[~hidden].mean() > 0.8
 
 

@@ -8,7 +8,8 @@ import dax
 WITHOUT = {
     f"DAXI_{operation}_{form}": "out= is the image"
     for operation in ("Add", "Sub", "Mul", "AbsDiff", "AddC", "SubC", "MulC", "AbsDiffC")
-    for form in [*(f"{kind}_{layout}IRSfs" for kind in ("8u", "16u", "16s") for layout in ("C1", "C3")), "32f_C1IR", "32f_C3IR"]
+    for form in [*(f"{kind}_{layout}IRSfs" for kind in ("8u", "16u", "16s") for layout in ("C1", "C3")), "32f_C1IR",
+                 "32f_C3IR"]
 } | {"DAXI_Add_8u_C1RSfs_IS": "the form with a scale factor does it"}
 
 
@@ -39,7 +40,8 @@ def test_two_images(rng, dtype, shape):
 
 def test_scale_factor(rng):
     image = rng.integers(0, 256, (5, 40), dtype=np.uint8)
-    assert np.array_equal(dax.multiply_constant(image, 51, scale_factor=4), np.clip(np.round(image * 51.0 / 16), 0, 255))
+    assert np.array_equal(dax.multiply_constant(image, 51, scale_factor=4),
+                          np.clip(np.round(image * 51.0 / 16), 0, 255))
     assert dax.add_constant(image, 1, out=image) is image
     with pytest.raises(ValueError, match="scale_factor"):
         dax.add_constant(image.astype(np.float32), 1, scale_factor=1)

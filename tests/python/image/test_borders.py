@@ -7,7 +7,8 @@ import dax
 PAD = {"replicate": "edge", "mirror": "reflect", "symmetric": "symmetric", "wrap": "wrap"}
 
 
-@pytest.mark.parametrize("dtype", [np.uint8, np.uint16, np.int16, np.int32, np.uint32, np.float32, np.float64, "c8", "c16"])
+@pytest.mark.parametrize("dtype",
+                         [np.uint8, np.uint16, np.int16, np.int32, np.uint32, np.float32, np.float64, "c8", "c16"])
 def test_borders_are_those_of_pad(rng, dtype):
     image = (rng.normal(size=(5, 7)) * 50 + 60).astype(dtype)
     for mode, name in PAD.items():

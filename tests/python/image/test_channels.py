@@ -4,7 +4,8 @@ import pytest
 
 import dax
 
-WITHOUT = {f"DAXI_SwapChannels_{kind}_C{n}IR": "out= is the image" for kind in ("8u", "16u", "16s", "32f") for n in (3, 4)}
+WITHOUT = {f"DAXI_SwapChannels_{kind}_C{n}IR": "out= is the image" for kind in ("8u", "16u", "16s", "32f")
+           for n in (3, 4)}
 
 
 @pytest.mark.parametrize("dtype", [np.uint8, np.uint16, np.int16, np.float32])

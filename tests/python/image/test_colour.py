@@ -6,7 +6,8 @@ import dax
 
 _IN_PLACE = "YCbCr|HSV|HLS|XYZ|Lab"
 WITHOUT = {
-    rf"DAXI_(S?(RGB|BGR)To({_IN_PLACE})|({_IN_PLACE})ToS?(RGB|BGR)|ColourMatrix|WhiteBalance)_\w+_C3IR": "out= is the image",
+    rf"DAXI_(S?(RGB|BGR)To({_IN_PLACE})|({_IN_PLACE})ToS?(RGB|BGR)|ColourMatrix|WhiteBalance)_\w+_C3IR":
+        "out= is the image",
 }
 TYPES = [np.uint8, np.uint16, np.float32]
 
@@ -15,7 +16,11 @@ TYPES = [np.uint8, np.uint16, np.float32]
 def image(request, rng):
     dtype = np.dtype(request.param)
     levels = rng.integers(0, 256, (9, 31, 3))
-    return (levels / 255).astype(dtype) if dtype.kind == "f" else (levels * (257 if dtype.itemsize == 2 else 1)).astype(dtype)
+    return (
+        (levels / 255).astype(dtype)
+        if dtype.kind == "f"
+        else (levels * (257 if dtype.itemsize == 2 else 1)).astype(dtype)
+    )
 
 
 @pytest.mark.parametrize("weights, numbers", [("bt601", (0.299, 0.587, 0.114)), ("bt709", (0.2126, 0.7152, 0.0722))])
@@ -69,7 +74,8 @@ def test_matrix_and_gains(image, pool):
     expected = image @ matrix.T
     off = 0.5 if image.dtype.kind == "u" else 1e-6
     assert np.abs(dax.colour_matrix(image, matrix) - expected).max() <= off
-    assert np.array_equal(dax.colour_matrix(image, np.hstack([matrix, np.zeros((3, 1))]), pool=pool), dax.colour_matrix(image, matrix))
+    assert np.array_equal(dax.colour_matrix(image, np.hstack([matrix, np.zeros((3, 1))]), pool=pool),
+                          dax.colour_matrix(image, matrix))
     with pytest.raises(ValueError, match="matrix"):
         dax.colour_matrix(image, np.zeros((3, 2)))
     gains = dax.gray_world_gains(image // 2 if image.dtype.kind == "u" else image / 2)

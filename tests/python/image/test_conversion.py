@@ -13,7 +13,8 @@ def top(dtype):
 
 
 def as_type(values, dtype):
-    return values.astype(dtype) if dtype.kind == "f" else np.clip(np.rint(values), np.iinfo(dtype).min, np.iinfo(dtype).max).astype(dtype)
+    return values.astype(dtype) if dtype.kind == "f" else np.clip(np.rint(values), np.iinfo(dtype).min,
+                                                                  np.iinfo(dtype).max).astype(dtype)
 
 
 @pytest.mark.parametrize("shape", [(7, 33), (7, 33, 3)])
@@ -21,7 +22,8 @@ def as_type(values, dtype):
 def test_convert(rng, source, dtype, shape):
     image = (rng.random(shape) * top(source)).astype(source)
     assert np.array_equal(dax.convert(image, dtype), as_type(image.astype(float), dtype))
-    assert np.array_equal(dax.convert(image[:, ::-1], dtype, scale=0.3, offset=7), as_type(image[:, ::-1].astype(float) * 0.3 + 7, dtype))
+    assert np.array_equal(dax.convert(image[:, ::-1], dtype, scale=0.3, offset=7),
+                          as_type(image[:, ::-1].astype(float) * 0.3 + 7, dtype))
     full = dax.convert_full_range(image, dtype)
     assert full.dtype == dtype and np.array_equal(full, as_type(image.astype(float) * top(dtype) / top(source), dtype))
 

@@ -32,7 +32,8 @@ def test_against_numpy(pair, dtype):
             assert np.array_equal(dax.compare(first, operator, other), relation(first, other) * np.uint8(255))
     limits = [2, 3, 4] if first.ndim == 3 else 3
     inside = (first >= limits) & (first <= 6)
-    assert np.array_equal(dax.in_range(first, limits, 6), (inside.all(2) if first.ndim == 3 else inside) * np.uint8(255))
+    assert np.array_equal(dax.in_range(first, limits, 6),
+                          (inside.all(2) if first.ndim == 3 else inside) * np.uint8(255))
     if dtype != np.float32:
         for name in ("bitwise_and", "bitwise_or", "bitwise_xor"):
             for other in (second, 5):
@@ -45,7 +46,8 @@ def test_against_numpy(pair, dtype):
 def test_tolerance(rng):
     first, second = (rng.random((5, 40), dtype=np.float32) for _ in range(2))
     for other in (second, 0.5):
-        assert np.array_equal(dax.is_close(first, other, 0.1), (np.abs(first - np.float64(other)) <= 0.1) * np.uint8(255))
+        assert np.array_equal(dax.is_close(first, other, 0.1),
+                              (np.abs(first - np.float64(other)) <= 0.1) * np.uint8(255))
 
 
 @pytest.mark.parametrize("dtype", TYPES)

@@ -26,7 +26,8 @@ needs_codecs = pytest.mark.skipif(not codecs(), reason="built without the librar
 CASES = [
     *((ending, np.uint8, channels) for ending in ("bmp", "ppm") for channels in (1, 3)),
     ("pgm", np.uint16, 1), ("pfm", np.float32, 3), ("bmp", np.uint8, 4),
-    *(pytest.param("png", dtype, channels, marks=needs_codecs) for dtype in (np.uint8, np.uint16) for channels in (1, 2, 3, 4)),
+    *(pytest.param("png", dtype, channels, marks=needs_codecs) for dtype in (np.uint8, np.uint16)
+      for channels in (1, 2, 3, 4)),
     *(pytest.param("tif", dtype, channels, marks=needs_codecs)
       for dtype in (np.uint8, np.uint16, np.float32) for channels in (1, 3)),
 ]

@@ -36,7 +36,8 @@ def test_norms_counts_and_percentiles(rng, dtype, masked):
     one, other = ((each[mask] if masked else each.ravel()).astype(float) for each in (first, second))
     for kind, order in (("l1", 1), ("l2", 2), ("inf", np.inf)):
         assert np.isclose(dax.norm(first, kind, mask), np.linalg.norm(one, order), rtol=1e-12)
-        assert np.isclose(dax.norm_of_difference(first, second, kind, mask), np.linalg.norm(one - other, order), rtol=1e-12)
+        assert np.isclose(dax.norm_of_difference(first, second, kind, mask), np.linalg.norm(one - other, order),
+                          rtol=1e-12)
     assert dax.count_in_range(first, 20, 50, mask) == np.count_nonzero((one >= 20) & (one <= 50))
     shares = [0, 0.1, 0.5, 1]
     assert np.array_equal(dax.percentiles(first, shares, mask), np.quantile(one, shares, method="inverted_cdf"))
@@ -67,7 +68,8 @@ def test_integral_and_projections(rng, dtype):
         values = image.astype(float) ** (2 if squared else 1)
         for wide in (False, True):
             found = dax.integral(image, squared=squared, wide=wide)
-            assert np.array_equal(found[1:, 1:], values.cumsum(0).cumsum(1)) and not found[0].any() and not found[:, 0].any()
+            assert np.array_equal(found[1:, 1:],
+                                  values.cumsum(0).cumsum(1)) and not found[0].any() and not found[:, 0].any()
     assert np.array_equal(dax.project_rows(image), image.astype(float).sum(1))
     assert np.array_equal(dax.project_columns(image), image.astype(float).sum(0))
     with pytest.raises(ValueError, match="out"):
@@ -79,7 +81,8 @@ def test_moments(rng, dtype):
     image = rng.integers(1, 200, (13, 37)).astype(dtype)
     y, x = np.mgrid[:13, :37].astype(float)
     found = dax.moments(image)
-    assert np.isclose(found.m21, (x * x * y * image).sum()) and np.isclose(found.x, (x * image).sum() / image.sum(dtype=float))
+    assert np.isclose(found.m21, (x * x * y * image).sum()) and np.isclose(found.x,
+                                                                           (x * image).sum() / image.sum(dtype=float))
     assert np.isclose(found.mu12, ((x - found.x) * (y - found.y) ** 2 * image).sum(), rtol=1e-9)
     assert np.isclose(found.hu[0], found.nu20 + found.nu02)
 

@@ -6,7 +6,8 @@ import dax
 
 WITHOUT = {
     rf"DAXI_{family}_C[13]IR": "out= is the image"
-    for family in ("Lut_(8u|16u)", "LutLinear_(8u|16u|16s|32f)", "Gamma_(8u|16u)", "Normalise_(8u|16u|16s|32f)", "EqualizeHist_(8u|16u)")
+    for family in ("Lut_(8u|16u)", "LutLinear_(8u|16u|16s|32f)", "Gamma_(8u|16u)", "Normalise_(8u|16u|16s|32f)",
+                   "EqualizeHist_(8u|16u)")
 }
 SHAPES = pytest.mark.parametrize("shape", [(7, 33), (7, 33, 3)])
 
@@ -66,6 +67,8 @@ def test_equalized(rng, dtype, pool):
     expected = np.rint(below * float(np.iinfo(dtype).max) / (image.size - counts[0]))
     assert np.array_equal(dax.equalize_hist(image), expected[np.searchsorted(levels, image)])
     local = dax.equalize_adapthist(image, (4, 8), clip_limit=3)
-    assert np.median(local) > 2 * np.median(image) and np.array_equal(dax.equalize_adapthist(image, (4, 8), clip_limit=3, pool=pool), local)
+    assert np.median(local) > 2 * np.median(image) and np.array_equal(
+        dax.equalize_adapthist(image, (4, 8), clip_limit=3, pool=pool), local
+    )
     with pytest.raises(dax.Error):
         dax.equalize_adapthist(image, (41, 8))

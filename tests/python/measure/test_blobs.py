@@ -88,7 +88,8 @@ def test_columns_are_those_of_the_program(rng, tmp_path):
     image = np.kron(rng.integers(0, 256, (12, 16)), np.ones((5, 5))).astype(np.uint8)
     (tmp_path / "image.pgm").write_bytes(b"P5 80 60 255\n" + image.tobytes())
     command = [os.environ["DAX_TOOL"], "inspect", tmp_path / "image.pgm", "--threshold", "200", "--shape", "--json"]
-    blobs = json.loads(subprocess.run([*command, "--outside-limit", "99"], capture_output=True).stdout)["images"][0]["blobs"]
+    blobs = json.loads(subprocess.run([*command, "--outside-limit", "99"],
+                                      capture_output=True).stdout)["images"][0]["blobs"]
     labelling = dax.label(dax.threshold(image, "single", low=200).image)
     selected = dax.select_blobs(labelling, outside_limit=99)
     columns = {**selected.to_dict(), **dax.measure_shapes(labelling, selected, image).to_dict()}

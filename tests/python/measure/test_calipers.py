@@ -128,7 +128,8 @@ def test_fine_is_more_exact(rng):
             x = (np.arange(100)[:, None] + (np.arange(16) + 0.5) / 16 - 0.5) - at
             blurred = 20 + 200 * (0.5 + 0.5 * np.vectorize(math.erf)(x / (0.5 * math.sqrt(2)))).mean(1)
             image = np.rint(blurred).astype(np.uint8) * np.ones((60, 1), np.uint8)
-            for region, along in ((dax.Box(50, 30, 40, 21), "width"), (dax.Rhomboid(50, 30, 21, 40, math.pi / 2, 0), "height")):
+            for region, along in ((dax.Box(50, 30, 40, 21), "width"),
+                                  (dax.Rhomboid(50, 30, 21, 40, math.pi / 2, 0), "height")):
                 edges = dax.find_edges(image, region, along=along, fine=fine)
                 errors[fine].append(abs(edges.points[0, 0] - at))
                 middle = edges.points[0, 0] - 50

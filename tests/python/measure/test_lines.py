@@ -16,7 +16,9 @@ def test_lines(rng, dtype):
     normal = np.linalg.svd(centred.astype(float))[2][1]
     line = dax.fit_line(points, weights="least-squares")
     assert abs(normal @ (line.a, line.b)) == pytest.approx(1, abs=1e-6) and line.inliers.all()
-    assert np.abs(line.distances(points)).max() < 4 and line.rms == pytest.approx(line.distances(points).std(), rel=0.05)
+    assert np.abs(line.distances(points)).max() < 4 and line.rms == pytest.approx(
+        line.distances(points).std(), rel=0.05
+    )
     points[::3] = rng.uniform(-200, 200, (27, 2)).astype(dtype)
     for start in ("all-pairs", "some-pairs"):
         robust = dax.fit_line(points, weights="tukey", start=start, threshold=3)

@@ -39,7 +39,8 @@ def test_dense_variants_as_scipy(data):
         "nothing": None,
         "triplets": lambda x: (np.repeat(np.arange(40), 3), np.tile(np.arange(3), 40), slopes(x).ravel()),
         "scipy": lambda x: scipy.sparse.csr_matrix(slopes(x)),
-        "own": lambda x: dax.SparseMatrix.from_triplets(*np.indices((40, 3)).reshape(2, -1), slopes(x).ravel(), (40, 3)),
+        "own": lambda x: dax.SparseMatrix.from_triplets(*np.indices((40, 3)).reshape(2, -1), slopes(x).ravel(),
+                                                        (40, 3)),
     }
     for name, jacobian in forms.items():
         for method in ("cholesky", "cg"):
@@ -125,7 +126,8 @@ def test_settings_that_are_none(wrong):
 def test_updates_on_a_manifold(rng):
     truth = dax.se3_exp([1, -2, 3, 0.5, 1, -2])
     found = dax.least_squares(
-        lambda x: dax.se3_log(dax.se3_compose(dax.se3_inverse(dax.se3_exp(x)), truth)), np.zeros(6), update=dax.se3_update
+        lambda x: dax.se3_log(dax.se3_compose(dax.se3_inverse(dax.se3_exp(x)), truth)), np.zeros(6),
+        update=dax.se3_update
     )
     assert np.allclose(dax.se3_exp(found.x), truth, atol=1e-5)
 
@@ -237,7 +239,8 @@ def test_wrong_values_from_callbacks(data):
         (ValueError, "normal: b", lambda: dax.minimize_normal(lambda x: 1.0, lambda x, d: (np.eye(2), [1]), [1, 1])),
         (TypeError, "", lambda: dax.minimize_normal(lambda x: None, lambda x, d: (np.eye(2), [1, 1]), [1, 1])),
         (dax.Error, "n or m below 1", lambda: dax.least_squares(lambda x: [1], [])),
-        (dax.Error, "blockSize|out of its range", lambda: dax.least_squares(residuals, [1, 1, 0], method="cg", cg_block=17)),
+        (dax.Error, "blockSize|out of its range",
+         lambda: dax.least_squares(residuals, [1, 1, 0], method="cg", cg_block=17)),
         (ValueError, "huber", lambda: dax.least_squares(residuals, [1, 1, 0], method="cg", huber=1)),
         (ValueError, "method", lambda: dax.least_squares(residuals, [1, 1, 0], method="qr")),
         (ValueError, "x0: shape", lambda: dax.least_squares(residuals, [[1, 1, 0]])),

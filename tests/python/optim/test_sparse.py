@@ -28,7 +28,8 @@ def test_sparse_matrices(rng):
     assert np.array_equal(sparse_a.toarray(), a)
     empty = dax.SparseMatrix((2, 3), 0)
     assert not empty.toarray().any() and len(empty.T) == 0 and (empty @ [1, 2, 3]).tolist() == [0, 0]
-    for call in (lambda: sparse_a @ sparse_c, lambda: sparse_a.add(6, 0, np.ones((2, 2))), lambda: empty.add(0, 0, 1.0)):
+    for call in (lambda: sparse_a @ sparse_c, lambda: sparse_a.add(6, 0, np.ones((2, 2))),
+                 lambda: empty.add(0, 0, 1.0)):
         with pytest.raises(dax.Error):
             call()
     with pytest.raises(ValueError, match="shape"):

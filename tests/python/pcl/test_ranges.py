@@ -13,7 +13,8 @@ EYE = np.eye(4)
 CAMERAS = dax.Calibration(dax.Camera(500, 510, 320, 240, 0.1, k3=-0.2), dax.Camera(600, 610, 330, 250), EYE)
 
 
-@pytest.mark.parametrize("mask, colour, calibration", [(True, None, None), (True, (7, 9, 3), CAMERAS), (False, (3, 4, 6), None)])
+@pytest.mark.parametrize("mask, colour, calibration",
+                         [(True, None, None), (True, (7, 9, 3), CAMERAS), (False, (3, 4, 6), None)])
 def test_files(rng, tmp_path, mask, colour, calibration):
     values = rng.integers(-(2**15), 2**15, (20, 33)).astype(np.int16)
     image = dax.RangeImage(
@@ -106,7 +107,8 @@ def test_parts_of_a_wrong_size(tmp_path):
     assert len(parts) == 9
     for tag, payload, match in (
         (0xA5A53D03, b"m" * 5, "mask: 5 bytes, needed are 12"),
-        (0xA5A53D0B, struct.pack("<IIII", 0, 32767, 32767, 201) + b"c" * 3, "colour of 32767 x 32767 .* 3 bytes, needed are"),
+        (0xA5A53D0B, struct.pack("<IIII", 0, 32767, 32767, 201) + b"c" * 3,
+         "colour of 32767 x 32767 .* 3 bytes, needed are"),
         (0xA5A53D0B, b"short", "colour has 5 bytes"),
         (0x617D18DB, b"v" * 26, "range values: 26 bytes, needed are 24"),
         (0xA5A53D07, b"s" * 8, "scale has 8 bytes, needed are 12"),
@@ -118,12 +120,31 @@ def test_parts_of_a_wrong_size(tmp_path):
             dax.read_range(path)
 
 
+def test_headers_that_are_no_numbers(tmp_path):
+    """They are not written; a file that has them is read with a word."""
+    values, path = np.zeros((2, 3), np.int16), tmp_path / "part.range"
+    for scale, offset in (((1, np.nan, 1), (0, 0, 0)), ((0, 1, 1), (0, 0, 0)), ((1, 1, np.nan), (0, 0, 0))):
+        with pytest.raises(dax.Error, match="part.range: .*0x10000019"):
+            dax.write_range(path, dax.RangeImage(values, scale=scale, offset=offset))
+    for scale, offset in (((1, np.inf, 1), (0, 0, 0)), ((1, 1, 1), (0, 0, np.nan)), ((1, 1, 1e39), (0, 0, 0))):
+        with pytest.raises(ValueError, match="part.range: (scale|offset) .*not finite"):
+            dax.write_range(path, dax.RangeImage(values, scale=scale, offset=offset))
+    assert not path.exists()
+    dax.write_range(path, dax.RangeImage(values, scale=(0.5, 1, 1)))
+    whole = path.read_bytes()
+    assert whole.count(np.float32(0.5).tobytes()) == 1
+    path.write_bytes(whole.replace(np.float32(0.5).tobytes(), np.float32(np.nan).tobytes()))
+    with pytest.warns(UserWarning, match="scale .*not finite"):
+        assert np.isnan(dax.read_range(path).scale[0])
+
+
 def test_depth_cameras():
     depth = np.array([[0, 5], [7, -3]], np.int16)
     image = dax.range_from_rgbd(depth, np.full((4, 5, 3), 9, np.uint8)[:, ::-1], 0.5, CAMERAS)
     assert image.scale == pytest.approx((1 / 500, 1 / 510, 0.5))
     assert image.offset == pytest.approx((-320 / 500, -240 / 510, 0))
-    assert image.mask.tolist() == [[0, 255], [255, 255]] and image.colour.shape == (4, 5, 3) and (image.colour == 9).all()
+    assert image.mask.tolist() == [[0, 255],
+                                   [255, 255]] and image.colour.shape == (4, 5, 3) and (image.colour == 9).all()
     image.check_depth_camera()
     with pytest.raises(dax.Error):
         dax.RangeImage(depth).check_depth_camera()
