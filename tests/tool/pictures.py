@@ -68,10 +68,6 @@ def ppm(picture):
     return pnm(b"P6", 255, rgb8(picture), picture)
 
 
-def ppm16(picture):
-    return pnm(b"P6", 65535, rgb16(picture), picture)
-
-
 def ppm_text(picture):
     return pnm(b"P3", 255, b" ".join(b"%d" % v for v in rgb8(picture)) + b"\n", picture)
 
@@ -142,12 +138,6 @@ def unfilter(kind, row, above, pixel):
     return row
 
 
-def png_palette(picture):
-    colours = sorted({p for row in picture for p in row})
-    data = b"".join(bytes(colours.index(p) for p in row) for row in picture)
-    return png_of(3, 8, data, picture, png_chunk(b"PLTE", rgb8([colours])))
-
-
 def bmp(picture):
     width, height = size(picture)
     rows = [b"".join(bytes([p[2] >> 8, p[1] >> 8, p[0] >> 8]) for p in row) for row in reversed(picture)]
@@ -183,10 +173,6 @@ def tiff_big_endian16(picture):
     return tiff_of(">", 16, 1, grey16(picture, ">"), picture)
 
 
-def tiff_rgb(picture):
-    return tiff_of("<", 8, 3, rgb8(picture), picture)
-
-
 def tiff_rgb16(picture):
     return tiff_of("<", 16, 3, rgb16(picture, "<"), picture)
 
@@ -198,15 +184,6 @@ def tiff_of_values(form, values):
     sample_format = {"h": 2, "i": 2, "f": 3}.get(form, 1)
     chunky = struct.pack("<HHII", 284, 4, 1, 1)  # the last entry makes room for a later tag
     return plain.replace(chunky, struct.pack("<HHII", 339, 3, 1, sample_format))
-
-
-def tiff_directory_first(picture):
-    data = grey8(picture)
-    whole = tiff_of("<", 8, 1, data, picture)
-    directory = whole[8 + len(data) :]
-    strip = struct.pack("<HHII", 273, 4, 1, 8)
-    moved = struct.pack("<HHII", 273, 4, 1, 8 + len(directory))
-    return b"II*\0" + struct.pack("<I", 8) + directory.replace(strip, moved) + data
 
 
 def jpeg_segment(marker, data):
@@ -243,10 +220,8 @@ def jpeg(picture):
     ])
 
 
-GREY = {"pgm": pgm, "pgm_text": pgm_text, "png": png, "tiff": tiff,
-        "tiff_directory_first": tiff_directory_first}
+GREY = {"pgm": pgm, "pgm_text": pgm_text, "png": png, "tiff": tiff}
 GREY16 = {"pgm16": pgm16, "png16": png16, "tiff_big_endian16": tiff_big_endian16}
-COLOUR = {"ppm": ppm, "ppm_text": ppm_text, "png_rgb": png_rgb, "png_rgba": png_rgba, "png_palette": png_palette,
-          "bmp": bmp, "tiff_rgb": tiff_rgb}
-COLOUR16 = {"ppm16": ppm16, "png_rgb16": png_rgb16, "tiff_rgb16": tiff_rgb16}
-WRITERS = {**GREY, **GREY16, **COLOUR, **COLOUR16, "jpeg": jpeg}
+COLOUR = {"ppm": ppm, "ppm_text": ppm_text, "png_rgb": png_rgb, "png_rgba": png_rgba, "bmp": bmp}
+COLOUR16 = {"png_rgb16": png_rgb16, "tiff_rgb16": tiff_rgb16}
+WRITERS = {**GREY, **GREY16, **COLOUR, **COLOUR16}

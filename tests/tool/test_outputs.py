@@ -4,13 +4,9 @@ import base64
 import html.parser
 import os
 import re
-import resource
-import signal
-import subprocess
 
 import pictures
 import pytest
-from conftest import TOOL
 
 
 @pytest.fixture
@@ -156,39 +152,3 @@ def test_failed_writing_leaves_nothing(dax, tmp_path, picture, option, name):
         run = dax("inspect", picture, option, target, status=4)
         assert run.err == f"dax: {target}: cannot be written: {message}\n"
     assert sorted(os.listdir(tmp_path)) == sorted([name, picture])
-
-
-def test_output_keeps_the_mode_of_the_file_that_it_replaces(dax, tmp_path, picture):
-    mask = os.umask(0o027)
-    dax("inspect", picture, "--overlay", "out.png")
-    assert (tmp_path / "out.png").stat().st_mode & 0o777 == 0o640
-    (tmp_path / "out.png").write_bytes(b"old")
-    (tmp_path / "out.png").chmod(0o604)
-    dax("inspect", picture, "--overlay", "out.png")
-    os.umask(mask)
-    assert (tmp_path / "out.png").stat().st_mode & 0o777 == 0o604
-    assert (tmp_path / "out.png").read_bytes().startswith(b"\x89PNG")
-
-
-def test_links_and_pipes_stay_what_they_are(dax, tmp_path, picture):
-    """A link is followed; what is no file, a device say, is written to and not replaced."""
-    dax("filter", picture, "plain.png", "--median3")
-    plain = (tmp_path / "plain.png").read_bytes()
-    (tmp_path / "real.png").write_bytes(b"old")
-    (tmp_path / "link.png").symlink_to("real.png")
-    dax("filter", picture, "link.png", "--median3")
-    assert (tmp_path / "link.png").is_symlink() and (tmp_path / "real.png").read_bytes() == plain
-    os.mkfifo(tmp_path / "pipe.png")
-    # Room for the picture, so that nobody need read meanwhile.
-    pipe = os.open(tmp_path / "pipe.png", os.O_RDONLY | os.O_NONBLOCK)
-    dax("filter", picture, "pipe.png", "--median3")
-    assert os.read(pipe, 1 << 16) == plain and (tmp_path / "pipe.png").is_fifo()
-    os.close(pipe)
-
-
-def test_a_killed_program_leaves_nothing(tmp_path, picture):
-    """Killed in the midst of writing, by a limit of the size of files."""
-    limit = lambda: resource.setrlimit(resource.RLIMIT_FSIZE, (512, 512))
-    done = subprocess.run([TOOL, "inspect", picture, "--overlay", "out.png"], cwd=tmp_path, preexec_fn=limit,
-                          capture_output=True)
-    assert done.returncode == -signal.SIGXFSZ and os.listdir(tmp_path) == [picture]
