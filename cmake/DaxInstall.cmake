@@ -20,6 +20,22 @@ if(DAX_BUILD_TOOLS)
           FILES_MATCHING PATTERN "*.1.gz")
 endif()
 
+# Below any prefix the program and the libraries find each other; in a package, below /usr, the loader knows the place.
+file(RELATIVE_PATH dax_libraries_from_bin /${CMAKE_INSTALL_BINDIR} /${CMAKE_INSTALL_LIBDIR})
+foreach(installed tools=dax_tool=${CMAKE_INSTALL_BINDIR}=$ORIGIN/${dax_libraries_from_bin} io=daxio=${CMAKE_INSTALL_LIBDIR}=$ORIGIN)
+  string(REPLACE "=" ";" installed ${installed})
+  list(GET installed 0 component)
+  list(GET installed 1 target)
+  list(GET installed 2 folder)
+  list(GET installed 3 search_path)
+  if(TARGET ${target})
+    set_target_properties(${target} PROPERTIES INSTALL_RPATH ${search_path})
+    install(CODE "if(CMAKE_INSTALL_PREFIX MATCHES \"/usr$\")
+      file(RPATH_REMOVE FILE \"\$ENV{DESTDIR}\${CMAKE_INSTALL_PREFIX}/${folder}/$<TARGET_FILE_NAME:${target}>\")
+    endif()" COMPONENT ${component})
+  endif()
+endforeach()
+
 set(package_dir ${CMAKE_INSTALL_LIBDIR}/cmake/dax)
 install(EXPORT dax NAMESPACE dax:: FILE dax-targets.cmake DESTINATION ${package_dir} COMPONENT development)
 configure_package_config_file(cmake/dax-config.cmake.in ${PROJECT_BINARY_DIR}/dax-config.cmake

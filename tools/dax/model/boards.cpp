@@ -100,13 +100,18 @@ int32_t windowFor(const Board& board) {
   return std::clamp(static_cast<int32_t>(0.4f * nearest), kMinWindow, kMaxWindow);
 }
 
-void refine(const GreyImage& image, Board& board) {
+// Corners that are known to a pixel keep their place where the refinement would lead further away: to something else in
+// the window.
+void refine(const GreyImage& image, Board& board, float maxShift) {
   const int32_t half = windowFor(board);
   const std::vector<DaxiPoint32f> start = board.corners;
   check(DAXI_ChessboardCornerGetSubpix_8u_C1R_v2(image.pixels.data(), image.step(), image.size, start.data(),
                                                  static_cast<int32_t>(start.size()), {half, half}, kIterations,
                                                  board.corners.data(), kEpsilon),
         "the refinement of corners");
+  for (size_t i = 0; i < start.size(); ++i) {
+    if (cornerDistance(board.corners[i], start[i]) > maxShift) board.corners[i] = start[i];
+  }
   board.refined = ringsOf(image, board, std::max(2.0F, 0.6F * static_cast<float>(half)));
 }
 
@@ -145,7 +150,7 @@ bool hasTwoLevels(const GreyImage& image) {
 std::optional<Board> findProvenQuads(const GreyImage& image, const GreyImage& seen, Pattern size) {
   auto board = findQuads(seen, size, DAXI_CHESSBOARD_OTSU);
   if (!board) return std::nullopt;
-  refine(image, *board);
+  refine(image, *board, kMaxWindow);
   const bool isProven = std::all_of(board->refined.begin(), board->refined.end(), [](bool r) { return r; });
   return isProven && isPlaneGrid(*board) ? board : std::nullopt;
 }
@@ -194,7 +199,7 @@ std::optional<Board> findBoard(const GreyImage& image, const std::optional<Patte
   }
   auto board = size ? findSized(image, *size) : findAny(image);
   if (!board) return board;
-  if (board->refined.empty()) refine(image, *board);
+  if (board->refined.empty()) refine(image, *board, 1);
   orderByColour(image, *board);
   return board;
 }

@@ -3,9 +3,11 @@
 #include <algorithm>
 #include <numeric>
 #include <string>
+#include <vector>
 
 #include "base/failure.h"
 #include "base/library_call.h"
+#include "daxi/histogram.h"
 #include "daxi/threshold.h"
 #include "model/filters.h"
 
@@ -33,6 +35,44 @@ GreyImage thresholdByValue(const Picture& picture, DaxiThresholdBinCfg cfg, Insp
   return mask;
 }
 
+// The first level that parts the values into two classes with the largest variance between them (N. Otsu 1979): its own
+// values belong to the dark one. Values beyond stated levels count at the levels.
+int otsuLevel(const Picture& picture) {
+  constexpr int kBins = 65536;
+  const Grey16Image& image = picture.values;
+  std::vector<uint64_t> counts(kBins);
+  uint64_t bytes = 0;
+  check(DAXI_HistogramEvenBufferSize_16u(kBins, &bytes), "threshold");
+  const Memory buffer(bytes);
+  check(DAXI_HistogramEven_16u_C1R(image.pixels.data(), image.step(), image.size, kBins, 0, kBins, counts.data(),
+                                   nullptr, buffer.get()),
+        "threshold");
+  const Levels levels = picture.levels.value_or(Levels{0, picture.maxValue});
+  std::vector<uint64_t> within(kBins);
+  for (int v = 0; v < kBins; ++v) within[std::clamp(v, levels.low, levels.high)] += counts[v];
+  double all = 0;
+  for (int v = 0; v < kBins; ++v) all += double(v) * double(within[v]);
+  const double pixels = double(image.pixels.size());
+  double dark = 0, darkSum = 0, largest = -1;
+  int best = levels.low;
+  for (int v = levels.low; v <= levels.high; ++v) {
+    if (within[v] == 0) continue;
+    dark += double(within[v]);
+    darkSum += double(v) * double(within[v]);
+    const double bright = pixels - dark, apart = bright > 0 ? darkSum / dark - (all - darkSum) / bright : 0;
+    if (dark * bright * apart * apart > largest) largest = dark * bright * apart * apart, best = v;
+  }
+  return best;
+}
+
+GreyImage thresholdByOtsu(const Picture& picture, Inspection& result) {
+  result.low = result.high = otsuLevel(picture);
+  GreyImage mask = makeGreyImage(picture.grey.size);
+  std::transform(picture.values.pixels.begin(), picture.values.pixels.end(), mask.pixels.begin(),
+                 [&](int v) { return static_cast<uint8_t>(v <= result.low ? 255 : 0); });
+  return mask;
+}
+
 GreyImage thresholdByLevel(const Picture& picture, DaxiThresholdBinCfg cfg, Inspection& result) {
   const auto toGrey = [&](int value) {
     int level = 0;
@@ -53,11 +93,16 @@ GreyImage thresholdByLevel(const Picture& picture, DaxiThresholdBinCfg cfg, Insp
   return mask;
 }
 
+GreyImage maskOf(const Picture& picture, const DaxiThresholdBinCfg& cfg, Inspection& result) {
+  const bool isByValue = cfg.method == DAXI_THRESHOLD_SINGLE || cfg.method == DAXI_THRESHOLD_BAND;
+  if (picture.hasValues() && isByValue) return thresholdByValue(picture, cfg, result);
+  if (picture.hasValues() && cfg.method == DAXI_THRESHOLD_OTSU) return thresholdByOtsu(picture, result);
+  return thresholdByLevel(picture, cfg, result);
+}
+
 GreyImage threshold(const Picture& picture, const Threshold& option, Inspection& result) {
   requireLevels(picture, option.cfg);
-  const bool isByValue = option.cfg.method == DAXI_THRESHOLD_SINGLE || option.cfg.method == DAXI_THRESHOLD_BAND;
-  GreyImage mask =
-      (picture.hasValues() && isByValue ? thresholdByValue : thresholdByLevel)(picture, option.cfg, result);
+  GreyImage mask = maskOf(picture, option.cfg, result);
   if (option.invert) {
     for (uint8_t& pixel : mask.pixels) pixel = static_cast<uint8_t>(255 - pixel);
   }
