@@ -72,6 +72,15 @@ def test_corners_that_cannot_be_refined_are_flagged(dax, tmp_path):
     assert not image["found"] or image["refined"].count(False) == 1
 
 
+def test_specks_beside_a_corner_do_not_move_it(dax, tmp_path):
+    """Within the window of the refinement, and beyond that of the detector: 0.8 pixels, and the ring sees none of it."""
+    picture = board(9, 6)
+    pictures.draw(picture, LEFT + 4 * SIDE - 12, TOP + 3 * SIDE + 6, 4, 4, 255)
+    write(tmp_path / "board.pgm", picture)
+    (image,) = dax("chessboard", "board.pgm", "--size", "9x6", "--json").json["images"]
+    expect(image, 9, 6)
+
+
 def apart(shift):
     """Squares of 40 with gaps of 2 at the corners of 5 x 4, which the detector of squares alone joins; one of them
     shifted."""
