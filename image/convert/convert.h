@@ -5,15 +5,17 @@
 
 #include "dax/status.h"
 #include "daxi/convert.h"
+#include "frame/tiles.h"
 
 namespace dax {
 
 // Check and convert, with the instruction set of the processor.
 template <class From, class To, int kChannels>
-DaxStatus convert(const From* src, int32_t srcStep, To* dst, int32_t dstStep, DaxiSize size, const DaxiConvertCfg* cfg);
+DaxStatus convert(PoolThreads on, const From* src, int32_t srcStep, To* dst, int32_t dstStep, DaxiSize size,
+                  const DaxiConvertCfg* cfg);
 
 template <class From, class To, int kChannels>
-DaxStatus convertFullRange(const From* src, int32_t srcStep, To* dst, int32_t dstStep, DaxiSize size);
+DaxStatus convertFullRange(PoolThreads on, const From* src, int32_t srcStep, To* dst, int32_t dstStep, DaxiSize size);
 
 // The same of elements without gaps.
 template <class From, class To>

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cstring>
 
-#include "image/file/raw.h"
+#include "image/file/words.h"
 
 namespace dax {
 namespace {

@@ -4,6 +4,7 @@
 #include "image/file/image_file.h"
 #include "image/file/raw.h"
 #include "image/file/text_head.h"
+#include "image/file/words.h"
 
 namespace dax {
 namespace {

@@ -50,12 +50,6 @@ void rawWrite(ByteSink& sink, const DaxiImageRecord& image, PixelRows<const uint
 
 }  // namespace
 
-bool wordsWithin(const uint8_t* row, uint64_t count, int32_t max) {
-  int32_t largest = 0;
-  for (uint64_t i = 0; i < count; ++i) largest = std::max<int32_t>(largest, wordAt(row, i));
-  return largest <= max;
-}
-
 void swapSamples(uint8_t* samples, uint64_t count, int32_t type) {
   const int32_t bytes = sampleBytes(type);
   for (uint64_t i = 0; i < count && bytes > 1; ++i, samples += bytes) std::reverse(samples, samples + bytes);

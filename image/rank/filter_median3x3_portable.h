@@ -6,11 +6,10 @@
 #pragma once
 
 #include <algorithm>
-#include <bit>
 #include <cstdint>
-#include <limits>
 
 #include "dax/types.h"
+#include "frame/numeric/total_order.h"
 #include "frame/rows.h"
 
 namespace dax {
@@ -31,29 +30,6 @@ struct MedianImages {
 }  // namespace dax
 
 namespace dax::portable {
-
-// Pixels as integers of the same order. Floats are ordered as by IEEE 754 totalOrder: the magnitude bits of negative
-// ones are inverted.
-template <class T>
-struct MedianKey {
-  using Key = T;
-  static Key of(T pixel) { return pixel; }
-  static T pixel(Key key) { return key; }
-};
-
-template <class T, class Integer>
-struct FloatMedianKey {
-  using Key = Integer;
-  static Key flip(Key bits) {
-    return static_cast<Key>(bits ^ ((bits >> (8 * sizeof(Key) - 1)) & std::numeric_limits<Key>::max()));
-  }
-  static Key of(T pixel) { return flip(std::bit_cast<Key>(pixel)); }
-  static T pixel(Key key) { return std::bit_cast<T>(flip(key)); }
-};
-template <>
-struct MedianKey<float> : FloatMedianKey<float, int32_t> {};
-template <>
-struct MedianKey<double> : FloatMedianKey<double, int64_t> {};
 
 // By value, unlike std::min and std::max, whose references keep compilers from using vector minima.
 template <class Key>
@@ -81,7 +57,7 @@ class SortedColumns {
   SortedColumns(const T* const (&rows)[3], int32_t first, int32_t count, int32_t width) {
     const T *const above = rows[0], *const centre = rows[1], *const below = rows[2];
     const auto sort = [&](int32_t x, int32_t i) {
-      const Key a = MedianKey<T>::of(above[x]), b = MedianKey<T>::of(centre[x]), c = MedianKey<T>::of(below[x]);
+      const Key a = OrderKey<T>::of(above[x]), b = OrderKey<T>::of(centre[x]), c = OrderKey<T>::of(below[x]);
       const Key low = minOf(a, b), high = maxOf(a, b);
       low_[kStart + i] = minOf(low, c);
       mid_[kStart + i] = minOf(high, maxOf(low, c));
@@ -97,12 +73,12 @@ class SortedColumns {
       const Key a = maxOf(maxOf(low_[i - 1], low_[i]), low_[i + 1]);
       const Key b = median(mid_[i - 1], mid_[i], mid_[i + 1]);
       const Key c = minOf(minOf(high_[i - 1], high_[i]), high_[i + 1]);
-      dst[i - kStart] = MedianKey<T>::pixel(median(a, b, c));
+      dst[i - kStart] = OrderKey<T>::pixel(median(a, b, c));
     }
   }
 
  private:
-  using Key = typename MedianKey<T>::Key;
+  using Key = typename OrderKey<T>::Key;
   static constexpr int32_t kStart = 64 / sizeof(Key);
   static constexpr int32_t kRoom = kStart + kPixels + kStart;
 

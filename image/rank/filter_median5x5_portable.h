@@ -24,11 +24,11 @@ class SortedColumns5 {
   }
 
   void storeMedians(T* dst, int32_t count) const {
-    for (int32_t i = 0; i < count; ++i) dst[i] = MedianKey<T>::pixel(median(i + kStart));
+    for (int32_t i = 0; i < count; ++i) dst[i] = OrderKey<T>::pixel(median(i + kStart));
   }
 
  private:
-  using Key = typename MedianKey<T>::Key;
+  using Key = typename OrderKey<T>::Key;
   struct Order {
     static Key min(Key a, Key b) { return a < b ? a : b; }
     static Key max(Key a, Key b) { return a > b ? a : b; }
@@ -39,7 +39,7 @@ class SortedColumns5 {
   static constexpr int32_t kRoom = kStart + kPixels + kStart;
 
   void sort(const T* const (&rows)[5], int32_t x, int32_t i) {
-    const auto key = [&](int k) { return MedianKey<T>::of(rows[k][x]); };
+    const auto key = [&](int k) { return OrderKey<T>::of(rows[k][x]); };
     Key column[5];
     Network::insert(Network::sorted(key(0), key(1), key(2), key(3)), key(4), column);
     for (int k = 0; k < 5; ++k) columns_[k][kStart + i] = column[k];

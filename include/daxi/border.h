@@ -9,14 +9,16 @@
  *   replicate   a b c|c c c c        mirror    a b c|b a b c
  *   symmetric   a b c|c b a a        circular  a b c|a b c a
  *   constant    a value of the caller
- *   in memory   the caller promises that the pixels around the region exist */
+ *   in memory   the caller promises that the pixels around the region exist
+ *   clip        there are none: windows end at the image, and what they count counts the pixels inside */
 enum {
   DAXI_BORDER_REPLICATE = 0,
   DAXI_BORDER_MIRROR = 1,
   DAXI_BORDER_SYMMETRIC = 2,
   DAXI_BORDER_CIRCULAR = 3,
   DAXI_BORDER_CONSTANT = 4,
-  DAXI_BORDER_IN_MEMORY = 5
+  DAXI_BORDER_IN_MEMORY = 5,
+  DAXI_BORDER_CLIP = 6
 };
 
 #endif

@@ -11,6 +11,9 @@
  *   dst, dstStep    receives (width + 1) x (height + 1) pixels, step in elements; must not overlap src
  *   size            of the region
  *
+ * Forms ending in _MT run on the host's thread pool, the sums of the rows first, then those of columns, where pool is not
+ * null and threads > 1; else on the calling thread. They return the status of the host's parallel-for, unchanged.
+ *
  * No work buffer. Thread-safe. The results are the same bits on every machine (NaN payloads apart).
  *
  * Checks, in order:
@@ -31,24 +34,42 @@ DAX_BEGIN_DECLS
 /* Sums of pixels. */
 DAX_API DaxStatus DAXI_Integral_8u32u_C1R(const uint8_t* src, int32_t srcStep, uint32_t* dst, int32_t dstStep,
                                           DaxiSize size);
+DAX_API DaxStatus DAXI_Integral_8u32u_C1R_MT(void* pool, uint32_t threads, const uint8_t* src, int32_t srcStep,
+                                             uint32_t* dst, int32_t dstStep, DaxiSize size);
 DAX_API DaxStatus DAXI_Integral_8u64u_C1R(const uint8_t* src, int32_t srcStep, uint64_t* dst, int32_t dstStep,
                                           DaxiSize size);
+DAX_API DaxStatus DAXI_Integral_8u64u_C1R_MT(void* pool, uint32_t threads, const uint8_t* src, int32_t srcStep,
+                                             uint64_t* dst, int32_t dstStep, DaxiSize size);
 DAX_API DaxStatus DAXI_Integral_16u64u_C1R(const uint16_t* src, int32_t srcStep, uint64_t* dst, int32_t dstStep,
                                            DaxiSize size);
+DAX_API DaxStatus DAXI_Integral_16u64u_C1R_MT(void* pool, uint32_t threads, const uint16_t* src, int32_t srcStep,
+                                              uint64_t* dst, int32_t dstStep, DaxiSize size);
 DAX_API DaxStatus DAXI_Integral_16s64s_C1R(const int16_t* src, int32_t srcStep, int64_t* dst, int32_t dstStep,
                                            DaxiSize size);
+DAX_API DaxStatus DAXI_Integral_16s64s_C1R_MT(void* pool, uint32_t threads, const int16_t* src, int32_t srcStep,
+                                              int64_t* dst, int32_t dstStep, DaxiSize size);
 DAX_API DaxStatus DAXI_Integral_32f64f_C1R(const float* src, int32_t srcStep, double* dst, int32_t dstStep,
                                            DaxiSize size);
+DAX_API DaxStatus DAXI_Integral_32f64f_C1R_MT(void* pool, uint32_t threads, const float* src, int32_t srcStep,
+                                              double* dst, int32_t dstStep, DaxiSize size);
 
 /* Sums of squares. */
 DAX_API DaxStatus DAXI_IntegralSqr_8u64u_C1R(const uint8_t* src, int32_t srcStep, uint64_t* dst, int32_t dstStep,
                                              DaxiSize size);
+DAX_API DaxStatus DAXI_IntegralSqr_8u64u_C1R_MT(void* pool, uint32_t threads, const uint8_t* src, int32_t srcStep,
+                                                uint64_t* dst, int32_t dstStep, DaxiSize size);
 DAX_API DaxStatus DAXI_IntegralSqr_16u64u_C1R(const uint16_t* src, int32_t srcStep, uint64_t* dst, int32_t dstStep,
                                               DaxiSize size);
+DAX_API DaxStatus DAXI_IntegralSqr_16u64u_C1R_MT(void* pool, uint32_t threads, const uint16_t* src, int32_t srcStep,
+                                                 uint64_t* dst, int32_t dstStep, DaxiSize size);
 DAX_API DaxStatus DAXI_IntegralSqr_16s64u_C1R(const int16_t* src, int32_t srcStep, uint64_t* dst, int32_t dstStep,
                                               DaxiSize size);
+DAX_API DaxStatus DAXI_IntegralSqr_16s64u_C1R_MT(void* pool, uint32_t threads, const int16_t* src, int32_t srcStep,
+                                                 uint64_t* dst, int32_t dstStep, DaxiSize size);
 DAX_API DaxStatus DAXI_IntegralSqr_32f64f_C1R(const float* src, int32_t srcStep, double* dst, int32_t dstStep,
                                               DaxiSize size);
+DAX_API DaxStatus DAXI_IntegralSqr_32f64f_C1R_MT(void* pool, uint32_t threads, const float* src, int32_t srcStep,
+                                                 double* dst, int32_t dstStep, DaxiSize size);
 
 DAX_END_DECLS
 

@@ -1,5 +1,5 @@
 """Images of another pixel type, and copies and constants where a mask says so."""
-from typing import Optional
+from typing import Any, Optional
 
 import numpy as np
 from numpy.typing import ArrayLike, DTypeLike
@@ -8,6 +8,7 @@ from .._arrays import PIXELS, Array, Image, of_shape, pixel_value, refuse_overla
 from .._interface import ffi
 from .._library import call
 from .._operation import apply
+from ..pool import Pool
 
 __all__ = ["convert", "convert_full_range", "copyto", "putmask"]
 
@@ -23,11 +24,18 @@ def _pairs_to(dtype: DTypeLike) -> str:
 
 
 def convert(
-    image: ArrayLike, dtype: DTypeLike, *, scale: float = 1.0, offset: float = 0.0, out: Optional[Array] = None
+    image: ArrayLike,
+    dtype: DTypeLike,
+    *,
+    scale: float = 1.0,
+    offset: float = 0.0,
+    out: Optional[Array] = None,
+    pool: Optional[Pool] = None,
 ) -> Array:
     """image * scale + offset in another type: uint8, uint16, int16 or float32, rounded half to even and saturated.
 
-    image: one of the other types, (height, width) or (height, width, 3). NaN becomes 0 in integers.
+    image: one of the other types, (height, width) or (height, width, 3). NaN becomes 0 in integers. pool:
+    threads.
 
     >>> dax.convert(np.array([[10, 300]], np.uint16), np.uint8)
     array([[ 10, 255]], dtype=uint8)
@@ -38,20 +46,24 @@ def convert(
     call("DAXI_ConvertDefaultCfg", cfg)
     cfg.scale, cfg.offset = scale, offset
     name = "DAXI_Convert_{type}_{layout}R"
-    return apply(name, {"image": image}, cfg, types=_pairs_to(dtype), layouts="C1 C3", out=out)
+    form: dict[str, Any] = {"layouts": "C1 C3", "out": out, "pooled": name + "_MT", "pool": pool}
+    return apply(name, {"image": image}, cfg, types=_pairs_to(dtype), **form)
 
 
-def convert_full_range(image: ArrayLike, dtype: DTypeLike, *, out: Optional[Array] = None) -> Array:
+def convert_full_range(
+    image: ArrayLike, dtype: DTypeLike, *, out: Optional[Array] = None, pool: Optional[Pool] = None
+) -> Array:
     """The image in another type, so that the greatest value becomes the greatest value: 255, 65535, 32767, or 1 of
     float32.
 
-    image: as for `convert`. Negative values become 0 in unsigned types.
+    image: as for `convert`. Negative values become 0 in unsigned types. pool: threads.
 
     >>> dax.convert_full_range(np.array([[0, 128, 255]], np.uint8), np.uint16)
     array([[    0, 32896, 65535]], dtype=uint16)
     """
     name = "DAXI_ConvertFullRange_{type}_{layout}R"
-    return apply(name, {"image": image}, types=_pairs_to(dtype), layouts="C1 C3", out=out)
+    form: dict[str, Any] = {"layouts": "C1 C3", "out": out, "pooled": name + "_MT", "pool": pool}
+    return apply(name, {"image": image}, types=_pairs_to(dtype), **form)
 
 
 def _written(name: str, array: Array) -> Image:

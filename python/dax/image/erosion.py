@@ -7,7 +7,7 @@ from numpy.typing import ArrayLike, NDArray
 from .._arrays import Array, choice
 from .._operation import apply
 
-__all__ = ["erode3x3"]
+__all__ = ["dilate3x3", "erode3x3"]
 
 
 def erode3x3(
@@ -32,3 +32,16 @@ def erode3x3(
     if iterations != 1:
         raise ValueError("iterations: one pass along rows or columns")
     return apply(name, images, types="8u", out=out, in_place=along != "columns")
+
+
+def dilate3x3(mask: ArrayLike, iterations: int = 1, out: Optional[Array] = None) -> NDArray[np.uint8]:
+    """One-sided dilation of a mask, which gives back what erode3x3 takes: a run grows by one pixel at its end, unless that joins it
+    to the next one.
+
+    mask: uint8, not 0 is set. iterations: at least 1. `out` may be the mask itself.
+
+    >>> dax.dilate3x3(np.array([[0, 255, 0, 0]], np.uint8))
+    array([[  0, 255, 255,   0]], dtype=uint8)
+    """
+    name, work = "DAXI_Dilate3x3_{type}_{layout}R", "DAXI_Dilate3x3BufferSize_{type}"
+    return apply(name, {"mask": mask}, iterations, types="8u", out=out, in_place=True, work=work)

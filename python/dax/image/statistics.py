@@ -7,6 +7,7 @@ from numpy.typing import ArrayLike, NDArray
 from .._arrays import PIXELS, Array, Image, choice, of_shape, source
 from .._interface import ffi
 from .._library import call
+from ..pool import Pool, handle_of
 
 __all__ = [
     "MeanStd",
@@ -217,11 +218,18 @@ def project_columns(image: ArrayLike) -> NDArray[np.float64]:
     return _project("DAXI_ProjectColumns", image, 1)
 
 
-def integral(image: ArrayLike, *, squared: bool = False, wide: bool = False, out: Optional[Array] = None) -> Array:
+def integral(
+    image: ArrayLike,
+    *,
+    squared: bool = False,
+    wide: bool = False,
+    out: Optional[Array] = None,
+    pool: Optional[Pool] = None,
+) -> Array:
     """The integral image: one row and one column larger, each pixel the sum of what lies above and left of it.
 
     Exact for integers: uint32 for uint8 (`wide` or `squared`: uint64), uint64 for uint16, int64 for int16 (`squared`:
-    uint64); float64 for float32. squared: sums of squares.
+    uint64); float64 for float32. squared: sums of squares. pool: threads.
 
     >>> dax.integral(np.array([[1, 2], [3, 4]], np.uint8))
     array([[ 0,  0,  0],
@@ -249,7 +257,12 @@ def integral(image: ArrayLike, *, squared: bool = False, wide: bool = False, out
         raise ValueError("out and image overlap")
     ctype = {"32u": "uint32_t*", "64u": "uint64_t*", "64s": "int64_t*", "64f": "double*"}[result]
     name = f"DAXI_Integral{'Sqr' if squared else ''}_{src.suffix}{result}_C1R"
-    call(name, src.pointer, src.step, ffi.cast(ctype, array.ctypes.data), width + 1, src.size)
+    images = src.pointer, src.step, ffi.cast(ctype, array.ctypes.data), width + 1, src.size
+    if pool is None:
+        call(name, *images)
+    else:
+        threads, handle = handle_of(pool)
+        call(name + "_MT", handle, threads, *images)
     return array
 
 

@@ -7,6 +7,7 @@
 #include "daxi.h"
 #include "image/convert/convert.h"
 #include "tests/image/convert/convert_oracle.h"
+#include "tests/support/mock_pool.h"
 #include "tests/support/test_image.h"
 
 namespace dax::test {
@@ -104,8 +105,10 @@ TYPED_TEST(Convert, RaggedSizes) {
     src.randomize(static_cast<uint64_t>(i)), dst.randomize(99);
     dst.remember();
     const DaxiConvertCfg cfg = {0.3, 1};
-    ASSERT_EQ((isColour ? convert<From, To, 3> : convert<From, To, 1>)(src.data(), src.step(), dst.data(), dst.step(),
-                                                                       size, &cfg),
+    MockPool pool;
+    const PoolThreads on = {i % 4 ? &pool : nullptr, 3};
+    ASSERT_EQ((isColour ? convert<From, To, 3> : convert<From, To, 1>)(on, src.data(), src.step(), dst.data(),
+                                                                       dst.step(), size, &cfg),
               DAX_STS_OK);
     ASSERT_TRUE(dst.paddingUntouched());
     for (int32_t y = 0; y < size.height; ++y) {
@@ -113,7 +116,7 @@ TYPED_TEST(Convert, RaggedSizes) {
         ASSERT_TRUE(isSame(dst.at(x, y), oracle::converted<To>(src.at(x, y), 0.3, 1))) << x << ", " << y;
       }
     }
-    ASSERT_EQ((isColour ? convertFullRange<From, To, 3> : convertFullRange<From, To, 1>)(src.data(), src.step(),
+    ASSERT_EQ((isColour ? convertFullRange<From, To, 3> : convertFullRange<From, To, 1>)(on, src.data(), src.step(),
                                                                                          dst.data(), dst.step(), size),
               DAX_STS_OK);
     ASSERT_TRUE(dst.paddingUntouched());

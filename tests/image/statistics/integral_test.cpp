@@ -6,6 +6,7 @@
 #include "daxi/projection.h"
 #include "image/statistics/integral.h"
 #include "tests/image/statistics/statistics_oracle.h"
+#include "tests/support/mock_pool.h"
 
 namespace dax::test {
 namespace {
@@ -56,7 +57,17 @@ TEST(Integral, SumsAndSquares) {
         },
         itself);
   }
+  const auto onPool = [](auto function) {
+    return [=](auto... a) {
+      MockPool pool;
+      return function(&pool, 3, a...);
+    };
+  };
   checkForm<uint8_t, uint32_t>(DAXI_Integral_8u32u_C1R, itself);
+  checkForm<uint8_t, uint32_t>(onPool(DAXI_Integral_8u32u_C1R_MT), itself);
+  checkForm<int16_t, int64_t>(onPool(DAXI_Integral_16s64s_C1R_MT), itself);
+  checkForm<float, double>(onPool(DAXI_Integral_32f64f_C1R_MT), itself);
+  checkForm<float, double>(onPool(DAXI_IntegralSqr_32f64f_C1R_MT), squared);
   checkForm<uint8_t, uint64_t>(DAXI_Integral_8u64u_C1R, itself);
   checkForm<uint16_t, uint64_t>(DAXI_Integral_16u64u_C1R, itself);
   checkForm<int16_t, int64_t>(DAXI_Integral_16s64s_C1R, itself);

@@ -19,12 +19,14 @@ def as_type(values, dtype):
 
 @pytest.mark.parametrize("shape", [(7, 33), (7, 33, 3)])
 @pytest.mark.parametrize("source, dtype", PAIRS)
-def test_convert(rng, source, dtype, shape):
+def test_convert(rng, pool, source, dtype, shape):
     image = (rng.random(shape) * top(source)).astype(source)
     assert np.array_equal(dax.convert(image, dtype), as_type(image.astype(float), dtype))
     assert np.array_equal(dax.convert(image[:, ::-1], dtype, scale=0.3, offset=7),
                           as_type(image[:, ::-1].astype(float) * 0.3 + 7, dtype))
-    full = dax.convert_full_range(image, dtype)
+    assert np.array_equal(dax.convert(image, dtype, scale=3, pool=pool), dax.convert(image, dtype, scale=3))
+    full = dax.convert_full_range(image, dtype, pool=pool)
+    assert np.array_equal(full, dax.convert_full_range(image, dtype))
     assert full.dtype == dtype and np.array_equal(full, as_type(image.astype(float) * top(dtype) / top(source), dtype))
 
 

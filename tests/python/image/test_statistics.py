@@ -62,12 +62,13 @@ def test_histogram(rng, dtype, masked):
 
 
 @pytest.mark.parametrize("dtype", ALL)
-def test_integral_and_projections(rng, dtype):
+def test_integral_and_projections(rng, pool, dtype):
     image = picture(rng, dtype)
     for squared in (False, True):
         values = image.astype(float) ** (2 if squared else 1)
         for wide in (False, True):
             found = dax.integral(image, squared=squared, wide=wide)
+            assert np.array_equal(found, dax.integral(image, squared=squared, wide=wide, pool=pool))
             assert np.array_equal(found[1:, 1:],
                                   values.cumsum(0).cumsum(1)) and not found[0].any() and not found[:, 0].any()
     assert np.array_equal(dax.project_rows(image), image.astype(float).sum(1))

@@ -1,0 +1,203 @@
+// Minima or maxima over rectangular windows, band by band: along columns first, by suffixes and prefixes of blocks of
+// the window's height (van Herk, A fast algorithm for local minimum and maximum filters on rectangular and octagonal
+// kernels, Pattern Recognition Letters 13, 1992), then along rows by windows of doubled width. Plain loops, which
+// compilers turn into vector minima.
+#pragma once
+
+#include <algorithm>
+#include <cstdint>
+#include <limits>
+
+#include "frame/memory/work_buffer.h"
+#include "frame/numeric/total_order.h"
+#include "frame/rows.h"
+#include "image/border/border_index.h"
+
+namespace dax {
+
+struct Smaller {
+  template <class Key>
+  static Key of(Key a, Key b) {
+    return a < b ? a : b;
+  }
+  template <class Key>
+  static constexpr Key kNeutral = std::numeric_limits<Key>::max();
+};
+
+struct Larger {
+  template <class Key>
+  static Key of(Key a, Key b) {
+    return a > b ? a : b;
+  }
+  template <class Key>
+  static constexpr Key kNeutral = std::numeric_limits<Key>::lowest();
+};
+
+// Pixels around the one that is computed.
+struct Reach {
+  int32_t left, right, up, down;
+  int32_t columns() const { return left + 1 + right; }
+  int32_t rows() const { return up + 1 + down; }
+  Reach turned() const { return {right, left, down, up}; }
+};
+
+// A source with what lies outside it. A window that reaches by two images covers all that its border repeats, so
+// further pixels add nothing; in memory they differ.
+template <class T>
+struct BorderedImage {
+  const T* src;
+  int32_t step;
+  DaxiSize size;
+  int32_t border;
+  T value;
+
+  bool isInMemory() const { return border == DAXI_BORDER_IN_MEMORY; }
+
+  Reach limited(const Reach& reach) const {
+    if (isInMemory()) return reach;
+    const auto within = [](int32_t side, int32_t length) {
+      return static_cast<int32_t>(std::min<int64_t>(side, 2 * int64_t{length}));
+    };
+    return {within(reach.left, size.width), within(reach.right, size.width), within(reach.up, size.height),
+            within(reach.down, size.height)};
+  }
+
+  // Null where outside pixels have no row of their own.
+  const T* row(int32_t y) const {
+    if (isInMemory() || (y >= 0 && y < size.height)) return rowAt(src, step, y);
+    if (!hasBorderIndex(border)) return nullptr;
+    return rowAt(src, step, static_cast<int32_t>(borderIndex(y, size.height, border)));
+  }
+};
+
+// Rows, extended by the columns that windows reach.
+template <class T>
+struct SlidingBuffer {
+  using Key = typename OrderKey<T>::Key;
+
+  SlidingBuffer(DaxiSize size, const Reach& reach)
+      : length(static_cast<uint64_t>(size.width) + static_cast<uint64_t>(reach.columns()) - 1),
+        rows(layout.add<Key>(length * static_cast<uint64_t>(size.height))) {}
+  uint64_t length;
+  BufferLayout layout;
+  BufferPiece<Key> rows;
+};
+
+template <class Order, class T>
+class SlidingExtreme {
+ public:
+  SlidingExtreme(const BorderedImage<T>& image, const Reach& reach, void* buffer)
+      : image_(image),
+        reach_(reach),
+        at_(image.size, reach),
+        buffer_(buffer),
+        bandRows_(std::min(reach.rows(), image.size.height)),
+        missing_(image.border == DAXI_BORDER_CLIP ? Order::template kNeutral<Key> : OrderKey<T>::of(image.value)) {}
+
+  // Bands of as many rows as the window has.
+  int32_t bands() const { return static_cast<int32_t>((int64_t{image_.size.height} + bandRows_ - 1) / bandRows_); }
+
+  void runBand(int32_t band, T* dst, int32_t dstStep) const {
+    const int32_t first = band * bandRows_, count = std::min(bandRows_, image_.size.height - first);
+    const int32_t begin = image_.isInMemory() ? -reach_.left : 0;
+    const int32_t end = image_.size.width + (image_.isInMemory() ? reach_.right : 0);
+    for (int32_t x = begin, columns; x < end; x += columns) {
+      columns = std::min(kStrip, end - x);
+      alongColumns(first, count, x, columns);
+    }
+    for (int32_t y = first; y < first + count; ++y) alongRow(extendedRow(y), rowAt(dst, dstStep, y));
+  }
+
+ private:
+  using Key = typename OrderKey<T>::Key;
+  static constexpr int32_t kStrip = 256 / sizeof(Key);
+
+  Key* extendedRow(int32_t y) const { return at_.rows.in(buffer_) + at_.length * static_cast<uint64_t>(y); }
+
+  // Calls use(key), where key(i) is pixel x + i of source row y.
+  template <class Use>
+  void withRow(int32_t y, int32_t x, Use use) const {
+    if (const T* const row = image_.row(y)) {
+      use([row, x](int32_t i) { return OrderKey<T>::of(row[x + i]); });
+    } else {
+      use([missing = missing_](int32_t) { return missing; });
+    }
+  }
+
+  void joinRow(int32_t y, int32_t x, int32_t columns, const Key* with, Key* __restrict to) const {
+    withRow(y, x, [=](auto key) {
+      for (int32_t i = 0; i < columns; ++i) to[i] = Order::of(key(i), with[i]);
+    });
+  }
+
+  // What window i of the band shares with the first one are the rows from i on, of which the extremes are suffixes; the
+  // rows below the first window are joined as they come.
+  void alongColumns(int32_t first, int32_t count, int32_t x, int32_t columns) const {
+    const int32_t top = first - reach_.up, rows = reach_.rows();
+    const auto place = [&](int32_t i) { return extendedRow(first + i) + reach_.left + x; };
+    Key held[kStrip], next[kStrip];
+    withRow(top + rows - 1, x, [&](auto key) {
+      for (int32_t i = 0; i < columns; ++i) held[i] = key(i);
+    });
+    for (int32_t i = rows - 2; i >= count; --i) {
+      joinRow(top + i, x, columns, held, next);
+      std::copy_n(next, columns, held);
+    }
+    const Key* below = held;
+    if (count == rows) std::copy_n(held, columns, place(rows - 1));
+    for (int32_t i = std::min(count, rows - 1) - 1; i >= 0; --i) {
+      joinRow(top + i, x, columns, below, place(i));
+      below = place(i);
+    }
+    std::fill_n(held, columns, Order::template kNeutral<Key>);
+    for (int32_t i = 1; i < count; ++i) addBelow(top + rows - 1 + i, x, columns, held, place(i));
+  }
+
+  void addBelow(int32_t y, int32_t x, int32_t columns, Key* __restrict held, Key* __restrict to) const {
+    withRow(y, x, [=](auto key) {
+      for (int32_t i = 0; i < columns; ++i) {
+        const Key joined = Order::of(key(i), held[i]);
+        held[i] = joined;
+        to[i] = Order::of(to[i], joined);
+      }
+    });
+  }
+
+  void extendRow(Key* row) const {
+    const int64_t width = image_.size.width;
+    const auto outside = [&](int64_t x) {
+      return hasBorderIndex(image_.border) ? row[reach_.left + borderIndex(x, width, image_.border)] : missing_;
+    };
+    for (int32_t x = 1; x <= reach_.left; ++x) row[reach_.left - x] = outside(-x);
+    for (int32_t x = 0; x < reach_.right; ++x) row[reach_.left + width + x] = outside(width + x);
+  }
+
+  // Each pixel is read before it is replaced, so vectors may be.
+  static void joinAhead(Key* row, int32_t ahead, int64_t count) {
+#if !defined(__clang__)
+#pragma GCC ivdep
+#endif
+    for (int64_t x = 0; x < count; ++x) row[x] = Order::of(row[x], row[x + ahead]);
+  }
+
+  void alongRow(Key* row, T* __restrict dst) const {
+    if (!image_.isInMemory()) extendRow(row);
+    int32_t covered = 1;
+    auto count = static_cast<int64_t>(at_.length);
+    for (; covered <= reach_.columns() / 2; covered *= 2) {
+      count -= covered;
+      joinAhead(row, covered, count);
+    }
+    const int32_t ahead = reach_.columns() - covered;
+    for (int64_t x = 0; x < image_.size.width; ++x) dst[x] = OrderKey<T>::pixel(Order::of(row[x], row[x + ahead]));
+  }
+
+  const BorderedImage<T>& image_;
+  const Reach& reach_;
+  SlidingBuffer<T> at_;
+  void* buffer_;
+  int32_t bandRows_;
+  Key missing_;
+};
+
+}  // namespace dax
