@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <vector>
 
 #include "tests/support/mock_pool.h"
@@ -44,6 +45,18 @@ TEST(Tiles, EveryIndexOnce) {
         }
       }
     }
+  }
+}
+
+TEST(Tiles, EveryRowOnceWithAPoolOrWithout) {
+  MockPool pool;
+  for (const uint32_t threads : {1u, 3u}) {
+    int visits[9] = {};
+    const auto visit = [&](int32_t first, int32_t end) {
+      std::for_each(visits + first, visits + end, [](int& v) { ++v; });
+    };
+    EXPECT_EQ(runRows({&pool, threads}, 9, visit), DAX_STS_OK);
+    EXPECT_EQ(std::count(visits, visits + 9, 1), 9) << threads;
   }
 }
 
