@@ -86,6 +86,10 @@ TEST(Integral, LargestImages) {
   ASSERT_EQ(DAXI_Integral_8u32u_C1R(src.data(), src.step(), dst.data(), dst.step(), {4104, 4104}), DAX_STS_OK);
   EXPECT_EQ(dst.at(4104, 4104), 255u * 4104 * 4104);
   EXPECT_EQ(DAXI_Integral_8u32u_C1R(src.data(), 5000, dst.data(), 5000, {4105, 4104}), DAX_STS_BAD_SIZE);
+  int16_t pixel = 0;  // 2^48 times -2^15 does not fit, however short the rows
+  int64_t sum = 0;
+  EXPECT_EQ(DAXI_Integral_16s64s_C1R(&pixel, 1, &sum, 1, {1 << 24, 1 << 24}), DAX_STS_BAD_SIZE);
+  EXPECT_EQ(DAXI_Integral_16s64s_C1R(&pixel, 1, &sum, 1, {1 << 24, (1 << 24) - 1}), DAX_STS_BAD_STEP);
 }
 
 template <class T, class Rows, class Columns>
