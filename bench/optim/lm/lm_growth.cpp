@@ -113,7 +113,7 @@ void growCameras() {
     Bundle row = bench::bundleRow(cameras, 30 * cameras);
     printBesidePeer("in a row", row);
   }
-  for (const int cameras : {25, 50, 100}) {
+  for (const int cameras : {25, 50, 100, 200, 400}) {
     Bundle ring(cameras, 1000, 0);
     printBesidePeer("on a ring", ring);
   }
