@@ -13,13 +13,13 @@ constexpr int kMaxLevel = 65535;
 
 using Values = std::map<std::string, double, std::less<>>;
 
-[[noreturn]] void reject(const std::string& message) {
+[[noreturn]] void invalid(const std::string& message) {
   throw std::invalid_argument(message);
 }
 
 uint32_t greyLevel(std::string_view text) {
   const auto level = parseInteger(text, 0, kMaxLevel);
-  if (!level) reject(inQuotes(text) + " is not a grey level 0..255, of 16 bits 0..65535");
+  if (!level) invalid(inQuotes(text) + " is not a grey level 0..255, of 16 bits 0..65535");
   return static_cast<uint32_t>(*level);
 }
 
@@ -29,7 +29,7 @@ void readValues(std::string_view text, Values& values) {
     const auto pair = splitPair(part, '=');
     const auto value = pair ? parseNumber(pair->second) : std::nullopt;
     const auto known = pair ? values.find(pair->first) : values.end();
-    if (!value || known == values.end()) reject(inQuotes(part) + " is not one of its settings");
+    if (!value || known == values.end()) invalid(inQuotes(part) + " is not one of its settings");
     known->second = *value;
   }
 }
@@ -37,7 +37,7 @@ void readValues(std::string_view text, Values& values) {
 uint32_t whole(const Values& values, const char* name, int max) {
   const double value = values.find(name)->second;
   if (value < 0 || value > max || value != static_cast<int>(value)) {
-    reject(std::string(name) + " is not an integer of 0.." + std::to_string(max));
+    invalid(std::string(name) + " is not an integer of 0.." + std::to_string(max));
   }
   return static_cast<uint32_t>(value);
 }
@@ -54,7 +54,7 @@ DaxiThresholdBinCfg band(std::string_view text) {
   cfg.method = DAXI_THRESHOLD_BAND;
   cfg.t1 = low.empty() ? 0 : greyLevel(low);
   cfg.t2 = high.empty() ? kMaxLevel : greyLevel(high);
-  if (cfg.t1 > cfg.t2 || text.size() == 2) reject(inQuotes(text) + " is not a band N..M with N <= M");
+  if (cfg.t1 > cfg.t2 || text.size() == 2) invalid(inQuotes(text) + " is not a band N..M with N <= M");
   return cfg;
 }
 
@@ -103,7 +103,7 @@ DaxiThresholdBinCfg configuration(std::string_view text) {
     readValues(pair->second, shares);
     return relative(shares);
   }
-  if (!parseNumber(text)) reject(inQuotes(text) + " is not otsu, N, N..M, mask, soft:... or relative:...");
+  if (!parseNumber(text)) invalid(inQuotes(text) + " is not otsu, N, N..M, mask, soft:... or relative:...");
   return single(greyLevel(text));
 }
 
