@@ -1,4 +1,5 @@
 """Conversions of image files."""
+import colorsys
 import struct
 
 import pictures
@@ -35,6 +36,107 @@ def test_bits(dax, tmp_path):
     dax("convert", "one.png", "one.pgm")
     assert (tmp_path / "one.pgm").read_bytes().endswith(b"\0\0\0\xff\xff")
     assert (tmp_path / "one.png").read_bytes()[24] == 1
+
+
+@pytest.fixture
+def step(dax, tmp_path):
+    """Samples of a picture after steps, and what is said."""
+    def run(picture, *arguments):
+        (tmp_path / "in.ppm").write_bytes(picture)
+        said = dax("convert", "in.ppm", "out.pnm", *arguments).err
+        return list((tmp_path / "out.pnm").read_bytes().split(b"\n", 3)[3]), said
+    return run
+
+
+def test_channels(step, dax, tmp_path):
+    reds, greens, blues = ([v[i] >> 8 for row in pictures.dots(COLOURS) for v in row] for i in range(3))
+    colours = pictures.ppm(pictures.dots(COLOURS))
+    assert step(colours, "--channels", "2,1,0")[0] == [v for pixel in zip(blues, greens, reds) for v in pixel]
+    assert step(colours, "--pick", 1) == (greens, "")
+    dax("convert", "in.ppm", "opaque.png", "--channels", "0,1,2,max")
+    dax("convert", "opaque.png", "plane.pgm", "--split")
+    assert sorted(each.name for each in tmp_path.glob("plane*")) == [f"plane-{i}.pgm" for i in range(4)]
+    assert list((tmp_path / "plane-3.pgm").read_bytes()[-len(reds):]) == [255] * len(reds)
+    dax("convert", "plane-0.pgm", "plane-1.pgm", "plane-2.pgm", "back.ppm", "--merge")
+    assert (tmp_path / "back.ppm").read_bytes() == colours
+
+
+def test_colour_spaces(step, dax, tmp_path):
+    colours = pictures.ppm(pictures.dots(COLOURS))
+    pixels = [[c >> 8 for c in v] for row in pictures.dots(COLOURS) for v in row]
+    assert step(colours, "--grey", "709")[0] == [(2126 * r + 7152 * g + 722 * b + 5000) // 10000 for r, g, b in pixels]
+    assert step(colours, "--grey", "0,0,2")[0] == [min(2 * b, 255) for r, g, b in pixels]
+    hues, said = step(colours, "--to", "hsv:180", "--pick", 0)
+    assert hues == [round(colorsys.rgb_to_hsv(*v)[0] * 180) % 180 for v in pixels]
+    assert said == "dax: out.pnm: channel H (HSV, hue 180 a turn)\n"
+    flat = [c for v in pixels for c in v]
+    for space, coding in [("ycbcr:709:video", "Y, Cb, Cr (YCbCr, BT.709, video range)"), ("hls", "H, L, S (HLS"),
+                          ("xyz", "X, Y, Z (XYZ, 32768 for 1)"), ("lab", "L, a, b (Lab, as L 65535")]:
+        step(colours)
+        assert "channels " + coding in dax("convert", "in.ppm", "space.tif", "--read-as", 16, "--to", space).err
+        dax("convert", "space.tif", "back.ppm", "--from", space, "--bits", 8)
+        assert list((tmp_path / "back.ppm").read_bytes()[-len(flat):]) == pytest.approx(flat, abs=1), space
+
+
+@pytest.mark.parametrize("method", ["", ":bilinear"])
+def test_debayer(step, method):
+    mosaic = [[(c * 257,) * 3 for c in row * 3] for row in [(20, 100), (200, 20)] * 3]
+    assert step(pictures.pgm(mosaic), "--debayer", "grbg" + method)[0] == [100, 20, 200] * 36
+    # Corrected values stay within the 12 bits of the file.
+    deep = b"P5\n6 6\n4095\n" + struct.pack(">36H", *([4095, 0] * 3 + [4095, 4095] * 3) * 3)
+    assert max(step(deep, "--debayer", "rggb" + method)[0][::2]) <= 15
+
+
+def test_values(step):
+    ramp = [[(257 * v,) * 3 for v in (10, 20, 30, 40, 90)]]
+    assert step(pictures.pgm(ramp), "--normalise", "0..100")[0] == [0, 32, 64, 96, 255]
+    assert step(pictures.pgm(ramp), "--normalise", "40..80")[0] == [0, 0, 128, 255, 255]
+    assert step(pictures.pgm(ramp), "--normalise", "0..100", "--gamma", 2)[0] == [0, 4, 16, 36, 255]
+    assert step(pictures.pgm(ramp), "--equalise", "global")[0] == [0, 64, 128, 191, 255]
+    assert step(pictures.pgm(ramp), "--equalise", "clahe:1x1:100")[0] == [51, 102, 153, 204, 255]
+    # Channels of colour alike.
+    assert step(pictures.ppm([[(257 * 5, 257 * 10, 257 * 15)]]), "--normalise", "0..100")[0] == [0, 128, 255]
+
+
+def test_several(dax, tmp_path):
+    (tmp_path / "in").mkdir()
+    for name in ("a", "b"):
+        (tmp_path / f"in/{name}.ppm").write_bytes(pictures.ppm(pictures.dots(COLOURS)))
+    (tmp_path / "in/c.ppm").write_bytes(b"P6\n9")
+    run = dax("convert", "in", "in/b.ppm", "out", "--format", "pgm", "--grey", "601", status=1)
+    assert run.err.startswith("dax: in/c.ppm: is damaged")
+    assert sorted(each.name for each in (tmp_path / "out").iterdir()) == ["a.pgm", "b-2.pgm", "b.pgm"]
+    for arguments, message in [(["in", "out"], "--format: of several images"), (["in"], "OUT is required"),
+                               (["in", "out.png", "--format", "png"], "OUT: out.png is the name of a file"),
+                               (["in", "in", "--format", "ppm"], "OUT: in/a.ppm is an input")]:
+        assert message in dax("convert", *arguments, status=2).err
+
+
+def test_refusals_tell_what_helps(dax, tmp_path):
+    (tmp_path / "colour.ppm").write_bytes(pictures.ppm(pictures.dots(COLOURS)))
+    (tmp_path / "alpha.png").write_bytes(pictures.png_rgba(pictures.dots(COLOURS)))
+    (tmp_path / "deep.pgm").write_bytes(b"P5\n2 1\n4095\n\1\0\2\0")
+    (tmp_path / "high.pfm").write_bytes(b"Pf\n3 1\n-1\n" + struct.pack("<3f", 0.5, 7, float("nan")))
+    for line, status, message in [
+        ("deep.pgm out.png --grey 601", 5, "deep.pgm: --grey takes images of 3 channels, not of 1: it is grey"),
+        ("alpha.png out.png --to lab", 5, "--channels 0,1,2 drops the opacity"),
+        ("colour.ppm out.png --equalise global", 5, "--grey or --pick leaves one"),
+        ("colour.ppm out.png --debayer rggb", 5, "takes a mosaic, of 1 channel"),
+        ("colour.ppm out.png --to xyz", 5, "does not take samples of 8 bits: --read-as 16"),
+        ("colour.ppm out.png --read-as 16 --to hsv:180", 5, "leave :180 out"),
+        ("colour.ppm out.png --to lab --bits 16", 5, "--read-as decides before"),
+        ("colour.ppm out.png --pick 3", 5, "channel 3 is not in an image of 3 channels"),
+        ("deep.pgm out.png --gamma 2", 5, "does not take samples of 12 bits: --read-as 16"),
+        ("high.pfm out.tif --gamma 2", 5, "samples in floating point: --read-as 16"),
+        ("deep.pgm colour.ppm out.tif --merge", 5, "--merge takes images of 1 channel"),
+        ("high.pfm out.png", 4, "the format holds no floats: --bits 16"),
+        ("alpha.png out.jpg", 4, "out.jpg: cannot be encoded: the format holds no opacity, which --channels 0,1,2 drops"),
+        ("deep.pgm out.jpg", 4, "--bits 8"), ("deep.pgm out.pfm", 4, "--bits 32f"),
+    ]:
+        assert message in dax("convert", *line.split(), status=status).err, line
+        assert not list(tmp_path.glob("out.*")), line
+    assert "white is 4095, which the file does not tell" in dax("convert", "deep.pgm", "out.png").err
+    assert "2 samples outside 0..1 become black or white" in dax("convert", "high.pfm", "out.png", "--bits", 8).err
 
 
 def test_refused(dax, tmp_path):

@@ -1,14 +1,19 @@
 // dax convert: the steps of tools/dax/convert, one after the other, between reading and writing.
 #include <CLI/CLI.hpp>
+#include <algorithm>
 #include <cctype>
 #include <iostream>
 #include <map>
 #include <memory>
+#include <new>
 
 #include "base/text.h"
+#include "base/workers.h"
 #include "command/commands.h"
+#include "convert/channels.h"
 #include "convert/convert_step.h"
 #include "io/image_file.h"
+#include "io/inputs.h"
 #include "io/output_file.h"
 #include "io/output_name.h"
 
@@ -18,12 +23,13 @@ namespace {
 namespace fs = std::filesystem;
 
 struct ConvertOptions {
-  std::string input;
+  std::vector<std::string> inputs;
   std::string output;
   std::string format;
   std::string compression = "lzw";
   int quality = 95;
   int level = 6;
+  bool merge = false, split = false;
   std::map<const ConvertOption*, std::string> values;
   std::map<const ConvertOption*, CLI::Option*> given;
 };
@@ -33,8 +39,13 @@ const std::map<std::string, int32_t> kConvertFormats = {
     {"pfm", DAXI_IMAGE_PFM},   {"raw", DAXI_IMAGE_RAW},  {"png", DAXI_IMAGE_PNG},  {"jpg", DAXI_IMAGE_JPEG},
     {"jpeg", DAXI_IMAGE_JPEG}, {"tif", DAXI_IMAGE_TIFF}, {"tiff", DAXI_IMAGE_TIFF}};
 
+bool haveSeveralResults(const ConvertOptions& options) {
+  return !options.merge && areSeveral(options.inputs);
+}
+
 int32_t formatOf(const ConvertOptions& options) {
   std::string name = options.format;
+  if (name.empty() && haveSeveralResults(options)) reject("--format: of several images it must be told");
   if (name.empty()) {
     const std::string ending = fs::path(options.output).extension().string();
     for (const char c : ending) {
@@ -43,7 +54,7 @@ int32_t formatOf(const ConvertOptions& options) {
   }
   const auto found = kConvertFormats.find(name);
   if (found != kConvertFormats.end()) return found->second;
-  reject(printable(options.output) +
+  reject(printable(options.format.empty() ? options.output : options.format) +
          ": no ending of a format that is written (png, jpg, tif, bmp, pgm, ppm, pfm, raw)");
 }
 
@@ -69,60 +80,202 @@ std::vector<ConvertStep> stepsOf(const ConvertOptions& options) {
   return steps;
 }
 
-ExitStatus runConvert(const ConvertOptions& options) {
-  const DaxiImageWriteCfg cfg = writeCfg(options);
-  const std::vector<ConvertStep> steps = stepsOf(options);
-  requireOther("OUT", options.output, {{"the input", options.input}});
-  Samples samples = readSamples(options.input, false);
-  if (samples.record.pages > 1) {
-    std::cerr << "dax: " << printable(options.input) << ": the first of " << samples.record.pages << " pages\n";
+// Why a format does not hold an image, and what helps; empty where it does.
+std::string misfitOf(const DaxiImageRecord& record, int32_t format) {
+  const bool is8 = record.type == DAXI_SAMPLE_8U, is32 = record.type == DAXI_SAMPLE_32F;
+  switch (format) {
+    case DAXI_IMAGE_PFM:
+      if (!is32) return "PFM holds floats: --bits 32f";
+      break;
+    case DAXI_IMAGE_PNM:
+    case DAXI_IMAGE_PNG:
+      if (is32) return "the format holds no floats: --bits 16 or 8, or tif or pfm";
+      break;
+    case DAXI_IMAGE_BMP:
+    case DAXI_IMAGE_JPEG:
+      if (!is8) return "the format holds 8 bits: --bits 8";
+      break;
   }
-  for (const ConvertStep& step : steps) samples = step(samples);
+  const bool isOpaque = record.channels == 1 || record.channels == 3;
+  const bool holdsOpacity = format == DAXI_IMAGE_PNG || format == DAXI_IMAGE_TIFF || format == DAXI_IMAGE_RAW ||
+                            (format == DAXI_IMAGE_BMP && record.channels == 4);
+  if (isOpaque || holdsOpacity) return "";
+  return "the format holds no opacity, which --channels " + std::string(record.channels == 2 ? "0" : "0,1,2") +
+         " drops";
+}
+
+// The channels of other colour spaces, and the range of 9 to 15 bits, which only PNM tells.
+void sayWhatFilesDoNot(const fs::path& path, const Samples& samples, int32_t format) {
+  const DaxiImageRecord& record = samples.record;
+  if (record.type == DAXI_SAMPLE_16U && record.maxValue != 65535 && format != DAXI_IMAGE_PNM) {
+    say(path.string(),
+        "white is " + std::to_string(record.maxValue) + ", which the file does not tell; --bits 16 stretches");
+  }
+  if (samples.names.empty()) return;
+  std::string names;
+  for (const std::string& each : samples.names) names += (names.empty() ? "" : ", ") + each;
+  say(path.string(), (samples.names.size() == 1 ? "channel " : "channels ") + names + " (" + samples.coding + ")");
+}
+
+void writeSamples(const fs::path& path, Samples& samples, const DaxiImageWriteCfg& cfg) {
   // Fewer bits than 8 are kept where the format has them.
   DaxiImageRecord& record = samples.record;
   const bool packs = cfg.format == DAXI_IMAGE_PNG && record.channels == 1 && record.type == DAXI_SAMPLE_8U;
   if (!packs) record.bits = 0;
+  const std::string name = printable(path.string()), misfit = misfitOf(record, cfg.format);
+  if (!misfit.empty()) throw Failure(ExitStatus::kCannotWrite, name + ": cannot be encoded: " + misfit);
   try {
-    writeFile(options.output, encode(samples.record, samples.bytes.data(), cfg));
+    writeFile(path, encode(record, samples.bytes.data(), cfg));
   } catch (const Failure& failure) {
-    const std::string what = failure.what(), name = printable(options.output);
+    const std::string what = failure.what();
     throw Failure(failure.status(), what.starts_with(name) ? what : name + ": " + what);
   }
+  sayWhatFilesDoNot(path, samples, cfg.format);
+}
+
+// "disc-0.png" for channel 0 of "disc.png"
+fs::path channelName(const fs::path& path, int32_t channel) {
+  fs::path name = path.stem();
+  name += "-" + std::to_string(channel) + path.extension().string();
+  return path.parent_path() / name;
+}
+
+void writeResult(const ConvertOptions& options, const fs::path& path, Samples& samples, const DaxiImageWriteCfg& cfg) {
+  if (!options.split) return writeSamples(path, samples, cfg);
+  for (int32_t channel = 0; channel < samples.record.channels; ++channel) {
+    const fs::path name = channelName(path, channel);
+    for (const std::string& input : options.inputs) requireOther("--split", name, {{"an input", input}});
+    Samples one = arranged(samples, {channel});
+    writeSamples(name, one, cfg);
+  }
+}
+
+Samples readUpright(const std::string& input) {
+  Samples samples = readSamples(input, false);
+  if (samples.record.pages > 1) say(input, "the first of " + std::to_string(samples.record.pages) + " pages");
+  return samples;
+}
+
+// `name`: what messages are about.
+Samples stepped(const std::string& name, Samples samples, const std::vector<ConvertStep>& steps) {
+  try {
+    for (const ConvertStep& step : steps) {
+      samples = step(samples);
+      if (!samples.note.empty()) say(name, samples.note);
+    }
+  } catch (const Failure& failure) {
+    throw Failure(failure.status(), printable(name) + ": " + failure.what());
+  }
+  return samples;
+}
+
+void mergeAll(const ConvertOptions& options, const std::vector<ConvertStep>& steps, const DaxiImageWriteCfg& cfg) {
+  const size_t count = options.inputs.size();
+  if (count < 2 || count > 4) reject("--merge: two to four images, a channel each");
+  for (const std::string& input : options.inputs) requireOther("OUT", options.output, {{"an input", input}});
+  std::vector<Samples> planes;
+  for (const std::string& input : options.inputs) planes.push_back(readUpright(input));
+  Samples samples = stepped(options.output, merged(planes), steps);
+  writeResult(options, options.output, samples, cfg);
+}
+
+ExitStatus convertAll(const ConvertOptions& options, const std::vector<ConvertStep>& steps,
+                      const DaxiImageWriteCfg& cfg) {
+  std::vector<Failure> failures;
+  const auto conversions = planConversions(options.inputs, options.output, "." + options.format);
+  Progress progress(conversions.size(), "images");
+  for (const Conversion& conversion : conversions) {
+    const std::string input = conversion.input.string();
+    try {
+      Samples samples = stepped(input, readUpright(input), steps);
+      writeResult(options, conversion.output, samples, cfg);
+    } catch (const Failure& failure) {
+      failures.push_back(failure);
+    } catch (const std::bad_alloc&) {
+      failures.emplace_back(ExitStatus::kInternal, printable(input) + ": out of memory");
+    }
+    progress.advance();
+  }
+  if (failures.empty()) return ExitStatus::kOk;
+  if (conversions.size() == 1) throw failures.front();
+  std::for_each(failures.begin(), failures.end(), report);
+  return ExitStatus::kSomeFailed;
+}
+
+ExitStatus runConvert(const ConvertOptions& options) {
+  const DaxiImageWriteCfg cfg = writeCfg(options);
+  const std::vector<ConvertStep> steps = stepsOf(options);
+  if (!options.merge) return convertAll(options, steps, cfg);
+  mergeAll(options, steps, cfg);
   return ExitStatus::kOk;
 }
 
-Command addConvert(CLI::App& app) {
-  CLI::App* command = app.add_subcommand("convert", "Convert an image: its file format, its bits");
-  auto options = std::make_shared<ConvertOptions>();
-  command->add_option("IN", options->input, "image (PNG, JPEG, TIFF, BMP, PGM, PPM, PFM); turned upright")
+// The last name on the command line is that of the result.
+void addNames(CLI::App& command, ConvertOptions& options) {
+  command
+      .add_option_function<std::vector<std::string>>(
+          "IN",
+          [&](const std::vector<std::string>& names) {
+            options.inputs = names;
+            if (names.size() < 2) return;
+            options.inputs.pop_back();
+            command.get_option("OUT")->add_result(names.back());
+          },
+          "images (PNG, JPEG, TIFF, BMP, PGM, PPM, PFM), or folders of all\n"
+          "but PFM; turned upright")
       ->required()
       ->type_name("");
-  command->add_option("OUT", options->output, "the result; its ending tells the format")->required()->type_name("");
+  command
+      .add_option("OUT", options.output,
+                  "the result; its ending tells the format. Of several images a\n"
+                  "folder, which is made where it is missing")
+      ->required()
+      ->type_name("");
+}
+
+void addFileOptions(CLI::App& command, ConvertOptions& options) {
+  command.add_option("--format", options.format, "png, jpg, tif, bmp, pgm, ppm, pfm or raw [the ending]")
+      ->type_name("FORMAT")
+      ->group("File");
+  command.add_option("--quality", options.quality, "of JPEG, 1..100 [95]")
+      ->check(CLI::Range(1, 100))
+      ->type_name("N")
+      ->group("File");
+  command.add_option("--level", options.level, "how hard PNG and deflated TIFF are compressed, 0..9 [6]")
+      ->check(CLI::Range(0, 9))
+      ->type_name("N")
+      ->group("File");
+  command.add_option("--compression", options.compression, "of TIFF: none, lzw or deflate [lzw]")
+      ->check(CLI::IsMember({"none", "lzw", "deflate"}))
+      ->type_name("KIND")
+      ->group("File");
+  command.add_flag("--merge", options.merge, "the images are the channels of one")->group("File");
+  command.add_flag("--split", options.split, "a file for each channel: OUT-0.png, OUT-1.png, ...")->group("File");
+}
+
+Command addConvert(CLI::App& app) {
+  CLI::App* command = app.add_subcommand("convert", "Convert images: file formats, bits, colours, channels, values");
+  auto options = std::make_shared<ConvertOptions>();
+  addNames(*command, *options);
   for (const ConvertOption* option : convertOptions()) {
     options->given[option] =
         command->add_option(option->name, options->values[option], option->help)->type_name(option->valueName);
     options->given[option]->group("Steps, in this order");
   }
-  command->add_option("--format", options->format, "png, jpg, tif, bmp, pgm, ppm, pfm or raw [the ending]")
-      ->type_name("FORMAT")
-      ->group("File");
-  command->add_option("--quality", options->quality, "of JPEG, 1..100 [95]")
-      ->check(CLI::Range(1, 100))
-      ->type_name("N")
-      ->group("File");
-  command->add_option("--level", options->level, "how hard PNG and deflated TIFF are compressed, 0..9 [6]")
-      ->check(CLI::Range(0, 9))
-      ->type_name("N")
-      ->group("File");
-  command->add_option("--compression", options->compression, "of TIFF: none, lzw or deflate [lzw]")
-      ->check(CLI::IsMember({"none", "lzw", "deflate"}))
-      ->type_name("KIND")
-      ->group("File");
+  addFileOptions(*command, *options);
   command->footer(
+      "A step refuses what it does not take, and tells what helps. Results in other colour spaces than\n"
+      "red, green, blue are files like others: their channels are told, and --from turns them back.\n"
       "Examples:\n"
-      "  dax convert scan.tif scan.png\n"
       "  dax convert scan.tif view.jpg --bits 8 --quality 90\n"
-      "  dax convert heights.pfm heights.tif --compression deflate\n\n" +
+      "  dax convert heights.pfm heights.tif --compression deflate\n"
+      "  dax convert raw.pgm colours.png --debayer rggb\n"
+      "  dax convert photo.jpg hue.png --to hsv --pick 0\n"
+      "  dax convert photo.jpg lab.tif --read-as 32f --to lab\n"
+      "  dax convert dark.png bright.png --normalise 1..99 --gamma 0.6\n"
+      "  dax convert radiograph.tif detail.png --read-as 16 --equalise clahe:8x8:3 --bits 8\n"
+      "  dax convert recordings/ grey/ --format png --grey 601\n"
+      "  dax convert red.png green.png blue.png colours.png --merge\n\n" +
       std::string(kExitStatusHelp));
   return {command, [options] { return runConvert(*options); }};
 }

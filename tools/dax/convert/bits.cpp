@@ -19,6 +19,17 @@ double shareOf(const Samples& samples, size_t i) {
   return value;
 }
 
+// Of floats that are further outside than rounding to `white` levels takes back.
+std::string clippedNote(const Samples& samples, double white) {
+  const double beyond = 0.5 / white;
+  size_t outside = 0;
+  for (size_t i = 0; 4 * i < samples.bytes.size(); ++i) {
+    const double share = shareOf(samples, i);
+    outside += !(share >= -beyond && share <= 1 + beyond);
+  }
+  return outside == 0 ? "" : std::to_string(outside) + " samples outside 0..1 become black or white";
+}
+
 Samples toWhole(const Samples& from, int32_t bits) {
   Samples to = makeSamples(from.record, bits <= 8 ? DAXI_SAMPLE_8U : DAXI_SAMPLE_16U, from.record.channels);
   // In memory white is 255 for fewer bits than 8, too.
@@ -35,6 +46,7 @@ Samples toWhole(const Samples& from, int32_t bits) {
       reinterpret_cast<uint16_t*>(to.bytes.data())[i] = static_cast<uint16_t>(value);
     }
   }
+  if (from.record.type == DAXI_SAMPLE_32F) to.note = clippedNote(from, white);
   return to;
 }
 
@@ -48,12 +60,39 @@ Samples toFloat(const Samples& from) {
   return to;
 }
 
-ConvertStep parseBits(std::string_view text) {
+ConvertStep convertTo(std::string_view text) {
   if (text == "32f") return toFloat;
   const auto bits = parseInteger(text, 1, 16);
   if (!bits || (*bits < 8 && *bits != 1 && *bits != 2 && *bits != 4)) return {};
   return [bits = static_cast<int32_t>(*bits)](const Samples& samples) { return toWhole(samples, bits); };
 }
+
+// The numbers of a colour space mean something else for each type, and in floats not shares of white.
+void requireShares(const Samples& samples) {
+  if (samples.names.empty() || (samples.names.size() == 1 && samples.record.type != DAXI_SAMPLE_32F)) return;
+  refuseSamples("--bits", "would change what the numbers of " + samples.coding + " mean: --read-as decides before");
+}
+
+ConvertStep parseBits(std::string_view text) {
+  const ConvertStep convert = convertTo(text);
+  if (!convert) return {};
+  return [convert](const Samples& samples) {
+    requireShares(samples);
+    Samples to = convert(samples);
+    to.names = samples.names, to.coding = samples.coding;
+    return to;
+  };
+}
+
+ConvertStep parseReadAs(std::string_view text) {
+  return text == "8" || text == "16" || text == "32f" ? convertTo(text) : ConvertStep{};
+}
+
+const ConvertRegistration readAsRegistration({0, "--read-as", "N", "8, 16 or 32f",
+                                              "bits of a sample for the steps that follow: 8, 16, or 32f for\n"
+                                              "floats from 0 to 1; ranges become each other as by --bits\n"
+                                              "[those of the file]",
+                                              parseReadAs});
 
 const ConvertRegistration bitsRegistration({500, "--bits", "N", "1, 2, 4, 8..16 or 32f",
                                             "bits of a sample: 1, 2 or 4 (PNG of one channel), 8, 9..16,\n"

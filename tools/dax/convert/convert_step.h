@@ -13,7 +13,9 @@ namespace dax::tool {
 using ConvertStep = std::function<Samples(const Samples&)>;
 
 struct ConvertOption {
-  int order;              // steps work from the lowest on: 100 mosaics, 200 colours, 300 channels, 400 values, 500 bits
+  // Steps work from the lowest on: 0 type, 100 mosaics, 150 order of channels, 200 colours, 300 one channel, 400 values,
+  // 500 bits.
+  int order;
   const char* name;       // "--bits"
   const char* valueName;  // "N"
   const char* form;       // description of valid values
@@ -32,5 +34,17 @@ struct ConvertRegistration {
 
 // Samples of another type for the same pixels.
 Samples makeSamples(const DaxiImageRecord& like, int32_t type, int32_t channels);
+
+// "samples of 8 bits"
+std::string typeName(const Samples& samples);
+
+// Throws Failure(kRefused): what the step of this name does not take, and what helps.
+[[noreturn]] void refuseSamples(const std::string& step, const std::string& why);
+
+// Refuses another number of channels than 1 or 3, and tells what makes it.
+void requireChannels(const Samples& samples, const std::string& step, int32_t channels);
+
+// Refuses 9 to 15 bits: the library's white is the largest value of the type.
+void requireWholeRange(const Samples& samples, const std::string& step);
 
 }  // namespace dax::tool

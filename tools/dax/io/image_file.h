@@ -15,8 +15,13 @@ namespace dax::tool {
 struct Samples {
   DaxiImageRecord record;
   std::vector<uint8_t> bytes;  // records tell the type of what is in them
+  // Of a colour space other than red, green, blue: the names of its channels, and how numbers stand for them.
+  std::vector<std::string> names;
+  std::string coding;
+  std::string note;  // of the last step: what it did with samples that it could not keep
 
   const uint16_t* words() const { return reinterpret_cast<const uint16_t*>(bytes.data()); }
+  uint16_t* words() { return reinterpret_cast<uint16_t*>(bytes.data()); }
 };
 
 // Throws Failure(kCannotRead) with a message that starts with the name. isPicture: only formats and types of the

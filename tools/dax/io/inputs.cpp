@@ -1,6 +1,7 @@
 #include "io/inputs.h"
 
 #include <algorithm>
+#include <map>
 #include <set>
 
 #include "base/failure.h"
@@ -31,6 +32,16 @@ std::vector<fs::path> imagesBelow(const fs::path& folder) {
   if (images.empty()) throw Failure(ExitStatus::kCannotRead, name + ": holds no images");
   std::sort(images.begin(), images.end());
   return images;
+}
+
+// Input folders are listed before output folders are created, which may lie inside them.
+std::vector<fs::path> imagesOf(const std::vector<std::string>& inputs) {
+  std::vector<fs::path> files;
+  for (const std::string& input : inputs) {
+    const auto images = isFolder(input) ? imagesBelow(input) : std::vector<fs::path>{input};
+    files.insert(files.end(), images.begin(), images.end());
+  }
+  return files;
 }
 
 // Gives each input a unique name in a folder: "disc-overlay.png", "disc-overlay-2.png", ...
@@ -84,18 +95,35 @@ std::vector<Job> planJobs(const std::vector<std::string>& inputs, const fs::path
   }
   requireFolder(overlayOption, overlay, ".png");
   requireFolder("--report", report, ".html");
-  // Input folders are listed before output folders are created, which may lie inside them.
-  std::vector<fs::path> files;
-  for (const std::string& input : inputs) {
-    const auto images = isFolder(input) ? imagesBelow(input) : std::vector<fs::path>{input};
-    files.insert(files.end(), images.begin(), images.end());
-  }
+  const std::vector<fs::path> files = imagesOf(inputs);
   OutputNames overlays(overlay, overlayOption.substr(1), ".png");  // "-overlay"
   OutputNames reports(report, "-report", ".html");
   std::vector<Job> jobs;
   jobs.reserve(files.size());
   for (const fs::path& file : files) jobs.push_back({file, overlays.of(file), reports.of(file)});
   return jobs;
+}
+
+std::vector<Conversion> planConversions(const std::vector<std::string>& inputs, const fs::path& output,
+                                        const std::string& extension) {
+  if (!areSeveral(inputs)) {
+    requireOther("OUT", output, {{"the input", inputs.front()}});
+    return {{inputs.front(), output}};
+  }
+  if (hasImageExtension(output)) requireFolder("OUT", output, output.extension().c_str());
+  const std::vector<fs::path> files = imagesOf(inputs);
+  OutputNames names(output, "", extension);
+  std::vector<Conversion> conversions;
+  std::multimap<fs::path, fs::path> byName;
+  for (const fs::path& file : files) {
+    conversions.push_back({file, names.of(file)});
+    byName.emplace(file.filename(), file);
+  }
+  for (const Conversion& conversion : conversions) {
+    const auto [first, last] = byName.equal_range(conversion.output.filename());
+    for (auto file = first; file != last; ++file) requireOther("OUT", conversion.output, {{"an input", file->second}});
+  }
+  return conversions;
 }
 
 }  // namespace dax::tool
