@@ -29,7 +29,8 @@ inline constexpr const char* kExitStatusHelp =
     "  6  the measurements disagree with --truth\n"
     "  7  out of memory, or another failure of the system\n"
     "  8  not found: no edge or pair in a caliper, no line, no board, not the number\n"
-    "     of objects of --expect; results are written all the same";
+    "     of objects of --expect; or images differ more than they may; results are\n"
+    "     written all the same";
 
 class Failure : public std::runtime_error {
  public:
