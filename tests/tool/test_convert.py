@@ -130,7 +130,7 @@ def test_refusals_tell_what_helps(dax, tmp_path):
         ("high.pfm out.tif --gamma 2", 5, "samples in floating point: --read-as 16"),
         ("deep.pgm colour.ppm out.tif --merge", 5, "--merge takes images of 1 channel"),
         ("high.pfm out.png", 4, "the format holds no floats: --bits 16"),
-        ("alpha.png out.jpg", 4, "out.jpg: cannot be encoded: the format holds no opacity, which --channels 0,1,2 drops"),
+        ("alpha.png out.jpg", 4, "out.jpg: cannot be encoded: the format holds no opacity, which --channels 0,1,2"),
         ("deep.pgm out.jpg", 4, "--bits 8"), ("deep.pgm out.pfm", 4, "--bits 32f"),
     ]:
         assert message in dax("convert", *line.split(), status=status).err, line

@@ -53,8 +53,8 @@ std::span<const Sample> samplesOf(const Samples& samples) {
   return {reinterpret_cast<const Sample*>(samples.bytes.data()), samples.bytes.size() / sizeof(Sample)};
 }
 
-// Both images with their channels side by side, as ones of one channel. Pixels that are no finite number in one of them are 0
-// in both.
+// Both images with their channels side by side, as ones of one channel. Pixels that are no finite number in one of them
+// are 0 in both.
 template <class Of>
 class Pair {
   using Sample = typename Of::Sample;

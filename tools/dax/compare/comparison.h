@@ -33,8 +33,8 @@ void requireComparable(const Samples& first, const Samples& second);
 // white: the value that PSNR and SSIM take as the largest. Throws Failure(kRefused) where all pixels are left out.
 Comparison compareSamples(const Samples& first, const Samples& second, double tolerance, double white);
 
-// The largest difference of a channel, second - first: mid-grey where there is none, white and black at `extent`, its opposite
-// and beyond, and where only one image has a finite number.
+// The largest difference of a channel, second - first: mid-grey where there is none, white at `extent` and beyond and
+// where only one image has a finite number, black at the opposite.
 GreyImage differencePicture(const Samples& first, const Samples& second, double extent);
 
 }  // namespace dax::tool

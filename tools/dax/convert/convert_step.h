@@ -13,8 +13,8 @@ namespace dax::tool {
 using ConvertStep = std::function<Samples(const Samples&)>;
 
 struct ConvertOption {
-  // Steps work from the lowest on: 0 type, 100 mosaics, 150 order of channels, 200 colours, 300 one channel, 400 values,
-  // 500 bits.
+  // Steps work from the lowest on: 0 type, 100 mosaics, 150 order of channels, 200 colours, 300 one channel,
+  // 400 values, 500 bits.
   int order;
   const char* name;       // "--bits"
   const char* valueName;  // "N"
