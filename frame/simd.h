@@ -168,6 +168,15 @@ inline uint16x8_t vaddl_high_u8(uint8x16_t a, uint8x16_t b) {
   const uint8x16_t zero = {};
   return (uint16x8_t)vzip2q_u8(a, zero) + (uint16x8_t)vzip2q_u8(b, zero);
 }
+#undef vmull_high_u8
+inline uint16x8_t vmull_high_u8(uint8x16_t a, uint8x16_t b) {
+  const uint8x16_t zero = {};
+  return (uint16x8_t)vzip2q_u8(a, zero) * (uint16x8_t)vzip2q_u8(b, zero);
+}
+#undef vmlal_high_u8
+inline uint16x8_t vmlal_high_u8(uint16x8_t sum, uint8x16_t a, uint8x16_t b) {
+  return sum + vmull_high_u8(a, b);
+}
 #undef vmlal_u8
 inline uint16x8_t vmlal_u8(uint16x8_t sum, uint8x8_t a, uint8x8_t b) {
   return sum + vmovl_u8(a) * vmovl_u8(b);
@@ -181,6 +190,11 @@ inline int16x8_t vqdmulhq_s16(int16x8_t a, int16x8_t b) {
   return high * 2 + (int16x8_t)(low >> 15);
 }
 
+#undef vqrdmulhq_n_s16
+inline int16x8_t vqrdmulhq_n_s16(int16x8_t a, int16_t b) {
+  return (int16x8_t)_mm_mulhrs_epi16((__m128i)a, _mm_set1_epi16(b));
+}
+
 // SIMDe multiplies as signed numbers, whose product may overflow.
 #undef vmull_u16
 inline uint32x4_t vmull_u16(uint16x4_t a, uint16x4_t b) {
@@ -192,6 +206,8 @@ inline uint32x4_t vmull_high_u16(uint16x8_t a, uint16x8_t b) {
 }
 
 // Missing from SIMDe.
+#define vrshrn_high_n_u16(low, v, n) vcombine_u8(low, vrshrn_n_u16(v, n))
+#define vrshrn_high_n_u32(low, v, n) vcombine_u16(low, vrshrn_n_u32(v, n))
 inline float32x4_t vdivq_f32(float32x4_t a, float32x4_t b) {
   return a / b;
 }
