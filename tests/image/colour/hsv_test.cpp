@@ -4,6 +4,7 @@
 
 #include <cmath>
 
+#include "image/colour/hsv_neon.h"
 #include "tests/image/colour/all_colours.h"
 #include "tests/support/mock_pool.h"
 
@@ -53,6 +54,25 @@ TEST(Hsv, BytesAreTheNearestToTheFormula) {
         ASSERT_EQ(hls.at(i + 1, 0), nearest(expected.l));
         ASSERT_EQ(hls.at(i + 2, 0), nearest(expected.sl));
       }
+    }
+  });
+}
+
+template <class Conversion>
+void expectSameTwins(const TestImage<uint8_t>& from, double turn) {
+  TestImage<uint8_t> byVectors(from.size()), byPixels(from.size());
+  neon::hueRow<Conversion>(from.data(), byVectors.data(), kColours, turn);
+  portable::hueRow<Conversion>(from.data(), byPixels.data(), kColours, turn);
+  ASSERT_TRUE(samePixels(byVectors, byPixels));
+}
+
+TEST(Hsv, TwinsOfBytes) {
+  forColours([](const TestImage<uint8_t>& any) {
+    for (const double turn : {180.0, 256.0}) {
+      expectSameTwins<ToHsv<RgbOrder>>(any, turn);
+      expectSameTwins<ToHls<BgrOrder>>(any, turn);
+      expectSameTwins<FromHsv<RgbOrder>>(any, turn);
+      expectSameTwins<FromHls<BgrOrder>>(any, turn);
     }
   });
 }
