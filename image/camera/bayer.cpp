@@ -6,7 +6,6 @@
 #include "frame/tiles.h"
 #include "image/camera/bayer_neon.h"
 #include "image/camera/bayer_portable.h"
-#include "image/colour/gray.h"
 
 namespace dax {
 namespace {
@@ -22,27 +21,12 @@ DaxStatus checkBayer(const T* src, int32_t srcStep, const T* dst, int32_t dstSte
   return DAX_STS_OK;
 }
 
-// A row of grey by way of as many colours as fit a small array.
-template <class T>
-using BayerRowKernel = void (*)(portable::BayerRows<T>, BayerRow, int32_t, int32_t, int32_t, T*);
-
-template <class T>
-void grayBayerRow(BayerRowKernel<T> colours, portable::BayerRows<T> rows, BayerRow row, int32_t width, T* dst,
-                  int32_t isa) {
-  constexpr int32_t kPart = 512;
-  T rgb[3 * kPart];
-  for (int32_t x = 0; x < width; x += kPart) {
-    const int32_t end = std::min(x + kPart, width);
-    colours(rows, row, width, x, end, rgb);
-    grayRow601(rgb, dst + x, end - x, isa);
-  }
-}
-
 template <class Method, int kChannels, class T>
 DaxStatus bayer(PoolThreads on, const T* src, int32_t srcStep, T* dst, int32_t dstStep, DaxiSize size, int32_t phase) {
   DAX_REQUIRE_OK(checkBayer<kChannels>(src, srcStep, dst, dstStep, size, phase));
-  const int32_t isa = currentIsa();
-  const BayerRowKernel<T> colours = usesNeon(isa) ? neon::bayerRow<Method, T> : portable::bayerRow<Method, T>;
+  const bool neon = usesNeon(currentIsa());
+  const BayerRowKernel<T> colours = neon ? neon::bayerRow<Method, T> : portable::bayerRow<Method, T>;
+  const BayerRowKernel<T> grays = neon ? neon::bayerGrayRow<Method, T> : portable::bayerGrayRow<Method, T>;
   const auto rowOf = [=](int64_t y) {
     return rowAt(src, srcStep, static_cast<int32_t>(borderIndex(y, size.height, DAXI_BORDER_MIRROR)));
   };
@@ -50,11 +34,7 @@ DaxStatus bayer(PoolThreads on, const T* src, int32_t srcStep, T* dst, int32_t d
     for (int32_t y = first; y < end; ++y) {
       const T* const rows[5] = {rowOf(int64_t{y} - 2), rowOf(int64_t{y} - 1), rowOf(y), rowOf(int64_t{y} + 1),
                                 rowOf(int64_t{y} + 2)};
-      T* const to = rowAt(dst, dstStep, y);
-      if constexpr (kChannels == 3)
-        colours(rows, BayerRow(phase, y), size.width, 0, size.width, to);
-      else
-        grayBayerRow<T>(colours, rows, BayerRow(phase, y), size.width, to, isa);
+      (kChannels == 3 ? colours : grays)(rows, BayerRow(phase, y), size.width, 0, size.width, rowAt(dst, dstStep, y));
     }
   });
 }

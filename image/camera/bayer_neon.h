@@ -5,6 +5,7 @@
 #include "frame/dispatch.h"
 #include "frame/lanes.h"
 #include "image/camera/bayer_portable.h"
+#include "image/colour/gray_neon.h"
 
 #if DAX_HAVE_NEON
 namespace dax::neon {
@@ -21,7 +22,7 @@ struct BayerVectors<uint8_t> {
     const uint16x8_t low =
         vaddq_u16(vaddl_u8(vget_low_u8(a), vget_low_u8(b)), vaddl_u8(vget_low_u8(c), vget_low_u8(d)));
     const uint16x8_t high = vaddq_u16(vaddl_high_u8(a, b), vaddl_high_u8(c, d));
-    return vcombine_u8(vrshrn_n_u16(low, 2), vrshrn_n_u16(high, 2));
+    return vrshrn_high_n_u16(vrshrn_n_u16(low, 2), high, 2);
   }
 };
 
@@ -33,7 +34,7 @@ struct BayerVectors<uint16_t> {
     const uint32x4_t low =
         vaddq_u32(vaddl_u16(vget_low_u16(a), vget_low_u16(b)), vaddl_u16(vget_low_u16(c), vget_low_u16(d)));
     const uint32x4_t high = vaddq_u32(vaddl_high_u16(a, b), vaddl_high_u16(c, d));
-    return vcombine_u16(vrshrn_n_u32(low, 2), vrshrn_n_u32(high, 2));
+    return vrshrn_high_n_u32(vrshrn_n_u32(low, 2), high, 2);
   }
 };
 
@@ -135,30 +136,76 @@ struct BayerBlock<BayerMhc, T> {
   static constexpr int32_t kPairs = 8 / sizeof(T);
 };
 
+// Where the pairs of a block go: as colours, or as grey of bytes.
+struct BayerColours {
+  static constexpr int kChannels = 3;
+  template <int32_t kOwn, class T, class V>
+  static void store(const BayerPair<V>& p, T* to) {
+    storePairs<kOwn>(p, to);
+  }
+};
+
+struct BayerGray {
+  static constexpr int kChannels = 1;
+  template <int32_t kOwn, class V>
+  static V grayOf(const BayerPixel<V>& p) {
+    return kOwn == 0 ? gray601(p.own, p.green, p.other) : gray601(p.other, p.green, p.own);
+  }
+  template <int32_t kOwn, class V>
+  static void store(const BayerPair<V>& p, uint8_t* to) {
+    const V left = grayOf<kOwn>(p.left), right = grayOf<kOwn>(p.right);
+    if constexpr (sizeof(V) == 8) {
+      const uint8x8x2_t both = {{left, right}};
+      vst2_u8(to, both);
+    } else {
+      const uint8x16x2_t both = {{left, right}};
+      vst2q_u8(to, both);
+    }
+  }
+};
+
 // Blocks from column x on; the last one begins at `last`, whose parity is that of x, and may overlap the one before it.
-template <class Method, int32_t kOwn, class T>
+template <class Method, class Sink, int32_t kOwn, class T>
 void bayerBlocks(portable::BayerRows<T> rows, int32_t x, int32_t last, T* origin) {
   using Block = BayerBlock<Method, T>;
   const T* const near[5] = {rows[0], rows[1], rows[2], rows[3], rows[4]};  // what dst points to may not be these
-  for (;; x = std::min(x + 2 * Block::kPairs, last)) {
-    const typename Block::Window window(near, x);
-    storePairs<kOwn>(Method::template pair<typename Block::Vectors>(window), origin + 3 * ptrdiff_t{x});
-    if (x == last) return;
+  // Twice, the second time for the last one, so that the loop needs no test of its own for it.
+  for (ptrdiff_t at = x, end = last; at <= last; at = last, end = ptrdiff_t{last} + 1) {
+    for (; at < end; at += 2 * Block::kPairs) {
+      const typename Block::Window window(near, at);
+      Sink::template store<kOwn>(Method::template pair<typename Block::Vectors>(window), origin + Sink::kChannels * at);
+    }
+    if (end > last) return;
   }
 }
 
-// As the portable one. Blocks begin at a pixel of the row's own colour, and their windows lie in the row.
-template <class Method, class T>
-void bayerRow(portable::BayerRows<T> rows, BayerRow row, int32_t width, int32_t first, int32_t end, T* dst) {
+// `part` computes what lies beside the blocks, which begin at a pixel of the row's own colour, and whose windows lie in the row.
+template <class Method, class Sink, class T>
+void bayerRowByBlocks(BayerRowKernel<T> part, portable::BayerRows<T> rows, BayerRow row, int32_t width, int32_t first,
+                      int32_t end, T* dst) {
   constexpr int32_t kBlock = 2 * BayerBlock<Method, T>::kPairs;
-  T* const origin = dst - 3 * ptrdiff_t{first};
+  T* const origin = dst - Sink::kChannels * ptrdiff_t{first};
   int32_t x = std::max(first, Method::kReach), last = std::min(end, width - Method::kReach) - kBlock;
   x += (x ^ row.column) & 1, last -= (last ^ row.column) & 1;
-  if (x > last) return portable::bayerRow<Method>(rows, row, width, first, end, dst);
-  portable::bayerRow<Method>(rows, row, width, first, x, dst);
-  (row.own == 0 ? bayerBlocks<Method, 0, T> : bayerBlocks<Method, 2, T>)(rows, x, last, origin);
+  if (x > last) return part(rows, row, width, first, end, dst);
+  part(rows, row, width, first, x, dst);
+  (row.own == 0 ? bayerBlocks<Method, Sink, 0, T> : bayerBlocks<Method, Sink, 2, T>)(rows, x, last, origin);
   const int32_t rest = last + kBlock;
-  portable::bayerRow<Method>(rows, row, width, rest, end, origin + 3 * ptrdiff_t{rest});
+  part(rows, row, width, rest, end, origin + Sink::kChannels * ptrdiff_t{rest});
+}
+
+// As the portable ones.
+template <class Method, class T>
+void bayerRow(portable::BayerRows<T> rows, BayerRow row, int32_t width, int32_t first, int32_t end, T* dst) {
+  bayerRowByBlocks<Method, BayerColours, T>(portable::bayerRow<Method, T>, rows, row, width, first, end, dst);
+}
+
+template <class Method, class T>
+void bayerGrayRow(portable::BayerRows<T> rows, BayerRow row, int32_t width, int32_t first, int32_t end, T* dst) {
+  if constexpr (sizeof(T) == 1)
+    bayerRowByBlocks<Method, BayerGray, T>(portable::bayerGrayRow<Method, T>, rows, row, width, first, end, dst);
+  else
+    grayOfColours<T>(bayerRow<Method, T>, rows, row, width, first, end, dst, DAX_ISA_NEON);
 }
 
 }  // namespace dax::neon

@@ -7,6 +7,7 @@
 
 #include "image/border/border_index.h"
 #include "image/camera/bayer.h"
+#include "image/colour/gray.h"
 
 namespace dax::portable {
 
@@ -58,3 +59,31 @@ void bayerRow(BayerRows<T> rows, BayerRow row, int32_t width, int32_t first, int
 }
 
 }  // namespace dax::portable
+
+namespace dax {
+
+template <class T>
+using BayerRowKernel = void (*)(portable::BayerRows<T>, BayerRow, int32_t, int32_t, int32_t, T*);
+
+// Grey by way of as many colours as fit a small array.
+template <class T>
+void grayOfColours(BayerRowKernel<T> colours, portable::BayerRows<T> rows, BayerRow row, int32_t width, int32_t first,
+                   int32_t end, T* dst, int32_t isa) {
+  constexpr int32_t kPart = 512;
+  T rgb[3 * kPart];
+  for (int32_t x = first; x < end; x += kPart) {
+    const int32_t last = std::min(x + kPart, end);
+    colours(rows, row, width, x, last, rgb);
+    grayRow601(rgb, dst + (x - first), last - x, isa);
+  }
+}
+
+namespace portable {
+
+template <class Method, class T>
+void bayerGrayRow(BayerRows<T> rows, BayerRow row, int32_t width, int32_t first, int32_t end, T* dst) {
+  grayOfColours<T>(bayerRow<Method, T>, rows, row, width, first, end, dst, DAX_ISA_PORTABLE);
+}
+
+}  // namespace portable
+}  // namespace dax
