@@ -6,7 +6,10 @@
 #include <cstdint>
 
 #include "frame/check.h"
+#include "frame/dispatch.h"
 #include "frame/rows.h"
+#include "image/statistics/moments_neon.h"
+#include "image/statistics/moments_portable.h"
 
 namespace dax {
 namespace {
@@ -49,33 +52,67 @@ struct Powers {
   }
 };
 
-// Adds the power sums of one part of a row, whose first pixel is at x. Sums of sums, from the last pixel to the first, are
-// sums of v times k, k (k + 1) / 2 and k (k + 1) (k + 2) / 6, where k counts from 1.
-template <class T>
-void addPart(const T* part, int32_t count, int64_t x, Int128 (&row)[4]) {
-  uint64_t s0 = 0, s1 = 0, s2 = 0, s3 = 0;
-  for (int32_t i = count - 1; i >= 0; --i) {
-    s0 += part[i];
-    s1 += s0;
-    s2 += s1;
-    s3 += s2;
+// Sums of v, u v, u^2 v and u^3 v; u counts columns from some origin.
+struct PartPowers {
+  uint64_t m[4] = {};
+
+  // Of pixels side by side, u being 1, 2, ...
+  template <class T>
+  PartPowers(const T* pixels, int32_t count) {
+    uint64_t s[4] = {};
+    for (int32_t i = count - 1; i >= 0; --i) {
+      s[0] += pixels[i];
+      for (int p = 1; p < 4; ++p) s[p] += s[p - 1];
+    }
+    setSumsOfSums(s);
   }
-  const uint64_t squares = 2 * s2 - s1, cubes = 6 * s3 - 3 * squares - 2 * s1;
-  const Int128 a = x - 1;  // k = 0 lies there
-  row[0] += s0;
-  row[1] += a * s0 + s1;
-  row[2] += a * a * s0 + 2 * a * s1 + squares;
-  row[3] += a * a * a * s0 + 3 * a * a * s1 + 3 * a * squares + cubes;
-}
+
+  // Of the pixels in the columns of blocks, u being kMomentLanes times the number of a block, from 1 on, and the column in it.
+  explicit PartPowers(const ColumnSums& columns) {
+    constexpr uint64_t kWidth = kMomentLanes;
+    for (uint64_t i = 0; i < kWidth; ++i) {
+      const uint64_t s[4] = {columns.s[0][i], columns.s[1][i], columns.s[2][i], columns.s[3][i]};
+      PartPowers column;
+      column.setSumsOfSums(s);
+      const uint64_t *const c = column.m, first = kWidth * c[1], second = kWidth * kWidth * c[2];
+      m[0] += c[0];
+      m[1] += i * c[0] + first;
+      m[2] += i * i * c[0] + 2 * i * first + second;
+      m[3] += i * i * i * c[0] + 3 * i * i * first + 3 * i * second + kWidth * kWidth * kWidth * c[3];
+    }
+  }
+
+  // Adds these to sums of powers of x, where the origin lies at x = a.
+  void addTo(Int128 (&row)[4], Int128 a) const {
+    row[0] += m[0];
+    row[1] += a * m[0] + m[1];
+    row[2] += a * a * m[0] + 2 * a * m[1] + m[2];
+    row[3] += a * a * a * m[0] + 3 * a * a * m[1] + 3 * a * m[2] + m[3];
+  }
+
+ private:
+  PartPowers() = default;
+
+  // Sums of sums from the last pixel to the first are sums of v times 1, u, u (u + 1) / 2 and u (u + 1) (u + 2) / 6.
+  void setSumsOfSums(const uint64_t (&s)[4]) {
+    m[0] = s[0], m[1] = s[1], m[2] = 2 * s[2] - s[1], m[3] = 6 * s[3] - 3 * m[2] - 2 * s[1];
+  }
+};
 
 template <class T>
 Powers<Int128> powersOf(const T* src, int32_t srcStep, DaxiSize size) {
-  constexpr int32_t kPart = 1024;  // the sums of a part fit 64 bits
+  auto* const sumsOf = usesNeon(currentIsa()) ? neon::columnSums<T> : portable::columnSums<T>;
   Powers<Int128> sums;
   for (int32_t y = 0; y < size.height; ++y) {
     const T* const from = rowAt(src, srcStep, y);
     Int128 row[4] = {};
-    for (int32_t x = 0; x < size.width; x += kPart) addPart(from + x, std::min(kPart, size.width - x), x, row);
+    int32_t x = 0;
+    while (x <= size.width - kMomentLanes) {
+      const int32_t blocks = std::min(kMaxMomentBlocks<T>, (size.width - x) / kMomentLanes);
+      PartPowers(sumsOf(from + x, blocks)).addTo(row, x - kMomentLanes);
+      x += blocks * kMomentLanes;
+    }
+    PartPowers(from + x, size.width - x).addTo(row, x - 1);
     sums.addRow(row, y);
   }
   return sums;

@@ -1,13 +1,21 @@
 #include "image/statistics/sum.h"
 
+#include "frame/dispatch.h"
+#include "image/statistics/sum_neon.h"
+
 namespace dax {
 namespace {
 
 template <int32_t kChannels, class T>
 Sums<PixelValue, T> valuesOf(Plane<const T> src, MaskPlane mask, DaxiSize size, int32_t channel) {
   Sums<PixelValue, T> sums;
-  forEachRun<kChannels>(
-      size, channel, [&](const T* run, int32_t count) { sums.addValues(count, run); }, mask, src);
+  const auto addRun = [&, neon = usesNeon(currentIsa())](const T* run, int32_t count) {
+    if constexpr (std::is_floating_point_v<T>)
+      sums.addValues(count, run);
+    else
+      sums.addTotal(count, neon ? neon::totalOfPixels(count, run) : portable::totalOfPixels(count, run));
+  };
+  forEachRun<kChannels>(size, channel, addRun, mask, src);
   return sums;
 }
 

@@ -16,8 +16,11 @@ struct Sums {
   Wide squares = 0;
   template <class... Row>
   void addValues(int32_t run, const Row*... rows) {
+    addTotal(run, portable::totalOfRun<Map>(run, rows...));
+  }
+  void addTotal(int32_t run, int32_t total) {
     count += static_cast<uint64_t>(run);
-    values += portable::totalOfRun<Map>(run, rows...);
+    values += total;
   }
   template <class... Row>
   void addSquares(int32_t run, const Row*... rows) {

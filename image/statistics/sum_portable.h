@@ -48,6 +48,11 @@ int32_t totalOfRun(int32_t count, const T*... rows) {
   return sum;
 }
 
+template <class T>
+int32_t totalOfPixels(int32_t count, const T* run) {
+  return totalOfRun<PixelValue>(count, run);
+}
+
 template <class Map, class First, class... T>
 uint64_t squaresOfRun(int32_t count, const First* first, const T*... rows) {
   using Sum = std::conditional_t<sizeof(First) == 1, uint32_t, uint64_t>;  // of bytes: < 2^14 * 2^16

@@ -65,6 +65,22 @@ TYPED_TEST(Moments, AreTheSumsThatDefineThem) {
   }
 }
 
+// Sums of sums of the brightest pixels: m30 of a row is a square, (n (n - 1) / 2)^2 times the brightness.
+TYPED_TEST(Moments, OfTheBrightestRows) {
+  const double white = std::is_same_v<TypeParam, uint8_t> ? 255 : 65535;
+  for (const int32_t width : {527, 2047, 2048, 2079, 4103}) {
+    TestImage<TypeParam> image({width, 1});
+    image.fill([&](int32_t, int32_t) { return static_cast<TypeParam>(white); });
+    DaxiMoments m;
+    ASSERT_EQ(momentsOf(image, &m), DAX_STS_OK);
+    const double n = width, first = n * (n - 1) / 2;
+    EXPECT_EQ(m.m00, n * white);
+    EXPECT_EQ(m.m10, first * white);
+    EXPECT_DOUBLE_EQ(m.m20, first * (2 * n - 1) / 3 * white);
+    EXPECT_DOUBLE_EQ(m.m30, first * first * white);
+  }
+}
+
 // A lopsided blob anywhere in a large image has the same central moments to the last bit; so far from the corner, differences
 // of raw moments in double would have lost them.
 TEST(Moments, ShiftsChangeNoBitOfIntegers) {
