@@ -24,7 +24,8 @@ struct PixelOfByte {
   uint8_t index[16 * kMaskedVectors<T, kChannels>] = {};
 };
 
-// sources(k): vector k of what is written.
+// sources(x, k): vector k of what is written to the pixels from x on. Stores come last, since the compiler does not know that
+// they leave alone what is loaded.
 template <class T, int kChannels, class Sources>
 int32_t maskedBlocks(const uint8_t* mask, T* dst, int32_t width, Sources sources) {
   constexpr int kVectors = kMaskedVectors<T, kChannels>;
@@ -34,29 +35,63 @@ int32_t maskedBlocks(const uint8_t* mask, T* dst, int32_t width, Sources sources
   return forBlocks(width, [&](int32_t x) {
     const uint8x16_t levels = vld1q_u8(mask + x), set = vtstq_u8(levels, levels);
     auto* const bytes = reinterpret_cast<uint8_t*>(dst + x * kChannels);
+    uint8x16_t result[kVectors];
     for (int k = 0; k < kVectors; ++k) {
-      const uint8x16_t selected = kVectors == 1 ? set : vqtbl1q_u8(set, spread[k]);
-      vst1q_u8(bytes + 16 * k, vbslq_u8(selected, sources(x, k), vld1q_u8(bytes + 16 * k)));
+      const uint8x16_t selected = vqtbl1q_u8(set, spread[k]);
+      result[k] = vbslq_u8(selected, sources(x, k), vld1q_u8(bytes + 16 * k));
     }
+    for (int k = 0; k < kVectors; ++k) vst1q_u8(bytes + 16 * k, result[k]);
   });
+}
+
+// A byte of the mask for each byte, and four vectors at a time.
+template <class Sources>
+int32_t maskedBytes(const uint8_t* mask, uint8_t* dst, int32_t width, Sources sources) {
+  int32_t x = 0;
+  for (; x <= width - 64; x += 64) {
+    const uint8x16x4_t set = vld1q_u8_x4(mask + x), source = sources(x);
+    uint8x16x4_t to = vld1q_u8_x4(dst + x);
+    for (int k = 0; k < 4; ++k) to.val[k] = vbslq_u8(vtstq_u8(set.val[k], set.val[k]), source.val[k], to.val[k]);
+    vst1q_u8_x4(dst + x, to);
+  }
+  return x;
+}
+
+template <class T, int kChannels>
+int32_t maskedRowBlocks(const T* src, const uint8_t* mask, T* dst, int32_t width) {
+  if constexpr (kMaskedVectors<T, kChannels> == 1) {
+    return maskedBytes(mask, dst, width, [=](int32_t x) { return vld1q_u8_x4(src + x); });
+  } else {
+    return maskedBlocks<T, kChannels>(mask, dst, width, [=](int32_t x, int k) {
+      return vld1q_u8(reinterpret_cast<const uint8_t*>(src + x * kChannels) + 16 * k);
+    });
+  }
 }
 
 template <class T, int kChannels>
 void maskedRow(const T* src, const uint8_t* mask, T* dst, int32_t width) {
-  const int32_t x = maskedBlocks<T, kChannels>(mask, dst, width, [=](int32_t first, int k) {
-    return vld1q_u8(reinterpret_cast<const uint8_t*>(src + first * kChannels) + 16 * k);
-  });
+  const int32_t x = maskedRowBlocks<T, kChannels>(src, mask, dst, width);
   portable::maskedRow<T, kChannels>(src + x * kChannels, mask + x, dst + x * kChannels, width - x);
 }
 
 template <class T, int kChannels>
+int32_t maskedConstantBlocks(const T* value, const uint8_t* mask, T* dst, int32_t width) {
+  if constexpr (kMaskedVectors<T, kChannels> == 1) {
+    const uint8x16_t all = vdupq_n_u8(*value);
+    return maskedBytes(mask, dst, width, [=](int32_t) { return uint8x16x4_t{{all, all, all, all}}; });
+  } else {
+    T repeated[16 * kChannels];
+    for (int i = 0; i < 16 * kChannels; ++i) repeated[i] = value[i % kChannels];
+    uint8x16_t vectors[kMaskedVectors<T, kChannels>];
+    for (int k = 0; k < kMaskedVectors<T, kChannels>; ++k)
+      vectors[k] = vld1q_u8(reinterpret_cast<const uint8_t*>(repeated) + 16 * k);
+    return maskedBlocks<T, kChannels>(mask, dst, width, [&](int32_t, int k) { return vectors[k]; });
+  }
+}
+
+template <class T, int kChannels>
 void maskedConstantRow(const T* value, const uint8_t* mask, T* dst, int32_t width) {
-  T repeated[16 * kChannels];
-  for (int i = 0; i < 16 * kChannels; ++i) repeated[i] = value[i % kChannels];
-  uint8x16_t vectors[kMaskedVectors<T, kChannels>];
-  for (int k = 0; k < kMaskedVectors<T, kChannels>; ++k)
-    vectors[k] = vld1q_u8(reinterpret_cast<const uint8_t*>(repeated) + 16 * k);
-  const int32_t x = maskedBlocks<T, kChannels>(mask, dst, width, [&](int32_t, int k) { return vectors[k]; });
+  const int32_t x = maskedConstantBlocks<T, kChannels>(value, mask, dst, width);
   portable::maskedConstantRow<T, kChannels>(value, mask + x, dst + x * kChannels, width - x);
 }
 
