@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "daxi/normalise.h"
+#include "image/convert/normalise_neon.h"
 #include "tests/image/convert/convert_oracle.h"
 #include "tests/support/test_image.h"
 
@@ -55,6 +56,30 @@ void expectNormalised(NormaliseFunction<From, To> normalise) {
       }
     }
   }
+}
+
+// Every value between the ends, for ranges from the largest on, and for others: as in double precision.
+template <class T>
+void expectBytesOfWords() {
+  constexpr int32_t kLowest = std::numeric_limits<T>::lowest(), kWords = 65536;
+  TestImage<T> words({kWords, 1});
+  words.fill([&](int32_t x, int32_t) { return static_cast<T>(kLowest + x); });
+  TestImage<uint8_t> byVectors(words.size()), byPixels(words.size());
+  Random random(1);
+  for (int32_t i = 0; i < 200; ++i) {
+    const int32_t range = i < 100 ? kWords - 1 - i : 1 + random.below(kWords - 1), first = random.below(kWords - range);
+    const DaxiNormaliseCfg cfg = {0, 1, 0, i % 4 ? 255.0 : 1.0 + random.below(255)};
+    const Stretch stretch(kLowest + first, kLowest + first + range, cfg);
+    ASSERT_TRUE(stretch.singleIsExact());
+    neon::stretchRow(words.data(), byVectors.data(), kWords, stretch);
+    portable::stretchRow(words.data(), byPixels.data(), kWords, stretch);
+    ASSERT_TRUE(samePixels(byVectors, byPixels)) << range;
+  }
+}
+
+TEST(Normalise, BytesOfWords) {
+  expectBytesOfWords<uint16_t>();
+  expectBytesOfWords<int16_t>();
 }
 
 TEST(Normalise, AllTypes) {
