@@ -1,7 +1,11 @@
 #include "image/colour/colour_matrix.h"
 
 #include <algorithm>
+#include <cmath>
 
+#include "frame/dispatch.h"
+#include "image/colour/colour_matrix_neon.h"
+#include "image/colour/colour_matrix_portable.h"
 #include "image/colour/colour_rows.h"
 
 namespace dax {
@@ -23,6 +27,11 @@ DaxStatus checkMatrix(Interleaved<3, const T> from, Interleaved<3, T> to, DaxiSi
 }  // namespace
 
 template <class T>
+void matrixRow(const T* src, T* dst, int32_t count, const ColourMatrix& by, int32_t isa) {
+  (usesNeon(isa) ? neon::matrixRow<T> : portable::matrixRow<T>)(src, dst, count, by);
+}
+
+template <class T>
 DaxStatus colourMatrix(PoolThreads on, const T* src, int32_t srcStep, T* dst, int32_t dstStep, DaxiSize size,
                        const double* matrix) {
   const Interleaved<3, const T> from{src, srcStep};
@@ -30,7 +39,8 @@ DaxStatus colourMatrix(PoolThreads on, const T* src, int32_t srcStep, T* dst, in
   DAX_REQUIRE_OK(checkMatrix(from, to, size, matrix, 12));
   ColourMatrix by;
   std::copy_n(matrix, 12, by.m[0]);
-  return convertRows(on, from, to, size, [=](const T* s, T* d, int32_t count) { matrixRow(s, d, count, by); });
+  return convertRows(on, from, to, size,
+                     [&, isa = currentIsa()](const T* s, T* d, int32_t count) { matrixRow(s, d, count, by, isa); });
 }
 
 template <class T>
@@ -42,13 +52,14 @@ DaxStatus whiteBalance(PoolThreads on, const T* src, int32_t srcStep, T* dst, in
   const double g0 = gains[0], g1 = gains[1], g2 = gains[2];
   return convertRows(on, from, to, size, [=](const T* s, T* d, int32_t count) {
     for (ptrdiff_t x = 0; x < count; ++x) {
-      d[3 * x] = pixelOf<T>(g0 * s[3 * x]), d[3 * x + 1] = pixelOf<T>(g1 * s[3 * x + 1]);
-      d[3 * x + 2] = pixelOf<T>(g2 * s[3 * x + 2]);
+      d[3 * x] = portable::matrixPixel<T>(g0 * s[3 * x]), d[3 * x + 1] = portable::matrixPixel<T>(g1 * s[3 * x + 1]);
+      d[3 * x + 2] = portable::matrixPixel<T>(g2 * s[3 * x + 2]);
     }
   });
 }
 
 #define DAX_COLOUR_MATRIX(T)                                                                                \
+  template void matrixRow<T>(const T*, T*, int32_t, const ColourMatrix&, int32_t);                          \
   template DaxStatus colourMatrix<T>(PoolThreads, const T*, int32_t, T*, int32_t, DaxiSize, const double*); \
   template DaxStatus whiteBalance<T>(PoolThreads, const T*, int32_t, T*, int32_t, DaxiSize, const double*);
 DAX_COLOUR_MATRIX(uint8_t)

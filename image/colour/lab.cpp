@@ -1,9 +1,12 @@
 #include "image/colour/lab.h"
 
+#include <algorithm>
+#include <cmath>
 #include <limits>
 #include <type_traits>
 #include <utility>
 
+#include "frame/cpu_feature.h"
 #include "image/colour/colour_matrix.h"
 #include "image/colour/colour_rows.h"
 #include "image/colour/srgb.h"
@@ -161,7 +164,8 @@ DaxStatus convertLinear(PoolThreads on, const T* src, int32_t srcStep, T* dst, i
   ColourMatrix by = {};
   for (int k = 0; k < 9; ++k) by.m[k / 3][k % 3] = m[k / 3][k % 3] * factor;
   exchange(by);
-  return convertRows(on, from, to, size, [&](const T* s, T* d, int32_t count) { matrixRow(s, d, count, by); });
+  return convertRows(on, from, to, size,
+                     [&, isa = currentIsa()](const T* s, T* d, int32_t count) { matrixRow(s, d, count, by, isa); });
 }
 
 }  // namespace

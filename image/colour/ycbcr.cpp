@@ -5,6 +5,7 @@
 
 #include "frame/check.h"
 #include "frame/dispatch.h"
+#include "frame/numeric/round.h"
 #include "image/colour/colour_rows.h"
 #include "image/colour/ycbcr_neon.h"
 #include "image/colour/ycbcr_portable.h"
@@ -104,7 +105,8 @@ DaxStatus encodeYCbCr(PoolThreads on, const T* src, int32_t srcStep, T* dst, int
     if (Order::kRed == 2) {
       for (auto& row : by.m) std::swap(row[0], row[2]);
     }
-    return convertRows(on, from, to, size, [&](const T* s, T* d, int32_t count) { matrixRow(s, d, count, by); });
+    return convertRows(on, from, to, size,
+                       [&, isa = currentIsa()](const T* s, T* d, int32_t count) { matrixRow(s, d, count, by, isa); });
   }
 }
 
@@ -122,7 +124,8 @@ DaxStatus decodeYCbCr(PoolThreads on, const T* src, int32_t srcStep, T* dst, int
   } else {
     ColourMatrix by = decoding(standard, levelsOf<T>(range), kMaxOf<T>);
     if (Order::kRed == 2) std::swap(by.m[0], by.m[2]);
-    return convertRows(on, from, to, size, [&](const T* s, T* d, int32_t count) { matrixRow(s, d, count, by); });
+    return convertRows(on, from, to, size,
+                       [&, isa = currentIsa()](const T* s, T* d, int32_t count) { matrixRow(s, d, count, by, isa); });
   }
 }
 
