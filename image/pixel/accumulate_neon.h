@@ -1,6 +1,7 @@
 // Rows of sums and running averages in vectors.
 #pragma once
 
+#include "image/convert/blocks_neon.h"
 #include "image/pixel/accumulate_portable.h"
 #include "image/pixel/float_lanes_neon.h"
 
@@ -12,15 +13,13 @@ template <class T, class F>
 int32_t forEachSum(const T* src, float* sums, int32_t count, F f) {
   using L = Lanes<T>;
   using Sums = Lanes<float>;
-  int32_t x = 0;
-  for (; x <= count - 16; x += 16) {
+  return forBlocks(count, [&](int32_t x) {
     float32x4x4_t four = Sums::loadFour(sums + x);
     for (int32_t at = 0, k = 0; at < 16; at += L::kCount) {
       for (const float32x4_t value : toFloats(L::load(src + x + at))) four.val[k] = f(value, four.val[k]), ++k;
     }
     Sums::storeFour(sums + x, four);
-  }
-  return x;
+  });
 }
 
 template <class T>
