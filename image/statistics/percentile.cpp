@@ -38,15 +38,49 @@ uint64_t sumOfTotals(const uint64_t* totals, int32_t levels) {
 template <class T>
 constexpr int32_t kLevelOfZero = std::is_signed_v<T> ? 32768 : 0;
 
-template <class T, class Tables>
-DaxStatus selectIntegers(Plane<const T> src, MaskPlane mask, DaxiSize size, const double* shares, int32_t count,
-                         T* values, Tables& tables) {
-  LevelCounter counter(tables);
-  const auto add = [&](const T* run, int32_t length) {
-    counter.add(run, length, [](T value) { return value + kLevelOfZero<T>; });
+// A region, and the tables of as many bands of its rows as there may be.
+template <class T>
+struct Counted {
+  PoolThreads on;
+  Plane<const T> src;
+  MaskPlane mask;
+  DaxiSize size;
+
+  int32_t maxBands() const {
+    return hasPool(on.pool, on.threads) ? static_cast<int32_t>(std::min<int64_t>(on.threads, size.height)) : 1;
+  }
+};
+
+// Counts what counts(counter, run, length) counts of each run of pixels; bands have tables of their own, the first of which get
+// the sum.
+template <class T, class Tables, class Count>
+DaxStatus countLevels(const Counted<T>& region, Tables* tables, const Count& count) {
+  const auto [on, src, mask, size] = region;
+  const auto band = [&](int32_t first, int32_t end, uint32_t slice) -> DaxStatus {
+    LevelCounter counter(tables[slice]);
+    const MaskPlane chosen{mask.data ? rowAt(mask.data, mask.step, first) : nullptr, mask.step};
+    const Plane<const T> from{rowAt(src.data, src.step, first), src.step};
+    const auto add = [&](const T* run, int32_t length) { count(counter, run, length); };
+    forEachRun<1>({size.width, end - first}, 0, add, chosen, from);
+    counter.totals();
+    return DAX_STS_OK;
   };
-  forEachRun<1>(size, 0, add, mask, src);
-  const uint64_t* const totals = counter.totals();
+  const int32_t bands = region.maxBands();
+  if (bands == 1) return band(0, size.height, 0);
+  for (int32_t i = 0; i < bands; ++i) std::fill_n(tables[i].totals, Tables::kLevels, 0);
+  DAX_REQUIRE_OK(runTiles(on.pool, on.threads, size.height, 1, band));
+  for (int32_t i = 1; i < bands; ++i) {
+    for (int32_t level = 0; level < Tables::kLevels; ++level) tables[0].totals[level] += tables[i].totals[level];
+  }
+  return DAX_STS_OK;
+}
+
+template <class T, class Tables>
+DaxStatus selectIntegers(const Counted<T>& region, const double* shares, int32_t count, T* values, Tables* tables) {
+  DAX_REQUIRE_OK(countLevels(region, tables, [](auto& counter, const T* run, int32_t length) {
+    counter.add(run, length, [](T value) { return value + kLevelOfZero<T>; });
+  }));
+  const uint64_t* const totals = tables->totals;
   const uint64_t n = sumOfTotals(totals, Tables::kLevels);
   DAX_REQUIRE(n > 0, DAX_STS_DEGENERATE);
   for (int32_t i = 0; i < count; ++i) {
@@ -68,10 +102,8 @@ float fromOrderedBits(uint32_t ordered) {
 
 // Counts half of the ordered bits of the values for which accepts(ordered bits) holds; never a NaN.
 template <class Accepts, class Half>
-const uint64_t* countHalves(Plane<const float> src, MaskPlane mask, DaxiSize size, WordTables& tables,
-                            const Accepts& accepts, const Half& half) {
-  LevelCounter counter(tables);
-  const auto add = [&](const float* run, int32_t length) {
+DaxStatus countHalves(const Counted<float>& region, WordTables* tables, const Accepts& accepts, const Half& half) {
+  return countLevels(region, tables, [&](auto& counter, const float* run, int32_t length) {
     constexpr int32_t kPart = 512;
     uint16_t halves[kPart];
     for (int32_t x = 0; x < length; x += kPart) {
@@ -83,28 +115,27 @@ const uint64_t* countHalves(Plane<const float> src, MaskPlane mask, DaxiSize siz
       }
       counter.add(halves, found, [](uint16_t value) { return value; });
     }
-  };
-  forEachRun<1>(size, 0, add, mask, src);
-  return counter.totals();
+  });
 }
 
 // Radix selection: the upper halves of the ordered bits tell the upper half of each percentile, then the lower halves of the
 // values that share it tell the rest.
-DaxStatus selectFloats(Plane<const float> src, MaskPlane mask, DaxiSize size, const double* shares, int32_t count,
-                       float* values, WordTables* tables) {
-  const uint64_t* const upper = countHalves(
-      src, mask, size, tables[0], [](uint32_t) { return true; }, [](uint32_t ordered) { return ordered >> 16; });
+DaxStatus selectFloats(const Counted<float>& region, const double* shares, int32_t count, float* values,
+                       WordTables* tables) {
+  WordTables* const forLower = tables + region.maxBands();
+  const uint64_t *const upper = tables->totals, *const lower = forLower->totals;
+  DAX_REQUIRE_OK(countHalves(
+      region, tables, [](uint32_t) { return true; }, [](uint32_t ordered) { return ordered >> 16; }));
   const uint64_t n = sumOfTotals(upper, WordTables::kLevels);
   DAX_REQUIRE(n > 0, DAX_STS_DEGENERATE);
-  const uint64_t* lower = nullptr;
-  uint32_t known = 0;
+  int64_t known = -1;
   for (int32_t i = 0; i < count; ++i) {
     uint64_t rank = rankOf(shares[i], n);
     const auto prefix = static_cast<uint32_t>(levelAt(upper, rank));
-    if (!lower || prefix != known) {
-      lower = countHalves(
-          src, mask, size, tables[1], [=](uint32_t ordered) { return ordered >> 16 == prefix; },
-          [](uint32_t ordered) { return ordered; });
+    if (prefix != known) {
+      DAX_REQUIRE_OK(countHalves(
+          region, forLower, [=](uint32_t ordered) { return ordered >> 16 == prefix; },
+          [](uint32_t ordered) { return ordered; }));
       known = prefix;
     }
     values[i] = fromOrderedBits(prefix << 16 | static_cast<uint32_t>(levelAt(lower, rank)));
@@ -116,46 +147,47 @@ template <class T>
 constexpr int32_t kTables = std::is_same_v<T, float> ? 2 : 1;
 
 template <class T>
-DaxStatus storeBufferSize(DaxiSize size, uint64_t* bytes) {
+DaxStatus storeBufferSize(DaxiSize size, uint32_t threads, uint64_t* bytes) {
   DAX_REQUIRE(bytes, DAX_STS_NULL_POINTER);
   DAX_REQUIRE(atLeast(size, 1), DAX_STS_BAD_PARAM);
+  const int64_t bands = std::clamp<int64_t>(threads, 1, size.height);
   BufferLayout layout;
-  layout.add<WordTables>(kTables<T>);
+  layout.add<WordTables>(static_cast<uint64_t>(kTables<T> * bands));
   return layout.store(bytes);
 }
 
 }  // namespace
 
 template <class T, bool kMasked>
-DaxStatus percentilesOf(const T* src, int32_t srcStep, const uint8_t* mask, int32_t maskStep, DaxiSize size,
-                        const double* shares, int32_t count, T* values, void* buffer) {
-  const Plane from{src, srcStep};
-  const MaskPlane chosen{mask, maskStep};
+DaxStatus percentilesOf(PoolThreads on, const T* src, int32_t srcStep, const uint8_t* mask, int32_t maskStep,
+                        DaxiSize size, const double* shares, int32_t count, T* values, void* buffer) {
+  const Counted<T> region = {on, {src, srcStep}, {mask, maskStep}, size};
   DAX_REQUIRE(shares && values && (buffer || sizeof(T) == 1), DAX_STS_NULL_POINTER);
-  DAX_REQUIRE_OK(checkSources<kMasked>(size, 1, chosen, from));
+  DAX_REQUIRE_OK(checkSources<kMasked>(size, 1, region.mask, region.src));
   DAX_REQUIRE(count >= 1 && count <= kMaxShares, DAX_STS_BAD_PARAM);
   for (int32_t i = 0; i < count; ++i) DAX_REQUIRE(shares[i] >= 0 && shares[i] <= 1, DAX_STS_BAD_PARAM);
+  auto* const words = static_cast<WordTables*>(buffer);
   if constexpr (std::is_same_v<T, float>) {
-    return selectFloats(from, chosen, size, shares, count, values, static_cast<WordTables*>(buffer));
+    return selectFloats(region, shares, count, values, words);
   } else if constexpr (sizeof(T) == 2) {
-    return selectIntegers(from, chosen, size, shares, count, values, *static_cast<WordTables*>(buffer));
+    return selectIntegers(region, shares, count, values, words);
   } else {
     ByteTables tables;
-    return selectIntegers(from, chosen, size, shares, count, values, tables);
+    return selectIntegers(region, shares, count, values, &tables);
   }
 }
 
 template <class T, bool kMasked>
-DaxStatus medianOf(const T* src, int32_t srcStep, const uint8_t* mask, int32_t maskStep, DaxiSize size, T* median,
-                   void* buffer) {
+DaxStatus medianOf(PoolThreads on, const T* src, int32_t srcStep, const uint8_t* mask, int32_t maskStep, DaxiSize size,
+                   T* median, void* buffer) {
   const double half = 0.5;
-  return percentilesOf<T, kMasked>(src, srcStep, mask, maskStep, size, &half, 1, median, buffer);
+  return percentilesOf<T, kMasked>(on, src, srcStep, mask, maskStep, size, &half, 1, median, buffer);
 }
 
-#define DAX_PERCENTILE_FORM(T, MASKED)                                                                             \
-  template DaxStatus percentilesOf<T, MASKED>(const T*, int32_t, const uint8_t*, int32_t, DaxiSize, const double*, \
-                                              int32_t, T*, void*);                                                 \
-  template DaxStatus medianOf<T, MASKED>(const T*, int32_t, const uint8_t*, int32_t, DaxiSize, T*, void*);
+#define DAX_PERCENTILE_FORM(T, MASKED)                                                                           \
+  template DaxStatus percentilesOf<T, MASKED>(PoolThreads, const T*, int32_t, const uint8_t*, int32_t, DaxiSize, \
+                                              const double*, int32_t, T*, void*);                                \
+  template DaxStatus medianOf<T, MASKED>(PoolThreads, const T*, int32_t, const uint8_t*, int32_t, DaxiSize, T*, void*);
 #define DAX_PERCENTILE_TYPE(T)  \
   DAX_PERCENTILE_FORM(T, false) \
   DAX_PERCENTILE_FORM(T, true)
@@ -168,14 +200,18 @@ DAX_PERCENTILE_TYPE(float)
 
 }  // namespace dax
 
-#define DAX_PERCENTILE_QUERY(SUFFIX, T)                                           \
-  DaxStatus DAXI_PercentilesBufferSize_##SUFFIX(DaxiSize size, uint64_t* bytes) { \
-    return dax::storeBufferSize<T>(size, bytes);                                  \
-  }                                                                               \
-  DaxStatus DAXI_MedianBufferSize_##SUFFIX(DaxiSize size, uint64_t* bytes) {      \
-    return dax::storeBufferSize<T>(size, bytes);                                  \
+#define DAX_PERCENTILE_QUERY(NAME, SUFFIX, T)                                                         \
+  DaxStatus DAXI_##NAME##BufferSize_##SUFFIX(DaxiSize size, uint64_t* bytes) {                        \
+    return dax::storeBufferSize<T>(size, 1, bytes);                                                   \
+  }                                                                                                   \
+  DaxStatus DAXI_##NAME##BufferSize_##SUFFIX##_MT(DaxiSize size, uint32_t threads, uint64_t* bytes) { \
+    return dax::storeBufferSize<T>(size, threads, bytes);                                             \
   }
-DAX_PERCENTILE_QUERY(16u, uint16_t)
-DAX_PERCENTILE_QUERY(16s, int16_t)
-DAX_PERCENTILE_QUERY(32f, float)
+#define DAX_PERCENTILE_QUERIES(SUFFIX, T)      \
+  DAX_PERCENTILE_QUERY(Percentiles, SUFFIX, T) \
+  DAX_PERCENTILE_QUERY(Median, SUFFIX, T)
+DAX_PERCENTILE_QUERIES(16u, uint16_t)
+DAX_PERCENTILE_QUERIES(16s, int16_t)
+DAX_PERCENTILE_QUERIES(32f, float)
+#undef DAX_PERCENTILE_QUERIES
 #undef DAX_PERCENTILE_QUERY

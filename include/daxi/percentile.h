@@ -11,6 +11,10 @@
  *   values          receives `count` percentiles
  *   buffer          as many bytes as the query says, aligned as by malloc; bytes need none
  *
+ * _MT: on the host's thread pool, in bands of ceil(height / threads) rows, where pool is not null and threads > 1; else on the
+ * calling thread. The work buffer has a query of its own. The result does not depend on the threads. Returns the status of the
+ * host's parallel-for, unchanged.
+ *
  * Thread-safe for distinct outputs and buffers. The results are the same bits on every machine.
  *
  * Checks, in order:
@@ -39,43 +43,87 @@ DAX_API DaxStatus DAXI_PercentilesBufferSize_32f(DaxiSize size, uint64_t* bytes)
 DAX_API DaxStatus DAXI_MedianBufferSize_16u(DaxiSize size, uint64_t* bytes);
 DAX_API DaxStatus DAXI_MedianBufferSize_16s(DaxiSize size, uint64_t* bytes);
 DAX_API DaxStatus DAXI_MedianBufferSize_32f(DaxiSize size, uint64_t* bytes);
+/* The same for the forms ending in _MT. */
+DAX_API DaxStatus DAXI_PercentilesBufferSize_16u_MT(DaxiSize size, uint32_t threads, uint64_t* bytes);
+DAX_API DaxStatus DAXI_PercentilesBufferSize_16s_MT(DaxiSize size, uint32_t threads, uint64_t* bytes);
+DAX_API DaxStatus DAXI_PercentilesBufferSize_32f_MT(DaxiSize size, uint32_t threads, uint64_t* bytes);
+DAX_API DaxStatus DAXI_MedianBufferSize_16u_MT(DaxiSize size, uint32_t threads, uint64_t* bytes);
+DAX_API DaxStatus DAXI_MedianBufferSize_16s_MT(DaxiSize size, uint32_t threads, uint64_t* bytes);
+DAX_API DaxStatus DAXI_MedianBufferSize_32f_MT(DaxiSize size, uint32_t threads, uint64_t* bytes);
 
 /* The percentile of each share. */
 DAX_API DaxStatus DAXI_Percentiles_8u_C1R(const uint8_t* src, int32_t srcStep, DaxiSize size, const double* shares,
                                           int32_t count, uint8_t* values);
 DAX_API DaxStatus DAXI_Percentiles_8u_C1MR(const uint8_t* src, int32_t srcStep, const uint8_t* mask, int32_t maskStep,
                                            DaxiSize size, const double* shares, int32_t count, uint8_t* values);
+
+/* The percentile of each share. */
 DAX_API DaxStatus DAXI_Percentiles_16u_C1R(const uint16_t* src, int32_t srcStep, DaxiSize size, const double* shares,
                                            int32_t count, uint16_t* values, void* buffer);
+DAX_API DaxStatus DAXI_Percentiles_16u_C1R_MT(void* pool, uint32_t threads, const uint16_t* src, int32_t srcStep,
+                                              DaxiSize size, const double* shares, int32_t count, uint16_t* values,
+                                              void* buffer);
 DAX_API DaxStatus DAXI_Percentiles_16u_C1MR(const uint16_t* src, int32_t srcStep, const uint8_t* mask, int32_t maskStep,
                                             DaxiSize size, const double* shares, int32_t count, uint16_t* values,
                                             void* buffer);
+DAX_API DaxStatus DAXI_Percentiles_16u_C1MR_MT(void* pool, uint32_t threads, const uint16_t* src, int32_t srcStep,
+                                               const uint8_t* mask, int32_t maskStep, DaxiSize size,
+                                               const double* shares, int32_t count, uint16_t* values, void* buffer);
 DAX_API DaxStatus DAXI_Percentiles_16s_C1R(const int16_t* src, int32_t srcStep, DaxiSize size, const double* shares,
                                            int32_t count, int16_t* values, void* buffer);
+DAX_API DaxStatus DAXI_Percentiles_16s_C1R_MT(void* pool, uint32_t threads, const int16_t* src, int32_t srcStep,
+                                              DaxiSize size, const double* shares, int32_t count, int16_t* values,
+                                              void* buffer);
 DAX_API DaxStatus DAXI_Percentiles_16s_C1MR(const int16_t* src, int32_t srcStep, const uint8_t* mask, int32_t maskStep,
                                             DaxiSize size, const double* shares, int32_t count, int16_t* values,
                                             void* buffer);
+DAX_API DaxStatus DAXI_Percentiles_16s_C1MR_MT(void* pool, uint32_t threads, const int16_t* src, int32_t srcStep,
+                                               const uint8_t* mask, int32_t maskStep, DaxiSize size,
+                                               const double* shares, int32_t count, int16_t* values, void* buffer);
 DAX_API DaxStatus DAXI_Percentiles_32f_C1R(const float* src, int32_t srcStep, DaxiSize size, const double* shares,
                                            int32_t count, float* values, void* buffer);
+DAX_API DaxStatus DAXI_Percentiles_32f_C1R_MT(void* pool, uint32_t threads, const float* src, int32_t srcStep,
+                                              DaxiSize size, const double* shares, int32_t count, float* values,
+                                              void* buffer);
 DAX_API DaxStatus DAXI_Percentiles_32f_C1MR(const float* src, int32_t srcStep, const uint8_t* mask, int32_t maskStep,
                                             DaxiSize size, const double* shares, int32_t count, float* values,
                                             void* buffer);
+DAX_API DaxStatus DAXI_Percentiles_32f_C1MR_MT(void* pool, uint32_t threads, const float* src, int32_t srcStep,
+                                               const uint8_t* mask, int32_t maskStep, DaxiSize size,
+                                               const double* shares, int32_t count, float* values, void* buffer);
 
 /* The percentile of 0.5. */
 DAX_API DaxStatus DAXI_Median_8u_C1R(const uint8_t* src, int32_t srcStep, DaxiSize size, uint8_t* median);
 DAX_API DaxStatus DAXI_Median_8u_C1MR(const uint8_t* src, int32_t srcStep, const uint8_t* mask, int32_t maskStep,
                                       DaxiSize size, uint8_t* median);
+
+/* The percentile of 0.5. */
 DAX_API DaxStatus DAXI_Median_16u_C1R(const uint16_t* src, int32_t srcStep, DaxiSize size, uint16_t* median,
                                       void* buffer);
+DAX_API DaxStatus DAXI_Median_16u_C1R_MT(void* pool, uint32_t threads, const uint16_t* src, int32_t srcStep,
+                                         DaxiSize size, uint16_t* median, void* buffer);
 DAX_API DaxStatus DAXI_Median_16u_C1MR(const uint16_t* src, int32_t srcStep, const uint8_t* mask, int32_t maskStep,
                                        DaxiSize size, uint16_t* median, void* buffer);
+DAX_API DaxStatus DAXI_Median_16u_C1MR_MT(void* pool, uint32_t threads, const uint16_t* src, int32_t srcStep,
+                                          const uint8_t* mask, int32_t maskStep, DaxiSize size, uint16_t* median,
+                                          void* buffer);
 DAX_API DaxStatus DAXI_Median_16s_C1R(const int16_t* src, int32_t srcStep, DaxiSize size, int16_t* median,
                                       void* buffer);
+DAX_API DaxStatus DAXI_Median_16s_C1R_MT(void* pool, uint32_t threads, const int16_t* src, int32_t srcStep,
+                                         DaxiSize size, int16_t* median, void* buffer);
 DAX_API DaxStatus DAXI_Median_16s_C1MR(const int16_t* src, int32_t srcStep, const uint8_t* mask, int32_t maskStep,
                                        DaxiSize size, int16_t* median, void* buffer);
+DAX_API DaxStatus DAXI_Median_16s_C1MR_MT(void* pool, uint32_t threads, const int16_t* src, int32_t srcStep,
+                                          const uint8_t* mask, int32_t maskStep, DaxiSize size, int16_t* median,
+                                          void* buffer);
 DAX_API DaxStatus DAXI_Median_32f_C1R(const float* src, int32_t srcStep, DaxiSize size, float* median, void* buffer);
+DAX_API DaxStatus DAXI_Median_32f_C1R_MT(void* pool, uint32_t threads, const float* src, int32_t srcStep, DaxiSize size,
+                                         float* median, void* buffer);
 DAX_API DaxStatus DAXI_Median_32f_C1MR(const float* src, int32_t srcStep, const uint8_t* mask, int32_t maskStep,
                                        DaxiSize size, float* median, void* buffer);
+DAX_API DaxStatus DAXI_Median_32f_C1MR_MT(void* pool, uint32_t threads, const float* src, int32_t srcStep,
+                                          const uint8_t* mask, int32_t maskStep, DaxiSize size, float* median,
+                                          void* buffer);
 
 DAX_END_DECLS
 

@@ -4,9 +4,10 @@ from typing import Any, NamedTuple, Optional
 import numpy as np
 from numpy.typing import ArrayLike, NDArray
 
-from .._arrays import Array, numbers, source
+from .._arrays import Array, Image, numbers, source
 from .._interface import ffi
 from .._library import buffer, call
+from ..pool import Pool, handle_of
 from .statistics import _TYPES, _WITHOUT_SIGN, _region
 
 __all__ = ["Histogram", "histogram", "median", "percentiles"]
@@ -65,10 +66,13 @@ def histogram(
     return Histogram(counts, used, int(outside.below), int(outside.above), int(outside.nan))
 
 
-def percentiles(image: ArrayLike, shares: ArrayLike, mask: Optional[ArrayLike] = None) -> Array:
+def percentiles(
+    image: ArrayLike, shares: ArrayLike, mask: Optional[ArrayLike] = None, *, pool: Optional[Pool] = None
+) -> Array:
     """The pixels below which these shares (0..1) of the image lie; exact: of n pixels the one of rank ceil(share * n).
 
-    image: uint8, uint16, int16 or float32, whose NaN do not count. mask: only pixels where it is not 0.
+    image: uint8, uint16, int16 or float32, whose NaN do not count. mask: only pixels where it is not 0. pool: threads,
+    but for uint8.
 
     >>> dax.percentiles(np.array([[7, 1, 5, 3]], np.uint8), [0, 0.5, 1])
     array([1, 3, 7], dtype=uint8)
@@ -77,13 +81,12 @@ def percentiles(image: ArrayLike, shares: ArrayLike, mask: Optional[ArrayLike] =
     layout, region, _kept = _region(src, mask, "C1")
     wanted = numbers("shares", shares, (None,), np.float64)
     values = np.empty(len(wanted), src.array.dtype)
-    work = [] if src.suffix == "8u" else [buffer(f"DAXI_PercentilesBufferSize_{src.suffix}", src.size)]
     pointers = ffi.cast("double*", wanted.ctypes.data), len(wanted), ffi.cast(f"{src.ctype}*", values.ctypes.data)
-    call(f"DAXI_Percentiles_{src.suffix}_{layout}", *region, *pointers, *work)
+    _select("Percentiles", src, layout, (*region, *pointers), pool)
     return values
 
 
-def median(image: ArrayLike, mask: Optional[ArrayLike] = None) -> Any:
+def median(image: ArrayLike, mask: Optional[ArrayLike] = None, *, pool: Optional[Pool] = None) -> Any:
     """The pixel in the middle of the sorted image, of an even number the lower one.
 
     >>> dax.median(np.array([[7, 1, 5, 3]], np.uint8))
@@ -92,6 +95,16 @@ def median(image: ArrayLike, mask: Optional[ArrayLike] = None) -> Any:
     src = source("image", image, _TYPES)
     layout, region, _kept = _region(src, mask, "C1")
     value = np.empty(1, src.array.dtype)
-    work = [] if src.suffix == "8u" else [buffer(f"DAXI_MedianBufferSize_{src.suffix}", src.size)]
-    call(f"DAXI_Median_{src.suffix}_{layout}", *region, ffi.cast(f"{src.ctype}*", value.ctypes.data), *work)
+    _select("Median", src, layout, (*region, ffi.cast(f"{src.ctype}*", value.ctypes.data)), pool)
     return value[0].item()
+
+
+def _select(name: str, src: Image, layout: str, arguments: tuple[Any, ...], pool: Optional[Pool]) -> None:
+    function, query = f"DAXI_{name}_{src.suffix}_{layout}", f"DAXI_{name}BufferSize_{src.suffix}"
+    threads, handle = handle_of(pool)
+    if src.suffix == "8u":
+        call(function, *arguments)
+    elif pool is None:
+        call(function, *arguments, buffer(query, src.size))
+    else:
+        call(function + "_MT", handle, threads, *arguments, buffer(query + "_MT", src.size, threads))
