@@ -73,7 +73,7 @@ def test_corners_that_cannot_be_refined_are_flagged(dax, tmp_path):
 
 
 def test_specks_beside_a_corner_do_not_move_it(dax, tmp_path):
-    """Within the window of the refinement, and beyond that of the detector: 0.8 pixels, and the ring sees none of it."""
+    """Within the window of the refinement, and beyond that of the detector: 0.8 pixels, and no ring sees it."""
     picture = board(9, 6)
     pictures.draw(picture, LEFT + 4 * SIDE - 12, TOP + 3 * SIDE + 6, 4, 4, 255)
     write(tmp_path / "board.pgm", picture)

@@ -103,7 +103,7 @@ def test_exact_size_two_values_and_ambiguity(rng):
     assert board.ambiguous and board.corners[0, :, 1].mean() < board.corners[-1, :, 1].mean()
     for columns, rows in ((6, 5), (7, 4), (6, 4), (8, 5)):
         assert dax.find_chessboard(image, columns, rows) is None, (columns, rows)
-    # The squares at one side of this board are one with what is beside it: those that are left look like a smaller board.
+    # The squares at one side of this board are one with what is beside it: those left look like a smaller board.
     wide, _ = draw(9, 6, (60.0, 80.0), (24, 0), (0, 24))
     wide[:, 276:] = 30
     assert chessboards._squares(chessboards.source("image", wide), 8, 6, "otsu", 8) is not None
