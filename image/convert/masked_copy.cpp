@@ -1,9 +1,5 @@
-#include "image/convert/masked_copy.h"
-
-#include <algorithm>
-#include <limits>
-
 #include "daxi/masked_copy.h"
+
 #include "frame/dispatch.h"
 #include "frame/op2d.h"
 #include "image/convert/masked_copy_neon.h"
@@ -11,6 +7,9 @@
 
 namespace dax {
 
+namespace {
+
+// `isConstant`: src has one pixel for all.
 template <class T, int kChannels>
 void maskedCopyRow(const T* src, bool isConstant, const uint8_t* mask, T* dst, int32_t width, int32_t isa) {
   const bool neon = usesNeon(isa);
@@ -19,8 +18,6 @@ void maskedCopyRow(const T* src, bool isConstant, const uint8_t* mask, T* dst, i
                        : (neon ? neon::maskedRow<T, kChannels> : portable::maskedRow<T, kChannels>);
   row(src, mask, dst, width);
 }
-
-namespace {
 
 // Checks and runs; a constant has no step.
 template <class T, int kChannels>
@@ -40,15 +37,6 @@ DaxStatus maskedCopy(const T* src, int32_t srcStep, bool isConstant, const uint8
 }
 
 }  // namespace
-
-#define DAX_MASKED_ROWS(T)                                                                 \
-  template void maskedCopyRow<T, 1>(const T*, bool, const uint8_t*, T*, int32_t, int32_t); \
-  template void maskedCopyRow<T, 3>(const T*, bool, const uint8_t*, T*, int32_t, int32_t);
-DAX_MASKED_ROWS(uint8_t)
-DAX_MASKED_ROWS(uint16_t)
-DAX_MASKED_ROWS(int16_t)
-DAX_MASKED_ROWS(float)
-#undef DAX_MASKED_ROWS
 
 }  // namespace dax
 

@@ -38,6 +38,12 @@ uint64_t sumOfTotals(const uint64_t* totals, int32_t levels) {
 template <class T>
 constexpr int32_t kLevelOfZero = std::is_signed_v<T> ? 32768 : 0;
 
+// Tables of a megabyte are cleared and added up for each band, so that more would not pay.
+int32_t bandsOf(uint32_t threads, DaxiSize size) {
+  constexpr int64_t kMaxBands = 4;
+  return static_cast<int32_t>(std::clamp<int64_t>(threads, 1, std::min<int64_t>(kMaxBands, size.height)));
+}
+
 // A region, and the tables of as many bands of its rows as there may be.
 template <class T>
 struct Counted {
@@ -46,9 +52,7 @@ struct Counted {
   MaskPlane mask;
   DaxiSize size;
 
-  int32_t maxBands() const {
-    return hasPool(on.pool, on.threads) ? static_cast<int32_t>(std::min<int64_t>(on.threads, size.height)) : 1;
-  }
+  int32_t maxBands() const { return hasPool(on.pool, on.threads) ? bandsOf(on.threads, size) : 1; }
 };
 
 // Counts what counts(counter, run, length) counts of each run of pixels; bands have tables of their own, the first of which get
@@ -68,7 +72,7 @@ DaxStatus countLevels(const Counted<T>& region, Tables* tables, const Count& cou
   const int32_t bands = region.maxBands();
   if (bands == 1) return band(0, size.height, 0);
   for (int32_t i = 0; i < bands; ++i) std::fill_n(tables[i].totals, Tables::kLevels, 0);
-  DAX_REQUIRE_OK(runTiles(on.pool, on.threads, size.height, 1, band));
+  DAX_REQUIRE_OK(runTiles(on.pool, static_cast<uint32_t>(bands), size.height, 1, band));
   for (int32_t i = 1; i < bands; ++i) {
     for (int32_t level = 0; level < Tables::kLevels; ++level) tables[0].totals[level] += tables[i].totals[level];
   }
@@ -122,7 +126,7 @@ DaxStatus countHalves(const Counted<float>& region, WordTables* tables, const Ac
 // values that share it tell the rest.
 DaxStatus selectFloats(const Counted<float>& region, const double* shares, int32_t count, float* values,
                        WordTables* tables) {
-  WordTables* const forLower = tables + region.maxBands();
+  WordTables* const forLower = tables + 1;  // of the first pass only the sum is needed then
   const uint64_t *const upper = tables->totals, *const lower = forLower->totals;
   DAX_REQUIRE_OK(countHalves(
       region, tables, [](uint32_t) { return true; }, [](uint32_t ordered) { return ordered >> 16; }));
@@ -150,9 +154,8 @@ template <class T>
 DaxStatus storeBufferSize(DaxiSize size, uint32_t threads, uint64_t* bytes) {
   DAX_REQUIRE(bytes, DAX_STS_NULL_POINTER);
   DAX_REQUIRE(atLeast(size, 1), DAX_STS_BAD_PARAM);
-  const int64_t bands = std::clamp<int64_t>(threads, 1, size.height);
   BufferLayout layout;
-  layout.add<WordTables>(static_cast<uint64_t>(kTables<T> * bands));
+  layout.add<WordTables>(static_cast<uint64_t>(kTables<T> - 1 + bandsOf(threads, size)));
   return layout.store(bytes);
 }
 

@@ -23,17 +23,19 @@ template <class T>
 struct GlobalBuffer {
   using Tables = LevelTables<kBins<T>, sizeof(T) == 1 ? 4 : 2>;
 
-  explicit GlobalBuffer(uint64_t multiBytes) : multi(layout.add<uint8_t>(multiBytes)) {}
   BufferLayout layout;
   BufferPiece<Tables> tables = layout.add<Tables>(1);
-  BufferPiece<uint8_t> multi;
+  BufferPiece<uint8_t> multi{layout.total()};  // of OtsuMulti
 };
 
 template <class T>
-GlobalBuffer<T> globalBuffer() {
-  uint64_t bytes = 0;
-  DAXI_HistLevelBufferSize_OtsuMulti(kBins<T>, &bytes);
-  return GlobalBuffer<T>(bytes);
+DaxStatus storeMultiSize(uint64_t* bytes) {
+  DAX_REQUIRE(bytes, DAX_STS_NULL_POINTER);
+  uint64_t multi = 0;
+  DAX_REQUIRE_OK(DAXI_HistLevelBufferSize_OtsuMulti(kBins<T>, &multi));
+  GlobalBuffer<T> at;
+  at.layout.template add<uint8_t>(multi);
+  return at.layout.store(bytes);
 }
 
 // The value of each class; the last one is reached by all levels above the last limit.
@@ -93,7 +95,7 @@ DaxStatus thresholdGlobal(FindLevel findLevel, const T* src, int32_t srcStep, ui
   DAX_REQUIRE(pixelsOf(size) <= uint64_t{1} << 46, DAX_STS_BAD_SIZE);
   DAX_REQUIRE_OK(checkLevelCfg(cfg->level));
   DAX_REQUIRE(cfg->polarity >= DAXI_POLARITY_BRIGHT && cfg->polarity <= DAXI_POLARITY_AUTO, DAX_STS_BAD_PARAM);
-  const GlobalBuffer<T> at = globalBuffer<T>();
+  const GlobalBuffer<T> at;
   LevelCounter counter(*at.tables.in(buffer));
   forEachRow(
       size, 1, [&](const T* row, int32_t count) { counter.add(row, count, [](T v) { return v; }); }, from);
@@ -126,15 +128,17 @@ DaxStatus DAXI_ThresholdGlobalDefaultCfg(DaxiThresholdGlobalCfg* cfg) {
   return DAXI_HistLevelDefaultCfg(&cfg->level);
 }
 
-DaxStatus DAXI_ThresholdGlobalBufferSize_8u(uint64_t* bytes) {
-  DAX_REQUIRE(bytes, DAX_STS_NULL_POINTER);
-  return dax::globalBuffer<uint8_t>().layout.store(bytes);
-}
-
-DaxStatus DAXI_ThresholdGlobalBufferSize_16u(uint64_t* bytes) {
-  DAX_REQUIRE(bytes, DAX_STS_NULL_POINTER);
-  return dax::globalBuffer<uint16_t>().layout.store(bytes);
-}
+#define DAX_THRESHOLD_QUERIES(SUFFIX, T)                                  \
+  DaxStatus DAXI_ThresholdGlobalBufferSize_##SUFFIX(uint64_t* bytes) {    \
+    DAX_REQUIRE(bytes, DAX_STS_NULL_POINTER);                             \
+    return dax::GlobalBuffer<T>{}.layout.store(bytes);                    \
+  }                                                                       \
+  DaxStatus DAXI_ThresholdOtsuMultiBufferSize_##SUFFIX(uint64_t* bytes) { \
+    return dax::storeMultiSize<T>(bytes);                                 \
+  }
+DAX_THRESHOLD_QUERIES(8u, uint8_t)
+DAX_THRESHOLD_QUERIES(16u, uint16_t)
+#undef DAX_THRESHOLD_QUERIES
 
 #define DAX_THRESHOLD_BY(NAME, FIND, SUFFIX, T)                                                                 \
   DaxStatus DAXI_Threshold##NAME##_##SUFFIX##_C1R(const T* src, int32_t srcStep, uint8_t* dst, int32_t dstStep, \

@@ -61,32 +61,26 @@ DAX_API DaxStatus DAXI_GrayErodeRectBufferSize_8u(DaxiSize size, const DaxiGrayM
 DAX_API DaxStatus DAXI_GrayErodeRectBufferSize_16u(DaxiSize size, const DaxiGrayMorphologyCfg* cfg, uint64_t* bytes);
 DAX_API DaxStatus DAXI_GrayErodeRectBufferSize_16s(DaxiSize size, const DaxiGrayMorphologyCfg* cfg, uint64_t* bytes);
 DAX_API DaxStatus DAXI_GrayErodeRectBufferSize_32f(DaxiSize size, const DaxiGrayMorphologyCfg* cfg, uint64_t* bytes);
-
 DAX_API DaxStatus DAXI_GrayDilateRectBufferSize_8u(DaxiSize size, const DaxiGrayMorphologyCfg* cfg, uint64_t* bytes);
 DAX_API DaxStatus DAXI_GrayDilateRectBufferSize_16u(DaxiSize size, const DaxiGrayMorphologyCfg* cfg, uint64_t* bytes);
 DAX_API DaxStatus DAXI_GrayDilateRectBufferSize_16s(DaxiSize size, const DaxiGrayMorphologyCfg* cfg, uint64_t* bytes);
 DAX_API DaxStatus DAXI_GrayDilateRectBufferSize_32f(DaxiSize size, const DaxiGrayMorphologyCfg* cfg, uint64_t* bytes);
-
 DAX_API DaxStatus DAXI_GrayOpenBufferSize_8u(DaxiSize size, const DaxiGrayMorphologyCfg* cfg, uint64_t* bytes);
 DAX_API DaxStatus DAXI_GrayOpenBufferSize_16u(DaxiSize size, const DaxiGrayMorphologyCfg* cfg, uint64_t* bytes);
 DAX_API DaxStatus DAXI_GrayOpenBufferSize_16s(DaxiSize size, const DaxiGrayMorphologyCfg* cfg, uint64_t* bytes);
 DAX_API DaxStatus DAXI_GrayOpenBufferSize_32f(DaxiSize size, const DaxiGrayMorphologyCfg* cfg, uint64_t* bytes);
-
 DAX_API DaxStatus DAXI_GrayCloseBufferSize_8u(DaxiSize size, const DaxiGrayMorphologyCfg* cfg, uint64_t* bytes);
 DAX_API DaxStatus DAXI_GrayCloseBufferSize_16u(DaxiSize size, const DaxiGrayMorphologyCfg* cfg, uint64_t* bytes);
 DAX_API DaxStatus DAXI_GrayCloseBufferSize_16s(DaxiSize size, const DaxiGrayMorphologyCfg* cfg, uint64_t* bytes);
 DAX_API DaxStatus DAXI_GrayCloseBufferSize_32f(DaxiSize size, const DaxiGrayMorphologyCfg* cfg, uint64_t* bytes);
-
 DAX_API DaxStatus DAXI_GrayGradientBufferSize_8u(DaxiSize size, const DaxiGrayMorphologyCfg* cfg, uint64_t* bytes);
 DAX_API DaxStatus DAXI_GrayGradientBufferSize_16u(DaxiSize size, const DaxiGrayMorphologyCfg* cfg, uint64_t* bytes);
 DAX_API DaxStatus DAXI_GrayGradientBufferSize_16s(DaxiSize size, const DaxiGrayMorphologyCfg* cfg, uint64_t* bytes);
 DAX_API DaxStatus DAXI_GrayGradientBufferSize_32f(DaxiSize size, const DaxiGrayMorphologyCfg* cfg, uint64_t* bytes);
-
 DAX_API DaxStatus DAXI_GrayTopHatBufferSize_8u(DaxiSize size, const DaxiGrayMorphologyCfg* cfg, uint64_t* bytes);
 DAX_API DaxStatus DAXI_GrayTopHatBufferSize_16u(DaxiSize size, const DaxiGrayMorphologyCfg* cfg, uint64_t* bytes);
 DAX_API DaxStatus DAXI_GrayTopHatBufferSize_16s(DaxiSize size, const DaxiGrayMorphologyCfg* cfg, uint64_t* bytes);
 DAX_API DaxStatus DAXI_GrayTopHatBufferSize_32f(DaxiSize size, const DaxiGrayMorphologyCfg* cfg, uint64_t* bytes);
-
 DAX_API DaxStatus DAXI_GrayBlackHatBufferSize_8u(DaxiSize size, const DaxiGrayMorphologyCfg* cfg, uint64_t* bytes);
 DAX_API DaxStatus DAXI_GrayBlackHatBufferSize_16u(DaxiSize size, const DaxiGrayMorphologyCfg* cfg, uint64_t* bytes);
 DAX_API DaxStatus DAXI_GrayBlackHatBufferSize_16s(DaxiSize size, const DaxiGrayMorphologyCfg* cfg, uint64_t* bytes);

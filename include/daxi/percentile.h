@@ -11,7 +11,7 @@
  *   values          receives `count` percentiles
  *   buffer          as many bytes as the query says, aligned as by malloc; bytes need none
  *
- * _MT: on the host's thread pool, in bands of ceil(height / threads) rows, where pool is not null and threads > 1; else on the
+ * _MT: on the host's thread pool, in at most four bands of rows, where pool is not null and threads > 1; else on the
  * calling thread. The work buffer has a query of its own. The result does not depend on the threads. Returns the status of the
  * host's parallel-for, unchanged.
  *

@@ -11,8 +11,8 @@
  * For 8u, Otsu's level of DAXI_AdpThresholdOtsu (threshold.h) differs in its rounding; OtsuMulti with two classes is
  * the one of here.
  *
- * Steps count elements. dst may equal src with the same step (8u), otherwise they must not overlap. buffer: at least as
- * many bytes as the query says, aligned as by malloc. Thread-safe for distinct outputs and buffers.
+ * Steps count elements. src and dst must not overlap. buffer: at least as many bytes as the query says, aligned as by
+ * malloc. Thread-safe for distinct outputs and buffers.
  *
  * Checks, in order:
  *   src, dst, cfg, level or buffer null                0x10000014
@@ -32,14 +32,16 @@ enum { DAXI_POLARITY_BRIGHT = 0, DAXI_POLARITY_DARK = 1, DAXI_POLARITY_AUTO = 2 
 /* Configuration. 24 bytes. */
 typedef struct DaxiThresholdGlobalCfg {
   DaxiHistLevelCfg level; /* its defaults */
-  int32_t polarity;       /* DAXI_POLARITY_BRIGHT, the default, ..._DARK or ..._AUTO */
+  int32_t polarity;       /* 0..2: DAXI_POLARITY_BRIGHT, the default, ..._DARK or ..._AUTO */
   int32_t reserved;       /* not read */
 } DaxiThresholdGlobalCfg;
 
 /* Fills in the defaults. cfg null -> 0x10000014. Thread-safe. */
 DAX_API DaxStatus DAXI_ThresholdGlobalDefaultCfg(DaxiThresholdGlobalCfg* cfg);
 
-/* Bytes of work buffer of all methods. Checks: bytes null -> 0x10000014. Thread-safe. */
+/* Bytes of work buffer of OtsuMulti, and of all others. Checks: bytes null -> 0x10000014. Thread-safe. */
+DAX_API DaxStatus DAXI_ThresholdOtsuMultiBufferSize_8u(uint64_t* bytes);
+DAX_API DaxStatus DAXI_ThresholdOtsuMultiBufferSize_16u(uint64_t* bytes);
 DAX_API DaxStatus DAXI_ThresholdGlobalBufferSize_8u(uint64_t* bytes);
 DAX_API DaxStatus DAXI_ThresholdGlobalBufferSize_16u(uint64_t* bytes);
 

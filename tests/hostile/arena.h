@@ -13,7 +13,7 @@ enum class Place { atEnd, atStart, odd };  // odd: near the end, at an address o
 
 class Arena {
  public:
-  static constexpr size_t kMaxBytes = size_t{4} << 20;
+  static constexpr size_t kMaxBytes = size_t{8} << 20;
 
   Arena();
   ~Arena();

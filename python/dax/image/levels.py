@@ -12,7 +12,7 @@ __all__ = ["Levels", "find_levels", "threshold_global"]
 
 Method = Literal["otsu", "kapur", "yen", "li", "kittler", "isodata", "intermodes", "triangle", "percentile"]
 _METHODS = {
-    "otsu": "OtsuMulti",
+    "otsu": "Otsu",
     "kapur": "Kapur",
     "yen": "Yen",
     "li": "Li",
@@ -49,8 +49,8 @@ def find_levels(
     """
     hist = numbers("counts", counts, (None,), np.uint64)
     level, cfg = ffi.new("DaxiHistLevel*"), _cfg(method, classes, percentile)
-    name = choice("method", method, _METHODS)
-    work = (buffer("DAXI_HistLevelBufferSize_OtsuMulti", len(hist)),) if method == "otsu" else ()
+    name = _name(method, classes)
+    work = (buffer("DAXI_HistLevelBufferSize_OtsuMulti", len(hist)),) if name == "OtsuMulti" else ()
     values = ffi.from_buffer("uint64_t[]", hist)
     call(f"DAXI_HistLevel_{name}", values, len(hist), ffi.addressof(cfg, "level"), level, *work)
     return _levels(level)
@@ -75,13 +75,18 @@ def threshold_global(
     """
     src = source("image", image, _UNSIGNED)
     dst = target("out", out, src.array.shape, np.uint8)
-    refuse_overlap(("image", src), ("out", dst), in_place=src.suffix == "8u")
+    refuse_overlap(("image", src), ("out", dst))
     level, cfg = ffi.new("DaxiHistLevel*"), _cfg(method, classes, percentile)
     cfg.polarity = choice("polarity", polarity, _POLARITIES)
-    name = f"DAXI_Threshold{choice('method', method, _METHODS)}_{src.suffix}_C1R"
-    work = buffer(f"DAXI_ThresholdGlobalBufferSize_{src.suffix}")
-    call(name, src.pointer, src.step, dst.pointer, dst.step, dst.size, cfg, level, work)
+    name = "OtsuMulti" if method == "otsu" and src.suffix == "8u" else _name(method, classes)
+    work = buffer(f"DAXI_Threshold{'OtsuMulti' if name == 'OtsuMulti' else 'Global'}BufferSize_{src.suffix}")
+    images = src.pointer, src.step, dst.pointer, dst.step, dst.size
+    call(f"DAXI_Threshold{name}_{src.suffix}_C1R", *images, cfg, level, work)
     return Levels(dst.array, _levels(level), bool(level.flags & 8), level.criterion)
+
+
+def _name(method: str, classes: int) -> str:
+    return "OtsuMulti" if method == "otsu" and classes != 2 else choice("method", method, _METHODS)
 
 
 def _cfg(method: str, classes: int, percentile: float) -> Any:

@@ -26,17 +26,19 @@ def _gray(
     out: Optional[Array],
     pool: Optional[Pool],
 ) -> Array:
-    cfg: Any = ffi.new("DaxiGrayMorphologyCfg*")
+    cfg, side = ffi.new("DaxiGrayMorphologyCfg*"), as_size(window)
     call("DAXI_GrayMorphologyDefaultCfg", cfg)
-    cfg.window = as_size(window)
-    cfg.anchorX, cfg.anchorY = (cfg.window.width // 2, cfg.window.height // 2) if anchor is None else anchor
-    if not (0 <= cfg.anchorX < cfg.window.width and 0 <= cfg.anchorY < cfg.window.height):
+    column, row = (side["width"] // 2, side["height"] // 2) if anchor is None else anchor
+    if anchor is not None and not (0 <= column < side["width"] and 0 <= row < side["height"]):
         raise ValueError(f"anchor: {anchor}, needed is a pixel (column, row) of the window {window}")
+    cfg.window, cfg.anchorX, cfg.anchorY = side, column, row
     cfg.iterations, cfg.border, cfg.value = iterations, choice("mode", mode, _BORDERS), value
-    name = f"DAXI_Gray{operation}_{{type}}_{{layout}}R"
-    form: dict[str, Any] = {"types": "8u 16u 16s 32f", "out": out, "pooled": name + "_MT", "pool": pool}
-    work = f"DAXI_Gray{operation}BufferSize_{{type}}"
-    return apply(name, {"image": image}, cfg, work=work, measures=(cfg,), **form)
+    form: dict[str, Any] = {"types": "8u 16u 16s 32f", "out": out}
+    if operation.endswith("Rect") and (anchor, iterations, mode, pool) == (None, 1, "clip", None) and window in (3, (3, 3)):
+        return apply(f"DAXI_Gray{operation[:-4]}3x3_{{type}}_{{layout}}R", {"image": image}, **form)
+    name, work = f"DAXI_Gray{operation}_{{type}}_{{layout}}R", f"DAXI_Gray{operation}BufferSize_{{type}}"
+    form |= {"work": work, "measures": (cfg,), "pooled": name + "_MT", "pool": pool}
+    return apply(name, {"image": image}, cfg, **form)
 
 
 def gray_erode(

@@ -7,12 +7,19 @@
 namespace dax::hostile {
 namespace {
 
+// Each thread has tables of a megabyte.
+void fewThreads(Call& c) {
+  if (c.has("threads")) c.number("threads", 1, 2);
+}
+
 // Whether there is any pixel to choose from is found while they are counted.
 void median(Call& c) {
+  fewThreads(c);
   c.worksBeforeFailing = true;
 }
 
 void percentiles(Call& c) {
+  fewThreads(c);
   c.worksBeforeFailing = true;
   const int64_t count = c.number("count", 1, 256, 8);
   const bool valid = count >= 1 && count <= 256;
@@ -23,7 +30,10 @@ void percentiles(Call& c) {
   if (c.isSpoiled("shares")) shares[c.between(0, count - 1)] = c.chance(50) ? NAN : 1.5;
 }
 
-const Rows rows = {{"DAXI_Median_*", median}, {"DAXI_Percentiles_*", percentiles}};
+const Rows rows = {{"DAXI_Median_*", median},
+                   {"DAXI_Percentiles_*", percentiles},
+                   {"DAXI_MedianBufferSize_*", fewThreads},
+                   {"DAXI_PercentilesBufferSize_*", fewThreads}};
 
 }  // namespace
 }  // namespace dax::hostile

@@ -6,6 +6,7 @@
 #include <algorithm>
 
 #include "tests/image/statistics/statistics_oracle.h"
+#include "tests/support/mock_pool.h"
 
 namespace dax::test {
 namespace {
@@ -56,6 +57,28 @@ template <class T>
 class Percentiles : public testing::Test {};
 using PixelTypes = testing::Types<uint8_t, uint16_t, int16_t, float>;
 TYPED_TEST_SUITE(Percentiles, PixelTypes);
+
+TEST(PercentilesOnPool, EqualThoseOfOneThread) {
+  TestImage<float> image({90, 13});
+  TestImage<uint8_t> mask(image.size());
+  image.randomize(5), mask.randomize(6);
+  const double shares[] = {0.1, 0.5, 0.50001, 1};
+  float expected[4], values[4];
+  ASSERT_EQ(PercentileForms<float>::percentiles(image, &mask, shares, 4, expected), DAX_STS_OK);
+  for (const uint32_t threads : {2u, 5u, 40u}) {
+    uint64_t bytes = 0;
+    ASSERT_EQ(DAXI_PercentilesBufferSize_32f_MT(image.size(), threads, &bytes), DAX_STS_OK);
+    GuardedBuffer<uint8_t> buffer(bytes);
+    MockPool pool;
+    ASSERT_EQ(DAXI_Percentiles_32f_C1MR_MT(&pool, threads, image.data(), image.step(), mask.data(), mask.step(),
+                                           image.size(), shares, 4, values, buffer.data()),
+              DAX_STS_OK);
+    for (int i = 0; i < 4; ++i) ASSERT_TRUE(sameBits(values[i], expected[i])) << shares[i] << ", " << threads;
+    pool.failingTile = 1;
+    ASSERT_EQ(DAXI_Median_32f_C1R_MT(&pool, threads, image.data(), image.step(), image.size(), values, buffer.data()),
+              pool.failure);
+  }
+}
 
 TYPED_TEST(Percentiles, AreOrderStatistics) {
   using T = TypeParam;

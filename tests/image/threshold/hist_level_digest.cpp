@@ -15,7 +15,7 @@ TEST(Digests, HistLevel) {
   TestImage<uint8_t> dst(src.size());
   const DaxiThresholdGlobalCfg cfg = {{4, 0, 0.3}, DAXI_POLARITY_AUTO, 0};
   uint64_t bytes = 0;
-  ASSERT_EQ(DAXI_ThresholdGlobalBufferSize_16u(&bytes), DAX_STS_OK);
+  ASSERT_EQ(DAXI_ThresholdOtsuMultiBufferSize_16u(&bytes), DAX_STS_OK);
   std::vector<double> buffer(bytes / sizeof(double));
   Digest digest;
   for (const auto threshold :

@@ -1,4 +1,4 @@
-// Counts of a histogram, and a work buffer that all methods share.
+// Counts of a histogram, and a work buffer that most methods share.
 #include <string_view>
 
 #include "daxi.h"
@@ -19,11 +19,11 @@ void mask(Call& c) {
   c.work("buffer", isWide ? DAXI_ThresholdGlobalBufferSize_16u : DAXI_ThresholdGlobalBufferSize_8u);
 }
 
-const Rows rows = {
-    {"DAXI_HistLevel_*", histogram},      {"DAXI_ThresholdKapur_*", mask},    {"DAXI_ThresholdYen_*", mask},
-    {"DAXI_ThresholdLi_*", mask},         {"DAXI_ThresholdKittler_*", mask},  {"DAXI_ThresholdIsodata_*", mask},
-    {"DAXI_ThresholdIntermodes_*", mask}, {"DAXI_ThresholdTriangle_*", mask}, {"DAXI_ThresholdPercentile_*", mask},
-    {"DAXI_ThresholdOtsu_*", mask},       {"DAXI_ThresholdOtsuMulti_*", mask}};
+const Rows rows = {{"DAXI_HistLevel_*", histogram},      {"DAXI_ThresholdKapur_*", mask},
+                   {"DAXI_ThresholdYen_*", mask},        {"DAXI_ThresholdLi_*", mask},
+                   {"DAXI_ThresholdKittler_*", mask},    {"DAXI_ThresholdIsodata_*", mask},
+                   {"DAXI_ThresholdIntermodes_*", mask}, {"DAXI_ThresholdTriangle_*", mask},
+                   {"DAXI_ThresholdPercentile_*", mask}, {"DAXI_ThresholdOtsu_*", mask}};
 
 }  // namespace
 }  // namespace dax::hostile

@@ -22,7 +22,7 @@ struct Result {
   Result(ByLevel<T> method, const TestImage<T>& src, int32_t polarity, int32_t classes = 2) : mask(src.size(), 3) {
     const DaxiThresholdGlobalCfg cfg = {{classes, 0, 0.3}, polarity, 0};
     uint64_t bytes = 0;
-    const auto query = sizeof(T) == 1 ? DAXI_ThresholdGlobalBufferSize_8u : DAXI_ThresholdGlobalBufferSize_16u;
+    const auto query = sizeof(T) == 1 ? DAXI_ThresholdOtsuMultiBufferSize_8u : DAXI_ThresholdOtsuMultiBufferSize_16u;
     EXPECT_EQ(query(&bytes), DAX_STS_OK);
     GuardedBuffer<uint8_t> buffer(bytes);
     mask.remember();

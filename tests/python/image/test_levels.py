@@ -5,6 +5,8 @@ from skimage import data, filters
 
 import dax
 
+WITHOUT = {"DAXI_HistLevelDefaultCfg": "part of the configuration of masks"}
+
 
 def test_methods_of_a_photograph():
     page = data.page()
@@ -15,6 +17,15 @@ def test_methods_of_a_photograph():
         result = dax.threshold_global(page, method)
         np.testing.assert_array_equal(result.image == 255, page > peer(page))
     assert dax.find_levels(counts, "otsu", classes=3) == tuple(filters.threshold_multiotsu(page, classes=3))
+    for method in ("otsu", "kapur", "yen", "li", "kittler", "isodata", "intermodes", "triangle", "percentile"):
+        levels = dax.find_levels(counts, method)
+        assert dax.threshold_global(page, method).levels == levels
+        if method == "intermodes":  # not in 65536 bins
+            levels = dax.find_levels(counts, "otsu")
+            with pytest.warns(UserWarning, match="level is Otsu's"):
+                assert dax.threshold_global(page.astype(np.uint16), method).levels == levels
+        else:
+            assert dax.threshold_global(page.astype(np.uint16), method).levels == levels
     darkest = dax.find_levels(counts, "percentile", percentile=20)
     assert dax.threshold_global(page, "percentile", percentile=20).levels == darkest
     wide = dax.threshold_global(page.astype(np.uint16) * 257, "otsu")

@@ -18,12 +18,18 @@ PEERS = {
 
 @pytest.mark.parametrize("function", PEERS)
 @pytest.mark.parametrize("dtype", [np.uint8, np.uint16, np.int16, np.float32])
-def test_equals_scipy(rng, function, dtype):
+def test_equals_scipy(rng, pool, function, dtype):
     image = rng.integers(0, 120, (23, 31)).astype(dtype)
     expected = PEERS[function](image, size=(3, 7), mode="nearest")
     np.testing.assert_array_equal(function(image, (7, 3)), expected)
-    with dax.Pool(2) as pool:
-        np.testing.assert_array_equal(function(image, (7, 3), pool=pool), expected)
+    np.testing.assert_array_equal(function(image, (7, 3), pool=pool), expected)
+
+
+@pytest.mark.parametrize("dtype", [np.uint8, np.uint16, np.int16, np.float32])
+def test_usual_windows(rng, dtype):
+    image = rng.integers(0, 120, (9, 11)).astype(dtype)
+    np.testing.assert_array_equal(dax.gray_erode(image), ndimage.grey_erosion(image, size=3, mode="nearest"))
+    np.testing.assert_array_equal(dax.gray_dilate(image), ndimage.grey_dilation(image, size=3, mode="nearest"))
 
 
 def test_anchor_border_and_iterations(rng):

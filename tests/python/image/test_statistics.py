@@ -30,7 +30,7 @@ def test_sums_and_extremes(rng, dtype, channels, masked):
 
 @pytest.mark.parametrize("dtype", ALL)
 @pytest.mark.parametrize("masked", [False, True])
-def test_norms_counts_and_percentiles(rng, dtype, masked):
+def test_norms_counts_and_percentiles(rng, pool, dtype, masked):
     first, second = picture(rng, dtype), picture(rng, dtype)
     mask = rng.integers(0, 2, (13, 37)).astype(bool) if masked else None
     one, other = ((each[mask] if masked else each.ravel()).astype(float) for each in (first, second))
@@ -41,7 +41,8 @@ def test_norms_counts_and_percentiles(rng, dtype, masked):
     assert dax.count_in_range(first, 20, 50, mask) == np.count_nonzero((one >= 20) & (one <= 50))
     shares = [0, 0.1, 0.5, 1]
     assert np.array_equal(dax.percentiles(first, shares, mask), np.quantile(one, shares, method="inverted_cdf"))
-    assert dax.median(first, mask) == np.quantile(one, 0.5, method="inverted_cdf")
+    assert np.array_equal(dax.percentiles(first, shares, mask), dax.percentiles(first, shares, mask, pool=pool))
+    assert dax.median(first, mask) == np.quantile(one, 0.5, method="inverted_cdf") == dax.median(first, mask, pool=pool)
 
 
 @pytest.mark.parametrize("dtype", [np.uint8, np.uint16, np.float32])
