@@ -59,7 +59,10 @@ struct Counted {
 // the sum.
 template <class T, class Tables, class Count>
 DaxStatus countLevels(const Counted<T>& region, Tables* tables, const Count& count) {
-  const auto [on, src, mask, size] = region;
+  const PoolThreads on = region.on;
+  const Plane<const T> src = region.src;
+  const MaskPlane mask = region.mask;
+  const DaxiSize size = region.size;
   const auto band = [&](int32_t first, int32_t end, uint32_t slice) -> DaxStatus {
     LevelCounter counter(tables[slice]);
     const MaskPlane chosen{mask.data ? rowAt(mask.data, mask.step, first) : nullptr, mask.step};

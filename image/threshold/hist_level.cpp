@@ -30,14 +30,14 @@ DaxStatus checkHistogram(const uint64_t* hist, int32_t bins, const DaxiHistLevel
 
 namespace {
 
-struct Histogram {
+struct LevelHistogram {
   const uint64_t* counts;
   int32_t bins;
   const DaxiHistLevelCfg& cfg;
   HistSums all;
 };
 
-DaxiHistLevel levelOf(int32_t t, double criterion, uint32_t flags = 0) {
+DaxiHistLevel resultOf(int32_t t, double criterion, uint32_t flags = 0) {
   return {{t, 0, 0}, 1, flags, 0, criterion};
 }
 
@@ -48,24 +48,24 @@ double timesLog(double n) {
 
 // The split with the greatest criterion(lower class, upper class).
 template <class Criterion>
-DaxiHistLevel bestSplit(const Histogram& h, Criterion criterion) {
+DaxiHistLevel bestSplit(const LevelHistogram& h, Criterion criterion) {
   HistSums below;
-  DaxiHistLevel best = levelOf(h.all.first, 0);
+  DaxiHistLevel best = resultOf(h.all.first, 0);
   for (int32_t t = h.all.first; t < h.all.last; ++t) {
     if (h.counts[t] == 0) continue;
     below.add(static_cast<uint64_t>(t), h.counts[t]);
     const double value = criterion(t, below, h.all.without(below));
-    if (t == h.all.first || value > best.criterion) best = levelOf(t, value);
+    if (t == h.all.first || value > best.criterion) best = resultOf(t, value);
   }
   return best;
 }
 
-DaxiHistLevel otsuLevel(const Histogram& h) {
+DaxiHistLevel otsuSplit(const LevelHistogram& h) {
   return bestSplit(
       h, [](int32_t, const HistSums& a, const HistSums& b) { return explained(a.n, a.sum) + explained(b.n, b.sum); });
 }
 
-DaxiHistLevel kapurLevel(const Histogram& h) {
+DaxiHistLevel kapurSplit(const LevelHistogram& h) {
   double all = 0, below = 0;
   for (int32_t v = h.all.first; v <= h.all.last; ++v) all += timesLog(static_cast<double>(h.counts[v]));
   const auto entropy = [](uint64_t n, double sum) {
@@ -77,7 +77,7 @@ DaxiHistLevel kapurLevel(const Histogram& h) {
   });
 }
 
-DaxiHistLevel yenLevel(const Histogram& h) {
+DaxiHistLevel yenSplit(const LevelHistogram& h) {
   using Wide = unsigned __int128;
   const auto square = [&](int32_t v) { return Wide{h.counts[v]} * h.counts[v]; };
   Wide all = 0, below = 0;
@@ -91,7 +91,7 @@ DaxiHistLevel yenLevel(const Histogram& h) {
   });
 }
 
-DaxiHistLevel liLevel(const Histogram& h) {
+DaxiHistLevel liSplit(const LevelHistogram& h) {
   const auto origin = static_cast<uint64_t>(h.all.first);
   const auto part = [&](const HistSums& c) {
     const auto sum = static_cast<double>(c.sum - origin * c.n);
@@ -100,7 +100,7 @@ DaxiHistLevel liLevel(const Histogram& h) {
   return bestSplit(h, [&](int32_t, const HistSums& a, const HistSums& b) { return part(a) + part(b); });
 }
 
-DaxiHistLevel kittlerLevel(const Histogram& h) {
+DaxiHistLevel kittlerSplit(const LevelHistogram& h) {
   using Wide = unsigned __int128;
   const auto all = static_cast<double>(h.all.n);
   const auto part = [&](const HistSums& c) {
@@ -117,7 +117,7 @@ DaxiHistLevel kittlerLevel(const Histogram& h) {
 }
 
 // The floor of the middle of the means is a step function of t that does not fall, so it meets t.
-DaxiHistLevel isodataLevel(const Histogram& h) {
+DaxiHistLevel isodataSplit(const LevelHistogram& h) {
   using Wide = unsigned __int128;
   HistSums below;
   for (int32_t t = h.all.first; t < h.all.last; ++t) {
@@ -126,9 +126,9 @@ DaxiHistLevel isodataLevel(const Histogram& h) {
     const Wide sums = Wide{below.sum} * above.n + Wide{above.sum} * below.n;
     const Wide counts = 2 * Wide{below.n} * above.n;
     if (sums / counts == static_cast<Wide>(t))
-      return levelOf(t, static_cast<double>(sums) / static_cast<double>(counts));
+      return resultOf(t, static_cast<double>(sums) / static_cast<double>(counts));
   }
-  return otsuLevel(h);
+  return otsuSplit(h);
 }
 
 // Means of three neighbours until two maxima are left.
@@ -160,7 +160,7 @@ void smoothOnce(double* smooth, int32_t bins) {
   }
 }
 
-DaxiHistLevel intermodesLevel(const Histogram& h) {
+DaxiHistLevel intermodesSplit(const LevelHistogram& h) {
   double smooth[kMaxModeBins];
   Modes modes;
   if (h.bins <= kMaxModeBins) {
@@ -171,14 +171,14 @@ DaxiHistLevel intermodesLevel(const Histogram& h) {
       modes = findModes(smooth, h.bins);
     }
   }
-  if (modes.count == 2) return levelOf(modes.sum / 4, 0);
-  DaxiHistLevel level = otsuLevel(h);
+  if (modes.count == 2) return resultOf(modes.sum / 4, 0);
+  DaxiHistLevel level = otsuSplit(h);
   level.flags |= DAXI_HIST_LEVEL_NO_MODES;
   return level;
 }
 
 // Distances from the line are compared by twice the area of the triangle: counts to 2^46, levels to 2^16.
-DaxiHistLevel triangleLevel(const Histogram& h) {
+DaxiHistLevel triangleSplit(const LevelHistogram& h) {
   const auto peak = static_cast<int32_t>(std::max_element(h.counts, h.counts + h.bins) - h.counts);
   const bool isRight = h.all.last - peak >= peak - h.all.first;
   const int32_t step = isRight ? 1 : -1, end = isRight ? h.all.last + 1 : h.all.first - 1;
@@ -191,25 +191,25 @@ DaxiHistLevel triangleLevel(const Histogram& h) {
     const int64_t area = areaAt(t);
     if (area > areaAt(best) || (area == areaAt(best) && t < best)) best = t;
   }
-  return levelOf(isRight ? best : best - 1, static_cast<double>(areaAt(best)));
+  return resultOf(isRight ? best : best - 1, static_cast<double>(areaAt(best)));
 }
 
 // The product is lowered by what its rounding may have added, as of the percentiles of images.
-DaxiHistLevel percentileLevel(const Histogram& h) {
+DaxiHistLevel percentileSplit(const LevelHistogram& h) {
   const double place = h.cfg.percentile * static_cast<double>(h.all.n);
   const auto rank = std::max<uint64_t>(static_cast<uint64_t>(std::ceil(place - place * 0x1p-50)), 1);
   uint64_t sum = 0;
   int32_t t = h.all.first - 1;
   while (sum < rank && t < h.all.last) sum += h.counts[++t];
-  return levelOf(t, 0);
+  return resultOf(t, 0);
 }
 
-DaxStatus findLevel(DaxiHistLevel (*method)(const Histogram&), const uint64_t* hist, int32_t bins,
+DaxStatus findLevel(DaxiHistLevel (*method)(const LevelHistogram&), const uint64_t* hist, int32_t bins,
                     const DaxiHistLevelCfg* cfg, DaxiHistLevel* level) {
   DAX_REQUIRE(hist && cfg && level, DAX_STS_NULL_POINTER);
-  Histogram h = {hist, bins, *cfg, {}};
+  LevelHistogram h = {hist, bins, *cfg, {}};
   DAX_REQUIRE_OK(checkHistogram(hist, bins, cfg, h.all));
-  *level = h.all.first == h.all.last ? levelOf(h.all.first, 0, DAXI_HIST_LEVEL_DEGENERATE) : method(h);
+  *level = h.all.first == h.all.last ? resultOf(h.all.first, 0, DAXI_HIST_LEVEL_DEGENERATE) : method(h);
   return DAX_STS_OK;
 }
 
@@ -227,13 +227,13 @@ DaxStatus DAXI_HistLevelDefaultCfg(DaxiHistLevelCfg* cfg) {
                                   DaxiHistLevel* level) {                                          \
     return dax::findLevel(dax::METHOD, hist, bins, cfg, level);                                    \
   }
-DAX_HIST_LEVEL(Otsu, otsuLevel)
-DAX_HIST_LEVEL(Kapur, kapurLevel)
-DAX_HIST_LEVEL(Yen, yenLevel)
-DAX_HIST_LEVEL(Li, liLevel)
-DAX_HIST_LEVEL(Kittler, kittlerLevel)
-DAX_HIST_LEVEL(Isodata, isodataLevel)
-DAX_HIST_LEVEL(Intermodes, intermodesLevel)
-DAX_HIST_LEVEL(Triangle, triangleLevel)
-DAX_HIST_LEVEL(Percentile, percentileLevel)
+DAX_HIST_LEVEL(Otsu, otsuSplit)
+DAX_HIST_LEVEL(Kapur, kapurSplit)
+DAX_HIST_LEVEL(Yen, yenSplit)
+DAX_HIST_LEVEL(Li, liSplit)
+DAX_HIST_LEVEL(Kittler, kittlerSplit)
+DAX_HIST_LEVEL(Isodata, isodataSplit)
+DAX_HIST_LEVEL(Intermodes, intermodesSplit)
+DAX_HIST_LEVEL(Triangle, triangleSplit)
+DAX_HIST_LEVEL(Percentile, percentileSplit)
 #undef DAX_HIST_LEVEL

@@ -35,8 +35,8 @@ def erode3x3(
 
 
 def dilate3x3(mask: ArrayLike, iterations: int = 1, out: Optional[Array] = None) -> NDArray[np.uint8]:
-    """One-sided dilation of a mask, which gives back what erode3x3 takes: a run grows by one pixel at its end, unless that joins it
-    to the next one.
+    """One-sided dilation of a mask, which gives back what erode3x3 takes: a run grows by one pixel at its end, unless
+    that joins it to the next one.
 
     mask: uint8, not 0 is set. iterations: at least 1. `out` may be the mask itself.
 

@@ -34,7 +34,8 @@ def _gray(
     cfg.window, cfg.anchorX, cfg.anchorY = side, column, row
     cfg.iterations, cfg.border, cfg.value = iterations, choice("mode", mode, _BORDERS), value
     form: dict[str, Any] = {"types": "8u 16u 16s 32f", "out": out}
-    if operation.endswith("Rect") and (anchor, iterations, mode, pool) == (None, 1, "clip", None) and window in (3, (3, 3)):
+    usual = (window in (3, (3, 3)), anchor, iterations, mode, pool) == (True, None, 1, "clip", None)
+    if usual and operation.endswith("Rect"):
         return apply(f"DAXI_Gray{operation[:-4]}3x3_{{type}}_{{layout}}R", {"image": image}, **form)
     name, work = f"DAXI_Gray{operation}_{{type}}_{{layout}}R", f"DAXI_Gray{operation}BufferSize_{{type}}"
     form |= {"work": work, "measures": (cfg,), "pooled": name + "_MT", "pool": pool}
