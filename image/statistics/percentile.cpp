@@ -151,14 +151,14 @@ DaxStatus selectFloats(const Counted<float>& region, const double* shares, int32
 }
 
 template <class T>
-constexpr int32_t kTables = std::is_same_v<T, float> ? 2 : 1;
+constexpr uint64_t kTables = std::is_same_v<T, float> ? 2 : 1;
 
 template <class T>
 DaxStatus storeBufferSize(DaxiSize size, uint32_t threads, uint64_t* bytes) {
   DAX_REQUIRE(bytes, DAX_STS_NULL_POINTER);
   DAX_REQUIRE(atLeast(size, 1), DAX_STS_BAD_PARAM);
   BufferLayout layout;
-  layout.add<WordTables>(static_cast<uint64_t>(kTables<T> - 1 + bandsOf(threads, size)));
+  layout.add<WordTables>(kTables<T> - 1 + static_cast<uint64_t>(bandsOf(threads, size)));
   return layout.store(bytes);
 }
 
