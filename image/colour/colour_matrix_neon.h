@@ -43,15 +43,15 @@ int32x4_t lanesOfMatrix(T, const DoublePair& v) {
 template <class T>
 using MatrixLanes = std::array<std::conditional_t<std::is_same_v<T, float>, float32x4_t, int32x4_t>, 4 / sizeof(T)>;
 
-inline void storeMatrixLanes(uint8_t* to, const MatrixLanes<uint8_t> (&c)[3]) {
+inline void storeMatrixLanes(uint8_t* to, const MatrixLanes<uint8_t>* c) {
   const uint8x16x3_t all = {{narrowed(uint8_t{}, c[0]), narrowed(uint8_t{}, c[1]), narrowed(uint8_t{}, c[2])}};
   vst3q_u8(to, all);
 }
-inline void storeMatrixLanes(uint16_t* to, const MatrixLanes<uint16_t> (&c)[3]) {
+inline void storeMatrixLanes(uint16_t* to, const MatrixLanes<uint16_t>* c) {
   const uint16x8x3_t all = {{narrowed(uint16_t{}, c[0]), narrowed(uint16_t{}, c[1]), narrowed(uint16_t{}, c[2])}};
   vst3q_u16(to, all);
 }
-inline void storeMatrixLanes(float* to, const MatrixLanes<float> (&c)[3]) {
+inline void storeMatrixLanes(float* to, const MatrixLanes<float>* c) {
   const float32x4x3_t all = {{c[0][0], c[1][0], c[2][0]}};
   vst3q_f32(to, all);
 }
