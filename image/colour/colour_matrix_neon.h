@@ -43,16 +43,19 @@ int32x4_t lanesOfMatrix(T, const DoublePair& v) {
 template <class T>
 using MatrixLanes = std::array<std::conditional_t<std::is_same_v<T, float>, float32x4_t, int32x4_t>, 4 / sizeof(T)>;
 
-inline void storeMatrixLanes(uint8_t* to, const MatrixLanes<uint8_t>* c) {
-  const uint8x16x3_t all = {{narrowed(uint8_t{}, c[0]), narrowed(uint8_t{}, c[1]), narrowed(uint8_t{}, c[2])}};
+inline void storeMatrixLanes(uint8_t* to, const MatrixLanes<uint8_t>& r, const MatrixLanes<uint8_t>& g,
+                             const MatrixLanes<uint8_t>& b) {
+  const uint8x16x3_t all = {{narrowed(uint8_t{}, r), narrowed(uint8_t{}, g), narrowed(uint8_t{}, b)}};
   vst3q_u8(to, all);
 }
-inline void storeMatrixLanes(uint16_t* to, const MatrixLanes<uint16_t>* c) {
-  const uint16x8x3_t all = {{narrowed(uint16_t{}, c[0]), narrowed(uint16_t{}, c[1]), narrowed(uint16_t{}, c[2])}};
+inline void storeMatrixLanes(uint16_t* to, const MatrixLanes<uint16_t>& r, const MatrixLanes<uint16_t>& g,
+                             const MatrixLanes<uint16_t>& b) {
+  const uint16x8x3_t all = {{narrowed(uint16_t{}, r), narrowed(uint16_t{}, g), narrowed(uint16_t{}, b)}};
   vst3q_u16(to, all);
 }
-inline void storeMatrixLanes(float* to, const MatrixLanes<float>* c) {
-  const float32x4x3_t all = {{c[0][0], c[1][0], c[2][0]}};
+inline void storeMatrixLanes(float* to, const MatrixLanes<float>& r, const MatrixLanes<float>& g,
+                             const MatrixLanes<float>& b) {
+  const float32x4x3_t all = {{r[0], g[0], b[0]}};
   vst3q_f32(to, all);
 }
 
@@ -78,7 +81,7 @@ void matrixRow(const T* src, T* dst, int32_t count, const ColourMatrix& by) {
       for (int k = 0; k < 3; ++k) c[k] = {vcvt_f64_f32(vget_low_f32(from.c[k][i])), upperDoubles(from.c[k][i])};
       for (int k = 0; k < 3; ++k) to[k][i] = lanesOfMatrix(T{}, timesMatrixRow(local.m[k], c));
     }
-    storeMatrixLanes(dst + 3 * x, to);
+    storeMatrixLanes(dst + 3 * x, to[0], to[1], to[2]);
   }
   portable::matrixRow(src + 3 * x, dst + 3 * x, static_cast<int32_t>(count - x), by);
 }
