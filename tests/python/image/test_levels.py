@@ -30,6 +30,8 @@ def test_methods_of_a_photograph():
     assert dax.threshold_global(page, "percentile", percentile=20).levels == darkest
     wide = dax.threshold_global(page.astype(np.uint16) * 257, "otsu")
     assert wide.levels[0] == 257 * filters.threshold_otsu(page)
+    three = dax.threshold_global(page.astype(np.uint16), classes=3)
+    assert three.levels == dax.find_levels(counts, classes=3) and set(np.unique(three.image)) == {0, 128, 255}
 
 
 def test_polarity_and_warnings():
