@@ -1,13 +1,13 @@
 #include "daxi/white_balance.h"
 
 #include <algorithm>
-#include <bit>
-#include <cmath>
 #include <limits>
 #include <type_traits>
 
 #include "frame/check.h"
 #include "frame/memory/work_buffer.h"
+#include "frame/numeric/rank.h"
+#include "frame/numeric/total_order.h"
 #include "frame/rows.h"
 
 namespace dax {
@@ -50,27 +50,11 @@ DaxStatus grayWorld(const T* src, int32_t srcStep, DaxiSize size, double* gains)
   return storeGains({static_cast<double>(sums[0]), static_cast<double>(sums[1]), static_cast<double>(sums[2])}, gains);
 }
 
-// Numbers of the order of the levels, found 16 bits at a time; -0 sorts before 0.
+// Levels are found by 16 of their ordered bits at a time.
 template <class T>
 struct LevelOrder {
   static constexpr int kRounds = sizeof(T) == 4 ? 2 : 1;
   static constexpr uint32_t kBins = sizeof(T) == 1 ? 256 : 65536;
-
-  static uint32_t keyOf(T level) {
-    if constexpr (std::is_floating_point_v<T>) {
-      const auto bits = std::bit_cast<uint32_t>(level);
-      return bits >> 31 != 0 ? ~bits : bits | 0x80000000u;
-    } else {
-      return level;
-    }
-  }
-  static double levelOf(uint32_t key) {
-    if constexpr (std::is_floating_point_v<T>) {
-      return double{std::bit_cast<float>(key >> 31 != 0 ? key & 0x7FFFFFFFu : ~key)};
-    } else {
-      return key;
-    }
-  }
 };
 
 template <class T>
@@ -79,12 +63,6 @@ struct PatchBuffer {
   BufferLayout layout;
   BufferPiece<uint64_t> counts;
 };
-
-// Rank from 1 on. The product may be above a whole number by its rounding only.
-uint64_t rankOf(double percentile, uint64_t count) {
-  const double rank = percentile * static_cast<double>(count);
-  return std::max<uint64_t>(1, static_cast<uint64_t>(std::ceil(rank - rank * 0x1p-50)));
-}
 
 // The bin in which the element of a rank lies; what is left of the rank is that within the bin.
 uint32_t binOfRank(const uint64_t* counts, uint64_t& rank) {
@@ -110,7 +88,7 @@ DaxStatus whitePatch(const T* src, int32_t srcStep, DaxiSize size, double percen
       forUnsaturated(rowAt(src, srcStep, y), size.width, [&](const T* at) {
         ++count;
         for (uint32_t k = 0; k < 3; ++k) {
-          const uint32_t key = Order::keyOf(at[k]);
+          const uint32_t key = orderedBits(at[k]);
           if (round == 0 || key >> 16 == keys[k]) ++counts[k * Order::kBins + (key >> shift) % Order::kBins];
         }
       });
@@ -121,7 +99,8 @@ DaxStatus whitePatch(const T* src, int32_t srcStep, DaxiSize size, double percen
       keys[k] = keys[k] << 16 | binOfRank(counts + k * Order::kBins, ranks[k]);
     }
   }
-  return storeGains({Order::levelOf(keys[0]), Order::levelOf(keys[1]), Order::levelOf(keys[2])}, gains);
+  const auto level = [&](int k) { return static_cast<double>(fromOrderedBits<T>(keys[k])); };
+  return storeGains({level(0), level(1), level(2)}, gains);
 }
 
 }  // namespace

@@ -1,47 +1,17 @@
-// Values of given ranks among the pixels of an image, without sorting them: a radix search, a byte at a time, of two ranks at once.
+// Values of given ranks among the pixels of an image, without sorting them: a radix search, a byte at a time, of two
+// ranks at once.
 #pragma once
 
-#include <bit>
 #include <cmath>
 #include <cstdint>
-#include <limits>
 #include <type_traits>
 
 #include "frame/memory/work_buffer.h"
+#include "frame/numeric/rank.h"
+#include "frame/numeric/total_order.h"
 #include "frame/rows.h"
 
 namespace dax {
-
-// Pixels as unsigned integers in the same order, and back; -0 comes before 0.
-inline uint8_t orderedBits(uint8_t v) {
-  return v;
-}
-inline uint16_t orderedBits(uint16_t v) {
-  return v;
-}
-inline uint16_t orderedBits(int16_t v) {
-  return static_cast<uint16_t>(static_cast<uint16_t>(v) ^ 0x8000u);
-}
-inline uint32_t orderedBits(float v) {
-  const auto bits = std::bit_cast<uint32_t>(v);
-  return bits ^ (bits >> 31 ? ~uint32_t{0} : uint32_t{1} << 31);
-}
-template <class T>
-T fromOrderedBits(uint32_t key) {
-  if constexpr (std::is_same_v<T, float>)
-    return std::bit_cast<float>(key ^ (key >> 31 ? uint32_t{1} << 31 : ~uint32_t{0}));
-  else if constexpr (std::is_signed_v<T>)
-    return static_cast<T>(static_cast<int32_t>(key) - 0x8000);
-  else
-    return static_cast<T>(key);
-}
-
-// Rank, from 1, of the share p in 0..1 of n values; products such as 0.07 * 100, rounded up to above 7, count as 7.
-inline uint64_t rankOf(double p, uint64_t n) {
-  const double exact = p * static_cast<double>(n);
-  const double rank = std::ceil(exact - exact * 0x1p-50);
-  return rank < 1 ? 1 : rank < static_cast<double>(n) ? static_cast<uint64_t>(rank) : n;
-}
 
 template <class T, class Use>
 void forFinitePixels(const T* src, int32_t srcStep, DaxiSize size, Use use) {

@@ -1,11 +1,11 @@
 #include "image/statistics/percentile.h"
 
-#include <bit>
-#include <cmath>
 #include <type_traits>
 
 #include "daxi/percentile.h"
 #include "frame/memory/work_buffer.h"
+#include "frame/numeric/rank.h"
+#include "frame/numeric/total_order.h"
 #include "image/statistics/level_counts.h"
 #include "image/statistics/pixel_runs.h"
 
@@ -13,13 +13,6 @@ namespace dax {
 namespace {
 
 constexpr int32_t kMaxShares = 256;
-
-// ceil(share * n), at least 1. The product is lowered by what its rounding may have added: 0.07 * 100 is above 7.
-uint64_t rankOf(double share, uint64_t n) {
-  const double place = share * static_cast<double>(n);
-  const auto rank = static_cast<uint64_t>(std::ceil(place - place * 0x1p-50));
-  return std::min(std::max<uint64_t>(rank, 1), n);
-}
 
 // The level of the pixel of a rank, which becomes the rank among those of this level.
 int32_t levelAt(const uint64_t* totals, uint64_t& rank) {
@@ -97,16 +90,6 @@ DaxStatus selectIntegers(const Counted<T>& region, const double* shares, int32_t
   return DAX_STS_OK;
 }
 
-// Bits of floats in the order of their values: negative ones are complemented, so that -0 comes before +0.
-uint32_t orderedBits(float value) {
-  const auto bits = std::bit_cast<uint32_t>(value);
-  return bits >> 31 ? ~bits : bits | 0x80000000u;
-}
-
-float fromOrderedBits(uint32_t ordered) {
-  return std::bit_cast<float>(ordered >> 31 ? ordered & 0x7FFFFFFFu : ~ordered);
-}
-
 // Counts half of the ordered bits of the values for which accepts(ordered bits) holds; never a NaN.
 template <class Accepts, class Half>
 DaxStatus countHalves(const Counted<float>& region, WordTables* tables, const Accepts& accepts, const Half& half) {
@@ -145,7 +128,7 @@ DaxStatus selectFloats(const Counted<float>& region, const double* shares, int32
           [](uint32_t ordered) { return ordered; }));
       known = prefix;
     }
-    values[i] = fromOrderedBits(prefix << 16 | static_cast<uint32_t>(levelAt(lower, rank)));
+    values[i] = fromOrderedBits<float>(prefix << 16 | static_cast<uint32_t>(levelAt(lower, rank)));
   }
   return DAX_STS_OK;
 }

@@ -5,6 +5,7 @@
 
 #include "frame/check.h"
 #include "frame/numeric/elementary.h"
+#include "frame/numeric/rank.h"
 
 namespace dax {
 
@@ -116,19 +117,20 @@ DaxiHistLevel kittlerSplit(const LevelHistogram& h) {
   return best;
 }
 
-// The floor of the middle of the means is a step function of t that does not fall, so it meets t.
+// The floor of the middle of the means does not fall as t grows, and lies within first..last - 1, so it meets t
+// somewhere.
 DaxiHistLevel isodataSplit(const LevelHistogram& h) {
   using Wide = unsigned __int128;
   HistSums below;
-  for (int32_t t = h.all.first; t < h.all.last; ++t) {
+  for (int32_t t = h.all.first;; ++t) {
     below.add(static_cast<uint64_t>(t), h.counts[t]);
     const HistSums above = h.all.without(below);
     const Wide sums = Wide{below.sum} * above.n + Wide{above.sum} * below.n;
     const Wide counts = 2 * Wide{below.n} * above.n;
-    if (sums / counts == static_cast<Wide>(t))
+    if (t == h.all.last - 1 || sums / counts == static_cast<Wide>(t)) {
       return resultOf(t, static_cast<double>(sums) / static_cast<double>(counts));
+    }
   }
-  return otsuSplit(h);
 }
 
 // Means of three neighbours until two maxima are left.
@@ -194,10 +196,8 @@ DaxiHistLevel triangleSplit(const LevelHistogram& h) {
   return resultOf(isRight ? best : best - 1, static_cast<double>(areaAt(best)));
 }
 
-// The product is lowered by what its rounding may have added, as of the percentiles of images.
 DaxiHistLevel percentileSplit(const LevelHistogram& h) {
-  const double place = h.cfg.percentile * static_cast<double>(h.all.n);
-  const auto rank = std::max<uint64_t>(static_cast<uint64_t>(std::ceil(place - place * 0x1p-50)), 1);
+  const uint64_t rank = rankOf(h.cfg.percentile, h.all.n);
   uint64_t sum = 0;
   int32_t t = h.all.first - 1;
   while (sum < rank && t < h.all.last) sum += h.counts[++t];

@@ -12,8 +12,8 @@
  *   buffer          as many bytes as the query says, aligned as by malloc; bytes need none
  *
  * _MT: on the host's thread pool, in at most four bands of rows, where pool is not null and threads > 1; else on the
- * calling thread. The work buffer has a query of its own. The result does not depend on the threads. Returns the status of the
- * host's parallel-for, unchanged.
+ * calling thread. The work buffer has a query of its own, which is to get the same number of threads. The result does not
+ * depend on the threads. Returns the status of the host's parallel-for, unchanged.
  *
  * Thread-safe for distinct outputs and buffers. The results are the same bits on every machine.
  *
@@ -43,7 +43,7 @@ DAX_API DaxStatus DAXI_PercentilesBufferSize_32f(DaxiSize size, uint64_t* bytes)
 DAX_API DaxStatus DAXI_MedianBufferSize_16u(DaxiSize size, uint64_t* bytes);
 DAX_API DaxStatus DAXI_MedianBufferSize_16s(DaxiSize size, uint64_t* bytes);
 DAX_API DaxStatus DAXI_MedianBufferSize_32f(DaxiSize size, uint64_t* bytes);
-/* The same for the forms ending in _MT. */
+/* The same for the forms ending in _MT; threads as for the call. */
 DAX_API DaxStatus DAXI_PercentilesBufferSize_16u_MT(DaxiSize size, uint32_t threads, uint64_t* bytes);
 DAX_API DaxStatus DAXI_PercentilesBufferSize_16s_MT(DaxiSize size, uint32_t threads, uint64_t* bytes);
 DAX_API DaxStatus DAXI_PercentilesBufferSize_32f_MT(DaxiSize size, uint32_t threads, uint64_t* bytes);

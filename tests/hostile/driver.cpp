@@ -116,10 +116,13 @@ bool fits(std::string_view pattern, std::string_view name) {
 
 constexpr uint64_t kTurnsPerRound = 32;
 constexpr uint64_t kCallsForTally = 200;  // of a function; with fewer, chance alone may refuse most of its valid calls
+constexpr uint64_t kMaxCallsForTally = 1000;  // of a function that chance alone may have made doubtful
 
 struct Tally {
   uint64_t succeeded = 0, failed = 0, unspoiledFailed = 0;
   std::map<uint64_t, uint64_t> statuses;  // how often each was returned
+
+  bool isMostlyRefused() const { return 2 * unspoiledFailed > succeeded; }
 };
 
 class Driver {
@@ -149,6 +152,7 @@ class Driver {
         std::fflush(report);
       }
     }
+    callDoubtfulAgain();
     checkTallies();
     std::fprintf(report, "hostile: %llu calls of %zu functions, %d findings\n",
                  static_cast<unsigned long long>(options_.calls), subjects_.size(), findings_);
@@ -222,18 +226,31 @@ class Driver {
     if (!complaint.empty()) found(subject, complaint);
   }
 
+  bool hasCallsForTally() const { return options_.calls / subjects_.size() >= kCallsForTally; }
+
+  void callDoubtfulAgain() {
+    if (!hasCallsForTally()) return;
+    const uint64_t end = options_.first + options_.calls, cycle = subjects_.size();
+    for (uint64_t next = end; next < end + cycle; ++next) {
+      const Tally& tally = subjects_[next % cycle].tally;
+      for (uint64_t i = next; tally.isMostlyRefused() && tally.succeeded + tally.failed < kMaxCallsForTally;
+           i += cycle) {
+        one(i);
+      }
+    }
+  }
+
   // With enough calls each function has both succeeded and failed; otherwise its row is too kind, or too harsh.
   void checkTallies() {
-    const bool enough = options_.calls / subjects_.size() >= kCallsForTally;
     for (const Subject& subject : subjects_) {
       const Tally& tally = subject.tally;
       const unsigned flags = subject.row->flags;
       if (options_.coverage) tell(subject);
-      if (!enough) continue;
+      if (!hasCallsForTally()) continue;
       const bool canFail = subject.function->returnsStatus() && !(flags & Row::neverFails);
       if (tally.succeeded == 0 && !(flags & Row::neverSucceeds)) complainOf(subject, "never succeeded");
       if (tally.failed == 0 && canFail) complainOf(subject, "never refused anything");
-      if (tally.unspoiledFailed > tally.succeeded) complainOf(subject, "mostly refused what its row means as valid");
+      if (tally.isMostlyRefused()) complainOf(subject, "mostly refused what its row means as valid");
     }
   }
 

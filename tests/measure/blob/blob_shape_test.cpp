@@ -142,20 +142,24 @@ TEST(BlobShape, SomeShapes) {
   EXPECT_EQ(point.maxFeret + point.minFeret + point.feretAngle + point.eccentricity, 0);
 }
 
-// What is refused, and in which order, is tried by the hostile calls.
+// What else is refused, and in which order, is tried by the hostile calls.
 TEST(BlobShape, OfChosenLabels) {
   const Image mask = picture({"##.#", "...#"});
   Labeller label(mask.size(), 8);
-  const DaxiDomainList list = label(mask, DAX_ISA_NEON);
+  const DaxiDomainList list = label(mask, DAX_ISA_NEON), none = {};
   std::vector<uint8_t> buffer(4096);
   DaxiBlobShape shape = {};
   const uint32_t second[] = {1}, wrong[] = {2};
-  const auto run = [&](const uint32_t* labels) {
-    return DAXI_BlobShape_8u_C1R(mask.data(), 4, {4, 2}, &list, 8, labels, 1, &shape, buffer.data());
+  const auto run = [&](const uint32_t* labels, const DaxiDomainList& domains) {
+    return DAXI_BlobShape_8u_C1R(mask.data(), 4, {4, 2}, &domains, 8, labels, 1, &shape, buffer.data());
   };
-  EXPECT_EQ(run(second), DAX_STS_OK);
+  EXPECT_EQ(run(second, list), DAX_STS_OK);
   EXPECT_EQ(shape.equivalentDiameter, static_cast<float>(2 * std::sqrt(2 / std::numbers::pi)));
-  EXPECT_EQ(run(wrong), DAX_STS_BAD_PARAM);
+  EXPECT_EQ(run(wrong, list), DAX_STS_BAD_PARAM);
+  EXPECT_EQ(run(second, none), DAX_STS_NULL_POINTER);
+  uint64_t bytes;
+  EXPECT_EQ(DAXI_BlobShapeBufferSize_8u({4, 65536}, &bytes), DAX_STS_OK);
+  EXPECT_EQ(DAXI_BlobShapeBufferSize_8u({4, 65537}, &bytes), DAX_STS_BAD_PARAM);
 }
 
 TEST(BlobLabelImage, EveryPixelOfTheRegion) {
