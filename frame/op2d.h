@@ -1,5 +1,5 @@
-// Operations on the elements of images of one size, each element for itself: the checks that all have in common and the loop
-// over rows. Interleaved channels are elements of a row.
+// Operations on the elements of images of one size, each element for itself: the checks that all have in common and the
+// loop over rows. Interleaved channels are elements of a row.
 #pragma once
 
 #include <algorithm>
@@ -8,6 +8,7 @@
 
 #include "frame/check.h"
 #include "frame/rows.h"
+#include "frame/tiles.h"
 
 namespace dax {
 
@@ -28,8 +29,8 @@ DaxStatus checkPlanes(DaxiSize size, int32_t channels, Plane<T>... planes) {
   return DAX_STS_OK;
 }
 
-// Calls row(elements of the first plane, ..., count) from top to bottom; once for all rows where no plane has a gap between
-// its rows, which spares small images the start and end of every row.
+// Calls row(elements of the first plane, ..., count) from top to bottom; once for all rows where no plane has a gap
+// between its rows, which spares small images the start and end of every row.
 template <class Row, class... T>
 void forEachRow(DaxiSize size, int32_t channels, Row&& row, Plane<T>... planes) {
   const int64_t width = int64_t{size.width} * channels, all = width * size.height;
@@ -38,6 +39,15 @@ void forEachRow(DaxiSize size, int32_t channels, Row&& row, Plane<T>... planes) 
     return;
   }
   for (int32_t y = 0; y < size.height; ++y) row(rowAt(planes.data, planes.step, y)..., static_cast<int32_t>(width));
+}
+
+// The same in bands of rows on the host's pool, where there is one.
+template <class Row, class... T>
+DaxStatus forEachRow(PoolThreads on, DaxiSize size, int32_t channels, const Row& row, Plane<T>... planes) {
+  return runRows(on, size.height, [&](int32_t first, int32_t end) {
+    forEachRow({size.width, end - first}, channels, row,
+               Plane<T>{rowAt(planes.data, planes.step, first), planes.step}...);
+  });
 }
 
 }  // namespace dax

@@ -23,28 +23,32 @@ void flatFieldRow(const T* src, const T* dark, const float* gain, T* dst, int32_
 }
 
 template <class T>
-DaxStatus flatField(const T* src, int32_t srcStep, const T* dark, int32_t darkStep, const float* gain, int32_t gainStep,
-                    T* dst, int32_t dstStep, DaxiSize size) {
+DaxStatus flatField(PoolThreads on, const T* src, int32_t srcStep, const T* dark, int32_t darkStep, const float* gain,
+                    int32_t gainStep, T* dst, int32_t dstStep, DaxiSize size) {
   const Plane from{src, srcStep}, darkness{dark, darkStep};
   const Plane factors{gain, gainStep};
   const Plane to{dst, dstStep};
   DAX_REQUIRE_OK(checkPlanes(size, 1, from, darkness, factors, to));
-  forEachRow(size, 1, flatFieldRow<T>, from, darkness, factors, to);
-  return DAX_STS_OK;
+  return forEachRow(on, size, 1, flatFieldRow<T>, from, darkness, factors, to);
 }
 
 }  // namespace
 }  // namespace dax
 
-#define DAX_FLAT_FIELD(SUFFIX, T)                                                                                \
-  DaxStatus DAXI_FlatField_##SUFFIX##_C1R(const T* src, int32_t srcStep, const T* dark, int32_t darkStep,        \
-                                          const float* gain, int32_t gainStep, T* dst, int32_t dstStep,          \
-                                          DaxiSize size) {                                                       \
-    return dax::flatField(src, srcStep, dark, darkStep, gain, gainStep, dst, dstStep, size);                     \
-  }                                                                                                              \
-  DaxStatus DAXI_FlatField_##SUFFIX##_C1IR(const T* dark, int32_t darkStep, const float* gain, int32_t gainStep, \
-                                           T* srcDst, int32_t step, DaxiSize size) {                             \
-    return dax::flatField<T>(srcDst, step, dark, darkStep, gain, gainStep, srcDst, step, size);                  \
+#define DAX_FLAT_FIELD(SUFFIX, T)                                                                                  \
+  DaxStatus DAXI_FlatField_##SUFFIX##_C1R(const T* src, int32_t srcStep, const T* dark, int32_t darkStep,          \
+                                          const float* gain, int32_t gainStep, T* dst, int32_t dstStep,            \
+                                          DaxiSize size) {                                                         \
+    return dax::flatField({}, src, srcStep, dark, darkStep, gain, gainStep, dst, dstStep, size);                   \
+  }                                                                                                                \
+  DaxStatus DAXI_FlatField_##SUFFIX##_C1R_MT(void* pool, uint32_t threads, const T* src, int32_t srcStep,          \
+                                             const T* dark, int32_t darkStep, const float* gain, int32_t gainStep, \
+                                             T* dst, int32_t dstStep, DaxiSize size) {                             \
+    return dax::flatField({pool, threads}, src, srcStep, dark, darkStep, gain, gainStep, dst, dstStep, size);      \
+  }                                                                                                                \
+  DaxStatus DAXI_FlatField_##SUFFIX##_C1IR(const T* dark, int32_t darkStep, const float* gain, int32_t gainStep,   \
+                                           T* srcDst, int32_t step, DaxiSize size) {                               \
+    return dax::flatField<T>({}, srcDst, step, dark, darkStep, gain, gainStep, srcDst, step, size);                \
   }
 DAX_FLAT_FIELD(8u, uint8_t)
 DAX_FLAT_FIELD(16u, uint16_t)

@@ -104,16 +104,6 @@ ConvertArithmetic arithmeticFor(const DaxiConvertCfg& cfg, int64_t pixels, bool 
   }
 }
 
-template <int kChannels, class From, class To, class Row>
-DaxStatus inBands(PoolThreads on, const From* src, int32_t srcStep, To* dst, int32_t dstStep, DaxiSize size,
-                  const Row& row) {
-  return runRows(on, size.height, [&](int32_t first, int32_t end) {
-    const Plane from{rowAt(src, srcStep, first), srcStep};
-    const Plane to{rowAt(dst, dstStep, first), dstStep};
-    forEachRow({size.width, end - first}, kChannels, row, from, to);
-  });
-}
-
 }  // namespace
 
 template <class From, class To>
@@ -124,15 +114,17 @@ void convertElements(const From* src, To* dst, int32_t count, const DaxiConvertC
 template <class From, class To, int kChannels>
 DaxStatus convert(PoolThreads on, const From* src, int32_t srcStep, To* dst, int32_t dstStep, DaxiSize size,
                   const DaxiConvertCfg* cfg) {
+  const Plane from{src, srcStep};
+  const Plane to{dst, dstStep};
   DAX_REQUIRE(cfg, DAX_STS_NULL_POINTER);
-  DAX_REQUIRE_OK(checkPlanes(size, kChannels, Plane{src, srcStep}, Plane{dst, dstStep}));
+  DAX_REQUIRE_OK(checkPlanes(size, kChannels, from, to));
   DAX_REQUIRE_OK(checkConvertCfg(*cfg));
   const bool neon = usesNeon(currentIsa());
   const auto arithmetic = arithmeticFor<From, To>(*cfg, int64_t{size.width} * size.height, neon);
   const auto row = [=, settings = *cfg](const From* pixels, To* result, int32_t count) {
     elements(pixels, result, count, settings, arithmetic, neon);
   };
-  return inBands<kChannels>(on, src, srcStep, dst, dstStep, size, row);
+  return forEachRow(on, size, kChannels, row, from, to);
 }
 
 template <class From, class To>
@@ -142,11 +134,13 @@ void convertFullRangeElements(const From* src, To* dst, int32_t count, int32_t i
 
 template <class From, class To, int kChannels>
 DaxStatus convertFullRange(PoolThreads on, const From* src, int32_t srcStep, To* dst, int32_t dstStep, DaxiSize size) {
-  DAX_REQUIRE_OK(checkPlanes(size, kChannels, Plane{src, srcStep}, Plane{dst, dstStep}));
+  const Plane from{src, srcStep};
+  const Plane to{dst, dstStep};
+  DAX_REQUIRE_OK(checkPlanes(size, kChannels, from, to));
   const auto row = [isa = currentIsa()](const From* pixels, To* result, int32_t count) {
     convertFullRangeElements(pixels, result, count, isa);
   };
-  return inBands<kChannels>(on, src, srcStep, dst, dstStep, size, row);
+  return forEachRow(on, size, kChannels, row, from, to);
 }
 
 #define DAX_CONVERT_CHANNELS(FROM, TO, CHANNELS)                                                            \

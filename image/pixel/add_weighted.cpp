@@ -13,8 +13,8 @@ void addWeightedRow(const T* a, const T* b, T* dst, int32_t count, const DaxiAdd
 }
 
 template <class T>
-DaxStatus addWeighted(const T* src1, int32_t step1, const T* src2, int32_t step2, T* dst, int32_t dstStep,
-                      DaxiSize size, const DaxiAddWeightedCfg* cfg) {
+DaxStatus addWeighted(PoolThreads on, const T* src1, int32_t step1, const T* src2, int32_t step2, T* dst,
+                      int32_t dstStep, DaxiSize size, const DaxiAddWeightedCfg* cfg) {
   const Plane first{src1, step1}, second{src2, step2};
   const Plane to{dst, dstStep};
   DAX_REQUIRE(cfg, DAX_STS_NULL_POINTER);
@@ -23,13 +23,12 @@ DaxStatus addWeighted(const T* src1, int32_t step1, const T* src2, int32_t step2
   const auto row = [weights = *cfg, isa = currentIsa()](const T* a, const T* b, T* result, int32_t count) {
     addWeightedRow(a, b, result, count, weights, isa);
   };
-  forEachRow(size, 1, row, first, second, to);
-  return DAX_STS_OK;
+  return forEachRow(on, size, 1, row, first, second, to);
 }
 
-#define DAX_ADD_WEIGHTED(T)                                                                      \
-  template DaxStatus addWeighted<T>(const T*, int32_t, const T*, int32_t, T*, int32_t, DaxiSize, \
-                                    const DaxiAddWeightedCfg*);                                  \
+#define DAX_ADD_WEIGHTED(T)                                                                                   \
+  template DaxStatus addWeighted<T>(PoolThreads, const T*, int32_t, const T*, int32_t, T*, int32_t, DaxiSize, \
+                                    const DaxiAddWeightedCfg*);                                               \
   template void addWeightedRow<T>(const T*, const T*, T*, int32_t, const DaxiAddWeightedCfg&, int32_t);
 DAX_ADD_WEIGHTED(uint8_t)
 DAX_ADD_WEIGHTED(uint16_t)

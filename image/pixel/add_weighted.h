@@ -6,10 +6,10 @@
 
 namespace dax {
 
-// Checks and computes; a source may be dst.
+// Checks and computes, on the pool where there is one; a source may be dst.
 template <class T>
-DaxStatus addWeighted(const T* src1, int32_t step1, const T* src2, int32_t step2, T* dst, int32_t dstStep,
-                      DaxiSize size, const DaxiAddWeightedCfg* cfg);
+DaxStatus addWeighted(PoolThreads on, const T* src1, int32_t step1, const T* src2, int32_t step2, T* dst,
+                      int32_t dstStep, DaxiSize size, const DaxiAddWeightedCfg* cfg);
 
 // One row.
 template <class T>

@@ -33,8 +33,8 @@ void divideRow(const T* a, const T* b, T* dst, int32_t count, int32_t scaleFacto
 }
 
 template <class T, int kChannels>
-DaxStatus divideByConstant(const T* src, int32_t srcStep, T* dst, int32_t dstStep, DaxiSize size, const T* value,
-                           int32_t scaleFactor) {
+DaxStatus divideByConstant(PoolThreads on, const T* src, int32_t srcStep, T* dst, int32_t dstStep, DaxiSize size,
+                           const T* value, int32_t scaleFactor) {
   const Plane from{src, srcStep};
   const Plane to{dst, dstStep};
   DAX_REQUIRE(value, DAX_STS_NULL_POINTER);
@@ -45,13 +45,12 @@ DaxStatus divideByConstant(const T* src, int32_t srcStep, T* dst, int32_t dstSte
   const auto row = [&, isa = currentIsa()](const T* a, T* result, int32_t count) {
     divideRow<Operand::pattern>(a, pattern.elements, result, count, scaleFactor, isa);
   };
-  forEachRow(size, kChannels, row, from, to);
-  return DAX_STS_OK;
+  return forEachRow(on, size, kChannels, row, from, to);
 }
 
 template <class T, int kChannels>
-DaxStatus divideByImage(const T* src1, int32_t step1, const T* src2, int32_t step2, T* dst, int32_t dstStep,
-                        DaxiSize size, int32_t scaleFactor) {
+DaxStatus divideByImage(PoolThreads on, const T* src1, int32_t step1, const T* src2, int32_t step2, T* dst,
+                        int32_t dstStep, DaxiSize size, int32_t scaleFactor) {
   const Plane first{src1, step1}, second{src2, step2};
   const Plane to{dst, dstStep};
   DAX_REQUIRE_OK(checkPlanes(size, kChannels, first, second, to));
@@ -63,13 +62,14 @@ DaxStatus divideByImage(const T* src1, int32_t step1, const T* src2, int32_t ste
   const auto row = [=](const T* a, const T* b, T* result, int32_t count) {
     divideRow<Operand::row>(a, b, result, count, scaleFactor, isa);
   };
-  forEachRow(size, kChannels, row, first, second, to);
-  return DAX_STS_OK;
+  return forEachRow(on, size, kChannels, row, first, second, to);
 }
 
-#define DAX_DIVIDE_CHANNELS(T, CHANNELS)                                                                         \
-  template DaxStatus divideByConstant<T, CHANNELS>(const T*, int32_t, T*, int32_t, DaxiSize, const T*, int32_t); \
-  template DaxStatus divideByImage<T, CHANNELS>(const T*, int32_t, const T*, int32_t, T*, int32_t, DaxiSize, int32_t);
+#define DAX_DIVIDE_CHANNELS(T, CHANNELS)                                                                            \
+  template DaxStatus divideByConstant<T, CHANNELS>(PoolThreads, const T*, int32_t, T*, int32_t, DaxiSize, const T*, \
+                                                   int32_t);                                                        \
+  template DaxStatus divideByImage<T, CHANNELS>(PoolThreads, const T*, int32_t, const T*, int32_t, T*, int32_t,     \
+                                                DaxiSize, int32_t);
 #define DAX_DIVIDE(T)                                                                          \
   DAX_DIVIDE_CHANNELS(T, 1)                                                                    \
   DAX_DIVIDE_CHANNELS(T, 3)                                                                    \

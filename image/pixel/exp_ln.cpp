@@ -150,12 +150,10 @@ void elementaryRow(const float* src, float* dst, int32_t count) {
 
 template <class Op>
 DaxStatus elementary32f(PoolThreads on, const float* src, int32_t srcStep, float* dst, int32_t dstStep, DaxiSize size) {
-  DAX_REQUIRE_OK(checkPlanes(size, 1, Plane{src, srcStep}, Plane{dst, dstStep}));
-  return runRows(on, size.height, [=](int32_t first, int32_t end) {
-    const Plane from{rowAt(src, srcStep, first), srcStep};
-    const Plane to{rowAt(dst, dstStep, first), dstStep};
-    forEachRow({size.width, end - first}, 1, elementaryRow<Op>, from, to);
-  });
+  const Plane from{src, srcStep};
+  const Plane to{dst, dstStep};
+  DAX_REQUIRE_OK(checkPlanes(size, 1, from, to));
+  return forEachRow(on, size, 1, elementaryRow<Op>, from, to);
 }
 
 template DaxStatus elementary32f<ExpOp>(PoolThreads, const float*, int32_t, float*, int32_t, DaxiSize);

@@ -12,15 +12,14 @@ void magnitudeRow(const T* src, T* dst, int32_t count, int32_t isa) {
 }
 
 template <class Op, class T>
-DaxStatus magnitude(const T* src, int32_t srcStep, T* dst, int32_t dstStep, DaxiSize size) {
+DaxStatus magnitude(PoolThreads on, const T* src, int32_t srcStep, T* dst, int32_t dstStep, DaxiSize size) {
   const Plane from{src, srcStep};
   const Plane to{dst, dstStep};
   DAX_REQUIRE_OK(checkPlanes(size, 1, from, to));
   const auto row = [isa = currentIsa()](const T* a, T* result, int32_t count) {
     magnitudeRow<Op>(a, result, count, isa);
   };
-  forEachRow(size, 1, row, from, to);
-  return DAX_STS_OK;
+  return forEachRow(on, size, 1, row, from, to);
 }
 
 template <class T>
@@ -28,8 +27,8 @@ DaxStatus square(const T* src, int32_t srcStep, T* dst, int32_t dstStep, DaxiSiz
   return withImage<MulOp, T, 1>(src, srcStep, src, srcStep, dst, dstStep, size, scaleFactor);
 }
 
-#define DAX_MAGNITUDE(OP, T)                                                     \
-  template DaxStatus magnitude<OP, T>(const T*, int32_t, T*, int32_t, DaxiSize); \
+#define DAX_MAGNITUDE(OP, T)                                                                  \
+  template DaxStatus magnitude<OP, T>(PoolThreads, const T*, int32_t, T*, int32_t, DaxiSize); \
   template void magnitudeRow<OP, T>(const T*, T*, int32_t, int32_t);
 #define DAX_ROOT_AND_SQUARE(T) \
   DAX_MAGNITUDE(SqrtOp, T)     \

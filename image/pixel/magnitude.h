@@ -8,9 +8,9 @@ namespace dax {
 struct AbsOp;
 struct SqrtOp;
 
-// Check and compute; src may be dst.
+// Check and compute, on the pool where there is one; src may be dst.
 template <class Op, class T>
-DaxStatus magnitude(const T* src, int32_t srcStep, T* dst, int32_t dstStep, DaxiSize size);
+DaxStatus magnitude(PoolThreads on, const T* src, int32_t srcStep, T* dst, int32_t dstStep, DaxiSize size);
 
 template <class T>
 DaxStatus square(const T* src, int32_t srcStep, T* dst, int32_t dstStep, DaxiSize size, int32_t scaleFactor);

@@ -4,10 +4,13 @@
 #include <cfloat>
 #include <cmath>
 #include <cstdint>
+#include <type_traits>
 
 #include "frame/check.h"
 #include "frame/dispatch.h"
+#include "frame/memory/work_buffer.h"
 #include "frame/rows.h"
+#include "frame/tiles.h"
 #include "image/statistics/moments_neon.h"
 #include "image/statistics/moments_portable.h"
 
@@ -17,6 +20,12 @@ namespace {
 __extension__ using Int128 = __int128;
 
 constexpr int32_t kMaxSide = 1 << 20;  // the greatest third moment has 117 bits
+
+// Of the pixels of a row: the sums of v, x v, x^2 v and x^3 v.
+template <class N>
+struct RowSums {
+  N of[4];
+};
 
 // Moments about one point.
 template <class N>
@@ -37,8 +46,8 @@ struct Powers {
             m03 - 3 * b * m02 + 3 * b * b * m01 - b * b * b * m00};
   }
 
-  // A row at height y whose sums of v, x v, x^2 v and x^3 v these are.
-  void addRow(const N (&row)[4], N y) {
+  void addRow(const RowSums<N>& sums, N y) {
+    const N(&row)[4] = sums.of;
     m00 += row[0];
     m10 += row[1];
     m01 += y * row[0];
@@ -67,7 +76,8 @@ struct PartPowers {
     setSumsOfSums(s);
   }
 
-  // Of the pixels in the columns of blocks, u being kMomentLanes times the number of a block, from 1 on, and the column in it.
+  // Of the pixels in the columns of blocks, u being kMomentLanes times the number of a block, from 1 on, and the column
+  // in it.
   explicit PartPowers(const ColumnSums& columns) {
     constexpr uint64_t kWidth = kMomentLanes;
     for (uint64_t i = 0; i < kWidth; ++i) {
@@ -100,50 +110,73 @@ struct PartPowers {
 };
 
 template <class T>
-Powers<Int128> powersOf(const T* src, int32_t srcStep, DaxiSize size) {
-  auto* const sumsOf = usesNeon(currentIsa()) ? neon::columnSums<T> : portable::columnSums<T>;
-  Powers<Int128> sums;
-  for (int32_t y = 0; y < size.height; ++y) {
-    const T* const from = rowAt(src, srcStep, y);
-    Int128 row[4] = {};
-    int32_t x = 0;
-    while (x <= size.width - kMomentLanes) {
-      const int32_t blocks = std::min(kMaxMomentBlocks<T>, (size.width - x) / kMomentLanes);
-      PartPowers(sumsOf(from + x, blocks)).addTo(row, x - kMomentLanes);
-      x += blocks * kMomentLanes;
-    }
-    PartPowers(from + x, size.width - x).addTo(row, x - 1);
-    sums.addRow(row, y);
+RowSums<Int128> sumsOfRow(const T* from, int32_t width, bool neon) {
+  auto* const sumsOf = neon ? neon::columnSums<T> : portable::columnSums<T>;
+  RowSums<Int128> row = {};
+  int32_t x = 0;
+  while (x <= width - kMomentLanes) {
+    const int32_t blocks = std::min(kMaxMomentBlocks<T>, (width - x) / kMomentLanes);
+    PartPowers(sumsOf(from + x, blocks)).addTo(row.of, x - kMomentLanes);
+    x += blocks * kMomentLanes;
   }
-  return sums;
+  PartPowers(from + x, width - x).addTo(row.of, x - 1);
+  return row;
 }
 
-// Floats about a pixel.
-Powers<double> powersAbout(const float* src, int32_t srcStep, DaxiSize size, int32_t centreX, int32_t centreY) {
+// Floats, x counted from a column.
+RowSums<double> sumsOfRow(const float* from, int32_t width, int32_t centre) {
   constexpr int32_t kLanes = 4;
-  Powers<double> sums;
-  for (int32_t y = 0; y < size.height; ++y) {
-    const float* const from = rowAt(src, srcStep, y);
-    double lanes[4][kLanes] = {};
-    const auto add = [&](int32_t x, int32_t lane) {
-      const double along = x - centreX;
-      double term = from[x];
-      for (auto& power : lanes) {
-        power[lane] += term;
-        term *= along;
-      }
-    };
-    int32_t x = 0;
-    for (; x <= size.width - kLanes; x += kLanes) {
-      for (int32_t lane = 0; lane < kLanes; ++lane) add(x + lane, lane);
+  double lanes[4][kLanes] = {};
+  const auto add = [&](int32_t x, int32_t lane) {
+    const double along = x - centre;
+    double term = from[x];
+    for (auto& power : lanes) {
+      power[lane] += term;
+      term *= along;
     }
-    for (; x < size.width; ++x) add(x, x % kLanes);
-    double row[4];
-    for (int p = 0; p < 4; ++p) row[p] = (lanes[p][0] + lanes[p][2]) + (lanes[p][1] + lanes[p][3]);
-    sums.addRow(row, y - centreY);
+  };
+  int32_t x = 0;
+  for (; x <= width - kLanes; x += kLanes) {
+    for (int32_t lane = 0; lane < kLanes; ++lane) add(x + lane, lane);
   }
-  return sums;
+  for (; x < width; ++x) add(x, x % kLanes);
+  RowSums<double> row;
+  for (int p = 0; p < 4; ++p) row.of[p] = (lanes[p][0] + lanes[p][2]) + (lanes[p][1] + lanes[p][3]);
+  return row;
 }
+
+template <class N>
+struct HeldRows {
+  explicit HeldRows(DaxiSize size) : rows(layout.add<RowSums<N>>(static_cast<uint64_t>(size.height))) {}
+  BufferLayout layout;
+  BufferPiece<RowSums<N>> rows;
+};
+
+// A region, and where its rows are summed up: on the calling thread, or on a pool that leaves the sums of all rows in
+// `held`.
+template <class T>
+struct MomentsOf {
+  const T* src;
+  int32_t srcStep;
+  DaxiSize size;
+  PoolThreads on;
+  void* buffer;
+
+  // rowSums(row) -> RowSums; rows count from `centre`.
+  template <class N, class SumsOfRow>
+  DaxStatus add(Powers<N>& powers, int32_t centre, const SumsOfRow& rowSums) const {
+    if (!buffer) {
+      for (int32_t y = 0; y < size.height; ++y) powers.addRow(rowSums(rowAt(src, srcStep, y)), y - centre);
+      return DAX_STS_OK;
+    }
+    auto* const held = HeldRows<N>(size).rows.in(buffer);
+    DAX_REQUIRE_OK(runRows(on, size.height, [&](int32_t first, int32_t end) {
+      for (int32_t y = first; y < end; ++y) held[y] = rowSums(rowAt(src, srcStep, y));
+    }));
+    for (int32_t y = 0; y < size.height; ++y) powers.addRow(held[y], y - centre);
+    return DAX_STS_OK;
+  }
+};
 
 Powers<double> rounded(const Powers<Int128>& m) {
   const auto real = [](Int128 value) { return static_cast<double>(value); };
@@ -189,37 +222,71 @@ DaxStatus checkMoments(const void* src, int32_t srcStep, DaxiSize size, const Da
 }
 
 template <class T>
-DaxStatus integerMoments(const T* src, int32_t srcStep, DaxiSize size, DaxiMoments* moments) {
-  DAX_REQUIRE_OK(checkMoments(src, srcStep, size, moments));
-  const Powers<Int128> raw = powersOf(src, srcStep, size);
+DaxStatus momentsOf(const MomentsOf<T>& region, DaxiMoments* moments) {
+  Powers<Int128> raw;
+  const auto rowSums = [width = region.size.width, neon = usesNeon(currentIsa())](const T* row) {
+    return sumsOfRow(row, width, neon);
+  };
+  DAX_REQUIRE_OK(region.add(raw, 0, rowSums));
   DAX_REQUIRE(raw.m00 > 0, DAX_STS_DEGENERATE);
   const auto nearest = [&](Int128 first) { return (2 * first + raw.m00) / (2 * raw.m00); };
   *moments = momentsFrom(rounded(raw), rounded(raw.about(nearest(raw.m10), nearest(raw.m01))));
   return DAX_STS_OK;
 }
 
+// The pixel next to a coordinate.
 int32_t nearestPixel(double centroid, int32_t side) {
   return static_cast<int32_t>(std::rint(std::clamp(centroid, 0.0, side - 1.0)));
+}
+
+// Floats: the second pass is about the pixel next to the centroid.
+DaxStatus momentsOf(const MomentsOf<float>& region, DaxiMoments* moments) {
+  const DaxiSize size = region.size;
+  const auto powersAbout = [&](Powers<double>& powers, int32_t x, int32_t y) {
+    return region.add(powers, y, [=](const float* row) { return sumsOfRow(row, size.width, x); });
+  };
+  Powers<double> raw, central;
+  DAX_REQUIRE_OK(powersAbout(raw, 0, 0));
+  // Where it is finite, so are all pixels, and the other moments.
+  DAX_REQUIRE(raw.m00 > 0 && raw.m00 <= DBL_MAX, DAX_STS_DEGENERATE);
+  const int32_t x = nearestPixel(raw.m10 / raw.m00, size.width), y = nearestPixel(raw.m01 / raw.m00, size.height);
+  DAX_REQUIRE_OK(powersAbout(central, x, y));
+  *moments = momentsFrom(raw, central);
+  return DAX_STS_OK;
+}
+
+template <class T>
+DaxStatus checkedMoments(const MomentsOf<T>& region, DaxiMoments* moments) {
+  DAX_REQUIRE_OK(checkMoments(region.src, region.srcStep, region.size, moments));
+  return momentsOf(region, moments);
+}
+
+template <class T>
+using MomentNumber = std::conditional_t<std::is_integral_v<T>, Int128, double>;
+
+template <class T>
+DaxStatus storeMomentsBytes(DaxiSize size, uint64_t* bytes) {
+  DAX_REQUIRE(bytes, DAX_STS_NULL_POINTER);
+  DAX_REQUIRE(atLeast(size, 1) && atMost(size, kMaxSide), DAX_STS_BAD_PARAM);
+  return HeldRows<MomentNumber<T>>(size).layout.store(bytes);
 }
 
 }  // namespace
 }  // namespace dax
 
-DaxStatus DAXI_Moments_8u_C1R(const uint8_t* src, int32_t srcStep, DaxiSize size, DaxiMoments* moments) {
-  return dax::integerMoments(src, srcStep, size, moments);
-}
-
-DaxStatus DAXI_Moments_16u_C1R(const uint16_t* src, int32_t srcStep, DaxiSize size, DaxiMoments* moments) {
-  return dax::integerMoments(src, srcStep, size, moments);
-}
-
-DaxStatus DAXI_Moments_32f_C1R(const float* src, int32_t srcStep, DaxiSize size, DaxiMoments* moments) {
-  DAX_REQUIRE_OK(dax::checkMoments(src, srcStep, size, moments));
-  const auto raw = dax::powersAbout(src, srcStep, size, 0, 0);
-  // Where it is finite, so are all pixels, and the other moments.
-  DAX_REQUIRE(raw.m00 > 0 && raw.m00 <= DBL_MAX, DAX_STS_DEGENERATE);
-  const int32_t x = dax::nearestPixel(raw.m10 / raw.m00, size.width);
-  const int32_t y = dax::nearestPixel(raw.m01 / raw.m00, size.height);
-  *moments = dax::momentsFrom(raw, dax::powersAbout(src, srcStep, size, x, y));
-  return DAX_STS_OK;
-}
+#define DAX_MOMENTS(SUFFIX, T)                                                                                         \
+  DaxStatus DAXI_Moments_##SUFFIX##_C1R(const T* src, int32_t srcStep, DaxiSize size, DaxiMoments* moments) {          \
+    return dax::checkedMoments<T>({src, srcStep, size, {}, nullptr}, moments);                                         \
+  }                                                                                                                    \
+  DaxStatus DAXI_Moments_##SUFFIX##_C1R_MT(void* pool, uint32_t threads, const T* src, int32_t srcStep, DaxiSize size, \
+                                           DaxiMoments* moments, void* buffer) {                                       \
+    DAX_REQUIRE(buffer, DAX_STS_NULL_POINTER);                                                                         \
+    return dax::checkedMoments<T>({src, srcStep, size, {pool, threads}, buffer}, moments);                             \
+  }                                                                                                                    \
+  DaxStatus DAXI_MomentsBufferSize_##SUFFIX##_MT(DaxiSize size, uint64_t* bytes) {                                     \
+    return dax::storeMomentsBytes<T>(size, bytes);                                                                     \
+  }
+DAX_MOMENTS(8u, uint8_t)
+DAX_MOMENTS(16u, uint16_t)
+DAX_MOMENTS(32f, float)
+#undef DAX_MOMENTS

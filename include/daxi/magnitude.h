@@ -4,6 +4,10 @@
  * count elements. An image of three interleaved channels is one of three times the width. No work buffer. Thread-safe.
  * The results are the same bits on every machine (NaN payloads apart).
  *
+ * _MT: on the host's thread pool, in bands of ceil(height / threads) rows, where pool is not null and threads > 1;
+ * else on the calling thread. The result does not depend on it. Returns the status of the host's parallel-for,
+ * unchanged.
+ *
  * Checks, in order:
  *   an image null                       0x10000014
  *   width < 1 or height < 1             0x1000001a
@@ -20,8 +24,12 @@ DAX_BEGIN_DECLS
 
 /* dst = |src|; 16s saturates: |-32768| is 32767. */
 DAX_API DaxStatus DAXI_Abs_16s_C1R(const int16_t* src, int32_t srcStep, int16_t* dst, int32_t dstStep, DaxiSize size);
+DAX_API DaxStatus DAXI_Abs_16s_C1R_MT(void* pool, uint32_t threads, const int16_t* src, int32_t srcStep, int16_t* dst,
+                                      int32_t dstStep, DaxiSize size);
 DAX_API DaxStatus DAXI_Abs_16s_C1IR(int16_t* srcDst, int32_t step, DaxiSize size);
 DAX_API DaxStatus DAXI_Abs_32f_C1R(const float* src, int32_t srcStep, float* dst, int32_t dstStep, DaxiSize size);
+DAX_API DaxStatus DAXI_Abs_32f_C1R_MT(void* pool, uint32_t threads, const float* src, int32_t srcStep, float* dst,
+                                      int32_t dstStep, DaxiSize size);
 DAX_API DaxStatus DAXI_Abs_32f_C1IR(float* srcDst, int32_t step, DaxiSize size);
 
 /* dst = src^2. Integers: times 2^-scaleFactor, rounded to the nearest integer, halves to the even one, saturated. */
@@ -39,13 +47,21 @@ DAX_API DaxStatus DAXI_Sqr_32f_C1IR(float* srcDst, int32_t step, DaxiSize size);
 
 /* dst = sqrt(src). Integers: the nearest one, 0 of what is below 0. 32f: correctly rounded, NaN of what is below 0. */
 DAX_API DaxStatus DAXI_Sqrt_8u_C1R(const uint8_t* src, int32_t srcStep, uint8_t* dst, int32_t dstStep, DaxiSize size);
+DAX_API DaxStatus DAXI_Sqrt_8u_C1R_MT(void* pool, uint32_t threads, const uint8_t* src, int32_t srcStep, uint8_t* dst,
+                                      int32_t dstStep, DaxiSize size);
 DAX_API DaxStatus DAXI_Sqrt_8u_C1IR(uint8_t* srcDst, int32_t step, DaxiSize size);
 DAX_API DaxStatus DAXI_Sqrt_16u_C1R(const uint16_t* src, int32_t srcStep, uint16_t* dst, int32_t dstStep,
                                     DaxiSize size);
+DAX_API DaxStatus DAXI_Sqrt_16u_C1R_MT(void* pool, uint32_t threads, const uint16_t* src, int32_t srcStep,
+                                       uint16_t* dst, int32_t dstStep, DaxiSize size);
 DAX_API DaxStatus DAXI_Sqrt_16u_C1IR(uint16_t* srcDst, int32_t step, DaxiSize size);
 DAX_API DaxStatus DAXI_Sqrt_16s_C1R(const int16_t* src, int32_t srcStep, int16_t* dst, int32_t dstStep, DaxiSize size);
+DAX_API DaxStatus DAXI_Sqrt_16s_C1R_MT(void* pool, uint32_t threads, const int16_t* src, int32_t srcStep, int16_t* dst,
+                                       int32_t dstStep, DaxiSize size);
 DAX_API DaxStatus DAXI_Sqrt_16s_C1IR(int16_t* srcDst, int32_t step, DaxiSize size);
 DAX_API DaxStatus DAXI_Sqrt_32f_C1R(const float* src, int32_t srcStep, float* dst, int32_t dstStep, DaxiSize size);
+DAX_API DaxStatus DAXI_Sqrt_32f_C1R_MT(void* pool, uint32_t threads, const float* src, int32_t srcStep, float* dst,
+                                       int32_t dstStep, DaxiSize size);
 DAX_API DaxStatus DAXI_Sqrt_32f_C1IR(float* srcDst, int32_t step, DaxiSize size);
 
 DAX_END_DECLS

@@ -71,15 +71,23 @@ def apply(
 
 
 def apply_scaled(
-    function: str, images: dict[str, ArrayLike], *parameters: Any, scale_factor: int, out: Optional[Array]
+    function: str,
+    images: dict[str, ArrayLike],
+    *parameters: Any,
+    scale_factor: int,
+    out: Optional[Array],
+    pool: Optional[Pool] = None,
 ) -> Array:
-    """The same for families whose integer forms end in Sfs and take a scale factor last; in place as well."""
-    form: dict[str, Any] = {"layouts": "C1 C3", "out": out, "in_place": True}
-    if np.asarray(next(iter(images.values()))).dtype.kind != "f":
-        return apply(function + "_{type}_{layout}RSfs", images, *parameters, scale_factor, types="8u 16u 16s", **form)
-    if scale_factor:
+    """The same for families whose integer forms end in Sfs and take a scale factor last; in place as well. pool: of
+    functions that have a form with _MT."""
+    function += "_{type}_{layout}R"
+    is_real = np.asarray(next(iter(images.values()))).dtype.kind == "f"
+    if is_real and scale_factor:
         raise ValueError("scale_factor: images of floats have none")
-    return apply(function + "_{type}_{layout}R", images, *parameters, types="32f", **form)
+    if not is_real:
+        function, parameters = function + "Sfs", (*parameters, scale_factor)
+    form: dict[str, Any] = {"layouts": "C1 C3", "out": out, "in_place": True, "pooled": function + "_MT", "pool": pool}
+    return apply(function, images, *parameters, types="32f" if is_real else "8u 16u 16s", **form)
 
 
 def apply_elements(

@@ -8,6 +8,7 @@ from .._arrays import Array, of_shape, refuse_overlap, target
 from .._interface import ffi
 from .._library import call
 from .._operation import apply_elements
+from ..pool import Pool
 
 __all__ = ["accumulate", "accumulate_weighted", "add_weighted"]
 
@@ -20,9 +21,10 @@ def add_weighted(
     offset: float = 0,
     *,
     out: Optional[Array] = None,
+    pool: Optional[Pool] = None,
 ) -> Array:
     """first_weight * first + second_weight * second + offset, in double precision: uint8, uint16, int16, rounded half
-    to even and saturated, or float32. `out` may be one of the images.
+    to even and saturated, or float32. `out` may be one of the images. pool: works in bands of rows.
 
     >>> dax.add_weighted(np.array([[10, 20]], np.uint8), 0.25, np.array([[50, 255]], np.uint8), 0.75)
     array([[ 40, 196]], dtype=uint8)
@@ -31,7 +33,7 @@ def add_weighted(
     second = np.asarray(second)
     if second.ndim < 2:
         raise ValueError(f"second: shape {second.shape}, needed is an image")
-    return apply_elements("DAXI_AddWeighted", first, second, parameters=(cfg,), out=out)
+    return apply_elements("DAXI_AddWeighted", first, second, parameters=(cfg,), out=out, pool=pool)
 
 
 def accumulate(image: ArrayLike, sums: Array) -> Array:

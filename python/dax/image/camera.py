@@ -200,9 +200,16 @@ def luma2gray(y: ArrayLike, *, range: Range = "video", out: Optional[Array] = No
     return dst.array
 
 
-def flat_field(image: ArrayLike, dark: ArrayLike, gain: ArrayLike, *, out: Optional[Array] = None) -> Array:
+def flat_field(
+    image: ArrayLike,
+    dark: ArrayLike,
+    gain: ArrayLike,
+    *,
+    out: Optional[Array] = None,
+    pool: Optional[Pool] = None,
+) -> Array:
     """(image - dark) * gain, uint8 or uint16, with gains of float32; 0 where the dark frame is brighter. `out` may be
-    the image.
+    the image. pool: works in bands of rows.
 
     >>> dax.flat_field(np.array([[30, 5]], np.uint8), np.full((1, 2), 10, np.uint8), np.full((1, 2), 1.5, np.float32))
     array([[30,  0]], dtype=uint8)
@@ -214,7 +221,7 @@ def flat_field(image: ArrayLike, dark: ArrayLike, gain: ArrayLike, *, out: Optio
     refuse_overlap(("image", src), ("out", dst), in_place=True)
     refuse_overlap(("dark", offset), ("out", dst))
     images = [part for each in (src, offset, factor, dst) for part in (each.pointer, each.step)]
-    call(f"DAXI_FlatField_{src.suffix}_C1R", *images, src.size)
+    _on(pool, f"DAXI_FlatField_{src.suffix}_C1R", [*images, src.size])
     return dst.array
 
 

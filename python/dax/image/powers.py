@@ -10,13 +10,14 @@ from ..pool import Pool
 __all__ = ["absolute", "exp", "log", "sqrt", "square"]
 
 
-def absolute(image: ArrayLike, *, out: Optional[Array] = None) -> Array:
+def absolute(image: ArrayLike, *, out: Optional[Array] = None, pool: Optional[Pool] = None) -> Array:
     """Absolute values: int16, where -32768 becomes 32767, or float32. `out` may be the image.
+    pool: works in bands of rows.
 
     >>> dax.absolute(np.array([[-3, 4]], np.int16))
     array([[3, 4]], dtype=int16)
     """
-    return apply_elements("DAXI_Abs", image, types="16s 32f", out=out)
+    return apply_elements("DAXI_Abs", image, types="16s 32f", out=out, pool=pool)
 
 
 def square(image: ArrayLike, *, scale_factor: int = 0, out: Optional[Array] = None) -> Array:
@@ -30,14 +31,14 @@ def square(image: ArrayLike, *, scale_factor: int = 0, out: Optional[Array] = No
     return apply_elements("DAXI_Sqr", image, scale_factor=scale_factor, out=out)
 
 
-def sqrt(image: ArrayLike, *, out: Optional[Array] = None) -> Array:
+def sqrt(image: ArrayLike, *, out: Optional[Array] = None, pool: Optional[Pool] = None) -> Array:
     """Square roots: uint8, uint16 or int16, to the nearest integer and 0 of negative ones, or float32, correctly
-    rounded. `out` may be the image.
+    rounded. `out` may be the image. pool: works in bands of rows.
 
     >>> dax.sqrt(np.array([[3, 200]], np.uint8))
     array([[ 2, 14]], dtype=uint8)
     """
-    return apply_elements("DAXI_Sqrt", image, out=out)
+    return apply_elements("DAXI_Sqrt", image, out=out, pool=pool)
 
 
 def exp(image: ArrayLike, *, out: Optional[Array] = None, pool: Optional[Pool] = None) -> Array:

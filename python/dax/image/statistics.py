@@ -6,7 +6,7 @@ from numpy.typing import ArrayLike, NDArray
 
 from .._arrays import PIXELS, Array, Image, choice, of_shape, source
 from .._interface import ffi
-from .._library import call
+from .._library import buffer, call
 from ..pool import Pool, handle_of
 
 __all__ = [
@@ -266,8 +266,9 @@ def integral(
     return array
 
 
-def moments(image: ArrayLike) -> Moments:
+def moments(image: ArrayLike, *, pool: Optional[Pool] = None) -> Moments:
     """Moments of the grey values of an image of uint8, uint16 or float32; a mask of 0 and 1 gives those of its shape.
+    pool: sums up bands of rows.
 
     >>> found = dax.moments(np.array([[0, 1, 1, 0]], np.uint8))
     >>> found.x, found.y, found.mu20
@@ -275,7 +276,13 @@ def moments(image: ArrayLike) -> Moments:
     """
     src = source("image", image, _WITHOUT_SIGN)
     found = ffi.new("DaxiMoments*")
-    call(f"DAXI_Moments_{src.suffix}_C1R", src.pointer, src.step, src.size, found)
+    name, arguments = f"DAXI_Moments_{src.suffix}_C1R", (src.pointer, src.step, src.size, found)
+    if pool is None:
+        call(name, *arguments)
+    else:
+        threads, handle = handle_of(pool)
+        work = buffer(f"DAXI_MomentsBufferSize_{src.suffix}_MT", src.size)
+        call(name + "_MT", handle, threads, *arguments, work)
     values: dict[str, Any] = {name: float(getattr(found, name)) for name in Moments._fields[:-1]}
     values["hu"] = np.array(list(found.hu))
     return Moments(**values)

@@ -24,9 +24,9 @@ void quotientsInPlace(Call& c) {
 }
 
 const Rows rows = {
-    {"DAXI_Div_8u_C1RSfs", quotients<uint8_t, 1>},           {"DAXI_Div_8u_C3RSfs", quotients<uint8_t, 3>},
-    {"DAXI_Div_16u_C1RSfs", quotients<uint16_t, 1>},         {"DAXI_Div_16u_C3RSfs", quotients<uint16_t, 3>},
-    {"DAXI_Div_16s_C1RSfs", quotients<int16_t, 1>},          {"DAXI_Div_16s_C3RSfs", quotients<int16_t, 3>},
+    {"DAXI_Div_8u_C1RSfs*", quotients<uint8_t, 1>},          {"DAXI_Div_8u_C3RSfs*", quotients<uint8_t, 3>},
+    {"DAXI_Div_16u_C1RSfs*", quotients<uint16_t, 1>},        {"DAXI_Div_16u_C3RSfs*", quotients<uint16_t, 3>},
+    {"DAXI_Div_16s_C1RSfs*", quotients<int16_t, 1>},         {"DAXI_Div_16s_C3RSfs*", quotients<int16_t, 3>},
     {"DAXI_Div_8u_C1IRSfs", quotientsInPlace<uint8_t, 1>},   {"DAXI_Div_8u_C3IRSfs", quotientsInPlace<uint8_t, 3>},
     {"DAXI_Div_16u_C1IRSfs", quotientsInPlace<uint16_t, 1>}, {"DAXI_Div_16u_C3IRSfs", quotientsInPlace<uint16_t, 3>},
     {"DAXI_Div_16s_C1IRSfs", quotientsInPlace<int16_t, 1>},  {"DAXI_Div_16s_C3IRSfs", quotientsInPlace<int16_t, 3>},
