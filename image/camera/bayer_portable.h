@@ -49,12 +49,12 @@ void storeBayer(const BayerPixel<int32_t>& from, int32_t own, T* to) {
 template <class Method, class T>
 void bayerRow(BayerRows<T> rows, BayerRow row, int32_t width, int32_t first, int32_t end, T* dst) {
   T* const origin = dst - 3 * ptrdiff_t{first};
-  for (int32_t x = first - ((first ^ row.column) & 1); x < end; x += 2) {
+  for (ptrdiff_t x = first - ((first ^ row.column) & 1); x < end; x += 2) {
     const bool inside = x >= Method::kReach && x + 1 + Method::kReach < width;
     const auto pair = inside ? Method::template pair<BayerOps<T>>(BayerWindow<T>{rows, x})
                              : Method::template pair<BayerOps<T>>(MirroredBayerWindow<T>{rows, x, width});
-    if (x >= first) storeBayer(pair.left, row.own, origin + 3 * ptrdiff_t{x});
-    if (x + 1 < end) storeBayer(pair.right, row.own, origin + 3 * ptrdiff_t{x} + 3);
+    if (x >= first) storeBayer(pair.left, row.own, origin + 3 * x);
+    if (x + 1 < end) storeBayer(pair.right, row.own, origin + 3 * x + 3);
   }
 }
 
@@ -71,10 +71,10 @@ void grayOfColours(BayerRowKernel<T> colours, portable::BayerRows<T> rows, Bayer
                    int32_t end, T* dst, int32_t isa) {
   constexpr int32_t kPart = 512;
   T rgb[3 * kPart];
-  for (int32_t x = first; x < end; x += kPart) {
-    const int32_t last = std::min(x + kPart, end);
-    colours(rows, row, width, x, last, rgb);
-    grayRow601(rgb, dst + (x - first), last - x, isa);
+  for (int32_t x = first, count; x < end; x += count) {
+    count = std::min(kPart, end - x);
+    colours(rows, row, width, x, x + count, rgb);
+    grayRow601(rgb, dst + (x - first), count, isa);
   }
 }
 

@@ -207,8 +207,8 @@ void hueRow(const T* src, T* dst, int32_t count, double turnOfHue) {
   using Real = HueReal<T>;
   const auto turn = static_cast<Real>(turnOfHue);
   HueBlock<Real> block = {};
-  for (int32_t x = 0; x < count; x += HueBlock<Real>::kCount) {
-    const int32_t part = std::min(count - x, HueBlock<Real>::kCount);
+  for (int32_t x = 0, part; x < count; x += part) {
+    part = std::min(count - x, HueBlock<Real>::kCount);
     loadHueBlock<Conversion::kFrom>(src + 3 * ptrdiff_t{x}, part, block);
     convertHueBlock<typename Conversion::Pixel>(block, kFull<T>, turn);
     if (Conversion::kMakesHue) wrapHues<T>(block.c[0], turn);

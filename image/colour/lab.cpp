@@ -221,9 +221,9 @@ DaxStatus convertLab(PoolThreads on, const T* src, int32_t srcStep, T* dst, int3
   const Interleaved<3, T> to{dst, dstStep};
   DAX_REQUIRE_OK(checkConversion(from, to, size));
   return convertRows(on, from, to, size, [](const T* s, T* d, int32_t count) {
-    for (int32_t x = 0; x < count; x += ColourBlock::kCount) {
-      Conversion::template block<Order>(s + 3 * ptrdiff_t{x}, d + 3 * ptrdiff_t{x},
-                                        std::min(count - x, ColourBlock::kCount));
+    for (int32_t x = 0, part; x < count; x += part) {
+      part = std::min(count - x, ColourBlock::kCount);
+      Conversion::template block<Order>(s + 3 * ptrdiff_t{x}, d + 3 * ptrdiff_t{x}, part);
     }
   });
 }

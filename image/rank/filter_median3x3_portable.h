@@ -90,8 +90,8 @@ class SortedColumns {
 // Pixels first..width - 1 of one row of the result, from the three source rows around it.
 template <class T>
 void medianRow(const T* const (&rows)[3], T* dst, int32_t first, int32_t width) {
-  for (int32_t x = first; x < width; x += SortedColumns<T>::kPixels) {
-    const int32_t count = std::min(SortedColumns<T>::kPixels, width - x);
+  for (int32_t x = first, count; x < width; x += count) {
+    count = std::min(SortedColumns<T>::kPixels, width - x);
     SortedColumns<T>(rows, x, count, width).storeMedians(dst + x, count);
   }
 }

@@ -19,7 +19,7 @@ class SortedColumns5 {
     for (int32_t i = 0; i < count; ++i) sort(rows, first + i, i);
     for (int32_t i = 1; i <= kReach; ++i) {
       sort(rows, std::max(first - i, 0), -i);
-      sort(rows, std::min(first + count - 1 + i, width - 1), count - 1 + i);
+      sort(rows, std::min(first + count - 1, width - 1 - i) + i, count - 1 + i);
     }
   }
 
@@ -63,8 +63,8 @@ class SortedColumns5 {
 // Pixels first..end - 1 of one row of the result, from the five source rows around it.
 template <class T>
 void medianRow5(const T* const (&rows)[5], T* dst, int32_t first, int32_t end, int32_t width) {
-  for (int32_t x = first; x < end; x += SortedColumns5<T>::kPixels) {
-    const int32_t count = std::min(SortedColumns5<T>::kPixels, end - x);
+  for (int32_t x = first, count; x < end; x += count) {
+    count = std::min(SortedColumns5<T>::kPixels, end - x);
     SortedColumns5<T>(rows, x, count, width).storeMedians(dst + x, count);
   }
 }

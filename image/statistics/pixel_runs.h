@@ -50,13 +50,16 @@ int32_t gather(const T* from, const uint8_t* mask, int32_t count, T* to) {
 template <int32_t kChannels, class Visit, class... T>
 void forEachRunOfRow(int32_t width, const Visit& visit, const uint8_t* mask, const T*... rows) {
   if (kChannels == 1 && !mask) {
-    for (int32_t x = 0; x < width; x += kMaxRun) visit((rows + x)..., std::min(width - x, kMaxRun));
+    for (int32_t x = 0, count; x < width; x += count) {
+      count = std::min(width - x, kMaxRun);
+      visit((rows + x)..., count);
+    }
     return;
   }
   constexpr int32_t kGathered = 512;
   std::tuple<std::array<T, kGathered>...> runs;
-  for (int32_t x = 0; x < width; x += kGathered) {
-    const int32_t count = std::min(width - x, kGathered);
+  for (int32_t x = 0, count; x < width; x += count) {
+    count = std::min(width - x, kGathered);
     const uint8_t* const chosen = mask ? mask + x : nullptr;
     int32_t found = 0;
     std::apply(

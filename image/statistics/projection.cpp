@@ -14,14 +14,14 @@ template <class T>
 void addStrip(Plane<const T> src, int32_t firstX, int32_t width, int32_t height, double* sums) {
   using Sum = std::conditional_t<std::is_floating_point_v<T>, double, int32_t>;
   Sum strip[kStrip];
-  for (int32_t first = 0; first < height; first += kBand) {
+  for (int32_t first = 0, end; first < height; first = end) {
+    end = first + std::min(kBand, height - first);
     std::fill_n(strip, width, Sum{0});
-    for (int32_t y = first; y < std::min(height, first + kBand); ++y) {
+    for (int32_t y = first; y < end; ++y) {
       const T* const row = rowAt(src.data, src.step, y) + firstX;
       for (int32_t x = 0; x < width; ++x) strip[x] += row[x];
     }
     for (int32_t x = 0; x < width; ++x) sums[firstX + x] += strip[x];
-    if (height - first <= kBand) break;
   }
 }
 

@@ -2,7 +2,11 @@
 #include "daxi/sum.h"
 
 #include <gtest/gtest.h>
+#include <sys/mman.h>
 
+#include <stdexcept>
+
+#include "image/statistics/pixel_runs.h"
 #include "tests/image/statistics/statistics_oracle.h"
 
 namespace dax::test {
@@ -108,6 +112,21 @@ TYPED_TEST(Sum, EndsOfTheType) {
     EXPECT_EQ(mean, static_cast<double>(value));
     EXPECT_EQ(stdDev, 0);
   }
+}
+
+// A row of as many pixels as the type of its width counts, whose memory nobody reads.
+TEST(PixelRuns, OfTheLongestRow) {
+  void* const map = mmap(nullptr, INT32_MAX, PROT_NONE, MAP_PRIVATE | MAP_ANONYMOUS | MAP_NORESERVE, -1, 0);
+  ASSERT_NE(map, MAP_FAILED);
+  const auto* const row = static_cast<const uint8_t*>(map);
+  ptrdiff_t seen = 0;
+  const auto visit = [&](const uint8_t* run, int32_t count) {
+    if (run - row != seen || count > INT32_MAX - seen) throw std::out_of_range("run");
+    seen += count;
+  };
+  forEachRunOfRow<1>(INT32_MAX, visit, nullptr, row);
+  EXPECT_EQ(seen, INT32_MAX);
+  munmap(map, INT32_MAX);
 }
 
 TYPED_TEST(Sum, EmptyMask) {
