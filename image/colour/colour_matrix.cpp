@@ -27,8 +27,10 @@ DaxStatus checkMatrix(Interleaved<3, const T> from, Interleaved<3, T> to, DaxiSi
 }  // namespace
 
 template <class T>
-void matrixRow(const T* src, T* dst, int32_t count, const ColourMatrix& by, int32_t isa) {
-  (usesNeon(isa) ? neon::matrixRow<T> : portable::matrixRow<T>)(src, dst, count, by);
+DaxStatus timesMatrix(PoolThreads on, Interleaved<3, const T> src, Interleaved<3, T> dst, DaxiSize size,
+                      const ColourMatrix& by) {
+  auto* const row = usesNeon(currentIsa()) ? neon::matrixRow<T> : portable::matrixRow<T>;
+  return convertRows(on, src, dst, size, [&](const T* s, T* d, int32_t count) { row(s, d, count, by); });
 }
 
 template <class T>
@@ -39,8 +41,7 @@ DaxStatus colourMatrix(PoolThreads on, const T* src, int32_t srcStep, T* dst, in
   DAX_REQUIRE_OK(checkMatrix(from, to, size, matrix, 12));
   ColourMatrix by;
   std::copy_n(matrix, 12, by.m[0]);
-  return convertRows(on, from, to, size,
-                     [&, isa = currentIsa()](const T* s, T* d, int32_t count) { matrixRow(s, d, count, by, isa); });
+  return timesMatrix(on, from, to, size, by);
 }
 
 template <class T>
@@ -59,7 +60,8 @@ DaxStatus whiteBalance(PoolThreads on, const T* src, int32_t srcStep, T* dst, in
 }
 
 #define DAX_COLOUR_MATRIX(T)                                                                                \
-  template void matrixRow<T>(const T*, T*, int32_t, const ColourMatrix&, int32_t);                          \
+  template DaxStatus timesMatrix<T>(PoolThreads, Interleaved<3, const T>, Interleaved<3, T>, DaxiSize,      \
+                                    const ColourMatrix&);                                                   \
   template DaxStatus colourMatrix<T>(PoolThreads, const T*, int32_t, T*, int32_t, DaxiSize, const double*); \
   template DaxStatus whiteBalance<T>(PoolThreads, const T*, int32_t, T*, int32_t, DaxiSize, const double*);
 DAX_COLOUR_MATRIX(uint8_t)

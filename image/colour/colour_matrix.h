@@ -6,6 +6,7 @@
 #include "dax/status.h"
 #include "dax/types.h"
 #include "frame/tiles.h"
+#include "image/colour/colour_rows.h"
 
 namespace dax {
 
@@ -13,9 +14,10 @@ struct ColourMatrix {
   double m[3][4];
 };
 
-// One row; dst may be src.
+// All pixels times the matrix, without checks; dst may be src.
 template <class T>
-void matrixRow(const T* src, T* dst, int32_t count, const ColourMatrix& by, int32_t isa);
+DaxStatus timesMatrix(PoolThreads on, Interleaved<3, const T> src, Interleaved<3, T> dst, DaxiSize size,
+                      const ColourMatrix& by);
 
 template <class T>
 DaxStatus colourMatrix(PoolThreads on, const T* src, int32_t srcStep, T* dst, int32_t dstStep, DaxiSize size,

@@ -6,7 +6,6 @@
 #include <type_traits>
 #include <utility>
 
-#include "frame/cpu_feature.h"
 #include "image/colour/colour_matrix.h"
 #include "image/colour/colour_rows.h"
 #include "image/colour/srgb.h"
@@ -164,8 +163,7 @@ DaxStatus convertLinear(PoolThreads on, const T* src, int32_t srcStep, T* dst, i
   ColourMatrix by = {};
   for (int k = 0; k < 9; ++k) by.m[k / 3][k % 3] = m[k / 3][k % 3] * factor;
   exchange(by);
-  return convertRows(on, from, to, size,
-                     [&, isa = currentIsa()](const T* s, T* d, int32_t count) { matrixRow(s, d, count, by, isa); });
+  return timesMatrix(on, from, to, size, by);
 }
 
 }  // namespace

@@ -105,8 +105,7 @@ DaxStatus encodeYCbCr(PoolThreads on, const T* src, int32_t srcStep, T* dst, int
     if (Order::kRed == 2) {
       for (auto& row : by.m) std::swap(row[0], row[2]);
     }
-    return convertRows(on, from, to, size,
-                       [&, isa = currentIsa()](const T* s, T* d, int32_t count) { matrixRow(s, d, count, by, isa); });
+    return timesMatrix(on, from, to, size, by);
   }
 }
 
@@ -124,8 +123,7 @@ DaxStatus decodeYCbCr(PoolThreads on, const T* src, int32_t srcStep, T* dst, int
   } else {
     ColourMatrix by = decoding(standard, levelsOf<T>(range), kMaxOf<T>);
     if (Order::kRed == 2) std::swap(by.m[0], by.m[2]);
-    return convertRows(on, from, to, size,
-                       [&, isa = currentIsa()](const T* s, T* d, int32_t count) { matrixRow(s, d, count, by, isa); });
+    return timesMatrix(on, from, to, size, by);
   }
 }
 
