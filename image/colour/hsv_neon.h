@@ -1,4 +1,5 @@
-// Rows of bytes to HSV and HLS and back, 16 pixels at a time, by the operations of the portable form in their order.
+// Rows of bytes to HSV and HLS and back, 16 pixels at a time. Numbers of the portable form that are whole are integers here, all
+// others floats by the same operations in the same order.
 #pragma once
 
 #include "frame/dispatch.h"

@@ -20,38 +20,6 @@ template <class T>
 constexpr HueReal<T> kFull = std::is_floating_point_v<T> ? 1 : std::numeric_limits<T>::max();
 
 namespace portable {
-struct RgbToHsvPixel;
-struct RgbToHlsPixel;
-struct HsvToRgbPixel;
-struct HlsToRgbPixel;
-}  // namespace portable
-
-template <class Order>
-struct ToHsv {
-  using Pixel = portable::RgbToHsvPixel;
-  static constexpr int kFrom = Order::kRed, kTo = 0;
-  static constexpr bool kMakesHue = true;
-};
-template <class Order>
-struct ToHls {
-  using Pixel = portable::RgbToHlsPixel;
-  static constexpr int kFrom = Order::kRed, kTo = 0;
-  static constexpr bool kMakesHue = true;
-};
-template <class Order>
-struct FromHsv {
-  using Pixel = portable::HsvToRgbPixel;
-  static constexpr int kFrom = 0, kTo = Order::kRed;
-  static constexpr bool kMakesHue = false;
-};
-template <class Order>
-struct FromHls {
-  using Pixel = portable::HlsToRgbPixel;
-  static constexpr int kFrom = 0, kTo = Order::kRed;
-  static constexpr bool kMakesHue = false;
-};
-
-namespace portable {
 
 // So many pixels, channel by channel: compilers turn loops over these into vectors, where they have no branches.
 template <class Real>
@@ -217,4 +185,30 @@ void hueRow(const T* src, T* dst, int32_t count, double turnOfHue) {
 }
 
 }  // namespace portable
+
+template <class Order>
+struct ToHsv {
+  using Pixel = portable::RgbToHsvPixel;
+  static constexpr int kFrom = Order::kRed, kTo = 0;
+  static constexpr bool kMakesHue = true;
+};
+template <class Order>
+struct ToHls {
+  using Pixel = portable::RgbToHlsPixel;
+  static constexpr int kFrom = Order::kRed, kTo = 0;
+  static constexpr bool kMakesHue = true;
+};
+template <class Order>
+struct FromHsv {
+  using Pixel = portable::HsvToRgbPixel;
+  static constexpr int kFrom = 0, kTo = Order::kRed;
+  static constexpr bool kMakesHue = false;
+};
+template <class Order>
+struct FromHls {
+  using Pixel = portable::HlsToRgbPixel;
+  static constexpr int kFrom = 0, kTo = Order::kRed;
+  static constexpr bool kMakesHue = false;
+};
+
 }  // namespace dax

@@ -4,6 +4,7 @@
 #include "frame/dispatch.h"
 #include "frame/simd.h"
 #include "image/colour/ycbcr_portable.h"
+#include "image/convert/convert_neon.h"
 
 #if DAX_HAVE_NEON
 namespace dax::neon {
@@ -87,9 +88,6 @@ inline Fractions8 fractionsOf(int16x8_t v, int16_t factor, int16x8_t w, int16_t 
 inline int16x8_t wholeOfSum(const Fractions8& a, const Fractions8& b) {
   return vaddhn_high_s32(vaddhn_s32(a.low, b.low), a.high, b.high);
 }
-inline uint8x16_t bytesOf(int16x8_t low, int16x8_t high) {
-  return vqmovun_high_s16(vqmovun_s16(low), high);
-}
 #else
 // What SIMDe lacks, or does in pieces.
 inline Fractions8 fractionsOf(int16x8_t v, int16_t factor, int16x8_t w, int16_t factorOfW) {
@@ -103,9 +101,6 @@ inline Fractions8 fractionsOf(int16x8_t v, int16_t factor) {
 inline int16x8_t wholeOfSum(const Fractions8& a, const Fractions8& b) {
   return int16x8_t(_mm_packs_epi32(_mm_srai_epi32(__m128i(vaddq_s32(a.low, b.low)), kYCbCrBits),
                                    _mm_srai_epi32(__m128i(vaddq_s32(a.high, b.high)), kYCbCrBits)));
-}
-inline uint8x16_t bytesOf(int16x8_t low, int16x8_t high) {
-  return uint8x16_t(_mm_packus_epi16(__m128i(low), __m128i(high)));
 }
 #endif
 
@@ -145,9 +140,9 @@ ptrdiff_t decodeBlocks(uint8_t* dst, int32_t count, const YCbCrDecoder& decoder,
     const DecodedYCbCr<kFull> first(vreinterpretq_s16_u16(vmovl_u8(vget_low_u8(y))), low(cb), low(cr), by);
     const DecodedYCbCr<kFull> second(vreinterpretq_s16_u16(vmovl_high_u8(y)), high(cb), high(cr), by);
     uint8x16x3_t to;
-    to.val[Order::kRed] = bytesOf(first.red, second.red);
-    to.val[1] = bytesOf(first.green, second.green);
-    to.val[Order::kBlue] = bytesOf(first.blue, second.blue);
+    to.val[Order::kRed] = unsignedHalves(first.red, second.red);
+    to.val[1] = unsignedHalves(first.green, second.green);
+    to.val[Order::kBlue] = unsignedHalves(first.blue, second.blue);
     vst3q_u8(dst + 3 * x, to);
   }
   return x;

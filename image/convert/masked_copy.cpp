@@ -6,7 +6,6 @@
 #include "image/convert/masked_copy_portable.h"
 
 namespace dax {
-
 namespace {
 
 // `isConstant`: src has one pixel for all.
@@ -37,7 +36,6 @@ DaxStatus maskedCopy(const T* src, int32_t srcStep, bool isConstant, const uint8
 }
 
 }  // namespace
-
 }  // namespace dax
 
 #define DAX_MASKED(SUFFIX, T, CHANNELS, VALUE, ADDRESS)                                                                \

@@ -1,4 +1,4 @@
-// Rows of stretched grey values, sixteen at a time in double precision.
+// Rows of stretched grey values, sixteen at a time, in double precision or, where that is exact, in single.
 #pragma once
 
 #include "image/convert/convert_neon.h"

@@ -9,7 +9,7 @@ namespace dax {
 // So many pixels side by side are a block.
 constexpr int32_t kMomentLanes = 16;
 
-// Pixels times (blocks + 3) over 4, which the last of the sums can reach, are below 2^32.
+// The last of the sums is at most the greatest pixel times (blocks + 3)! / (4! (blocks - 1)!), which is below 2^32.
 template <class T>
 constexpr int32_t kMaxMomentBlocks = sizeof(T) == 1 ? 128 : 32;
 
