@@ -169,13 +169,14 @@ template <class Method, class Sink, int32_t kOwn, class T>
 void bayerBlocks(portable::BayerRows<T> rows, int32_t x, int32_t last, T* origin) {
   using Block = BayerBlock<Method, T>;
   const T* const near[5] = {rows[0], rows[1], rows[2], rows[3], rows[4]};  // what dst points to may not be these
-  // Twice, the second time for the last one, so that the loop needs no test of its own for it.
-  for (ptrdiff_t at = x, end = last; at <= last; at = last, end = ptrdiff_t{last} + 1) {
+  ptrdiff_t at = x;
+  // The last block apart, so that the loop needs no test of its own for it.
+  for (const ptrdiff_t end : {ptrdiff_t{last}, ptrdiff_t{last} + 1}) {
     for (; at < end; at += 2 * Block::kPairs) {
       const typename Block::Window window(near, at);
       Sink::template store<kOwn>(Method::template pair<typename Block::Vectors>(window), origin + Sink::kChannels * at);
     }
-    if (end > last) return;
+    at = last;
   }
 }
 
