@@ -4,7 +4,7 @@ from typing import Any, Literal, NamedTuple, Optional
 import numpy as np
 from numpy.typing import ArrayLike, NDArray
 
-from .._arrays import Array, choice, numbers, refuse_overlap, source, target, warn
+from .._arrays import Array, choice, numbers, refuse_overlap, source, target, warn, within
 from .._interface import ffi
 from .._library import buffer, call
 
@@ -40,14 +40,16 @@ def find_levels(
 ) -> tuple[int, ...]:
     """The levels that split a histogram in classes: up to a level, and above it.
 
-    counts: of the levels 0, 1, ..., whole numbers. classes: 2 to 4, of otsu; other methods have 2. percentile: of that
-    method. Warns of a histogram with one occupied level, and of intermodes without two maxima, where the level is
-    Otsu's.
+    counts: of the levels 0, 1, ..., whole numbers. classes: 2 to 4, of otsu; other methods have 2. percentile: of the
+    method of that name, how many per cent of the pixels lie up to the level. Warns of a histogram with one occupied
+    level, and of intermodes without two maxima, where the level is Otsu's.
 
     >>> dax.find_levels([0, 10, 12, 0, 0, 0, 9, 11])
     (2,)
     """
     hist = numbers("counts", counts, (None,), np.uint64)
+    if not np.array_equal(hist, counts):
+        raise ValueError("counts: needed are whole numbers from 0 on")
     level, cfg = ffi.new("DaxiHistLevel*"), _cfg(method, classes, percentile)
     name = _name(method, classes)
     work = (buffer("DAXI_HistLevelBufferSize_OtsuMulti", len(hist)),) if name == "OtsuMulti" else ()
@@ -92,6 +94,8 @@ def _name(method: str, classes: int) -> str:
 def _cfg(method: str, classes: int, percentile: float) -> Any:
     if classes != 2 and method != "otsu":
         raise ValueError(f"classes: {method} has two")
+    within("classes", classes, 2, 4)
+    within("percentile", percentile, 0, 100)
     cfg = ffi.new("DaxiThresholdGlobalCfg*")
     call("DAXI_ThresholdGlobalDefaultCfg", cfg)
     cfg.level.classes, cfg.level.percentile = classes, percentile / 100

@@ -49,5 +49,9 @@ def test_polarity_and_warnings():
         dax.threshold_global(np.full((3, 3), 7, np.uint8))
     with pytest.warns(UserWarning, match="level is Otsu's"):
         dax.find_levels(np.ones(100), "intermodes")
-    with pytest.raises(ValueError, match="classes"):
-        dax.threshold_global(image, "li", classes=3)
+    for wrong in ({"method": "li", "classes": 3}, {"classes": 5}, {"percentile": 101}):
+        with pytest.raises(ValueError, match="classes|percentile"):
+            dax.threshold_global(image, **wrong)
+    for counts in ([0.5, 3], [-1, 3]):
+        with pytest.raises(ValueError, match="whole numbers"):
+            dax.find_levels(counts)
