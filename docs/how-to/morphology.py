@@ -1,4 +1,4 @@
-"""A page on uneven light and its black-hat, coins and their top-hat."""
+"""A page on uneven light and its black-hat, coins and the gradient of their opening."""
 from skimage import data
 
 import dax

@@ -208,8 +208,11 @@ def flat_field(
     out: Optional[Array] = None,
     pool: Optional[Pool] = None,
 ) -> Array:
-    """(image - dark) * gain, uint8 or uint16, with gains of float32; 0 where the dark frame is brighter. `out` may be
+    """(image - dark) * gain, uint8 or uint16, rounded and saturated; 0 where the dark frame is brighter. `out` may be
     the image. pool: works in bands of rows.
+
+    gain: float32; light.mean() / light, where light is flat.astype(np.float32) - dark and flat the frame of an even
+    white surface. Of a Bayer pattern each of the four places has a mean of its own.
 
     >>> dax.flat_field(np.array([[30, 5]], np.uint8), np.full((1, 2), 10, np.uint8), np.full((1, 2), 1.5, np.float32))
     array([[30,  0]], dtype=uint8)

@@ -260,7 +260,9 @@ def lab2rgb(image: ArrayLike, *, bgr: bool = False, out: Optional[Array] = None,
 def colour_matrix(
     image: ArrayLike, matrix: ArrayLike, *, out: Optional[Array] = None, pool: Optional[Pool] = None
 ) -> Array:
-    """A linear map of the channels: matrix is (3, 3), or (3, 4) with what is added as last column.
+    """A linear map of the channels, uint8 or uint16, rounded and saturated, or float32. matrix: (3, 3), a row for each
+    channel of the result, or (3, 4) with what is added as last column. Where the columns of `mixed` are the colours
+    that three sources have alone, np.linalg.inv(mixed) gives the share of each.
 
     >>> dax.colour_matrix(np.array([[[1, 2, 3]]], np.uint8), np.eye(3)[::-1])
     array([[[3, 2, 1]]], dtype=uint8)
