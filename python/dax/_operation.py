@@ -104,8 +104,7 @@ def apply_elements(
 ) -> Array:
     """Calls function_<type>_C1R on an image, on two, or function with a C on an image and a number. Pixels of three
     channels are elements of wider rows. to: the type of the output, else that of the input; it may then be one of the
-    images.
-    scale_factor: of functions whose integer forms end in Sfs. pool: of functions that have a form with _MT."""
+    images. scale_factor: of functions whose integer forms end in Sfs. pool: of functions that have a form with _MT."""
     name, dtypes = "image" if second is None else "first", tuple(_DTYPES[each] for each in types.split())
     one = source(name, first, dtypes, "C1 C3")
     sources = [(name, one)]

@@ -100,8 +100,8 @@ def find_chessboard(
     are not asked: they would take a part of it.
 
     image: (height, width) uint8, sides 64..65536. columns, rows: inner corners, 2..25. For squares: dark, below the
-    image's Otsu level, or below the mean around; levels, erosions to try, 1..18. Of 26 photographs squares
-    alone find 20 with "otsu", 18 with "local-mean".
+    image's Otsu level, or below the mean around; levels, erosions to try, 1..18. Of 26 photographs squares alone
+    find 20 with "otsu", 18 with "local-mean".
 
     >>> squares = np.indices((6, 8)).sum(0) % 2 * 200 + 20
     >>> image = np.pad(np.kron(squares, np.ones((20, 20))), 40, constant_values=220).astype(np.uint8)

@@ -34,8 +34,7 @@ def convert(
 ) -> Array:
     """image * scale + offset in another type: uint8, uint16, int16 or float32, rounded half to even and saturated.
 
-    image: one of the other types, (height, width) or (height, width, 3). NaN becomes 0 in integers. pool:
-    threads.
+    image: one of the other types, (height, width) or (height, width, 3). NaN becomes 0 in integers. pool: threads.
 
     >>> dax.convert(np.array([[10, 300]], np.uint16), np.uint8)
     array([[ 10, 255]], dtype=uint8)

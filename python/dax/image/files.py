@@ -83,8 +83,7 @@ def imwrite(
 
     format: "png", "jpeg", "tiff", "bmp", "pnm", "pfm" or "raw", where the ending of the name does not tell. quality: of
     JPEG, 1..100. level: of PNG and of deflated TIFF, 0..9. compression: of TIFF. bits: 1, 2 or 4 for PNG files of fewer
-    grey levels.
-    max_value: the largest value of deep PGM and PPM files.
+    grey levels. max_value: the largest value of deep PGM and PPM files.
 
     >>> import tempfile
     >>> with tempfile.TemporaryDirectory() as folder:

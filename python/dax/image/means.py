@@ -55,8 +55,7 @@ def mean(
 
     image: (height, width) uint8, uint16, int16, float32 or float64. window: pixels each way, or (width, height), at
     most as large as the image, for uint8 at most 255. Even windows reach one pixel further left and up. Integers are
-    rounded.
-    pool: for uint8, works in bands. sums: of floats, as for `box_sum`.
+    rounded. pool: for uint8, works in bands. sums: of floats, as for `box_sum`.
 
     >>> dax.mean(np.array([[0, 0, 30], [0, 0, 30], [0, 0, 30]], np.uint8), (3, 1))
     array([[ 0, 10, 20],

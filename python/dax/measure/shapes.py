@@ -21,8 +21,7 @@ class Shapes(Table):
 
     euler_number: 1 - holes. holes: regions of the background that a blob encloses. convexity: share of the pixels in
     the convex hull. max_feret, min_feret: greatest distance of two pixels, and least of two parallel lines around the
-    blob.
-    feret_angle: direction of max_feret. equivalent_diameter: of the circle of the same area. eccentricity: of the
+    blob. feret_angle: direction of max_feret. equivalent_diameter: of the circle of the same area. eccentricity: of the
     ellipse of the same second moments, 0 circle, 1 line. mean_gray, min_gray, max_gray: 0 without an image.
     """
 

@@ -373,8 +373,7 @@ def remove_speckles(
 
     values: (height, width) int16 or uint16. Neighbours along rows and columns belong to one patch when they differ by
     less than max_difference; patches of at most max_size pixels go. window: (left, top, right, bottom), right and
-    bottom
-    excluded: where pixels are cleared. `out` may be the image itself; its rows must have no gaps.
+    bottom excluded: where pixels are cleared. `out` may be the image itself; its rows must have no gaps.
 
     >>> dax.remove_speckles(np.array([[5, 5, 0, 9]], np.int16), 2, 1)
     array([[5, 5, 0, 0]], dtype=int16)
