@@ -56,6 +56,25 @@ def test_filters(dax, tmp_path, options, result):
     assert read(tmp_path / result)[4][2:7] == DOT[options]
 
 
+# Rows of 5 5 9 5 1 5 8 8 8.
+MORPHOLOGY = {"--min": [5, 5, 5, 1, 1, 1, 5, 8, 8], "--max": [5, 9, 9, 9, 5, 8, 8, 8, 8],
+              "--open": [5, 5, 5, 5, 1, 5, 8, 8, 8], "--close": [5, 5, 9, 5, 5, 5, 8, 8, 8],
+              "--gradient": [0, 4, 4, 8, 4, 7, 3, 0, 0], "--top-hat": [0, 0, 4, 0, 0, 0, 0, 0, 0],
+              "--black-hat": [0, 0, 0, 0, 4, 0, 0, 0, 0]}
+
+
+@pytest.mark.parametrize("option", MORPHOLOGY)
+def test_morphology(dax, tmp_path, option):
+    rows = [[5, 5, 9, 5, 1, 5, 8, 8, 8]] * 3
+    write(tmp_path / "in.pgm", rows)
+    (tmp_path / "deep.pgm").write_bytes(pictures.pgm16([[(v,) * 3 for v in row] for row in rows]))
+    dax("filter", "in.pgm", "out.pgm", option, "3x2")
+    assert read(tmp_path / "out.pgm") == [MORPHOLOGY[option]] * 3
+    dax("filter", "deep.pgm", "out.pgm", option, "3x2")
+    assert list((tmp_path / "out.pgm").read_bytes()[-54::2]) == [0] * 27
+    assert list((tmp_path / "out.pgm").read_bytes()[-53::2]) == MORPHOLOGY[option] * 3
+
+
 BORDERS = {"replicate:2": [1, 1, 1, 2, 3, 3, 3], "mirror:2": [3, 2, 1, 2, 3, 2, 1],
            "symmetric:2": [2, 1, 1, 2, 3, 3, 2],
            "circular:2": [2, 3, 1, 2, 3, 1, 2], "constant:2": [0, 0, 1, 2, 3, 0, 0],
