@@ -82,6 +82,15 @@ def test_no_numbers(compared):
     assert "no pixel is a finite number" in compared(pfm(nan), pfm(1), status=5).err
 
 
+def test_limits_are_compared_as_they_are_told(compared):
+    a, b = pfm(0, 0.2), pfm(0.1, 0.3)
+    run = compared(a, b, "--max-difference", 0.10000001, "--tolerance", 0.1, "--min-psnr", 20, "--json")
+    assert (run.json["tolerance"], run.json["over_tolerance"], run.json["max_difference"]) == (0.1, 1, 0.10000001)
+    assert "is 0.10000001, above 0.1" in compared(a, b, "--max-difference", 0.1, status=8).err
+    assert "is 20 dB, below 20.00001" in compared(a, b, "--min-psnr", 20.00001, status=8).err
+    assert "SSIM: none below 11 x 11 pixels" in compared(a, b, "--min-ssim", 0, status=8).err
+
+
 def test_refused(compared):
     a, wide = pictures.pgm(grey([1, 2], 1)), pictures.pgm(grey([1, 2], 2))
     for first, second, message in [

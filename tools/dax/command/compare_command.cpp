@@ -23,8 +23,10 @@ constexpr double kMaxNumber = 1e30;
 struct CompareOptions {
   std::string first, second;
   std::string out;
-  double tolerance = 0;
-  std::optional<double> white, extent, maxDifference, minPsnr, minSsim;
+  // Limits have the precision with which results are told: what is told as 0.1 is not above 0.1.
+  float tolerance = 0;
+  std::optional<float> maxDifference, minPsnr, minSsim;
+  std::optional<double> white, extent;
   bool json = false;
 };
 
@@ -47,6 +49,10 @@ std::string ofAll(uint64_t pixels, const Comparison& found) {
 std::string leftOutOf(const Comparison& found) {
   return std::to_string(found.leftOut) + " pixels that are no finite numbers, " + std::to_string(found.unpaired) +
          " of them in one image only";
+}
+
+std::string whyNoSsim(const Comparison& found) {
+  return found.leftOut > 0 ? "none where pixels are left out" : "none below 11 x 11 pixels";
 }
 
 std::string whereMax(const Comparison& found, int32_t channels) {
@@ -72,9 +78,7 @@ void writeComparison(const CompareOptions& options, const DaxiImageRecord& recor
   line("mean absolute", significant(found.meanMagnitude));
   line("mean square", significant(found.meanSquare));
   line("PSNR", std::isinf(found.psnr) ? "infinite" : fixed(found.psnr, 2) + " dB");
-  line("SSIM", found.ssim          ? fixed(*found.ssim, 4) + " (windows of 11 x 11, Gaussian, sigma 1.5)"
-               : found.leftOut > 0 ? "none where pixels are left out"
-                                   : "none below 11 x 11 pixels");
+  line("SSIM", found.ssim ? fixed(*found.ssim, 4) + " (windows of 11 x 11, Gaussian, sigma 1.5)" : whyNoSsim(found));
 }
 
 void writeCompareJson(const CompareOptions& options, const DaxiImageRecord& record, const Comparison& found,
@@ -89,7 +93,7 @@ void writeCompareJson(const CompareOptions& options, const DaxiImageRecord& reco
   json["identical"] = identical;
   json["pixels"] = found.pixels;
   json["differing"] = found.differing;
-  json["tolerance"] = options.tolerance;
+  json["tolerance"] = decimal(options.tolerance);
   json["over_tolerance"] = found.overTolerance;
   json["left_out"] = {{"pixels", found.leftOut}, {"in_one_only", found.unpaired}};
   json["max_difference"] = decimal(static_cast<float>(found.max));
@@ -108,18 +112,22 @@ void writeCompareJson(const CompareOptions& options, const DaxiImageRecord& reco
   std::cout << json.dump(2) << '\n';
 }
 
+bool isAtLeast(double value, float limit) {
+  return static_cast<float>(value) >= limit;
+}
+
 // Why the images are not as alike as asked for; empty where they are.
 std::string failedCheck(const CompareOptions& options, const Comparison& found) {
-  if (options.maxDifference && found.unpaired > 0) return "pixels are numbers in one image only";
-  if (options.maxDifference && !(found.max <= *options.maxDifference)) {
+  if ((options.maxDifference || options.minPsnr) && found.unpaired > 0) return "pixels are numbers in one image only";
+  if (options.maxDifference && static_cast<float>(found.max) > *options.maxDifference) {
     return "the largest difference is " + number(found.max) + ", above " + number(*options.maxDifference);
   }
-  if (options.minPsnr && !(found.psnr >= *options.minPsnr && found.unpaired == 0)) {
-    return "PSNR is " + fixed(found.psnr, 2) + " dB, not " + number(*options.minPsnr) + " of all pixels";
+  if (options.minPsnr && !isAtLeast(found.psnr, *options.minPsnr)) {
+    return "PSNR is " + number(found.psnr) + " dB, below " + number(*options.minPsnr);
   }
-  if (options.minSsim && !found.ssim) return "there is no SSIM";
-  if (options.minSsim && !(*found.ssim >= *options.minSsim)) {
-    return "SSIM is " + fixed(*found.ssim, 4) + ", below " + number(*options.minSsim);
+  if (options.minSsim && !found.ssim) return "SSIM: " + whyNoSsim(found);
+  if (options.minSsim && !isAtLeast(*found.ssim, *options.minSsim)) {
+    return "SSIM is " + number(*found.ssim) + ", below " + number(*options.minSsim);
   }
   return "";
 }

@@ -12,11 +12,7 @@ namespace {
 
 // From 0 on; 1 is white.
 double shareOf(const Samples& samples, size_t i) {
-  if (samples.record.type == DAXI_SAMPLE_8U) return samples.bytes[i] / 255.0;
-  if (samples.record.type == DAXI_SAMPLE_16U) return static_cast<double>(samples.words()[i]) / samples.record.maxValue;
-  float value;
-  std::memcpy(&value, &samples.bytes[4 * i], sizeof(value));
-  return value;
+  return samples.record.type == DAXI_SAMPLE_32F ? samples.value(i) : samples.value(i) / samples.record.maxValue;
 }
 
 // Of floats that are further outside than rounding to `white` levels takes back.

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <cstring>
 #include <filesystem>
 #include <string>
 #include <vector>
@@ -22,6 +23,14 @@ struct Samples {
 
   const uint16_t* words() const { return reinterpret_cast<const uint16_t*>(bytes.data()); }
   uint16_t* words() { return reinterpret_cast<uint16_t*>(bytes.data()); }
+
+  double value(size_t i) const {
+    if (record.type == DAXI_SAMPLE_8U) return bytes[i];
+    if (record.type == DAXI_SAMPLE_16U) return words()[i];
+    float value;
+    std::memcpy(&value, &bytes[4 * i], sizeof(value));
+    return value;
+  }
 };
 
 // Throws Failure(kCannotRead) with a message that starts with the name. isPicture: only formats and types of the
