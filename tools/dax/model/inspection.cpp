@@ -7,6 +7,7 @@
 
 #include "base/failure.h"
 #include "base/library_call.h"
+#include "daxi/hist_level.h"
 #include "daxi/histogram.h"
 #include "daxi/threshold.h"
 #include "model/filters.h"
@@ -35,34 +36,26 @@ GreyImage thresholdByValue(const Picture& picture, DaxiThresholdBinCfg cfg, Insp
   return mask;
 }
 
-// The first level that parts the values into two classes with the largest variance between them (N. Otsu 1979): its own
-// values belong to the dark one. Values beyond stated levels count at the levels.
+// Of the picture's own values. Those beyond stated levels count at the levels.
 int otsuLevel(const Picture& picture) {
-  constexpr int kBins = 65536;
   const Grey16Image& image = picture.values;
-  std::vector<uint64_t> counts(kBins);
+  const auto [low, high] = picture.levels.value_or(Levels{0, picture.maxValue});
+  const int bins = high - low + 1;
+  std::vector<uint64_t> counts(static_cast<size_t>(bins));
+  DaxiHistogramOutside outside;
   uint64_t bytes = 0;
-  check(DAXI_HistogramEvenBufferSize_16u(kBins, &bytes), "threshold");
+  check(DAXI_HistogramEvenBufferSize_16u(bins, &bytes), "threshold");
   const Memory buffer(bytes);
-  check(DAXI_HistogramEven_16u_C1R(image.pixels.data(), image.step(), image.size, kBins, 0, kBins, counts.data(),
-                                   nullptr, buffer.get()),
+  check(DAXI_HistogramEven_16u_C1R(image.pixels.data(), image.step(), image.size, bins, low, high + 1, counts.data(),
+                                   &outside, buffer.get()),
         "threshold");
-  const Levels levels = picture.levels.value_or(Levels{0, picture.maxValue});
-  std::vector<uint64_t> within(kBins);
-  for (int v = 0; v < kBins; ++v) within[std::clamp(v, levels.low, levels.high)] += counts[v];
-  double all = 0;
-  for (int v = 0; v < kBins; ++v) all += double(v) * double(within[v]);
-  const double pixels = double(image.pixels.size());
-  double dark = 0, darkSum = 0, largest = -1;
-  int best = levels.low;
-  for (int v = levels.low; v <= levels.high; ++v) {
-    if (within[v] == 0) continue;
-    dark += double(within[v]);
-    darkSum += double(v) * double(within[v]);
-    const double bright = pixels - dark, apart = bright > 0 ? darkSum / dark - (all - darkSum) / bright : 0;
-    if (dark * bright * apart * apart > largest) largest = dark * bright * apart * apart, best = v;
-  }
-  return best;
+  counts.front() += outside.below;
+  counts.back() += outside.above;
+  DaxiHistLevelCfg cfg;
+  DaxiHistLevel level;
+  check(DAXI_HistLevelDefaultCfg(&cfg), "threshold");
+  check(DAXI_HistLevel_Otsu(counts.data(), bins, &cfg, &level), "threshold");
+  return low + level.level[0];
 }
 
 GreyImage thresholdByOtsu(const Picture& picture, Inspection& result) {
