@@ -69,6 +69,7 @@ def test_colour_spaces(step, dax, tmp_path):
     hues, said = step(colours, "--to", "hsv:180", "--pick", 0)
     assert hues == [round(colorsys.rgb_to_hsv(*v)[0] * 180) % 180 for v in pixels]
     assert said == "dax: out.pnm: channel H (HSV, hue 180 a turn)\n"
+    assert step(colours, "--read-as", "32f", "--to", "lab", "--pick", 0, "--normalise", "0..100", "--bits", 8)[1] == ""
     flat = [c for v in pixels for c in v]
     for space, coding in [("ycbcr:709:video", "Y, Cb, Cr (YCbCr, BT.709, video range)"), ("hls", "H, L, S (HLS"),
                           ("xyz", "X, Y, Z (XYZ, 32768 for 1)"), ("lab", "L, a, b (Lab, as L 65535")]:
@@ -104,7 +105,8 @@ def test_several(dax, tmp_path):
         (tmp_path / f"in/{name}.ppm").write_bytes(pictures.ppm(pictures.dots(COLOURS)))
     (tmp_path / "in/c.ppm").write_bytes(b"P6\n9")
     run = dax("convert", "in", "in/b.ppm", "out", "--format", "pgm", "--grey", "601", status=1)
-    assert run.err.startswith("dax: in/c.ppm: is damaged")
+    renamed, damaged = run.err.splitlines()
+    assert renamed == "dax: in/b.ppm: written as out/b-2.pgm" and damaged.startswith("dax: in/c.ppm: is damaged")
     assert sorted(each.name for each in (tmp_path / "out").iterdir()) == ["a.pgm", "b-2.pgm", "b.pgm"]
     for arguments, message in [(["in", "out"], "--format: of several images"), (["in"], "OUT is required"),
                                (["in", "out.png", "--format", "png"], "OUT: out.png is the name of a file"),
@@ -116,6 +118,7 @@ def test_refusals_tell_what_helps(dax, tmp_path):
     (tmp_path / "colour.ppm").write_bytes(pictures.ppm(pictures.dots(COLOURS)))
     (tmp_path / "alpha.png").write_bytes(pictures.png_rgba(pictures.dots(COLOURS)))
     (tmp_path / "deep.pgm").write_bytes(b"P5\n2 1\n4095\n\1\0\2\0")
+    (tmp_path / "grey.pgm").write_bytes(b"P5 1 1 255 a")
     (tmp_path / "high.pfm").write_bytes(b"Pf\n3 1\n-1\n" + struct.pack("<3f", 0.5, 7, float("nan")))
     for line, status, message in [
         ("deep.pgm out.png --grey 601", 5, "deep.pgm: --grey takes images of 3 channels, not of 1: it is grey"),
@@ -125,10 +128,12 @@ def test_refusals_tell_what_helps(dax, tmp_path):
         ("colour.ppm out.png --to xyz", 5, "does not take samples of 8 bits: --read-as 16"),
         ("colour.ppm out.png --read-as 16 --to hsv:180", 5, "leave :180 out"),
         ("colour.ppm out.png --to lab --bits 16", 5, "--read-as decides before"),
+        ("colour.ppm out.png --to lab --gamma 2", 5, "would treat channels of Lab"),
         ("colour.ppm out.png --pick 3", 5, "channel 3 is not in an image of 3 channels"),
         ("deep.pgm out.png --gamma 2", 5, "does not take samples of 12 bits: --read-as 16"),
         ("high.pfm out.tif --gamma 2", 5, "samples in floating point: --read-as 16"),
-        ("deep.pgm colour.ppm out.tif --merge", 5, "--merge takes images of 1 channel"),
+        ("deep.pgm colour.ppm out.tif --merge", 5, "--merge takes images of 1 channel, not image 2 of 3"),
+        ("deep.pgm grey.pgm out.tif --merge", 5, "not image 2 of 1 x 1 and samples of 8 bits"),
         ("high.pfm out.png", 4, "the format holds no floats: --bits 16"),
         ("alpha.png out.jpg", 4, "out.jpg: cannot be encoded: the format holds no opacity, which --channels 0,1,2"),
         ("deep.pgm out.jpg", 4, "--bits 8"), ("deep.pgm out.pfm", 4, "--bits 32f"),
@@ -143,6 +148,7 @@ def test_refused(dax, tmp_path):
     (tmp_path / "in.png").write_bytes(pictures.png_rgb(pictures.dots(COLOURS)))
     for arguments, status, message in [
         (["in.png", "out.gif"], 2, "no ending of a format"),
+        (["in.png", "out.png", "--format", ".png"], 2, '--format: ".png" is none of png, jpg'),
         (["in.png", "out.png", "--bits", 5], 2, '"5" is not 1, 2, 4'),
         (["in.png", "in.png"], 2, "OUT: in.png is the input"), (["in.png", "out.pfm"], 4, "out.pfm: cannot be encoded"),
         (["none.png", "out.png"], 3, "cannot be opened"),

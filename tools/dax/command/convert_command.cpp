@@ -54,8 +54,9 @@ int32_t formatOf(const ConvertOptions& options) {
   }
   const auto found = kConvertFormats.find(name);
   if (found != kConvertFormats.end()) return found->second;
-  reject(printable(options.format.empty() ? options.output : options.format) +
-         ": no ending of a format that is written (png, jpg, tif, bmp, pgm, ppm, pfm, raw)");
+  const std::string formats = "png, jpg, tif, bmp, pgm, ppm, pfm, raw";
+  if (!options.format.empty()) reject("--format: " + inQuotes(options.format) + " is none of " + formats);
+  reject(printable(options.output) + ": no ending of a format that is written (" + formats + ")");
 }
 
 DaxiImageWriteCfg writeCfg(const ConvertOptions& options) {
@@ -117,19 +118,22 @@ void sayWhatFilesDoNot(const fs::path& path, const Samples& samples, int32_t for
   say(path.string(), (samples.names.size() == 1 ? "channel " : "channels ") + names + " (" + samples.coding + ")");
 }
 
+std::string encoded(const Samples& samples, const DaxiImageWriteCfg& cfg, const std::string& name) {
+  const std::string misfit = misfitOf(samples.record, cfg.format);
+  if (!misfit.empty()) throw Failure(ExitStatus::kCannotWrite, name + ": cannot be encoded: " + misfit);
+  try {
+    return encode(samples.record, samples.bytes.data(), cfg);
+  } catch (const Failure& failure) {
+    throw Failure(failure.status(), name + ": " + failure.what());
+  }
+}
+
 void writeSamples(const fs::path& path, Samples& samples, const DaxiImageWriteCfg& cfg) {
   // Fewer bits than 8 are kept where the format has them.
   DaxiImageRecord& record = samples.record;
   const bool packs = cfg.format == DAXI_IMAGE_PNG && record.channels == 1 && record.type == DAXI_SAMPLE_8U;
   if (!packs) record.bits = 0;
-  const std::string name = printable(path.string()), misfit = misfitOf(record, cfg.format);
-  if (!misfit.empty()) throw Failure(ExitStatus::kCannotWrite, name + ": cannot be encoded: " + misfit);
-  try {
-    writeFile(path, encode(record, samples.bytes.data(), cfg));
-  } catch (const Failure& failure) {
-    const std::string what = failure.what();
-    throw Failure(failure.status(), what.starts_with(name) ? what : name + ": " + what);
-  }
+  writeFile(path, encoded(samples, cfg, printable(path.string())));
   sayWhatFilesDoNot(path, samples, cfg.format);
 }
 
@@ -189,6 +193,8 @@ ExitStatus convertAll(const ConvertOptions& options, const std::vector<ConvertSt
     try {
       Samples samples = stepped(input, readUpright(input), steps);
       writeResult(options, conversion.output, samples, cfg);
+      const bool isRenamed = conversion.output.stem() != conversion.input.stem();
+      if (haveSeveralResults(options) && isRenamed) say(input, "written as " + printable(conversion.output.string()));
     } catch (const Failure& failure) {
       failures.push_back(failure);
     } catch (const std::bad_alloc&) {
@@ -221,14 +227,15 @@ void addNames(CLI::App& command, ConvertOptions& options) {
             options.inputs.pop_back();
             command.get_option("OUT")->add_result(names.back());
           },
-          "images (PNG, JPEG, TIFF, BMP, PGM, PPM, PFM), or folders of all\n"
-          "but PFM; turned upright")
+          "images (PNG, JPEG, TIFF, BMP, PGM, PPM, PFM), turned upright, or\n"
+          "folders of all but PFM, with the folders in them")
       ->required()
       ->type_name("");
   command
       .add_option("OUT", options.output,
                   "the result; its ending tells the format. Of several images a\n"
-                  "folder, which is made where it is missing")
+                  "folder, which is made where it is missing; results are named\n"
+                  "like the images, and a second a.png a-2.png")
       ->required()
       ->type_name("");
 }

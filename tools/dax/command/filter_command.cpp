@@ -147,6 +147,7 @@ Command addFilter(CLI::App& app) {
       "  dax filter parts.png smooth.png --mean 15x15\n"
       "  dax filter noisy.png clean.png --median3 --compare specks.png\n"
       "  dax filter mask.png cores.png --erode 3\n"
+      "  dax filter page.png ink.png --black-hat 15x15\n"
       "  dax filter parts.png framed.png --border mirror:16\n\n" +
       std::string(kExitStatusHelp));
   return {command, [options] { return run(*options); }};

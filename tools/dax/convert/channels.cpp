@@ -98,11 +98,12 @@ Samples merged(const std::vector<Samples>& planes) {
   const size_t bytes = bytesOfSample(first);
   for (size_t i = 0; i < planes.size(); ++i) {
     const DaxiImageRecord &one = planes[i].record, &other = first.record;
-    if (one.channels != 1)
-      refuseSamples("--merge", "takes images of 1 channel, not of " + std::to_string(one.channels));
+    const std::string which = ", not image " + std::to_string(i + 1) + " of ";
+    if (one.channels != 1) refuseSamples("--merge", "takes images of 1 channel" + which + std::to_string(one.channels));
     if (one.width != other.width || one.height != other.height || one.type != other.type ||
         one.maxValue != other.maxValue) {
-      refuseSamples("--merge", "takes images of one size and one number of bits");
+      refuseSamples("--merge", "takes images of one size and one number of bits" + which + std::to_string(one.width) +
+                                   " x " + std::to_string(one.height) + " and " + typeName(planes[i]));
     }
     copyChannel(planes[i].bytes.data(), 1, to.bytes.data() + bytes * i, planes.size(), pixelsOf(first), bytes);
   }

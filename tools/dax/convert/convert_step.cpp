@@ -60,6 +60,11 @@ void requireChannels(const Samples& samples, const std::string& step, int32_t ch
                           ", not of " + std::to_string(given) + ": " + help);
 }
 
+void requireAlike(const Samples& samples, const std::string& step) {
+  if (samples.record.channels % 2 == 0) requireChannels(samples, step, 1);
+  if (samples.names.size() > 1) refuseSamples(step, "would treat channels of " + samples.coding + " alike: --pick one");
+}
+
 void requireWholeRange(const Samples& samples, const std::string& step) {
   if (samples.record.type != DAXI_SAMPLE_16U || samples.record.maxValue == 65535) return;
   refuseSamples(step, "does not take " + typeName(samples) + ": --read-as 16 stretches them");

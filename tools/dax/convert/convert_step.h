@@ -44,6 +44,9 @@ std::string typeName(const Samples& samples);
 // Refuses another number of channels than 1 or 3, and tells what makes it.
 void requireChannels(const Samples& samples, const std::string& step, int32_t channels);
 
+// For steps that treat all channels alike: refuses opacity, and several channels of another space than red, green, blue.
+void requireAlike(const Samples& samples, const std::string& step);
+
 // Refuses 9 to 15 bits: the library's white is the largest value of the type.
 void requireWholeRange(const Samples& samples, const std::string& step);
 

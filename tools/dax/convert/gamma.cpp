@@ -19,7 +19,7 @@ ConvertStep parseGamma(std::string_view text) {
   const auto gamma = parseNumber(text);
   if (!gamma || *gamma < 0.01 || *gamma > 100) return {};
   return [gamma = *gamma](const Samples& samples) {
-    if (samples.record.channels % 2 == 0) requireChannels(samples, "--gamma", 1);
+    requireAlike(samples, "--gamma");
     requireWholeRange(samples, "--gamma");
     return callOnSamples(kGamma, "--gamma", samples, gamma);
   };

@@ -10,7 +10,7 @@ constexpr SampleCall<const DaxiNormaliseCfg*> kNormalise = {DAXI_Normalise_8u_C1
                                                             DAXI_Normalise_32f_C1R};
 
 Samples normalised(const Samples& samples, double low, double high) {
-  if (samples.record.channels % 2 == 0) requireChannels(samples, "--normalise", 1);
+  requireAlike(samples, "--normalise");
   const double white = samples.record.type == DAXI_SAMPLE_32F ? 1 : samples.record.maxValue;
   const DaxiNormaliseCfg cfg = {low / 100, high / 100, 0, white};
   return callOnSamples(kNormalise, "--normalise", samples, &cfg);

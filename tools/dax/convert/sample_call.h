@@ -57,14 +57,11 @@ Samples callOnPixels(const SampleCall<Arguments...>& call, const std::string& st
   return callSized(call, step, from, channels, from.record.width, arguments...);
 }
 
-// A function of one channel that treats all channels alike.
+// A function of one channel that treats all channels alike, and after which they are no longer those of a colour space.
 template <class... Arguments>
 Samples callOnSamples(const SampleCall<Arguments...>& call, const std::string& step, const Samples& from,
                       std::type_identity_t<Arguments>... arguments) {
-  Samples to = callSized(call, step, from, from.record.channels, rowOf(from), arguments...);
-  to.names = from.names;
-  to.coding = from.coding;
-  return to;
+  return callSized(call, step, from, from.record.channels, rowOf(from), arguments...);
 }
 
 }  // namespace dax::tool
