@@ -79,6 +79,16 @@ def test_colour_spaces(step, dax, tmp_path):
         assert list((tmp_path / "back.ppm").read_bytes()[-len(flat):]) == pytest.approx(flat, abs=1), space
 
 
+def test_mixtures(step, dax):
+    colours = pictures.ppm(pictures.dots(COLOURS))
+    mixture = "0.8,0.15,0.05,0.1,0.7,0.2,0.05,0.1,0.75"
+    samples = step(colours)[0]
+    assert step(colours, "--matrix", "0,0,1,0,1,0,1,0,0") == step(colours, "--channels", "2,1,0")
+    assert step(colours, "--matrix", mixture)[0] != samples
+    assert step(colours, "--read-as", 16, "--matrix", mixture, "--unmix", mixture, "--bits", 8)[0] == samples
+    assert "has an inverse" in dax("convert", "in.ppm", "out.ppm", "--unmix", "1,2,3,2,4,6,0,0,1", status=2).err
+
+
 @pytest.mark.parametrize("method", ["", ":bilinear"])
 def test_debayer(step, method):
     mosaic = [[(c * 257,) * 3 for c in row * 3] for row in [(20, 100), (200, 20)] * 3]

@@ -280,6 +280,7 @@ Command addConvert(CLI::App& app) {
       "  dax convert photo.jpg hue.png --to hsv --pick 0\n"
       "  dax convert photo.jpg lab.tif --read-as 32f --to lab\n"
       "  dax convert dark.png bright.png --normalise 1..99 --gamma 0.6\n"
+      "  dax convert mixed.tif apart.tif --unmix 0.8,0.1,0,0.2,0.8,0.1,0,0.1,0.9\n"
       "  dax convert radiograph.tif detail.png --read-as 16 --equalise clahe:8x8:3 --bits 8\n"
       "  dax convert recordings/ grey/ --format png --grey 601\n"
       "  dax convert red.png green.png blue.png colours.png --merge\n\n" +
