@@ -73,9 +73,3 @@ def corners_of(box):
 
 def outline(axis, box):
     axis.add_patch(patches.Polygon(corners_of(box), fill=False, edgecolor=SKY, linewidth=0.8))
-
-
-def noisy(inside, noise, seed=4):
-    """Grey 60 outside and 180 inside, where `inside` is the signed distance from the border in pixels."""
-    image = 60 + 120 * np.clip(inside + 0.5, 0, 1)
-    return np.clip(image + np.random.default_rng(seed).normal(0, noise, image.shape), 0, 255).astype(np.uint8)
