@@ -49,21 +49,27 @@ struct ClassValues {
   }
 };
 
+// The class of most pixels of the frame, of equal ones the darker.
 template <class T>
-bool isDarkWanted(Plane<const T> src, DaxiSize size, int32_t polarity, const ClassValues& classes) {
-  if (polarity != DAXI_POLARITY_AUTO) return polarity == DAXI_POLARITY_DARK;
-  int64_t pixels = 0, sum = 0;  // of the frame, and of their classes
-  const auto add = [&](const T* row, int32_t x) { sum += classes.classOf(row[x]), ++pixels; };
+int32_t groundClass(Plane<const T> src, DaxiSize size, const ClassValues& classes) {
+  int64_t pixels[4] = {};
+  const auto add = [&](T v) { ++pixels[classes.classOf(v)]; };
   for (int32_t y = 0; y < size.height; ++y) {
     const T* const row = rowAt(src.data, src.step, y);
     if (y == 0 || y == size.height - 1) {
-      for (int32_t x = 0; x < size.width; ++x) add(row, x);
+      for (int32_t x = 0; x < size.width; ++x) add(row[x]);
     } else {
-      add(row, 0);
-      if (size.width > 1) add(row, size.width - 1);
+      add(row[0]);
+      if (size.width > 1) add(row[size.width - 1]);
     }
   }
-  return 2 * sum > pixels * classes.count;
+  return static_cast<int32_t>(std::max_element(pixels, pixels + 4) - pixels);
+}
+
+template <class T>
+bool isDarkWanted(Plane<const T> src, DaxiSize size, int32_t polarity, const ClassValues& classes) {
+  if (polarity != DAXI_POLARITY_AUTO) return polarity == DAXI_POLARITY_DARK;
+  return 2 * groundClass(src, size, classes) > classes.count;
 }
 
 void applyClasses(Plane<const uint8_t> src, Plane<uint8_t> dst, DaxiSize size, const ClassValues& classes) {

@@ -5,8 +5,8 @@
  * what is set:
  *   BRIGHT   as it is
  *   DARK     255 minus it: what is at most the level
- *   AUTO     the class that fewer pixels of the region's frame, its first and last rows and columns, belong to; of
- *            equal numbers, BRIGHT; with several levels, DARK where the mean of the frame's classes is above the middle
+ *   AUTO     what is not ground: ground is the class of most pixels of the region's frame, its first and last rows and
+ *            columns, of equal ones the darker; DARK where that class is above the middle
  *
  * For 8u, Otsu's level of DAXI_AdpThresholdOtsu (threshold.h) differs in its rounding; OtsuMulti with two classes is
  * the one of here.

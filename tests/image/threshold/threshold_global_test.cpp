@@ -96,6 +96,11 @@ TEST(ThresholdGlobal, PolarityFromTheFrame) {
       for (int32_t x = 0; x < 30; ++x) ASSERT_EQ(result.mask.at(x, y) != 0, isInside(x, y));
     }
   }
+  // Of four classes the brightest has most of the frame, though the mean of the classes is their middle.
+  TestImage<uint8_t> four({14, 1});
+  four.fill([](int32_t x, int32_t) { return x < 4 ? 10 : x < 8 ? 80 : x < 9 ? 150 : 220; });
+  EXPECT_EQ(Result<uint8_t>(DAXI_ThresholdOtsuMulti_8u_C1R, four, DAXI_POLARITY_AUTO, 4).level.flags,
+            uint32_t{DAXI_HIST_LEVEL_DARK});
   TestImage<uint8_t> even({2, 1});
   even.fill([](int32_t x, int32_t) { return 100 * x; });
   EXPECT_EQ(Result<uint8_t>(DAXI_ThresholdOtsuMulti_8u_C1R, even, DAXI_POLARITY_AUTO).level.flags, 0u);
