@@ -108,14 +108,15 @@ float oneNaN(float v) {
   return v == v ? v : std::numeric_limits<float>::quiet_NaN();
 }
 
-// Of integers v is finite.
-template <class T>
+// Of integers v is finite. Where the image is its own guide, a is within 0..1 and b is (1 - a) mean(I), so v lies between
+// the limits of the type but for roundings below half a level.
+template <class T, bool isSelf>
 T guidedPixel(double v) {
   if constexpr (std::is_floating_point_v<T>) {
     return oneNaN(static_cast<T>(v));
   } else {
     constexpr double kMax = std::numeric_limits<T>::max();
-    const double low = v > 0 ? v : 0, held = low < kMax ? low : kMax;
+    const double low = v > 0 ? v : 0, held = isSelf ? v : low < kMax ? low : kMax;
     return static_cast<T>(static_cast<int32_t>(std::rint(held)));
   }
 }
@@ -259,14 +260,14 @@ DaxStatus sumLines(const GuidedCall<T>& call, const GuidedGrid& grid, const Guid
                         tile);
 }
 
-template <class T>
+template <bool isSelf, class T>
 void applyLines(const WindowedRegion& region, int32_t y, const DoublePair* sums, const uint32_t* counts, const T* guide,
                 T* __restrict dst) {
   const double* const pairs = reinterpret_cast<const double*>(sums);
   forCountedRuns(region, y, counts, [&](int32_t first, int32_t width, auto count) {
     for (int32_t x = 0; x < width; ++x) {
       const int64_t i = first + x;
-      dst[i] = guidedPixel<T>((pairs[2 * i] * static_cast<double>(guide[i]) + pairs[2 * i + 1]) / count(x));
+      dst[i] = guidedPixel<T, isSelf>((pairs[2 * i] * static_cast<double>(guide[i]) + pairs[2 * i + 1]) / count(x));
     }
   });
 }
@@ -301,7 +302,7 @@ void interpolateRow(const GuidedCall<T>& call, const GuidedGrid& grid, const Flo
     for (; x < end; ++x) {
       const double share = static_cast<double>(std::max(x - first, 0)) / step;
       const DoublePair line = left + share * (right - left);
-      dst[x] = guidedPixel<T>(line[0] * static_cast<double>(guide[x]) + line[1]);
+      dst[x] = guidedPixel<T, false>(line[0] * static_cast<double>(guide[x]) + line[1]);
     }
   }
 }
@@ -337,7 +338,10 @@ DaxStatus filterGuided(const GuidedCall<T>& call, const GuidedGrid& grid, const 
   }
   if (grid.step > 1) return applyGrid<isLarge>(call, grid, at);
   return sumLines<isLarge>(call, grid, at, [&](int32_t y, const DoublePair* sums, const uint32_t* counts) {
-    applyLines(grid.region, y, sums, counts, rowAt(call.guide, call.guideStep, y), rowAt(call.dst, call.dstStep, y));
+    const T* const guide = rowAt(call.guide, call.guideStep, y);
+    T* const dst = rowAt(call.dst, call.dstStep, y);
+    call.isSelf() ? applyLines<true>(grid.region, y, sums, counts, guide, dst)
+                  : applyLines<false>(grid.region, y, sums, counts, guide, dst);
   });
 }
 
