@@ -106,7 +106,7 @@ class LocalEntropy {
   BorderedRows<uint8_t> rows_;
   uint8_t value_;
   int64_t top_ = 0, bottom_ = 0, sum_ = 0;
-  int32_t counts_[256];
+  int32_t counts_[256] = {};
 };
 
 }  // namespace dax

@@ -179,8 +179,9 @@ class LocalSums {
   void join(const T* row, Use use) const {
     using Column = typename Types::Column;
     const Column side = row && region_.border == DAXI_BORDER_CONSTANT ? wide(value_) : Column{};
-    use([this](int32_t line) { return columns(line); }, side, [](Column v) { return v; });
-    if (withSquares) use([this](int32_t line) { return squares(line); }, side * side, [](Column v) { return v * v; });
+    use([this](int32_t line) { return columns(line); }, side, [](const Column& v) { return v; });
+    if (withSquares)
+      use([this](int32_t line) { return squares(line); }, side * side, [](const Column& v) { return v * v; });
   }
 
   // Line `to` = line `from` and a row, which may be null.
