@@ -18,6 +18,7 @@ namespace dax {
 namespace {
 
 constexpr int32_t kMaxRadius = 15, kMaxTaps = 31 * 31;
+constexpr int32_t kBilateralRun = 64;                          // pixels that are computed together
 constexpr int32_t kBilateralSteps = 512, kBilateralReach = 8;  // of the table of 32f: steps a sigma, sigmas
 
 DaxStatus checkBilateralCfg(const DaxiFilterBilateralCfg& cfg, DaxiSize size) {
@@ -46,7 +47,16 @@ struct GreyWeights<uint8_t> {
   explicit GreyWeights(double sigma) {
     for (int32_t d = 0; d < 256; ++d) table[d] = bellOf(d, sigma);
   }
-  float operator()(uint8_t v, uint8_t centre) const { return table[v > centre ? v - centre : centre - v]; }
+  // Of a run of pixels: differences by vectors, then one look-up each.
+  void look(const uint8_t* pixels, const uint8_t* centres, int32_t count, float* __restrict weights) const {
+    uint8_t differences[kBilateralRun];
+    for (int32_t i = 0; i < count; ++i) {
+      const uint8_t high = std::max(pixels[i], centres[i]), low = std::min(pixels[i], centres[i]);
+      differences[i] = static_cast<uint8_t>(high - low);
+    }
+#pragma GCC unroll 8
+    for (int32_t i = 0; i < count; ++i) weights[i] = table[differences[i]];
+  }
 };
 
 template <>
@@ -57,11 +67,14 @@ struct GreyWeights<float> {
     for (int32_t i = 0; i <= kBilateralSteps * kBilateralReach; ++i) table[i] = bellOf(i, kBilateralSteps);
   }
   // 0 where a difference is NaN or infinite.
-  float operator()(float v, float centre) const {
+  float at(float v, float centre) const {
     const double place = std::fabs(static_cast<double>(v) - centre) * scale;
     if (!(place < kBilateralSteps * kBilateralReach)) return 0;
     const auto i = static_cast<int32_t>(place);
     return table[i] + static_cast<float>(place - i) * (table[i + 1] - table[i]);
+  }
+  void look(const float* pixels, const float* centres, int32_t count, float* __restrict weights) const {
+    for (int32_t i = 0; i < count; ++i) weights[i] = at(pixels[i], centres[i]);
   }
 };
 
@@ -156,15 +169,14 @@ class BilateralRows {
   }
 
   void operator()(int32_t y) const {
-    for (int32_t x = 0; x < call_.size.width; x += kRun) runAt(x, std::min(kRun, call_.size.width - x), y);
+    for (int32_t x = 0; x < call_.size.width; x += kBilateralRun)
+      runAt(x, std::min(kBilateralRun, call_.size.width - x), y);
   }
 
  private:
-  static constexpr int32_t kRun = 64;
-
   // Tap by tap over a run of pixels, so that each pixel's sums grow in the order of taps.
   void runAt(int32_t x, int32_t count, int32_t y) const {
-    float sums[kRun] = {}, weights[kRun] = {};
+    float sums[kBilateralRun] = {}, weights[kBilateralRun] = {};
     const T* const centre = rowAt(image_, step_, y) + x;
     for (int32_t k = 0; k < disc_.count; ++k) {
       const BilateralTap tap = disc_.taps[k];
@@ -173,18 +185,22 @@ class BilateralRows {
         if (y + tap.dy < 0 || y + tap.dy >= call_.size.height) continue;
         first = std::max(0, -x - tap.dx), end = std::min(count, call_.size.width - x - tap.dx);
       }
-      addTap(centre, rowAt(image_, step_, y + tap.dy) + x + tap.dx, tap.weight, first, end, sums, weights);
+      const T* const pixels = rowAt(image_, step_, y + tap.dy) + x + tap.dx;
+      addTap(centre + first, pixels + first, tap.weight, end - first, sums + first, weights + first);
     }
     T* const dst = rowAt(call_.dst, call_.dstStep, y) + x;
     for (int32_t i = 0; i < count; ++i) dst[i] = bilateralPixel(sums[i], weights[i], centre[i]);
   }
 
-  void addTap(const T* centre, const T* pixels, float near, int32_t first, int32_t end, float* sums,
-              float* weights) const {
-    for (int32_t i = first; i < end; ++i) {
-      const float weight = near * grey_(pixels[i], centre[i]);
-      if (std::is_floating_point_v<T> && weight == 0) continue;
-      sums[i] += weight * static_cast<float>(pixels[i]);
+  // A pixel of no weight may be NaN.
+  void addTap(const T* centres, const T* pixels, float near, int32_t count, float* __restrict sums,
+              float* __restrict weights) const {
+    float greys[kBilateralRun];
+    grey_.look(pixels, centres, count, greys);
+    for (int32_t i = 0; i < count; ++i) {
+      const auto pixel = static_cast<float>(pixels[i]);
+      const float weight = near * greys[i];
+      sums[i] += weight * (std::is_floating_point_v<T> && weight == 0 ? 0 : pixel);
       weights[i] += weight;
     }
   }

@@ -94,14 +94,14 @@ InspectCommandLine::InspectCommandLine(CLI::App& app) {
   addFilters(app);
   addOutputs(app);
   addChecks(app);
-  app.footer(std::string(kThresholdHelp) + "\n\n" + kExamples + "\n" + kExitStatusHelp +
+  app.footer(thresholdHelp() + "\n\n" + kExamples + "\n" + kExitStatusHelp +
              "\nA single image that fails gives the status of its cause.");
 }
 
 void InspectCommandLine::addObjects(CLI::App& app) {
   const std::string group = "Finding objects";
   auto* threshold =
-      app.add_option("--threshold", threshold_, "otsu, N, N..M, mask, soft:... or relative:..., see below [otsu]")
+      app.add_option("--threshold", threshold_, "otsu, N, N..M, mask, sauvola:31,0.2 and others, see below\n[otsu]")
           ->type_name("T")
           ->group(group);
   auto* bright = app.add_flag("--bright", bright_, "objects are what the threshold sets [the default]")->group(group);

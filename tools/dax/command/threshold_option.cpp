@@ -103,19 +103,29 @@ DaxiThresholdBinCfg configuration(std::string_view text) {
     readValues(pair->second, shares);
     return relative(shares);
   }
-  if (!parseNumber(text)) invalid(inQuotes(text) + " is not otsu, N, N..M, mask, soft:... or relative:...");
+  if (!parseNumber(text))
+    invalid(inQuotes(text) +
+            " is not otsu, N, N..M, mask, soft:..., relative:... or a method that dax inspect --help tells");
   return single(greyLevel(text));
 }
 
 }  // namespace
 
+std::string thresholdHelp() {
+  return std::string(kThresholdHelp) + "\n" + kMethodHelp;
+}
+
 const char* Threshold::name() const {
+  if (method) return method->name.c_str();
   constexpr std::array kNames = {"", "copy", "level", "band", "otsu", "soft", "relative"};
   return kNames[cfg.method];
 }
 
 Threshold parseThreshold(std::string_view text, bool darkObjects) {
-  Threshold threshold{configuration(text), darkObjects};
+  if (text != "otsu") {
+    if (auto method = parseThresholdMethod(text)) return {DaxiThresholdBinCfg{}, false, std::move(method), darkObjects};
+  }
+  Threshold threshold{configuration(text), darkObjects, std::nullopt};
   switch (threshold.cfg.method) {
     case DAXI_THRESHOLD_SOFT:
     case DAXI_THRESHOLD_RELATIVE_SOFT:

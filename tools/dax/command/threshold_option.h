@@ -1,17 +1,21 @@
 // The threshold as text: "otsu", "128", "80..160", "soft:low=60,high=140", ...
 #pragma once
 
+#include <optional>
 #include <string>
 #include <string_view>
 
 #include "daxi/threshold.h"
+#include "model/threshold_method.h"
 
 namespace dax::tool {
 
 // Grey levels are those of the picture, whatever its depth.
 struct Threshold {
   DaxiThresholdBinCfg cfg;
-  bool invert;  // the objects are what the threshold leaves: 255 - mask
+  bool invert;                            // the objects are what the threshold leaves: 255 - mask
+  std::optional<ThresholdMethod> method;  // in place of `cfg`
+  bool dark = false;                      // of the method
 
   const char* name() const;
 };
@@ -29,6 +33,9 @@ inline constexpr const char* kThresholdHelp =
     "                    ramp between levels of the histogram: dark is where a share R of\n"
     "                    the pixels is darker, bright where R is brighter, low and high are\n"
     "                    positions between them, 0..1 (R 0.01, Q 0.5, S 0 unless given)";
+
+// With the methods.
+std::string thresholdHelp();
 
 // Throws std::invalid_argument with a message for the user.
 Threshold parseThreshold(std::string_view text, bool darkObjects);

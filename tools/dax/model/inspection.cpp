@@ -11,6 +11,7 @@
 #include "daxi/histogram.h"
 #include "daxi/threshold.h"
 #include "model/filters.h"
+#include "model/threshold_method.h"
 
 namespace dax::tool {
 namespace {
@@ -94,6 +95,11 @@ GreyImage maskOf(const Picture& picture, const DaxiThresholdBinCfg& cfg, Inspect
 }
 
 GreyImage threshold(const Picture& picture, const Threshold& option, Inspection& result) {
+  if (option.method) {
+    MethodMask found = applyThresholdMethod(*option.method, picture, option.dark);
+    if (!found.levels.empty()) result.low = found.levels.front(), result.high = found.levels.back();
+    return std::move(found.mask);
+  }
   requireLevels(picture, option.cfg);
   GreyImage mask = maskOf(picture, option.cfg, result);
   if (option.invert) {

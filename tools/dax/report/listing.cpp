@@ -17,6 +17,15 @@ std::string levels(const Inspection& inspection) {
   return inspection.low == inspection.high ? low : low + ".." + std::to_string(inspection.high);
 }
 
+bool hasLevels(const Threshold& threshold) {
+  return !threshold.method || threshold.method->local < 0;
+}
+
+// Local thresholds have no level of their own.
+std::string thresholdOf(const Inspection& inspection, const Threshold& threshold) {
+  return std::string("threshold ") + threshold.name() + (hasLevels(threshold) ? " " + levels(inspection) : "");
+}
+
 // "200..": the range that refused a region, as given.
 std::string limitOf(std::string_view by, const InspectionSettings& settings) {
   const auto byClass = settings.limits.find("class-area");
@@ -82,10 +91,10 @@ Json toJson(const Outcome& outcome, const InspectionSettings& settings) {
   const Inspection& inspection = outcome.inspection;
   json["width"] = inspection.size.width;
   json["height"] = inspection.size.height;
-  json["threshold"] =
-      settings.byClass
-          ? Json()
-          : Json{{"method", settings.threshold.name()}, {"low", inspection.low}, {"high", inspection.high}};
+  json["threshold"] = settings.byClass ? Json()
+                                       : Json{{"method", settings.threshold.name()},
+                                              {"low", hasLevels(settings.threshold) ? Json(inspection.low) : Json()},
+                                              {"high", hasLevels(settings.threshold) ? Json(inspection.high) : Json()}};
   json["depth"] = inspection.depth;
   json["levels"] = inspection.levels ? Json{inspection.levels->low, inspection.levels->high} : Json();
   if (!inspection.note.empty()) json["note"] = inspection.note;
@@ -148,8 +157,7 @@ Fields timeFields(const std::string& name, const StageTimes& times) {
 }  // namespace
 
 std::string summary(const Inspection& inspection, const InspectionSettings& settings) {
-  const std::string means =
-      settings.byClass ? "classes" : std::string("threshold ") + settings.threshold.name() + " " + levels(inspection);
+  const std::string means = settings.byClass ? "classes" : thresholdOf(inspection, settings.threshold);
   return std::to_string(inspection.size.width) + " x " + std::to_string(inspection.size.height) + ", " + means + ", " +
          std::to_string(inspection.blobs.size()) + " of " + std::to_string(inspection.regions) + " regions" +
          (settings.mmPerPixel ? ", in millimetres" : "") + (inspection.met ? "" : ": not the expected number");
