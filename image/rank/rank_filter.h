@@ -65,10 +65,13 @@ struct RankFilter {
     const T* const row = rowAt(src, srcStep, from);
     const int32_t first = isInMemory ? x : std::clamp(0, x, x + count);
     const int32_t end = isInMemory ? x + count : std::clamp(size.width, first, x + count);
-    for (int32_t i = 0; i < end - first; ++i) keys[first - x + i] = OrderKey<T>::of(row[first + i]);
-    const auto outside = [&](int32_t i) { return hasIndex ? row[borderIndex(i, size.width, border)] : value; };
-    for (int32_t i = x; i < first; ++i) keys[i - x] = OrderKey<T>::of(outside(i));
-    for (int32_t i = end; i < x + count; ++i) keys[i - x] = OrderKey<T>::of(outside(i));
+    std::transform(row + first, row + end, keys + (first - x), OrderKey<T>::of);
+    // By value: compilers take what is captured by reference for memory that bytes may overwrite.
+    const auto outside = [=, width = size.width, kind = border, missing = value](int32_t i) {
+      return OrderKey<T>::of(hasIndex ? row[borderIndex(i, width, kind)] : missing);
+    };
+    for (int32_t i = x; i < first; ++i) keys[i - x] = outside(i);
+    for (int32_t i = end; i < x + count; ++i) keys[i - x] = outside(i);
   }
 
  private:
