@@ -5,6 +5,7 @@
 #include "frame/check.h"
 #include "frame/dispatch.h"
 #include "frame/rows.h"
+#include "frame/tiles.h"
 #include "image/rank/filter_median5x5.h"
 #include "image/rank/filter_median5x5_neon.h"
 #include "image/rank/filter_median5x5_portable.h"
@@ -41,21 +42,26 @@ DAX_MEDIAN_WORKER(float)
 namespace {
 
 template <class T>
-DaxStatus median5x5(const T* src, int32_t srcStep, T* dst, int32_t dstStep, DaxiSize size) {
+DaxStatus median5x5(PoolThreads on, const T* src, int32_t srcStep, T* dst, int32_t dstStep, DaxiSize size) {
   DAX_REQUIRE(src && dst, DAX_STS_NULL_POINTER);
   DAX_REQUIRE(atLeast(size, 5), DAX_STS_BAD_SIZE);
   DAX_REQUIRE(size.width <= std::min(srcStep, dstStep), DAX_STS_BAD_STEP);
-  filterMedian5x5(src, srcStep, dst, dstStep, size, 0, size.height, currentIsa());
-  return DAX_STS_OK;
+  return runRows(on, size.height, [&](int32_t first, int32_t end) {
+    filterMedian5x5(src, srcStep, dst, dstStep, size, first, end, currentIsa());
+  });
 }
 
 }  // namespace
 }  // namespace dax
 
-#define DAX_MEDIAN(SUFFIX, T)                                                                           \
-  DaxStatus DAXI_FilterMedian5x5_##SUFFIX##_C1R(const T* src, int32_t srcStep, T* dst, int32_t dstStep, \
-                                                DaxiSize size) {                                        \
-    return dax::median5x5(src, srcStep, dst, dstStep, size);                                            \
+#define DAX_MEDIAN(SUFFIX, T)                                                                                   \
+  DaxStatus DAXI_FilterMedian5x5_##SUFFIX##_C1R(const T* src, int32_t srcStep, T* dst, int32_t dstStep,         \
+                                                DaxiSize size) {                                                \
+    return dax::median5x5({}, src, srcStep, dst, dstStep, size);                                                \
+  }                                                                                                             \
+  DaxStatus DAXI_FilterMedian5x5_##SUFFIX##_C1R_MT(void* pool, uint32_t threads, const T* src, int32_t srcStep, \
+                                                   T* dst, int32_t dstStep, DaxiSize size) {                    \
+    return dax::median5x5({pool, threads}, src, srcStep, dst, dstStep, size);                                   \
   }
 DAX_MEDIAN(8u, uint8_t)
 DAX_MEDIAN(16u, uint16_t)

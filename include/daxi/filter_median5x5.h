@@ -6,13 +6,14 @@
  * result is one value whatever the pixels are.
  *
  * Every function filters the region `size` of src into dst. Steps count elements. src and dst must not overlap. No work
- * buffer. Thread-safe.
+ * buffer. Thread-safe. Forms ending in _MT run on the host's pool, in at most `threads` tiles; any number works with any pool,
+ * results do not depend on it, and pool may be null.
  *
  * Checks, in order:
  *   src null or dst null                       0x10000014
  *   width < 5 or height < 5                    0x1000001a
  *   width above the smaller of the two steps   0x1000001b
- * A failed call writes nothing. */
+ * A failed call writes nothing; _MT forms return the status of the host's parallel-for, unchanged. */
 #ifndef DAXI_FILTER_MEDIAN5X5_H
 #define DAXI_FILTER_MEDIAN5X5_H
 
@@ -29,6 +30,14 @@ DAX_API DaxStatus DAXI_FilterMedian5x5_16s_C1R(const int16_t* src, int32_t srcSt
                                                DaxiSize size);
 DAX_API DaxStatus DAXI_FilterMedian5x5_32f_C1R(const float* src, int32_t srcStep, float* dst, int32_t dstStep,
                                                DaxiSize size);
+DAX_API DaxStatus DAXI_FilterMedian5x5_8u_C1R_MT(void* pool, uint32_t threads, const uint8_t* src, int32_t srcStep,
+                                                 uint8_t* dst, int32_t dstStep, DaxiSize size);
+DAX_API DaxStatus DAXI_FilterMedian5x5_16u_C1R_MT(void* pool, uint32_t threads, const uint16_t* src, int32_t srcStep,
+                                                  uint16_t* dst, int32_t dstStep, DaxiSize size);
+DAX_API DaxStatus DAXI_FilterMedian5x5_16s_C1R_MT(void* pool, uint32_t threads, const int16_t* src, int32_t srcStep,
+                                                  int16_t* dst, int32_t dstStep, DaxiSize size);
+DAX_API DaxStatus DAXI_FilterMedian5x5_32f_C1R_MT(void* pool, uint32_t threads, const float* src, int32_t srcStep,
+                                                  float* dst, int32_t dstStep, DaxiSize size);
 
 DAX_END_DECLS
 

@@ -24,12 +24,13 @@ def median3x3(image: ArrayLike, out: Optional[Array] = None, pool: Optional[Pool
     return apply(name, {"image": image}, types="8u 16u 16s 32f 64f", out=out, pooled=name + "_NEON_MT", pool=pool)
 
 
-def median5x5(image: ArrayLike, out: Optional[Array] = None) -> Array:
+def median5x5(image: ArrayLike, out: Optional[Array] = None, pool: Optional[Pool] = None) -> Array:
     """Exact median of 5 x 5 pixels, the edge replicated. NaN is ordered beyond infinity.
 
-    image: uint8, uint16, int16 or float32, at least 5 x 5.
+    image: uint8, uint16, int16 or float32, at least 5 x 5. pool: works in bands.
 
     >>> dax.median5x5(np.eye(5, dtype=np.uint8)).sum()
     0
     """
-    return apply("DAXI_FilterMedian5x5_{type}_{layout}R", {"image": image}, types="8u 16u 16s 32f", out=out)
+    name = "DAXI_FilterMedian5x5_{type}_{layout}R"
+    return apply(name, {"image": image}, types="8u 16u 16s 32f", out=out, pooled=name + "_MT", pool=pool)

@@ -122,5 +122,17 @@ TEST(MedianBands, PoolAndStatus) {
   EXPECT_EQ(run(&pool, 3), pool.failure);
 }
 
+TEST(MedianBands, FiveByFiveOnAPool) {
+  TestImage<uint16_t> src({40, 13}), dst(src.size()), expected(src.size());
+  src.randomize(3);
+  MockPool pool;
+  ASSERT_EQ(DAXI_FilterMedian5x5_16u_C1R(src.data(), src.step(), expected.data(), expected.step(), src.size()),
+            DAX_STS_OK);
+  ASSERT_EQ(DAXI_FilterMedian5x5_16u_C1R_MT(&pool, 5, src.data(), src.step(), dst.data(), dst.step(), src.size()),
+            DAX_STS_OK);
+  EXPECT_TRUE(samePixels(dst, expected));
+  EXPECT_EQ(pool.tiles, 5);
+}
+
 }  // namespace
 }  // namespace dax::test
