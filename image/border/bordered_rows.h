@@ -64,7 +64,7 @@ struct BorderedRows {
 // Fills in what lies `left` elements before and `right` elements behind a row of `width` elements, unless it is there.
 template <class T>
 void extendRow(T* row, int64_t width, int32_t left, int32_t right, int32_t border, T constant) {
-  if (border == DAXI_BORDER_IN_MEMORY) return;
+  if (border == DAXI_BORDER_IN_MEMORY || width < 1) return;
   const auto outside = [&](int64_t x) {
     return border == DAXI_BORDER_CONSTANT ? constant : row[borderIndex(x, width, border)];
   };

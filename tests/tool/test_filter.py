@@ -45,7 +45,8 @@ def image(tmp_path):
 
 # A grey value of 90 in the middle of black, and what the options make of its surroundings (five pixels of its row).
 DOT = {"--mean 3x1": [0, 30, 30, 30, 0], "--mean-inside 5x1": [18] * 5, "--box 1": [0, 10, 10, 10, 0],
-       "--median3": [0] * 5, "--median5": [0] * 5,
+       "--median3": [0] * 5, "--median5": [0] * 5, "--gauss 0.5": [0, 8, 56, 8, 0], "--sobel": [0, 45, 0, 45, 0],
+       "--unsharp 0.5,1": [0, 0, 124, 0, 0], "--canny 100,300": [0] * 5,
        "--guided 1,0": [0, 0, 90, 0, 0], "--bilateral 2,1,10": [0, 0, 90, 0, 0]}
 
 

@@ -23,6 +23,7 @@ const bench::OpenCvPeer operations[] = {
     {"Gaussian 81 x 81, sigma 10, 16u", [] { return prepare<uint16_t>(10, 81); }},
     {"Gaussian 5 x 5, sigma 1.1, 32f", [] { return prepare<float>(1.1, 5); }},
     {"Gaussian 25 x 25, sigma 3, 32f", [] { return prepare<float>(3, 25); }},
+    {"Gaussian, recursive, sigma 10, 8u", [] { return prepare<uint8_t>(10, 81); }},
 };
 
 }  // namespace
