@@ -15,15 +15,36 @@ namespace {
 
 constexpr int32_t kMaxSide = 31, kStrip = 512, kRoom = kStrip + kMaxSide - 1;
 
-// to = weight * from, or added to what is there.
+// Adds weights[k] * from[k][i] to to[i], tap by tap, or begins with the first; four taps at a time, which spares loads of
+// what is added to.
 template <class Sum, class From, class Weight>
-void takeWeighted(const From* from, Weight weight, int32_t count, bool isFirst, Sum* __restrict to) {
-  const auto factor = static_cast<Sum>(weight);
+void addWeighted(const From* const* from, const Weight* weights, int32_t taps, int32_t count, bool isFirst,
+                 Sum* __restrict to) {
+  const auto product = [](Weight weight, From pixel) { return static_cast<Sum>(weight) * static_cast<Sum>(pixel); };
+  int32_t k = 0;
   if (isFirst) {
-    for (int32_t i = 0; i < count; ++i) to[i] = factor * static_cast<Sum>(from[i]);
-  } else {
-    for (int32_t i = 0; i < count; ++i) to[i] += factor * static_cast<Sum>(from[i]);
+    const From* const a = from[k++];
+    for (int32_t i = 0; i < count; ++i) to[i] = product(weights[0], a[i]);
   }
+  for (; k + 4 <= taps; k += 4) {
+    const From *const a = from[k], *const b = from[k + 1], *const c = from[k + 2], *const d = from[k + 3];
+    const Weight wa = weights[k], wb = weights[k + 1], wc = weights[k + 2], wd = weights[k + 3];
+    for (int32_t i = 0; i < count; ++i) {
+      to[i] = (((to[i] + product(wa, a[i])) + product(wb, b[i])) + product(wc, c[i])) + product(wd, d[i]);
+    }
+  }
+  for (; k < taps; ++k) {
+    const From* const a = from[k];
+    for (int32_t i = 0; i < count; ++i) to[i] += product(weights[k], a[i]);
+  }
+}
+
+// The same for taps along a row.
+template <class Sum, class From, class Weight>
+void addWeightedRow(const From* row, const Weight* weights, int32_t taps, int32_t count, bool isFirst, Sum* to) {
+  const From* from[kMaxSide];
+  for (int32_t k = 0; k < taps; ++k) from[k] = row + k;
+  addWeighted(from, weights, taps, count, isFirst, to);
 }
 
 // Rounds sums of integers to the nearest multiple of 2^shift, halves to the even one.
@@ -51,6 +72,8 @@ class ReachedStrip {
   }
 
   int32_t count() const { return count_; }
+  // Whether rows of the image have all columns. Copies of others hold the value of a constant border, then.
+  bool isWhole() const { return isWhole_; }
 
   // Pixels of a row, which may lie outside; `copy` has room for them.
   const T* row(int64_t y, T* copy) const {
@@ -90,10 +113,15 @@ struct SeparableKernel {
   void run(const ReachedStrip<T>& strip, const DaxiConvolveCfg& cfg, int32_t y0, int32_t count, Sum* sums) const {
     T copy[kRoom];
     Sum between[kRoom];
-    for (int32_t j = 0; j < cfg.kernel.height; ++j) {
-      takeWeighted(strip.row(int64_t{y0} - cfg.anchorY + j, copy), y[j], strip.count(), j == 0, between);
+    const auto row = [&](int32_t j) { return strip.row(int64_t{y0} - cfg.anchorY + j, copy); };
+    if (strip.isWhole()) {
+      const T* rows[kMaxSide];
+      for (int32_t j = 0; j < cfg.kernel.height; ++j) rows[j] = row(j);
+      addWeighted(rows, y, cfg.kernel.height, strip.count(), true, between);
+    } else {
+      for (int32_t j = 0; j < cfg.kernel.height; ++j) addWeightedRow(row(j), y + j, 1, strip.count(), j == 0, between);
     }
-    for (int32_t i = 0; i < cfg.kernel.width; ++i) takeWeighted(between + i, x[i], count, i == 0, sums);
+    addWeightedRow(between, x, cfg.kernel.width, count, true, sums);
   }
 };
 
@@ -108,12 +136,17 @@ struct FullKernel {
     T copy[kRoom];
     for (int32_t j = 0; j < cfg.kernel.height; ++j) {
       const T* const row = strip.row(int64_t{y0} - cfg.anchorY + j, copy);
-      for (int32_t i = 0; i < cfg.kernel.width; ++i) {
-        takeWeighted(row + i, weights[j * cfg.kernel.width + i], count, i == 0 && j == 0, sums);
-      }
+      addWeightedRow(row, weights + j * cfg.kernel.width, cfg.kernel.width, count, j == 0, sums);
     }
   }
 };
+
+// Pixels of the strip that begins at x: few at both ends of a row, so that strips between them reach no border.
+int64_t stripAt(int64_t x, int64_t width) {
+  constexpr int64_t kEnd = kMaxSide + 1;
+  if (x == 0) return std::min(kEnd, width);
+  return width - x <= kEnd ? width - x : std::min<int64_t>(kStrip, width - kEnd - x);
+}
 
 template <class Sum, class Kernel, class T, class D>
 DaxStatus convolveStrips(PoolThreads on, const StripImage<T>& image, const Kernel& kernel, const DaxiConvolveCfg& cfg,
@@ -121,10 +154,11 @@ DaxStatus convolveStrips(PoolThreads on, const StripImage<T>& image, const Kerne
   return runRows(on, image.size.height, [&](int32_t first, int32_t end) {
     Sum sums[kStrip];
     for (int32_t y = first; y < end; ++y) {
-      for (int64_t x = 0; x < image.size.width; x += kStrip) {
-        const auto count = static_cast<int32_t>(std::min<int64_t>(kStrip, image.size.width - x));
-        kernel.run(ReachedStrip<T>(image, cfg, x, count), cfg, y, count, sums);
-        storeSums(sums, count, cfg.shift, rowAt(dst, dstStep, y) + x);
+      for (int64_t x = 0, count; x < image.size.width; x += count) {
+        count = stripAt(x, image.size.width);
+        const auto pixels = static_cast<int32_t>(count);
+        kernel.run(ReachedStrip<T>(image, cfg, x, pixels), cfg, y, pixels, sums);
+        storeSums(sums, pixels, cfg.shift, rowAt(dst, dstStep, y) + x);
       }
     }
   });

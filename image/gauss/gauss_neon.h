@@ -10,8 +10,14 @@
 #if DAX_HAVE_NEON
 namespace dax::neon {
 
-// sum += v * weight. (SIMDe multiplies 64-bit elements one by one.)
+// sum += v * weight, and shifts to the right, also rounded. (SIMDe does them one by one.)
 #if defined(__aarch64__)
+inline uint32x4_t shiftedRight(uint32x4_t v, int32_t shift) {
+  return vshlq_u32(v, vdupq_n_s32(-shift));
+}
+inline uint32x4_t roundedRight(uint32x4_t v, int32_t shift) {
+  return vrshlq_u32(v, vdupq_n_s32(-shift));
+}
 inline void addProducts(uint32x4_t (&sum)[2], uint16x8_t v, uint16_t weight) {
   sum[0] = vmlal_n_u16(sum[0], vget_low_u16(v), weight);
   sum[1] = vmlal_high_n_u16(sum[1], v, weight);
@@ -21,6 +27,12 @@ inline void addProducts(int64x2_t (&sum)[2], int32x4_t v, int32_t weight) {
   sum[1] = vmlal_high_n_s32(sum[1], v, weight);
 }
 #else
+inline uint32x4_t shiftedRight(uint32x4_t v, int32_t shift) {
+  return v >> static_cast<uint32_t>(shift);
+}
+inline uint32x4_t roundedRight(uint32x4_t v, int32_t shift) {
+  return (v + (1u << (shift - 1))) >> static_cast<uint32_t>(shift);
+}
 inline void addProducts(uint32x4_t (&sum)[2], uint16x8_t v, uint16_t weight) {
   const __m128i a = (__m128i)v, w = _mm_set1_epi16(static_cast<int16_t>(weight));
   const __m128i low = _mm_mullo_epi16(a, w), high = _mm_mulhi_epu16(a, w);
@@ -52,10 +64,10 @@ struct GaussBlock<uint8_t> {
       }
     }
     void store(uint16_t* to, int32_t bits) const {
-      const int32x4_t shift = vdupq_n_s32(GaussPixel<uint8_t>::kBetweenBits - bits - 1);
+      const int32_t shift = bits + 1 - GaussPixel<uint8_t>::kBetweenBits;
       for (int i = 0; i < 4; ++i) {
-        const auto low = vreinterpretq_u16_u32(vrshlq_u32(sum[i][0], shift));
-        const auto high = vreinterpretq_u16_u32(vrshlq_u32(sum[i][1], shift));
+        const auto low = vreinterpretq_u16_u32(roundedRight(sum[i][0], shift));
+        const auto high = vreinterpretq_u16_u32(roundedRight(sum[i][1], shift));
         vst1q_u16(to + 8 * i, vuzp1q_u16(low, high));
       }
     }
@@ -68,9 +80,8 @@ struct GaussBlock<uint8_t> {
       for (int i = 0; i < 4; ++i) addProducts(sum[i], vaddq_u16(vld1q_u16(a + 8 * i), vld1q_u16(b + 8 * i)), weight);
     }
     void addGroup(RowSums& group, int32_t shift) {
-      const int32x4_t right = vdupq_n_s32(-shift);
       for (int i = 0; i < 4; ++i) {
-        for (int k = 0; k < 2; ++k) sum[i][k] = vaddq_u32(sum[i][k], vshlq_u32(group.sum[i][k], right));
+        for (int k = 0; k < 2; ++k) sum[i][k] = vaddq_u32(sum[i][k], shiftedRight(group.sum[i][k], shift));
       }
     }
     void store(uint8_t* to) const {
