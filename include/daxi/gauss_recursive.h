@@ -3,7 +3,8 @@
  * A recursive filter of the fourth order along columns, then along rows (Deriche, Recursively implementing the Gaussian and
  * its derivatives, 1993), computed in double precision; between the two a float. What is outside the image is followed
  * over 8 sigma, by the rule of the border. Results differ from the real-valued, untruncated Gaussian by at most 1e-3 of
- * the range of pixels (the errors of all its weights sum up to 6e-4 at sigma 2, and to less above), and integers are rounded then. A flat image stays flat.
+ * the range of pixels (the errors of all weights sum up to 6e-4 at sigma 2, and to less above), and integers are rounded
+ * then. A flat image stays flat.
  *
  * Borders: replicated, the default, mirrored, symmetric, circular or constant.
  *
