@@ -42,8 +42,8 @@ void addWeighted(const From* const* from, const Weight* weights, int32_t taps, i
 // The same for taps along a row.
 template <class Sum, class From, class Weight>
 void addWeightedRow(const From* row, const Weight* weights, int32_t taps, int32_t count, bool isFirst, Sum* to) {
-  const From* from[kMaxSide];
-  for (int32_t k = 0; k < taps; ++k) from[k] = row + k;
+  const From* from[kMaxSide] = {row};
+  for (int32_t k = 1; k < taps; ++k) from[k] = row + k;
   addWeighted(from, weights, taps, count, isFirst, to);
 }
 
@@ -115,8 +115,8 @@ struct SeparableKernel {
     Sum between[kRoom];
     const auto row = [&](int32_t j) { return strip.row(int64_t{y0} - cfg.anchorY + j, copy); };
     if (strip.isWhole()) {
-      const T* rows[kMaxSide];
-      for (int32_t j = 0; j < cfg.kernel.height; ++j) rows[j] = row(j);
+      const T* rows[kMaxSide] = {row(0)};
+      for (int32_t j = 1; j < cfg.kernel.height; ++j) rows[j] = row(j);
       addWeighted(rows, y, cfg.kernel.height, strip.count(), true, between);
     } else {
       for (int32_t j = 0; j < cfg.kernel.height; ++j) addWeightedRow(row(j), y + j, 1, strip.count(), j == 0, between);
