@@ -1,14 +1,14 @@
 // Rows of an image and of what lies around it, for filters that go along columns first and along rows then.
 #pragma once
 
+#include <algorithm>
 #include <cstdint>
-#include <limits>
 
 #include "frame/memory/work_buffer.h"
-#include "frame/numeric/round.h"
 #include "frame/rows.h"
 #include "frame/tiles.h"
 #include "image/border/border_index.h"
+#include "image/border/border_pixel.h"
 
 namespace dax {
 
@@ -31,17 +31,6 @@ DaxStatus runRowTiles(PoolThreads on, DaxiSize size, Body&& body) {
     return 0;
   };
   return runTiles(on.pool, std::min(on.threads, tilesOf(size)), size.height, 1, tile);
-}
-
-// The value of a constant border as a pixel: the nearest one of the type.
-template <class T>
-T borderPixel(double value) {
-  using Limits = std::numeric_limits<T>;
-  if constexpr (std::is_integral_v<T>) {
-    return roundTo<T>(value);
-  } else {
-    return static_cast<T>(std::clamp<double>(value, Limits::lowest(), Limits::max()));
-  }
 }
 
 template <class T>

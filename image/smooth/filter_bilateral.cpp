@@ -10,7 +10,7 @@
 #include "frame/numeric/elementary.h"
 #include "frame/numeric/round.h"
 #include "frame/tiles.h"
-#include "image/window/bordered_rows.h"
+#include "image/window/windowed_rows.h"
 
 static_assert(sizeof(DaxiFilterBilateralCfg) == 32);
 
@@ -134,7 +134,7 @@ void extendImage(const BilateralCall<T>& call, const BilateralBuffer<T>& at) {
   const WindowedRegion region(call.size, {side, side}, call.cfg->border);
   const T value = borderPixel<T>(call.cfg->value);
   std::fill_n(at.constant.in(call.buffer), width, value);
-  const BorderedRows<T> rows = {call.src, call.srcStep, region, at.constant.in(call.buffer)};
+  const WindowedRows<T> rows = {call.src, call.srcStep, region, at.constant.in(call.buffer)};
   for (int32_t y = 0; y < call.size.height + 2 * radius; ++y) {
     T* const to = rowAt(at.extended.in(call.buffer), at.step, y);
     const T* const row = rows(int64_t{y} - radius);

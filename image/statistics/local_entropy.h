@@ -8,7 +8,7 @@
 #include "frame/memory/work_buffer.h"
 #include "frame/numeric/elementary.h"
 #include "frame/numeric/round.h"
-#include "image/window/bordered_rows.h"
+#include "image/window/windowed_rows.h"
 
 namespace dax {
 
@@ -103,7 +103,7 @@ class LocalEntropy {
   WindowedRegion region_;
   const int64_t* terms_;
   uint8_t* ring_;
-  BorderedRows<uint8_t> rows_;
+  WindowedRows<uint8_t> rows_;
   uint8_t value_;
   int64_t top_ = 0, bottom_ = 0, sum_ = 0;
   int32_t counts_[256] = {};

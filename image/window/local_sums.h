@@ -11,7 +11,7 @@
 #include "dax/status.h"
 #include "frame/memory/work_buffer.h"
 #include "frame/tiles.h"
-#include "image/window/bordered_rows.h"
+#include "image/window/windowed_rows.h"
 #include "image/window/local_sums_rows.h"
 
 namespace dax {
@@ -225,7 +225,7 @@ class LocalSums {
   WindowedRegion region_;
   LocalSumsBuffer<T, isLarge> at_;
   void* buffer_;
-  BorderedRows<T> rows_;
+  WindowedRows<T> rows_;
   T value_;
   int32_t first_ = 0, end_ = 0;
 };

@@ -2,30 +2,14 @@
 #pragma once
 
 #include <algorithm>
-#include <cmath>
 #include <cstdint>
-#include <limits>
-#include <type_traits>
 
-#include "frame/numeric/round.h"
 #include "frame/rows.h"
 #include "image/border/border_index.h"
+#include "image/border/border_pixel.h"
 #include "image/window/window_reach.h"
 
 namespace dax {
-
-// The pixel of a constant border.
-template <class T>
-T borderPixel(double value) {
-  using Limits = std::numeric_limits<T>;
-  if constexpr (std::is_integral_v<T>) {
-    return roundTo<T>(value);
-  } else if constexpr (std::is_floating_point_v<T>) {
-    return static_cast<T>(std::clamp<double>(value, Limits::lowest(), Limits::max()));
-  } else {
-    return T{} + static_cast<float>(value);
-  }
-}
 
 // A region, a window and a border.
 struct WindowedRegion {
@@ -72,7 +56,7 @@ struct WindowedRegion {
 
 // The pixels that a row holds, from its first one on.
 template <class T>
-struct BorderedRows {
+struct WindowedRows {
   const T* src;
   int32_t step;
   const WindowedRegion& region;
