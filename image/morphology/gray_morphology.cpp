@@ -4,7 +4,6 @@
 
 #include "frame/check.h"
 #include "frame/cpu_feature.h"
-#include "frame/numeric/round.h"
 #include "image/morphology/sliding_extreme.h"
 #include "image/pixel/arithmetic.h"
 
@@ -20,16 +19,6 @@ Reach reachOf(const DaxiGrayMorphologyCfg& cfg) {
 }
 
 // --- One pass ---
-
-template <class T>
-T borderValue(double value) {
-  using Limits = std::numeric_limits<T>;
-  if constexpr (std::is_integral_v<T>) {
-    return roundTo<T>(value);
-  } else {
-    return static_cast<T>(std::clamp<double>(value, Limits::lowest(), Limits::max()));
-  }
-}
 
 template <class T>
 BorderedImage<T> borderedImage(const GrayImage<T>& image, const DaxiGrayMorphologyCfg& cfg) {
@@ -106,6 +95,23 @@ struct GrayCall {
     return grayExtreme(on, !smallerFirst, inner, cfg, dst, dstStep, buffer);
   }
 
+  DaxStatus gradient() const {
+    const int32_t step = image.size.width;
+    DAX_REQUIRE_OK(grayExtreme(on, false, image, cfg, between(), step, buffer));
+    DAX_REQUIRE_OK(onePass(true));
+    return subtract(between(), step, dst, dstStep);
+  }
+
+  DaxStatus topHat() const {
+    DAX_REQUIRE_OK(twoPasses(true));
+    return subtract(image.src, image.step, dst, dstStep);
+  }
+
+  DaxStatus blackHat() const {
+    DAX_REQUIRE_OK(twoPasses(false));
+    return subtract(dst, dstStep, image.src, image.step);
+  }
+
   // dst = a - b; either may be dst.
   DaxStatus subtract(const T* a, int32_t aStep, const T* b, int32_t bStep) const {
     return runRows(on, image.size.height, [&](int32_t first, int32_t end) {
@@ -116,49 +122,6 @@ struct GrayCall {
     });
   }
 };
-
-// --- Operations ---
-
-template <class T>
-DaxStatus grayErode(const GrayCall<T>& call) {
-  return call.onePass(true);
-}
-
-template <class T>
-DaxStatus grayDilate(const GrayCall<T>& call) {
-  return call.onePass(false);
-}
-
-template <class T>
-DaxStatus grayOpen(const GrayCall<T>& call) {
-  return call.twoPasses(true);
-}
-
-template <class T>
-DaxStatus grayClose(const GrayCall<T>& call) {
-  return call.twoPasses(false);
-}
-
-template <class T>
-DaxStatus grayGradient(const GrayCall<T>& call) {
-  T* const dilated = call.between();
-  const int32_t step = call.image.size.width;
-  DAX_REQUIRE_OK(grayExtreme(call.on, false, call.image, call.cfg, dilated, step, call.buffer));
-  DAX_REQUIRE_OK(call.onePass(true));
-  return call.subtract(dilated, step, call.dst, call.dstStep);
-}
-
-template <class T>
-DaxStatus grayTopHat(const GrayCall<T>& call) {
-  DAX_REQUIRE_OK(call.twoPasses(true));
-  return call.subtract(call.image.src, call.image.step, call.dst, call.dstStep);
-}
-
-template <class T>
-DaxStatus grayBlackHat(const GrayCall<T>& call) {
-  DAX_REQUIRE_OK(call.twoPasses(false));
-  return call.subtract(call.dst, call.dstStep, call.image.src, call.image.step);
-}
 
 // --- Entry points ---
 
@@ -179,23 +142,43 @@ DaxStatus checkGrayCfg(const DaxiGrayMorphologyCfg& cfg, DaxiSize size) {
   return fit ? DAX_STS_OK : DAX_STS_BAD_PARAM;
 }
 
-template <class T>
-DaxStatus grayBufferSize(DaxiSize size, const DaxiGrayMorphologyCfg* cfg, uint64_t* bytes, bool isCompound) {
+}  // namespace
+
+template <class T, bool isCompound>
+DaxStatus grayBufferSize(DaxiSize size, const DaxiGrayMorphologyCfg* cfg, uint64_t* bytes) {
   DAX_REQUIRE(cfg && bytes, DAX_STS_NULL_POINTER);
   DAX_REQUIRE(atLeast(size, 1), DAX_STS_BAD_PARAM);
   DAX_REQUIRE_OK(checkGrayCfg(*cfg, size));
   return GrayBuffer<T>(size, *cfg, isCompound).layout.store(bytes);
 }
 
-template <class T>
-DaxStatus runGray(DaxStatus (*operation)(const GrayCall<T>&), PoolThreads on, const T* src, int32_t srcStep, T* dst,
-                  int32_t dstStep, DaxiSize size, const DaxiGrayMorphologyCfg* cfg, void* buffer) {
+template <GrayOperation operation, class T>
+DaxStatus grayOperation(PoolThreads on, const T* src, int32_t srcStep, T* dst, int32_t dstStep, DaxiSize size,
+                        const DaxiGrayMorphologyCfg* cfg, void* buffer) {
   DAX_REQUIRE(src && dst && cfg && buffer, DAX_STS_NULL_POINTER);
   DAX_REQUIRE(atLeast(size, 1), DAX_STS_BAD_SIZE);
   DAX_REQUIRE(rowFits(size.width, std::min(srcStep, dstStep)), DAX_STS_BAD_STEP);
   DAX_REQUIRE_OK(checkGrayCfg(*cfg, size));
-  return operation({on, {src, srcStep, size}, *cfg, dst, dstStep, buffer});
+  const GrayCall<T> call = {on, {src, srcStep, size}, *cfg, dst, dstStep, buffer};
+  switch (operation) {
+    case GrayOperation::erode:
+      return call.onePass(true);
+    case GrayOperation::dilate:
+      return call.onePass(false);
+    case GrayOperation::open:
+      return call.twoPasses(true);
+    case GrayOperation::close:
+      return call.twoPasses(false);
+    case GrayOperation::gradient:
+      return call.gradient();
+    case GrayOperation::topHat:
+      return call.topHat();
+    case GrayOperation::blackHat:
+      return call.blackHat();
+  }
 }
+
+namespace {
 
 // --- 3 x 3, in pieces of rows, clipped at the image's edge ---
 
@@ -218,8 +201,10 @@ void extremeRow3(const T* above, const T* centre, const T* below, T* __restrict 
   }
 }
 
+}  // namespace
+
 template <class Order, class T>
-DaxStatus gray3x3(const T* src, int32_t srcStep, T* dst, int32_t dstStep, DaxiSize size) {
+DaxStatus grayExtreme3x3(const T* src, int32_t srcStep, T* dst, int32_t dstStep, DaxiSize size) {
   DAX_REQUIRE(src && dst, DAX_STS_NULL_POINTER);
   DAX_REQUIRE(atLeast(size, 1), DAX_STS_BAD_SIZE);
   DAX_REQUIRE(rowFits(size.width, std::min(srcStep, dstStep)), DAX_STS_BAD_STEP);
@@ -231,7 +216,28 @@ DaxStatus gray3x3(const T* src, int32_t srcStep, T* dst, int32_t dstStep, DaxiSi
   return DAX_STS_OK;
 }
 
-}  // namespace
+#define DAX_GRAY_OPERATION(OPERATION, T)                                                                               \
+  template DaxStatus grayOperation<GrayOperation::OPERATION, T>(PoolThreads, const T*, int32_t, T*, int32_t, DaxiSize, \
+                                                                const DaxiGrayMorphologyCfg*, void*);
+#define DAX_GRAY(T)                                                                               \
+  template DaxStatus grayBufferSize<T, false>(DaxiSize, const DaxiGrayMorphologyCfg*, uint64_t*); \
+  template DaxStatus grayBufferSize<T, true>(DaxiSize, const DaxiGrayMorphologyCfg*, uint64_t*);  \
+  DAX_GRAY_OPERATION(erode, T)                                                                    \
+  DAX_GRAY_OPERATION(dilate, T)                                                                   \
+  DAX_GRAY_OPERATION(open, T)                                                                     \
+  DAX_GRAY_OPERATION(close, T)                                                                    \
+  DAX_GRAY_OPERATION(gradient, T)                                                                 \
+  DAX_GRAY_OPERATION(topHat, T)                                                                   \
+  DAX_GRAY_OPERATION(blackHat, T)                                                                 \
+  template DaxStatus grayExtreme3x3<Smaller, T>(const T*, int32_t, T*, int32_t, DaxiSize);        \
+  template DaxStatus grayExtreme3x3<Larger, T>(const T*, int32_t, T*, int32_t, DaxiSize);
+DAX_GRAY(uint8_t)
+DAX_GRAY(uint16_t)
+DAX_GRAY(int16_t)
+DAX_GRAY(float)
+#undef DAX_GRAY
+#undef DAX_GRAY_OPERATION
+
 }  // namespace dax
 
 DaxStatus DAXI_GrayMorphologyDefaultCfg(DaxiGrayMorphologyCfg* cfg) {
@@ -239,39 +245,3 @@ DaxStatus DAXI_GrayMorphologyDefaultCfg(DaxiGrayMorphologyCfg* cfg) {
   *cfg = {{3, 3}, 1, 1, 1, DAXI_BORDER_CLIP, 0};
   return DAX_STS_OK;
 }
-
-#define DAX_GRAY_OPERATION(NAME, FUNCTION, IS_COMPOUND, SUFFIX, T)                                                   \
-  DaxStatus DAXI_Gray##NAME##BufferSize_##SUFFIX(DaxiSize size, const DaxiGrayMorphologyCfg* cfg, uint64_t* bytes) { \
-    return dax::grayBufferSize<T>(size, cfg, bytes, IS_COMPOUND);                                                    \
-  }                                                                                                                  \
-  DaxStatus DAXI_Gray##NAME##_##SUFFIX##_C1R(const T* src, int32_t srcStep, T* dst, int32_t dstStep, DaxiSize size,  \
-                                             const DaxiGrayMorphologyCfg* cfg, void* buffer) {                       \
-    return dax::runGray(dax::FUNCTION<T>, {}, src, srcStep, dst, dstStep, size, cfg, buffer);                        \
-  }                                                                                                                  \
-  DaxStatus DAXI_Gray##NAME##_##SUFFIX##_C1R_MT(void* pool, uint32_t threads, const T* src, int32_t srcStep, T* dst, \
-                                                int32_t dstStep, DaxiSize size, const DaxiGrayMorphologyCfg* cfg,    \
-                                                void* buffer) {                                                      \
-    return dax::runGray(dax::FUNCTION<T>, {pool, threads}, src, srcStep, dst, dstStep, size, cfg, buffer);           \
-  }
-#define DAX_GRAY_3X3(NAME, ORDER, SUFFIX, T)                                                            \
-  DaxStatus DAXI_Gray##NAME##3x3_##SUFFIX##_C1R(const T* src, int32_t srcStep, T* dst, int32_t dstStep, \
-                                                DaxiSize size) {                                        \
-    return dax::gray3x3<dax::ORDER>(src, srcStep, dst, dstStep, size);                                  \
-  }
-#define DAX_GRAY(SUFFIX, T)                                    \
-  DAX_GRAY_OPERATION(ErodeRect, grayErode, false, SUFFIX, T)   \
-  DAX_GRAY_OPERATION(DilateRect, grayDilate, false, SUFFIX, T) \
-  DAX_GRAY_OPERATION(Open, grayOpen, true, SUFFIX, T)          \
-  DAX_GRAY_OPERATION(Close, grayClose, true, SUFFIX, T)        \
-  DAX_GRAY_OPERATION(Gradient, grayGradient, true, SUFFIX, T)  \
-  DAX_GRAY_OPERATION(TopHat, grayTopHat, true, SUFFIX, T)      \
-  DAX_GRAY_OPERATION(BlackHat, grayBlackHat, true, SUFFIX, T)  \
-  DAX_GRAY_3X3(Erode, Smaller, SUFFIX, T)                      \
-  DAX_GRAY_3X3(Dilate, Larger, SUFFIX, T)
-DAX_GRAY(8u, uint8_t)
-DAX_GRAY(16u, uint16_t)
-DAX_GRAY(16s, int16_t)
-DAX_GRAY(32f, float)
-#undef DAX_GRAY
-#undef DAX_GRAY_3X3
-#undef DAX_GRAY_OPERATION

@@ -1,4 +1,4 @@
-// Grey erosion and dilation by rectangles, for other files of the library and for tests.
+// Grey erosion and dilation by rectangles, and what is made of them.
 #pragma once
 
 #include <cstdint>
@@ -19,5 +19,21 @@ struct GrayImage {
 template <class T>
 DaxStatus grayExtreme(PoolThreads on, bool smaller, const GrayImage<T>& image, const DaxiGrayMorphologyCfg& cfg, T* dst,
                       int32_t dstStep, void* buffer);
+
+enum class GrayOperation { erode, dilate, open, close, gradient, topHat, blackHat };
+
+template <GrayOperation operation, class T>
+DaxStatus grayOperation(PoolThreads on, const T* src, int32_t srcStep, T* dst, int32_t dstStep, DaxiSize size,
+                        const DaxiGrayMorphologyCfg* cfg, void* buffer);
+
+// isCompound: of operations that need an image between two passes.
+template <class T, bool isCompound>
+DaxStatus grayBufferSize(DaxiSize size, const DaxiGrayMorphologyCfg* cfg, uint64_t* bytes);
+
+struct Smaller;
+struct Larger;
+
+template <class Order, class T>
+DaxStatus grayExtreme3x3(const T* src, int32_t srcStep, T* dst, int32_t dstStep, DaxiSize size);
 
 }  // namespace dax

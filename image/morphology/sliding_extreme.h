@@ -6,69 +6,13 @@
 
 #include <algorithm>
 #include <cstdint>
-#include <limits>
 
 #include "frame/memory/work_buffer.h"
 #include "frame/numeric/total_order.h"
 #include "frame/rows.h"
-#include "image/border/border_index.h"
+#include "image/morphology/bordered_image.h"
 
 namespace dax {
-
-struct Smaller {
-  template <class Key>
-  static Key of(Key a, Key b) {
-    return a < b ? a : b;
-  }
-  template <class Key>
-  static constexpr Key kNeutral = std::numeric_limits<Key>::max();
-};
-
-struct Larger {
-  template <class Key>
-  static Key of(Key a, Key b) {
-    return a > b ? a : b;
-  }
-  template <class Key>
-  static constexpr Key kNeutral = std::numeric_limits<Key>::lowest();
-};
-
-// Pixels around the one that is computed.
-struct Reach {
-  int32_t left, right, up, down;
-  int32_t columns() const { return left + 1 + right; }
-  int32_t rows() const { return up + 1 + down; }
-  Reach turned() const { return {right, left, down, up}; }
-};
-
-// A source with what lies outside it. A window that reaches by two images covers all that its border repeats, so
-// further pixels add nothing; in memory they differ.
-template <class T>
-struct BorderedImage {
-  const T* src;
-  int32_t step;
-  DaxiSize size;
-  int32_t border;
-  T value;
-
-  bool isInMemory() const { return border == DAXI_BORDER_IN_MEMORY; }
-
-  Reach limited(const Reach& reach) const {
-    if (isInMemory()) return reach;
-    const auto within = [](int32_t side, int32_t length) {
-      return static_cast<int32_t>(std::min<int64_t>(side, 2 * int64_t{length}));
-    };
-    return {within(reach.left, size.width), within(reach.right, size.width), within(reach.up, size.height),
-            within(reach.down, size.height)};
-  }
-
-  // Null where outside pixels have no row of their own.
-  const T* row(int32_t y) const {
-    if (isInMemory() || (y >= 0 && y < size.height)) return rowAt(src, step, y);
-    if (!hasBorderIndex(border)) return nullptr;
-    return rowAt(src, step, static_cast<int32_t>(borderIndex(y, size.height, border)));
-  }
-};
 
 // Rows, extended by the columns that windows reach.
 template <class T>
@@ -116,7 +60,7 @@ class SlidingExtreme {
 
   // Calls use(key), where key(i) is pixel x + i of source row y.
   template <class Use>
-  void withRow(int32_t y, int32_t x, Use use) const {
+  void withRow(int64_t y, int32_t x, Use use) const {
     if (const T* const row = image_.row(y)) {
       use([row, x](int32_t i) { return OrderKey<T>::of(row[x + i]); });
     } else {
@@ -124,7 +68,7 @@ class SlidingExtreme {
     }
   }
 
-  void joinRow(int32_t y, int32_t x, int32_t columns, const Key* with, Key* __restrict to) const {
+  void joinRow(int64_t y, int32_t x, int32_t columns, const Key* with, Key* __restrict to) const {
     withRow(y, x, [=](auto key) {
       for (int32_t i = 0; i < columns; ++i) to[i] = Order::of(key(i), with[i]);
     });
@@ -133,7 +77,8 @@ class SlidingExtreme {
   // What window i of the band shares with the first one are the rows from i on, of which the extremes are suffixes; the
   // rows below the first window are joined as they come.
   void alongColumns(int32_t first, int32_t count, int32_t x, int32_t columns) const {
-    const int32_t top = first - reach_.up, rows = reach_.rows();
+    const int64_t top = int64_t{first} - reach_.up;
+    const int32_t rows = reach_.rows();
     const auto place = [&](int32_t i) { return extendedRow(first + i) + reach_.left + x; };
     Key held[kStrip], next[kStrip];
     withRow(top + rows - 1, x, [&](auto key) {
@@ -153,7 +98,7 @@ class SlidingExtreme {
     for (int32_t i = 1; i < count; ++i) addBelow(top + rows - 1 + i, x, columns, held, place(i));
   }
 
-  void addBelow(int32_t y, int32_t x, int32_t columns, Key* __restrict held, Key* __restrict to) const {
+  void addBelow(int64_t y, int32_t x, int32_t columns, Key* __restrict held, Key* __restrict to) const {
     withRow(y, x, [=](auto key) {
       for (int32_t i = 0; i < columns; ++i) {
         const Key joined = Order::of(key(i), held[i]);

@@ -86,155 +86,161 @@ DAX_API DaxStatus DAXI_GrayBlackHatBufferSize_16u(DaxiSize size, const DaxiGrayM
 DAX_API DaxStatus DAXI_GrayBlackHatBufferSize_16s(DaxiSize size, const DaxiGrayMorphologyCfg* cfg, uint64_t* bytes);
 DAX_API DaxStatus DAXI_GrayBlackHatBufferSize_32f(DaxiSize size, const DaxiGrayMorphologyCfg* cfg, uint64_t* bytes);
 
-/* buffer: at least as many bytes as the query says, aligned as by malloc. */
+/* The minimum over the window. buffer, here and below: at least as many bytes as the query says, aligned as by malloc. */
 DAX_API DaxStatus DAXI_GrayErodeRect_8u_C1R(const uint8_t* src, int32_t srcStep, uint8_t* dst, int32_t dstStep,
                                             DaxiSize size, const DaxiGrayMorphologyCfg* cfg, void* buffer);
-DAX_API DaxStatus DAXI_GrayErodeRect_16u_C1R(const uint16_t* src, int32_t srcStep, uint16_t* dst, int32_t dstStep,
-                                             DaxiSize size, const DaxiGrayMorphologyCfg* cfg, void* buffer);
-DAX_API DaxStatus DAXI_GrayErodeRect_16s_C1R(const int16_t* src, int32_t srcStep, int16_t* dst, int32_t dstStep,
-                                             DaxiSize size, const DaxiGrayMorphologyCfg* cfg, void* buffer);
-DAX_API DaxStatus DAXI_GrayErodeRect_32f_C1R(const float* src, int32_t srcStep, float* dst, int32_t dstStep,
-                                             DaxiSize size, const DaxiGrayMorphologyCfg* cfg, void* buffer);
 DAX_API DaxStatus DAXI_GrayErodeRect_8u_C1R_MT(void* pool, uint32_t threads, const uint8_t* src, int32_t srcStep,
                                                uint8_t* dst, int32_t dstStep, DaxiSize size,
                                                const DaxiGrayMorphologyCfg* cfg, void* buffer);
+DAX_API DaxStatus DAXI_GrayErodeRect_16u_C1R(const uint16_t* src, int32_t srcStep, uint16_t* dst, int32_t dstStep,
+                                             DaxiSize size, const DaxiGrayMorphologyCfg* cfg, void* buffer);
 DAX_API DaxStatus DAXI_GrayErodeRect_16u_C1R_MT(void* pool, uint32_t threads, const uint16_t* src, int32_t srcStep,
                                                 uint16_t* dst, int32_t dstStep, DaxiSize size,
                                                 const DaxiGrayMorphologyCfg* cfg, void* buffer);
+DAX_API DaxStatus DAXI_GrayErodeRect_16s_C1R(const int16_t* src, int32_t srcStep, int16_t* dst, int32_t dstStep,
+                                             DaxiSize size, const DaxiGrayMorphologyCfg* cfg, void* buffer);
 DAX_API DaxStatus DAXI_GrayErodeRect_16s_C1R_MT(void* pool, uint32_t threads, const int16_t* src, int32_t srcStep,
                                                 int16_t* dst, int32_t dstStep, DaxiSize size,
                                                 const DaxiGrayMorphologyCfg* cfg, void* buffer);
+DAX_API DaxStatus DAXI_GrayErodeRect_32f_C1R(const float* src, int32_t srcStep, float* dst, int32_t dstStep,
+                                             DaxiSize size, const DaxiGrayMorphologyCfg* cfg, void* buffer);
 DAX_API DaxStatus DAXI_GrayErodeRect_32f_C1R_MT(void* pool, uint32_t threads, const float* src, int32_t srcStep,
                                                 float* dst, int32_t dstStep, DaxiSize size,
                                                 const DaxiGrayMorphologyCfg* cfg, void* buffer);
 
+/* The maximum over the turned window. */
 DAX_API DaxStatus DAXI_GrayDilateRect_8u_C1R(const uint8_t* src, int32_t srcStep, uint8_t* dst, int32_t dstStep,
                                              DaxiSize size, const DaxiGrayMorphologyCfg* cfg, void* buffer);
-DAX_API DaxStatus DAXI_GrayDilateRect_16u_C1R(const uint16_t* src, int32_t srcStep, uint16_t* dst, int32_t dstStep,
-                                              DaxiSize size, const DaxiGrayMorphologyCfg* cfg, void* buffer);
-DAX_API DaxStatus DAXI_GrayDilateRect_16s_C1R(const int16_t* src, int32_t srcStep, int16_t* dst, int32_t dstStep,
-                                              DaxiSize size, const DaxiGrayMorphologyCfg* cfg, void* buffer);
-DAX_API DaxStatus DAXI_GrayDilateRect_32f_C1R(const float* src, int32_t srcStep, float* dst, int32_t dstStep,
-                                              DaxiSize size, const DaxiGrayMorphologyCfg* cfg, void* buffer);
 DAX_API DaxStatus DAXI_GrayDilateRect_8u_C1R_MT(void* pool, uint32_t threads, const uint8_t* src, int32_t srcStep,
                                                 uint8_t* dst, int32_t dstStep, DaxiSize size,
                                                 const DaxiGrayMorphologyCfg* cfg, void* buffer);
+DAX_API DaxStatus DAXI_GrayDilateRect_16u_C1R(const uint16_t* src, int32_t srcStep, uint16_t* dst, int32_t dstStep,
+                                              DaxiSize size, const DaxiGrayMorphologyCfg* cfg, void* buffer);
 DAX_API DaxStatus DAXI_GrayDilateRect_16u_C1R_MT(void* pool, uint32_t threads, const uint16_t* src, int32_t srcStep,
                                                  uint16_t* dst, int32_t dstStep, DaxiSize size,
                                                  const DaxiGrayMorphologyCfg* cfg, void* buffer);
+DAX_API DaxStatus DAXI_GrayDilateRect_16s_C1R(const int16_t* src, int32_t srcStep, int16_t* dst, int32_t dstStep,
+                                              DaxiSize size, const DaxiGrayMorphologyCfg* cfg, void* buffer);
 DAX_API DaxStatus DAXI_GrayDilateRect_16s_C1R_MT(void* pool, uint32_t threads, const int16_t* src, int32_t srcStep,
                                                  int16_t* dst, int32_t dstStep, DaxiSize size,
                                                  const DaxiGrayMorphologyCfg* cfg, void* buffer);
+DAX_API DaxStatus DAXI_GrayDilateRect_32f_C1R(const float* src, int32_t srcStep, float* dst, int32_t dstStep,
+                                              DaxiSize size, const DaxiGrayMorphologyCfg* cfg, void* buffer);
 DAX_API DaxStatus DAXI_GrayDilateRect_32f_C1R_MT(void* pool, uint32_t threads, const float* src, int32_t srcStep,
                                                  float* dst, int32_t dstStep, DaxiSize size,
                                                  const DaxiGrayMorphologyCfg* cfg, void* buffer);
 
+/* The dilation of the erosion. */
 DAX_API DaxStatus DAXI_GrayOpen_8u_C1R(const uint8_t* src, int32_t srcStep, uint8_t* dst, int32_t dstStep,
                                        DaxiSize size, const DaxiGrayMorphologyCfg* cfg, void* buffer);
-DAX_API DaxStatus DAXI_GrayOpen_16u_C1R(const uint16_t* src, int32_t srcStep, uint16_t* dst, int32_t dstStep,
-                                        DaxiSize size, const DaxiGrayMorphologyCfg* cfg, void* buffer);
-DAX_API DaxStatus DAXI_GrayOpen_16s_C1R(const int16_t* src, int32_t srcStep, int16_t* dst, int32_t dstStep,
-                                        DaxiSize size, const DaxiGrayMorphologyCfg* cfg, void* buffer);
-DAX_API DaxStatus DAXI_GrayOpen_32f_C1R(const float* src, int32_t srcStep, float* dst, int32_t dstStep, DaxiSize size,
-                                        const DaxiGrayMorphologyCfg* cfg, void* buffer);
 DAX_API DaxStatus DAXI_GrayOpen_8u_C1R_MT(void* pool, uint32_t threads, const uint8_t* src, int32_t srcStep,
                                           uint8_t* dst, int32_t dstStep, DaxiSize size,
                                           const DaxiGrayMorphologyCfg* cfg, void* buffer);
+DAX_API DaxStatus DAXI_GrayOpen_16u_C1R(const uint16_t* src, int32_t srcStep, uint16_t* dst, int32_t dstStep,
+                                        DaxiSize size, const DaxiGrayMorphologyCfg* cfg, void* buffer);
 DAX_API DaxStatus DAXI_GrayOpen_16u_C1R_MT(void* pool, uint32_t threads, const uint16_t* src, int32_t srcStep,
                                            uint16_t* dst, int32_t dstStep, DaxiSize size,
                                            const DaxiGrayMorphologyCfg* cfg, void* buffer);
+DAX_API DaxStatus DAXI_GrayOpen_16s_C1R(const int16_t* src, int32_t srcStep, int16_t* dst, int32_t dstStep,
+                                        DaxiSize size, const DaxiGrayMorphologyCfg* cfg, void* buffer);
 DAX_API DaxStatus DAXI_GrayOpen_16s_C1R_MT(void* pool, uint32_t threads, const int16_t* src, int32_t srcStep,
                                            int16_t* dst, int32_t dstStep, DaxiSize size,
                                            const DaxiGrayMorphologyCfg* cfg, void* buffer);
+DAX_API DaxStatus DAXI_GrayOpen_32f_C1R(const float* src, int32_t srcStep, float* dst, int32_t dstStep, DaxiSize size,
+                                        const DaxiGrayMorphologyCfg* cfg, void* buffer);
 DAX_API DaxStatus DAXI_GrayOpen_32f_C1R_MT(void* pool, uint32_t threads, const float* src, int32_t srcStep, float* dst,
                                            int32_t dstStep, DaxiSize size, const DaxiGrayMorphologyCfg* cfg,
                                            void* buffer);
 
+/* The erosion of the dilation. */
 DAX_API DaxStatus DAXI_GrayClose_8u_C1R(const uint8_t* src, int32_t srcStep, uint8_t* dst, int32_t dstStep,
                                         DaxiSize size, const DaxiGrayMorphologyCfg* cfg, void* buffer);
-DAX_API DaxStatus DAXI_GrayClose_16u_C1R(const uint16_t* src, int32_t srcStep, uint16_t* dst, int32_t dstStep,
-                                         DaxiSize size, const DaxiGrayMorphologyCfg* cfg, void* buffer);
-DAX_API DaxStatus DAXI_GrayClose_16s_C1R(const int16_t* src, int32_t srcStep, int16_t* dst, int32_t dstStep,
-                                         DaxiSize size, const DaxiGrayMorphologyCfg* cfg, void* buffer);
-DAX_API DaxStatus DAXI_GrayClose_32f_C1R(const float* src, int32_t srcStep, float* dst, int32_t dstStep, DaxiSize size,
-                                         const DaxiGrayMorphologyCfg* cfg, void* buffer);
 DAX_API DaxStatus DAXI_GrayClose_8u_C1R_MT(void* pool, uint32_t threads, const uint8_t* src, int32_t srcStep,
                                            uint8_t* dst, int32_t dstStep, DaxiSize size,
                                            const DaxiGrayMorphologyCfg* cfg, void* buffer);
+DAX_API DaxStatus DAXI_GrayClose_16u_C1R(const uint16_t* src, int32_t srcStep, uint16_t* dst, int32_t dstStep,
+                                         DaxiSize size, const DaxiGrayMorphologyCfg* cfg, void* buffer);
 DAX_API DaxStatus DAXI_GrayClose_16u_C1R_MT(void* pool, uint32_t threads, const uint16_t* src, int32_t srcStep,
                                             uint16_t* dst, int32_t dstStep, DaxiSize size,
                                             const DaxiGrayMorphologyCfg* cfg, void* buffer);
+DAX_API DaxStatus DAXI_GrayClose_16s_C1R(const int16_t* src, int32_t srcStep, int16_t* dst, int32_t dstStep,
+                                         DaxiSize size, const DaxiGrayMorphologyCfg* cfg, void* buffer);
 DAX_API DaxStatus DAXI_GrayClose_16s_C1R_MT(void* pool, uint32_t threads, const int16_t* src, int32_t srcStep,
                                             int16_t* dst, int32_t dstStep, DaxiSize size,
                                             const DaxiGrayMorphologyCfg* cfg, void* buffer);
+DAX_API DaxStatus DAXI_GrayClose_32f_C1R(const float* src, int32_t srcStep, float* dst, int32_t dstStep, DaxiSize size,
+                                         const DaxiGrayMorphologyCfg* cfg, void* buffer);
 DAX_API DaxStatus DAXI_GrayClose_32f_C1R_MT(void* pool, uint32_t threads, const float* src, int32_t srcStep, float* dst,
                                             int32_t dstStep, DaxiSize size, const DaxiGrayMorphologyCfg* cfg,
                                             void* buffer);
 
+/* The dilation less the erosion. */
 DAX_API DaxStatus DAXI_GrayGradient_8u_C1R(const uint8_t* src, int32_t srcStep, uint8_t* dst, int32_t dstStep,
                                            DaxiSize size, const DaxiGrayMorphologyCfg* cfg, void* buffer);
-DAX_API DaxStatus DAXI_GrayGradient_16u_C1R(const uint16_t* src, int32_t srcStep, uint16_t* dst, int32_t dstStep,
-                                            DaxiSize size, const DaxiGrayMorphologyCfg* cfg, void* buffer);
-DAX_API DaxStatus DAXI_GrayGradient_16s_C1R(const int16_t* src, int32_t srcStep, int16_t* dst, int32_t dstStep,
-                                            DaxiSize size, const DaxiGrayMorphologyCfg* cfg, void* buffer);
-DAX_API DaxStatus DAXI_GrayGradient_32f_C1R(const float* src, int32_t srcStep, float* dst, int32_t dstStep,
-                                            DaxiSize size, const DaxiGrayMorphologyCfg* cfg, void* buffer);
 DAX_API DaxStatus DAXI_GrayGradient_8u_C1R_MT(void* pool, uint32_t threads, const uint8_t* src, int32_t srcStep,
                                               uint8_t* dst, int32_t dstStep, DaxiSize size,
                                               const DaxiGrayMorphologyCfg* cfg, void* buffer);
+DAX_API DaxStatus DAXI_GrayGradient_16u_C1R(const uint16_t* src, int32_t srcStep, uint16_t* dst, int32_t dstStep,
+                                            DaxiSize size, const DaxiGrayMorphologyCfg* cfg, void* buffer);
 DAX_API DaxStatus DAXI_GrayGradient_16u_C1R_MT(void* pool, uint32_t threads, const uint16_t* src, int32_t srcStep,
                                                uint16_t* dst, int32_t dstStep, DaxiSize size,
                                                const DaxiGrayMorphologyCfg* cfg, void* buffer);
+DAX_API DaxStatus DAXI_GrayGradient_16s_C1R(const int16_t* src, int32_t srcStep, int16_t* dst, int32_t dstStep,
+                                            DaxiSize size, const DaxiGrayMorphologyCfg* cfg, void* buffer);
 DAX_API DaxStatus DAXI_GrayGradient_16s_C1R_MT(void* pool, uint32_t threads, const int16_t* src, int32_t srcStep,
                                                int16_t* dst, int32_t dstStep, DaxiSize size,
                                                const DaxiGrayMorphologyCfg* cfg, void* buffer);
+DAX_API DaxStatus DAXI_GrayGradient_32f_C1R(const float* src, int32_t srcStep, float* dst, int32_t dstStep,
+                                            DaxiSize size, const DaxiGrayMorphologyCfg* cfg, void* buffer);
 DAX_API DaxStatus DAXI_GrayGradient_32f_C1R_MT(void* pool, uint32_t threads, const float* src, int32_t srcStep,
                                                float* dst, int32_t dstStep, DaxiSize size,
                                                const DaxiGrayMorphologyCfg* cfg, void* buffer);
 
+/* The source less its opening. */
 DAX_API DaxStatus DAXI_GrayTopHat_8u_C1R(const uint8_t* src, int32_t srcStep, uint8_t* dst, int32_t dstStep,
                                          DaxiSize size, const DaxiGrayMorphologyCfg* cfg, void* buffer);
-DAX_API DaxStatus DAXI_GrayTopHat_16u_C1R(const uint16_t* src, int32_t srcStep, uint16_t* dst, int32_t dstStep,
-                                          DaxiSize size, const DaxiGrayMorphologyCfg* cfg, void* buffer);
-DAX_API DaxStatus DAXI_GrayTopHat_16s_C1R(const int16_t* src, int32_t srcStep, int16_t* dst, int32_t dstStep,
-                                          DaxiSize size, const DaxiGrayMorphologyCfg* cfg, void* buffer);
-DAX_API DaxStatus DAXI_GrayTopHat_32f_C1R(const float* src, int32_t srcStep, float* dst, int32_t dstStep, DaxiSize size,
-                                          const DaxiGrayMorphologyCfg* cfg, void* buffer);
 DAX_API DaxStatus DAXI_GrayTopHat_8u_C1R_MT(void* pool, uint32_t threads, const uint8_t* src, int32_t srcStep,
                                             uint8_t* dst, int32_t dstStep, DaxiSize size,
                                             const DaxiGrayMorphologyCfg* cfg, void* buffer);
+DAX_API DaxStatus DAXI_GrayTopHat_16u_C1R(const uint16_t* src, int32_t srcStep, uint16_t* dst, int32_t dstStep,
+                                          DaxiSize size, const DaxiGrayMorphologyCfg* cfg, void* buffer);
 DAX_API DaxStatus DAXI_GrayTopHat_16u_C1R_MT(void* pool, uint32_t threads, const uint16_t* src, int32_t srcStep,
                                              uint16_t* dst, int32_t dstStep, DaxiSize size,
                                              const DaxiGrayMorphologyCfg* cfg, void* buffer);
+DAX_API DaxStatus DAXI_GrayTopHat_16s_C1R(const int16_t* src, int32_t srcStep, int16_t* dst, int32_t dstStep,
+                                          DaxiSize size, const DaxiGrayMorphologyCfg* cfg, void* buffer);
 DAX_API DaxStatus DAXI_GrayTopHat_16s_C1R_MT(void* pool, uint32_t threads, const int16_t* src, int32_t srcStep,
                                              int16_t* dst, int32_t dstStep, DaxiSize size,
                                              const DaxiGrayMorphologyCfg* cfg, void* buffer);
+DAX_API DaxStatus DAXI_GrayTopHat_32f_C1R(const float* src, int32_t srcStep, float* dst, int32_t dstStep, DaxiSize size,
+                                          const DaxiGrayMorphologyCfg* cfg, void* buffer);
 DAX_API DaxStatus DAXI_GrayTopHat_32f_C1R_MT(void* pool, uint32_t threads, const float* src, int32_t srcStep,
                                              float* dst, int32_t dstStep, DaxiSize size,
                                              const DaxiGrayMorphologyCfg* cfg, void* buffer);
 
+/* The closing less the source. */
 DAX_API DaxStatus DAXI_GrayBlackHat_8u_C1R(const uint8_t* src, int32_t srcStep, uint8_t* dst, int32_t dstStep,
                                            DaxiSize size, const DaxiGrayMorphologyCfg* cfg, void* buffer);
-DAX_API DaxStatus DAXI_GrayBlackHat_16u_C1R(const uint16_t* src, int32_t srcStep, uint16_t* dst, int32_t dstStep,
-                                            DaxiSize size, const DaxiGrayMorphologyCfg* cfg, void* buffer);
-DAX_API DaxStatus DAXI_GrayBlackHat_16s_C1R(const int16_t* src, int32_t srcStep, int16_t* dst, int32_t dstStep,
-                                            DaxiSize size, const DaxiGrayMorphologyCfg* cfg, void* buffer);
-DAX_API DaxStatus DAXI_GrayBlackHat_32f_C1R(const float* src, int32_t srcStep, float* dst, int32_t dstStep,
-                                            DaxiSize size, const DaxiGrayMorphologyCfg* cfg, void* buffer);
 DAX_API DaxStatus DAXI_GrayBlackHat_8u_C1R_MT(void* pool, uint32_t threads, const uint8_t* src, int32_t srcStep,
                                               uint8_t* dst, int32_t dstStep, DaxiSize size,
                                               const DaxiGrayMorphologyCfg* cfg, void* buffer);
+DAX_API DaxStatus DAXI_GrayBlackHat_16u_C1R(const uint16_t* src, int32_t srcStep, uint16_t* dst, int32_t dstStep,
+                                            DaxiSize size, const DaxiGrayMorphologyCfg* cfg, void* buffer);
 DAX_API DaxStatus DAXI_GrayBlackHat_16u_C1R_MT(void* pool, uint32_t threads, const uint16_t* src, int32_t srcStep,
                                                uint16_t* dst, int32_t dstStep, DaxiSize size,
                                                const DaxiGrayMorphologyCfg* cfg, void* buffer);
+DAX_API DaxStatus DAXI_GrayBlackHat_16s_C1R(const int16_t* src, int32_t srcStep, int16_t* dst, int32_t dstStep,
+                                            DaxiSize size, const DaxiGrayMorphologyCfg* cfg, void* buffer);
 DAX_API DaxStatus DAXI_GrayBlackHat_16s_C1R_MT(void* pool, uint32_t threads, const int16_t* src, int32_t srcStep,
                                                int16_t* dst, int32_t dstStep, DaxiSize size,
                                                const DaxiGrayMorphologyCfg* cfg, void* buffer);
+DAX_API DaxStatus DAXI_GrayBlackHat_32f_C1R(const float* src, int32_t srcStep, float* dst, int32_t dstStep,
+                                            DaxiSize size, const DaxiGrayMorphologyCfg* cfg, void* buffer);
 DAX_API DaxStatus DAXI_GrayBlackHat_32f_C1R_MT(void* pool, uint32_t threads, const float* src, int32_t srcStep,
                                                float* dst, int32_t dstStep, DaxiSize size,
                                                const DaxiGrayMorphologyCfg* cfg, void* buffer);
 
-/* Minima and maxima of 3 x 3 pixels, clipped at the image's edge, without a work buffer: the defaults of the
+/* Minima of 3 x 3 pixels, clipped at the image's edge, without a work buffer: the defaults of the
  * configuration. Checks as above, without cfg and buffer. */
 DAX_API DaxStatus DAXI_GrayErode3x3_8u_C1R(const uint8_t* src, int32_t srcStep, uint8_t* dst, int32_t dstStep,
                                            DaxiSize size);
@@ -244,6 +250,8 @@ DAX_API DaxStatus DAXI_GrayErode3x3_16s_C1R(const int16_t* src, int32_t srcStep,
                                             DaxiSize size);
 DAX_API DaxStatus DAXI_GrayErode3x3_32f_C1R(const float* src, int32_t srcStep, float* dst, int32_t dstStep,
                                             DaxiSize size);
+
+/* Maxima of 3 x 3 pixels, as DAXI_GrayErode3x3_8u_C1R. Checks as above, without cfg and buffer. */
 DAX_API DaxStatus DAXI_GrayDilate3x3_8u_C1R(const uint8_t* src, int32_t srcStep, uint8_t* dst, int32_t dstStep,
                                             DaxiSize size);
 DAX_API DaxStatus DAXI_GrayDilate3x3_16u_C1R(const uint16_t* src, int32_t srcStep, uint16_t* dst, int32_t dstStep,
