@@ -26,6 +26,7 @@ def apply(
     *parameters: Any,
     types: str,
     layouts: str = "C1",
+    to: str = "",
     out: Optional[Array] = None,
     in_place: bool = False,
     work: str = "",
@@ -38,7 +39,8 @@ def apply(
     function: the C name, with {type} and {layout} where they stand in it, such as DAXI_FilterBox_{type}_{layout}R.
     images: the sources, of one shape and type, by the names that users know them by. types: those that there are, as C
     names say them ("8u 16s32f": of the source, and of the output where that differs). layouts: C1 for (height, width),
-    C3 for (height, width, 3). in_place: the output may be a source. work: the name of the query for the work buffer,
+    C3 for (height, width, 3). to: the type of the output, where names do not tell it. in_place: the output may be a
+    source. work: the name of the query for the work buffer,
     which takes the size and `measures`. pooled: the name of the form that takes (pool, threads) first, for the types
     that have one.
     """
@@ -49,7 +51,7 @@ def apply(
     sources = [(first, one)]
     for name, other in others:
         sources.append((name, of_shape(name, other, one.array.shape, (one.array.dtype,), layouts)))
-    result = target("out", out, one.array.shape, _DTYPES[_TYPE.findall(spelled)[-1]])
+    result = target("out", out, one.array.shape, _DTYPES[to or _TYPE.findall(spelled)[-1]])
     for each in sources:
         refuse_overlap(each, ("out", result), in_place=in_place)
     arguments = [part for _, image in sources for part in (image.pointer, image.step)]
