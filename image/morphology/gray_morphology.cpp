@@ -185,16 +185,18 @@ namespace {
 template <class Order, class T>
 void extremeRow3(const T* above, const T* centre, const T* below, T* __restrict dst, int32_t width) {
   using Key = typename OrderKey<T>::Key;
-  constexpr int32_t kPiece = 512;
+  constexpr int32_t kPiece = 4096 / sizeof(Key);
   Key columns[1 + kPiece + 1];
   const auto key = [](T pixel) { return OrderKey<T>::of(pixel); };
   for (int32_t x = 0, count; x < width; x += count) {
     count = std::min(kPiece, width - x);
     const int32_t first = x > 0 ? -1 : 0, end = x + count < width ? count + 1 : count;
     columns[0] = columns[count + 1] = Order::template kNeutral<Key>;
+#pragma GCC unroll 4
     for (int32_t i = first; i < end; ++i) {
       columns[1 + i] = Order::of(Order::of(key(above[x + i]), key(centre[x + i])), key(below[x + i]));
     }
+#pragma GCC unroll 4
     for (int32_t i = 0; i < count; ++i) {
       dst[x + i] = OrderKey<T>::pixel(Order::of(Order::of(columns[i], columns[i + 1]), columns[i + 2]));
     }

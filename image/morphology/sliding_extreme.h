@@ -1,16 +1,18 @@
 // Minima or maxima over rectangular windows, band by band: along columns first, by suffixes and prefixes of blocks of
 // the window's height (van Herk, A fast algorithm for local minimum and maximum filters on rectangular and octagonal
-// kernels, Pattern Recognition Letters 13, 1992), then along rows by windows of doubled width. Plain loops, which
-// compilers turn into vector minima.
+// kernels, Pattern Recognition Letters 13, 1992), then along rows. Four vectors in a turn of the plain loops: a turn of
+// one spends three of seven instructions on itself.
 #pragma once
 
 #include <algorithm>
 #include <cstdint>
 
+#include "frame/dispatch.h"
 #include "frame/memory/work_buffer.h"
 #include "frame/numeric/total_order.h"
 #include "frame/rows.h"
 #include "image/morphology/bordered_image.h"
+#include "image/morphology/sliding_extreme_neon.h"
 
 namespace dax {
 
@@ -21,8 +23,11 @@ struct SlidingBuffer {
 
   SlidingBuffer(DaxiSize size, const Reach& reach)
       : length(static_cast<uint64_t>(size.width) + static_cast<uint64_t>(reach.columns()) - 1),
-        rows(layout.add<Key>(length * static_cast<uint64_t>(size.height))) {}
+        pitch((length + 2 * kLanes - 1) / kLanes * kLanes),
+        rows(layout.add<Key>(pitch * static_cast<uint64_t>(size.height))) {}
+  static constexpr uint64_t kLanes = 16 / sizeof(Key);
   uint64_t length;
+  uint64_t pitch;  // with the vector after the one of the last pixel
   BufferLayout layout;
   BufferPiece<Key> rows;
 };
@@ -36,6 +41,7 @@ class SlidingExtreme {
         at_(image.size, reach),
         buffer_(buffer),
         bandRows_(std::min(reach.rows(), image.size.height)),
+        usesNeon_(usesNeon(currentIsa())),
         missing_(image.border == DAXI_BORDER_CLIP ? Order::template kNeutral<Key> : OrderKey<T>::of(image.value)) {}
 
   // Bands of as many rows as the window has.
@@ -54,9 +60,9 @@ class SlidingExtreme {
 
  private:
   using Key = typename OrderKey<T>::Key;
-  static constexpr int32_t kStrip = 256 / sizeof(Key);
+  static constexpr int32_t kStrip = 1024 / sizeof(Key);
 
-  Key* extendedRow(int32_t y) const { return at_.rows.in(buffer_) + at_.length * static_cast<uint64_t>(y); }
+  Key* extendedRow(int32_t y) const { return at_.rows.in(buffer_) + at_.pitch * static_cast<uint64_t>(y); }
 
   // Calls use(key), where key(i) is pixel x + i of source row y.
   template <class Use>
@@ -70,6 +76,7 @@ class SlidingExtreme {
 
   void joinRow(int64_t y, int32_t x, int32_t columns, const Key* with, Key* __restrict to) const {
     withRow(y, x, [=](auto key) {
+#pragma GCC unroll 4
       for (int32_t i = 0; i < columns; ++i) to[i] = Order::of(key(i), with[i]);
     });
   }
@@ -100,6 +107,7 @@ class SlidingExtreme {
 
   void addBelow(int64_t y, int32_t x, int32_t columns, Key* __restrict held, Key* __restrict to) const {
     withRow(y, x, [=](auto key) {
+#pragma GCC unroll 4
       for (int32_t i = 0; i < columns; ++i) {
         const Key joined = Order::of(key(i), held[i]);
         held[i] = joined;
@@ -117,24 +125,12 @@ class SlidingExtreme {
     for (int32_t x = 0; x < reach_.right; ++x) row[reach_.left + width + x] = outside(width + x);
   }
 
-  // Each pixel is read before it is replaced, so vectors may be.
-  static void joinAhead(Key* row, int32_t ahead, int64_t count) {
-#if !defined(__clang__)
-#pragma GCC ivdep
-#endif
-    for (int64_t x = 0; x < count; ++x) row[x] = Order::of(row[x], row[x + ahead]);
-  }
-
   void alongRow(Key* row, T* __restrict dst) const {
     if (!image_.isInMemory()) extendRow(row);
-    int32_t covered = 1;
-    auto count = static_cast<int64_t>(at_.length);
-    for (; covered <= reach_.columns() / 2; covered *= 2) {
-      count -= covered;
-      joinAhead(row, covered, count);
-    }
-    const int32_t ahead = reach_.columns() - covered;
-    for (int64_t x = 0; x < image_.size.width; ++x) dst[x] = OrderKey<T>::pixel(Order::of(row[x], row[x + ahead]));
+    const auto length = static_cast<int64_t>(at_.length);
+    std::fill(row + length, row + at_.pitch, Order::template kNeutral<Key>);
+    usesNeon_ ? neon::slideRow<Order>(row, length, reach_.columns(), dst, image_.size.width)
+              : portable::slideRow<Order>(row, length, reach_.columns(), dst, image_.size.width);
   }
 
   const BorderedImage<T>& image_;
@@ -142,6 +138,7 @@ class SlidingExtreme {
   SlidingBuffer<T> at_;
   void* buffer_;
   int32_t bandRows_;
+  bool usesNeon_;
   Key missing_;
 };
 

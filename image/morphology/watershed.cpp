@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <type_traits>
 
 #include "frame/memory/work_buffer.h"
 #include "frame/rows.h"
@@ -36,6 +37,12 @@ struct WatershedBuffer {
 };
 
 template <class T>
+bool isNan(T pixel) {
+  if constexpr (std::is_floating_point_v<T>) return std::isnan(pixel);
+  return false;
+}
+
+template <class T>
 class Watershed {
  public:
   Watershed(DaxiSize size, int32_t connectivity, void* buffer)
@@ -47,7 +54,7 @@ class Watershed {
     grid_.forEach([&](int32_t x, int32_t y, uint32_t p) {
       const T pixel = pixelAt(x, y);
       values_[p] = Height<T>::of(pixel);
-      labels_[p] = pixel == pixel ? rowAt(labels, labelsStep, y)[x] : -1;
+      labels_[p] = isNan(pixel) ? -1 : rowAt(labels, labelsStep, y)[x];
     });
     if constexpr (kLevels<T> == 0) rankValues();
     flood();

@@ -21,7 +21,7 @@
  *
  * Steps count elements. src and dst must not overlap. The cost of a pixel does not depend on H (van Herk, A fast
  * algorithm for local minimum and maximum filters on rectangular and octagonal kernels, 1992), and grows with the
- * number of bits of W. Forms ending in _MT run on the host's pool, in at most `threads` tiles; any number works with
+ * number of bits of W at most. Forms ending in _MT run on the host's pool, in at most `threads` tiles; any number works with
  * any pool, results do not depend on it, and pool may be null. Thread-safe for distinct destinations and buffers.
  *
  * Checks, in order:

@@ -148,17 +148,21 @@ TYPED_TEST(GrayMorphology, EqualsTheWindowsPixelByPixel) {
   }
 }
 
-// Rows of several strips, windows of several blocks.
+// Rows of several strips, windows of several blocks, and of several vectors with and without a rest.
 TYPED_TEST(GrayMorphology, WideRowsAndLargeWindows) {
-  const Scene<TypeParam> scene({700, 24}, 0, 1);
+  const Scene<TypeParam> scene({700, 24}, 0, 1), odd({333, 3}, 0, 2);
   DaxiGrayMorphologyCfg cfg = {{37, 11}, 5, 7, 1, DAXI_BORDER_CLIP, 0};
   checkOperation(scene, cfg, erode);
   checkOperation(scene, cfg, dilate);
+  for (const int32_t width : {31, 32, 33, 64, 150}) {
+    cfg = {{width, 1}, width / 3, 0, 1, DAXI_BORDER_MIRROR, 0};
+    checkOperation(odd, cfg, width % 2 ? erode : dilate);
+  }
 }
 
 TYPED_TEST(GrayMorphology, ThreeByThree) {
   const DaxiGrayMorphologyCfg cfg = {{3, 3}, 1, 1, 1, DAXI_BORDER_CLIP, 0};
-  for (const DaxiSize size : {DaxiSize{1, 1}, {1, 5}, {5, 1}, {2, 2}, {33, 6}, {1024, 3}, {1025, 3}}) {
+  for (const DaxiSize size : {DaxiSize{1, 1}, {1, 5}, {5, 1}, {2, 2}, {33, 6}, {1025, 3}, {4097, 3}}) {
     TestImage<TypeParam> src(size, 1), dst(size), expected(size);
     src.randomize(5);
     for (const bool smaller : {true, false}) {
