@@ -56,6 +56,19 @@ def test_correlations_equal_scipy(rng, pool, dtype):
     np.testing.assert_array_equal(dax.correlate(image, np.outer(down, along), mode="wrap", pool=pool), result)
     separable = dax.correlate_separable(image, along, down, mode="wrap", anchor=(2, 1))
     np.testing.assert_allclose(separable, expected, rtol=1e-6, atol=1e-3)
+    again = dax.correlate_separable(image, along, down, mode="wrap", anchor=(2, 1), pool=pool)
+    np.testing.assert_array_equal(again, separable)
+
+
+@pytest.mark.parametrize("dtype, signed", [(np.uint8, False), (np.uint8, True), (np.uint16, False)])
+def test_whole_weights_on_a_pool(rng, pool, dtype, signed):
+    image = rng.integers(0, 256, (23, 31)).astype(dtype)
+    expected = ndimage.correlate(image.astype(int), np.outer([1, 2, 1], [1, 0, 3]), mode="nearest") // 32
+    for run in (None, pool):
+        full = dax.correlate(image, np.outer([1, 2, 1], [1, 0, 3]), signed=signed, pool=run, shift=5)
+        assert np.abs(full - expected).max() <= 1
+        separable = dax.correlate_separable(image, [1, 0, 3], [1, 2, 1], signed=signed, pool=run, shift=5)
+        np.testing.assert_array_equal(separable, full)
 
 
 def test_whole_weights(rng):
