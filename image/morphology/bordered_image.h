@@ -4,13 +4,12 @@
 #include <algorithm>
 #include <cstdint>
 #include <limits>
-#include <type_traits>
 
 #include "dax/types.h"
 #include "daxi/border.h"
-#include "frame/numeric/round.h"
 #include "frame/rows.h"
 #include "image/border/border_index.h"
+#include "image/border/border_pixel.h"
 
 namespace dax {
 
@@ -67,16 +66,5 @@ struct BorderedImage {
     return hasBorderIndex(border) ? src + borderIndex(y, size.height, border) * step : nullptr;
   }
 };
-
-// The nearest value of the type.
-template <class T>
-T borderValue(double value) {
-  using Limits = std::numeric_limits<T>;
-  if constexpr (std::is_integral_v<T>) {
-    return roundTo<T>(value);
-  } else {
-    return static_cast<T>(std::clamp<double>(value, Limits::lowest(), Limits::max()));
-  }
-}
 
 }  // namespace dax

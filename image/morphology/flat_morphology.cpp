@@ -97,7 +97,7 @@ struct FlatCall {
     const bool isTurned = std::is_same_v<Order, Larger>;
     const FlatBuffer<Key> at(size, build(isTurned, nullptr));
     const FlatElement element = build(isTurned, at.parts.in(buffer));
-    const BorderedImage<T> image = {src, srcStep, size, border, borderValue<T>(value)};
+    const BorderedImage<T> image = {src, srcStep, size, border, borderPixel<T>(value)};
     Key* const rows = reinterpret_cast<Key*>(at.rows.in(buffer));
     const auto runTile = [&](int32_t first, int32_t end, uint32_t tile) -> DaxStatus {
       const FlatExtreme<Order, PixelKey, T> extreme(image, element,

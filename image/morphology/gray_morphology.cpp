@@ -22,7 +22,7 @@ Reach reachOf(const DaxiGrayMorphologyCfg& cfg) {
 
 template <class T>
 BorderedImage<T> borderedImage(const GrayImage<T>& image, const DaxiGrayMorphologyCfg& cfg) {
-  return {image.src, image.step, image.size, cfg.border, borderValue<T>(cfg.value)};
+  return {image.src, image.step, image.size, cfg.border, borderPixel<T>(cfg.value)};
 }
 
 template <class Order, class T>
