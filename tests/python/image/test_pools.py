@@ -4,18 +4,20 @@ import numpy as np
 import pytest
 
 CALLS = {
-    "absolute": lambda image, **on: dax.absolute(image.astype(np.int16) - 128, **on),
-    "sqrt": dax.sqrt,
-    "add_weighted": lambda image, **on: dax.add_weighted(image, 0.3, image[::-1], 0.4, 1, **on),
-    "divide": lambda image, **on: dax.divide(image, image[::-1] | 1, scale_factor=-3, **on),
-    "divide_constant": lambda image, **on: dax.divide_constant(image.astype(np.float32), 3, **on),
-    "flat_field": lambda image, **on: dax.flat_field(image, image // 2, np.full(image.shape, 1.5, np.float32), **on),
-    "moments": lambda image, **on: np.array(dax.moments(image, **on)[:-1]),
-    "moments of floats": lambda image, **on: np.array(dax.moments(image.astype(np.float32), **on)[:-1]),
+    "absolute": (dax.absolute, "hf"),
+    "sqrt": (dax.sqrt, "BHhf"),
+    "add_weighted": (lambda image, **on: dax.add_weighted(image, 0.3, image[::-1], 0.4, 1, **on), "BHhf"),
+    "divide": (lambda image, **on: dax.divide(image, image[::-1], **on), "BHhf"),
+    "divide_constant": (lambda image, **on: dax.divide_constant(image, 3, **on), "BHhf"),
+    "flat_field": (lambda image, **on: dax.flat_field(image, image // 2, np.float32(image / 99), **on), "BH"),
+    "median5x5": (dax.median5x5, "BHhf"),
+    "moments": (lambda image, **on: np.array(dax.moments(image, **on)[:-1]), "BHf"),
 }
+FORMS = [(name, dtype, ()) for name, (_, dtypes) in CALLS.items() for dtype in dtypes]
+FORMS += [(name, dtype, (3,)) for name in ("divide", "divide_constant") for dtype in "BHhf"]
 
 
-@pytest.mark.parametrize("name", CALLS)
-def test_as_on_one_thread(name, rng, pool):
-    image = rng.integers(1, 256, (67, 45)).astype(np.uint8)
-    assert np.array_equal(CALLS[name](image, pool=pool), CALLS[name](image))
+@pytest.mark.parametrize("name, dtype, channels", FORMS)
+def test_as_on_one_thread(name, dtype, channels, rng, pool):
+    function, image = CALLS[name][0], rng.integers(1, 256, (67, 45, *channels)).astype(dtype)
+    assert np.array_equal(function(image, pool=pool), function(image))
