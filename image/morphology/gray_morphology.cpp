@@ -126,9 +126,9 @@ struct GrayCall {
 // --- Entry points ---
 
 DaxStatus checkGrayCfg(const DaxiGrayMorphologyCfg& cfg, DaxiSize size) {
-  constexpr int32_t kMaxSide = 32767;
-  const auto isSide = [](int32_t side) { return side >= 1 && side <= kMaxSide; };
-  const auto fits = [&](int32_t side) { return int64_t{cfg.iterations} * (side - 1) + 1 <= kMaxSide; };
+  constexpr int32_t kMaxWindowSide = 32767;
+  const auto isSide = [](int32_t side) { return side >= 1 && side <= kMaxWindowSide; };
+  const auto fits = [&](int32_t side) { return int64_t{cfg.iterations} * (side - 1) + 1 <= kMaxWindowSide; };
   DAX_REQUIRE(isSide(cfg.window.width) && isSide(cfg.window.height), DAX_STS_BAD_PARAM);
   DAX_REQUIRE(cfg.anchorX >= 0 && cfg.anchorX < cfg.window.width, DAX_STS_BAD_PARAM);
   DAX_REQUIRE(cfg.anchorY >= 0 && cfg.anchorY < cfg.window.height, DAX_STS_BAD_PARAM);
