@@ -11,7 +11,8 @@
  *               Image Understanding 64, 1996). Texture and edges raise it: for images that are mostly smooth
  *   Mad         the median of |r|, divided by 6 times 0.6744897501960817. Half of the pixels may be edges before it
  *               fails. The median of integers is interpolated in their histogram, each value k being spread evenly
- *               over k - 1/2 to k + 1/2, and 0 over 0 to 1/2; that of floats is the lower one
+ *               over k - 1/2 to k + 1/2, and 0 over 0 to 1/2; that of floats is the lower one of the responses, rounded
+ *               to single precision, so that pixels near the end of its range give infinity
  *
  * Integers carry the noise of their rounding, a variance of 1/12, which is subtracted from the square of the estimate
  * (0 if it is less). Deviations below one half of a level are not told reliably: the noise no longer moves every pixel.
