@@ -11,8 +11,8 @@
 #include "dax/status.h"
 #include "frame/memory/work_buffer.h"
 #include "frame/tiles.h"
-#include "image/window/windowed_rows.h"
 #include "image/window/local_sums_rows.h"
+#include "image/window/windowed_rows.h"
 
 namespace dax {
 

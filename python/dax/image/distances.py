@@ -20,8 +20,9 @@ def distance_transform(
 ) -> Array:
     """The distance of each set pixel from the nearest clear one; clear pixels are 0.
 
-    mask: uint8, not 0 is set; pixels outside the image are not clear. metric: Euclidean, city block or chessboard. exact:
-    int32, of l2 squares of distances, instead of float32. Where no pixel is clear, the distance is infinite, or 2**31 - 1.
+    mask: uint8, not 0 is set; pixels outside the image are not clear. metric: Euclidean, city block or chessboard.
+    exact: int32, of l2 squares of distances, instead of float32. Where no pixel is clear, the distance is infinite, or
+    2**31 - 1.
 
     >>> dax.distance_transform(np.array([[255, 255, 255, 255, 0]], np.uint8))
     array([[4., 3., 2., 1., 0.]], dtype=float32)
@@ -30,5 +31,13 @@ def distance_transform(
     name, work = "DAXI_DistanceTransform_{type}_{layout}R", "DAXI_DistanceTransformBufferSize_{type}"
     types = "8u32s" if exact else "8u32f"
     return apply(
-        name, {"mask": mask}, number, types=types, out=out, work=work, measures=(number,), pooled=name + "_MT", pool=pool
+        name,
+        {"mask": mask},
+        number,
+        types=types,
+        out=out,
+        work=work,
+        measures=(number,),
+        pooled=name + "_MT",
+        pool=pool,
     )

@@ -14,7 +14,12 @@ __all__ = [
 
 
 def divide(
-    first: ArrayLike, second: ArrayLike, *, scale_factor: int = 0, out: Optional[Array] = None, pool: Optional[Pool] = None
+    first: ArrayLike,
+    second: ArrayLike,
+    *,
+    scale_factor: int = 0,
+    out: Optional[Array] = None,
+    pool: Optional[Pool] = None,
 ) -> Array:
     """first / second, pixel by pixel, of two images (height, width) or (height, width, 3) of one type.
 
@@ -29,7 +34,12 @@ def divide(
 
 
 def divide_constant(
-    image: ArrayLike, value: ArrayLike, *, scale_factor: int = 0, out: Optional[Array] = None, pool: Optional[Pool] = None
+    image: ArrayLike,
+    value: ArrayLike,
+    *,
+    scale_factor: int = 0,
+    out: Optional[Array] = None,
+    pool: Optional[Pool] = None,
 ) -> Array:
     """image / value, pixel by pixel, of an image (height, width) or (height, width, 3).
 

@@ -91,9 +91,9 @@ def gray_erode_line(
 ) -> Array:
     """The minimum along a line through each pixel.
 
-    image: (height, width) uint8, uint16, int16 or float32. line: (columns, rows) from its first to its last pixel, up to
-    1023 each way. anchor: the pixel of the line, counted from 0, that lies on the pixel of the image; the middle if None.
-    mode: what lies outside the image; clip: nothing. value: of mode constant. pool: threads.
+    image: (height, width) uint8, uint16, int16 or float32. line: (columns, rows) from its first to its last pixel, up
+    to 1023 each way. anchor: the pixel of the line, counted from 0, that lies on the pixel of the image; the middle if
+    None. mode: what lies outside the image; clip: nothing. value: of mode constant. pool: threads.
 
     >>> dax.gray_erode_line(np.array([[5, 5, 9], [5, 9, 5], [9, 5, 5]], np.uint8), (-2, 2))
     array([[5, 5, 9],
@@ -133,9 +133,9 @@ def gray_erode_mask(
 ) -> Array:
     """The minimum over the set pixels of an element that lies on each pixel.
 
-    image: (height, width) uint8, uint16, int16 or float32. element: uint8 or bool, not 0 is set, sides up to 255. anchor:
-    the (column, row) of the element that lies on the pixel, its centre if None. mode: what lies outside the image; clip:
-    nothing. value: of mode constant. pool: threads.
+    image: (height, width) uint8, uint16, int16 or float32. element: uint8 or bool, not 0 is set, sides up to 255.
+    anchor: the (column, row) of the element that lies on the pixel, its centre if None. mode: what lies outside the
+    image; clip: nothing. value: of mode constant. pool: threads.
 
     >>> dax.gray_erode_mask(np.array([[5, 5, 9, 7, 8]], np.uint8), np.array([[1, 0, 1]], np.uint8))
     array([[5, 5, 5, 8, 7]], dtype=uint8)
@@ -191,7 +191,8 @@ def dilate_mask(
     out: Optional[Array] = None,
     pool: Optional[Pool] = None,
 ) -> NDArray[np.uint8]:
-    """255 where a pixel of a mask under an element, turned by half a circle, is set, else 0. Arguments as of erode_mask.
+    """255 where a pixel of a mask under an element, turned by half a circle, is set, else 0. Arguments as of
+    erode_mask.
 
     >>> dax.dilate_mask(np.array([[0, 0, 1, 0, 0]], np.uint8), np.ones((1, 3), np.uint8))
     array([[  0, 255, 255, 255,   0]], dtype=uint8)
@@ -225,7 +226,8 @@ def hit_or_miss(
     if np.any((one.array != 0) & (other.array != 0)):
         raise ValueError("hit and miss have a pixel in common")
     arguments = one.pointer, one.step, other.pointer, other.step, one.size, _mask_cfg(one, anchor, mode, value)
-    return apply(_name("HitOrMiss"), {"mask": mask}, *arguments, types="8u", **_form("HitOrMiss", out, pool, *arguments))
+    form = _form("HitOrMiss", out, pool, *arguments)
+    return apply(_name("HitOrMiss"), {"mask": mask}, *arguments, types="8u", **form)
 
 
 def thin(mask: ArrayLike, max_iterations: int = 0, *, out: Optional[Array] = None) -> NDArray[np.uint8]:

@@ -44,7 +44,8 @@ def median_filter(
     """The median of a window around each pixel, of an even number of pixels the upper of the two in the middle.
 
     image: (height, width) uint8, uint16, int16 or float32; NaN is ordered beyond infinity. window: pixels each way, or
-    (width, height), up to 255. mode: what lies outside the image; clip: nothing. value: of mode constant. pool: threads.
+    (width, height), up to 255. mode: what lies outside the image; clip: nothing. value: of mode constant. pool:
+    threads.
 
     >>> dax.median_filter(np.array([[5, 90, 5, 5, 7, 5]], np.uint8), (3, 1))
     array([[5, 5, 5, 5, 5, 5]], dtype=uint8)
@@ -63,8 +64,8 @@ def rank_filter(
     out: Optional[Array] = None,
     pool: Optional[Pool] = None,
 ) -> Array:
-    """The pixel of a rank among those of a window: 0 the minimum, or of a percentile in 0..1: 0 the minimum, 1 the maximum.
-    One of the two is given. Other arguments as of median_filter.
+    """The pixel of a rank among those of a window: 0 the minimum, or of a percentile in 0..1: 0 the minimum, 1 the
+    maximum. One of the two is given. Other arguments as of median_filter.
 
     >>> dax.rank_filter(np.array([[5, 90, 5, 5, 7, 5]], np.uint8), (3, 1), rank=2)
     array([[90, 90, 90,  7,  7,  7]], dtype=uint8)
@@ -115,8 +116,8 @@ def hybrid_median5x5(
     out: Optional[Array] = None,
     pool: Optional[Pool] = None,
 ) -> Array:
-    """The median of three: of the pixels of an upright cross of 5 x 5, of those of a diagonal one, and the pixel itself.
-    It keeps the thin lines and corners that a median takes away. Arguments as of median_filter.
+    """The median of three: of the pixels of an upright cross of 5 x 5, of those of a diagonal one, and the pixel
+    itself. It keeps the thin lines and corners that a median takes away. Arguments as of median_filter.
 
     >>> dax.hybrid_median5x5(np.eye(5, dtype=np.uint8)).trace()
     5

@@ -46,8 +46,8 @@ def reconstruct(
     connectivity: Connectivity = 8,
     out: Optional[Array] = None,
 ) -> Array:
-    """The marker grown below the mask, or shrunk above it: what of the mask can be reached from the marker without getting
-    lower.
+    """The marker grown below the mask, or shrunk above it: what of the mask can be reached from the marker without
+    getting lower.
 
     marker, mask: uint8, uint16 or float32, of one shape and type; the marker is clamped to the mask.
 
@@ -131,8 +131,8 @@ def watershed(
 ) -> NDArray[np.int32]:
     """Regions that grow from markers uphill, until they meet: an array of labels, without lines between regions.
 
-    image: uint8, uint16 or float32; NaN is not flooded. markers: int32, of its shape: above 0 a label, 0 open, below 0 a
-    barrier. `out` may be the markers.
+    image: uint8, uint16 or float32; NaN is not flooded. markers: int32, of its shape: above 0 a label, 0 open, below 0
+    a barrier. `out` may be the markers.
 
     >>> dax.watershed(np.array([[3, 1, 4, 2, 3]], np.uint8), np.array([[0, 1, 0, 2, 0]], np.int32))
     array([[1, 1, 1, 2, 2]], dtype=int32)
