@@ -174,8 +174,9 @@ DaxStatus grayOperation(PoolThreads on, const T* src, int32_t srcStep, T* dst, i
     case GrayOperation::topHat:
       return call.topHat();
     case GrayOperation::blackHat:
-      return call.blackHat();
+      break;
   }
+  return call.blackHat();
 }
 
 namespace {

@@ -68,7 +68,11 @@ struct NoisyImage {
 // Rounding to integers adds a variance of 1/12.
 template <class T>
 double withoutRounding(double sigma) {
-  return std::is_integral_v<T> ? std::sqrt(std::max(sigma * sigma - 1.0 / 12, 0.0)) : sigma;
+  if constexpr (std::is_integral_v<T>) {
+    return std::sqrt(std::max(sigma * sigma - 1.0 / 12, 0.0));
+  } else {
+    return sigma;
+  }
 }
 
 template <class T>

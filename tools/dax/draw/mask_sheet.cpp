@@ -48,9 +48,8 @@ std::string drawSheet(const std::vector<TitledImage>& images) {
     cairo_select_font_face(c, "sans-serif", CAIRO_FONT_SLANT_NORMAL, CAIRO_FONT_WEIGHT_NORMAL);
     cairo_set_font_size(c, kTitleFont);
     for (size_t i = 0; i < images.size(); ++i) {
-      const int place = static_cast<int>(i);
-      drawTitled(c, images[i], kSheetGap + place % sheet.columns * sheet.width,
-                 kSheetGap + place / sheet.columns * sheet.height, sheet.scale);
+      const int place = static_cast<int>(i), column = place % sheet.columns, row = place / sheet.columns;
+      drawTitled(c, images[i], kSheetGap + column * sheet.width, kSheetGap + row * sheet.height, sheet.scale);
     }
     require(cairo_status(c));
   }
