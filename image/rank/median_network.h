@@ -56,16 +56,16 @@ class MedianNetwork {
   }
 
   template <size_t n>
-  [[gnu::always_inline]] static List<n> load(const Key (&lists)[n][kRoom], int32_t at) {
-    return [&]<size_t... k>(std::index_sequence<k...>) __attribute__((always_inline)) {
+  DAX_NETWORK_INLINE static List<n> load(const Key (&lists)[n][kRoom], int32_t at) {
+    return [&]<size_t... k>(std::index_sequence<k...>) DAX_NETWORK_INLINE {
       return List<n>{Lanes::load(lists[k] + at)...};
     }
     (std::make_index_sequence<n>());
   }
 
   template <size_t n>
-  [[gnu::always_inline]] static void store(Key (&lists)[n][kRoom], int32_t at, const List<n>& list) {
-    [&]<size_t... k>(std::index_sequence<k...>) __attribute__((always_inline)) {
+  DAX_NETWORK_INLINE static void store(Key (&lists)[n][kRoom], int32_t at, const List<n>& list) {
+    [&]<size_t... k>(std::index_sequence<k...>) DAX_NETWORK_INLINE {
       (Lanes::store(lists[k] + at, list[k]), ...);
     }
     (std::make_index_sequence<n>());
@@ -78,7 +78,7 @@ class MedianNetwork {
   void storeFours(int32_t at) {
     if constexpr (kStoresFours) store(fours_, at, mergedFour(at));
   }
-  [[gnu::always_inline]] List<4 * kSide> mergedFour(int32_t at) const {
+  DAX_NETWORK_INLINE List<4 * kSide> mergedFour(int32_t at) const {
     return Network::merge(load(pairs_, at), load(pairs_, at + 2));
   }
 
@@ -110,7 +110,7 @@ class MedianNetwork {
 
   // Of the pixels before the last column only as many around the middle matter as that has, and one more.
   template <size_t m, size_t n>
-  [[gnu::always_inline]] static Vector withLast(const List<m>& a, const List<n>& b, const List<kSide>& last) {
+  DAX_NETWORK_INLINE static Vector withLast(const List<m>& a, const List<n>& b, const List<kSide>& last) {
     // A pixel that has more than half of the window on one side of it in its own list is not the median.
     constexpr size_t dropped = m > kMiddle ? m - 1 - kMiddle : 0;
     const auto rest = Network::merge(Network::template part<dropped, m - 2 * dropped>(a), b);

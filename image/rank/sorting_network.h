@@ -8,6 +8,13 @@
 #include <cstddef>
 #include <utility>
 
+// Instrumented, a large network all in one takes minutes to be compiled.
+#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
+#define DAX_NETWORK_INLINE
+#else
+#define DAX_NETWORK_INLINE __attribute__((always_inline))
+#endif
+
 namespace dax {
 
 template <class Order, class V>
@@ -17,7 +24,7 @@ struct SortingNetwork {
 
   // Two sorted lists as one: Batcher's odd-even merge (Knuth, The Art of Computer Programming, volume 3, 5.3.4).
   template <size_t m, size_t n>
-  [[gnu::always_inline]] static List<m + n> merge(const List<m>& a, const List<n>& b) {
+  DAX_NETWORK_INLINE static List<m + n> merge(const List<m>& a, const List<n>& b) {
     if constexpr (m == 0) {
       return b;
     } else if constexpr (n == 0) {
@@ -30,7 +37,7 @@ struct SortingNetwork {
   }
 
   template <size_t n>
-  [[gnu::always_inline]] static List<n> sorted(const List<n>& list) {
+  DAX_NETWORK_INLINE static List<n> sorted(const List<n>& list) {
     if constexpr (n < 2) {
       return list;
     } else {
@@ -40,13 +47,13 @@ struct SortingNetwork {
   }
 
   template <size_t first, size_t count, size_t n>
-  [[gnu::always_inline]] static List<count> part(const List<n>& list) {
+  DAX_NETWORK_INLINE static List<count> part(const List<n>& list) {
     return pick(list, std::make_index_sequence<count>(), [](size_t i) { return first + i; });
   }
 
   // The value of a rank among those of two sorted lists.
   template <size_t rank, size_t m, size_t n>
-  [[gnu::always_inline]] static V select(const List<m>& a, const List<n>& b) {
+  DAX_NETWORK_INLINE static V select(const List<m>& a, const List<n>& b) {
     // If i of the rank + 1 smallest are of a, the larger of a[i - 1] and b[rank - i] is the value; for any other i it
     // is not smaller.
     constexpr size_t first = rank < n ? 0 : rank + 1 - n, last = std::min(m, rank + 1);
@@ -55,19 +62,19 @@ struct SortingNetwork {
 
  private:
   template <size_t n, size_t... i, class Index>
-  [[gnu::always_inline]] static List<sizeof...(i)> pick(const List<n>& list, std::index_sequence<i...>,
-                                                        [[maybe_unused]] Index index) {
+  DAX_NETWORK_INLINE static List<sizeof...(i)> pick(const List<n>& list, std::index_sequence<i...>,
+                                                    [[maybe_unused]] Index index) {
     return {list[index(i)]...};
   }
 
   template <size_t offset, size_t n>
-  [[gnu::always_inline]] static List<(n + 1 - offset) / 2> everySecond(const List<n>& list) {
+  DAX_NETWORK_INLINE static List<(n + 1 - offset) / 2> everySecond(const List<n>& list) {
     return pick(list, std::make_index_sequence<(n + 1 - offset) / 2>(), [](size_t i) { return offset + 2 * i; });
   }
 
   // Element i of the merged list: even[0], then comparisons of odd[k] with even[k + 1], then what is left of either.
   template <size_t i, size_t m, size_t n>
-  [[gnu::always_inline]] static V joined(const List<m>& even, const List<n>& odd) {
+  DAX_NETWORK_INLINE static V joined(const List<m>& even, const List<n>& odd) {
     constexpr size_t pair = (i + 1) / 2;  // of odd[pair - 1] and even[pair]
     if constexpr (pair == 0) {
       return even[0];
@@ -81,15 +88,15 @@ struct SortingNetwork {
   }
 
   template <size_t m, size_t n>
-  [[gnu::always_inline]] static List<m + n> join(const List<m>& even, const List<n>& odd) {
-    return [&]<size_t... i>(std::index_sequence<i...>) __attribute__((always_inline)) {
+  DAX_NETWORK_INLINE static List<m + n> join(const List<m>& even, const List<n>& odd) {
+    return [&]<size_t... i>(std::index_sequence<i...>) DAX_NETWORK_INLINE {
       return List<m + n>{joined<i>(even, odd)...};
     }
     (std::make_index_sequence<m + n>());
   }
 
   template <size_t rank, size_t i, size_t m, size_t n>
-  [[gnu::always_inline]] static V candidate(const List<m>& a, const List<n>& b) {
+  DAX_NETWORK_INLINE static V candidate(const List<m>& a, const List<n>& b) {
     if constexpr (i == 0) {
       return b[rank];
     } else if constexpr (i == rank + 1) {
@@ -100,7 +107,7 @@ struct SortingNetwork {
   }
 
   template <size_t rank, size_t first, size_t m, size_t n, size_t... i>
-  [[gnu::always_inline]] static V selectFrom(const List<m>& a, const List<n>& b, std::index_sequence<i...>) {
+  DAX_NETWORK_INLINE static V selectFrom(const List<m>& a, const List<n>& b, std::index_sequence<i...>) {
     V result = candidate<rank, first>(a, b);
     ((result = Order::min(result, candidate<rank, first + 1 + i>(a, b))), ...);
     return result;

@@ -1,7 +1,7 @@
 // Calls every exported function with generated arguments, valid, borderline and hostile, and looks at what it leaves:
 //   - memory beyond what the contract gives faults, or shows in the pattern around it;
 //   - inputs and the padding of images never change; after a failure nothing has changed;
-//   - the library without NEON kernels, the other instruction-set code and the calling thread instead of the host's pool
+//   - the library on its portable kernels, the other instruction-set code and the calling thread instead of the host's pool
 //     give the same result, whatever the work buffer held before;
 //   - every function succeeds at times and refuses at times.
 #include <dlfcn.h>
@@ -90,7 +90,7 @@ void watch() {
 #endif
 }
 
-// --- The library without NEON kernels ---
+// --- The library on its portable kernels ---
 
 class PortableLibrary {
  public:

@@ -1,7 +1,7 @@
 // The lists are made from the public headers at build time; the compiler supplies the types. They are constant tables: as
 // code that builds vectors they would take a minute to be compiled.
-#include <algorithm>
 #include <cstddef>
+#include <unordered_map>
 
 #include "dax.h"
 #include "dax3dpcl.h"
@@ -72,24 +72,35 @@ std::vector<Function> allListed() {
   return functions;
 }
 
+// By name, the first of equal ones. Calls look up thousands of names.
 template <class Named>
-const Named* find(std::span<const Named> all, std::string_view name) {
-  const auto found = std::find_if(all.begin(), all.end(), [&](const Named& each) { return each.name == name; });
-  return found == all.end() ? nullptr : &*found;
+std::unordered_map<std::string_view, const Named*> indexOf(std::span<const Named> all) {
+  std::unordered_map<std::string_view, const Named*> index;
+  for (const Named& each : all) index.emplace(each.name, &each);
+  return index;
+}
+
+template <class Named>
+const Named* find(const std::unordered_map<std::string_view, const Named*>& index, std::string_view name) {
+  const auto found = index.find(name);
+  return found == index.end() ? nullptr : found->second;
 }
 
 }  // namespace
 
 const Record* findRecord(std::string_view name) {
-  return find<Record>(kRecords, name);
+  static const auto index = indexOf<Record>(kRecords);
+  return find(index, name);
 }
 
 const Contract* findContract(std::string_view function) {
-  return find<Contract>(kContracts, function);
+  static const auto index = indexOf<Contract>(kContracts);
+  return find(index, function);
 }
 
 const Function* findFunction(std::string_view name) {
-  return find<Function>(allFunctions(), name);
+  static const auto index = indexOf<Function>(allFunctions());
+  return find(index, name);
 }
 
 const std::vector<Function>& allFunctions() {
