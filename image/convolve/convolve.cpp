@@ -152,7 +152,7 @@ template <class Sum, class Kernel, class T, class D>
 DaxStatus convolveStrips(PoolThreads on, const StripImage<T>& image, const Kernel& kernel, const DaxiConvolveCfg& cfg,
                          D* dst, int32_t dstStep) {
   return runRows(on, image.size.height, [&](int32_t first, int32_t end) {
-    Sum sums[kStrip];
+    Sum sums[kStrip]{};
     for (int32_t y = first; y < end; ++y) {
       for (int64_t x = 0, count; x < image.size.width; x += count) {
         count = stripAt(x, image.size.width);
