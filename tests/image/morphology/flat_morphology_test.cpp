@@ -9,9 +9,8 @@
 #include <optional>
 #include <vector>
 
-#include "tests/image/morphology/gray_morphology_oracle.h"
+#include "tests/support/filter_scene.h"
 #include "tests/support/mock_pool.h"
-#include "tests/support/test_image.h"
 
 namespace dax::test {
 namespace {
@@ -84,7 +83,7 @@ struct Scene {
         take(map(image.at(u + margin, v + margin)));
         continue;
       }
-      const auto column = oracle::inside(u, size.width, border), row = oracle::inside(v, size.height, border);
+      const auto column = walkInside(u, size.width, border), row = walkInside(v, size.height, border);
       if (column && row) {
         take(map(image.at(static_cast<int32_t>(*column) + margin, static_cast<int32_t>(*row) + margin)));
       } else if (border == DAXI_BORDER_CONSTANT) {

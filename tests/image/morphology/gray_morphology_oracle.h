@@ -6,31 +6,9 @@
 #include <optional>
 
 #include "daxi/gray_morphology.h"
+#include "tests/support/filter_scene.h"
 
 namespace dax::oracle {
-
-// The index that stands for i by walking towards the image, or none.
-inline std::optional<int64_t> inside(int64_t i, int64_t n, int32_t border) {
-  while (i < 0 || i >= n) {
-    switch (border) {
-      case DAXI_BORDER_REPLICATE:
-        i = i < 0 ? 0 : n - 1;
-        break;
-      case DAXI_BORDER_MIRROR:
-        i = n == 1 ? 0 : i < 0 ? -i : 2 * (n - 1) - i;
-        break;
-      case DAXI_BORDER_SYMMETRIC:
-        i = i < 0 ? -1 - i : 2 * n - 1 - i;
-        break;
-      case DAXI_BORDER_CIRCULAR:
-        i += i < 0 ? n : -n;
-        break;
-      default:
-        return std::nullopt;
-    }
-  }
-  return i;
-}
 
 // pixel(x, y) is asked for positions inside w x h, in memory for any. `smaller`: the minimum of an erosion, else a
 // dilation.
@@ -48,7 +26,8 @@ T grayExtreme(const Pixel& pixel, int64_t x, int64_t y, DaxiSize size, const Dax
         take(pixel(u, v));
         continue;
       }
-      const auto column = inside(u, size.width, cfg.border), row = inside(v, size.height, cfg.border);
+      const auto column = test::walkInside(u, size.width, cfg.border);
+      const auto row = test::walkInside(v, size.height, cfg.border);
       if (column && row) {
         take(pixel(*column, *row));
       } else if (cfg.border == DAXI_BORDER_CONSTANT) {

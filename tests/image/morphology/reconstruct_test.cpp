@@ -99,20 +99,13 @@ class Reconstruction : public testing::Test {
   void* work() {
     uint64_t bytes = 0;
     EXPECT_EQ(Reconstruct<T>::kSize(src_.size(), 8, &bytes), DAX_STS_OK);
-    buffer_ = GuardedBuffer<uint8_t>(bytes);
+    buffer_ = std::make_unique<GuardedBuffer<uint8_t>>(bytes);
     return buffer_->data();
   }
 
   Random random_{6};
   TestImage<T> src_{{23, 17}, 2};
-  struct Buffer {
-    std::unique_ptr<GuardedBuffer<uint8_t>> held;
-    Buffer& operator=(GuardedBuffer<uint8_t>&& other) {
-      held = std::make_unique<GuardedBuffer<uint8_t>>(std::move(other));
-      return *this;
-    }
-    GuardedBuffer<uint8_t>* operator->() const { return held.get(); }
-  } buffer_;
+  std::unique_ptr<GuardedBuffer<uint8_t>> buffer_;
 };
 using ReconstructPixels = testing::Types<uint8_t, uint16_t, float>;
 TYPED_TEST_SUITE(Reconstruction, ReconstructPixels);

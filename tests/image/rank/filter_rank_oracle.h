@@ -6,7 +6,7 @@
 #include <cstdint>
 #include <vector>
 
-#include "tests/image/morphology/gray_morphology_oracle.h"
+#include "tests/support/filter_scene.h"
 
 namespace dax::oracle {
 
@@ -14,7 +14,7 @@ namespace dax::oracle {
 template <class T, class Pixel>
 std::optional<T> windowPixel(const Pixel& pixel, int64_t x, int64_t y, DaxiSize size, int32_t border, T value) {
   if (border == DAXI_BORDER_IN_MEMORY) return pixel(x, y);
-  const auto column = inside(x, size.width, border), row = inside(y, size.height, border);
+  const auto column = test::walkInside(x, size.width, border), row = test::walkInside(y, size.height, border);
   if (column && row) return pixel(*column, *row);
   if (border == DAXI_BORDER_CONSTANT) return value;
   return std::nullopt;

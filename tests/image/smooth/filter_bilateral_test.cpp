@@ -5,9 +5,8 @@
 #include <cmath>
 #include <limits>
 
-#include "tests/image/morphology/gray_morphology_oracle.h"
+#include "tests/support/filter_scene.h"
 #include "tests/support/mock_pool.h"
-#include "tests/support/test_image.h"
 
 namespace dax::test {
 namespace {
@@ -23,8 +22,8 @@ double bilateralAt(const TestImage<T>& src, DaxiSize size, int32_t margin, const
     for (int32_t dx = -cfg.radius; dx <= cfg.radius; ++dx) {
       if (dx * dx + dy * dy > cfg.radius * cfg.radius) continue;
       const bool isInMemory = cfg.border == DAXI_BORDER_IN_MEMORY;
-      const auto u = isInMemory ? x + dx : oracle::inside(x + dx, size.width, cfg.border);
-      const auto v = isInMemory ? y + dy : oracle::inside(y + dy, size.height, cfg.border);
+      const auto u = isInMemory ? x + dx : walkInside(x + dx, size.width, cfg.border);
+      const auto v = isInMemory ? y + dy : walkInside(y + dy, size.height, cfg.border);
       if ((!u || !v) && cfg.border != DAXI_BORDER_CONSTANT) continue;
       const double value = u && v ? pixel(*u, *v) : cfg.value, d = value - pixel(x, y);
       if (!(std::fabs(d) < 8 * cfg.sigmaGrey)) continue;

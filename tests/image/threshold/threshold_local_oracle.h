@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "daxi/threshold_local.h"
-#include "tests/image/morphology/gray_morphology_oracle.h"
+#include "tests/support/filter_scene.h"
 
 namespace dax::oracle {
 
@@ -19,8 +19,8 @@ std::vector<long double> windowPixels(const Pixel& pixel, int64_t x, int64_t y, 
   for (int64_t v = y - window.height / 2; v < y - window.height / 2 + window.height; ++v) {
     for (int64_t u = x - window.width / 2; u < x - window.width / 2 + window.width; ++u) {
       const bool isInMemory = border == DAXI_BORDER_IN_MEMORY;
-      const auto column = isInMemory ? u : inside(u, size.width, border);
-      const auto row = isInMemory ? v : inside(v, size.height, border);
+      const auto column = isInMemory ? u : test::walkInside(u, size.width, border);
+      const auto row = isInMemory ? v : test::walkInside(v, size.height, border);
       if (column && row) {
         pixels.push_back(static_cast<long double>(pixel(*column, *row)));
       } else if (border == DAXI_BORDER_CONSTANT) {
