@@ -53,8 +53,8 @@ void unpack(const BmpHead& head, const uint8_t* packed, int32_t count, uint8_t* 
 DaxStatus readPlainRow(ByteSource& source, const BmpHead& head, uint8_t* row) {
   uint8_t packed[1024];
   constexpr int32_t kPixels = 8 * sizeof(packed) / 32;  // of the widest
-  for (int32_t x = 0; x < head.image.width; x += kPixels) {
-    const int32_t count = std::min(kPixels, head.image.width - x);
+  for (int32_t x = 0, count; x < head.image.width; x += count) {
+    count = std::min(kPixels, head.image.width - x);
     DAX_REQUIRE(source.read(packed, static_cast<uint64_t>((count * head.bits + 7) / 8)), DAX_STS_FILE_READ);
     unpack(head, packed, count, row + ptrdiff_t{x} * head.image.channels);
   }

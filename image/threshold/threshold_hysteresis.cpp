@@ -35,12 +35,15 @@ struct HysteresisBuffer {
 // Calls use(first, end, whether it has a pixel above `high`) for the runs of a row.
 template <class T, class Use>
 void forWeakRuns(const T* row, int32_t width, T low, T high, Use use) {
-  for (int32_t x = 0; x < width; ++x) {
-    if (!(row[x] > low)) continue;
+  for (int32_t x = 0; x < width;) {
     const int32_t first = x;
     bool isStrong = false;
     for (; x < width && row[x] > low; ++x) isStrong |= row[x] > high;
-    use(first, x, isStrong);
+    if (x > first) {
+      use(first, x, isStrong);
+    } else {
+      ++x;
+    }
   }
 }
 

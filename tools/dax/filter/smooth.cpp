@@ -1,3 +1,5 @@
+#include <cmath>
+
 #include "base/text.h"
 #include "daxi/filter_bilateral.h"
 #include "daxi/filter_guided.h"
@@ -34,11 +36,10 @@ ImageFilter parseGuided(std::string_view text) {
 ImageFilter parseBilateral(std::string_view text) {
   const auto numbers = parseNumbers(text, 3);
   if (!numbers) return {};
-  const auto radius = static_cast<int>((*numbers)[0]);
-  const bool isValid =
-      radius == (*numbers)[0] && radius >= 1 && radius <= 15 && (*numbers)[1] >= 1e-3 && (*numbers)[2] >= 1e-3;
+  const double radius = (*numbers)[0], near = (*numbers)[1], alike = (*numbers)[2];
+  const bool isValid = radius >= 1 && radius <= 15 && radius == std::floor(radius) && near >= 1e-3 && alike >= 1e-3;
   if (!isValid) return {};
-  const DaxiFilterBilateralCfg cfg = {radius, DAXI_BORDER_REPLICATE, (*numbers)[1], (*numbers)[2], 0};
+  const DaxiFilterBilateralCfg cfg = {static_cast<int32_t>(radius), DAXI_BORDER_REPLICATE, near, alike, 0};
   const auto filter = [=](const GreyImage& image) {
     uint64_t bytes;
     check(DAXI_FilterBilateralBufferSize_8u(image.size, &cfg, &bytes), "bilateral filter");
