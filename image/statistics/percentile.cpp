@@ -67,9 +67,9 @@ DaxStatus countLevels(const Counted<T>& region, Tables* tables, const Count& cou
   };
   const int32_t bands = region.maxBands();
   if (bands == 1) return band(0, size.height, 0);
-  for (int32_t i = 0; i < bands; ++i) std::fill_n(tables[i].totals, Tables::kLevels, 0);
   DAX_REQUIRE_OK(runTiles(on.pool, static_cast<uint32_t>(bands), size.height, 1, band));
-  for (int32_t i = 1; i < bands; ++i) {
+  const int64_t rows = tilePerThread(size.height, static_cast<uint32_t>(bands));
+  for (int64_t i = 1; i * rows < size.height; ++i) {
     for (int32_t level = 0; level < Tables::kLevels; ++level) tables[0].totals[level] += tables[i].totals[level];
   }
   return DAX_STS_OK;
