@@ -78,7 +78,7 @@ void matrixRow(const T* src, T* dst, int32_t count, const ColourMatrix& by) {
     MatrixLanes<T> to[3];
     for (size_t i = 0; i < from.c[0].size(); ++i) {
       DoublePair c[3];
-      for (int k = 0; k < 3; ++k) c[k] = {vcvt_f64_f32(vget_low_f32(from.c[k][i])), upperDoubles(from.c[k][i])};
+      for (int k = 0; k < 3; ++k) c[k] = {vcvt_f64_f32(vget_low_f32(from.c[k][i])), vcvt_high_f64_f32(from.c[k][i])};
       for (int k = 0; k < 3; ++k) to[k][i] = lanesOfMatrix(T{}, timesMatrixRow(local.m[k], c));
     }
     storeMatrixLanes(dst + 3 * x, to[0], to[1], to[2]);

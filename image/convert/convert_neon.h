@@ -5,6 +5,7 @@
 #include "frame/lanes.h"
 #include "image/convert/blocks_neon.h"
 #include "image/convert/convert_portable.h"
+#include "image/pixel/float_lanes_neon.h"
 
 #if DAX_HAVE_NEON
 namespace dax::neon {
@@ -13,9 +14,6 @@ namespace dax::neon {
 // Missing from SIMDe.
 inline uint16x8_t vaddhn_high_u32(uint16x4_t low, uint32x4_t a, uint32x4_t b) {
   return vcombine_u16(low, vaddhn_u32(a, b));
-}
-inline float64x2_t vcvt_high_f64_f32(float32x4_t v) {
-  return vcvt_f64_f32(vget_high_f32(v));
 }
 inline float32x4_t vcvt_high_f32_f64(float32x2_t low, float64x2_t high) {
   return vcombine_f32(low, vcvt_f32_f64(high));
@@ -58,19 +56,6 @@ inline int32x4_t roundedLanes(float32x4_t v) {
 inline int32x4_t roundedLanes(float64x2_t low, float64x2_t high) {
   return vqmovn_high_s64(vqmovn_s64(vcvtnq_s64_f64(low)), vcvtnq_s64_f64(high));
 }
-// Two vectors as one of half as wide lanes, saturated.
-inline int16x8_t signedHalves(int32x4_t a, int32x4_t b) {
-  return vqmovn_high_s32(vqmovn_s32(a), b);
-}
-inline uint16x8_t unsignedHalves(int32x4_t a, int32x4_t b) {
-  return vqmovun_high_s32(vqmovun_s32(a), b);
-}
-inline uint8x16_t unsignedHalves(int16x8_t a, int16x8_t b) {
-  return vqmovun_high_s16(vqmovun_s16(a), b);
-}
-inline uint8x16_t unsignedHalves(uint16x8_t a, uint16x8_t b) {
-  return vqmovn_high_u16(vqmovn_u16(a), b);
-}
 #else
 // Beyond the pixel types any limit will do; the processor's own conversion knows one result for all that it cannot hold.
 inline int32x4_t roundedLanes(float32x4_t v) {
@@ -84,19 +69,6 @@ inline __m128i roundedPair(__m128d v) {
 }
 inline int32x4_t roundedLanes(float64x2_t low, float64x2_t high) {
   return int32x4_t(_mm_unpacklo_epi64(roundedPair(__m128d(low)), roundedPair(__m128d(high))));
-}
-inline int16x8_t signedHalves(int32x4_t a, int32x4_t b) {
-  return int16x8_t(_mm_packs_epi32(__m128i(a), __m128i(b)));
-}
-inline uint16x8_t unsignedHalves(int32x4_t a, int32x4_t b) {
-  return uint16x8_t(_mm_packus_epi32(__m128i(a), __m128i(b)));
-}
-inline uint8x16_t unsignedHalves(int16x8_t a, int16x8_t b) {
-  return uint8x16_t(_mm_packus_epi16(__m128i(a), __m128i(b)));
-}
-inline uint8x16_t unsignedHalves(uint16x8_t a, uint16x8_t b) {
-  const uint16x8_t max = vdupq_n_u16(UINT8_MAX);
-  return uint8x16_t(_mm_packus_epi16(__m128i(vminq_u16(a, max)), __m128i(vminq_u16(b, max))));
 }
 #endif
 

@@ -54,7 +54,7 @@ void compareEpsRow(const float* a, const float* b, uint8_t* dst, int32_t count, 
   const int32_t x = forEachMask<float>(dst, count, [=](int32_t i) {
     const float32x4_t first = vld1q_f32(a + i), second = vld1q_f32(operandAt<kOperand>(b, i));
     const uint32x4_t low = near(vcvt_f64_f32(vget_low_f32(first)), vcvt_f64_f32(vget_low_f32(second)));
-    return vuzp1q_u32(low, near(upperDoubles(first), upperDoubles(second)));
+    return vuzp1q_u32(low, near(vcvt_high_f64_f32(first), vcvt_high_f64_f32(second)));
   });
   portable::compareEpsRow<kOperand>(a + x, operandAt<kOperand>(b, x), dst + x, count - x, eps);
 }

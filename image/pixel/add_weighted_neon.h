@@ -17,7 +17,8 @@ inline DoublePair weightedSum(float32x4_t a, float32x4_t b, const DaxiAddWeighte
   const auto sum = [=](float64x2_t first, float64x2_t second) {
     return vaddq_f64(vaddq_f64(vmulq_f64(w1, first), vmulq_f64(w2, second)), offset);
   };
-  return {sum(vcvt_f64_f32(vget_low_f32(a)), vcvt_f64_f32(vget_low_f32(b))), sum(upperDoubles(a), upperDoubles(b))};
+  return {sum(vcvt_f64_f32(vget_low_f32(a)), vcvt_f64_f32(vget_low_f32(b))),
+          sum(vcvt_high_f64_f32(a), vcvt_high_f64_f32(b))};
 }
 
 // The nearest integers, halves to the even one, of numbers within 2^16 in size; what is beyond stays beyond, NaN gives 0.

@@ -32,35 +32,51 @@ inline Quarters<int16_t> toFloats(int16x8_t v) {
 inline int32x4_t nearest(float32x4_t v) {
   return vcvtnq_s32_f32(v);
 }
+// Two vectors as one of half as wide lanes, saturated.
+inline int16x8_t signedHalves(int32x4_t a, int32x4_t b) {
+  return vqmovn_high_s32(vqmovn_s32(a), b);
+}
+inline uint16x8_t unsignedHalves(int32x4_t a, int32x4_t b) {
+  return vqmovun_high_s32(vqmovun_s32(a), b);
+}
+inline uint8x16_t unsignedHalves(int16x8_t a, int16x8_t b) {
+  return vqmovun_high_s16(vqmovun_s16(a), b);
+}
+inline uint8x16_t unsignedHalves(uint16x8_t a, uint16x8_t b) {
+  return vqmovn_high_u16(vqmovn_u16(a), b);
+}
 #else
 inline int32x4_t nearest(float32x4_t v) {
   return vcvtq_s32_f32(vrndnq_f32(v));
 }
-#endif
-
-#if defined(__aarch64__)
-inline float64x2_t upperDoubles(float32x4_t v) {
-  return vcvt_high_f64_f32(v);
-}
-#else
-inline float64x2_t upperDoubles(float32x4_t v) {
+// Missing from SIMDe.
+inline float64x2_t vcvt_high_f64_f32(float32x4_t v) {
   return vcvt_f64_f32(vget_high_f32(v));
+}
+inline int16x8_t signedHalves(int32x4_t a, int32x4_t b) {
+  return int16x8_t(_mm_packs_epi32(__m128i(a), __m128i(b)));
+}
+inline uint16x8_t unsignedHalves(int32x4_t a, int32x4_t b) {
+  return uint16x8_t(_mm_packus_epi32(__m128i(a), __m128i(b)));
+}
+inline uint8x16_t unsignedHalves(int16x8_t a, int16x8_t b) {
+  return uint8x16_t(_mm_packus_epi16(__m128i(a), __m128i(b)));
+}
+inline uint8x16_t unsignedHalves(uint16x8_t a, uint16x8_t b) {
+  const uint16x8_t max = vdupq_n_u16(UINT8_MAX);
+  return uint8x16_t(_mm_packus_epi16(__m128i(vminq_u16(a, max)), __m128i(vminq_u16(b, max))));
 }
 #endif
 
 // Saturated.
-inline uint16x8_t narrowed(uint16_t, int32x4_t a, int32x4_t b) {
-  return vcombine_u16(vqmovun_s32(a), vqmovun_s32(b));
-}
-inline int16x8_t narrowed(int16_t, int32x4_t a, int32x4_t b) {
-  return vqmovn_high_s32(vqmovn_s32(a), b);
-}
 inline uint8x16_t narrowed(uint8_t, const std::array<int32x4_t, 4>& v) {
-  return vqmovn_high_u16(vqmovn_u16(narrowed(uint16_t{}, v[0], v[1])), narrowed(uint16_t{}, v[2], v[3]));
+  return unsignedHalves(signedHalves(v[0], v[1]), signedHalves(v[2], v[3]));
 }
-template <class T>
-auto narrowed(T, const std::array<int32x4_t, 2>& v) {
-  return narrowed(T{}, v[0], v[1]);
+inline uint16x8_t narrowed(uint16_t, const std::array<int32x4_t, 2>& v) {
+  return unsignedHalves(v[0], v[1]);
+}
+inline int16x8_t narrowed(int16_t, const std::array<int32x4_t, 2>& v) {
+  return signedHalves(v[0], v[1]);
 }
 
 // The nearest integers, halves to the even one, saturated; below 2^31 in size.
