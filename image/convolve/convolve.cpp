@@ -5,8 +5,7 @@
 
 #include "frame/op2d.h"
 #include "frame/tiles.h"
-#include "image/border/bordered_rows.h"
-#include "image/border/strip_image.h"
+#include "image/border/bordered_image.h"
 
 static_assert(sizeof(DaxiConvolveCfg) == 32);
 
@@ -66,7 +65,7 @@ void storeSums(const Sum* sums, int32_t count, [[maybe_unused]] int32_t shift, D
 template <class T>
 class ReachedStrip {
  public:
-  ReachedStrip(const StripImage<T>& image, const DaxiConvolveCfg& cfg, int64_t x, int32_t count)
+  ReachedStrip(const BorderedImage<T>& image, const DaxiConvolveCfg& cfg, int64_t x, int32_t count)
       : image_(image), x_(x - cfg.anchorX), count_(count + cfg.kernel.width - 1) {
     isWhole_ = image.isInMemory() || (x_ >= 0 && x_ + count_ <= image.size.width);
   }
@@ -89,7 +88,7 @@ class ReachedStrip {
     return hasBorderIndex(image_.border) ? row[borderIndex(x, image_.size.width, image_.border)] : image_.value;
   }
 
-  const StripImage<T>& image_;
+  const BorderedImage<T>& image_;
   int64_t x_;
   int32_t count_;
   bool isWhole_;
@@ -149,8 +148,8 @@ int64_t stripAt(int64_t x, int64_t width) {
 }
 
 template <class Sum, class Kernel, class T, class D>
-DaxStatus convolveStrips(PoolThreads on, const StripImage<T>& image, const Kernel& kernel, const DaxiConvolveCfg& cfg,
-                         D* dst, int32_t dstStep) {
+DaxStatus convolveStrips(PoolThreads on, const BorderedImage<T>& image, const Kernel& kernel,
+                         const DaxiConvolveCfg& cfg, D* dst, int32_t dstStep) {
   return runRows(on, image.size.height, [&](int32_t first, int32_t end) {
     Sum sums[kStrip]{};
     for (int32_t y = first; y < end; ++y) {
@@ -182,7 +181,7 @@ DaxStatus convolve(PoolThreads on, const T* src, int32_t srcStep, D* dst, int32_
   DAX_REQUIRE(atLeast(size, 1), DAX_STS_BAD_SIZE);
   DAX_REQUIRE(rowFits(size.width, std::min(srcStep, dstStep)), DAX_STS_BAD_STEP);
   DAX_REQUIRE_OK(checkConvolve(*cfg));
-  const StripImage<T> image = {src, srcStep, size, cfg->border, borderPixel<T>(cfg->value)};
+  const BorderedImage<T> image = {src, srcStep, size, cfg->border, borderPixel<T>(cfg->value)};
   if constexpr (std::is_floating_point_v<D>) {
     return convolveStrips<float>(on, image, kernel, *cfg, dst, dstStep);
   } else {

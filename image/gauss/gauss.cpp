@@ -4,6 +4,7 @@
 #include <limits>
 
 #include "frame/check.h"
+#include "frame/rows.h"
 #include "image/gauss/gauss_neon.h"
 
 static_assert(sizeof(DaxiGaussCfg) == 32);
@@ -23,13 +24,12 @@ template <class T>
 GaussRows<T>::GaussRows(const T* src, int32_t srcStep, DaxiSize size, const DaxiGaussCfg& cfg, void* buffer)
     : at_(size, cfg),
       buffer_(buffer),
-      image_{src, srcStep, size, cfg.border, at_.constantRow.in(buffer)},
+      image_{src, srcStep, size, cfg.border, borderPixel<T>(cfg.value)},
       isa_(currentIsa()) {
   makeGaussTaps(cfg.sigma, cfg.size.width, *at_.tapsX.in(buffer));
   makeGaussTaps(cfg.sigma, cfg.size.height, *at_.tapsY.in(buffer));
   if (cfg.border != DAXI_BORDER_CONSTANT) return;
-  const T value = borderPixel<T>(cfg.value);
-  std::fill_n(at_.constantRow.in(buffer), size.width, value);
+  std::fill_n(at_.constantRow.in(buffer), size.width, image_.value);
   const T** const sources = at_.sources.in(buffer);
   std::fill_n(sources, 2 * GaussTapsOf<T>::kRoom, at_.constantRow.in(buffer));
   portable::gaussColumns<T>(sources, *at_.tapsY.in(buffer), &constant_, 0, 1);
@@ -40,9 +40,10 @@ void GaussRows<T>::run(int32_t y, uint32_t tile, T* to) const {
   const auto& tapsX = *at_.tapsX.in(buffer_);
   const auto& tapsY = *at_.tapsY.in(buffer_);
   const T** const sources = at_.sources.in(buffer_) + uint64_t{2} * GaussTapsOf<T>::kRoom * tile;
+  const T* const constantRow = at_.constantRow.in(buffer_);
   for (int32_t k = 0; k < tapsY.count; ++k) {
-    sources[2 * k] = image_.at(int64_t{y} - tapsY.distance[k]);
-    sources[2 * k + 1] = image_.at(int64_t{y} + tapsY.distance[k]);
+    sources[2 * k] = image_.row(int64_t{y} - tapsY.distance[k], constantRow);
+    sources[2 * k + 1] = image_.row(int64_t{y} + tapsY.distance[k], constantRow);
   }
   const bool usesLanes = usesNeon(isa_);
   const int32_t reach = tapsX.radius, around = image_.isInMemory() ? reach : 0;

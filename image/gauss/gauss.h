@@ -1,11 +1,25 @@
 // Gaussian smoothing row by row, for the functions that go on with its rows.
 #pragma once
 
+#include <algorithm>
+
 #include "frame/memory/work_buffer.h"
-#include "image/border/bordered_rows.h"
+#include "frame/slices.h"
+#include "image/border/bordered_image.h"
 #include "image/gauss/gauss_portable.h"
 
 namespace dax {
+
+// Work buffers have room for as many tiles of the forms on a pool.
+inline uint32_t tilesOf(DaxiSize size) {
+  return static_cast<uint32_t>(std::min(size.height, 64));
+}
+
+// Runs body(first, end, tile) over the rows of an image, in at most tilesOf(size) tiles.
+template <class Body>
+DaxStatus runRowTiles(PoolThreads on, DaxiSize size, Body&& body) {
+  return runSlices(on, tilesOf(size), size.height, 1, body);
+}
 
 // A configuration's fields, in their order.
 DaxStatus checkGauss(const DaxiGaussCfg& cfg);
@@ -46,7 +60,7 @@ class GaussRows {
 
   GaussRowsBuffer<T> at_;
   void* buffer_;
-  BorderedRows<T> image_;
+  BorderedImage<T> image_;
   Between constant_{};
   int32_t isa_;
 };

@@ -4,9 +4,11 @@
 #include <cmath>
 
 #include "frame/check.h"
+#include "frame/memory/work_buffer.h"
 #include "frame/numeric/elementary.h"
-#include "image/border/bordered_rows.h"
-#include "image/border/strip_image.h"
+#include "frame/rows.h"
+#include "frame/slices.h"
+#include "image/border/bordered_image.h"
 
 static_assert(sizeof(DaxiGaussRecursiveCfg) == 24);
 
@@ -117,7 +119,7 @@ T smoothPixel(double value) {
 template <class T>
 class RecursiveGauss {
  public:
-  RecursiveGauss(const StripImage<T>& image, const DaxiGaussRecursiveCfg& cfg, void* buffer)
+  RecursiveGauss(const BorderedImage<T>& image, const DaxiGaussRecursiveCfg& cfg, void* buffer)
       : image_(image),
         recursion_(recursionOf(cfg.sigma)),
         warmUp_(warmUp(cfg)),
@@ -165,7 +167,7 @@ class RecursiveGauss {
     return y + warmUp_;
   }
 
-  const StripImage<T>& image_;
+  const BorderedImage<T>& image_;
   Recursion recursion_;
   int32_t warmUp_;
   RecursiveBuffer at_;
@@ -176,12 +178,9 @@ class RecursiveGauss {
 template <class Body>
 DaxStatus runLines(PoolThreads on, int32_t lines, Body body) {
   const auto strips = static_cast<int32_t>((int64_t{lines} + kLanes - 1) / kLanes);
-  const auto run = [&](int32_t first, int32_t end, uint32_t tile) -> DaxStatus {
+  return runSlices(on, kMaxRecursiveTiles, strips, 1, [&](int32_t first, int32_t end, uint32_t tile) {
     for (int32_t strip = first; strip < end; ++strip) body(strip * kLanes, tile);
-    return DAX_STS_OK;
-  };
-  if (!hasPool(on.pool, on.threads)) return run(0, strips, 0);
-  return runTiles(on.pool, std::min(on.threads, kMaxRecursiveTiles), strips, 1, run);
+  });
 }
 
 DaxStatus checkRecursive(const DaxiGaussRecursiveCfg& cfg) {
@@ -205,7 +204,7 @@ DaxStatus gaussRecursive(PoolThreads on, const T* src, int32_t srcStep, T* dst, 
   DAX_REQUIRE(atLeast(size, 1), DAX_STS_BAD_SIZE);
   DAX_REQUIRE(rowFits(size.width, std::min(srcStep, dstStep)), DAX_STS_BAD_STEP);
   DAX_REQUIRE_OK(checkRecursive(*cfg));
-  const StripImage<T> image = {src, srcStep, size, cfg->border, borderPixel<T>(cfg->value)};
+  const BorderedImage<T> image = {src, srcStep, size, cfg->border, borderPixel<T>(cfg->value)};
   const RecursiveGauss<T> gauss(image, *cfg, buffer);
   DAX_REQUIRE_OK(runLines(on, size.width, [&](int32_t x, uint32_t tile) { gauss.smoothColumns(x, tile); }));
   return runLines(on, size.height, [&](int32_t y, uint32_t tile) { gauss.smoothRows(y, tile, dst, dstStep); });

@@ -3,7 +3,8 @@
 #include <algorithm>
 
 #include "frame/check.h"
-#include "image/border/bordered_rows.h"
+#include "frame/rows.h"
+#include "image/border/bordered_image.h"
 #include "image/gauss/gauss.h"
 #include "image/gauss/gauss_taps.h"
 
@@ -85,11 +86,11 @@ class LogRows {
       : at_(size, cfg),
         buffer_(buffer),
         taps_(at_.taps.in(buffer)),
-        image_{src, srcStep, size, cfg.border, at_.constantRow.in(buffer)} {
+        image_{src, srcStep, size, cfg.border, borderPixel<T>(cfg.value)} {
     makeLogTaps(cfg.sigma, cfg.size.width, taps_[0]);
     makeLogTaps(cfg.sigma, cfg.size.height, taps_[1]);
     if (cfg.border != DAXI_BORDER_CONSTANT) return;
-    const T* const row = std::fill_n(at_.constantRow.in(buffer), size.width, borderPixel<T>(cfg.value)) - size.width;
+    const T* const row = std::fill_n(at_.constantRow.in(buffer), size.width, image_.value) - size.width;
     sumColumns(
         taps_[1], [row](int32_t) { return std::pair(row, row); }, 0, 1, &constants_[0], &constants_[1]);
   }
@@ -99,7 +100,10 @@ class LogRows {
     const int32_t reach = taps_[0].radius, around = image_.isInMemory() ? reach : 0;
     float* const smooth = at_.rows.in(buffer_) + 2 * at_.rowLength * tile + at_.radiusX;
     float* const derived = smooth + at_.rowLength;
-    const auto rows = [&](int32_t k) { return std::pair(image_.at(int64_t{y} - k), image_.at(int64_t{y} + k)); };
+    const T* const constantRow = at_.constantRow.in(buffer_);
+    const auto rows = [&](int32_t k) {
+      return std::pair(image_.row(int64_t{y} - k, constantRow), image_.row(int64_t{y} + k, constantRow));
+    };
     forStrips(-around, width + around,
               [&](int64_t x, int32_t count) { sumColumns(taps_[1], rows, x, count, smooth + x, derived + x); });
     extendRow(smooth, width, reach, reach, image_.border, constants_[0]);
@@ -117,7 +121,7 @@ class LogRows {
   LogBuffer<T> at_;
   void* buffer_;
   LogTaps* taps_;
-  BorderedRows<T> image_;
+  BorderedImage<T> image_;
   float constants_[2] = {};
 };
 

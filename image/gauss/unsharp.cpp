@@ -3,6 +3,7 @@
 #include <cmath>
 
 #include "frame/check.h"
+#include "frame/rows.h"
 #include "image/gauss/gauss.h"
 
 static_assert(sizeof(DaxiUnsharpCfg) == 48);

@@ -5,6 +5,7 @@
 #include <limits>
 
 #include "frame/check.h"
+#include "frame/rows.h"
 #include "image/gauss/gauss.h"
 #include "image/gradient/gradient.h"
 #include "image/gradient/gradient_strips.h"
@@ -54,7 +55,7 @@ int32_t threshold(double level, int32_t norm) {
 // Rows of gradients and magnitudes of one tile, which come in ascending order.
 class CannyRows {
  public:
-  CannyRows(const StripImage<uint8_t>& image, const DaxiCannyCfg& cfg, const CannyBuffer& at, void* buffer,
+  CannyRows(const BorderedImage<uint8_t>& image, const DaxiCannyCfg& cfg, const CannyBuffer& at, void* buffer,
             uint32_t tile)
       : image_(image), cfg_(cfg), low_(threshold(cfg.low, cfg.norm)), high_(threshold(cfg.high, cfg.norm)) {
     int32_t* const magnitudes = at.magnitudes.in(buffer) + 3 * at.magnitudeLength * tile;
@@ -128,7 +129,7 @@ class CannyRows {
     }
   }
 
-  const StripImage<uint8_t>& image_;
+  const BorderedImage<uint8_t>& image_;
   const DaxiCannyCfg& cfg_;
   int32_t low_, high_;
   Row rows_[3];
@@ -203,7 +204,7 @@ DaxStatus canny(PoolThreads on, const uint8_t* src, int32_t srcStep, uint8_t* ds
   DAX_REQUIRE(rowFits(size.width, std::min(srcStep, dstStep)), DAX_STS_BAD_STEP);
   DAX_REQUIRE_OK(checkCanny(*cfg));
   const CannyBuffer at(size, *cfg);
-  StripImage<uint8_t> image = {src, srcStep, size, DAXI_BORDER_REPLICATE, 0};
+  BorderedImage<uint8_t> image = {src, srcStep, size, DAXI_BORDER_REPLICATE, 0};
   if (cfg->sigma != 0) {
     DAX_REQUIRE_OK(smoothImage(on, src, srcStep, size, smoothing(*cfg), at, buffer));
     image.src = at.smooth.in(buffer), image.step = size.width;

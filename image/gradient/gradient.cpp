@@ -3,7 +3,7 @@
 #include <cmath>
 
 #include "frame/op2d.h"
-#include "image/border/bordered_rows.h"
+#include "image/border/bordered_image.h"
 #include "image/gradient/gradient_strips.h"
 
 namespace dax {
@@ -72,7 +72,7 @@ DaxStatus checkBorder(int32_t border, double value) {
 }
 
 template <class Op, class T, class D>
-DaxStatus filterStrips(PoolThreads on, const StripImage<T>& image, D* dst, int32_t dstStep) {
+DaxStatus filterStrips(PoolThreads on, const BorderedImage<T>& image, D* dst, int32_t dstStep) {
   return runRows(on, image.size.height, [&](int32_t first, int32_t end) {
     for (int32_t y = first; y < end; ++y) {
       D* const row = rowAt(dst, dstStep, y);
@@ -96,7 +96,7 @@ DaxStatus gradient(PoolThreads on, const T* src, int32_t srcStep, D* dst, int32_
   DAX_REQUIRE(aperture == 3 || aperture == 5, DAX_STS_BAD_PARAM);
   DAX_REQUIRE_OK(checkBorder<T>(border, value));
   DAX_REQUIRE(aperture == 3 || kHas5, DAX_STS_BAD_PARAM);
-  const StripImage<T> image = {src, srcStep, size, border, borderPixel<T>(value)};
+  const BorderedImage<T> image = {src, srcStep, size, border, borderPixel<T>(value)};
   if constexpr (kHas5) {
     if (aperture == 5) return filterStrips<OneGradient<Kernel::k5, kAxis>>(on, image, dst, dstStep);
   }
@@ -111,7 +111,7 @@ DaxStatus laplace(PoolThreads on, const T* src, int32_t srcStep, D* dst, int32_t
   DAX_REQUIRE_OK(checkPlanes(size, 1, from, to));
   DAX_REQUIRE(neighbours == 4 || neighbours == 8, DAX_STS_BAD_PARAM);
   DAX_REQUIRE_OK(checkBorder<T>(border, value));
-  const StripImage<T> image = {src, srcStep, size, border, borderPixel<T>(value)};
+  const BorderedImage<T> image = {src, srcStep, size, border, borderPixel<T>(value)};
   return neighbours == 4 ? filterStrips<LaplaceOf4>(on, image, dst, dstStep)
                          : filterStrips<LaplaceOf8>(on, image, dst, dstStep);
 }

@@ -4,7 +4,7 @@
 #include <numbers>
 
 #include "frame/op2d.h"
-#include "image/border/bordered_rows.h"
+#include "image/border/bordered_image.h"
 #include "image/gradient/gradient.h"
 #include "image/gradient/gradient_strips.h"
 
@@ -42,7 +42,7 @@ void magDirRow(const Sum* const (&planes)[2], float* __restrict mag, float* __re
 }
 
 template <auto kTaps, class T>
-DaxStatus magDirRows(PoolThreads on, const StripImage<T>& image, Plane<float> mag, Plane<float> dir) {
+DaxStatus magDirRows(PoolThreads on, const BorderedImage<T>& image, Plane<float> mag, Plane<float> dir) {
   using Sum = std::conditional_t<std::is_same_v<T, uint8_t> && kTaps.scale != 1, int32_t, GradientSum<T>>;
   return runRows(on, image.size.height, [&](int32_t first, int32_t end) {
     for (int32_t y = first; y < end; ++y) {
@@ -55,7 +55,8 @@ DaxStatus magDirRows(PoolThreads on, const StripImage<T>& image, Plane<float> ma
 }
 
 template <class Kernel, class T>
-DaxStatus magDirOf(PoolThreads on, const StripImage<T>& image, Plane<float> mag, Plane<float> dir, int32_t aperture) {
+DaxStatus magDirOf(PoolThreads on, const BorderedImage<T>& image, Plane<float> mag, Plane<float> dir,
+                   int32_t aperture) {
   return aperture == 3 ? magDirRows<Kernel::k3>(on, image, mag, dir) : magDirRows<Kernel::k5>(on, image, mag, dir);
 }
 
@@ -70,7 +71,7 @@ DaxStatus gradientMagDir(PoolThreads on, const T* src, int32_t srcStep, float* m
   DAX_REQUIRE(aperture == 3 || aperture == 5, DAX_STS_BAD_PARAM);
   DAX_REQUIRE(border >= DAXI_BORDER_REPLICATE && border <= DAXI_BORDER_IN_MEMORY, DAX_STS_BAD_PARAM);
   DAX_REQUIRE(std::isfinite(value), DAX_STS_BAD_PARAM);
-  const StripImage<T> image = {src, srcStep, size, border, borderPixel<T>(value)};
+  const BorderedImage<T> image = {src, srcStep, size, border, borderPixel<T>(value)};
   switch (kernel) {
     case DAXI_GRADIENT_SOBEL:
       return magDirOf<SobelKernel>(on, image, mag, dir, aperture);

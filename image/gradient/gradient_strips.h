@@ -5,7 +5,7 @@
 #include <algorithm>
 #include <cstdint>
 
-#include "image/border/strip_image.h"
+#include "image/border/bordered_image.h"
 
 namespace dax {
 
@@ -16,7 +16,7 @@ class GradientStrips {
  public:
   static constexpr int32_t kRadius = Op::kRadius, kPlanes = Op::kPlanes, kStrip = 512;
 
-  GradientStrips(const StripImage<T>& image, int32_t y) : image_(image) {
+  GradientStrips(const BorderedImage<T>& image, int32_t y) : image_(image) {
     for (int32_t k = 0; k < kRows; ++k) rows_[k] = image.row(int64_t{y} + k - kRadius);
     if (image.border == DAXI_BORDER_CONSTANT) std::fill_n(constants_, kRoom, image.value);
   }
@@ -69,7 +69,7 @@ class GradientStrips {
         [&](int32_t dy) { return isConstant ? image_.value : rows_[kRadius + dy][column]; });
   }
 
-  const StripImage<T>& image_;
+  const BorderedImage<T>& image_;
   const T* rows_[kRows];
   T constants_[kRoom];
   Sum between_[kPlanes][kRoom];

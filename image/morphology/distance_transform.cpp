@@ -6,6 +6,7 @@
 #include "frame/check.h"
 #include "frame/memory/work_buffer.h"
 #include "frame/rows.h"
+#include "frame/slices.h"
 
 namespace dax {
 namespace {
@@ -148,20 +149,6 @@ void transformRow(const Rows* rows, To* dst, int32_t width, EnvelopePart* parts)
 template <class To>
 using TransformRow = void (*)(const Rows*, To*, int32_t, EnvelopePart*);
 
-// Runs body(first, end, tile), the tile below kMaxTiles.
-template <class Body>
-DaxStatus runDistanceTiles(PoolThreads on, int32_t total, int32_t minTile, Body body) {
-  if (!hasPool(on.pool, on.threads)) {
-    body(0, total, 0);
-    return DAX_STS_OK;
-  }
-  const uint32_t threads = std::min(on.threads, kMaxTiles);
-  return runTiles(on.pool, threads, total, minTile, [&](int32_t first, int32_t end, uint32_t tile) -> DaxStatus {
-    body(first, end, tile);
-    return DAX_STS_OK;
-  });
-}
-
 bool isMetric(int32_t metric) {
   return metric >= DAXI_DISTANCE_L2 && metric <= DAXI_DISTANCE_LINF;
 }
@@ -187,10 +174,10 @@ DaxStatus distanceTransform(PoolThreads on, const uint8_t* src, int32_t srcStep,
   const DistanceBuffer at(size);
   Rows* const rows = at.rows.in(buffer);
   constexpr int32_t kMinColumns = 64;
-  DAX_REQUIRE_OK(runDistanceTiles(on, size.width, kMinColumns, [&](int32_t first, int32_t end, uint32_t) {
+  DAX_REQUIRE_OK(runSlices(on, kMaxTiles, size.width, kMinColumns, [&](int32_t first, int32_t end, uint32_t) {
     rowsToClear(src, srcStep, rows, size, first, end);
   }));
-  return runDistanceTiles(on, size.height, 1, [&](int32_t first, int32_t end, uint32_t tile) {
+  return runSlices(on, kMaxTiles, size.height, 1, [&](int32_t first, int32_t end, uint32_t tile) {
     EnvelopePart* const parts = at.parts.in(buffer) + tile * at.partsOfTile;
     for (int32_t y = first; y < end; ++y) {
       transform(rowAt(rows, size.width, y), rowAt(dst, dstStep, y), size.width, parts);

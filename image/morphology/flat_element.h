@@ -9,7 +9,8 @@
 #include <cstdint>
 
 #include "frame/memory/work_buffer.h"
-#include "image/morphology/bordered_image.h"
+#include "frame/rows.h"
+#include "image/morphology/reach.h"
 
 namespace dax {
 
@@ -119,15 +120,11 @@ class FlatExtreme {
       std::fill_n(row, length_, missing_);
       return;
     }
-    const int64_t left = element_.reach().left, right = element_.reach().right, width = image_.size.width;
+    const int32_t left = element_.reach().left, right = element_.reach().right;
+    const int64_t width = image_.size.width;
     const int64_t first = image_.isInMemory() ? -left : 0, end = image_.isInMemory() ? width + right : width;
     for (int64_t x = first; x < end; ++x) row[left + x] = PixelKey::of(pixels[x]);
-    if (image_.isInMemory()) return;
-    const auto beyond = [&](int64_t x) {
-      return hasBorderIndex(image_.border) ? row[left + borderIndex(x, width, image_.border)] : missing_;
-    };
-    for (int64_t x = 1; x <= left; ++x) row[left - x] = beyond(-x);
-    for (int64_t x = width; x < width + right; ++x) row[left + x] = beyond(x);
+    extendRow(row + left, width, left, right, image_.border, missing_);
   }
 
   const Key* partRow(const ChordPart& part, int32_t x, int32_t y) const {

@@ -5,6 +5,7 @@
 
 #include "frame/check.h"
 #include "frame/numeric/total_order.h"
+#include "frame/slices.h"
 #include "image/morphology/flat_element.h"
 
 static_assert(sizeof(DaxiFlatLineCfg) == 24 && sizeof(DaxiFlatMaskCfg) == 24);
@@ -99,14 +100,12 @@ struct FlatCall {
     const FlatElement element = build(isTurned, at.parts.in(buffer));
     const BorderedImage<T> image = {src, srcStep, size, border, borderPixel<T>(value)};
     Key* const rows = reinterpret_cast<Key*>(at.rows.in(buffer));
-    const auto runTile = [&](int32_t first, int32_t end, uint32_t tile) -> DaxStatus {
+    const auto runTile = [&](int32_t first, int32_t end, uint32_t tile) {
       const FlatExtreme<Order, PixelKey, T> extreme(image, element,
                                                     rows + tile * at.rowsOfTile.count * at.rowsOfTile.length);
       extreme.run(first, end, dst, dstStep, isJoined);
-      return DAX_STS_OK;
     };
-    if (!hasPool(on.pool, on.threads)) return runTile(0, size.height, 0);
-    return runTiles(on.pool, std::min(on.threads, kMaxFlatTiles), size.height, element.reach().rows(), runTile);
+    return runSlices(on, kMaxFlatTiles, size.height, element.reach().rows(), runTile);
   }
 };
 

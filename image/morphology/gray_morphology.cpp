@@ -40,7 +40,7 @@ template <class T>
 DaxStatus grayExtreme(PoolThreads on, bool smaller, const GrayImage<T>& image, const DaxiGrayMorphologyCfg& cfg, T* dst,
                       int32_t dstStep, void* buffer) {
   const BorderedImage<T> bordered = borderedImage(image, cfg);
-  const Reach reach = bordered.limited(reachOf(cfg));
+  const Reach reach = limitedReach(reachOf(cfg), bordered);
   return smaller ? slide<Smaller>(on, bordered, reach, dst, dstStep, buffer)
                  : slide<Larger>(on, bordered, reach.turned(), dst, dstStep, buffer);
 }
@@ -62,7 +62,7 @@ struct GrayBuffer {
   GrayBuffer(DaxiSize size, const DaxiGrayMorphologyCfg& cfg, bool isCompound) {
     const DaxiSize larger = isCompound ? sizeBetween(size, cfg) : size;
     const GrayImage<T> image = {nullptr, 0, larger};
-    layout = SlidingBuffer<T>(larger, borderedImage(image, cfg).limited(reachOf(cfg))).layout;
+    layout = SlidingBuffer<T>(larger, limitedReach(reachOf(cfg), borderedImage(image, cfg))).layout;
     if (isCompound) between = layout.add<T>(pixelsOf(larger));
   }
   BufferLayout layout;
@@ -222,17 +222,19 @@ DaxStatus grayExtreme3x3(const T* src, int32_t srcStep, T* dst, int32_t dstStep,
 #define DAX_GRAY_OPERATION(OPERATION, T)                                                                               \
   template DaxStatus grayOperation<GrayOperation::OPERATION, T>(PoolThreads, const T*, int32_t, T*, int32_t, DaxiSize, \
                                                                 const DaxiGrayMorphologyCfg*, void*);
-#define DAX_GRAY(T)                                                                               \
-  template DaxStatus grayBufferSize<T, false>(DaxiSize, const DaxiGrayMorphologyCfg*, uint64_t*); \
-  template DaxStatus grayBufferSize<T, true>(DaxiSize, const DaxiGrayMorphologyCfg*, uint64_t*);  \
-  DAX_GRAY_OPERATION(erode, T)                                                                    \
-  DAX_GRAY_OPERATION(dilate, T)                                                                   \
-  DAX_GRAY_OPERATION(open, T)                                                                     \
-  DAX_GRAY_OPERATION(close, T)                                                                    \
-  DAX_GRAY_OPERATION(gradient, T)                                                                 \
-  DAX_GRAY_OPERATION(topHat, T)                                                                   \
-  DAX_GRAY_OPERATION(blackHat, T)                                                                 \
-  template DaxStatus grayExtreme3x3<Smaller, T>(const T*, int32_t, T*, int32_t, DaxiSize);        \
+#define DAX_GRAY(T)                                                                                                    \
+  template DaxStatus grayExtreme<T>(PoolThreads, bool, const GrayImage<T>&, const DaxiGrayMorphologyCfg&, T*, int32_t, \
+                                    void*);                                                                            \
+  template DaxStatus grayBufferSize<T, false>(DaxiSize, const DaxiGrayMorphologyCfg*, uint64_t*);                      \
+  template DaxStatus grayBufferSize<T, true>(DaxiSize, const DaxiGrayMorphologyCfg*, uint64_t*);                       \
+  DAX_GRAY_OPERATION(erode, T)                                                                                         \
+  DAX_GRAY_OPERATION(dilate, T)                                                                                        \
+  DAX_GRAY_OPERATION(open, T)                                                                                          \
+  DAX_GRAY_OPERATION(close, T)                                                                                         \
+  DAX_GRAY_OPERATION(gradient, T)                                                                                      \
+  DAX_GRAY_OPERATION(topHat, T)                                                                                        \
+  DAX_GRAY_OPERATION(blackHat, T)                                                                                      \
+  template DaxStatus grayExtreme3x3<Smaller, T>(const T*, int32_t, T*, int32_t, DaxiSize);                             \
   template DaxStatus grayExtreme3x3<Larger, T>(const T*, int32_t, T*, int32_t, DaxiSize);
 DAX_GRAY(uint8_t)
 DAX_GRAY(uint16_t)

@@ -11,7 +11,7 @@
 #include "frame/memory/work_buffer.h"
 #include "frame/numeric/total_order.h"
 #include "frame/rows.h"
-#include "image/morphology/bordered_image.h"
+#include "image/morphology/reach.h"
 #include "image/morphology/sliding_extreme_neon.h"
 
 namespace dax {
@@ -49,11 +49,10 @@ class SlidingExtreme {
 
   void runBand(int32_t band, T* dst, int32_t dstStep) const {
     const int32_t first = band * bandRows_, count = std::min(bandRows_, image_.size.height - first);
-    const int32_t begin = image_.isInMemory() ? -reach_.left : 0;
-    const int32_t end = image_.size.width + (image_.isInMemory() ? reach_.right : 0);
-    for (int32_t x = begin, columns; x < end; x += columns) {
-      columns = std::min(kStrip, end - x);
-      alongColumns(first, count, x, columns);
+    const int64_t begin = image_.isInMemory() ? -reach_.left : 0;
+    const int64_t end = int64_t{image_.size.width} + (image_.isInMemory() ? reach_.right : 0);
+    for (int64_t x = begin; x < end; x += kStrip) {
+      alongColumns(first, count, x, static_cast<int32_t>(std::min<int64_t>(kStrip, end - x)));
     }
     for (int32_t y = first; y < first + count; ++y) alongRow(extendedRow(y), rowAt(dst, dstStep, y));
   }
@@ -66,15 +65,15 @@ class SlidingExtreme {
 
   // Calls use(key), where key(i) is pixel x + i of source row y.
   template <class Use>
-  void withRow(int64_t y, int32_t x, Use use) const {
+  void withRow(int64_t y, int64_t x, Use use) const {
     if (const T* const row = image_.row(y)) {
-      use([row, x](int32_t i) { return OrderKey<T>::of(row[x + i]); });
+      use([pixels = row + x](int32_t i) { return OrderKey<T>::of(pixels[i]); });
     } else {
       use([missing = missing_](int32_t) { return missing; });
     }
   }
 
-  void joinRow(int64_t y, int32_t x, int32_t columns, const Key* with, Key* __restrict to) const {
+  void joinRow(int64_t y, int64_t x, int32_t columns, const Key* with, Key* __restrict to) const {
     withRow(y, x, [=](auto key) {
 #pragma GCC unroll 4
       for (int32_t i = 0; i < columns; ++i) to[i] = Order::of(key(i), with[i]);
@@ -83,7 +82,7 @@ class SlidingExtreme {
 
   // What window i of the band shares with the first one are the rows from i on, of which the extremes are suffixes; the
   // rows below the first window are joined as they come.
-  void alongColumns(int32_t first, int32_t count, int32_t x, int32_t columns) const {
+  void alongColumns(int32_t first, int32_t count, int64_t x, int32_t columns) const {
     const int64_t top = int64_t{first} - reach_.up;
     const int32_t rows = reach_.rows();
     const auto place = [&](int32_t i) { return extendedRow(first + i) + reach_.left + x; };
@@ -105,7 +104,7 @@ class SlidingExtreme {
     for (int32_t i = 1; i < count; ++i) addBelow(top + rows - 1 + i, x, columns, held, place(i));
   }
 
-  void addBelow(int64_t y, int32_t x, int32_t columns, Key* __restrict held, Key* __restrict to) const {
+  void addBelow(int64_t y, int64_t x, int32_t columns, Key* __restrict held, Key* __restrict to) const {
     withRow(y, x, [=](auto key) {
 #pragma GCC unroll 4
       for (int32_t i = 0; i < columns; ++i) {
@@ -116,17 +115,8 @@ class SlidingExtreme {
     });
   }
 
-  void extendRow(Key* row) const {
-    const int64_t width = image_.size.width;
-    const auto outside = [&](int64_t x) {
-      return hasBorderIndex(image_.border) ? row[reach_.left + borderIndex(x, width, image_.border)] : missing_;
-    };
-    for (int32_t x = 1; x <= reach_.left; ++x) row[reach_.left - x] = outside(-x);
-    for (int32_t x = 0; x < reach_.right; ++x) row[reach_.left + width + x] = outside(width + x);
-  }
-
   void alongRow(Key* row, T* __restrict dst) const {
-    if (!image_.isInMemory()) extendRow(row);
+    extendRow(row + reach_.left, image_.size.width, reach_.left, reach_.right, image_.border, missing_);
     const auto length = static_cast<int64_t>(at_.length);
     std::fill(row + length, row + at_.pitch, Order::template kNeutral<Key>);
     usesNeon_ ? neon::slideRow<Order>(row, length, reach_.columns(), dst, image_.size.width)

@@ -8,7 +8,7 @@
 #include "frame/dispatch.h"
 #include "frame/lanes.h"
 #include "frame/numeric/total_order.h"
-#include "image/morphology/bordered_image.h"
+#include "image/morphology/reach.h"
 #include "image/morphology/sliding_extreme_portable.h"
 
 #if DAX_HAVE_NEON

@@ -26,7 +26,7 @@ class HybridRows {
 
   HybridRows(const RankFilter<T>& filter, int32_t x, int32_t y, int32_t count) {
     for (int32_t k = 0; k < 5; ++k) {
-      filter.readRow(y + k - kHybridReach, x - kHybridReach, count + 2 * kHybridReach, lines_[k]);
+      filter.readRow(int64_t{y} + k - kHybridReach, int64_t{x} - kHybridReach, count + 2 * kHybridReach, lines_[k]);
     }
   }
 
@@ -56,12 +56,12 @@ class HybridRows {
 // The median of those pixels of a cross that lie inside the image; (dx, dy) is a step along one arm, the others are turned
 // from it.
 template <class T>
-typename OrderKey<T>::Key clippedArms(const RankFilter<T>& filter, int32_t x, int32_t y, int32_t dx, int32_t dy) {
+typename OrderKey<T>::Key clippedArms(const RankFilter<T>& filter, int64_t x, int64_t y, int32_t dx, int32_t dy) {
   typename OrderKey<T>::Key keys[4 * kHybridReach + 1];
   int32_t count = 0;
-  const auto add = [&](int32_t column, int32_t row) {
+  const auto add = [&](int64_t column, int64_t row) {
     if (column < 0 || column >= filter.size.width || row < 0 || row >= filter.size.height) return;
-    keys[count++] = OrderKey<T>::of(rowAt(filter.src, filter.srcStep, row)[column]);
+    keys[count++] = OrderKey<T>::of(filter.src[row * filter.srcStep + column]);
   };
   add(x, y);
   for (int32_t k = 1; k <= kHybridReach; ++k) {

@@ -23,7 +23,7 @@ class WeighedRows {
   static constexpr int32_t kPiece = 256;
 
   WeighedRows(const RankFilter<T>& filter, int32_t x, int32_t y, int32_t count) {
-    for (int32_t k = 0; k < 3; ++k) filter.readRow(y - 1 + k, x - 1, count + 2, lines_[k]);
+    for (int32_t k = 0; k < 3; ++k) filter.readRow(int64_t{y} - 1 + k, int64_t{x} - 1, count + 2, lines_[k]);
   }
 
   // Pixels first..end - 1 of the piece: of each the smallest value that it and smaller ones make up half of the weight.

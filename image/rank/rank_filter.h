@@ -7,7 +7,7 @@
 #include "dax/types.h"
 #include "frame/numeric/total_order.h"
 #include "frame/rows.h"
-#include "image/border/border_index.h"
+#include "image/border/bordered_image.h"
 
 namespace dax {
 
@@ -54,24 +54,23 @@ struct RankFilter {
   }
 
   // Keys of pixels x..x + count - 1 of row y, inside the image or not.
-  void readRow(int32_t y, int32_t x, int32_t count, Key* __restrict keys) const {
-    const bool isInMemory = border == DAXI_BORDER_IN_MEMORY, hasIndex = hasBorderIndex(border);
-    const bool isOutside = !isInMemory && (y < 0 || y >= size.height);
-    if (isOutside && !hasIndex) {
+  void readRow(int64_t y, int64_t x, int32_t count, Key* __restrict keys) const {
+    const BorderedImage<T> image = {src, srcStep, size, border, value};
+    const T* const row = image.row(y);
+    if (!row) {
       std::fill_n(keys, count, OrderKey<T>::of(value));
       return;
     }
-    const int32_t from = isOutside ? static_cast<int32_t>(borderIndex(y, size.height, border)) : y;
-    const T* const row = rowAt(src, srcStep, from);
-    const int32_t first = isInMemory ? x : std::clamp(0, x, x + count);
-    const int32_t end = isInMemory ? x + count : std::clamp(size.width, first, x + count);
+    const bool isInMemory = image.isInMemory(), hasIndex = hasBorderIndex(border);
+    const int64_t first = isInMemory ? x : std::clamp<int64_t>(0, x, x + count);
+    const int64_t end = isInMemory ? x + count : std::clamp<int64_t>(size.width, first, x + count);
     std::transform(row + first, row + end, keys + (first - x), OrderKey<T>::of);
     // By value: compilers take what is captured by reference for memory that bytes may overwrite.
-    const auto outside = [=, width = size.width, kind = border, missing = value](int32_t i) {
+    const auto outside = [=, width = size.width, kind = border, missing = value](int64_t i) {
       return OrderKey<T>::of(hasIndex ? row[borderIndex(i, width, kind)] : missing);
     };
-    for (int32_t i = x; i < first; ++i) keys[i - x] = outside(i);
-    for (int32_t i = end; i < x + count; ++i) keys[i - x] = outside(i);
+    for (int64_t i = x; i < first; ++i) keys[i - x] = outside(i);
+    for (int64_t i = end; i < x + count; ++i) keys[i - x] = outside(i);
   }
 
  private:

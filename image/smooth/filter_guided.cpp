@@ -5,6 +5,7 @@
 #include <limits>
 
 #include "frame/check.h"
+#include "frame/rows.h"
 #include "image/smooth/guided_sums.h"
 #include "image/window/local_sums.h"
 

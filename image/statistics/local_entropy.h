@@ -8,6 +8,7 @@
 #include "frame/memory/work_buffer.h"
 #include "frame/numeric/elementary.h"
 #include "frame/numeric/round.h"
+#include "frame/rows.h"
 #include "image/window/windowed_rows.h"
 
 namespace dax {

@@ -5,6 +5,7 @@
 #include <limits>
 
 #include "frame/check.h"
+#include "frame/slices.h"
 #include "image/morphology/window_extremes.h"
 #include "image/statistics/local_entropy.h"
 #include "image/window/local_sums.h"
@@ -158,14 +159,12 @@ struct ByCounts {
     const WindowedRegion region = call.region();
     const Buffer at(region, 1);
     fillEntropyTerms(at.terms.in(call.buffer), at.pixels);
-    const auto tile = [&](int32_t first, int32_t end, uint32_t slice) -> DaxStatus {
+    const auto tile = [&](int32_t first, int32_t end, uint32_t slice) {
       LocalEntropy entropy(call.src, call.srcStep, region, call.cfg->value, at.terms.in(call.buffer),
                            at.slices.in(call.buffer) + slice * at.bytes);
       entropy.computeRows(first, end, call.dst, call.dstStep);
-      return DAX_STS_OK;
     };
-    if (!hasPool(call.on.pool, call.on.threads)) return tile(0, call.size.height, 0);
-    return runTiles(call.on.pool, call.on.threads, call.size.height, 1, tile);
+    return runSlices(call.on, call.on.threads, call.size.height, 1, tile);
   }
 };
 

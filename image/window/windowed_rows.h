@@ -4,9 +4,7 @@
 #include <algorithm>
 #include <cstdint>
 
-#include "frame/rows.h"
-#include "image/border/border_index.h"
-#include "image/border/border_pixel.h"
+#include "image/border/bordered_image.h"
 #include "image/window/window_reach.h"
 
 namespace dax {
@@ -64,13 +62,9 @@ struct WindowedRows {
 
   // Null where nothing counts.
   const T* operator()(int64_t line) const {
-    const int32_t height = region.size.height;
-    if (region.isInMemory()) return rowAt(src, step, static_cast<int32_t>(line)) - region.x.before;
-    if (line >= 0 && line < height) return rowAt(src, step, static_cast<int32_t>(line));
-    if (hasBorderIndex(region.border)) {
-      return rowAt(src, step, static_cast<int32_t>(borderIndex(line, height, region.border)));
-    }
-    return region.isClipped() ? nullptr : constant;
+    const BorderedImage<T> image = {src, step, region.size, region.border, {}};
+    const T* const row = image.row(line, region.isClipped() ? nullptr : constant);
+    return region.isInMemory() ? row - region.x.before : row;
   }
 };
 
