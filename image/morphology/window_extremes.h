@@ -1,37 +1,23 @@
-// Least and greatest pixel of the window around each pixel, both over the same window.
+// Images of the least and of the greatest pixel of the window around each pixel: the erosion and the dilation by it.
 #pragma once
 
 #include <cstdint>
 
-#include "daxi/gray_morphology.h"
 #include "frame/check.h"
 #include "frame/memory/work_buffer.h"
 #include "frame/rows.h"
 #include "frame/tiles.h"
+#include "image/morphology/gray_morphology.h"
 #include "image/window/window_reach.h"
 
 namespace dax {
-
-template <class T>
-struct GrayRect;
-#define DAX_GRAY_RECT(SUFFIX, T)                                          \
-  template <>                                                             \
-  struct GrayRect<T> {                                                    \
-    static constexpr auto kBytes = DAXI_GrayErodeRectBufferSize_##SUFFIX; \
-    static constexpr auto kMin = DAXI_GrayErodeRect_##SUFFIX##_C1R_MT;    \
-    static constexpr auto kMax = DAXI_GrayDilateRect_##SUFFIX##_C1R_MT;   \
-  };
-DAX_GRAY_RECT(8u, uint8_t)
-DAX_GRAY_RECT(16u, uint16_t)
-DAX_GRAY_RECT(32f, float)
-#undef DAX_GRAY_RECT
 
 struct WindowAndBorder {
   DaxiSize window;
   int32_t border;
   double value;
 
-  // A dilation turns its window.
+  // A dilation turns its window; both are to have the same.
   DaxiGrayMorphologyCfg gray(bool isMin) const {
     const WindowReach x(window.width), y(window.height);
     return {window, isMin ? x.before : x.after, isMin ? y.before : y.after, 1, border, value};
@@ -43,7 +29,7 @@ struct WindowExtremesBuffer {
   WindowExtremesBuffer(DaxiSize size, const WindowAndBorder& at) {
     const DaxiGrayMorphologyCfg cfg = at.gray(true);
     uint64_t bytes = 0;
-    status = GrayRect<T>::kBytes(size, &cfg, &bytes);
+    status = grayBufferSize<T, false>(size, &cfg, &bytes);
     least = layout.add<T>(pixelsOf(size));
     greatest = layout.add<T>(pixelsOf(size));
     work = layout.add<uint8_t>(bytes);
@@ -63,9 +49,9 @@ DaxStatus runWindowExtremes(PoolThreads on, const T* src, int32_t srcStep, DaxiS
   const WindowExtremesBuffer<T> pieces(size, at);
   T *const least = pieces.least.in(buffer), *const greatest = pieces.greatest.in(buffer);
   void* const work = pieces.work.in(buffer);
-  const DaxiGrayMorphologyCfg min = at.gray(true), max = at.gray(false);
-  DAX_REQUIRE_OK(GrayRect<T>::kMin(on.pool, on.threads, src, srcStep, least, size.width, size, &min, work));
-  DAX_REQUIRE_OK(GrayRect<T>::kMax(on.pool, on.threads, src, srcStep, greatest, size.width, size, &max, work));
+  const GrayImage<T> image = {src, srcStep, size};
+  DAX_REQUIRE_OK(grayExtreme(on, true, image, at.gray(true), least, size.width, work));
+  DAX_REQUIRE_OK(grayExtreme(on, false, image, at.gray(false), greatest, size.width, work));
   return runRows(on, size.height, [&](int32_t first, int32_t end) {
     for (int32_t y = first; y < end; ++y) use(y, rowAt(least, size.width, y), rowAt(greatest, size.width, y));
   });
