@@ -15,7 +15,7 @@
  *   width < 1 or height < 1                    0x1000001a
  *   width above the smallest step              0x1000001b
  *   a, b or c of cfg not finite                0x10000019
- * A failed call writes nothing. */
+ * When a check fails, nothing is written. */
 #ifndef DAXI_ADD_WEIGHTED_H
 #define DAXI_ADD_WEIGHTED_H
 

@@ -21,7 +21,7 @@
  *   width < 2 or height < 2                                   0x1000001a
  *   a step below a row, three times the width for colour      0x1000001b
  *   phase outside 0..3                                         0x10000019
- * A failed call writes nothing. */
+ * When a check fails, nothing is written. */
 #ifndef DAXI_BAYER_H
 #define DAXI_BAYER_H
 

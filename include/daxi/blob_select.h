@@ -196,7 +196,7 @@ DAX_API DaxStatus DAXI_BlobSelectBufferSize_8u(DaxiSize size, uint64_t* bytes);
  *   a side above 65536                                                          0x1000001a
  *   maxCount, flags, ranges of the set flags, outside limit, weights, sort order, sort key, mask step   0x10000019
  *   domainCount < 1 or above the number of domains                              0x10000019
- * A failed call writes nothing. Records beyond result->count may be used as scratch. Thread-safe for distinct
+ * When a check fails, nothing is written. Records beyond result->count may be used as scratch. Thread-safe for distinct
  * results and buffers. */
 DAX_API DaxStatus DAXI_BlobSelect_8u_C1R(const uint8_t* gray, int32_t grayStep, const uint8_t* image2, int32_t step2,
                                          DaxiSize size, const DaxiDomainList* domains, int32_t domainCount,

@@ -19,7 +19,7 @@
  *   width or height below 1 or above 65535               0x1000001a
  *   width above the smaller step                         0x1000001b
  *   configuration, in the order of its fields            0x10000019
- * A failed call writes nothing; the _MT form returns the status of the host's parallel-for, unchanged. */
+ * When a check fails, nothing is written; the _MT form returns the status of the host's parallel-for, unchanged. */
 #ifndef DAXI_CANNY_H
 #define DAXI_CANNY_H
 

@@ -19,7 +19,7 @@
  *   pixels                                                       0x1000001a
  *   width above the smallest step                                0x1000001b
  *   configuration, in the order of its fields                    0x10000019
- * A failed call writes nothing. */
+ * When a check fails, nothing is written. */
 #ifndef DAXI_CLIP_EQUALIZE_H
 #define DAXI_CLIP_EQUALIZE_H
 

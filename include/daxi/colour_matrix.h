@@ -9,7 +9,7 @@
  *   width < 1 or height < 1                                   0x1000001a
  *   a step below three times the width                        0x1000001b
  *   a coefficient that is not finite                          0x10000019
- * A failed call writes nothing. */
+ * When a check fails, nothing is written. */
 #ifndef DAXI_COLOUR_MATRIX_H
 #define DAXI_COLOUR_MATRIX_H
 

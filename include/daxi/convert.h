@@ -13,7 +13,7 @@
  *   width < 1 or height < 1                             0x1000001a
  *   width, three times for C3, above the smallest step  0x1000001b
  *   scale, then offset, not finite                      0x10000019
- * A failed call writes nothing. */
+ * When a check fails, nothing is written. */
 #ifndef DAXI_CONVERT_H
 #define DAXI_CONVERT_H
 

@@ -20,7 +20,7 @@
  *   width or height below 1 or above 32768                0x1000001a
  *   width above the smaller step                          0x1000001b
  *   metric outside 0..2                                   0x10000019
- * A failed call writes nothing; _MT forms return the status of the host's parallel-for, unchanged. */
+ * When a check fails, nothing is written; _MT forms return the status of the host's parallel-for, unchanged. */
 #ifndef DAXI_DISTANCE_TRANSFORM_H
 #define DAXI_DISTANCE_TRANSFORM_H
 

@@ -20,7 +20,7 @@
  *   scaleFactor outside -31..31                         0x10000019
  *   integers: a zero among the constants                0x10000019
  *   integers: a zero in src2, in place in src           0x10000032
- * A failed call writes nothing. */
+ * When a check fails, nothing is written. */
 #ifndef DAXI_DIVIDE_H
 #define DAXI_DIVIDE_H
 

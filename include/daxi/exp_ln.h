@@ -13,7 +13,7 @@
  *   an image null                       0x10000014
  *   width < 1 or height < 1             0x1000001a
  *   width above the smallest step       0x1000001b
- * A failed call writes nothing. */
+ * When a check fails, nothing is written. */
 #ifndef DAXI_EXP_LN_H
 #define DAXI_EXP_LN_H
 

@@ -4,7 +4,7 @@
  * even windows reach one pixel further left and up. The cost does not depend on the mask.
  *
  * Steps count elements. src and dst must not overlap. `buffer` holds at least the queried bytes and lies at a multiple
- * of the size of a float (64f and MeanInt: of a double). Thread-safe. A failed call writes nothing. */
+ * of the size of a float (64f and MeanInt: of a double). Thread-safe. When a check fails, nothing is written. */
 #ifndef DAXI_FILTER_MEAN_H
 #define DAXI_FILTER_MEAN_H
 

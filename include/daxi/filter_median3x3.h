@@ -12,7 +12,7 @@
  *   src null or dst null                       0x10000014
  *   width < 3 or height < 3                    0x1000001a
  *   width above the smaller of the two steps   0x1000001b
- * A failed call writes nothing. */
+ * When a check fails, nothing is written. */
 #ifndef DAXI_FILTER_MEDIAN3X3_H
 #define DAXI_FILTER_MEDIAN3X3_H
 

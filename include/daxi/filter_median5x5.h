@@ -13,7 +13,7 @@
  *   src null or dst null                       0x10000014
  *   width < 5 or height < 5                    0x1000001a
  *   width above the smaller of the two steps   0x1000001b
- * A failed call writes nothing; _MT forms return the status of the host's parallel-for, unchanged. */
+ * When a check fails, nothing is written; _MT forms return the status of the host's parallel-for, unchanged. */
 #ifndef DAXI_FILTER_MEDIAN5X5_H
 #define DAXI_FILTER_MEDIAN5X5_H
 

@@ -22,7 +22,7 @@
  *   width < 1 or height < 1                                   0x1000001a
  *   width above the smaller of the two steps                  0x1000001b
  *   border outside 0..6: DAXI_BORDER_REPLICATE to ..._CLIP    0x10000019
- * A failed call writes nothing; _MT forms return the status of the host's parallel-for, unchanged. */
+ * When a check fails, nothing is written; _MT forms return the status of the host's parallel-for, unchanged. */
 #ifndef DAXI_FILTER_MEDIAN_HYBRID5X5_H
 #define DAXI_FILTER_MEDIAN_HYBRID5X5_H
 

@@ -21,7 +21,7 @@
  *   width above the smaller of the two steps                  0x1000001b
  *   all weights 0                                             0x10000019
  *   border outside 0..6: DAXI_BORDER_REPLICATE to ..._CLIP    0x10000019
- * A failed call writes nothing; _MT forms return the status of the host's parallel-for, unchanged. */
+ * When a check fails, nothing is written; _MT forms return the status of the host's parallel-for, unchanged. */
 #ifndef DAXI_FILTER_MEDIAN_WEIGHTED3X3_H
 #define DAXI_FILTER_MEDIAN_WEIGHTED3X3_H
 

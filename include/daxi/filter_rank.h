@@ -13,8 +13,8 @@
  *
  * The cost of a pixel: of 8u it does not depend on the window (Perreault and Hebert, Median filtering in constant time, 2007);
  * of the other types it grows with H (Huang, Yang and Tang, A fast two-dimensional median filtering algorithm, 1979), of 32f
- * also slowly with the window's share in its tile of 128 x 128 pixels, which are sorted. Medians of 3 x 3, 5 x 5 and 7 x 7
- * pixels are found by comparisons alone (Adams, Fast median filters using separable sorting networks, 2021).
+ * also slowly with the window's share in its tile of 128 x 128 pixels, which are sorted. Medians of 3 x 3, 5 x 5, 7 x 7 and
+ * 9 x 9 pixels are found by comparisons alone (Adams, Fast median filters using separable sorting networks, 2021).
  *
  * Steps count elements. src and dst must not overlap. `value` is that of a constant border. Forms ending in _MT run on the
  * host's pool, in at most `threads` tiles; any number works with any pool, results do not depend on it, and pool may be null.
@@ -27,7 +27,7 @@
  *   W, H < 1 or above 255; w + W or h + H above 2^31 - 1            0x10000019
  *   rank: not 0 <= rank < W * H                                     0x10000019
  *   border outside 0..6: DAXI_BORDER_REPLICATE to ..._CLIP          0x10000019
- * A failed call writes nothing; _MT forms return the status of the host's parallel-for, unchanged. */
+ * When a check fails, nothing is written; _MT forms return the status of the host's parallel-for, unchanged. */
 #ifndef DAXI_FILTER_RANK_H
 #define DAXI_FILTER_RANK_H
 

@@ -26,7 +26,8 @@
  *   width above the smaller step, or W above its step               0x1000001b
  *   configuration, in the order of its fields                       0x10000019
  *   no pixel of the mask set                                        0x10000019
- * A failed call writes nothing but the buffer; _MT forms return the status of the host's parallel-for, unchanged. */
+ * When a check fails, nothing is written but the buffer; _MT forms return the status of the host's parallel-for,
+ * unchanged. */
 #ifndef DAXI_FLAT_MORPHOLOGY_H
 #define DAXI_FLAT_MORPHOLOGY_H
 

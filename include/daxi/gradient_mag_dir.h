@@ -17,7 +17,7 @@
  *   aperture other than 3 and 5                         0x10000019
  *   border < 0 or border > 5                            0x10000019
  *   value not finite                                    0x10000019
- * A failed call writes nothing; _MT forms return the status of the host's parallel-for, unchanged. */
+ * When a check fails, nothing is written; _MT forms return the status of the host's parallel-for, unchanged. */
 #ifndef DAXI_GRADIENT_MAG_DIR_H
 #define DAXI_GRADIENT_MAG_DIR_H
 

@@ -19,7 +19,7 @@
  *   width < 1 or height < 1                                   0x1000001a
  *   a step below three times the width                        0x1000001b
  *   hue180 other than 0 and 1                                 0x10000019
- * A failed call writes nothing. */
+ * When a check fails, nothing is written. */
 #ifndef DAXI_HSV_H
 #define DAXI_HSV_H
 

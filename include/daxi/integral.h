@@ -22,7 +22,7 @@
  *   more pixels than the result can add up: 16843009 for Integral_8u32u, 4295098372 for IntegralSqr_16u64u,
  *   in all other cases more than any memory holds     0x1000001a
  *   srcStep < width, dstStep < width + 1              0x1000001b
- * A failed call writes nothing. */
+ * When a check fails, nothing is written. */
 #ifndef DAXI_INTEGRAL_H
 #define DAXI_INTEGRAL_H
 

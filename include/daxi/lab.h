@@ -23,7 +23,7 @@
  *   an image null                                             0x10000014
  *   width < 1 or height < 1                                   0x1000001a
  *   a step below three times the width                        0x1000001b
- * A failed call writes nothing. */
+ * When a check fails, nothing is written. */
 #ifndef DAXI_LAB_H
 #define DAXI_LAB_H
 

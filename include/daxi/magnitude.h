@@ -13,7 +13,7 @@
  *   width < 1 or height < 1             0x1000001a
  *   width above the smallest step       0x1000001b
  *   scaleFactor outside -31..31         0x10000019
- * A failed call writes nothing. */
+ * When a check fails, nothing is written. */
 #ifndef DAXI_MAGNITUDE_H
 #define DAXI_MAGNITUDE_H
 

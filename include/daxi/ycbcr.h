@@ -19,7 +19,7 @@
  *   a step below three times the width                        0x1000001b
  *   standard other than 0 and 1                               0x10000019
  *   range other than 0 and 1                                  0x10000019
- * A failed call writes nothing. */
+ * When a check fails, nothing is written. */
 #ifndef DAXI_YCBCR_H
 #define DAXI_YCBCR_H
 
