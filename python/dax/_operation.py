@@ -40,9 +40,9 @@ def apply(
     images: the sources, of one shape and type, by the names that users know them by. types: those that there are, as C
     names say them ("8u 16s32f": of the source, and of the output where that differs). layouts: C1 for (height, width),
     C3 for (height, width, 3). to: the type of the output, where names do not tell it. in_place: the output may be a
-    source. work: the name of the query for the work buffer,
-    which takes the size and `measures`. pooled: the name of the form that takes (pool, threads) first, for the types
-    that have one.
+    source. work: the name of the query for the work buffer, which takes the size and `measures`. pooled: the name of
+    the form that takes (pool, threads) first, for the types that have one; it has the same query, or where there is one
+    that of the name with _MT, which takes threads last.
     """
     (first, array), *others = images.items()
     of_type = {_source_type(each): each for each in types.split()}
@@ -62,12 +62,13 @@ def apply(
     def name_of(form: str) -> str:
         return form.format(type=spelled, layout=one.layout)
 
+    threads, handle = handle_of(pool)
+    if pool is not None and pooled and has(name_of(pooled)):
+        function, arguments = pooled, [handle, threads, *arguments]
+        if work and has(name_of(work + "_MT")):
+            work, measures = work + "_MT", (*measures, threads)
     if work:
         arguments.append(buffer(name_of(work), one.size, *measures))
-    if pool is not None:
-        threads, handle = handle_of(pool)
-        if pooled and has(name_of(pooled)):
-            function, arguments = pooled, [handle, threads, *arguments]
     call(name_of(function), *arguments)
     return result.array
 

@@ -1,16 +1,14 @@
 """Calls of grey morphology by rectangles."""
-from typing import Any, Literal, Optional
+from typing import Any, Optional
 
 from numpy.typing import ArrayLike
 
 from .._arrays import Array, Window, as_size, choice
+from .._filters import WINDOW_BORDERS, WindowMode
 from .._interface import ffi
 from .._library import call
 from .._operation import apply
 from ..pool import Pool
-
-Mode = Literal["clip", "constant", "replicate", "mirror", "symmetric", "wrap"]
-_BORDERS = {"replicate": 0, "mirror": 1, "symmetric": 2, "wrap": 3, "constant": 4, "clip": 6}
 
 
 def gray(
@@ -19,7 +17,7 @@ def gray(
     window: Window,
     anchor: Optional[tuple[int, int]],
     iterations: int,
-    mode: Mode,
+    mode: WindowMode,
     value: float,
     out: Optional[Array],
     pool: Optional[Pool],
@@ -31,7 +29,7 @@ def gray(
     if anchor is not None and not (0 <= column < side["width"] and 0 <= row < side["height"]):
         raise ValueError(f"anchor: {anchor}, needed is a pixel (column, row) of the window {window}")
     cfg.window, cfg.anchorX, cfg.anchorY = side, column, row
-    cfg.iterations, cfg.border, cfg.value = iterations, choice("mode", mode, _BORDERS), value
+    cfg.iterations, cfg.border, cfg.value = iterations, choice("mode", mode, WINDOW_BORDERS), value
     form: dict[str, Any] = {"types": "8u 16u 16s 32f", "out": out}
     usual = (window in (3, (3, 3)), anchor, iterations, mode, pool) == (True, None, 1, "clip", None)
     if usual and operation.endswith("Rect"):

@@ -36,7 +36,7 @@ def _run(
     cfg.kernel, cfg.anchorX, cfg.anchorY = {"width": width, "height": height}, column, row
     cfg.shift, cfg.border, cfg.value = shift, choice("mode", mode, FILTER_BORDERS), value
     whole = all(each.dtype.kind in "iu" for each in weights)
-    if whole and any(np.abs(each.astype(np.int64)).max() > 32767 for each in weights):
+    if whole and any(each.min() < -32767 or each.max() > 32767 for each in weights):
         raise ValueError("weights: whole numbers of at most 32767 are possible")
     kind, ctype = (np.int16, "int16_t") if whole else (np.float32, "float")
     held = [np.ascontiguousarray(each, kind) for each in weights]

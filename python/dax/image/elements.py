@@ -1,12 +1,12 @@
 """Morphology by lines and by masks, grey and binary; thinning."""
-from typing import Any, Literal, Optional
+from typing import Any, Optional
 
 import numpy as np
 from numpy.typing import ArrayLike, NDArray
 
 from .._arrays import BYTES, Array, Image, choice, pair, source, within
+from .._filters import WINDOW_BORDERS, WindowMode
 from .._interface import ffi
-from .._library import call
 from .._operation import apply
 from ..pool import Pool
 
@@ -22,8 +22,6 @@ __all__ = [
     "thin",
 ]
 
-Mode = Literal["clip", "constant", "replicate", "mirror", "symmetric", "wrap"]
-_BORDERS = {"replicate": 0, "mirror": 1, "symmetric": 2, "wrap": 3, "constant": 4, "clip": 6}
 _GREY = "8u 16u 16s 32f"
 
 
@@ -41,25 +39,25 @@ def _line(
     image: ArrayLike,
     line: tuple[int, int],
     anchor: Optional[int],
-    mode: Mode,
+    mode: WindowMode,
     value: float,
     out: Optional[Array],
     pool: Optional[Pool],
 ) -> Array:
     cfg = ffi.new("DaxiFlatLineCfg*")
     cfg.dx, cfg.dy = pair("line", line, "(columns, rows)")
-    cfg.anchor, cfg.border, cfg.value = -1 if anchor is None else anchor, choice("mode", mode, _BORDERS), value
+    cfg.anchor, cfg.border, cfg.value = -1 if anchor is None else anchor, choice("mode", mode, WINDOW_BORDERS), value
     return apply(_name(operation), {"image": image}, cfg, types=_GREY, **_form(operation, out, pool, cfg))
 
 
-def _mask_cfg(element: Image, anchor: Optional[tuple[int, int]], mode: Mode, value: float) -> Any:
+def _mask_cfg(element: Image, anchor: Optional[tuple[int, int]], mode: WindowMode, value: float) -> Any:
     cfg = ffi.new("DaxiFlatMaskCfg*")
     size = element.size
     column, row = (-1, -1) if anchor is None else anchor
     if anchor is not None and not (0 <= column < size["width"] and 0 <= row < size["height"]):
         raise ValueError(f"anchor: {anchor}, needed is a pixel (column, row) of the element")
     cfg.anchorX, cfg.anchorY = column, row
-    cfg.border, cfg.value = choice("mode", mode, _BORDERS), value
+    cfg.border, cfg.value = choice("mode", mode, WINDOW_BORDERS), value
     return cfg
 
 
@@ -69,7 +67,7 @@ def _mask(
     images: dict[str, ArrayLike],
     element: ArrayLike,
     anchor: Optional[tuple[int, int]],
-    mode: Mode,
+    mode: WindowMode,
     value: float,
     out: Optional[Array],
     pool: Optional[Pool],
@@ -84,7 +82,7 @@ def gray_erode_line(
     line: tuple[int, int],
     *,
     anchor: Optional[int] = None,
-    mode: Mode = "clip",
+    mode: WindowMode = "clip",
     value: float = 0,
     out: Optional[Array] = None,
     pool: Optional[Pool] = None,
@@ -108,7 +106,7 @@ def gray_dilate_line(
     line: tuple[int, int],
     *,
     anchor: Optional[int] = None,
-    mode: Mode = "clip",
+    mode: WindowMode = "clip",
     value: float = 0,
     out: Optional[Array] = None,
     pool: Optional[Pool] = None,
@@ -126,7 +124,7 @@ def gray_erode_mask(
     element: ArrayLike,
     *,
     anchor: Optional[tuple[int, int]] = None,
-    mode: Mode = "clip",
+    mode: WindowMode = "clip",
     value: float = 0,
     out: Optional[Array] = None,
     pool: Optional[Pool] = None,
@@ -148,7 +146,7 @@ def gray_dilate_mask(
     element: ArrayLike,
     *,
     anchor: Optional[tuple[int, int]] = None,
-    mode: Mode = "clip",
+    mode: WindowMode = "clip",
     value: float = 0,
     out: Optional[Array] = None,
     pool: Optional[Pool] = None,
@@ -166,7 +164,7 @@ def erode_mask(
     element: ArrayLike,
     *,
     anchor: Optional[tuple[int, int]] = None,
-    mode: Mode = "clip",
+    mode: WindowMode = "clip",
     value: float = 0,
     out: Optional[Array] = None,
     pool: Optional[Pool] = None,
@@ -186,7 +184,7 @@ def dilate_mask(
     element: ArrayLike,
     *,
     anchor: Optional[tuple[int, int]] = None,
-    mode: Mode = "clip",
+    mode: WindowMode = "clip",
     value: float = 0,
     out: Optional[Array] = None,
     pool: Optional[Pool] = None,
@@ -206,7 +204,7 @@ def hit_or_miss(
     miss: Optional[ArrayLike] = None,
     *,
     anchor: Optional[tuple[int, int]] = None,
-    mode: Mode = "clip",
+    mode: WindowMode = "clip",
     value: float = 0,
     out: Optional[Array] = None,
     pool: Optional[Pool] = None,

@@ -1,18 +1,16 @@
 """Statistics of the window around each pixel, as images."""
-from typing import Literal, Optional
+from typing import Any, Optional
 
 from numpy.typing import ArrayLike
 
 from .._arrays import Array, Window, as_size, choice
+from .._filters import WINDOW_BORDERS, WindowMode
 from .._interface import ffi
 from .._library import call
 from .._operation import apply
-from ..pool import Pool, handle_of
+from ..pool import Pool
 
 __all__ = ["local_entropy", "local_mean", "local_range", "local_std"]
-
-Mode = Literal["clip", "constant", "replicate", "mirror", "symmetric", "wrap"]
-BORDERS = {"replicate": 0, "mirror": 1, "symmetric": 2, "wrap": 3, "constant": 4, "clip": 6}
 
 
 def _local(
@@ -20,28 +18,24 @@ def _local(
     types: str,
     image: ArrayLike,
     window: Window,
-    mode: Mode,
+    mode: WindowMode,
     value: float,
     out: Optional[Array],
     pool: Optional[Pool],
 ) -> Array:
     cfg = ffi.new("DaxiLocalStatisticsCfg*")
     call("DAXI_LocalStatisticsDefaultCfg", cfg)
-    cfg.window, cfg.border, cfg.value = as_size(window), choice("mode", mode, BORDERS), value
+    cfg.window, cfg.border, cfg.value = as_size(window), choice("mode", mode, WINDOW_BORDERS), value
     name, work = f"DAXI_Local{statistic}_{{type}}_{{layout}}R", f"DAXI_Local{statistic}BufferSize_{{type}}"
-    if pool is None:
-        return apply(name, {"image": image}, cfg, types=types, out=out, work=work, measures=(cfg,))
-    threads = handle_of(pool)[0]
-    measures = (cfg, threads)
-    return apply(name, {"image": image}, cfg, types=types, out=out, work=work + "_MT", measures=measures,
-                 pooled=name + "_MT", pool=pool)
+    form: dict[str, Any] = {"work": work, "measures": (cfg,), "pooled": name + "_MT", "pool": pool, "out": out}
+    return apply(name, {"image": image}, cfg, types=types, **form)
 
 
 def local_mean(
     image: ArrayLike,
     window: Window = 9,
     *,
-    mode: Mode = "clip",
+    mode: WindowMode = "clip",
     value: float = 0,
     out: Optional[Array] = None,
     pool: Optional[Pool] = None,
@@ -62,7 +56,7 @@ def local_std(
     image: ArrayLike,
     window: Window = 9,
     *,
-    mode: Mode = "clip",
+    mode: WindowMode = "clip",
     value: float = 0,
     out: Optional[Array] = None,
     pool: Optional[Pool] = None,
@@ -79,7 +73,7 @@ def local_entropy(
     image: ArrayLike,
     window: Window = 9,
     *,
-    mode: Mode = "clip",
+    mode: WindowMode = "clip",
     value: float = 0,
     out: Optional[Array] = None,
     pool: Optional[Pool] = None,
@@ -98,7 +92,7 @@ def local_range(
     image: ArrayLike,
     window: Window = 9,
     *,
-    mode: Mode = "clip",
+    mode: WindowMode = "clip",
     value: float = 0,
     out: Optional[Array] = None,
     pool: Optional[Pool] = None,

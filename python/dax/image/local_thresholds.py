@@ -5,10 +5,10 @@ import numpy as np
 from numpy.typing import ArrayLike, NDArray
 
 from .._arrays import Array, Window, as_size, choice, of_shape, refuse_overlap, source, target
+from .._filters import WINDOW_BORDERS, WindowMode
 from .._interface import ffi
 from .._library import buffer, call
 from ..pool import Pool, handle_of
-from .local_statistics import BORDERS, Mode
 
 __all__ = ["hysteresis", "threshold_local"]
 
@@ -32,7 +32,7 @@ def threshold_local(
     min_deviation: Optional[float] = None,
     min_contrast: Optional[float] = None,
     mask: Optional[ArrayLike] = None,
-    mode: Mode = "clip",
+    mode: WindowMode = "clip",
     value: float = 0,
     out: Optional[NDArray[np.uint8]] = None,
     pool: Optional[Pool] = None,
@@ -76,7 +76,7 @@ def _cfg(suffix: str, method: str, window: Window, test: str, mode: str, value: 
     cfg = ffi.new("DaxiThresholdLocalCfg*")
     call(f"DAXI_ThresholdLocalDefaultCfg_{suffix}", choice("method", method, _METHODS), cfg)
     cfg.mode, cfg.window = choice("test", test, _TESTS), as_size(window)
-    cfg.border, cfg.value = choice("mode", mode, BORDERS), value
+    cfg.border, cfg.value = choice("mode", mode, WINDOW_BORDERS), value
     return cfg
 
 

@@ -4,8 +4,9 @@ from typing import Optional
 from numpy.typing import ArrayLike
 
 from .._arrays import Array, Window
+from .._filters import WindowMode
 from ..pool import Pool
-from ._gray_morphology import Mode, gray
+from ._gray_morphology import gray
 
 __all__ = [
     "black_hat",
@@ -24,7 +25,7 @@ def gray_erode(
     *,
     anchor: Optional[tuple[int, int]] = None,
     iterations: int = 1,
-    mode: Mode = "clip",
+    mode: WindowMode = "clip",
     value: float = 0,
     out: Optional[Array] = None,
     pool: Optional[Pool] = None,
@@ -47,7 +48,7 @@ def gray_dilate(
     *,
     anchor: Optional[tuple[int, int]] = None,
     iterations: int = 1,
-    mode: Mode = "clip",
+    mode: WindowMode = "clip",
     value: float = 0,
     out: Optional[Array] = None,
     pool: Optional[Pool] = None,
@@ -67,7 +68,7 @@ def gray_open(
     *,
     anchor: Optional[tuple[int, int]] = None,
     iterations: int = 1,
-    mode: Mode = "clip",
+    mode: WindowMode = "clip",
     value: float = 0,
     out: Optional[Array] = None,
     pool: Optional[Pool] = None,
@@ -86,7 +87,7 @@ def gray_close(
     *,
     anchor: Optional[tuple[int, int]] = None,
     iterations: int = 1,
-    mode: Mode = "clip",
+    mode: WindowMode = "clip",
     value: float = 0,
     out: Optional[Array] = None,
     pool: Optional[Pool] = None,
@@ -105,7 +106,7 @@ def gray_gradient(
     *,
     anchor: Optional[tuple[int, int]] = None,
     iterations: int = 1,
-    mode: Mode = "clip",
+    mode: WindowMode = "clip",
     value: float = 0,
     out: Optional[Array] = None,
     pool: Optional[Pool] = None,
@@ -124,7 +125,7 @@ def top_hat(
     *,
     anchor: Optional[tuple[int, int]] = None,
     iterations: int = 1,
-    mode: Mode = "clip",
+    mode: WindowMode = "clip",
     value: float = 0,
     out: Optional[Array] = None,
     pool: Optional[Pool] = None,
@@ -144,7 +145,7 @@ def black_hat(
     *,
     anchor: Optional[tuple[int, int]] = None,
     iterations: int = 1,
-    mode: Mode = "clip",
+    mode: WindowMode = "clip",
     value: float = 0,
     out: Optional[Array] = None,
     pool: Optional[Pool] = None,

@@ -1,19 +1,17 @@
 """Pixels of a rank in windows: of any size, weighted, of crosses."""
-from typing import Any, Literal, Optional
+from typing import Any, Optional
 
 import numpy as np
 from numpy.typing import ArrayLike
 
 from .._arrays import Array, Window, as_size, choice, numbers, within
+from .._filters import WINDOW_BORDERS, WindowMode
 from .._interface import ffi
 from .._library import call
 from .._operation import Value, apply
-from ..pool import Pool, handle_of
+from ..pool import Pool
 
 __all__ = ["hybrid_median5x5", "median_filter", "rank_filter", "weighted_median3x3"]
-
-Mode = Literal["replicate", "mirror", "symmetric", "wrap", "constant", "clip"]
-_BORDERS = {"replicate": 0, "mirror": 1, "symmetric": 2, "wrap": 3, "constant": 4, "clip": 6}
 
 
 def _filter(
@@ -21,22 +19,23 @@ def _filter(
     image: ArrayLike,
     window: Window,
     rank: tuple[int, ...],
-    mode: Mode,
+    mode: WindowMode,
     value: float,
     out: Optional[Array],
     pool: Optional[Pool],
 ) -> Array:
     size, name = as_size(window), f"DAXI_Filter{operation}_{{type}}_{{layout}}R"
     form: dict[str, Any] = {"types": "8u 16u 16s 32f", "pooled": name + "_MT", "pool": pool, "out": out}
-    form |= {"work": f"DAXI_Filter{operation}BufferSize_{{type}}_MT", "measures": (size, handle_of(pool)[0])}
-    return apply(name, {"image": image}, size, *rank, choice("mode", mode, _BORDERS), Value("value", value), **form)
+    form |= {"work": f"DAXI_Filter{operation}BufferSize_{{type}}", "measures": (size,)}
+    border = choice("mode", mode, WINDOW_BORDERS)
+    return apply(name, {"image": image}, size, *rank, border, Value("value", value), **form)
 
 
 def median_filter(
     image: ArrayLike,
     window: Window = 3,
     *,
-    mode: Mode = "replicate",
+    mode: WindowMode = "replicate",
     value: float = 0,
     out: Optional[Array] = None,
     pool: Optional[Pool] = None,
@@ -59,7 +58,7 @@ def rank_filter(
     *,
     percentile: Optional[float] = None,
     rank: Optional[int] = None,
-    mode: Mode = "replicate",
+    mode: WindowMode = "replicate",
     value: float = 0,
     out: Optional[Array] = None,
     pool: Optional[Pool] = None,
@@ -85,7 +84,7 @@ def weighted_median3x3(
     image: ArrayLike,
     weights: ArrayLike,
     *,
-    mode: Mode = "replicate",
+    mode: WindowMode = "replicate",
     value: float = 0,
     out: Optional[Array] = None,
     pool: Optional[Pool] = None,
@@ -105,13 +104,13 @@ def weighted_median3x3(
     cells = ffi.from_buffer("uint8_t[]", given.astype(np.uint8).tobytes())
     name = "DAXI_FilterMedianWeighted3x3_{type}_{layout}R"
     form: dict[str, Any] = {"types": "8u 16u 16s 32f", "out": out, "pooled": name + "_MT", "pool": pool}
-    return apply(name, {"image": image}, cells, choice("mode", mode, _BORDERS), Value("value", value), **form)
+    return apply(name, {"image": image}, cells, choice("mode", mode, WINDOW_BORDERS), Value("value", value), **form)
 
 
 def hybrid_median5x5(
     image: ArrayLike,
     *,
-    mode: Mode = "replicate",
+    mode: WindowMode = "replicate",
     value: float = 0,
     out: Optional[Array] = None,
     pool: Optional[Pool] = None,
@@ -124,4 +123,4 @@ def hybrid_median5x5(
     """
     name = "DAXI_FilterMedianHybrid5x5_{type}_{layout}R"
     form: dict[str, Any] = {"types": "8u 16u 16s 32f", "out": out, "pooled": name + "_MT", "pool": pool}
-    return apply(name, {"image": image}, choice("mode", mode, _BORDERS), Value("value", value), **form)
+    return apply(name, {"image": image}, choice("mode", mode, WINDOW_BORDERS), Value("value", value), **form)

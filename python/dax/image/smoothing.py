@@ -5,11 +5,11 @@ import numpy as np
 from numpy.typing import ArrayLike
 
 from .._arrays import Array, choice, of_shape, refuse_overlap, source, target
+from .._filters import WINDOW_BORDERS, WindowMode
 from .._interface import ffi
 from .._library import buffer, call
 from .._operation import apply
 from ..pool import Pool, handle_of
-from .local_statistics import BORDERS, Mode
 
 __all__ = ["bilateral", "guided"]
 
@@ -60,7 +60,7 @@ def bilateral(
     *,
     sigma_space: float = 3,
     sigma_grey: float = 25,
-    mode: Mode = "replicate",
+    mode: WindowMode = "replicate",
     value: float = 0,
     out: Optional[Array] = None,
     pool: Optional[Pool] = None,
@@ -76,7 +76,7 @@ def bilateral(
     cfg = ffi.new("DaxiFilterBilateralCfg*")
     call("DAXI_FilterBilateralDefaultCfg", cfg)
     cfg.radius, cfg.sigmaSpace, cfg.sigmaGrey = radius, sigma_space, sigma_grey
-    cfg.border, cfg.value = choice("mode", mode, BORDERS), value
+    cfg.border, cfg.value = choice("mode", mode, WINDOW_BORDERS), value
     name, work = "DAXI_FilterBilateral_{type}_{layout}R", "DAXI_FilterBilateralBufferSize_{type}"
     return apply(name, {"image": image}, cfg, types="8u 32f", out=out, work=work, measures=(cfg,),
                  pooled=name + "_MT", pool=pool)

@@ -80,8 +80,8 @@ def rescale_intensity(
 ) -> Array:
     """Stretches the grey values between two percentiles to a range; what lies beyond is held to its ends.
 
-    image: (height, width) uint8, uint16, int16 or float32. percentiles: 0 and 100 are the minimum and the maximum of
-    the finite pixels. dtype: that of the image, uint8 or float32. `out` may be the image.
+    image: (height, width) uint8, uint16, int16 or float32. percentiles: per cent, 0 and 100 are the minimum and the
+    maximum of the finite pixels. dtype: that of the image, uint8 or float32. `out` may be the image.
 
     >>> dax.rescale_intensity(np.array([[100, 150, 200]], np.uint16), dtype=np.uint8)
     array([[  0, 128, 255]], dtype=uint8)

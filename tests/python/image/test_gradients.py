@@ -79,7 +79,7 @@ def test_whole_weights(rng):
     np.testing.assert_array_equal(dax.correlate(image, [[1, 0, -2]]), expected.clip(0, 255))
     words = image.astype(np.uint16)
     np.testing.assert_array_equal(dax.correlate_separable(words, [300], [5], shift=3), np.rint(words * 187.5))
-    for wrong in ([1, 2], np.ones((1, 32), int), [[40000]]):
+    for wrong in ([1, 2], np.ones((1, 32), int), [[40000]], np.array([[2**64 - 1]], np.uint64)):
         with pytest.raises(ValueError, match="weights"):
             dax.correlate(image, wrong)
     with pytest.raises(ValueError, match="along"):

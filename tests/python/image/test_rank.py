@@ -4,8 +4,6 @@ import pytest
 
 import dax
 
-WITHOUT = {r"DAXI_Filter(Median|Rank)BufferSize_\d+[usf]": "the other query, with one thread, is asked"}
-
 
 def windows(image, width, height, **border):
     padded = np.pad(image, [(height // 2, (height - 1) // 2), (width // 2, (width - 1) // 2)], **border)
