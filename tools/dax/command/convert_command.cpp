@@ -233,9 +233,10 @@ void addNames(CLI::App& command, ConvertOptions& options) {
       ->type_name("");
   command
       .add_option("OUT", options.output,
-                  "the result; its ending tells the format. Of several images a\n"
-                  "folder, which is made where it is missing; results are named\n"
-                  "like the images, and a second a.png a-2.png")
+                  "the result, which replaces a file of its name; its ending\n"
+                  "tells the format. Of several images a folder, which is made\n"
+                  "where it is missing; results are named like the images, and a\n"
+                  "second a.png a-2.png")
       ->required()
       ->type_name("");
 }
