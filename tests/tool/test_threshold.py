@@ -44,6 +44,15 @@ def test_numbers(dax, page, tmp_path):
     assert counts[0] > counts[1] and counts[2] > counts[3] and counts[4] > counts[5]
 
 
+def test_levels_that_part_nothing_are_told(dax, tmp_path):
+    (tmp_path / "flat.pgm").write_bytes(b"P5 4 1 255 aaaa")
+    (tmp_path / "ramp.pgm").write_bytes(b"P5 8 1 255 " + bytes(range(40, 48)))
+    for name, method, note in [("flat.pgm", "li", "one grey value"), ("ramp.pgm", "intermodes", "otsu's")]:
+        assert note in dax("threshold", name, "out.pgm", "--method", method).err
+        assert note in dax("threshold", name, "all.png", "--all").out
+        assert note in dax("inspect", name, "--threshold", method).err
+
+
 def test_all_in_one_picture(dax, page, tmp_path):
     text = dax("threshold", "in.pgm", "all.png", "--all", "--dark").out
     assert [line.split()[0] for line in text.splitlines()] == [*GLOBAL, *LOCAL]

@@ -40,7 +40,7 @@ void drawAll(const ThresholdOptions& options, const Picture& picture) {
   for (const ThresholdMethod& method : allThresholdMethods()) {
     MethodMask result = applyThresholdMethod(method, picture, options.dark);
     const std::string title = titleOf(method, result);
-    lines += title + "\n";
+    lines += title + (result.note.empty() ? "" : ": " + result.note) + "\n";
     images.push_back({title, std::move(result.mask)});
   }
   writeFile(options.output, drawSheet(images));
@@ -50,6 +50,7 @@ void drawAll(const ThresholdOptions& options, const Picture& picture) {
 void applyOne(const ThresholdOptions& options, const ThresholdMethod& method, const Picture& picture) {
   const MethodMask result = applyThresholdMethod(method, picture, options.dark);
   writePicture(options.output, result.mask);
+  if (!result.note.empty()) say(options.input, result.note);
   print(titleOf(method, result) + "\n");
 }
 

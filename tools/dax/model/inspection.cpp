@@ -98,6 +98,7 @@ GreyImage threshold(const Picture& picture, const Threshold& option, Inspection&
   if (option.method) {
     MethodMask found = applyThresholdMethod(*option.method, picture, option.dark);
     if (!found.levels.empty()) result.low = found.levels.front(), result.high = found.levels.back();
+    if (!found.note.empty()) result.note += (result.note.empty() ? "" : "; ") + found.note;
     return std::move(found.mask);
   }
   requireLevels(picture, option.cfg);

@@ -72,7 +72,7 @@ struct Inspection {
   DaxiSize size{};
   int depth = 8;
   std::optional<Levels> levels;  // of the picture, that were taken as 0..255
-  std::string note;              // on how the picture was read
+  std::string note;              // on how the picture was read, and on its threshold
   int low = 0;                   // levels that the threshold applied, in the picture's own depth
   int high = 0;
   uint32_t regions = 0;     // before selection

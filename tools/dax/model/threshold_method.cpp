@@ -104,11 +104,17 @@ MethodMask applyLocal(const ThresholdMethod& method, const PixelImage<Pixel>& im
   uint64_t bytes;
   check(Calls::bytes(image.size, &cfg, &bytes), step);
   const Memory buffer(bytes);
-  MethodMask result{makeGreyImage(image.size), {}};
+  MethodMask result{makeGreyImage(image.size), {}, ""};
   check(Calls::threshold(image.pixels.data(), image.step(), result.mask.pixels.data(), image.step(), image.size, &cfg,
                          buffer.get()),
         step);
   return result;
+}
+
+std::string noteOn(const DaxiHistLevel& level) {
+  if (level.flags & DAXI_HIST_LEVEL_DEGENERATE) return "all pixels have one grey value, which nothing parts";
+  if (level.flags & DAXI_HIST_LEVEL_NO_MODES) return "the histogram has no two maxima, the level is otsu's";
+  return "";
 }
 
 template <class Pixel>
@@ -124,12 +130,13 @@ MethodMask applyGlobal(const ThresholdMethod& method, ByLevel<Pixel> byLevel, co
       sizeof(Pixel) == 1 ? DAXI_ThresholdOtsuMultiBufferSize_8u(&bytes) : DAXI_ThresholdOtsuMultiBufferSize_16u(&bytes),
       step);
   const Memory buffer(bytes);
-  MethodMask result{makeGreyImage(image.size), {}};
+  MethodMask result{makeGreyImage(image.size), {}, ""};
   DaxiHistLevel level;
   check(byLevel(image.pixels.data(), image.step(), result.mask.pixels.data(), image.step(), image.size, &cfg, &level,
                 buffer.get()),
         step);
   result.levels.assign(level.level, level.level + level.count);
+  result.note = noteOn(level);
   return result;
 }
 

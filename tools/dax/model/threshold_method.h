@@ -21,6 +21,7 @@ struct ThresholdMethod {
 struct MethodMask {
   GreyImage mask;
   std::vector<int> levels;  // of local ones: none
+  std::string note;         // why a level is not what the method looks for
 };
 
 inline constexpr const char* kMethodHelp =
