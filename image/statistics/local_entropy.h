@@ -22,27 +22,33 @@ inline void fillEntropyTerms(int64_t* terms, int32_t n) {
   for (int32_t c = 1; c <= n; ++c) terms[c] = roundTo<int64_t>(kEntropyUnit * c * (log(static_cast<double>(c)) / kLn2));
 }
 
+template <class T>
 struct EntropyBuffer {
+  static constexpr uint64_t kLevels = uint64_t{1} << (8 * sizeof(T));
+
   EntropyBuffer(const WindowedRegion& region)
-      : constant(layout.add<uint8_t>(static_cast<uint64_t>(region.size.width))),
-        rows(
-            layout.add<uint8_t>(static_cast<uint64_t>(region.rows()) * static_cast<uint64_t>(region.extendedWidth()))) {
-  }
+      : constant(layout.add<T>(static_cast<uint64_t>(region.size.width))),
+        rows(layout.add<T>(static_cast<uint64_t>(region.rows()) * static_cast<uint64_t>(region.extendedWidth()))),
+        counts(layout.add<int32_t>(kLevels)) {}
   BufferLayout layout;
-  BufferPiece<uint8_t> constant;
-  BufferPiece<uint8_t> rows;  // as many as the window has, extended on both sides
+  BufferPiece<T> constant;
+  BufferPiece<T> rows;  // as many as the window has, extended on both sides
+  BufferPiece<int32_t> counts;
 };
 
+template <class T>
 class LocalEntropy {
  public:
-  LocalEntropy(const uint8_t* src, int32_t step, const WindowedRegion& region, double value, const int64_t* terms,
+  LocalEntropy(const T* src, int32_t step, const WindowedRegion& region, double value, const int64_t* terms,
                void* buffer)
       : region_(region),
         terms_(terms),
-        ring_(EntropyBuffer(region).rows.in(buffer)),
-        rows_{src, step, region_, EntropyBuffer(region).constant.in(buffer)},
-        value_(borderPixel<uint8_t>(value)) {
-    std::fill_n(EntropyBuffer(region).constant.in(buffer), region.size.width, value_);
+        ring_(EntropyBuffer<T>(region).rows.in(buffer)),
+        rows_{src, step, region_, EntropyBuffer<T>(region).constant.in(buffer)},
+        value_(borderPixel<T>(value)),
+        counts_(EntropyBuffer<T>(region).counts.in(buffer)) {
+    std::fill_n(EntropyBuffer<T>(region).constant.in(buffer), region.size.width, value_);
+    std::fill_n(counts_, EntropyBuffer<T>::kLevels, 0);
   }
 
   void computeRows(int32_t first, int32_t end, float* dst, int32_t dstStep) {
@@ -54,24 +60,23 @@ class LocalEntropy {
   }
 
  private:
-  uint8_t* held(int64_t line) const {
+  T* held(int64_t line) const {
     const int64_t slot = (line + region_.rows()) % region_.rows();
     return ring_ + slot * region_.extendedWidth();
   }
 
   void enter(int64_t line) const {
-    const uint8_t* const row = rows_(line);
+    const T* const row = rows_(line);
     if (!row) return;
-    uint8_t* const to = held(line);
+    T* const to = held(line);
     const int32_t first = region_.firstHeld();
     if (region_.border == DAXI_BORDER_CONSTANT) std::fill_n(to, region_.extendedWidth(), value_);
     std::copy_n(row, region_.heldWidth(), to + first);
     region_.extend(to);
   }
 
+  // Every column that is added is removed again, which leaves the counts at zero for the next row.
   void computeRow(int32_t y, float* dst) {
-    std::fill_n(counts_, 256, 0);
-    sum_ = 0;
     const bool isClipped = region_.isClipped();
     const int64_t top = int64_t{y} - region_.y.before, bottom = int64_t{y} + region_.y.after;
     top_ = isClipped ? std::max<int64_t>(top, 0) : top;
@@ -86,6 +91,7 @@ class LocalEntropy {
       dst[x] = static_cast<float>(static_cast<double>(terms_[n] - sum_) / (kEntropyUnit * static_cast<double>(n)));
       if (x >= low) removeColumn(x);
     }
+    for (int32_t i = std::max(low, region_.size.width); i < high; ++i) removeColumn(i);
   }
 
   void addColumn(int32_t column) {
@@ -103,11 +109,11 @@ class LocalEntropy {
 
   WindowedRegion region_;
   const int64_t* terms_;
-  uint8_t* ring_;
-  WindowedRows<uint8_t> rows_;
-  uint8_t value_;
+  T* ring_;
+  WindowedRows<T> rows_;
+  T value_;
+  int32_t* counts_;
   int64_t top_ = 0, bottom_ = 0, sum_ = 0;
-  int32_t counts_[256] = {};
 };
 
 }  // namespace dax

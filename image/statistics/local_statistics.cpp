@@ -136,10 +136,11 @@ struct ByExtremes {
 struct ByCounts {
   static constexpr int64_t kMaxPixels = kMaxEntropyWindow;
 
+  template <class T>
   struct Buffer {
     Buffer(const WindowedRegion& region, uint32_t threads)
         : pixels(region.rows() * region.columns()),
-          bytes(EntropyBuffer(region).layout.total()),
+          bytes(EntropyBuffer<T>(region).layout.total()),
           terms(layout.add<int64_t>(static_cast<uint64_t>(pixels) + 1)),
           slices(layout.addSlices(bytes, std::clamp<uint32_t>(threads, 1, static_cast<uint32_t>(region.size.height)))) {
     }
@@ -152,16 +153,17 @@ struct ByCounts {
 
   template <class T>
   static DaxStatus store(DaxiSize size, const DaxiLocalStatisticsCfg& cfg, uint32_t threads, uint64_t* bytes) {
-    return Buffer({size, cfg.window, cfg.border}, threads).layout.store(bytes);
+    return Buffer<T>({size, cfg.window, cfg.border}, threads).layout.store(bytes);
   }
 
-  static DaxStatus run(const StatisticsCall<uint8_t, float>& call) {
+  template <class T>
+  static DaxStatus run(const StatisticsCall<T, float>& call) {
     const WindowedRegion region = call.region();
-    const Buffer at(region, 1);
+    const Buffer<T> at(region, 1);
     fillEntropyTerms(at.terms.in(call.buffer), at.pixels);
     const auto tile = [&](int32_t first, int32_t end, uint32_t slice) {
-      LocalEntropy entropy(call.src, call.srcStep, region, call.cfg->value, at.terms.in(call.buffer),
-                           at.slices.in(call.buffer) + slice * at.bytes);
+      LocalEntropy<T> entropy(call.src, call.srcStep, region, call.cfg->value, at.terms.in(call.buffer),
+                              at.slices.in(call.buffer) + slice * at.bytes);
       entropy.computeRows(first, end, call.dst, call.dstStep);
     };
     return runSlices(call.on, call.on.threads, call.size.height, 1, tile);
@@ -220,6 +222,7 @@ DAX_LOCAL_STATISTIC(StdDev, BySums<dax::LocalStdDevOf>, 8u32f, uint8_t, float)
 DAX_LOCAL_STATISTIC(StdDev, BySums<dax::LocalStdDevOf>, 16u32f, uint16_t, float)
 DAX_LOCAL_STATISTIC(StdDev, BySums<dax::LocalStdDevOf>, 32f, float, float)
 DAX_LOCAL_STATISTIC(Entropy, ByCounts, 8u32f, uint8_t, float)
+DAX_LOCAL_STATISTIC(Entropy, ByCounts, 16u32f, uint16_t, float)
 DAX_LOCAL_STATISTIC(Range, ByExtremes, 8u, uint8_t, uint8_t)
 DAX_LOCAL_STATISTIC(Range, ByExtremes, 16u, uint16_t, uint16_t)
 DAX_LOCAL_STATISTIC(Range, ByExtremes, 32f, float, float)

@@ -71,6 +71,9 @@ DAX_API DaxStatus DAXI_LocalStdDevBufferSize_32f_MT(DaxiSize size, const DaxiLoc
 DAX_API DaxStatus DAXI_LocalEntropyBufferSize_8u32f(DaxiSize size, const DaxiLocalStatisticsCfg* cfg, uint64_t* bytes);
 DAX_API DaxStatus DAXI_LocalEntropyBufferSize_8u32f_MT(DaxiSize size, const DaxiLocalStatisticsCfg* cfg,
                                                        uint32_t threads, uint64_t* bytes);
+DAX_API DaxStatus DAXI_LocalEntropyBufferSize_16u32f(DaxiSize size, const DaxiLocalStatisticsCfg* cfg, uint64_t* bytes);
+DAX_API DaxStatus DAXI_LocalEntropyBufferSize_16u32f_MT(DaxiSize size, const DaxiLocalStatisticsCfg* cfg,
+                                                        uint32_t threads, uint64_t* bytes);
 DAX_API DaxStatus DAXI_LocalRangeBufferSize_8u(DaxiSize size, const DaxiLocalStatisticsCfg* cfg, uint64_t* bytes);
 DAX_API DaxStatus DAXI_LocalRangeBufferSize_8u_MT(DaxiSize size, const DaxiLocalStatisticsCfg* cfg, uint32_t threads,
                                                   uint64_t* bytes);
@@ -117,6 +120,11 @@ DAX_API DaxStatus DAXI_LocalEntropy_8u32f_C1R(const uint8_t* src, int32_t srcSte
 DAX_API DaxStatus DAXI_LocalEntropy_8u32f_C1R_MT(void* pool, uint32_t threads, const uint8_t* src, int32_t srcStep,
                                                  float* dst, int32_t dstStep, DaxiSize size,
                                                  const DaxiLocalStatisticsCfg* cfg, void* buffer);
+DAX_API DaxStatus DAXI_LocalEntropy_16u32f_C1R(const uint16_t* src, int32_t srcStep, float* dst, int32_t dstStep,
+                                               DaxiSize size, const DaxiLocalStatisticsCfg* cfg, void* buffer);
+DAX_API DaxStatus DAXI_LocalEntropy_16u32f_C1R_MT(void* pool, uint32_t threads, const uint16_t* src, int32_t srcStep,
+                                                  float* dst, int32_t dstStep, DaxiSize size,
+                                                  const DaxiLocalStatisticsCfg* cfg, void* buffer);
 DAX_API DaxStatus DAXI_LocalRange_8u_C1R(const uint8_t* src, int32_t srcStep, uint8_t* dst, int32_t dstStep,
                                          DaxiSize size, const DaxiLocalStatisticsCfg* cfg, void* buffer);
 DAX_API DaxStatus DAXI_LocalRange_8u_C1R_MT(void* pool, uint32_t threads, const uint8_t* src, int32_t srcStep,

@@ -80,12 +80,12 @@ def local_entropy(
 ) -> Array:
     """The entropy of the grey levels in the window around each pixel in bits, float32.
 
-    image: (height, width) uint8. window: of at most 65536 pixels. Other arguments as of local_mean.
+    image: (height, width) uint8 or uint16. window: of at most 65536 pixels. Other arguments as of local_mean.
 
     >>> dax.local_entropy(np.array([[1, 1, 1, 7]], np.uint8), (2, 1))
     array([[0., 0., 0., 1.]], dtype=float32)
     """
-    return _local("Entropy", "8u32f", image, window, mode, value, out, pool)
+    return _local("Entropy", "8u32f 16u32f", image, window, mode, value, out, pool)
 
 
 def local_range(

@@ -105,6 +105,7 @@ TEST(LocalStatistics, EqualTheWindowsPixelByPixel) {
 TEST(LocalStatistics, Entropy) {
   constexpr Functions<uint8_t, float> kEntropy = DAX_FUNCTIONS(Entropy, 8u32f);
   checkStatistic<uint8_t, float>(entropy, kEntropy);
+  checkStatistic<uint16_t, float>(entropy, DAX_FUNCTIONS(Entropy, 16u32f));
   // As many levels as there are, and more pixels than a window may have.
   TestImage<uint8_t> src({16, 16});
   src.fill([](int32_t x, int32_t y) { return 16 * y + x; });

@@ -28,8 +28,9 @@ def test_statistics_equal_scipy(rng, pool, dtype):
         np.testing.assert_array_equal(dax.local_range(image, **at), spread)
 
 
-def test_entropy(rng, pool):
-    image = rng.integers(0, 7, (20, 30)).astype(np.uint8)
+@pytest.mark.parametrize("dtype", (np.uint8, np.uint16))
+def test_entropy(rng, pool, dtype):
+    image = (rng.integers(0, 7, (20, 30)) * np.iinfo(dtype).max // 6).astype(dtype)
 
     def bits(window):
         shares = np.bincount(window.astype(int)) / window.size
