@@ -15,27 +15,58 @@ namespace dax {
 
 inline constexpr int32_t kLbpStrip = 256;
 
+// Pointers are copied: vectors need to know that no mask is written over them. Of bytes in 16 bits, which vectors hold
+// twice as many of: the sum of w (pixel - centre) is 32 high + low for weights 32 high + low. Its parts stay below 128
+// * 255 and 4 * 31 * 255, and so does the sum / 32, rounded down.
+template <int kTaps>
+void compareBytes(const uint8_t* centre, const uint8_t* const (&taps)[4], const int32_t (&weights)[4], int32_t count,
+                  uint8_t* __restrict mask) {
+  const uint8_t* tap[kTaps];
+  uint8_t high[kTaps], low[kTaps], allHigh = 0, allLow = 0;
+  for (int t = 0; t < kTaps; ++t) {
+    tap[t] = taps[t];
+    high[t] = static_cast<uint8_t>(weights[t] >> 5), low[t] = static_cast<uint8_t>(weights[t] & 31);
+    allHigh = static_cast<uint8_t>(allHigh + high[t]), allLow = static_cast<uint8_t>(allLow + low[t]);
+  }
+  for (int32_t i = 0; i < count; ++i) {
+    const auto part = [&](const uint8_t(&factors)[kTaps], uint8_t all) {
+      uint16_t sum = 0;
+      for (int t = 0; t < kTaps; ++t) sum = static_cast<uint16_t>(sum + factors[t] * tap[t][i]);
+      return static_cast<int16_t>(static_cast<uint16_t>(sum - all * centre[i]));
+    };
+    const auto sum = static_cast<int16_t>(part(high, allHigh) + (part(low, allLow) >> 5));
+    mask[i] = sum >= 0 ? 255 : 0;
+  }
+}
+
+template <int kTaps, class T>
+void compareNumbers(const T* centre, const T* const (&taps)[4], const int32_t (&weights)[4], int32_t count,
+                    uint8_t* __restrict mask) {
+  using Number = std::conditional_t<std::is_same_v<T, float>, float, int32_t>;
+  const T* tap[kTaps];
+  Number weight[kTaps];
+  for (int t = 0; t < kTaps; ++t) tap[t] = taps[t], weight[t] = static_cast<Number>(weights[t]);
+  for (int32_t i = 0; i < count; ++i) {
+    const auto part = [&](int t) {
+      return weight[t] * (static_cast<Number>(tap[t][i]) - static_cast<Number>(centre[i]));
+    };
+    Number sum = part(0);
+    for (int t = 1; t < kTaps; ++t) sum += part(t);
+    mask[i] = sum >= 0 ? 255 : 0;
+  }
+}
+
 // Bytes that are 255 where a neighbour, the sum of taps, is at least as bright as the centre.
 template <int kTaps, class T>
 void compareNeighbour(const T* centre, const T* const (&taps)[4], const int32_t (&weights)[4], int32_t count,
                       uint8_t* __restrict mask) {
-  using Number = std::conditional_t<std::is_same_v<T, float>, float, int32_t>;
-  // Differences and weights of bytes fit 16 bits, which compilers multiply in half the instructions.
-  using Factor = std::conditional_t<std::is_same_v<T, uint8_t>, int16_t, Number>;
-  Factor weight[kTaps];
-  for (int t = 0; t < kTaps; ++t) weight[t] = static_cast<Factor>(weights[t]);
-  for (int32_t i = 0; i < count; ++i) {
-    if constexpr (kTaps == 1) {
-      mask[i] = taps[0][i] >= centre[i] ? 255 : 0;
-    } else {
-      const auto part = [&](int t) {
-        const auto difference = static_cast<Factor>(static_cast<Factor>(taps[t][i]) - static_cast<Factor>(centre[i]));
-        return static_cast<Number>(difference) * static_cast<Number>(weight[t]);
-      };
-      Number sum = part(0);
-      for (int t = 1; t < kTaps; ++t) sum += part(t);
-      mask[i] = sum >= 0 ? 255 : 0;
-    }
+  if constexpr (kTaps == 1) {
+    const T* const tap = taps[0];
+    for (int32_t i = 0; i < count; ++i) mask[i] = tap[i] >= centre[i] ? 255 : 0;
+  } else if constexpr (std::is_same_v<T, uint8_t>) {
+    compareBytes<kTaps>(centre, taps, weights, count, mask);
+  } else {
+    compareNumbers<kTaps>(centre, taps, weights, count, mask);
   }
 }
 
@@ -49,7 +80,7 @@ class LbpBits {
 
   void begin(int32_t count) { std::fill_n(codes_, count, Code{0}); }
 
-  [[gnu::noinline]] void add(int32_t k, const uint8_t* __restrict mask, int32_t count) {
+  [[gnu::noinline]] void add(int32_t k, const uint8_t* __restrict mask, const uint8_t*, int32_t count) {
     const auto bit = static_cast<Code>(1 << k);
     // Sign extension makes 255 all bits of a code.
     for (int32_t i = 0; i < count; ++i) {
@@ -57,15 +88,16 @@ class LbpBits {
     }
   }
 
-  [[gnu::noinline]] void end(int32_t count) {
+  [[gnu::noinline]] void end(const uint8_t*, int32_t count) {
     if (!isTurned_) return;
-    const auto all = static_cast<Code>((1 << points_) - 1);
-    Code plain[kLbpStrip];
-    std::copy_n(codes_, count, plain);
+    const auto all = static_cast<Code>((1 << points_) - 1), last = static_cast<Code>(1 << (points_ - 1));
+    alignas(16) Code turned[kLbpStrip];
+    std::copy_n(codes_, count, turned);
     for (int32_t turn = 1; turn < points_; ++turn) {
       for (int32_t i = 0; i < count; ++i) {
-        const auto turned = static_cast<Code>((plain[i] >> turn | plain[i] << (points_ - turn)) & all);
-        codes_[i] = std::min(codes_[i], turned);
+        const auto carry = static_cast<Code>((turned[i] & last) != 0 ? 1 : 0);
+        turned[i] = static_cast<Code>((static_cast<Code>(turned[i] + turned[i]) & all) | carry);
+        codes_[i] = std::min(codes_[i], turned[i]);
       }
     }
   }
@@ -76,7 +108,7 @@ class LbpBits {
   alignas(16) Code codes_[kLbpStrip];
 };
 
-// Uniform codes: bits and changes from one to the next are counted.
+// Uniform codes: bits and changes from one to the next are counted. Takes the mask before each one, too.
 class LbpChanges {
  public:
   explicit LbpChanges(int32_t points) : points_(points) {}
@@ -88,26 +120,30 @@ class LbpChanges {
     std::fill_n(changes_, count, uint8_t{0});
   }
 
-  [[gnu::noinline]] void add(int32_t k, const uint8_t* __restrict mask, int32_t count) {
-    if (k == 0) std::copy_n(mask, count, first_), std::copy_n(mask, count, before_);
+  // 255 is -1.
+  [[gnu::noinline]] void add(int32_t k, const uint8_t* __restrict mask, const uint8_t* __restrict before,
+                             int32_t count) {
+    if (k == 0) {
+      std::copy_n(mask, count, first_);
+      before = mask;
+    }
     for (int32_t i = 0; i < count; ++i) {
-      codes_[i] = static_cast<uint8_t>(codes_[i] + (mask[i] & 1));
-      changes_[i] = static_cast<uint8_t>(changes_[i] + ((mask[i] ^ before_[i]) & 1));
-      before_[i] = mask[i];
+      codes_[i] = static_cast<uint8_t>(codes_[i] - mask[i]);
+      changes_[i] = static_cast<uint8_t>(changes_[i] - (mask[i] ^ before[i]));
     }
   }
 
-  [[gnu::noinline]] void end(int32_t count) {
+  [[gnu::noinline]] void end(const uint8_t* __restrict last, int32_t count) {
     const auto other = static_cast<uint8_t>(points_ + 1);
     for (int32_t i = 0; i < count; ++i) {
-      const auto all = static_cast<uint8_t>(changes_[i] + ((first_[i] ^ before_[i]) & 1));
+      const auto all = static_cast<uint8_t>(changes_[i] + ((first_[i] ^ last[i]) & 1));
       codes_[i] = all <= 2 ? codes_[i] : other;
     }
   }
 
  private:
   int32_t points_;
-  alignas(16) uint8_t codes_[kLbpStrip], changes_[kLbpStrip], before_[kLbpStrip], first_[kLbpStrip];
+  alignas(16) uint8_t codes_[kLbpStrip], changes_[kLbpStrip], first_[kLbpStrip];
 };
 
 template <class T>
@@ -128,9 +164,9 @@ class LbpRows {
       codes.begin(count);
       for (int32_t k = 0; k < pattern_.count; ++k) {
         addNeighbour(k, x, y, count, x < reach || x >= inner);
-        codes.add(k, mask_, count);
+        codes.add(k, mask(k), mask(k - 1), count);
       }
-      codes.end(count);
+      codes.end(mask(pattern_.count - 1), count);
       take(x, codes.codes(), count);
     }
   }
@@ -146,15 +182,18 @@ class LbpRows {
     const T* const centre = rowAt(image_.src, image_.step, static_cast<int32_t>(y)) + x;
     switch (point.taps) {
       case 1:
-        return compareNeighbour<1>(centre, taps, point.weights, count, mask_);
+        return compareNeighbour<1>(centre, taps, point.weights, count, mask(k));
       case 2:
-        return compareNeighbour<2>(centre, taps, point.weights, count, mask_);
+        return compareNeighbour<2>(centre, taps, point.weights, count, mask(k));
       case 3:
-        return compareNeighbour<3>(centre, taps, point.weights, count, mask_);
+        return compareNeighbour<3>(centre, taps, point.weights, count, mask(k));
       default:
-        return compareNeighbour<4>(centre, taps, point.weights, count, mask_);
+        return compareNeighbour<4>(centre, taps, point.weights, count, mask(k));
     }
   }
+
+  // Of a neighbour and of the one before it.
+  uint8_t* mask(int32_t k) { return masks_[k & 1]; }
 
   // A row's pixels, which may lie outside; no row: all do.
   const T* gathered(const T* row, int64_t x, int32_t count, T* copy) const {
@@ -170,7 +209,7 @@ class LbpRows {
   const StripImage<T>& image_;
   const LbpPattern& pattern_;
   alignas(16) T copies_[4][kLbpStrip];
-  alignas(16) uint8_t mask_[kLbpStrip];
+  alignas(16) uint8_t masks_[2][kLbpStrip];
 };
 
 }  // namespace dax
