@@ -56,8 +56,11 @@ class Leveller {
 
 // --- Counting ---
 
-// Two tables for each offset, counted in by turns, so that equal pairs do not wait for each other.
-constexpr int32_t kTables = 2;
+// Two tables for each offset, counted in by turns, so that equal pairs do not wait for each other; one where two would
+// not fit the cache.
+constexpr uint64_t tablesOf(int32_t levels) {
+  return levels <= 64 ? 2 : 1;
+}
 
 struct CoOccurrenceBuffer {
   CoOccurrenceBuffer(DaxiSize size, int32_t levels, int32_t offsets, uint32_t threads)
@@ -65,22 +68,22 @@ struct CoOccurrenceBuffer {
                                    std::min<uint32_t>(kMaxCountingTiles, static_cast<uint32_t>(size.height)))),
         width(static_cast<uint64_t>(size.width)),
         cells(static_cast<uint64_t>(levels) * static_cast<uint64_t>(levels)),
-        tables(cells * kTables * static_cast<uint64_t>(offsets)),
+        tables(tablesOf(levels) * cells),
+        all(tables * static_cast<uint64_t>(offsets)),
         rows(layout.add<uint8_t>(2 * width * tiles)),
-        counts(layout.add<uint32_t>(tables * tiles)) {}
+        counts(layout.add<uint32_t>(all * tiles)) {}
   uint32_t tiles;
-  uint64_t width, cells, tables;
+  uint64_t width, cells;
+  uint64_t tables, all;  // cells of the tables of one offset, and of all
   BufferLayout layout;
   BufferPiece<uint8_t> rows;  // two rows of levels
   BufferPiece<uint32_t> counts;
 };
 
-// Counts pairs (a[i], b[i]).
-void countPairs(const uint8_t* a, const uint8_t* b, int32_t count, uint32_t levels, uint64_t cells,
-                uint32_t* __restrict table) {
+// Counts pairs (a[i], b[i]) in one table and another one.
+void countPairs(const uint8_t* a, const uint8_t* b, int32_t count, uint32_t levels, uint32_t* table, uint32_t* other) {
   constexpr int32_t kStrip = 512;
   uint16_t pairs[kStrip];
-  uint32_t* const other = table + cells;
   for (int32_t first = 0; first < count; first += kStrip) {
     const int32_t n = std::min(kStrip, count - first);
     for (int32_t i = 0; i < n; ++i) pairs[i] = static_cast<uint16_t>(a[first + i] * levels + b[first + i]);
@@ -102,7 +105,7 @@ struct CoOccurrence {
   const DaxiCoOccurrenceCfg& cfg;
   Offset offsets[kOffsets];
 
-  void countRows(int32_t first, int32_t end, uint8_t* rows, uint32_t* counts, uint64_t cells) const {
+  void countRows(int32_t first, int32_t end, uint8_t* rows, uint32_t* counts, const CoOccurrenceBuffer& at) const {
     const Leveller<T> leveller(cfg);
     const int32_t dy = offsets[kOffsets - 1].dy;
     uint8_t *const own = rows, *const other = dy == 0 ? own : rows + size.width;
@@ -118,8 +121,9 @@ struct CoOccurrence {
         const uint8_t* const partners = down == 0 ? own : other;
         const int32_t left = std::max(0, -dx), reach = std::abs(dx);
         if (reach >= size.width) continue;
-        countPairs(own + left, partners + left + dx, size.width - reach, static_cast<uint32_t>(cfg.levels), cells,
-                   counts + kTables * cells * k);
+        uint32_t* const table = counts + at.tables * k;
+        countPairs(own + left, partners + left + dx, size.width - reach, static_cast<uint32_t>(cfg.levels), table,
+                   table + (at.tables - at.cells));
       }
     }
   }
@@ -129,21 +133,22 @@ struct CoOccurrence {
     const CoOccurrenceBuffer at(size, cfg.levels, kOffsets, isPooled ? on.threads : 1);
     uint8_t* const rows = at.rows.in(buffer);
     uint32_t* const counts = at.counts.in(buffer);
-    std::fill_n(counts, at.tables * at.tiles, 0u);
+    std::fill_n(counts, at.all * at.tiles, 0u);
     const auto tile = [&](int32_t first, int32_t end, uint32_t slice) -> DaxStatus {
-      countRows(first, end, rows + 2 * at.width * slice, counts + at.tables * slice, at.cells);
+      countRows(first, end, rows + 2 * at.width * slice, counts + at.all * slice, at);
       return DAX_STS_OK;
     };
     DAX_REQUIRE_OK(isPooled ? runTiles(on.pool, at.tiles, size.height, 1, tile) : tile(0, size.height, 0));
-    for (uint64_t k = 0; k < kOffsets; ++k) sumUp(counts + kTables * at.cells * k, at, to + at.cells * k);
+    for (uint64_t k = 0; k < kOffsets; ++k) sumUp(counts + at.tables * k, at, to + at.cells * k);
     return DAX_STS_OK;
   }
 
  private:
   // The tables of one offset, of all tiles.
   void sumUp(uint32_t* tables, const CoOccurrenceBuffer& at, uint32_t* to) const {
-    for (uint64_t k = 1; k < kTables * at.tiles; ++k) {
-      const uint32_t* const part = tables + at.tables * (k / kTables) + at.cells * (k % kTables);
+    const uint64_t perTile = tablesOf(cfg.levels);
+    for (uint64_t k = 1; k < perTile * at.tiles; ++k) {
+      const uint32_t* const part = tables + at.all * (k / perTile) + at.cells * (k % perTile);
       for (uint64_t i = 0; i < at.cells; ++i) tables[i] += part[i];
     }
     const auto levels = static_cast<uint64_t>(cfg.levels);
