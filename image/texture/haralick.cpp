@@ -15,13 +15,13 @@ namespace dax {
 namespace {
 
 struct HaralickBuffer {
-  explicit HaralickBuffer(int32_t levels)
-      : rows(layout.add<uint64_t>(static_cast<uint64_t>(levels))),
-        columns(layout.add<uint64_t>(static_cast<uint64_t>(levels))),
-        sums(layout.add<uint64_t>(static_cast<uint64_t>(2 * levels + 1))),
-        differences(layout.add<uint64_t>(static_cast<uint64_t>(levels))),
-        matrix(layout.add<double>(static_cast<uint64_t>(levels * levels))),
-        room(layout.add<double>(static_cast<uint64_t>(SecondSingularValue::kRoom * levels))) {}
+  explicit HaralickBuffer(uint64_t levels)
+      : rows(layout.add<uint64_t>(levels)),
+        columns(layout.add<uint64_t>(levels)),
+        sums(layout.add<uint64_t>(2 * levels + 1)),
+        differences(layout.add<uint64_t>(levels)),
+        matrix(layout.add<double>(levels * levels)),
+        room(layout.add<double>(SecondSingularValue::kRoom * levels)) {}
   BufferLayout layout;
   BufferPiece<uint64_t> rows, columns, sums, differences;
   BufferPiece<double> matrix, room;
@@ -73,7 +73,7 @@ double entropyOf(const CountsBy& of) {
 class HaralickMatrix {
  public:
   HaralickMatrix(const uint32_t* counts, int32_t levels, void* buffer)
-      : counts_(counts), levels_(levels), at_(levels), buffer_(buffer) {
+      : counts_(counts), levels_(levels), at_(static_cast<uint64_t>(levels)), buffer_(buffer) {
     uint64_t *const rows = at_.rows.in(buffer), *const columns = at_.columns.in(buffer);
     uint64_t *const sums = at_.sums.in(buffer), *const differences = at_.differences.in(buffer);
     std::fill_n(rows, levels, uint64_t{0});
@@ -162,7 +162,7 @@ bool isLevelCount(int32_t levels) {
 DaxStatus DAXI_HaralickFeaturesBufferSize(int32_t levels, uint64_t* bytes) {
   DAX_REQUIRE(bytes, DAX_STS_NULL_POINTER);
   DAX_REQUIRE(dax::isLevelCount(levels), DAX_STS_BAD_PARAM);
-  return dax::HaralickBuffer(levels).layout.store(bytes);
+  return dax::HaralickBuffer(static_cast<uint64_t>(levels)).layout.store(bytes);
 }
 
 DaxStatus DAXI_HaralickFeatures(const uint32_t* counts, int32_t levels, DaxiHaralickFeatures* features, void* buffer) {
