@@ -13,7 +13,7 @@
 
 namespace dax {
 
-inline constexpr int32_t kLbpStrip = 256;
+inline constexpr int32_t kLbpStrip = 512;
 
 // Pointers are copied: vectors need to know that no mask is written over them. Of bytes in 16 bits, which vectors hold
 // twice as many of: the sum of w (pixel - centre) is 32 high + low for weights 32 high + low. Its parts stay below 128
@@ -105,7 +105,7 @@ class LbpBits {
  private:
   int32_t points_;
   bool isTurned_;  // to the smallest number
-  alignas(16) Code codes_[kLbpStrip];
+  alignas(16) Code codes_[kLbpStrip] = {};
 };
 
 // Uniform codes: bits and changes from one to the next are counted. Takes the mask before each one, too.
@@ -143,13 +143,15 @@ class LbpChanges {
 
  private:
   int32_t points_;
-  alignas(16) uint8_t codes_[kLbpStrip], changes_[kLbpStrip], first_[kLbpStrip];
+  alignas(16) uint8_t codes_[kLbpStrip] = {}, changes_[kLbpStrip] = {}, first_[kLbpStrip] = {};
 };
 
 template <class T>
 class LbpRows {
  public:
-  LbpRows(const StripImage<T>& image, const LbpPattern& pattern) : image_(image), pattern_(pattern) {}
+  LbpRows(const StripImage<T>& image, const LbpPattern& pattern) : image_(image), pattern_(pattern) {
+    std::fill_n(constants_, kLbpStrip, image.value);
+  }
 
   // Calls take(x, codes, count) for the strips of a row.
   template <class Codes, class Take>
@@ -158,12 +160,13 @@ class LbpRows {
     const int64_t inner = std::max(reach, width - reach);
     for (int64_t x = 0, end = 0; x < width; x = end) {
       // Strips at both ends may reach what is not there.
+      const bool isAtEnd = x < reach || x >= inner;
       const int64_t limit = x < reach ? std::min(reach, width) : x < inner ? std::min(inner, width) : width;
-      end = std::min(limit, x + kLbpStrip);
+      end = std::min(limit, x + (isAtEnd ? kEndStrip : kLbpStrip));
       const auto count = static_cast<int32_t>(end - x);
       codes.begin(count);
       for (int32_t k = 0; k < pattern_.count; ++k) {
-        addNeighbour(k, x, y, count, x < reach || x >= inner);
+        addNeighbour(k, x, y, count, isAtEnd);
         codes.add(k, mask(k), mask(k - 1), count);
       }
       codes.end(mask(pattern_.count - 1), count);
@@ -172,12 +175,14 @@ class LbpRows {
   }
 
  private:
+  static constexpr int32_t kEndStrip = 64;
+
   [[gnu::noinline]] void addNeighbour(int32_t k, int64_t x, int64_t y, int32_t count, bool isAtEnd) {
     const LbpPoint& point = pattern_.points[k];
     const T* taps[4] = {};
     for (int32_t t = 0; t < point.taps; ++t) {
       const T* const row = image_.row(y + point.dy[t]);
-      taps[t] = row && !isAtEnd ? row + x + point.dx[t] : gathered(row, x + point.dx[t], count, copies_[t]);
+      taps[t] = isAtEnd ? gathered(row, x + point.dx[t], count, copies_[t]) : row ? row + x + point.dx[t] : constants_;
     }
     const T* const centre = rowAt(image_.src, image_.step, static_cast<int32_t>(y)) + x;
     switch (point.taps) {
@@ -208,8 +213,9 @@ class LbpRows {
 
   const StripImage<T>& image_;
   const LbpPattern& pattern_;
-  alignas(16) T copies_[4][kLbpStrip];
-  alignas(16) uint8_t masks_[2][kLbpStrip];
+  alignas(16) T constants_[kLbpStrip];
+  T copies_[4][kEndStrip] = {};
+  alignas(16) uint8_t masks_[2][kLbpStrip] = {};
 };
 
 }  // namespace dax

@@ -93,7 +93,7 @@ TYPED_TEST(LocalPatterns, EqualTheDefinition) {
       cfg.radius = 0.5 + 0.25 * random.below(16);
       cfg.points = isWide ? 9 + random.below(cfg.codes == DAXI_LBP_UNIFORM ? 16 : 8) : 4 + random.below(5);
     }
-    const DaxiSize size = {round < 6 ? 255 + 3 * round : 1 + random.below(40), 1 + random.below(9)};
+    const DaxiSize size = {round < 6 ? 508 + 3 * round : 1 + random.below(40), 1 + random.below(9)};
     FilterScene<TypeParam> s(size, cfg.border == DAXI_BORDER_IN_MEMORY ? 6 : 0, static_cast<uint64_t>(round));
     s.image.fill([&](int32_t, int32_t) { return random.below(5); });
     checkImage<TypeParam, uint16_t>(s, cfg, P::kWords, P::kPooledWords, true);
