@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <cstdlib>
 #include <limits>
-#include <type_traits>
 
 #include "frame/check.h"
 #include "frame/memory/work_buffer.h"
@@ -23,35 +22,38 @@ struct Offset {
 
 // --- Levels ---
 
-// Levels of values by a multiplication: floor(n L / span) = floor(n ceil(L 2^k / span) / 2^k), since the error of the
-// factor, below 1, times n stays below 2^k / span, with n <= span and span^2 <= 2^k.
+// floor(n L / span) without a division of integers. Bytes: floor(n ceil(L 2^16 / span) / 2^16), since the error of the
+// factor, below 1, times n stays below 2^16 / span, with n <= span and span^2 <= 2^16. Words: the quotient of floats; n
+// L is exact, and what lies 1 / span >= 2^-16 below a whole number up to 256 is not rounded up to it.
 template <class T>
 class Leveller {
-  using Wide = std::conditional_t<sizeof(T) == 1, uint32_t, uint64_t>;
-  static constexpr int kShift = 16 * sizeof(T);
-
  public:
   explicit Leveller(const DaxiCoOccurrenceCfg& cfg)
       : low_(static_cast<T>(cfg.low)),
         // The first value above, which has the last level.
         above_(static_cast<T>(std::min<int32_t>(cfg.high + 1, std::numeric_limits<T>::max()))),
-        last_(static_cast<Wide>(cfg.levels - 1)) {
-    const auto span = static_cast<uint64_t>(cfg.high - cfg.low) + 1;
-    factor_ = static_cast<Wide>(((static_cast<uint64_t>(cfg.levels) << kShift) + span - 1) / span);
-  }
+        levels_(cfg.levels),
+        span_(cfg.high - cfg.low + 1) {}
 
   void run(const T* from, uint8_t* __restrict to, int32_t count) const {
     const T low = low_, above = above_;
-    const Wide factor = factor_, last = last_;
+    const int32_t last = levels_ - 1, factor = ((levels_ << 16) + span_ - 1) / span_;
+    const auto levels = static_cast<float>(levels_), span = static_cast<float>(span_);
     for (int32_t i = 0; i < count; ++i) {
-      const auto n = static_cast<T>(std::min(std::max(from[i], low), above) - low);
-      to[i] = static_cast<uint8_t>(std::min<Wide>((n * factor) >> kShift, last));
+      const int32_t n = std::min(std::max(from[i], low), above) - low;
+      int32_t level;
+      if constexpr (sizeof(T) == 1) {
+        level = (n * factor) >> 16;
+      } else {
+        level = static_cast<int32_t>(static_cast<float>(n) * levels / span);
+      }
+      to[i] = static_cast<uint8_t>(std::min(level, last));
     }
   }
 
  private:
   T low_, above_;
-  Wide last_, factor_;
+  int32_t levels_, span_;
 };
 
 // --- Counting ---
