@@ -31,13 +31,14 @@ struct LbpPattern {
   static constexpr int32_t kMaxPoints = 24, kOne = 4096;
 
   int32_t count;
+  bool isAround;  // of the eight pixels around
   int32_t reach = 0;
   LbpPoint points[kMaxPoints];
 
-  explicit LbpPattern(const DaxiLbpCfg& cfg) : count(cfg.points) {
+  explicit LbpPattern(const DaxiLbpCfg& cfg) : count(cfg.points), isAround(cfg.radius == 0) {
     constexpr int8_t kAround[8][2] = {{1, 0}, {1, 1}, {0, 1}, {-1, 1}, {-1, 0}, {-1, -1}, {0, -1}, {1, -1}};
     for (int32_t k = 0; k < count; ++k) {
-      if (cfg.radius == 0) {
+      if (isAround) {
         points[k].add(kAround[k][0], kAround[k][1], kOne);
       } else {
         const SinCos turn = elementary::sinCos(2 * std::numbers::pi * k / count);

@@ -80,6 +80,17 @@ class LbpBits {
 
   void begin(int32_t count) { std::fill_n(codes_, count, Code{0}); }
 
+  // All bits of the eight pixels around at once.
+  template <class T>
+  [[gnu::noinline]] void takeAround(const T* above, const T* own, const T* below, int32_t count) {
+    for (int32_t i = 0; i < count; ++i) {
+      const auto bit = [centre = own[i]](T v, int32_t k) { return static_cast<Code>(v >= centre ? 1 << k : 0); };
+      codes_[i] =
+          static_cast<Code>(bit(own[i + 1], 0) | bit(below[i + 1], 1) | bit(below[i], 2) | bit(below[i - 1], 3) |
+                            bit(own[i - 1], 4) | bit(above[i - 1], 5) | bit(above[i], 6) | bit(above[i + 1], 7));
+    }
+  }
+
   [[gnu::noinline]] void add(int32_t k, const uint8_t* __restrict mask, const uint8_t*, int32_t count) {
     const auto bit = static_cast<Code>(1 << k);
     // Sign extension makes 255 all bits of a code.
@@ -150,7 +161,7 @@ template <class T>
 class LbpRows {
  public:
   LbpRows(const StripImage<T>& image, const LbpPattern& pattern) : image_(image), pattern_(pattern) {
-    std::fill_n(constants_, kLbpStrip, image.value);
+    std::fill_n(constants_, kLbpStrip + 2, image.value);
   }
 
   // Calls take(x, codes, count) for the strips of a row.
@@ -164,11 +175,7 @@ class LbpRows {
       const int64_t limit = x < reach ? std::min(reach, width) : x < inner ? std::min(inner, width) : width;
       end = std::min(limit, x + (isAtEnd ? kEndStrip : kLbpStrip));
       const auto count = static_cast<int32_t>(end - x);
-      codes.begin(count);
-      for (int32_t k = 0; k < pattern_.count; ++k) {
-        addNeighbour(k, x, y, count, isAtEnd);
-        codes.add(k, mask(k), mask(k - 1), count);
-      }
+      addNeighbours(x, y, count, isAtEnd, codes);
       codes.end(mask(pattern_.count - 1), count);
       take(x, codes.codes(), count);
     }
@@ -176,6 +183,22 @@ class LbpRows {
 
  private:
   static constexpr int32_t kEndStrip = 64;
+
+  template <class Codes>
+  void addNeighbours(int64_t x, int64_t y, int32_t count, bool isAtEnd, Codes& codes) {
+    if constexpr (!std::is_same_v<Codes, LbpChanges>) {
+      const auto pixels = [&](int64_t line) {
+        const T* const row = image_.row(line);
+        return row ? row + x : constants_ + 1;
+      };
+      if (pattern_.isAround && !isAtEnd) return codes.takeAround(pixels(y - 1), pixels(y), pixels(y + 1), count);
+    }
+    codes.begin(count);
+    for (int32_t k = 0; k < pattern_.count; ++k) {
+      addNeighbour(k, x, y, count, isAtEnd);
+      codes.add(k, mask(k), mask(k - 1), count);
+    }
+  }
 
   [[gnu::noinline]] void addNeighbour(int32_t k, int64_t x, int64_t y, int32_t count, bool isAtEnd) {
     const LbpPoint& point = pattern_.points[k];
@@ -213,7 +236,7 @@ class LbpRows {
 
   const StripImage<T>& image_;
   const LbpPattern& pattern_;
-  alignas(16) T constants_[kLbpStrip];
+  alignas(16) T constants_[kLbpStrip + 2];
   T copies_[4][kEndStrip] = {};
   alignas(16) uint8_t masks_[2][kLbpStrip] = {};
 };
