@@ -7,7 +7,7 @@
 #include "frame/check.h"
 #include "frame/memory/work_buffer.h"
 #include "frame/rows.h"
-#include "frame/tiles.h"
+#include "frame/slices.h"
 
 static_assert(sizeof(DaxiCoOccurrenceCfg) == 24);
 
@@ -131,16 +131,13 @@ struct CoOccurrence {
   }
 
   DaxStatus run(PoolThreads on, uint32_t* to, void* buffer) const {
-    const bool isPooled = hasPool(on.pool, on.threads);
-    const CoOccurrenceBuffer at(size, cfg.levels, kOffsets, isPooled ? on.threads : 1);
+    const CoOccurrenceBuffer at(size, cfg.levels, kOffsets, hasPool(on.pool, on.threads) ? on.threads : 1);
     uint8_t* const rows = at.rows.in(buffer);
     uint32_t* const counts = at.counts.in(buffer);
     std::fill_n(counts, at.all * at.tiles, 0u);
-    const auto tile = [&](int32_t first, int32_t end, uint32_t slice) -> DaxStatus {
+    DAX_REQUIRE_OK(runSlices(on, at.tiles, size.height, 1, [&](int32_t first, int32_t end, uint32_t slice) {
       countRows(first, end, rows + 2 * at.width * slice, counts + at.all * slice, at);
-      return DAX_STS_OK;
-    };
-    DAX_REQUIRE_OK(isPooled ? runTiles(on.pool, at.tiles, size.height, 1, tile) : tile(0, size.height, 0));
+    }));
     for (uint64_t k = 0; k < kOffsets; ++k) sumUp(counts + at.tables * k, at, to + at.cells * k);
     return DAX_STS_OK;
   }

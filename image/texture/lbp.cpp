@@ -2,8 +2,7 @@
 
 #include "frame/memory/work_buffer.h"
 #include "frame/op2d.h"
-#include "image/border/border_pixel.h"
-#include "image/border/bordered_rows.h"
+#include "frame/slices.h"
 #include "image/texture/lbp_rows.h"
 
 static_assert(sizeof(DaxiLbpCfg) == 32);
@@ -12,6 +11,7 @@ namespace dax {
 namespace {
 
 constexpr int32_t kMaxBits = 16;
+constexpr uint32_t kMaxLbpSlices = 64;
 
 template <class T, class Codes, class Take>
 void runLbpRows(LbpRows<T>& rows, int32_t first, int32_t end, Codes codes, Take take) {
@@ -22,7 +22,7 @@ void runLbpRows(LbpRows<T>& rows, int32_t first, int32_t end, Codes codes, Take 
 
 // Calls take(y, x, codes, count) for the strips of some rows.
 template <class T, class Take>
-void forEachLbpStrip(const StripImage<T>& image, const DaxiLbpCfg& cfg, const LbpPattern& pattern, int32_t first,
+void forEachLbpStrip(const BorderedImage<T>& image, const DaxiLbpCfg& cfg, const LbpPattern& pattern, int32_t first,
                      int32_t end, Take take) {
   LbpRows<T> rows(image, pattern);
   const bool isTurned = cfg.codes == DAXI_LBP_ROTATION;
@@ -36,7 +36,7 @@ void forEachLbpStrip(const StripImage<T>& image, const DaxiLbpCfg& cfg, const Lb
 }
 
 template <class T>
-StripImage<T> lbpImage(const T* src, int32_t srcStep, DaxiSize size, const DaxiLbpCfg& cfg) {
+BorderedImage<T> lbpImage(const T* src, int32_t srcStep, DaxiSize size, const DaxiLbpCfg& cfg) {
   return {src, srcStep, size, cfg.border, borderPixel<T>(cfg.value)};
 }
 
@@ -48,7 +48,7 @@ DaxStatus lbp(PoolThreads on, const T* src, int32_t srcStep, D* dst, int32_t dst
   DAX_REQUIRE(rowFits(size.width, std::min(srcStep, dstStep)), DAX_STS_BAD_STEP);
   DAX_REQUIRE_OK(checkLbp(*cfg, 8 * sizeof(D)));
   const LbpPattern pattern(*cfg);
-  const StripImage<T> image = lbpImage(src, srcStep, size, *cfg);
+  const BorderedImage<T> image = lbpImage(src, srcStep, size, *cfg);
   return runRows(on, size.height, [&](int32_t first, int32_t end) {
     forEachLbpStrip(image, *cfg, pattern, first, end, [&](int32_t y, int64_t x, const auto* codes, int32_t count) {
       D* const to = rowAt(dst, dstStep, y) + x;
@@ -98,7 +98,7 @@ class LbpCounter {
 struct LbpHistogramBuffer {
   LbpHistogramBuffer(const DaxiLbpCfg& cfg, uint32_t threads)
       : length(static_cast<uint64_t>(lbpCodeCount(cfg))),
-        tiles(std::clamp<uint32_t>(threads, 1, kMaxTiles)),
+        tiles(std::clamp<uint32_t>(threads, 1, kMaxLbpSlices)),
         counts(layout.add<uint64_t>(length * tiles)) {}
   uint64_t length;
   uint32_t tiles;
@@ -113,7 +113,7 @@ DaxStatus checkLbpHistogram(int32_t srcStep, DaxiSize size, const DaxiLbpCfg* cf
 }
 
 template <class T>
-void countLbpRows(const StripImage<T>& image, const DaxiLbpCfg& cfg, const LbpPattern& pattern, int32_t first,
+void countLbpRows(const BorderedImage<T>& image, const DaxiLbpCfg& cfg, const LbpPattern& pattern, int32_t first,
                   int32_t end, uint64_t* counts) {
   LbpCounter counter(counts, lbpCodeCount(cfg));
   forEachLbpStrip(image, cfg, pattern, first, end,
@@ -134,17 +134,14 @@ DaxStatus pooledLbpHistogram(PoolThreads on, const T* src, int32_t srcStep, Daxi
                              uint64_t* counts, void* buffer) {
   DAX_REQUIRE(src && cfg && counts && buffer, DAX_STS_NULL_POINTER);
   DAX_REQUIRE_OK(checkLbpHistogram(srcStep, size, cfg));
-  if (!hasPool(on.pool, on.threads)) return lbpHistogram(src, srcStep, size, cfg, counts);
   const LbpHistogramBuffer at(*cfg, on.threads);
   uint64_t* const parts = at.counts.in(buffer);
   std::fill_n(parts, at.length * at.tiles, uint64_t{0});
-  const StripImage<T> image = lbpImage(src, srcStep, size, *cfg);
+  const BorderedImage<T> image = lbpImage(src, srcStep, size, *cfg);
   const LbpPattern pattern(*cfg);
-  const auto tile = [&](int32_t first, int32_t end, uint32_t slice) -> DaxStatus {
+  DAX_REQUIRE_OK(runSlices(on, at.tiles, size.height, 1, [&](int32_t first, int32_t end, uint32_t slice) {
     countLbpRows(image, *cfg, pattern, first, end, parts + at.length * slice);
-    return DAX_STS_OK;
-  };
-  DAX_REQUIRE_OK(runTiles(on.pool, at.tiles, size.height, 1, tile));
+  }));
   for (uint64_t code = 0; code < at.length; ++code) {
     counts[code] = 0;
     for (uint64_t part = 0; part < at.tiles; ++part) counts[code] += parts[at.length * part + code];

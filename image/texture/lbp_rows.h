@@ -8,7 +8,7 @@
 #include <type_traits>
 #include <utility>
 
-#include "image/border/strip_image.h"
+#include "image/border/bordered_image.h"
 #include "image/texture/lbp_pattern.h"
 
 namespace dax {
@@ -160,7 +160,7 @@ class LbpChanges {
 template <class T>
 class LbpRows {
  public:
-  LbpRows(const StripImage<T>& image, const LbpPattern& pattern) : image_(image), pattern_(pattern) {
+  LbpRows(const BorderedImage<T>& image, const LbpPattern& pattern) : image_(image), pattern_(pattern) {
     std::fill_n(constants_, kLbpStrip + 2, image.value);
   }
 
@@ -234,7 +234,7 @@ class LbpRows {
     return copy;
   }
 
-  const StripImage<T>& image_;
+  const BorderedImage<T>& image_;
   const LbpPattern& pattern_;
   alignas(16) T constants_[kLbpStrip + 2];
   T copies_[4][kEndStrip] = {};

@@ -22,7 +22,7 @@
  *   more than 2^31 - 1 pixels                             0x1000001a
  *   srcStep < width                                       0x1000001b
  *   configuration, in the order of its fields             0x10000019
- * A failed call writes nothing; _MT forms return the status of the host's parallel-for, unchanged. */
+ * When a check fails, nothing is written; _MT forms return the status of the host's parallel-for, unchanged. */
 #ifndef DAXI_CO_OCCURRENCE_H
 #define DAXI_CO_OCCURRENCE_H
 

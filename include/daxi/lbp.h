@@ -31,7 +31,7 @@
  *   width < 1 or height < 1                            0x1000001a
  *   width above the smaller step                       0x1000001b
  *   configuration, in the order of its fields          0x10000019
- * A failed call writes nothing; _MT forms return the status of the host's parallel-for, unchanged. */
+ * When a check fails, nothing is written; _MT forms return the status of the host's parallel-for, unchanged. */
 #ifndef DAXI_LBP_H
 #define DAXI_LBP_H
 

@@ -222,9 +222,5 @@ def laws_energy(
     cfg.across, cfg.down = choice("across", across, _VECTORS), choice("down", down, _VECTORS)
     cfg.window, cfg.border, cfg.value = as_size(window), choice("mode", mode, FILTER_BORDERS), value
     name, work = "DAXI_LawsEnergy_{type}_{layout}R", "DAXI_LawsEnergyBufferSize_{type}"
-    form: dict[str, Any] = {"types": "8u32f 16u32f 32f", "out": out}
-    if pool is None:
-        return apply(name, {"image": image}, cfg, work=work, measures=(cfg,), **form)
-    measures = (cfg, handle_of(pool)[0])
-    return apply(name, {"image": image}, cfg, work=work + "_MT", measures=measures, pooled=name + "_MT", pool=pool,
-                 **form)
+    form: dict[str, Any] = {"work": work, "measures": (cfg,), "pooled": name + "_MT", "pool": pool, "out": out}
+    return apply(name, {"image": image}, cfg, types="8u32f 16u32f 32f", **form)
