@@ -10,8 +10,8 @@ namespace dax {
 // element.
 class UnionFind {
  public:
-  // `parents` has room for all elements that will be added.
-  explicit UnionFind(uint32_t* parents) : parents_(parents) {}
+  // `parents` has room for all elements that will be added; the first one is `first`.
+  explicit UnionFind(uint32_t* parents, uint32_t first = 0) : parents_(parents), count_(first) {}
 
   // Continues with the same elements in memory that has moved.
   void moveTo(uint32_t* parents) { parents_ = parents; }
@@ -27,6 +27,12 @@ class UnionFind {
       parents_[element] = parents_[parents_[element]];
       element = parents_[element];
     }
+    return element;
+  }
+
+  // The same, without shortening the way for others: several threads may ask at once.
+  uint32_t rootOf(uint32_t element) const {
+    while (parents_[element] != element) element = parents_[element];
     return element;
   }
 
@@ -50,7 +56,7 @@ class UnionFind {
 
  private:
   uint32_t* parents_;
-  uint32_t count_ = 0;
+  uint32_t count_;
 };
 
 }  // namespace dax

@@ -7,6 +7,7 @@
 #include "frame/check.h"
 #include "frame/op2d.h"
 #include "image/morphology/window_extremes.h"
+#include "image/threshold/gauss_windows.h"
 #include "image/threshold/threshold_local_portable.h"
 #include "image/window/local_sums.h"
 
@@ -26,7 +27,7 @@ bool isFiniteFrom(double v, double low) {
 
 DaxStatus checkLocalCfg(const DaxiThresholdLocalCfg& cfg, DaxiSize size) {
   constexpr int32_t kMaxSide = 32767, kMaxSum = std::numeric_limits<int32_t>::max();
-  DAX_REQUIRE(cfg.method >= DAXI_LOCAL_MEAN && cfg.method <= DAXI_LOCAL_BERNSEN, DAX_STS_BAD_PARAM);
+  DAX_REQUIRE(cfg.method >= DAXI_LOCAL_MEAN && cfg.method <= DAXI_LOCAL_GAUSS, DAX_STS_BAD_PARAM);
   DAX_REQUIRE(cfg.mode >= DAXI_LOCAL_LIGHT && cfg.mode <= DAXI_LOCAL_NOT_EQUAL, DAX_STS_BAD_PARAM);
   DAX_REQUIRE(atLeast(cfg.window, 1) && atMost(cfg.window, kMaxSide), DAX_STS_BAD_PARAM);
   DAX_REQUIRE(size.width <= kMaxSum - cfg.window.width, DAX_STS_BAD_PARAM);
@@ -56,6 +57,11 @@ struct LocalBuffer {
   LocalBuffer(DaxiSize size, const DaxiThresholdLocalCfg& cfg, uint32_t threads) {
     if (cfg.method == DAXI_LOCAL_WOLF) rows = layout.add<WolfRow>(static_cast<uint64_t>(size.height));
     const WindowedRegion region(size, cfg.window, cfg.border);
+    if (cfg.method == DAXI_LOCAL_GAUSS) {
+      const auto tiles = std::clamp<uint32_t>(threads, 1, static_cast<uint32_t>(size.height));
+      work = layout.addSlices(GaussWindowsBuffer<T>(region).layout.total(), tiles);
+      return;
+    }
     const auto addSlices = [&](const auto& slices) { work = layout.addSlices(slices.bytes, slices.count); };
     const bool squares = cfg.method != DAXI_LOCAL_MEAN;
     isLargeWindow(cfg) ? addSlices(LocalSumsSlices<T, true>(region, squares, threads))
@@ -242,6 +248,23 @@ DaxStatus maskByDeviation(const LocalCall<T>& call) {
   return maskBySums<isLarge>(call, DeviationTerm{0, 0});
 }
 
+// --- From weighted sums ---
+
+template <class T>
+DaxStatus maskByGauss(const LocalCall<T>& call) {
+  const WindowedRegion region = call.region();
+  const uint64_t bytes = GaussWindowsBuffer<T>(region).layout.total();
+  const LocalTest test = call.test();
+  return runWindowTiles(call.on, region, 1, call.buffer, bytes, [&](int32_t first, int32_t end, void* own) {
+    const GaussWindows<T> windows(call.src.data, call.src.step, region, *call.cfg, own);
+    for (int32_t y = first; y < end; ++y) {
+      portable::weightedMask(rowAt(call.src.data, call.src.step, y), windows.compute(y), windows.columnTotals(),
+                             windows.rowTotal(y), rowAt(call.dst.data, call.dst.step, y), region.size.width, test);
+      call.applyMask(y);
+    }
+  });
+}
+
 // --- From extremes ---
 
 template <class T>
@@ -276,6 +299,7 @@ DaxStatus thresholdLocal(const LocalCall<T>& call, bool isMasked) {
   DAX_REQUIRE(call.size.width <= std::min({call.src.step, call.mask.step, call.dst.step}), DAX_STS_BAD_STEP);
   DAX_REQUIRE_OK(checkLocalCfg(*cfg, call.size));
   if (cfg->method == DAXI_LOCAL_BERNSEN) return maskByExtremes(call);
+  if (cfg->method == DAXI_LOCAL_GAUSS) return maskByGauss(call);
   const bool isMean = cfg->method == DAXI_LOCAL_MEAN;
   if (isLargeWindow(*cfg)) return isMean ? maskBySums<true>(call, MeanTerm{}) : maskByDeviation<true>(call);
   return isMean ? maskBySums<false>(call, MeanTerm{}) : maskByDeviation<false>(call);
@@ -284,8 +308,8 @@ DaxStatus thresholdLocal(const LocalCall<T>& call, bool isMasked) {
 // `unit`: a grey level of 8 bits.
 DaxStatus localDefaults(int32_t method, DaxiThresholdLocalCfg* cfg, double unit) {
   DAX_REQUIRE(cfg, DAX_STS_NULL_POINTER);
-  DAX_REQUIRE(method >= DAXI_LOCAL_MEAN && method <= DAXI_LOCAL_BERNSEN, DAX_STS_BAD_PARAM);
-  constexpr double kFactors[] = {0, 0.2, -0.2, 0.2, 0.5, 0}, kOffsets[] = {5, 5, 0, 0, 0, 5};
+  DAX_REQUIRE(method >= DAXI_LOCAL_MEAN && method <= DAXI_LOCAL_GAUSS, DAX_STS_BAD_PARAM);
+  constexpr double kFactors[] = {0, 0.2, -0.2, 0.2, 0.5, 0, 0}, kOffsets[] = {5, 5, 0, 0, 0, 5, 5};
   *cfg = {method,
           DAXI_LOCAL_LIGHT,
           {31, 31},

@@ -9,16 +9,19 @@
  *   WOLF           m - k (1 - s / s_max) (m - x_min)   (Wolf, Jolion 2004), with the greatest deviation of all windows
  *                  and the least pixel of the region; m where s_max is 0
  *   BERNSEN        (max + min) / 2 of the window (Bernsen 1986); where max - min is below minContrast, nothing is set
+ *   GAUSS          the mean weighted by exp(-(i^2 / a^2 + j^2 / b^2) / 2) at i, j pixels from the middle, a and b being k
+ *                  times the window's width and height
  * A pixel x is set, 255, else 0, by
  *   LIGHT      x >= T + offset          DARK  x <= T - offset
  *   EQUAL      |x - T| <= offset        NOT_EQUAL  |x - T| > offset
  *
  * Sums of integers are exact, whatever the window. n x - S is compared with n (T - m) + n offset, where only the term
- * with the deviation is rounded, in double precision: the mean itself is never rounded. 32f: sums are those of suffixes
- * and prefixes of blocks as large as the window, in double precision; each pixel counts only in its own windows, so
- * that NaN, infinities and large values do not spread further. A comparison with a NaN fails: in its windows NOT_EQUAL
- * sets all pixels and the others none; BERNSEN takes NaN as gray_morphology.h does. WOLF leaves deviations that are NaN
- * out.
+ * with the deviation is rounded, in double precision: the mean itself is never rounded. Weights of GAUSS are taken to
+ * whole numbers, which sum to 2^18 along each axis but for that rounding; with them its sums are exact as well. 32f: sums
+ * are those of suffixes and prefixes of blocks as large as the window, of GAUSS those of its weighted columns, in double
+ * precision; each pixel counts only in its own windows, so that NaN, infinities and large values do not spread further.
+ * A comparison with a NaN fails: in its windows NOT_EQUAL sets all pixels and the others none; BERNSEN takes NaN as
+ * gray_morphology.h does. WOLF leaves deviations that are NaN out.
  *
  * Even windows reach one pixel further to the left, or up. Borders: replicated, mirrored, symmetric, circular, constant,
  * in memory, or clipped, the default, where n counts the pixels inside the image. In memory the pixels that windows
@@ -27,7 +30,7 @@
  * mask of C1MR chooses the pixels that may be set: where it is 0, dst is 0. Windows, x_min and s_max do not regard it.
  *
  * Steps count elements. src and dst must not overlap. The cost of a pixel does not depend on the window; 32f and BERNSEN
- * as in gray_morphology.h. Forms ending in _MT run on the host's pool, in at most `threads` tiles; any number works with
+ * as in gray_morphology.h; that of GAUSS grows with the sides of the window. Forms ending in _MT run on the host's pool, in at most `threads` tiles; any number works with
  * any pool, results do not depend on it, and pool may be null. Thread-safe for distinct destinations and buffers.
  *
  * Checks, in order:
@@ -51,7 +54,8 @@ enum {
   DAXI_LOCAL_NIBLACK = 2,
   DAXI_LOCAL_SAUVOLA = 3,
   DAXI_LOCAL_WOLF = 4,
-  DAXI_LOCAL_BERNSEN = 5
+  DAXI_LOCAL_BERNSEN = 5,
+  DAXI_LOCAL_GAUSS = 6
 };
 
 enum { DAXI_LOCAL_LIGHT = 0, DAXI_LOCAL_DARK = 1, DAXI_LOCAL_EQUAL = 2, DAXI_LOCAL_NOT_EQUAL = 3 };
@@ -59,12 +63,12 @@ enum { DAXI_LOCAL_LIGHT = 0, DAXI_LOCAL_DARK = 1, DAXI_LOCAL_EQUAL = 2, DAXI_LOC
 /* Configuration. 72 bytes. Defaults of 16u are 256 times, and of 32f, whose greys are taken as 0..1, 1/256 times those
  * of 8u, where they are greys. */
 typedef struct DaxiThresholdLocalCfg {
-  int32_t method;      /* 0..5: DAXI_LOCAL_MEAN to ..._BERNSEN */
-  int32_t mode;        /* 0..3: DAXI_LOCAL_LIGHT, the default, to ..._NOT_EQUAL */
-  DaxiSize window;     /* 31 x 31 by default; sides 1..32767, together with those of the image at most 2^31 - 1 */
-  double k;            /* finite; MEAN_VARIANCE 0.2, NIBLACK -0.2, SAUVOLA 0.2, WOLF 0.5, others 0 */
-  double r;            /* above 0, finite: of SAUVOLA, the deviation at which T is m; 128 */
-  double offset;       /* finite; MEAN, MEAN_VARIANCE and BERNSEN 5, others, published without one, 0 */
+  int32_t method;  /* 0..6: DAXI_LOCAL_MEAN to ..._GAUSS */
+  int32_t mode;    /* 0..3: DAXI_LOCAL_LIGHT, the default, to ..._NOT_EQUAL */
+  DaxiSize window; /* 31 x 31 by default; sides 1..32767, together with those of the image at most 2^31 - 1 */
+  double k;        /* finite; MEAN_VARIANCE 0.2, NIBLACK -0.2, SAUVOLA 0.2, WOLF 0.5, others 0; of GAUSS 0 means 1/6 */
+  double r;        /* above 0, finite: of SAUVOLA, the deviation at which T is m; 128 */
+  double offset;   /* finite; MEAN, MEAN_VARIANCE, BERNSEN and GAUSS 5, others, published without one, 0 */
   double minDeviation; /* >= 0, finite: of MEAN_VARIANCE; 2 */
   double minContrast;  /* >= 0, finite: of BERNSEN; 15 */
   int32_t border;      /* 0..6: DAXI_BORDER_REPLICATE to ..._CLIP, the default */
@@ -74,7 +78,7 @@ typedef struct DaxiThresholdLocalCfg {
 
 /* Fills in the defaults of a method.
  *
- * Checks, in order: cfg null -> 0x10000014; method outside 0..5 -> 0x10000019. Thread-safe. */
+ * Checks, in order: cfg null -> 0x10000014; method outside 0..6 -> 0x10000019. Thread-safe. */
 DAX_API DaxStatus DAXI_ThresholdLocalDefaultCfg_8u(int32_t method, DaxiThresholdLocalCfg* cfg);
 DAX_API DaxStatus DAXI_ThresholdLocalDefaultCfg_16u(int32_t method, DaxiThresholdLocalCfg* cfg);
 DAX_API DaxStatus DAXI_ThresholdLocalDefaultCfg_32f(int32_t method, DaxiThresholdLocalCfg* cfg);

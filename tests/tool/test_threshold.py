@@ -3,7 +3,7 @@
 import pictures
 import pytest
 
-LOCAL = ("mean", "mean-variance", "niblack", "sauvola", "wolf", "bernsen")
+LOCAL = ("mean", "mean-variance", "niblack", "sauvola", "wolf", "bernsen", "gauss")
 GLOBAL = ("otsu", "kapur", "yen", "li", "kittler", "isodata", "intermodes", "triangle")
 DOTS = [(x, y) for x in range(6, 60, 12) for y in range(6, 36, 12)]
 
@@ -38,10 +38,11 @@ def test_numbers(dax, page, tmp_path):
     dax("threshold", "in.pgm", "out.pgm", "--method", "percentile:25")
     assert abs(mask(tmp_path / "out.pgm").count(0) / (64 * 42) - 0.25) < 0.02
     counts = []
-    for text in ("mean:9,5", "mean:9,40", "sauvola:9,0.1", "sauvola:9,0.5", "bernsen:9,15", "bernsen:9,100"):
+    for text in ("mean:9,5", "mean:9,40", "sauvola:9,0.1", "sauvola:9,0.5", "bernsen:9,15", "bernsen:9,100",
+                 "gauss:9,5", "gauss:9,40"):
         dax("threshold", "in.pgm", "out.pgm", "--method", text, "--dark")
         counts.append(mask(tmp_path / "out.pgm").count(255))
-    assert counts[0] > counts[1] and counts[2] > counts[3] and counts[4] > counts[5]
+    assert counts[0] > counts[1] and counts[2] > counts[3] and counts[4] > counts[5] and counts[6] > counts[7]
 
 
 def test_levels_that_part_nothing_are_told(dax, tmp_path):
@@ -59,7 +60,7 @@ def test_all_in_one_picture(dax, page, tmp_path):
     assert (tmp_path / "all.png").read_bytes().startswith(b"\x89PNG")
 
 
-@pytest.mark.parametrize("method", ["mean:9,20", "sauvola:9,0.2", "bernsen:9,30"])
+@pytest.mark.parametrize("method", ["mean:9,20", "sauvola:9,0.2", "bernsen:9,30", "gauss:9,20"])
 def test_inspection_finds_all_dots(dax, page, method):
     result = dax("inspect", "in.pgm", "--threshold", method, "--dark", "--area", "7..11", "--json").json
     image = result["images"][0] if "images" in result else result

@@ -36,6 +36,8 @@ const bench::Own operations[] = {
     {"local threshold by the mean, 15 x 15, 8u", kBytes, onBytes<DAXI_LOCAL_MEAN, 15>},
     {"local threshold by the mean, 51 x 51, 8u", kBytes, onBytes<DAXI_LOCAL_MEAN, 51>},
     {"local threshold by the mean, 255 x 255, 8u", kBytes, onBytes<DAXI_LOCAL_MEAN, 255>},
+    {"local threshold by a Gaussian mean, 15 x 15, 8u", kBytes, onBytes<DAXI_LOCAL_GAUSS, 15>},
+    {"local threshold by a Gaussian mean, 51 x 51, 8u", kBytes, onBytes<DAXI_LOCAL_GAUSS, 51>},
     {"Sauvola's threshold, 15 x 15, 8u", kBytes, onBytes<DAXI_LOCAL_SAUVOLA, 15>},
     {"Sauvola's threshold, 51 x 51, 8u", kBytes, onBytes<DAXI_LOCAL_SAUVOLA, 51>},
     {"Sauvola's threshold, 255 x 255, 8u", kBytes, onBytes<DAXI_LOCAL_SAUVOLA, 255>},

@@ -5,12 +5,11 @@ namespace {
 using bench::Image;
 
 // The peer's mean is rounded before it is compared, so results differ by a few pixels.
-bench::Task prepareMean(int side) {
+bench::Task prepareMean(int side, int method = cv::ADAPTIVE_THRESH_MEAN_C) {
   const Image<uint8_t> from = bench::noise<uint8_t>();
   const Image<uint8_t> to(bench::kSize);
   return {[=] {
-    cv::adaptiveThreshold(bench::viewOf(from), bench::viewOf(to), 255, cv::ADAPTIVE_THRESH_MEAN_C, cv::THRESH_BINARY,
-                          side, 0);
+    cv::adaptiveThreshold(bench::viewOf(from), bench::viewOf(to), 255, method, cv::THRESH_BINARY, side, 0);
   }};
 }
 
@@ -43,6 +42,10 @@ const bench::OpenCvPeer operations[] = {
     {"local threshold by the mean, 15 x 15, 8u", [] { return prepareMean(15); }},
     {"local threshold by the mean, 51 x 51, 8u", [] { return prepareMean(51); }},
     {"local threshold by the mean, 255 x 255, 8u", [] { return prepareMean(255); }},
+    {"local threshold by a Gaussian mean, 15 x 15, 8u",
+     [] { return prepareMean(15, cv::ADAPTIVE_THRESH_GAUSSIAN_C); }},
+    {"local threshold by a Gaussian mean, 51 x 51, 8u",
+     [] { return prepareMean(51, cv::ADAPTIVE_THRESH_GAUSSIAN_C); }},
     {"Sauvola's threshold, 15 x 15, 8u", [] { return prepareDeviation<uint8_t, false>(15); }},
     {"Sauvola's threshold, 51 x 51, 8u", [] { return prepareDeviation<uint8_t, false>(51); }},
     {"Sauvola's threshold, 255 x 255, 8u", [] { return prepareDeviation<uint8_t, false>(255); }},

@@ -12,9 +12,9 @@ from ..pool import Pool, handle_of
 
 __all__ = ["hysteresis", "threshold_local"]
 
-Method = Literal["mean", "mean-variance", "niblack", "sauvola", "wolf", "bernsen"]
+Method = Literal["mean", "mean-variance", "niblack", "sauvola", "wolf", "bernsen", "gauss"]
 Test = Literal["light", "dark", "equal", "not-equal"]
-_METHODS = {"mean": 0, "mean-variance": 1, "niblack": 2, "sauvola": 3, "wolf": 4, "bernsen": 5}
+_METHODS = {"mean": 0, "mean-variance": 1, "niblack": 2, "sauvola": 3, "wolf": 4, "bernsen": 5, "gauss": 6}
 _TESTS = {"light": 0, "dark": 1, "equal": 2, "not-equal": 3}
 _GREYS = tuple(np.dtype(each) for each in (np.uint8, np.uint16, np.float32))
 _OUTPUT = {"8u": "8u", "16u": "16u8u", "32f": "32f8u"}
@@ -42,7 +42,8 @@ def threshold_local(
     image: (height, width) uint8, uint16, or float32, whose greys the defaults take as 0..1. method: the threshold T
     from the window's mean m and deviation s: mean m, mean-variance m + k max(s, min_deviation), niblack m + k s,
     sauvola m (1 + k (s / r - 1)), wolf m - k (1 - s / greatest s) (m - least grey), bernsen the middle of least and
-    greatest, where they are min_contrast apart. test: light x >= T + offset, dark x <= T - offset, equal
+    greatest, where they are min_contrast apart, gauss the mean weighted by a Gaussian of k times the window's sides,
+    a sixth where k is 0. test: light x >= T + offset, dark x <= T - offset, equal
     |x - T| <= offset, not-equal the rest. What is None has the default of the method and the type. mask: (height,
     width) uint8, pixels that may be set. window, mode, value, pool: as of local_mean.
 
@@ -87,11 +88,12 @@ def hysteresis(
     *,
     connectivity: Literal[4, 8] = 8,
     out: Optional[NDArray[np.uint8]] = None,
+    pool: Optional[Pool] = None,
 ) -> Array:
     """255 where a pixel above `low` hangs together with one above `high`, else 0.
 
     image: (height, width) uint8, uint16 or float32. connectivity: whether pixels hang together by their sides, 4, or by
-    their corners too.
+    their corners too. pool: threads.
 
     >>> dax.hysteresis(np.array([[5, 9, 5, 1, 5, 5]], np.uint8), 3, 8)
     array([[255, 255, 255,   0,   0,   0]], dtype=uint8)
@@ -101,6 +103,10 @@ def hysteresis(
     refuse_overlap(("image", src), ("out", dst))
     name = _OUTPUT[src.suffix]
     work = buffer(f"DAXI_ThresholdHysteresisBufferSize_{name}", dst.size)
-    planes = src.pointer, src.step, dst.pointer, dst.step, dst.size
-    call(f"DAXI_ThresholdHysteresis_{name}_C1R", *planes, low, high, connectivity, work)
+    arguments = src.pointer, src.step, dst.pointer, dst.step, dst.size, low, high, connectivity, work
+    if pool is None:
+        call(f"DAXI_ThresholdHysteresis_{name}_C1R", *arguments)
+    else:
+        threads, handle = handle_of(pool)
+        call(f"DAXI_ThresholdHysteresis_{name}_C1R_MT", handle, threads, *arguments)
     return dst.array

@@ -1,4 +1,4 @@
-// Fields of the configuration that depend on each other.
+// Fields of the configuration, and levels, that depend on each other.
 #include "daxi.h"
 #include "tests/hostile/call.h"
 
@@ -13,8 +13,19 @@ void configuration(Call& c) {
   });
 }
 
+void levels(Call& c) {
+  c.number("low", 0, 100);
+  c.number("high", 100, 255);
+}
+
+void floatLevels(Call& c) {
+  c.real("low", -9, 1);
+  c.real("high", 1, 9);
+}
+
 const Rows rows = {
-    {"DAXI_ThresholdBin_8u_*", configuration},
+    {"DAXI_ThresholdHysteresis_8u_*", levels},         {"DAXI_ThresholdHysteresis_16u8u_*", levels},
+    {"DAXI_ThresholdHysteresis_32f8u_*", floatLevels}, {"DAXI_ThresholdBin_8u_*", configuration},
     {"DAXI_ThresholdBinV2_8u_*", configuration},
 };
 

@@ -5,6 +5,7 @@
 #include <limits>
 #include <vector>
 
+#include "tests/support/mock_pool.h"
 #include "tests/support/test_image.h"
 
 namespace dax::test {
@@ -12,6 +13,8 @@ namespace {
 
 template <class T>
 using Hysteresis = DaxStatus (*)(const T*, int32_t, uint8_t*, int32_t, DaxiSize, T, T, int32_t, void*);
+template <class T>
+using Pooled = DaxStatus (*)(void*, uint32_t, const T*, int32_t, uint8_t*, int32_t, DaxiSize, T, T, int32_t, void*);
 using Query = DaxStatus (*)(DaxiSize, uint64_t*);
 
 // Spreads from the strong pixels until nothing changes.
@@ -42,7 +45,7 @@ TestImage<uint8_t> spread(const TestImage<T>& src, T low, T high, int32_t connec
 }
 
 template <class T>
-void checkHysteresis(const TestImage<T>& src, Query query, Hysteresis<T> hysteresis, T low, T high) {
+void checkHysteresis(const TestImage<T>& src, Query query, Hysteresis<T> hysteresis, Pooled<T> pooled, T low, T high) {
   uint64_t bytes = 0;
   ASSERT_EQ(query(src.size(), &bytes), DAX_STS_OK);
   for (const int32_t connectivity : {4, 8}) {
@@ -54,6 +57,14 @@ void checkHysteresis(const TestImage<T>& src, Query query, Hysteresis<T> hystere
         DAX_STS_OK);
     ASSERT_TRUE(samePixels(dst, spread(src, low, high, connectivity))) << src.size().width << " by " << connectivity;
     ASSERT_TRUE(dst.paddingUntouched());
+    for (const uint32_t threads : {2u, 5u, 1000u}) {
+      MockPool pool;
+      TestImage<uint8_t> again(src.size());
+      ASSERT_EQ(pooled(&pool, threads, src.data(), src.step(), again.data(), again.step(), src.size(), low, high,
+                       connectivity, buffer.data()),
+                DAX_STS_OK);
+      ASSERT_TRUE(samePixels(dst, again)) << src.size().width << " on " << threads;
+    }
   }
 }
 
@@ -73,11 +84,12 @@ TEST(ThresholdHysteresis, SpreadsFromStrongPixels) {
         floats.at(x, y) = v == 10 && x % 3 == 0 ? std::numeric_limits<float>::quiet_NaN() : static_cast<float>(v) - 50;
       }
     }
-    checkHysteresis<uint8_t>(bytes, DAXI_ThresholdHysteresisBufferSize_8u, DAXI_ThresholdHysteresis_8u_C1R, 10, 101);
-    checkHysteresis<uint16_t>(words, DAXI_ThresholdHysteresisBufferSize_16u8u, DAXI_ThresholdHysteresis_16u8u_C1R, 6000,
-                              61000);
-    checkHysteresis<float>(floats, DAXI_ThresholdHysteresisBufferSize_32f8u, DAXI_ThresholdHysteresis_32f8u_C1R, -40,
-                           51.5F);
+    checkHysteresis<uint8_t>(bytes, DAXI_ThresholdHysteresisBufferSize_8u, DAXI_ThresholdHysteresis_8u_C1R,
+                             DAXI_ThresholdHysteresis_8u_C1R_MT, 10, 101);
+    checkHysteresis<uint16_t>(words, DAXI_ThresholdHysteresisBufferSize_16u8u, DAXI_ThresholdHysteresis_16u8u_C1R,
+                              DAXI_ThresholdHysteresis_16u8u_C1R_MT, 6000, 61000);
+    checkHysteresis<float>(floats, DAXI_ThresholdHysteresisBufferSize_32f8u, DAXI_ThresholdHysteresis_32f8u_C1R,
+                           DAXI_ThresholdHysteresis_32f8u_C1R_MT, -40, 51.5F);
   }
 }
 
@@ -86,7 +98,8 @@ TEST(ThresholdHysteresis, LongWays) {
   TestImage<uint8_t> maze({41, 41});
   maze.fill([](int32_t x, int32_t y) { return y % 2 == 0 || x == (y % 4 == 1 ? 40 : 0) ? 50 : 0; });
   maze.at(0, 40) = 200;
-  checkHysteresis<uint8_t>(maze, DAXI_ThresholdHysteresisBufferSize_8u, DAXI_ThresholdHysteresis_8u_C1R, 20, 100);
+  checkHysteresis<uint8_t>(maze, DAXI_ThresholdHysteresisBufferSize_8u, DAXI_ThresholdHysteresis_8u_C1R,
+                           DAXI_ThresholdHysteresis_8u_C1R_MT, 20, 100);
   uint64_t bytes = 0;
   EXPECT_EQ(DAXI_ThresholdHysteresisBufferSize_8u({1 << 16, 1 << 15}, &bytes), DAX_STS_OK);
   EXPECT_EQ(DAXI_ThresholdHysteresisBufferSize_8u({1 << 16, (1 << 15) + 1}, &bytes), DAX_STS_BAD_PARAM);

@@ -10,14 +10,14 @@ namespace dax::test {
 namespace {
 
 template <class T, class Defaults, class Query, class Threshold>
-void addLocal(Digest& digest, Defaults defaults, Query query, Threshold threshold) {
+void addLocal(Digest& digest, int32_t first, int32_t last, Defaults defaults, Query query, Threshold threshold) {
   TestImage<T> src({203, 61});
   Random random(6);
   src.fill([&](int32_t x, int32_t y) {
     return (sizeof(T) == 1 ? 1 : sizeof(T) == 2 ? 200 : 0.004) * (x + y + random.below(60) % 200);
   });
   TestImage<uint8_t> dst(src.size());
-  for (int32_t method = DAXI_LOCAL_MEAN; method <= DAXI_LOCAL_BERNSEN; ++method) {
+  for (int32_t method = first; method <= last; ++method) {
     DaxiThresholdLocalCfg cfg;
     ASSERT_EQ(defaults(method, &cfg), DAX_STS_OK);
     cfg.window = {14, 9};
@@ -29,15 +29,23 @@ void addLocal(Digest& digest, Defaults defaults, Query query, Threshold threshol
   }
 }
 
-TEST(Digests, ThresholdLocal) {
+uint64_t digestOf(int32_t first, int32_t last) {
   Digest digest;
-  addLocal<uint8_t>(digest, DAXI_ThresholdLocalDefaultCfg_8u, DAXI_ThresholdLocalBufferSize_8u,
+  addLocal<uint8_t>(digest, first, last, DAXI_ThresholdLocalDefaultCfg_8u, DAXI_ThresholdLocalBufferSize_8u,
                     DAXI_ThresholdLocal_8u_C1R);
-  addLocal<uint16_t>(digest, DAXI_ThresholdLocalDefaultCfg_16u, DAXI_ThresholdLocalBufferSize_16u8u,
+  addLocal<uint16_t>(digest, first, last, DAXI_ThresholdLocalDefaultCfg_16u, DAXI_ThresholdLocalBufferSize_16u8u,
                      DAXI_ThresholdLocal_16u8u_C1R);
-  addLocal<float>(digest, DAXI_ThresholdLocalDefaultCfg_32f, DAXI_ThresholdLocalBufferSize_32f8u,
+  addLocal<float>(digest, first, last, DAXI_ThresholdLocalDefaultCfg_32f, DAXI_ThresholdLocalBufferSize_32f8u,
                   DAXI_ThresholdLocal_32f8u_C1R);
-  EXPECT_EQ(digest.value(), 94395507738052305u);
+  return digest.value();
+}
+
+TEST(Digests, ThresholdLocal) {
+  EXPECT_EQ(digestOf(DAXI_LOCAL_MEAN, DAXI_LOCAL_BERNSEN), 94395507738052305u);
+}
+
+TEST(Digests, ThresholdLocalGauss) {
+  EXPECT_EQ(digestOf(DAXI_LOCAL_GAUSS, DAXI_LOCAL_GAUSS), 2699694004916094898u);
 }
 
 }  // namespace

@@ -31,6 +31,32 @@ std::vector<long double> windowPixels(const Pixel& pixel, int64_t x, int64_t y, 
   return pixels;
 }
 
+// The mean of the window of (x, y), weighted by a Gaussian whose deviations are k times its sides.
+template <class Pixel>
+long double gaussMean(const Pixel& pixel, int64_t x, int64_t y, DaxiSize size, const DaxiThresholdLocalCfg& cfg) {
+  const double k = cfg.k == 0 ? 1.0 / 6 : cfg.k;
+  const auto side = [k](int32_t n) {
+    std::vector<long double> weights;
+    for (int32_t i = 0; i < n; ++i) {
+      const long double t = (i - n / 2) / (static_cast<long double>(k) * n);
+      weights.push_back(std::exp(-t * t / 2));
+    }
+    return weights;
+  };
+  const auto across = side(cfg.window.width), down = side(cfg.window.height);
+  long double sum = 0, weights = 0;
+  for (int32_t j = 0; j < cfg.window.height; ++j) {
+    for (int32_t i = 0; i < cfg.window.width; ++i) {
+      const int64_t u = x + i - cfg.window.width / 2, v = y + j - cfg.window.height / 2;
+      const long double weight = across[static_cast<size_t>(i)] * down[static_cast<size_t>(j)];
+      for (const long double p : windowPixels(pixel, u, v, size, {1, 1}, cfg.border, cfg.value)) {
+        sum += weight * p, weights += weight;
+      }
+    }
+  }
+  return sum / weights;
+}
+
 struct WindowMoments {
   long double mean = 0, deviation = 0;
   explicit WindowMoments(const std::vector<long double>& pixels) {

@@ -67,6 +67,10 @@ std::vector<long double> distances(const Scene<T>& s, const DaxiThresholdLocalCf
   }
   for (int32_t y = 0; y < s.size.height; ++y) {
     for (int32_t x = 0; x < s.size.width; ++x) {
+      if (cfg.method == DAXI_LOCAL_GAUSS) {
+        result.push_back(s.pixel(x, y) - oracle::gaussMean(pixel, x, y, s.size, cfg));
+        continue;
+      }
       result.push_back(oracle::aboveLocal(s.pixel(x, y), windows[result.size()], cfg, wolf));
     }
   }
@@ -87,18 +91,19 @@ bool isSet(long double above, const DaxiThresholdLocalCfg& cfg) {
   }
 }
 
-// Pixels nearer to the threshold than the rounding of the definition itself are left out, but for means of 8 bits, which
-// are exact.
+// Pixels nearer to the threshold than the rounding of the definition itself, or of the weights of a Gaussian, are left out,
+// but for means of 8 bits, which are exact.
 template <class T>
 void checkMask(const TestImage<uint8_t>& dst, const std::vector<long double>& above, const DaxiThresholdLocalCfg& cfg,
                const TestImage<uint8_t>* chosen) {
   const bool isExact = cfg.method == DAXI_LOCAL_MEAN || cfg.method == DAXI_LOCAL_BERNSEN;
   const double unit = sizeof(T) == 1 ? 1 : sizeof(T) == 2 ? 256 : 1.0 / 256;
+  const double doubt = cfg.method == DAXI_LOCAL_GAUSS ? 0.01 : 1e-9;
   for (int32_t y = 0; y < dst.size().height; ++y) {
     for (int32_t x = 0; x < dst.size().width; ++x) {
       const long double d =
           above[static_cast<size_t>(y) * static_cast<size_t>(dst.size().width) + static_cast<size_t>(x)];
-      if (!isExact && std::fabs(std::fabs(d) - std::fabs(cfg.offset)) < 1e-9 * unit) continue;
+      if (!isExact && std::fabs(std::fabs(d) - std::fabs(cfg.offset)) < doubt * unit) continue;
       const bool expected = isSet(d, cfg) && (!chosen || chosen->at(x, y));
       ASSERT_EQ(dst.at(x, y), expected ? 255 : 0)
           << x << ", " << y << " method " << cfg.method << " mode " << cfg.mode << " border " << cfg.border
@@ -141,12 +146,12 @@ TYPED_TEST_SUITE(ThresholdLocal, Greys);
 TYPED_TEST(ThresholdLocal, EqualsTheWindowsPixelByPixel) {
   Random random(11);
   const double unit = sizeof(TypeParam) == 1 ? 1 : sizeof(TypeParam) == 2 ? 256 : 1.0 / 256;
-  for (int32_t round = 0; round < 168; ++round) {
+  for (int32_t round = 0; round < 196; ++round) {
     DaxiThresholdLocalCfg cfg;
-    ASSERT_EQ(Local<TypeParam>::kDefaults(round % 6, &cfg), DAX_STS_OK);
-    cfg.mode = round / 6 % 4;
+    ASSERT_EQ(Local<TypeParam>::kDefaults(round % 7, &cfg), DAX_STS_OK);
+    cfg.mode = round / 7 % 4;
     cfg.window = {1 + random.below(9), 1 + random.below(9)};
-    cfg.border = round % 7;
+    cfg.border = round / 28;
     cfg.value = unit * random.below(200);
     if (round % 5 == 0) cfg.k = -cfg.k, cfg.offset = unit * (random.below(40) - 20) / 4;
     const DaxiSize size = {1 + random.below(round % 5 == 0 ? 4 : 48), 1 + random.below(round % 3 == 0 ? 4 : 12)};
@@ -158,7 +163,7 @@ TYPED_TEST(ThresholdLocal, EqualsTheWindowsPixelByPixel) {
 
 // Windows of more than 65536 pixels, whose sums need more bits: of the brightest pixels, too.
 TYPED_TEST(ThresholdLocal, LargestWindows) {
-  for (const int32_t method : {DAXI_LOCAL_MEAN, DAXI_LOCAL_NIBLACK}) {
+  for (const int32_t method : {DAXI_LOCAL_MEAN, DAXI_LOCAL_NIBLACK, DAXI_LOCAL_GAUSS}) {
     for (const DaxiSize window : {DaxiSize{256, 256}, {257, 300}}) {
       DaxiThresholdLocalCfg cfg;
       ASSERT_EQ(Local<TypeParam>::kDefaults(method, &cfg), DAX_STS_OK);
@@ -173,10 +178,32 @@ TYPED_TEST(ThresholdLocal, LargestWindows) {
   }
 }
 
+// Where all pixels are equal, so is the weighted mean, however the weights are rounded.
+TYPED_TEST(ThresholdLocal, WeightedMeansOfEvenGroundAreExact) {
+  Random random(5);
+  for (int32_t round = 0; round < 24; ++round) {
+    DaxiThresholdLocalCfg cfg;
+    ASSERT_EQ(Local<TypeParam>::kDefaults(DAXI_LOCAL_GAUSS, &cfg), DAX_STS_OK);
+    cfg.window = {1 + random.below(60), 1 + random.below(60)}, cfg.mode = DAXI_LOCAL_EQUAL, cfg.offset = 0;
+    cfg.k = round % 4 == 0 ? 1e-3 : round % 4 == 1 ? 40 : 0;
+    cfg.border = round % 3 == 0 ? DAXI_BORDER_MIRROR : DAXI_BORDER_CLIP;
+    const Scene<TypeParam> scene({30, 20}, 0, 1, true);
+    TestImage<uint8_t> dst(scene.size), all(scene.size);
+    all.fill([](int32_t, int32_t) { return 255; });
+    uint64_t bytes = 0;
+    ASSERT_EQ(Local<TypeParam>::kBytes(scene.size, &cfg, &bytes), DAX_STS_OK);
+    GuardedBuffer<uint8_t> buffer(bytes);
+    ASSERT_EQ(Local<TypeParam>::kPlain(scene.data(), scene.image.step(), dst.data(), dst.step(), scene.size, &cfg,
+                                       buffer.data()),
+              DAX_STS_OK);
+    ASSERT_TRUE(samePixels(dst, all)) << cfg.window.width << " x " << cfg.window.height << ", " << cfg.k;
+  }
+}
+
 // A NaN and a value of 1e20 count in their own windows, and nowhere else.
-TEST(ThresholdLocalFloats, StrayValuesStayWhereTheyAre) {
+void checkStrayValues(int32_t method) {
   DaxiThresholdLocalCfg cfg;
-  ASSERT_EQ(DAXI_ThresholdLocalDefaultCfg_32f(DAXI_LOCAL_SAUVOLA, &cfg), DAX_STS_OK);
+  ASSERT_EQ(DAXI_ThresholdLocalDefaultCfg_32f(method, &cfg), DAX_STS_OK);
   cfg.window = {5, 7};
   Scene<float> scene({40, 30}, 0, 5, false);
   TestImage<uint8_t> clean(scene.size), dst(scene.size);
@@ -203,6 +230,11 @@ TEST(ThresholdLocalFloats, StrayValuesStayWhereTheyAre) {
       }
     }
   }
+}
+
+TEST(ThresholdLocalFloats, StrayValuesStayWhereTheyAre) {
+  checkStrayValues(DAXI_LOCAL_SAUVOLA);
+  checkStrayValues(DAXI_LOCAL_GAUSS);
 }
 
 }  // namespace

@@ -55,8 +55,15 @@ def test_thresholds(rng, pool, dtype):
         "wolf": m - 0.5 * (1 - s / s.max()) * (m - x.min()),
         "bernsen": (low + high) / 2,
     }
-    own = {"mean-variance": {"min_deviation": 4 * unit, "k": 0.2}, "sauvola": {"k": 0.3, "r": 100 * unit}}
-    own["bernsen"] = {"min_contrast": 30 * unit}
+    # The window cuts the Gaussian off, and what is outside the image has no weight.
+    kernel = np.exp(-((np.arange(15) - 7) ** 2) / (2 * (0.2 * 15) ** 2))
+
+    def smooth(values):
+        return ndimage.correlate1d(ndimage.correlate1d(values, kernel, 0, mode="constant"), kernel, 1, mode="constant")
+
+    levels["gauss"] = smooth(x) / smooth(np.ones(x.shape))
+    own = {"gauss": {"k": 0.2}, "mean-variance": {"min_deviation": 4 * unit, "k": 0.2}}
+    own |= {"sauvola": {"k": 0.3, "r": 100 * unit}, "bernsen": {"min_contrast": 30 * unit}}
     for method, level in levels.items():
         options = {"offset": 2.03 * unit, **own.get(method, {})}
         clear = (high - low < 30 * unit) & (method == "bernsen")
@@ -79,7 +86,7 @@ def test_defaults_find_print(rng):
     image = page(rng)
     ink = np.zeros(image.shape, bool)
     ink[10:40:6, 5:85] = True
-    for method in ("mean", "bernsen", "sauvola", "wolf", "niblack"):
+    for method in ("mean", "bernsen", "sauvola", "wolf", "niblack", "gauss"):
         mask = dax.threshold_local(image, method, 21, test="dark", offset=12)
         assert np.mean((mask == 255) != ink) < 0.02, method
     with pytest.raises(dax.Error):
@@ -87,13 +94,15 @@ def test_defaults_find_print(rng):
 
 
 @pytest.mark.parametrize("dtype", DTYPES)
-def test_hysteresis(rng, dtype):
+def test_hysteresis(rng, pool, dtype):
     image = rng.integers(0, 100, (40, 50)).astype(dtype)
     for connectivity, shape in ((4, ndimage.generate_binary_structure(2, 1)), (8, np.ones((3, 3)))):
         labels, _ = ndimage.label(image > 60, shape)
         kept = np.unique(labels[image > 95])
         expected = np.isin(labels, kept[kept > 0])
-        np.testing.assert_array_equal(dax.hysteresis(image, 60, 95, connectivity=connectivity) == 255, expected)
+        for threads in (None, pool):
+            mask = dax.hysteresis(image, 60, 95, connectivity=connectivity, pool=threads)
+            np.testing.assert_array_equal(mask == 255, expected)
 
 
 @pytest.mark.parametrize("dtype", DTYPES)

@@ -34,7 +34,9 @@ constexpr GlobalMethod kGlobal[] = {
     {"triangle", DAXI_ThresholdTriangle_8u_C1R, DAXI_ThresholdTriangle_16u_C1R},
     {"percentile", DAXI_ThresholdPercentile_8u_C1R, DAXI_ThresholdPercentile_16u_C1R},
 };
-constexpr std::array<std::string_view, 6> kLocal = {"mean", "mean-variance", "niblack", "sauvola", "wolf", "bernsen"};
+// In the order of their numbers.
+constexpr std::array<std::string_view, 7> kLocal = {"mean", "mean-variance", "niblack", "sauvola",
+                                                    "wolf", "bernsen",       "gauss"};
 
 const GlobalMethod* findGlobal(std::string_view name) {
   const auto* const found = std::ranges::find(kGlobal, name, &GlobalMethod::name);
@@ -97,9 +99,9 @@ MethodMask applyLocal(const ThresholdMethod& method, const PixelImage<Pixel>& im
   cfg.window = method.window, cfg.mode = dark ? DAXI_LOCAL_DARK : DAXI_LOCAL_LIGHT;
   if (method.number) {
     const double inGreys = *method.number * unit;
-    if (method.local == DAXI_LOCAL_MEAN) cfg.offset = inGreys;
+    if (method.local == DAXI_LOCAL_MEAN || method.local == DAXI_LOCAL_GAUSS) cfg.offset = inGreys;
     if (method.local == DAXI_LOCAL_BERNSEN) cfg.minContrast = inGreys;
-    cfg.k = *method.number;
+    if (method.local != DAXI_LOCAL_GAUSS) cfg.k = *method.number;
   }
   uint64_t bytes;
   check(Calls::bytes(image.size, &cfg, &bytes), step);

@@ -29,8 +29,9 @@ inline constexpr const char* kMethodHelp =
     "                    a level of the histogram by another criterion than otsu's, of the\n"
     "                    picture's own values\n"
     "  METHOD[:W[,N]]    each pixel against the W x W pixels around it (31 unless given):\n"
-    "                    mean (by N greys of 8 bits, 5), mean-variance, niblack, sauvola, wolf\n"
-    "                    (N is their factor k), bernsen (N is the least contrast, 15)";
+    "                    mean and gauss (by N greys of 8 bits, 5; gauss weighs the middle more),\n"
+    "                    mean-variance, niblack, sauvola, wolf (N is their factor k), bernsen\n"
+    "                    (N is the least contrast, 15)";
 
 // None where the text is no method's; throws std::invalid_argument where one has other numbers than it takes.
 std::optional<ThresholdMethod> parseThresholdMethod(std::string_view text);
