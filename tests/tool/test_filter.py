@@ -50,7 +50,18 @@ DOT = {"--mean 3x1": [0, 30, 30, 30, 0], "--mean-inside 5x1": [18] * 5, "--box 1
        "--guided 1,0": [0, 0, 90, 0, 0], "--bilateral 2,1,10": [0, 0, 90, 0, 0],
        "--max-line 2,0": [0, 90, 90, 90, 0], "--min-line 0,2": [0] * 5, "--h-maxima 20": [0, 0, 70, 0, 0],
        "--h-minima 20": [20, 20, 90, 20, 20], "--clear-border": [0, 0, 90, 0, 0], "--fill-holes": [0, 0, 90, 0, 0],
-       "--thin": [0, 0, 255, 0, 0], "--prune 9": [0, 0, 255, 0, 0]}
+       "--thin": [0, 0, 255, 0, 0], "--prune 9": [0, 0, 255, 0, 0], "--erode 1": [0, 0, 255, 0, 0],
+       "--dilate 1": [0, 0, 255, 255, 0], "--distance": [0, 0, 1, 0, 0], "--split 1": [0, 0, 255, 0, 0],
+       "--regional-maxima": [0, 0, 255, 0, 0], "--regional-minima": [255, 255, 0, 255, 255],
+       "--open-whole 3x3": [0] * 5, "--close-whole 3x3": [0, 0, 90, 0, 0], "--deviation 3x3": [0, 28, 28, 28, 0],
+       "--invert": [255, 255, 165, 255, 255], "--threshold 90": [0, 0, 255, 0, 0],
+       "--threshold-dark 90": [255, 255, 0, 255, 255], "--threshold otsu": [0, 0, 255, 0, 0],
+       "--hysteresis 20,89": [0, 0, 255, 0, 0], "--hysteresis 20,90": [0] * 5,
+       # One after the other, in this order, some of them twice.
+       "--max 3x3 --min 3x3": [0, 0, 90, 0, 0], "--min 3x3 --max 3x3": [0] * 5, "--max 3x1 --max 3x1": [90] * 5,
+       "--thin --thin": [0, 0, 255, 0, 0],
+       "--threshold 50 --dilate 1 --invert": [255, 255, 0, 0, 255],
+       "--threshold 50 --distance --max 3x3 --threshold 1": [0, 255, 255, 255, 0]}
 
 
 @pytest.mark.parametrize("options", DOT)
@@ -137,3 +148,67 @@ def test_result_may_take_the_place_of_the_image(dax, tmp_path, image):
 def test_windows_beyond_the_image(dax, image, options, step):
     run = dax("filter", "in.pgm", "out.png", *options, status=5)
     assert re.fullmatch(rf"dax: in.pgm: {step} refused: .*param.* \(0x10000019\)\n", run.err)
+
+
+def test_masks_are_told_from_pictures(dax, tmp_path, image):
+    """By what filters before leave, and else by the picture itself."""
+    run = dax("filter", "in.pgm", "out.png", "--thin", status=5)
+    assert run.err.startswith("dax: in.pgm: --thin takes a mask") and "--threshold" in run.err
+    assert dax("filter", "in.pgm", "out.png", "--invert", "--split", 1, status=5).err.count("\n") == 1
+    run = dax("filter", "in.pgm", "out.png", "--median3", "--gauss", 1, "--max", "3x3", "--thin", status=2)
+    assert "--thin takes a mask, and --gauss leaves grey values" in run.err
+    run = dax("filter", "in.pgm", "out.png", "--canny", "9,30", "--fill-holes", "--threshold", "otsu", status=2)
+    assert "--threshold takes grey values, and --canny leaves a mask" in run.err
+    dax("filter", "in.pgm", "mask.png", "--threshold", "otsu")
+    dax("filter", "mask.png", "out.png", "--thin", "--distance")
+    assert {v for row in read(tmp_path / "out.png") for v in row} == {0, 1}
+
+
+def domains(dax, name):
+    return len(dax("inspect", name, "--threshold", "mask", "--json").blobs)
+
+
+def in_disc(x, y, radius):
+    return x * x + y * y <= radius * radius
+
+
+def test_splitting(dax, tmp_path):
+    """Two discs that overlap are cut where they meet; a disc with a ragged edge stays one."""
+    write(tmp_path / "two.pgm", [[200 * (in_disc(x - 20, y - 20, 15) or in_disc(x - 44, y - 20, 13))
+                                  for x in range(64)] for y in range(41)])
+    assert domains(dax, "two.pgm") == 1
+    dax("filter", "two.pgm", "cut.pgm", "--split", 2)
+    assert domains(dax, "cut.pgm") == 2
+    before, after = (sum(v > 0 for row in read(tmp_path / name) for v in row) for name in ("two.pgm", "cut.pgm"))
+    assert before - 40 < after < before
+    dax("filter", "two.pgm", "whole.pgm", "--split", 12)
+    assert domains(dax, "whole.pgm") == 1
+    dax("filter", "two.pgm", "full.pgm", "--threshold", 0, "--split", 2)
+    assert read(tmp_path / "full.pgm") == [[255] * 64] * 41
+
+
+def test_blobs_stand_out(dax, tmp_path):
+    """Of all sizes alike: bright above the middle, dark below it, flat ground is the middle."""
+    write(tmp_path / "in.pgm", [[100 + 90 * in_disc(x - 30, y - 30, 8) - 90 * in_disc(x - 90, y - 30, 8)
+                                 for x in range(140)] for y in range(61)])
+    dax("filter", "in.pgm", "out.pgm", "--log", 5.6)
+    row = read(tmp_path / "out.pgm")[30]
+    # (2 / e) of the contrast, two thirds of it.
+    assert abs(row[30] - (128 + 90 * 0.4905)) < 2.5 and abs(row[90] - (128 - 90 * 0.4905)) < 2.5 and row[139] == 128
+    dax("filter", "in.pgm", "slow.pgm", "--gauss", 3)
+    dax("filter", "in.pgm", "fast.pgm", "--gauss-recursive", 3)
+    slow, fast = (sum(read(tmp_path / name), []) for name in ("slow.pgm", "fast.pgm"))
+    assert all(abs(a - b) <= 1 for a, b in zip(slow, fast))
+
+
+def test_chains_keep_16_bits_up_to_the_first_mask(dax, tmp_path):
+    rows = [[1000 + 9 * x + 60 * (abs(x - 12) < 2) for x in range(24)] for _ in range(9)]
+    pixels = b"".join(v.to_bytes(2, "big") for row in rows for v in row)
+    (tmp_path / "deep.pgm").write_bytes(b"P5\n24 9\n4095\n" + pixels)
+    for method in ("mean:9,2", "otsu", "sauvola:9,0.01"):
+        dax("threshold", "deep.pgm", "one.pgm", "--method", method)
+        assert dax("filter", "deep.pgm", "two.pgm", "--max", "1x3", "--threshold", method).err == ""
+        assert read(tmp_path / "one.pgm") == read(tmp_path / "two.pgm")
+    dax("filter", "deep.pgm", "out.pgm", "--threshold", 1100, "--thin", "--compare", "d.png", "--steps", "steps.png")
+    assert {v for row in read(tmp_path / "out.pgm") for v in row} == {0, 255}
+    assert (tmp_path / "steps.png").read_bytes().startswith(b"\x89PNG")

@@ -54,6 +54,20 @@ def test_levels_that_part_nothing_are_told(dax, tmp_path):
         assert note in dax("inspect", name, "--threshold", method).err
 
 
+def test_more_than_8_bits_count_as_they_are(dax, tmp_path):
+    """Neighbouring values are told apart, however bright the brightest is."""
+    rows = [[1000 + (x > 3) for x in range(9)] for _ in range(4)]
+    rows[0][8] = 4000
+    (tmp_path / "in.pgm").write_bytes(b"P5\n9 4\n4095\n" + b"".join(v.to_bytes(2, "big") for row in rows for v in row))
+    assert dax("threshold", "in.pgm", "out.pgm", "--method", "percentile:40").out == "percentile 1000\n"
+    assert mask(tmp_path / "out.pgm") == bytes([0] * 4 + [255] * 5) * 4
+    rows = [[1000 + x % 3 + 3000 * (x > 5) for x in range(12)]] * 5
+    pixels = b"".join(v.to_bytes(2, "big") for row in rows for v in row)
+    (tmp_path / "in.pgm").write_bytes(b"P5\n12 5\n65535\n" + pixels)
+    run = dax("threshold", "in.pgm", "out.pgm", "--method", "intermodes")
+    assert "otsu" not in run.err and 1100 < int(run.out.split()[1]) < 3900
+
+
 def test_all_in_one_picture(dax, page, tmp_path):
     text = dax("threshold", "in.pgm", "all.png", "--all", "--dark").out
     assert [line.split()[0] for line in text.splitlines()] == [*GLOBAL, *LOCAL]

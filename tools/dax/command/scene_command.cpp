@@ -20,6 +20,7 @@ struct SceneOptions {
   std::string truth;
   std::string size = "1200x900";
   int64_t seed = 1;
+  bool brushed = false;
 };
 
 DaxiSize parseSize(const std::string& text) {
@@ -32,14 +33,16 @@ ExitStatus run(const SceneOptions& options) {
   const fs::path image = options.image;
   requirePictureName("OUT", image);
   requireOther("--truth", options.truth, {{"the picture", image}});
-  const Scene scene = renderScene(parseSize(options.size), static_cast<uint64_t>(options.seed));
+  const auto render = options.brushed ? renderBrushedMetal : renderScene;
+  const Scene scene = render(parseSize(options.size), static_cast<uint64_t>(options.seed));
   writePicture(image, scene.image);
   if (!options.truth.empty()) writeFile(options.truth, truthToJson(scene.truth));
   return ExitStatus::kOk;
 }
 
 Command addRenderScene(CLI::App& app) {
-  CLI::App* scene = app.add_subcommand("render-scene", "Draw a sample picture of parts whose measures are known");
+  CLI::App* scene =
+      app.add_subcommand("render-scene", "Draw a sample picture of parts or scratches whose measures are known");
   auto options = std::make_shared<SceneOptions>();
   scene->add_option("OUT", options->image, "the picture, .png or .pgm")->required()->type_name("");
   scene->add_option("--truth", options->truth, "write what the parts measure, for dax inspect --truth")
@@ -48,13 +51,15 @@ Command addRenderScene(CLI::App& app) {
   scene->add_option("--seed", options->seed, "which of many scenes; one seed, one picture [1]")
       ->check(CLI::Range(int64_t{0}, std::numeric_limits<int64_t>::max()))
       ->type_name("N");
+  scene->add_flag("--brushed", options->brushed, "scratches on brushed metal in place of parts");
   scene->footer(
       "Bright parts (discs, rings, rectangles, slots, hexagonal nuts, L brackets) and specks of\n"
-      "dust lie on a darker, uneven background with noise. The same seed gives the same pixels on\n"
-      "every machine.\n\n"
-      "Example:\n"
+      "dust lie on a darker, uneven background with noise; or bright scratches cross the streaks of\n"
+      "brushed metal. The same seed gives the same pixels on every machine.\n\n"
+      "Examples:\n"
       "  dax render-scene scene.png --truth scene.json\n"
-      "  dax inspect scene.png --area 200.. --truth scene.json\n\n" +
+      "  dax inspect scene.png --area 200.. --truth scene.json\n"
+      "  dax render-scene metal.png --brushed --truth scratches.json\n\n" +
       std::string(kExitStatusHelp));
   return {scene, [options] { return run(*options); }};
 }

@@ -59,7 +59,7 @@ const FilterRegistration registration(
      "N pixels more on every side, 0..10000, by a RULE: replicate\n"
      "(aa|abc), mirror (cb|abc), symmetric (ba|abc), circular\n"
      "(bc|abc), or constant:N:GREY (constant:N is black)",
-     false, parseBorder});
+     kFrames, parseBorder});
 
 }  // namespace
 }  // namespace dax::tool

@@ -22,14 +22,14 @@ ImageFilter parseBox(std::string_view text) {
                    [pixels](int32_t sum) { return static_cast<uint8_t>((sum + pixels / 2) / pixels); });
     return result;
   };
-  return {filter, nullptr};
+  return {filter};
 }
 
 const FilterRegistration box({"--box", "R", "R of 1..1000, which makes 2 R + 1 pixels each way",
                               "sum over squares of 2 R + 1 pixels, R in 1..1000, drawn as\n"
                               "a share of their area: nothing is added beyond the edges,\n"
                               "so they come out darker",
-                              true, parseBox});
+                              kSmoothing, parseBox});
 
 }  // namespace
 }  // namespace dax::tool

@@ -35,21 +35,15 @@ ImageFilter parseCanny(std::string_view text) {
   DaxiCannyCfg cfg;
   check(DAXI_CannyDefaultCfg(&cfg), "Canny");
   cfg.low = levels->at(0), cfg.high = levels->at(1);
-  const auto filter = [cfg](const GreyImage& image) {
-    uint64_t bytes;
-    check(DAXI_CannyBufferSize_8u(image.size, &cfg, &bytes), "Canny");
-    const Memory buffer(bytes);
-    return plainFilter<uint8_t>("Canny", DAXI_Canny_8u_C1R, &cfg, buffer.get())(image);
-  };
-  return {filter, nullptr};
+  return {configuredFilter<uint8_t>("Canny", DAXI_CannyBufferSize_8u, DAXI_Canny_8u_C1R, cfg)};
 }
 
 const FilterRegistration sobel({"--sobel", nullptr, nullptr,
-                                "magnitude of the gradient by Sobel's windows, a quarter of it", true, parseSobel});
+                                "magnitude of the gradient by Sobel's windows, a quarter of it", kEdges, parseSobel});
 const FilterRegistration canny({"--canny", "LOW,HIGH", "LOW,HIGH with 0 <= LOW <= HIGH",
                                 "edges by Canny's method on the image smoothed by 1 pixel:\n"
                                 "gradients above HIGH and what above LOW is joined with them",
-                                true, parseCanny});
+                                kOutlines, parseCanny});
 
 }  // namespace
 }  // namespace dax::tool

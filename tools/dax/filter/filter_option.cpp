@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <string_view>
+#include <utility>
 
 namespace dax::tool {
 namespace {
@@ -16,7 +17,8 @@ std::vector<FilterOption>& registered() {
 FilterRegistration::FilterRegistration(const FilterOption& option) {
   std::vector<FilterOption>& all = registered();
   const auto before = [](const FilterOption& a, const FilterOption& b) {
-    return std::string_view(a.name) < std::string_view(b.name);
+    const auto key = [](const FilterOption& o) { return std::pair(o.kind.group, std::string_view(o.name)); };
+    return key(a) < key(b);
   };
   all.insert(std::upper_bound(all.begin(), all.end(), option, before), option);
 }

@@ -9,16 +9,6 @@ template <class T>
 using GrayFilter = DaxStatus (*)(const T*, int32_t, T*, int32_t, DaxiSize, const DaxiGrayMorphologyCfg*, void*);
 using GrayQuery = DaxStatus (*)(DaxiSize, const DaxiGrayMorphologyCfg*, uint64_t*);
 
-template <class Pixel>
-auto grayFilter(const char* step, GrayQuery query, GrayFilter<Pixel> filter, const DaxiGrayMorphologyCfg& cfg) {
-  return [=](const PixelImage<Pixel>& image) {
-    uint64_t bytes;
-    check(query(image.size, &cfg, &bytes), step);
-    const Memory buffer(bytes);
-    return plainFilter<Pixel>(step, filter, &cfg, buffer.get())(image);
-  };
-}
-
 struct GrayOperation {
   const char* step;
   GrayQuery query8, query16;
@@ -32,15 +22,15 @@ ImageFilter parseGray(std::string_view text) {
   if (!sides) return {};
   const DaxiGrayMorphologyCfg cfg = {
       {sides->first, sides->second}, sides->first / 2, sides->second / 2, 1, DAXI_BORDER_CLIP, 0};
-  return {grayFilter<uint8_t>(operation.step, operation.query8, operation.on8, cfg),
-          grayFilter<uint16_t>(operation.step, operation.query16, operation.on16, cfg)};
+  return {configuredFilter<uint8_t>(operation.step, operation.query8, operation.on8, cfg),
+          configuredFilter<uint16_t>(operation.step, operation.query16, operation.on16, cfg)};
 }
 
 #define DAX_GRAY_FILTER(OPTION, NAME, HELP)                                                                       \
   constexpr GrayOperation k##NAME = {OPTION + 2, DAXI_Gray##NAME##BufferSize_8u, DAXI_Gray##NAME##BufferSize_16u, \
                                      DAXI_Gray##NAME##_8u_C1R, DAXI_Gray##NAME##_16u_C1R};                        \
   const FilterRegistration registered##NAME(                                                                      \
-      {OPTION, "WxH", "WxH with sides of 1..32767", HELP, true, parseGray<k##NAME>});
+      {OPTION, "WxH", "WxH with sides of 1..32767", HELP, kSizes, parseGray<k##NAME>});
 
 DAX_GRAY_FILTER("--min", ErodeRect, "minimum of W x H pixels: grey erosion")
 DAX_GRAY_FILTER("--max", DilateRect, "maximum of W x H pixels: grey dilation")

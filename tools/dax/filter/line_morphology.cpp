@@ -5,28 +5,16 @@
 namespace dax::tool {
 namespace {
 
-using LineQuery = DaxStatus (*)(DaxiSize, const DaxiFlatLineCfg*, uint64_t*);
-
-template <class Pixel, class Filter>
-auto lineFilter(const char* step, LineQuery query, Filter filter, const DaxiFlatLineCfg& cfg) {
-  return [=](const PixelImage<Pixel>& image) {
-    uint64_t bytes;
-    check(query(image.size, &cfg, &bytes), step);
-    const Memory buffer(bytes);
-    return plainFilter<Pixel>(step, filter, &cfg, buffer.get())(image);
-  };
-}
-
-#define DAX_LINE_FILTER(OPTION, NAME, HELP)                                                                 \
-  const FilterRegistration registered##NAME(                                                                \
-      {"--" OPTION, "DX,DY", "DX,DY of -1023..1023", HELP, true, [](std::string_view text) -> ImageFilter { \
-         const auto line = parseIntegerPair(text, ',', -1023, 1023);                                        \
-         if (!line) return {};                                                                              \
-         DaxiFlatLineCfg cfg;                                                                               \
-         check(DAXI_FlatLineDefaultCfg(&cfg), OPTION);                                                      \
-         cfg.dx = line->first, cfg.dy = line->second;                                                       \
-         return {lineFilter<uint8_t>(OPTION, DAXI_##NAME##BufferSize_8u, DAXI_##NAME##_8u_C1R, cfg),        \
-                 lineFilter<uint16_t>(OPTION, DAXI_##NAME##BufferSize_16u, DAXI_##NAME##_16u_C1R, cfg)};    \
+#define DAX_LINE_FILTER(OPTION, NAME, HELP)                                                                    \
+  const FilterRegistration registered##NAME(                                                                   \
+      {"--" OPTION, "DX,DY", "DX,DY of -1023..1023", HELP, kSizes, [](std::string_view text) -> ImageFilter {  \
+         const auto line = parseIntegerPair(text, ',', -1023, 1023);                                           \
+         if (!line) return {};                                                                                 \
+         DaxiFlatLineCfg cfg;                                                                                  \
+         check(DAXI_FlatLineDefaultCfg(&cfg), OPTION);                                                         \
+         cfg.dx = line->first, cfg.dy = line->second;                                                          \
+         return {configuredFilter<uint8_t>(OPTION, DAXI_##NAME##BufferSize_8u, DAXI_##NAME##_8u_C1R, cfg),     \
+                 configuredFilter<uint16_t>(OPTION, DAXI_##NAME##BufferSize_16u, DAXI_##NAME##_16u_C1R, cfg)}; \
        }});
 DAX_LINE_FILTER("min-line", GrayErodeLine, "minimum along a line of DX columns and DY rows")
 DAX_LINE_FILTER("max-line", GrayDilateLine, "maximum along a line of DX columns and DY rows")

@@ -31,9 +31,10 @@ ImageFilter parseMeanInside(std::string_view text) {
 const FilterRegistration mean({"--mean", "WxH", "WxH with sides of 1..255",
                                "mean of W x H pixels, sides of 1..255; the image goes on\n"
                                "mirrored beyond its edges",
-                               true, parseMean});
+                               kSmoothing, parseMean});
 const FilterRegistration meanInside({"--mean-inside", "WxH", "WxH with sides of 1..65535",
-                                     "mean of those of W x H pixels that lie in the image", true, parseMeanInside});
+                                     "mean of those of W x H pixels that lie in the image", kSmoothing,
+                                     parseMeanInside});
 
 }  // namespace
 }  // namespace dax::tool

@@ -29,11 +29,11 @@ ImageFilter ofRank(std::string_view window, double percentile) {
 }
 
 const FilterRegistration anyMedian({"--median", "WxH", "WxH with sides of 1..255",
-                                    "median of W x H pixels: removes specks, keeps edges", true,
+                                    "median of W x H pixels: removes specks, keeps edges", kRanks,
                                     [](std::string_view text) { return ofRank(text, 0.5); }});
 
 const FilterRegistration anyRank({"--rank", "WxH,P", "WxH,P with sides of 1..255 and a P of 0..1",
-                                  "percentile P of W x H pixels: 0 minimum, 0.5 median, 1 maximum", true,
+                                  "percentile P of W x H pixels: 0 minimum, 0.5 median, 1 maximum", kRanks,
                                   [](std::string_view text) {
                                     const auto parts = splitPair(text, ',');
                                     const auto percentile = parts ? parseNumber(parts->second) : std::nullopt;

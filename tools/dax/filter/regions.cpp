@@ -2,7 +2,6 @@
 
 #include "base/text.h"
 #include "daxi/reconstruct.h"
-#include "daxi/thin.h"
 #include "filter/filter_option.h"
 
 namespace dax::tool {
@@ -21,9 +20,23 @@ auto regionFilter(const char* step, RegionQuery query, Filter filter, Arguments.
   };
 }
 
+template <class Pixel, class Filter>
+auto extremaFilter(const char* step, RegionQuery query, Filter filter) {
+  return [=](const PixelImage<Pixel>& image) {
+    uint64_t bytes;
+    check(query(image.size, kConnectivity, &bytes), step);
+    const Memory buffer(bytes);
+    GreyImage mask = makeGreyImage(image.size);
+    check(filter(image.pixels.data(), image.step(), mask.pixels.data(), mask.step(), image.size, kConnectivity,
+                 buffer.get()),
+          step);
+    return mask;
+  };
+}
+
 #define DAX_REGION_FILTER(OPTION, NAME, HELP)                                                         \
   const FilterRegistration registered##NAME(                                                          \
-      {"--" OPTION, nullptr, nullptr, HELP, true, [](std::string_view) -> ImageFilter {               \
+      {"--" OPTION, nullptr, nullptr, HELP, kRegions, [](std::string_view) -> ImageFilter {           \
          return {regionFilter<uint8_t>(OPTION, DAXI_##NAME##BufferSize_8u, DAXI_##NAME##_8u_C1R),     \
                  regionFilter<uint16_t>(OPTION, DAXI_##NAME##BufferSize_16u, DAXI_##NAME##_16u_C1R)}; \
        }});
@@ -31,35 +44,29 @@ DAX_REGION_FILTER("fill-holes", FillHoles, "dark regions that do not reach the e
 DAX_REGION_FILTER("clear-border", ClearBorder, "bright things that touch the edge vanish")
 #undef DAX_REGION_FILTER
 
-#define DAX_HEIGHT_FILTER(OPTION, NAME, HELP)                                                       \
-  const FilterRegistration registered##NAME(                                                        \
-      {"--" OPTION, "H", "H of 0..65535", HELP, true, [](std::string_view text) -> ImageFilter {    \
-         const auto h = parseInteger(text, 0, 65535);                                               \
-         if (!h) return {};                                                                         \
-         return {regionFilter<uint8_t>(OPTION, DAXI_##NAME##BufferSize_8u, DAXI_##NAME##_8u_C1R,    \
-                                       static_cast<uint8_t>(std::min(*h, 255))),                    \
-                 regionFilter<uint16_t>(OPTION, DAXI_##NAME##BufferSize_16u, DAXI_##NAME##_16u_C1R, \
-                                        static_cast<uint16_t>(*h))};                                \
+#define DAX_EXTREMA_FILTER(OPTION, NAME, HELP)                                                         \
+  const FilterRegistration registered##NAME(                                                           \
+      {"--" OPTION, nullptr, nullptr, HELP, kExtrema, [](std::string_view) -> ImageFilter {            \
+         return {extremaFilter<uint8_t>(OPTION, DAXI_##NAME##BufferSize_8u, DAXI_##NAME##_8u_C1R),     \
+                 extremaFilter<uint16_t>(OPTION, DAXI_##NAME##BufferSize_16u, DAXI_##NAME##_16u_C1R)}; \
+       }});
+DAX_EXTREMA_FILTER("regional-maxima", RegionalMaxima, "mask of the peaks: flat regions with lower neighbours only")
+DAX_EXTREMA_FILTER("regional-minima", RegionalMinima, "mask of the hollows: flat regions with higher neighbours only")
+#undef DAX_EXTREMA_FILTER
+
+#define DAX_HEIGHT_FILTER(OPTION, NAME, HELP)                                                        \
+  const FilterRegistration registered##NAME(                                                         \
+      {"--" OPTION, "H", "H of 0..65535", HELP, kHeights, [](std::string_view text) -> ImageFilter { \
+         const auto h = parseInteger(text, 0, 65535);                                                \
+         if (!h) return {};                                                                          \
+         return {regionFilter<uint8_t>(OPTION, DAXI_##NAME##BufferSize_8u, DAXI_##NAME##_8u_C1R,     \
+                                       static_cast<uint8_t>(std::min(*h, 255))),                     \
+                 regionFilter<uint16_t>(OPTION, DAXI_##NAME##BufferSize_16u, DAXI_##NAME##_16u_C1R,  \
+                                        static_cast<uint16_t>(*h))};                                 \
        }});
 DAX_HEIGHT_FILTER("h-maxima", HMaxima, "peaks that rise by at most H vanish, others lose H")
 DAX_HEIGHT_FILTER("h-minima", HMinima, "hollows at most H deep vanish, others lose H")
 #undef DAX_HEIGHT_FILTER
-
-const FilterRegistration registeredThin(
-    {"--thin", nullptr, nullptr, "a mask (pixels above 0 are set) thinned to lines of one\npixel", true,
-     [](std::string_view) -> ImageFilter {
-       return {bufferedFilter<uint8_t>("thinning", DAXI_ThinBufferSize_8u, DAXI_Thin_8u_C1R, 0), nullptr};
-     }});
-
-const FilterRegistration registeredPrune({"--prune", "N", "N of 1..1000000",
-                                          "branches of thin lines of at most N pixels vanish", true,
-                                          [](std::string_view text) -> ImageFilter {
-                                            const auto length = parseInteger(text, 1, 1000000);
-                                            if (!length) return {};
-                                            return {bufferedFilter<uint8_t>("pruning", DAXI_PruneBranchesBufferSize_8u,
-                                                                            DAXI_PruneBranches_8u_C1R, *length),
-                                                    nullptr};
-                                          }});
 
 }  // namespace
 }  // namespace dax::tool

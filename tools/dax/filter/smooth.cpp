@@ -40,24 +40,19 @@ ImageFilter parseBilateral(std::string_view text) {
   const bool isValid = radius >= 1 && radius <= 15 && radius == std::floor(radius) && near >= 1e-3 && alike >= 1e-3;
   if (!isValid) return {};
   const DaxiFilterBilateralCfg cfg = {static_cast<int32_t>(radius), DAXI_BORDER_REPLICATE, near, alike, 0};
-  const auto filter = [=](const GreyImage& image) {
-    uint64_t bytes;
-    check(DAXI_FilterBilateralBufferSize_8u(image.size, &cfg, &bytes), "bilateral filter");
-    const Memory buffer(bytes);
-    return plainFilter<uint8_t>("bilateral filter", DAXI_FilterBilateral_8u_C1R, &cfg, buffer.get())(image);
-  };
-  return {filter, nullptr};
+  return {configuredFilter<uint8_t>("bilateral filter", DAXI_FilterBilateralBufferSize_8u, DAXI_FilterBilateral_8u_C1R,
+                                    cfg)};
 }
 
 const FilterRegistration guided({"--guided", "R,S", "R,S with a radius of 1..16383 and a deviation of grey levels",
                                  "smooth by the guided filter with itself as guide, windows of\n"
                                  "2 R + 1 pixels: edges that exceed S grey levels of 8 bits stay",
-                                 true, parseGuided});
+                                 kSmoothing, parseGuided});
 const FilterRegistration bilateral({"--bilateral", "R,P,S",
                                     "R,P,S with a radius of 1..15 and deviations of pixels and of grey levels",
                                     "bilateral filter of radius R, 1..15: weights fall with the\n"
                                     "distance by P pixels and with the contrast by S grey levels",
-                                    true, parseBilateral});
+                                    kSmoothing, parseBilateral});
 
 }  // namespace
 }  // namespace dax::tool

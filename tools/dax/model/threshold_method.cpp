@@ -165,17 +165,33 @@ std::vector<ThresholdMethod> allThresholdMethods() {
   return methods;
 }
 
-// Of pictures of more than 8 bits by their own values, unless levels are stated.
+namespace {
+
+// Intermodes takes 1024 levels at most: of the values' range in 255 steps.
+MethodMask applyIn255Steps(const ThresholdMethod& method, const Grey16Image& image, int range, bool dark) {
+  GreyImage grey = makeGreyImage(image.size);
+  std::transform(image.pixels.begin(), image.pixels.end(), grey.pixels.begin(),
+                 [range](int v) { return static_cast<uint8_t>(255 * v / range); });
+  MethodMask result = applyGlobal(method, findGlobal(method.name)->on8, grey, dark);
+  for (int& level : result.levels) level = ((level + 1) * range - 1) / 255;
+  return result;
+}
+
+}  // namespace
+
 MethodMask applyThresholdMethod(const ThresholdMethod& method, const Picture& picture, bool dark) {
-  const bool isWide = picture.hasValues() && !picture.levels;
   const GlobalMethod* const global = findGlobal(method.name);
-  if (method.local >= 0) {
-    return isWide ? applyLocal(method, picture.values, dark, (picture.maxValue + 1) / 256.0)
-                  : applyLocal(method, picture.grey, dark, 1);
+  if (!picture.hasValues()) {
+    return method.local >= 0 ? applyLocal(method, picture.grey, dark, 1)
+                             : applyGlobal(method, global->on8, picture.grey, dark);
   }
-  if (isWide) return applyGlobal(method, global->on16, picture.values, dark);
-  MethodMask result = applyGlobal(method, global->on8, picture.grey, dark);
-  for (int& level : result.levels) level = picture.valueOf(level);
+  const auto [low, high] = picture.levels.value_or(Levels{0, picture.maxValue});
+  Grey16Image above = picture.values;
+  for (uint16_t& v : above.pixels) v = static_cast<uint16_t>(std::clamp<int>(v, low, high) - low);
+  if (method.local >= 0) return applyLocal(method, above, dark, (high - low + 1) / 256.0);
+  MethodMask result = method.name == "intermodes" ? applyIn255Steps(method, above, std::max(high - low, 1), dark)
+                                                  : applyGlobal(method, global->on16, above, dark);
+  for (int& level : result.levels) level += low;
   return result;
 }
 

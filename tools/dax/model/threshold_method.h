@@ -39,7 +39,8 @@ std::optional<ThresholdMethod> parseThresholdMethod(std::string_view text);
 // All, with their usual numbers; the ones of the histogram first.
 std::vector<ThresholdMethod> allThresholdMethods();
 
-// 255 where a pixel is bright, or dark. Throws Failure(kRefused).
+// 255 where a pixel is bright, or dark: of pictures of more than 8 bits by their own values, of which those beyond the
+// levels count at the levels, and the lower level is black. Throws Failure(kRefused).
 MethodMask applyThresholdMethod(const ThresholdMethod& method, const Picture& picture, bool dark);
 
 }  // namespace dax::tool

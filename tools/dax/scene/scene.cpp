@@ -76,9 +76,25 @@ int coverage(const Placed& part, int x, int y) {
 
 class Canvas {
  public:
-  explicit Canvas(DaxiSize size) : size_(size), values_(static_cast<size_t>(size.width) * size.height) {
-    for (int y = 0; y < size.height; ++y) {
-      for (int x = 0; x < size.width; ++x) at(x, y) = background(double(x) / size.width, double(y) / size.height);
+  explicit Canvas(DaxiSize size) : size_(size), values_(static_cast<size_t>(size.width) * size.height) {}
+
+  // light(x, y) with x and y in 0..1.
+  template <class Light>
+  void fill(Light light) {
+    for (int y = 0; y < size_.height; ++y) {
+      for (int x = 0; x < size_.width; ++x) at(x, y) = light(double(x) / size_.width, double(y) / size_.height);
+    }
+  }
+
+  // Streaks along the rows: each row has a level of its own, and what each pixel adds to it fades to the right.
+  void brush(Random& random) {
+    for (int y = 0; y < size_.height; ++y) {
+      const double level = random.real(-9, 9);
+      double streak = random.real(-6, 6);
+      for (int x = 0; x < size_.width; ++x) {
+        streak = 0.98 * streak + random.real(-2, 2) * 0.75;
+        at(x, y) += level + streak;
+      }
     }
   }
 
@@ -127,14 +143,14 @@ TruePart truthOf(const Placed& part) {
   return truth;
 }
 
-}  // namespace
+// A cell's left and upper end, and a place near its middle.
+struct Cell {
+  double left, top;
+  double x, y;
+};
 
-Scene renderScene(DaxiSize size, uint64_t seed) {
-  Random random(seed);
-  Canvas canvas(size);
-  Scene scene;
-  scene.truth.width = size.width;
-  scene.truth.height = size.height;
+template <class Use>
+void forCells(DaxiSize size, Random& random, Use use) {
   const int columns = size.width / kPartCell;
   const int rows = size.height / kPartCell;
   // Left or upper end of a cell along one side.
@@ -144,15 +160,56 @@ Scene renderScene(DaxiSize size, uint64_t seed) {
     const double top = start(cell / columns, size.height, rows);
     const double x = left + 0.5 * size.width / columns - 0.5 + random.real(-14, 14);
     const double y = top + 0.5 * size.height / rows - 0.5 + random.real(-14, 14);
-    const Placed part = place(random, randomPartShape(random), x, y);
+    use(Cell{left, top, x, y});
+  }
+}
+
+// Across the streaks, at an angle of at least 39 degrees to them.
+Placed randomScratch(Random& random, const Cell& cell) {
+  const Shape shape{ShapeKind::kRectangle, random.real(40, 100), random.real(2, 4), 0};
+  Placed scratch = place(random, shape, cell.x, cell.y);
+  const double t = random.integer(90, 255) / (random.integer(0, 1) == 0 ? 256.0 : -256.0);
+  scratch.sine = 2 * t / (1 + t * t), scratch.cosine = (1 - t * t) / (1 + t * t);
+  return scratch;
+}
+
+}  // namespace
+
+Scene renderBrushedMetal(DaxiSize size, uint64_t seed) {
+  Random random(seed);
+  Canvas canvas(size);
+  Scene scene;
+  scene.truth.width = size.width;
+  scene.truth.height = size.height;
+  canvas.fill([](double x, double y) { return 60 + background(x, y); });
+  canvas.brush(random);
+  forCells(size, random, [&](const Cell& cell) {
+    const Placed scratch = randomScratch(random, cell);
+    canvas.draw(scratch);
+    scene.truth.parts.push_back(truthOf(scratch));
+    scene.truth.parts.back().kind = "scratch";
+  });
+  scene.image = canvas.develop(random);
+  return scene;
+}
+
+Scene renderScene(DaxiSize size, uint64_t seed) {
+  Random random(seed);
+  Canvas canvas(size);
+  Scene scene;
+  scene.truth.width = size.width;
+  scene.truth.height = size.height;
+  canvas.fill(background);
+  forCells(size, random, [&](const Cell& cell) {
+    const Placed part = place(random, randomPartShape(random), cell.x, cell.y);
     canvas.draw(part);
     scene.truth.parts.push_back(truthOf(part));
     // Dust lies in the corner of the cell, where no part reaches.
     const Shape speck{ShapeKind::kDisc, random.integer(8, 20) / 10.0, 0, 0};
-    const double dustX = left + random.real(1, 9);
-    const double dustY = top + random.real(1, 9);
+    const double dustX = cell.left + random.real(1, 9);
+    const double dustY = cell.top + random.real(1, 9);
     canvas.draw(place(random, speck, dustX, dustY));
-  }
+  });
   scene.image = canvas.develop(random);
   return scene;
 }

@@ -1,4 +1,5 @@
-// A sample scene with known truth: parts and specks of dust on an uneven background, with noise.
+// Sample scenes with known truth: parts and specks of dust on an uneven background, and scratches on brushed metal; with
+// noise.
 #pragma once
 
 #include <cstdint>
@@ -18,5 +19,6 @@ struct Scene {
 
 // The same pixels on every machine: only integers, and doubles with + - * /.
 Scene renderScene(DaxiSize size, uint64_t seed);
+Scene renderBrushedMetal(DaxiSize size, uint64_t seed);
 
 }  // namespace dax::tool
