@@ -37,7 +37,7 @@ def test_scratches_are_found(dax, tmp_path):
     assert hashlib.sha256(read_pgm(tmp_path / "metal.pgm")[1]).hexdigest().startswith("7138af97eebf204c")
     dax("filter", "metal.pgm", "mask.png", "--top-hat", "15x1", "--hysteresis", "25,45")
     run = dax("inspect", "mask.png", "--threshold", "mask", "--area", "40..", "--truth", "truth.json",
-              "--max-centre-error", 4, "--max-area-error", 60, "--max-angle-error", 5)
+              "--max-centre-error", 1, "--max-area-error", 25)
     assert "truth: 12 of 12 parts found, 0 missed, 0 found twice, 0 unexpected" in run.out
 
 
