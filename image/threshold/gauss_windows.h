@@ -1,5 +1,5 @@
 // Sums of pixels weighted by a Gaussian, over windows of any size, one row after the other, with any border. Weights are
-// whole numbers, so sums of integers are exact: in integers of 8 bits, else in doubles, which hold 53 bits.
+// whole numbers, so sums of integers are exact: those of windows in doubles, which hold 53 bits.
 #pragma once
 
 #include <algorithm>
@@ -13,12 +13,9 @@
 
 namespace dax {
 
-// Sums of columns, and of windows. The weights of an axis sum to 2^18, but for their rounding.
+// What columns are summed up in: weights of an axis sum to 2^18, but for their rounding.
 template <class T>
-struct GaussSumTypes {
-  using Column = std::conditional_t<sizeof(T) == 1, uint32_t, double>;
-  using Sum = std::conditional_t<sizeof(T) == 1, uint64_t, double>;
-};
+using GaussColumn = std::conditional_t<sizeof(T) == 1, uint32_t, double>;
 
 // exp(-i^2 / (2 sigma^2)) of the pixels of a window's side.
 inline void makeGaussWeights(double sigma, WindowReach reach, uint32_t* weights) {
@@ -61,8 +58,6 @@ struct GaussSide {
 // What one thread needs.
 template <class T>
 struct GaussWindowsBuffer {
-  using Types = GaussSumTypes<T>;
-
   explicit GaussWindowsBuffer(const WindowedRegion& region) {
     const auto columns = static_cast<uint64_t>(region.columns()), lines = static_cast<uint64_t>(region.rows());
     const auto width = static_cast<uint64_t>(region.size.width);
@@ -70,16 +65,15 @@ struct GaussWindowsBuffer {
     outside = layout.add<T>(width);
     rows = layout.add<const T*>(lines);
     totals = layout.add<uint32_t>(width);
-    extended = layout.add<typename Types::Column>(static_cast<uint64_t>(region.extendedWidth()));
-    sums = layout.add<typename Types::Sum>(width);
+    extended = layout.add<double>(static_cast<uint64_t>(region.extendedWidth()));
+    sums = layout.add<double>(width);
   }
   BufferLayout layout;
   BufferPiece<uint32_t> sides;
   BufferPiece<T> outside;      // a row of the border's value, or of nothing
   BufferPiece<const T*> rows;  // of a window
   BufferPiece<uint32_t> totals;
-  BufferPiece<typename Types::Column> extended;
-  BufferPiece<typename Types::Sum> sums;
+  BufferPiece<double> extended, sums;
 };
 
 namespace portable {
@@ -109,9 +103,6 @@ void addWeighted(At at, const uint32_t* weights, int32_t taps, Sum* __restrict s
 template <class T>
 class GaussWindows {
  public:
-  using Column = typename GaussSumTypes<T>::Column;
-  using Sum = typename GaussSumTypes<T>::Sum;
-
   GaussWindows(const T* src, int32_t step, const WindowedRegion& region, const DaxiThresholdLocalCfg& cfg, void* buffer)
       : region_(region),
         at_(region),
@@ -126,13 +117,13 @@ class GaussWindows {
   }
 
   // The weighted sums of row y.
-  const Sum* compute(int32_t y) const {
+  const double* compute(int32_t y) const {
     sumColumns(y);
     const int32_t width = region_.size.width;
-    const Column* const columns = at_.extended.in(buffer_) + x_.first;
-    Sum* const sums = at_.sums.in(buffer_);
+    const double* const columns = at_.extended.in(buffer_) + x_.first;
+    double* const sums = at_.sums.in(buffer_);
     forStrips(width, [&](int32_t x, int32_t count) {
-      std::fill_n(sums + x, count, Sum{});
+      std::fill_n(sums + x, count, 0.0);
       portable::addWeighted([&](int32_t k) { return columns + k + x; }, x_.weights + x_.first, x_.end - x_.first,
                             sums + x, count);
     });
@@ -144,9 +135,10 @@ class GaussWindows {
   const uint32_t* columnTotals() const { return at_.totals.in(buffer_); }
 
  private:
+  static constexpr int32_t kStrip = 256;
+
   template <class Strip>
   static void forStrips(int32_t n, Strip strip) {
-    constexpr int32_t kStrip = 256;
     for (int64_t x = 0; x < n; x += kStrip) {
       strip(static_cast<int32_t>(x), static_cast<int32_t>(std::min<int64_t>(kStrip, n - x)));
     }
@@ -159,13 +151,13 @@ class GaussWindows {
       const T* const row = rows_(int64_t{y} - region_.y.before + y_.first + k);
       rows[k] = row ? row : rows_.constant;
     }
-    Column* const columns = at_.extended.in(buffer_);
-    Column* const held = columns + region_.firstHeld();
-    std::fill_n(columns, region_.extendedWidth(),
-                static_cast<Column>(y_.sums[region_.rows()]) * static_cast<Column>(value_));
+    double* const columns = at_.extended.in(buffer_);
+    double* const held = columns + region_.firstHeld();
+    std::fill_n(columns, region_.extendedWidth(), y_.sums[region_.rows()] * static_cast<double>(value_));
     forStrips(region_.heldWidth(), [&](int32_t x, int32_t count) {
-      std::fill_n(held + x, count, Column{});
-      portable::addWeighted([&](int32_t k) { return rows[k] + x; }, y_.weights + y_.first, taps, held + x, count);
+      GaussColumn<T> strip[kStrip] = {};
+      portable::addWeighted([&](int32_t k) { return rows[k] + x; }, y_.weights + y_.first, taps, strip, count);
+      std::copy_n(strip, count, held + x);
     });
     region_.extend(columns);
   }

@@ -87,12 +87,12 @@ inline void meanMask(const uint8_t* src, const uint32_t* sums, uint8_t* __restri
 }
 
 // Against weighted means: weights sum to rowTotal totals[x]. Of integers all is exact but for the ends.
-template <class T, class Sum>
-void weightedMask(const T* src, const Sum* sums, const uint32_t* totals, double rowTotal, uint8_t* __restrict dst,
+template <class T>
+void weightedMask(const T* src, const double* sums, const uint32_t* totals, double rowTotal, uint8_t* __restrict dst,
                   int32_t width, LocalTest test) {
   for (int32_t x = 0; x < width; ++x) {
     const double weights = rowTotal * totals[x];
-    const double excess = weights * static_cast<double>(src[x]) - static_cast<double>(sums[x]);
+    const double excess = weights * static_cast<double>(src[x]) - sums[x];
     dst[x] = static_cast<uint8_t>((test.holds(excess, weights) ? 255 : 0) ^ test.invert);
   }
 }
