@@ -5,6 +5,7 @@
 #include <cmath>
 #include <vector>
 
+#include "tests/support/mock_pool.h"
 #include "tests/support/test_image.h"
 
 namespace dax::test {
@@ -42,8 +43,34 @@ long double meanSquare(const std::vector<long double>& values, long double about
 }
 
 template <class T>
-void expectTheDefinitions(SharpnessCall<T> tenengrad, SharpnessCall<T> laplacian, SharpnessCall<T> brenner) {
-  for (const DaxiSize size : {DaxiSize{3, 3}, DaxiSize{38, 5}, DaxiSize{17, 23}}) {
+struct SharpnessCalls {
+  SharpnessCall<T> serial;
+  DaxStatus (*pooled)(void*, uint32_t, const T*, int32_t, DaxiSize, double*, void*);
+  DaxStatus (*query)(DaxiSize, uint64_t*);
+};
+
+// On a pool it is the same bits.
+template <class T>
+double sharpnessOf(const SharpnessCalls<T>& calls, const TestImage<T>& image) {
+  const double serial = sharpnessOf(calls.serial, image);
+  uint64_t bytes = 0;
+  EXPECT_EQ(calls.query(image.size(), &bytes), DAX_STS_OK);
+  GuardedBuffer<uint8_t> buffer(bytes);
+  for (const uint32_t threads : {1u, 4u, 90u}) {
+    MockPool pool;
+    double sharpness = -1;
+    EXPECT_EQ(calls.pooled(&pool, threads, image.data(), image.step(), image.size(), &sharpness, buffer.data()),
+              DAX_STS_OK);
+    EXPECT_EQ(sharpness, serial);
+    EXPECT_EQ(pool.calls > 0, threads > 1);
+  }
+  return serial;
+}
+
+template <class T>
+void expectTheDefinitions(const SharpnessCalls<T>& tenengrad, const SharpnessCalls<T>& laplacian,
+                          const SharpnessCalls<T>& brenner) {
+  for (const DaxiSize size : {DaxiSize{3, 3}, DaxiSize{38, 5}, DaxiSize{17, 23}, DaxiSize{2100, 4}}) {
     TestImage<uint16_t> bits(size);
     bits.randomize(5);
     TestImage<T> image(size, 2);
@@ -61,13 +88,28 @@ void expectTheDefinitions(SharpnessCall<T> tenengrad, SharpnessCall<T> laplacian
   }
 }
 
+#define SHARPNESS_CALLS(NAME, SUFFIX)                                                \
+  {                                                                                  \
+    DAXI_Sharpness##NAME##_##SUFFIX##_C1R, DAXI_Sharpness##NAME##_##SUFFIX##_C1R_MT, \
+        DAXI_Sharpness##NAME##BufferSize_##SUFFIX##_MT                               \
+  }
+#define EXPECT_DEFINITIONS(SUFFIX, T)                                                                     \
+  expectTheDefinitions<T>(SHARPNESS_CALLS(Tenengrad, SUFFIX), SHARPNESS_CALLS(LaplacianVariance, SUFFIX), \
+                          SHARPNESS_CALLS(Brenner, SUFFIX))
+
 TEST(Sharpness, EqualsTheDefinitions) {
-  expectTheDefinitions<uint8_t>(DAXI_SharpnessTenengrad_8u_C1R, DAXI_SharpnessLaplacianVariance_8u_C1R,
-                                DAXI_SharpnessBrenner_8u_C1R);
-  expectTheDefinitions<uint16_t>(DAXI_SharpnessTenengrad_16u_C1R, DAXI_SharpnessLaplacianVariance_16u_C1R,
-                                 DAXI_SharpnessBrenner_16u_C1R);
-  expectTheDefinitions<float>(DAXI_SharpnessTenengrad_32f_C1R, DAXI_SharpnessLaplacianVariance_32f_C1R,
-                              DAXI_SharpnessBrenner_32f_C1R);
+  EXPECT_DEFINITIONS(8u, uint8_t);
+  EXPECT_DEFINITIONS(16u, uint16_t);
+  EXPECT_DEFINITIONS(16s, int16_t);
+  EXPECT_DEFINITIONS(32f, float);
+}
+
+// Black beside white, where the squares of bytes fill their sums.
+TEST(Sharpness, OfTheSteepestSteps) {
+  TestImage<uint8_t> image({5000, 3});
+  image.fill([](int32_t x, int32_t) { return x / 2 % 2 * 255; });
+  EXPECT_EQ(sharpnessOf(DAXI_SharpnessTenengrad_8u_C1R, image), 1020.0 * 1020);
+  EXPECT_EQ(sharpnessOf(DAXI_SharpnessBrenner_8u_C1R, image), 255.0 * 255);
 }
 
 // An edge that is spread over more pixels is less sharp by each of them.

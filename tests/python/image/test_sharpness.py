@@ -5,8 +5,8 @@ import pytest
 import dax
 
 
-@pytest.mark.parametrize("dtype", [np.uint8, np.uint16, np.float32])
-def test_sharpness(rng, dtype):
+@pytest.mark.parametrize("dtype", [np.uint8, np.uint16, np.int16, np.float32])
+def test_sharpness(rng, dtype, pool):
     image = rng.integers(0, 200, (23, 37)).astype(dtype)
     v = image.astype(float)
     along = v[1:-1, 2:] - v[1:-1, :-2]
@@ -16,3 +16,5 @@ def test_sharpness(rng, dtype):
     assert np.isclose(dax.sharpness(image), (gx**2 + gy**2).mean(), rtol=1e-12)
     assert np.isclose(dax.sharpness(image, "laplacian"), bend.var(), rtol=1e-12)
     assert np.isclose(dax.sharpness(image, "brenner"), (along**2).mean(), rtol=1e-12)
+    for measure in ("tenengrad", "laplacian", "brenner"):
+        assert dax.sharpness(image, measure, pool=pool) == dax.sharpness(image, measure)
