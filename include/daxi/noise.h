@@ -24,17 +24,19 @@
  *   size            of the region; the outermost pixels are only looked at
  *   low, high       the limits of what counts, both excluded; infinities are possible
  *   sigma           receives the deviation, in grey levels
+ *   buffer          as many bytes as the query says, aligned as by malloc; forms without _MT need none
  *
- * Sums of integers are exact, floats are doubles added in raster order; the results are the same bits on every machine.
- * No work buffer. Thread-safe.
+ * Sums of integers are exact, floats are doubles added along each row, and row by row; the results are the same bits on
+ * every machine. Forms ending in _MT run on the host's pool, in at most `threads` tiles; any number works with any pool,
+ * results do not depend on it, and pool may be null. Thread-safe for distinct buffers.
  *
  * Checks, in order:
- *   src or sigma null                            0x10000014
+ *   src, sigma or buffer null                    0x10000014
  *   width < 3 or height < 3                      0x1000001a
  *   srcStep < width                              0x1000001b
  *   not low < high                               0x10000019
  *   no window counts                             0x10000033
- * A failed call writes nothing. */
+ * A failed call writes nothing but the buffer; _MT forms return the status of the host's parallel-for, unchanged. */
 #ifndef DAXI_NOISE_H
 #define DAXI_NOISE_H
 
@@ -47,15 +49,47 @@ DAX_API DaxStatus DAXI_NoiseImmerkaer_8u_C1R(const uint8_t* src, int32_t srcStep
                                              double high, double* sigma);
 DAX_API DaxStatus DAXI_NoiseImmerkaer_16u_C1R(const uint16_t* src, int32_t srcStep, DaxiSize size, double low,
                                               double high, double* sigma);
+DAX_API DaxStatus DAXI_NoiseImmerkaer_16s_C1R(const int16_t* src, int32_t srcStep, DaxiSize size, double low,
+                                              double high, double* sigma);
 DAX_API DaxStatus DAXI_NoiseImmerkaer_32f_C1R(const float* src, int32_t srcStep, DaxiSize size, double low, double high,
                                               double* sigma);
+DAX_API DaxStatus DAXI_NoiseImmerkaer_8u_C1R_MT(void* pool, uint32_t threads, const uint8_t* src, int32_t srcStep,
+                                                DaxiSize size, double low, double high, double* sigma, void* buffer);
+DAX_API DaxStatus DAXI_NoiseImmerkaer_16u_C1R_MT(void* pool, uint32_t threads, const uint16_t* src, int32_t srcStep,
+                                                 DaxiSize size, double low, double high, double* sigma, void* buffer);
+DAX_API DaxStatus DAXI_NoiseImmerkaer_16s_C1R_MT(void* pool, uint32_t threads, const int16_t* src, int32_t srcStep,
+                                                 DaxiSize size, double low, double high, double* sigma, void* buffer);
+DAX_API DaxStatus DAXI_NoiseImmerkaer_32f_C1R_MT(void* pool, uint32_t threads, const float* src, int32_t srcStep,
+                                                 DaxiSize size, double low, double high, double* sigma, void* buffer);
 
 DAX_API DaxStatus DAXI_NoiseMad_8u_C1R(const uint8_t* src, int32_t srcStep, DaxiSize size, double low, double high,
                                        double* sigma);
 DAX_API DaxStatus DAXI_NoiseMad_16u_C1R(const uint16_t* src, int32_t srcStep, DaxiSize size, double low, double high,
                                         double* sigma);
+DAX_API DaxStatus DAXI_NoiseMad_16s_C1R(const int16_t* src, int32_t srcStep, DaxiSize size, double low, double high,
+                                        double* sigma);
 DAX_API DaxStatus DAXI_NoiseMad_32f_C1R(const float* src, int32_t srcStep, DaxiSize size, double low, double high,
                                         double* sigma);
+DAX_API DaxStatus DAXI_NoiseMad_8u_C1R_MT(void* pool, uint32_t threads, const uint8_t* src, int32_t srcStep,
+                                          DaxiSize size, double low, double high, double* sigma, void* buffer);
+DAX_API DaxStatus DAXI_NoiseMad_16u_C1R_MT(void* pool, uint32_t threads, const uint16_t* src, int32_t srcStep,
+                                           DaxiSize size, double low, double high, double* sigma, void* buffer);
+DAX_API DaxStatus DAXI_NoiseMad_16s_C1R_MT(void* pool, uint32_t threads, const int16_t* src, int32_t srcStep,
+                                           DaxiSize size, double low, double high, double* sigma, void* buffer);
+DAX_API DaxStatus DAXI_NoiseMad_32f_C1R_MT(void* pool, uint32_t threads, const float* src, int32_t srcStep,
+                                           DaxiSize size, double low, double high, double* sigma, void* buffer);
+
+/* Bytes of work buffer for the same arguments.
+ *
+ * Checks, in order: bytes null -> 0x10000014; width < 3 or height < 3 -> 0x10000019. Thread-safe. */
+DAX_API DaxStatus DAXI_NoiseImmerkaerBufferSize_8u_MT(DaxiSize size, uint64_t* bytes);
+DAX_API DaxStatus DAXI_NoiseImmerkaerBufferSize_16u_MT(DaxiSize size, uint64_t* bytes);
+DAX_API DaxStatus DAXI_NoiseImmerkaerBufferSize_16s_MT(DaxiSize size, uint64_t* bytes);
+DAX_API DaxStatus DAXI_NoiseImmerkaerBufferSize_32f_MT(DaxiSize size, uint64_t* bytes);
+DAX_API DaxStatus DAXI_NoiseMadBufferSize_8u_MT(DaxiSize size, uint32_t threads, uint64_t* bytes);
+DAX_API DaxStatus DAXI_NoiseMadBufferSize_16u_MT(DaxiSize size, uint32_t threads, uint64_t* bytes);
+DAX_API DaxStatus DAXI_NoiseMadBufferSize_16s_MT(DaxiSize size, uint32_t threads, uint64_t* bytes);
+DAX_API DaxStatus DAXI_NoiseMadBufferSize_32f_MT(DaxiSize size, uint32_t threads, uint64_t* bytes);
 
 DAX_END_DECLS
 

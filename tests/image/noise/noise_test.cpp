@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "tests/image/noise/noise_images.h"
+#include "tests/support/mock_pool.h"
 
 namespace dax::test {
 namespace {
@@ -16,18 +17,20 @@ constexpr double kInf = std::numeric_limits<double>::infinity();
 
 template <class T>
 struct NoiseCalls;
-template <>
-struct NoiseCalls<uint8_t> {
-  static constexpr auto immerkaer = DAXI_NoiseImmerkaer_8u_C1R, mad = DAXI_NoiseMad_8u_C1R;
-};
-template <>
-struct NoiseCalls<uint16_t> {
-  static constexpr auto immerkaer = DAXI_NoiseImmerkaer_16u_C1R, mad = DAXI_NoiseMad_16u_C1R;
-};
-template <>
-struct NoiseCalls<float> {
-  static constexpr auto immerkaer = DAXI_NoiseImmerkaer_32f_C1R, mad = DAXI_NoiseMad_32f_C1R;
-};
+#define NOISE_CALLS(SUFFIX, T)                                                                                \
+  template <>                                                                                                 \
+  struct NoiseCalls<T> {                                                                                      \
+    static constexpr auto immerkaer = DAXI_NoiseImmerkaer_##SUFFIX##_C1R, mad = DAXI_NoiseMad_##SUFFIX##_C1R; \
+    static constexpr auto immerkaerMt = DAXI_NoiseImmerkaer_##SUFFIX##_C1R_MT,                                \
+                          madMt = DAXI_NoiseMad_##SUFFIX##_C1R_MT;                                            \
+    static constexpr auto immerkaerBytes = DAXI_NoiseImmerkaerBufferSize_##SUFFIX##_MT;                       \
+    static constexpr auto madBytes = DAXI_NoiseMadBufferSize_##SUFFIX##_MT;                                   \
+  };
+NOISE_CALLS(8u, uint8_t)
+NOISE_CALLS(16u, uint16_t)
+NOISE_CALLS(16s, int16_t)
+NOISE_CALLS(32f, float)
+#undef NOISE_CALLS
 
 template <class T, class Call>
 double sigmaOf(Call call, const TestImage<T>& image, double low = -kInf, double high = kInf) {
@@ -77,7 +80,7 @@ double spreadMedian(const std::vector<double>& values) {
 
 template <class T>
 class NoiseOf : public ::testing::Test {};
-using NoiseTypes = ::testing::Types<uint8_t, uint16_t, float>;
+using NoiseTypes = ::testing::Types<uint8_t, uint16_t, int16_t, float>;
 TYPED_TEST_SUITE(NoiseOf, NoiseTypes);
 
 TYPED_TEST(NoiseOf, EqualsTheDefinition) {
@@ -110,6 +113,28 @@ TYPED_TEST(NoiseOf, FindsTheNoiseOfScenes) {
   }
 }
 
+TYPED_TEST(NoiseOf, IsTheSameOnAPool) {
+  using T = TypeParam;
+  const TestImage<T> image = noisyScene<T>({61, 37}, 20);
+  for (const uint32_t threads : {1u, 2u, 7u, 100u}) {
+    MockPool pool;
+    uint64_t immerkaerBytes = 0, madBytes = 0;
+    ASSERT_EQ(NoiseCalls<T>::immerkaerBytes(image.size(), &immerkaerBytes), DAX_STS_OK);
+    ASSERT_EQ(NoiseCalls<T>::madBytes(image.size(), threads, &madBytes), DAX_STS_OK);
+    GuardedBuffer<uint8_t> forImmerkaer(immerkaerBytes), forMad(madBytes);
+    double sigma = -1;
+    ASSERT_EQ(NoiseCalls<T>::immerkaerMt(&pool, threads, image.data(), image.step(), image.size(), 80, 200, &sigma,
+                                         forImmerkaer.data()),
+              DAX_STS_OK);
+    EXPECT_EQ(sigma, sigmaOf(NoiseCalls<T>::immerkaer, image, 80, 200));
+    ASSERT_EQ(
+        NoiseCalls<T>::madMt(&pool, threads, image.data(), image.step(), image.size(), 80, 200, &sigma, forMad.data()),
+        DAX_STS_OK);
+    EXPECT_EQ(sigma, sigmaOf(NoiseCalls<T>::mad, image, 80, 200));
+    EXPECT_EQ(pool.calls > 0, threads > 1);
+  }
+}
+
 TEST(Noise, LargestResponsesAndNoNoise) {
   TestImage<uint16_t> image({9, 9});
   image.fill([](int32_t x, int32_t y) { return (x + y) % 2 ? 65535 : 0; });
@@ -119,6 +144,9 @@ TEST(Noise, LargestResponsesAndNoNoise) {
   EXPECT_EQ(sigmaOf(DAXI_NoiseImmerkaer_16u_C1R, image), 0);
   double sigma = -1;
   EXPECT_EQ(DAXI_NoiseMad_16u_C1R(image.data(), 9, image.size(), 5, NAN, &sigma), DAX_STS_BAD_PARAM);
+  TestImage<int16_t> both({9, 9});
+  both.fill([](int32_t x, int32_t y) { return (x + y) % 2 ? 32767 : -32768; });
+  EXPECT_NEAR(sigmaOf(DAXI_NoiseMad_16s_C1R, both), 524280 / 6 / 0.6744897501960817, 1);
 }
 
 }  // namespace
