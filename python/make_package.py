@@ -3,7 +3,8 @@
 
 usage: make_package.py PACKAGE     PACKAGE: a copy of the sources, whose __init__.py is rewritten
 
-A public module is a file without a leading underscore; it says in __all__ what it offers.
+A public module is a file without a leading underscore; it says in __all__ what it offers. One that says NAMESPACE = True is
+imported as a module, its names are not: other modules have some of them too.
 """
 import ast
 import pathlib
@@ -24,11 +25,20 @@ def offers(path):
     sys.exit(f"make_package: {path}: no __all__")
 
 
+def is_namespace(path):
+    statements = ast.parse(path.read_text()).body
+    return any(isinstance(each, ast.Assign) and getattr(each.targets[0], "id", "") == "NAMESPACE" for each in statements)
+
+
 def public_modules(package):
-    """{dotted name: names that it offers}, those of subpackages last."""
+    """{dotted name: names that it offers}, those of subpackages last; of a namespace they have its name before them."""
     paths = [path.relative_to(package) for path in package.rglob("*.py")]
     paths = [path for path in paths if not any(part.startswith("_") for part in path.parts)]
     modules = {".".join(path.with_suffix("").parts): offers(package / path) for path in sorted(paths)}
+    for path in paths:
+        if is_namespace(package / path):
+            module = ".".join(path.with_suffix("").parts)
+            modules[module] = [f"{path.stem}.{name}" for name in modules[module]]
     owner = {}
     for module, names in modules.items():
         for name in names:
@@ -49,8 +59,10 @@ def listing(modules):
 
 def complete(source, modules):
     head, rest = source.split('\n"""\n', 1)
-    imports = [f"from .{module} import {', '.join(names)}" for module, names in modules.items()]
-    everything = sorted(["version", *(name for names in modules.values() for name in names)], key=str.lower)
+    imports = [f"from .{module} import {', '.join(names)}" if "." not in names[0] else f"from . import {module}"
+               for module, names in modules.items()]
+    everything = sorted(["version", *(name for names in modules.values() for name in names if "." not in name)],
+                        key=str.lower)
     listed = [f'{head}\n\n{listing(modules)}\n"""', *imports, rest, f"__all__ = {everything!r}", ""]
     return "\n".join(listed)
 
