@@ -3,8 +3,8 @@
 
 usage: make_package.py PACKAGE     PACKAGE: a copy of the sources, whose __init__.py is rewritten
 
-A public module is a file without a leading underscore; it says in __all__ what it offers. One that says NAMESPACE = True is
-imported as a module, its names are not: other modules have some of them too.
+A public module is a file without a leading underscore; it says in __all__ what it offers. One that says
+NAMESPACE = True is imported as a module, its names are not: other modules have some of them too.
 """
 import ast
 import pathlib
@@ -27,7 +27,8 @@ def offers(path):
 
 def is_namespace(path):
     statements = ast.parse(path.read_text()).body
-    return any(isinstance(each, ast.Assign) and getattr(each.targets[0], "id", "") == "NAMESPACE" for each in statements)
+    targets = [each.targets[0] for each in statements if isinstance(each, ast.Assign)]
+    return any(getattr(target, "id", "") == "NAMESPACE" for target in targets)
 
 
 def public_modules(package):

@@ -1,14 +1,17 @@
-"""What scripts/families makes of the tables of kind = "matrix": functions of dense matrices, in double and in single precision.
+"""What scripts/families makes of the tables of kind = "matrix": functions of dense matrices, in double and in single
+precision.
 
-An operation has `sizes`, the sides that its shapes are made of, and `arguments` in the order of the prototype: "a m n" is a
-matrix with a step, "w[m]" an array of reals, "rcond" one real; "int32_t pivots[n]" says another type. Behind ">" stands what is
-written, "?" marks what may be null. `parameters` follow the sizes. `needs` is a relation of the sizes. `doubles` is the length
-of the work buffer; an operation without it has none. Where it is `pooled`, there is a form ending in _MT too. The exports check
-pointers, sizes and steps, and call the worker matrix<name>, which gets matrices as views. See optim/matrix/matrix_factor.toml."""
+An operation has `sizes`, the sides that its shapes are made of, and `arguments` in the order of the prototype: "a m n"
+is a matrix with a step, "w[m]" an array of reals, "rcond" one real; "int32_t pivots[n]" says another type. Behind ">"
+stands what is written, "?" marks what may be null. `parameters` follow the sizes. `needs` is a relation of the sizes,
+checked behind the steps. `doubles` is the length of the work buffer; an operation without it has none. Where it is
+`pooled`, there is a form ending in _MT too. The exports check pointers, sizes and steps, and call the worker
+matrix<name>, which gets matrices as views. See optim/matrix/matrix_factor.toml."""
 import re
 
 TYPES = {"f64": "double", "f32": "float"}
-ARGUMENT = re.compile(r"(?P<out>> )?(?:(?P<type>int32_t) )?(?P<name>\w+)(?P<null>\?)?(?:\[(?P<count>.+)\]| (?P<shape>\S.*))?")
+ARGUMENT = re.compile(r"(?P<out>> )?(?:(?P<type>int32_t) )?(?P<name>\w+)(?P<null>\?)?"
+                      r"(?:\[(?P<count>.+)\]| (?P<shape>\S.*))?")
 
 
 class Argument:
@@ -64,10 +67,11 @@ class Operation:
         passed = (["on"] if self.is_pooled else []) + [each.passed() for each in self.arguments]
         passed += names(self.parameters) + (["buffer"] if self.doubles else [])
         lines = [f"DAX_REQUIRE({' && '.join(pointers)}, DAX_STS_NULL_POINTER);",
-                 f"DAX_REQUIRE(areSides({{{', '.join(self.sizes)}}}), DAX_STS_BAD_SIZE);", *needs,
-                 f"DAX_REQUIRE({' && '.join(steps)}, DAX_STS_BAD_STEP);",
+                 f"DAX_REQUIRE(areSides({{{', '.join(self.sizes)}}}), DAX_STS_BAD_SIZE);",
+                 f"DAX_REQUIRE({' && '.join(steps)}, DAX_STS_BAD_STEP);", *needs,
                  f"return matrix{self.name}<T>({', '.join(passed)});"]
-        return f"template <class T>\nDaxStatus checked{self.name}({', '.join(declared)}) {{\n" + "\n".join(lines) + "\n}\n"
+        head = f"template <class T>\nDaxStatus checked{self.name}({', '.join(declared)}) {{\n"
+        return head + "\n".join(lines) + "\n}\n"
 
     def forwards(self):
         for suffix, real in TYPES.items():
@@ -94,7 +98,8 @@ def comment(text):
 def header(table):
     guard = re.sub(r"\W", "_", table["header"]).upper()
     operations = [Operation(said) for said in table["operation"]]
-    parts = [comment(table["about"]) + f'#ifndef {guard}\n#define {guard}\n\n#include "../dax/status.h"\n\nDAX_BEGIN_DECLS\n']
+    start = f'#ifndef {guard}\n#define {guard}\n\n#include "../dax/status.h"\n\nDAX_BEGIN_DECLS\n'
+    parts = [comment(table["about"]) + start]
     queries = [each.query(suffix) for each in operations if each.doubles for suffix in TYPES]
     if queries:
         parts.append(comment(table["query_text"]) + "".join(f"DAX_API {each};\n" for each in queries))

@@ -39,6 +39,10 @@ DAX_API DaxStatus PRMT_MAT_SVD_BufferSize_f64(int32_t m, int32_t n, uint64_t* by
 DAX_API DaxStatus PRMT_MAT_SVD_BufferSize_f32(int32_t m, int32_t n, uint64_t* bytes);
 DAX_API DaxStatus PRMT_MAT_EigSym_BufferSize_f64(int32_t n, uint64_t* bytes);
 DAX_API DaxStatus PRMT_MAT_EigSym_BufferSize_f32(int32_t n, uint64_t* bytes);
+DAX_API DaxStatus PRMT_MAT_EigSymGen_BufferSize_f64(int32_t n, uint64_t* bytes);
+DAX_API DaxStatus PRMT_MAT_EigSymGen_BufferSize_f32(int32_t n, uint64_t* bytes);
+DAX_API DaxStatus PRMT_MAT_EigGeneral_BufferSize_f64(int32_t n, uint64_t* bytes);
+DAX_API DaxStatus PRMT_MAT_EigGeneral_BufferSize_f32(int32_t n, uint64_t* bytes);
 
 /* P a = L U of a, n x n, with row exchanges (Golub and Van Loan 2013, 3.4). lu has L below the diagonal, of ones on it, and U from
  * the diagonal on; row i of P a is row pivots[i] of a. |L U - P a| is at most about n 2^-53 |L| |U|.
@@ -92,7 +96,7 @@ DAX_API DaxStatus PRMT_MAT_QRPivot_f32(const float* a, int32_t aStep, float* q, 
  * with diagonal matrices D1 and D2, each value has a relative error of the order of B's condition number times 2^-53, however different
  * the elements of D1 and D2 are; below 1e-150 of the largest values are 0.
  *
- * accuracy   0: as said; 1: errors of the order of 2^-53 of the largest value will do, where that is faster; it is not yet
+ * accuracy   0: as said; 1: errors of the order of 2^-53 of the largest value will do, where that is faster, which it is not yet.
  *
  * Rotations did not end after 60 rounds -> 0x10000000. */
 DAX_API DaxStatus PRMT_MAT_SVD_f64(const double* a, int32_t aStep, double* u, int32_t uStep, double* s, double* v,
@@ -111,6 +115,24 @@ DAX_API DaxStatus PRMT_MAT_EigSym_f64(const double* a, int32_t aStep, double* va
                                       int32_t vectorsStep, int32_t n, void* buffer);
 DAX_API DaxStatus PRMT_MAT_EigSym_f32(const float* a, int32_t aStep, float* values, float* vectors, int32_t vectorsStep,
                                       int32_t n, void* buffer);
+
+/* a v = lambda b v of a symmetric and a positive definite matrix, n x n, of which what lies on and below the diagonal is read: values
+ * ascending, vectors in columns with v^T b v = 1, the element of largest magnitude, the first of equal ones, positive; `vectors` may be
+ * null. By b = L L^T and the symmetric problem of L^-1 a L^-T: errors grow with b's condition number.
+ *
+ * b is not definite, as PRMT_MAT_Cholesky tells it, the reduced problem is not finite, or iterations did not end -> 0x10000000. */
+DAX_API DaxStatus PRMT_MAT_EigSymGen_f64(const double* a, int32_t aStep, const double* b, int32_t bStep, double* values,
+                                         double* vectors, int32_t vectorsStep, int32_t n, void* buffer);
+DAX_API DaxStatus PRMT_MAT_EigSymGen_f32(const float* a, int32_t aStep, const float* b, int32_t bStep, float* values,
+                                         float* vectors, int32_t vectorsStep, int32_t n, void* buffer);
+
+/* Eigenvalues of a, n x n: by descending real part, of equal ones by descending magnitude of the imaginary part, of a pair the one
+ * above the axis first. Balanced by powers of two, reduced to Hessenberg form, then QR with double shifts and exceptional ones (Francis
+ * 1961). Iterations did not end -> 0x10000000. */
+DAX_API DaxStatus PRMT_MAT_EigGeneral_f64(const double* a, int32_t aStep, double* real, double* imaginary, int32_t n,
+                                          void* buffer);
+DAX_API DaxStatus PRMT_MAT_EigGeneral_f32(const float* a, int32_t aStep, float* real, float* imaginary, int32_t n,
+                                          void* buffer);
 
 DAX_END_DECLS
 

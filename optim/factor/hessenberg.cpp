@@ -111,17 +111,18 @@ class Francis {
   }
 
   void shiftedStep(int32_t first, int32_t last, int round) {
-    double sum = at(last - 1, last - 1) + at(last, last);
-    double product = at(last - 1, last - 1) * at(last, last) - at(last - 1, last) * at(last, last - 1);
+    // The shifts are the eigenvalues of the last two rows; differences first, since all may be nearly equal.
+    const double corner = at(first, first);
+    double one = at(last, last) - corner, other = at(last - 1, last - 1) - corner;
+    double beside = at(last, last - 1) * at(last - 1, last);
     if (round % 10 == 0) {
-      // Another shift, where the usual ones turn in a circle.
+      // Another pair, where the usual one turns in a circle.
       const double size = std::fabs(at(last, last - 1)) + std::fabs(at(last - 1, last - 2));
-      sum = 1.5 * size, product = size * size;
+      one = other = one + 0.75 * size, beside = -0.4375 * size * size;
     }
-    double x = at(first, first) * at(first, first) + at(first, first + 1) * at(first + 1, first) -
-               sum * at(first, first) + product;
-    double y = at(first + 1, first) * (at(first, first) + at(first + 1, first + 1) - sum);
-    double z = at(first + 1, first) * at(first + 2, first + 1);
+    double x = (one * other - beside) / at(first + 1, first) + at(first, first + 1);
+    double y = (at(first + 1, first + 1) - corner) - one - other;
+    double z = at(first + 2, first + 1);
     for (int32_t k = first; k < last; ++k) {
       const int32_t size = std::min(3, last - k + 1);
       double v[3] = {x, y, z};

@@ -71,6 +71,23 @@ DaxStatus checkedEigSym(const T* a, int32_t aStep, T* values, T* vectors, int32_
   return matrixEigSym<T>({a, aStep, n, n}, values, {vectors, vectorsStep, n, n}, buffer);
 }
 
+template <class T>
+DaxStatus checkedEigSymGen(const T* a, int32_t aStep, const T* b, int32_t bStep, T* values, T* vectors,
+                           int32_t vectorsStep, int32_t n, void* buffer) {
+  DAX_REQUIRE(a && b && values && buffer, DAX_STS_NULL_POINTER);
+  DAX_REQUIRE(areSides({n}), DAX_STS_BAD_SIZE);
+  DAX_REQUIRE(aStep >= n && bStep >= n && (!vectors || vectorsStep >= n), DAX_STS_BAD_STEP);
+  return matrixEigSymGen<T>({a, aStep, n, n}, {b, bStep, n, n}, values, {vectors, vectorsStep, n, n}, buffer);
+}
+
+template <class T>
+DaxStatus checkedEigGeneral(const T* a, int32_t aStep, T* real, T* imaginary, int32_t n, void* buffer) {
+  DAX_REQUIRE(a && real && imaginary && buffer, DAX_STS_NULL_POINTER);
+  DAX_REQUIRE(areSides({n}), DAX_STS_BAD_SIZE);
+  DAX_REQUIRE(aStep >= n, DAX_STS_BAD_STEP);
+  return matrixEigGeneral<T>({a, aStep, n, n}, real, imaginary, buffer);
+}
+
 }  // namespace
 }  // namespace dax
 
@@ -240,4 +257,44 @@ DaxStatus PRMT_MAT_EigSym_f32(const float* a, int32_t aStep, float* values, floa
 DaxStatus PRMT_MAT_EigSym_BufferSize_f32(int32_t n, uint64_t* bytes) {
   return dax::bytesOf(
       {n}, [&] { return 2 * int64_t{n} * int64_t{n} + 4 * int64_t{n}; }, bytes);
+}
+
+DaxStatus PRMT_MAT_EigSymGen_f64(const double* a, int32_t aStep, const double* b, int32_t bStep, double* values,
+                                 double* vectors, int32_t vectorsStep, int32_t n, void* buffer) {
+  return dax::checkedEigSymGen<double>(a, aStep, b, bStep, values, vectors, vectorsStep, n, buffer);
+}
+
+DaxStatus PRMT_MAT_EigSymGen_BufferSize_f64(int32_t n, uint64_t* bytes) {
+  return dax::bytesOf(
+      {n}, [&] { return 3 * int64_t{n} * int64_t{n} + 5 * int64_t{n}; }, bytes);
+}
+
+DaxStatus PRMT_MAT_EigSymGen_f32(const float* a, int32_t aStep, const float* b, int32_t bStep, float* values,
+                                 float* vectors, int32_t vectorsStep, int32_t n, void* buffer) {
+  return dax::checkedEigSymGen<float>(a, aStep, b, bStep, values, vectors, vectorsStep, n, buffer);
+}
+
+DaxStatus PRMT_MAT_EigSymGen_BufferSize_f32(int32_t n, uint64_t* bytes) {
+  return dax::bytesOf(
+      {n}, [&] { return 3 * int64_t{n} * int64_t{n} + 5 * int64_t{n}; }, bytes);
+}
+
+DaxStatus PRMT_MAT_EigGeneral_f64(const double* a, int32_t aStep, double* real, double* imaginary, int32_t n,
+                                  void* buffer) {
+  return dax::checkedEigGeneral<double>(a, aStep, real, imaginary, n, buffer);
+}
+
+DaxStatus PRMT_MAT_EigGeneral_BufferSize_f64(int32_t n, uint64_t* bytes) {
+  return dax::bytesOf(
+      {n}, [&] { return int64_t{n} * int64_t{n} + 4 * int64_t{n}; }, bytes);
+}
+
+DaxStatus PRMT_MAT_EigGeneral_f32(const float* a, int32_t aStep, float* real, float* imaginary, int32_t n,
+                                  void* buffer) {
+  return dax::checkedEigGeneral<float>(a, aStep, real, imaginary, n, buffer);
+}
+
+DaxStatus PRMT_MAT_EigGeneral_BufferSize_f32(int32_t n, uint64_t* bytes) {
+  return dax::bytesOf(
+      {n}, [&] { return int64_t{n} * int64_t{n} + 4 * int64_t{n}; }, bytes);
 }

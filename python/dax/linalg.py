@@ -1,8 +1,9 @@
 """Dense matrices: products, factorisations, equations, least squares, singular values and eigenvalues.
 
-Matrices are two-dimensional arrays of numbers with at most 4096 rows and columns. Where all are of single precision, results are;
-the library computes in double precision all the same. Results are the same bits on every machine. What fails, such as the inverse
-of a singular matrix, raises dax.Error, and so do NaN and infinity, which products alone let through.
+Matrices are two-dimensional arrays of numbers with at most 4096 rows and columns. Where all are of single precision,
+results are; the library computes in double precision all the same. Results are the same bits on every machine. What
+fails, such as the inverse of a singular matrix, raises dax.Error, and so do NaN and infinity, which products alone let
+through.
 """
 from typing import Any, NamedTuple, Optional, Union
 
@@ -21,21 +22,35 @@ __all__ = [
     "SVD",
     "Determinant",
     "Eigen",
+    "Homogeneous",
+    "NullSpace",
     "PivotedQR",
+    "Ranked",
+    "TotalLeastSquares",
     "cholesky",
+    "constrained_least_squares",
     "determinant",
     "eigh",
+    "eigvals",
+    "exp",
     "gram",
+    "homogeneous",
     "inverse",
     "ldlt",
     "least_squares",
+    "log",
     "lu",
+    "min_norm",
     "multiply",
+    "null_space",
+    "pinv",
     "qr",
     "qr_pivoted",
     "rcond",
     "solve",
     "svd",
+    "total_least_squares",
+    "weighted_least_squares",
 ]
 
 
@@ -84,6 +99,36 @@ class Eigen(NamedTuple):
 
     values: Array
     vectors: Array
+
+
+class Ranked(NamedTuple):
+    """A result, and the rank that it was computed with."""
+
+    x: Array
+    rank: int
+
+
+class Homogeneous(NamedTuple):
+    """x of length 1, residual |a x|; gap: the smallest singular value over the next, 0 where x is well determined, 1
+    where it is not."""
+
+    x: Array
+    residual: float
+    gap: float
+
+
+class NullSpace(NamedTuple):
+    """Orthonormal vectors in columns; gap: the largest singular value taken for 0 over the smallest other one."""
+
+    basis: Array
+    gap: float
+
+
+class TotalLeastSquares(NamedTuple):
+    """x, and the size of all changes that make the equations hold."""
+
+    x: Array
+    residual: float
 
 
 class Determinant(NamedTuple):
@@ -191,8 +236,8 @@ def qr_pivoted(a: ArrayLike) -> PivotedQR:
 
 
 def svd(a: ArrayLike, fast: bool = False) -> SVD:
-    """Singular values, descending, and vectors in columns. Small values are right to many digits where rows and columns differ in
-    scale only; fast: errors of the order of the largest value's rounding will do.
+    """Singular values, descending, and vectors in columns. Small values are right to many digits where rows and columns
+    differ in scale only; fast: errors of the order of the largest value's rounding will do.
 
     >>> dax.linalg.svd([[0, 2], [1, 0]]).s
     array([2., 1.])
@@ -204,16 +249,36 @@ def svd(a: ArrayLike, fast: bool = False) -> SVD:
     return SVD(u, s, v)
 
 
-def eigh(a: ArrayLike) -> Eigen:
-    """Eigenvalues of a symmetric matrix, ascending, and vectors; what lies above the diagonal is not read.
+def eigh(a: ArrayLike, b: Optional[ArrayLike] = None) -> Eigen:
+    """Eigenvalues of a symmetric matrix, ascending, and vectors; of a v = lambda b v where b, positive definite, is
+    given. What lies above the diagonals is not read.
 
     >>> dax.linalg.eigh([[2, 1], [1, 2]]).values.round(12)
     array([1., 3.])
     """
     a, n = _square(a)
     values, vectors = np.empty(n, a.dtype), np.empty_like(a)
-    _call("EigSym", [a, values, vectors], [n])
+    if b is None:
+        _call("EigSym", [a, values, vectors], [n])
+        return Eigen(values, vectors)
+    a, b = _matrices(a=a, b=b)
+    if b.shape != a.shape:
+        raise ValueError(f"b: shape {b.shape}, needed is {a.shape}")
+    values, vectors = values.astype(a.dtype), vectors.astype(a.dtype)
+    _call("EigSymGen", [a, b, values, vectors], [n])
     return Eigen(values, vectors)
+
+
+def eigvals(a: ArrayLike) -> Array:
+    """Eigenvalues of any square matrix, by descending real part, of pairs the one above the axis first.
+
+    >>> dax.linalg.eigvals([[0, -1], [1, 0]])
+    array([0.+1.j, 0.-1.j])
+    """
+    a, n = _square(a)
+    real, imaginary = np.empty(n, a.dtype), np.empty(n, a.dtype)
+    _call("EigGeneral", [a, real, imaginary], [n])
+    return real + (np.complex64 if a.dtype == np.float32 else np.complex128)(1j) * imaginary
 
 
 def solve(a: ArrayLike, b: ArrayLike) -> Array:
@@ -240,6 +305,123 @@ def least_squares(a: ArrayLike, b: ArrayLike) -> Array:
     x = np.empty((a.shape[1], right.shape[1]), a.dtype)
     _call("LeastSquares", [a, right, x], [*a.shape, right.shape[1]])
     return x[:, 0] if np.ndim(b) == 1 else x
+
+
+def weighted_least_squares(a: ArrayLike, b: ArrayLike, weights: ArrayLike) -> Array:
+    """x that minimises the sum of weights * (a x - b)^2; weights may differ by many powers of ten.
+
+    >>> dax.linalg.weighted_least_squares([[1], [1]], [0, 4], [3, 1]).round(12)
+    array([1.])
+    """
+    a, right, weights = _with_right(a, b, weights=weights)
+    x = np.empty((a.shape[1], right.shape[1]), a.dtype)
+    _call("WeightedLS", [a, weights, right, x], [*a.shape, right.shape[1]])
+    return x[:, 0] if np.ndim(b) == 1 else x
+
+
+def constrained_least_squares(a: ArrayLike, b: ArrayLike, c: ArrayLike, d: ArrayLike) -> Array:
+    """x that minimises |a x - b| among those with c x = d; b and d are vectors.
+
+    >>> dax.linalg.constrained_least_squares([[1, 0], [0, 1]], [0, 0], [[1, 1]], [2]).round(12)
+    array([1., 1.])
+    """
+    a, right = _with_right(a, b)
+    c, bound = _with_right(c, d)
+    a, right, c, bound = _matrices(a=a, b=right, c=c, d=bound)
+    if c.shape[1] != a.shape[1] or right.shape[1] != 1 or bound.shape[1] != 1:
+        raise ValueError(f"shapes {a.shape} and {c.shape} of a and c, and b and d, do not go together")
+    x = np.empty(a.shape[1], a.dtype)
+    _call("ConstrainedLS", [a, right[:, 0], c, bound[:, 0], x], [*a.shape, len(c)])
+    return x
+
+
+def min_norm(a: ArrayLike, b: ArrayLike) -> Ranked:
+    """The shortest x that minimises |a x - b|, whatever the shape and the rank of a.
+
+    >>> dax.linalg.min_norm([[1, 1]], [2]).x.round(12)
+    array([1., 1.])
+    """
+    a, right = _with_right(a, b)
+    x, rank = np.empty((a.shape[1], right.shape[1]), a.dtype), np.empty(1, np.int32)
+    _call("MinNorm", [a, right, x, rank], [*a.shape, right.shape[1]])
+    return Ranked(x[:, 0] if np.ndim(b) == 1 else x, int(rank[0]))
+
+
+def pinv(a: ArrayLike) -> Ranked:
+    """The pseudo-inverse of any matrix.
+
+    >>> dax.linalg.pinv([[2, 0], [0, 0]])
+    Ranked(x=array([[0.5, 0. ],
+           [0. , 0. ]]), rank=1)
+    """
+    (a,) = _matrices(a=a)
+    x, rank = np.empty(a.shape[::-1], a.dtype), np.empty(1, np.int32)
+    _call("PInv", [a, x, rank], [*a.shape])
+    return Ranked(x, int(rank[0]))
+
+
+def homogeneous(a: ArrayLike) -> Homogeneous:
+    """x of length 1 that minimises |a x|.
+
+    >>> dax.linalg.homogeneous([[1, 0], [0, 2]]).x
+    array([1., 0.])
+    """
+    (a,) = _matrices(a=a)
+    x, residual, gap = np.empty(a.shape[1], a.dtype), np.empty(1, a.dtype), np.empty(1, a.dtype)
+    _call("Homogeneous", [a, x, residual, gap], [*a.shape])
+    return Homogeneous(x, float(residual[0]), float(gap[0]))
+
+
+def null_space(a: ArrayLike) -> NullSpace:
+    """The vectors that a maps to 0.
+
+    >>> dax.linalg.null_space([[1, 0, 0], [0, 1, 0]]).basis.ravel()
+    array([0., 0., 1.])
+    """
+    (a,) = _matrices(a=a)
+    basis, dimension, gap = np.empty((a.shape[1],) * 2, a.dtype), np.empty(1, np.int32), np.empty(1, a.dtype)
+    _call("NullSpace", [a, basis, dimension, gap], [*a.shape])
+    return NullSpace(basis[:, : int(dimension[0])], float(gap[0]))
+
+
+def total_least_squares(a: ArrayLike, b: ArrayLike) -> TotalLeastSquares:
+    """x of a x = b where a is as uncertain as b, a vector.
+
+    >>> dax.linalg.total_least_squares([[1], [2], [3]], [2, 4, 6]).x.round(12)
+    array([2.])
+    """
+    a, right = _with_right(a, b)
+    if right.shape[1] != 1:
+        raise ValueError(f"b: shape {np.shape(b)}, needed is a vector")
+    x, residual = np.empty(a.shape[1], a.dtype), np.empty(1, a.dtype)
+    _call("TotalLS", [a, right[:, 0], x, residual], [*a.shape])
+    return TotalLeastSquares(x, float(residual[0]))
+
+
+def exp(a: ArrayLike) -> Array:
+    """e^a of a square matrix.
+
+    >>> dax.linalg.exp([[0, 1], [0, 0]])
+    array([[1., 1.],
+           [0., 1.]])
+    """
+    a, n = _square(a)
+    result = np.empty_like(a)
+    _call("Exp", [a, result], [n])
+    return result
+
+
+def log(a: ArrayLike) -> Array:
+    """The principal logarithm of a square matrix without eigenvalues on the negative axis.
+
+    >>> dax.linalg.log([[1, 1], [0, 1]]).round(12)
+    array([[0., 1.],
+           [0., 0.]])
+    """
+    a, n = _square(a)
+    result = np.empty_like(a)
+    _call("Log", [a, result], [n])
+    return result
 
 
 def inverse(a: ArrayLike) -> Array:
@@ -298,13 +480,15 @@ def _square(a: ArrayLike) -> tuple[Array, int]:
     return matrix, len(matrix)
 
 
-def _with_right(a: ArrayLike, b: ArrayLike) -> tuple[Array, Array]:
-    """A matrix and right-hand sides with as many rows."""
+def _with_right(a: ArrayLike, b: ArrayLike, **vectors: ArrayLike) -> tuple[Array, ...]:
+    """A matrix, right-hand sides with as many rows, and vectors as long."""
     right = np.asarray(b)
-    a, right = _matrices(a=a, b=right[:, None] if right.ndim == 1 else right)
-    if len(a) != len(right):
-        raise ValueError(f"b: {len(right)} rows, needed are {len(a)}")
-    return a, right
+    columns = {name: np.asarray(value)[:, None] if np.ndim(value) == 1 else value for name, value in vectors.items()}
+    a, right, *others = _matrices(a=a, b=right[:, None] if right.ndim == 1 else right, **columns)
+    for name, each in zip(("b", *vectors), (right, *others)):
+        if len(a) != len(each):
+            raise ValueError(f"{name}: {len(each)} rows, needed are {len(a)}")
+    return (a, right, *(np.ascontiguousarray(each[:, 0]) for each in others))
 
 
 def _passed(arrays: list[Array]) -> list[Any]:

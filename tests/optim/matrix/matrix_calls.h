@@ -161,6 +161,92 @@ std::vector<Operation<T>> operations() {
            return PRMT_MAT(LeastSquares)(a.data(), a.step, b.data(), 2, to.part(0), 2, n, n, 2, work.data());
          });
        }},
+      {"WeightedLS",
+       [](Dense<T>& a) {
+         const int32_t n = a.rows;
+         const Dense<T> b = twoColumns<T>(n);
+         std::vector<T> weights(size_t(n), T(2));
+         weights[0] = T(0.25);
+         auto work = workFor(PRMT_MAT(WeightedLS_BufferSize), n, n, 2);
+         return outcome<T>({{-2, n * 2}}, 0, [&](Outcome<T>& to) {
+           return PRMT_MAT(WeightedLS)(a.data(), a.step, weights.data(), b.data(), 2, to.part(0), 2, n, n, 2,
+                                       work.data());
+         });
+       }},
+      {"ConstrainedLS",
+       [](Dense<T>& a) {
+         const int32_t n = a.rows;
+         // The right-hand side grows with the matrix, so that x does not.
+         const T one = 1;
+         std::vector<T> right(size_t(n), a(0, 0)), c(size_t(n), T(1));
+         auto work = workFor(PRMT_MAT(ConstrainedLS_BufferSize), n, n, 1);
+         return outcome<T>({{0, n}}, 0, [&](Outcome<T>& to) {
+           return PRMT_MAT(ConstrainedLS)(a.data(), a.step, right.data(), c.data(), n, &one, to.part(0), n, n, 1,
+                                          work.data());
+         });
+       }},
+      {"MinNorm",
+       [](Dense<T>& a) {
+         const int32_t n = a.rows;
+         const Dense<T> b = twoColumns<T>(n);
+         auto work = workFor(PRMT_MAT(MinNorm_BufferSize), n, n, 2);
+         return outcome<T>({{-2, n * 2}}, 1, [&](Outcome<T>& to) {
+           return PRMT_MAT(MinNorm)(a.data(), a.step, b.data(), 2, to.part(0), 2, to.integers.data(), n, n, 2,
+                                    work.data());
+         });
+       }},
+      {"PInv",
+       [](Dense<T>& a) {
+         const int32_t n = a.rows;
+         auto work = workFor(PRMT_MAT(PInv_BufferSize), n, n);
+         return outcome<T>({{-2, n * n}}, 1, [&](Outcome<T>& to) {
+           return PRMT_MAT(PInv)(a.data(), a.step, to.part(0), n, to.integers.data(), n, n, work.data());
+         });
+       }},
+      {"Homogeneous",
+       [](Dense<T>& a) {
+         const int32_t n = a.rows;
+         auto work = workFor(PRMT_MAT(Homogeneous_BufferSize), n, n);
+         return outcome<T>({{0, n}, {2, 1}, {0, 1}}, 0, [&](Outcome<T>& to) {
+           return PRMT_MAT(Homogeneous)(a.data(), a.step, to.part(0), to.part(1), to.part(2), n, n, work.data());
+         });
+       }},
+      {"NullSpace",
+       [](Dense<T>& a) {
+         const int32_t n = a.rows;
+         auto work = workFor(PRMT_MAT(NullSpace_BufferSize), n, n);
+         return outcome<T>({{0, n * n}, {0, 1}}, 1, [&](Outcome<T>& to) {
+           return PRMT_MAT(NullSpace)(a.data(), a.step, to.part(0), n, to.integers.data(), to.part(1), n, n,
+                                      work.data());
+         });
+       }},
+      {"TotalLS",
+       [](Dense<T>& a) {
+         const int32_t n = a.rows;
+         const std::vector<T> right(size_t(n), a(0, 0));
+         auto work = workFor(PRMT_MAT(TotalLS_BufferSize), n, n);
+         return outcome<T>({{0, n}, {2, 1}}, 0, [&](Outcome<T>& to) {
+           return PRMT_MAT(TotalLS)(a.data(), a.step, right.data(), to.part(0), to.part(1), n, n, work.data());
+         });
+       }},
+      {"EigSymGen",
+       [](Dense<T>& a) {
+         const int32_t n = a.rows;
+         Dense<T> b(n, n);
+         b.fill([](int32_t i, int32_t j) { return i == j ? 4 : 1; });
+         auto work = workFor(PRMT_MAT(EigSymGen_BufferSize), n);
+         return outcome<T>({{2, n}, {0, n * n}}, 0, [&](Outcome<T>& to) {
+           return PRMT_MAT(EigSymGen)(a.data(), a.step, b.data(), n, to.part(0), to.part(1), n, n, work.data());
+         });
+       }},
+      {"EigGeneral",
+       [](Dense<T>& a) {
+         const int32_t n = a.rows;
+         auto work = workFor(PRMT_MAT(EigGeneral_BufferSize), n);
+         return outcome<T>({{2, n}, {2, n}}, 0, [&](Outcome<T>& to) {
+           return PRMT_MAT(EigGeneral)(a.data(), a.step, to.part(0), to.part(1), n, work.data());
+         });
+       }},
   };
 }
 

@@ -86,7 +86,8 @@ inline double distance(const Matrix& a, const Matrix& b) {
   return largest(matrixOf(a.rows, a.cols, [&](int32_t i, int32_t j) { return a(i, j) - b(i, j); }));
 }
 inline Matrix withRows(const Matrix& a, const std::vector<int32_t>& order) {
-  return matrixOf(a.rows, a.cols, [&](int32_t i, int32_t j) { return a(order[size_t(i)], j); });
+  return matrixOf(static_cast<int32_t>(order.size()), a.cols,
+                  [&](int32_t i, int32_t j) { return a(order[size_t(i)], j); });
 }
 inline Matrix withColumns(const Matrix& a, const std::vector<int32_t>& order) {
   return matrixOf(a.rows, a.cols, [&](int32_t i, int32_t j) { return a(i, order[size_t(j)]); });

@@ -8,11 +8,6 @@ import dax
 la = dax.linalg
 
 
-def flipped(vectors, like):
-    """With the signs of other vectors in columns."""
-    return vectors * np.sign((vectors * like).sum(0))
-
-
 @pytest.mark.parametrize("dtype, tolerance", [(np.float64, 1e-12), (np.float32, 2e-5)])
 @pytest.mark.parametrize("n", [1, 3, 12, 70])
 def test_as_numpy(rng, dtype, tolerance, n, pool):
@@ -23,7 +18,8 @@ def test_as_numpy(rng, dtype, tolerance, n, pool):
     assert np.allclose(la.multiply(a, b, "atb", pool), exact.T @ b, **near)
     assert (la.multiply(a, b, "abt", pool) == la.multiply(a, b.T)).all()
     assert (la.multiply(a, b, pool=pool) == la.multiply(a, b)).all()
-    assert (la.multiply(a, b, "atb") == la.multiply(a.T, b)).all() and (la.multiply(a, b, "abt") == la.multiply(a, b.T)).all()
+    assert (la.multiply(a, b, "atb") == la.multiply(a.T, b)).all()
+    assert (la.multiply(a, b, "abt") == la.multiply(a, b.T)).all()
     assert (la.gram(a) == la.multiply(a, a, "atb")).all() and (la.gram(a, pool) == la.gram(a)).all()
     l, u, pivots = la.lu(a)
     assert np.allclose(l @ u, a[pivots], **near)
@@ -35,14 +31,16 @@ def test_as_numpy(rng, dtype, tolerance, n, pool):
     values, vectors = la.eigh(symmetric)
     expected, directions = np.linalg.eigh(symmetric.astype(float))
     assert np.allclose(values, expected, **near)
-    assert np.allclose(symmetric @ vectors, vectors * values, **near) and np.allclose(vectors.T @ vectors, np.eye(n), **near)
+    assert np.allclose(symmetric @ vectors, vectors * values, **near)
+    assert np.allclose(vectors.T @ vectors, np.eye(n), **near)
     q, r = la.qr(a)
     expected = np.linalg.qr(exact)[1]
     assert np.allclose(r, expected * np.sign(np.diag(expected))[:, None], **near) and np.allclose(q @ r, a, **near)
     q, r, pivots, rank = la.qr_pivoted(a)
     assert np.allclose(q @ r, a[:, pivots], **near) and rank == n
     assert (pivots == scipy.linalg.qr(exact, pivoting=True)[2]).all()
-    assert np.allclose(la.svd(a).s, np.linalg.svd(exact)[1], **near) and np.allclose(la.svd(a, fast=True).s, la.svd(a).s)
+    assert np.allclose(la.svd(a).s, np.linalg.svd(exact)[1], **near)
+    assert np.allclose(la.svd(a, fast=True).s, la.svd(a).s)
     condition = np.linalg.cond(exact, 1)
     loose = dict(rtol=tolerance * condition, atol=tolerance * condition)
     assert np.allclose(la.solve(a, b), np.linalg.solve(exact, b), **loose)
@@ -68,6 +66,47 @@ def test_least_squares_and_shapes(rng):
         la.inverse([["1"]])
 
 
+@pytest.mark.parametrize("dtype, tolerance", [(np.float64, 1e-11), (np.float32, 1e-4)])
+def test_problems_as_scipy(rng, dtype, tolerance):
+    near = dict(rtol=tolerance, atol=tolerance)
+    a, b = rng.normal(size=(9, 5)).astype(dtype), rng.normal(size=9).astype(dtype)
+    exact, right = a.astype(float), b.astype(float)
+    square, definite = exact[:5], exact.T @ exact
+    assert la.pinv(a).x.dtype == dtype and np.allclose(la.pinv(a).x, np.linalg.pinv(exact), **near)
+    assert np.allclose(la.min_norm(a.T, b[:5]).x, np.linalg.lstsq(exact.T, right[:5], rcond=None)[0], **near)
+    assert la.min_norm(a.T, b[:5]).rank == 5
+    weights = rng.uniform(0.1, 2, 9)
+    roots = np.sqrt(weights)
+    expected = np.linalg.lstsq(exact * roots[:, None], right * roots, rcond=None)[0]
+    assert np.allclose(la.weighted_least_squares(a, b, weights.astype(dtype)), expected, **near)
+    c, d = rng.normal(size=(2, 5)).astype(dtype), rng.normal(size=2).astype(dtype)
+    system = np.block([[definite, c.T], [c, np.zeros((2, 2))]])
+    expected = np.linalg.solve(system, [*(exact.T @ right), *d])[:5]
+    assert np.allclose(la.constrained_least_squares(a, b, c, d), expected, **near)
+    u, s, v = np.linalg.svd(np.c_[exact, right])
+    x, residual = la.total_least_squares(a, b)
+    assert np.allclose(x, -v[-1, :-1] / v[-1, -1], **near) and np.isclose(residual, s[-1], **near)
+    x, residual, gap = la.homogeneous(a)
+    s, v = np.linalg.svd(exact)[1:]
+    assert np.allclose(x * np.sign(x @ v[-1]), v[-1], **near) and np.isclose(residual, s[-1], **near)
+    assert np.isclose(gap, s[-1] / s[-2], **near)
+    basis = la.null_space(a.T).basis
+    assert basis.shape == (9, 4) and np.allclose(exact.T @ basis, 0, **near)
+    values, vectors = la.eigh((square + square.T).astype(dtype), definite.astype(dtype))
+    expected = scipy.linalg.eigh(square + square.T, definite)[0]
+    assert np.allclose(values, expected, rtol=1e-3 if dtype == np.float32 else 1e-10, atol=tolerance)
+    values = la.eigvals(a[:5])
+    assert np.allclose(np.sort_complex(values), np.sort_complex(np.linalg.eigvals(square)), **near)
+    assert (np.diff(values.real) <= 0).all()
+    assert np.allclose(la.exp(a[:5]), scipy.linalg.expm(square), **near)
+    rotation = scipy.linalg.expm((square - square.T) / 4)
+    assert np.allclose(la.log(rotation.astype(dtype)), (square - square.T) / 4, **near)
+    for wrong in (lambda: la.weighted_least_squares(a, b, weights[:3]), lambda: la.eigh(square, np.eye(3)),
+                  lambda: la.constrained_least_squares(a, b, c[:, :2], d), lambda: la.total_least_squares(a, a)):
+        with pytest.raises(ValueError):
+            wrong()
+
+
 def test_failures_say_what_failed():
     with pytest.raises(dax.Error, match="LU decomposition"):
         la.solve([[1, 2], [2, 4]], [1, 1])
@@ -79,6 +118,10 @@ def test_failures_say_what_failed():
         la.cholesky([[1, 2], [2, 1]])
     with pytest.raises(dax.Error, match="NaN"):
         la.svd([[np.nan, 1]])
+    with pytest.raises(dax.Error, match="negative axis"):
+        la.log([[-1]])
+    with pytest.raises(dax.Error, match="weight below 0"):
+        la.weighted_least_squares([[1]], [1], [-1])
 
 
 def test_graded_singular_values_to_twelve_digits(rng):
