@@ -5,13 +5,13 @@ import dax
 from pictures import INK, SKY, panels, save
 
 rng = np.random.default_rng(4)
-t = rng.uniform(-1, 1, 60)
-x, y = t + rng.normal(0, 0.25, 60), 2 * t + rng.normal(0, 0.25, 60)
+t = rng.uniform(-1, 1, 400)
+x, y = t + rng.normal(0, 0.25, 400), 2 * t + rng.normal(0, 0.25, 400)
 figure, axes = panels(2, 4.2, 2.8)
 for axis in axes:
     axis.set_axis_on()
     axis.tick_params(labelsize=7)
-axes[0].plot(x, y, ".", color="0.4", markersize=4)
+axes[0].plot(x, y, ".", color="0.4", markersize=3)
 ends = np.array([-1.4, 1.4])
 for slope, colour, name in (
     (2, "0.75", "drawn"),
