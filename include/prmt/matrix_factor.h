@@ -106,7 +106,7 @@ DAX_API DaxStatus PRMT_MAT_SVD_f32(const float* a, int32_t aStep, float* u, int3
 
 /* a = V diag(values) V^T of a symmetric matrix, n x n, of which what lies on and below the diagonal is read: eigenvalues ascending,
  * unit eigenvectors in the columns of `vectors`, which may be null, the element of largest magnitude, the first of equal ones,
- * positive. Up to 16 rows by Jacobi rotations, with the relative accuracy of small eigenvalues of definite matrices (Demmel and
+ * positive. Up to 8 rows by Jacobi rotations, with the relative accuracy of small eigenvalues of definite matrices (Demmel and
  * Veselic, Jacobi's method is more accurate than QR, 1992), else by reflections and implicit QL with errors of the order of 2^-53 of
  * the largest.
  *

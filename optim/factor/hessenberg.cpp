@@ -2,7 +2,6 @@
 
 #include <cmath>
 
-#include "optim/dense/dense.h"
 #include "optim/factor/householder.h"
 
 namespace dax {
@@ -49,7 +48,7 @@ void reduceToHessenberg(const Rows& a, double* v, double* product) {
     for (int32_t i = 0; i < rest; ++i) addScaled(a.row(k + 1 + i) + k + 1, -v[i], product, rest);
     for (int32_t i = 0; i < n; ++i) {
       double* const row = a.row(i) + k + 1;
-      addScaled(row, -tau * dot(row, v, rest), v, rest);
+      addScaled(row, -tau * inner(row, v, rest), v, rest);
     }
   }
 }

@@ -3,7 +3,6 @@
 #include <cmath>
 #include <numeric>
 
-#include "optim/dense/dense.h"
 #include "optim/factor/product.h"
 
 namespace dax {
@@ -14,7 +13,7 @@ void reflect(const Rows& a, int32_t j, double tau, double* to) {
   const double* const v = a.row(j) + j;
   const int32_t rest = a.cols - j;
   const double first = to[j];
-  const double product = tau * (first + dot(v + 1, to + j + 1, rest - 1));
+  const double product = tau * (first + inner(v + 1, to + j + 1, rest - 1));
   to[j] = first - product;
   addScaled(to + j + 1, -product, v + 1, rest - 1);
 }
@@ -41,7 +40,7 @@ class BlockReflector {
     }
     for (int32_t j = 0; j < v_.rows; ++j) {
       double products[kReflectionPanel];
-      for (int32_t i = 0; i < j; ++i) products[i] = dot(v_.row(i) + j, v_.row(j) + j, v_.cols - j);
+      for (int32_t i = 0; i < j; ++i) products[i] = inner(v_.row(i) + j, v_.row(j) + j, v_.cols - j);
       for (int32_t i = 0; i < j; ++i) {
         double sum = 0;
         for (int32_t k = i; k < j; ++k) sum += triangle(i, k) * products[k];
@@ -81,7 +80,7 @@ class BlockReflector {
 
 double makeReflection(double* v, int32_t n, double* tau) {
   constexpr double kNothing = 0x1p-1000;
-  const double rest = n > 1 ? sumOfSquares(v + 1, n - 1) : 0;
+  const double rest = n > 1 ? squareOf(v + 1, n - 1) : 0;
   *tau = 0;
   const double first = v[0];
   if (!(rest > kNothing)) {
@@ -121,7 +120,7 @@ namespace {
 class RestNorms {
  public:
   RestNorms(const Rows& a, double* work) : a_(a), norms_(work), exact_(work + a.rows) {
-    for (int32_t j = 0; j < a.rows; ++j) norms_[j] = exact_[j] = std::sqrt(sumOfSquares(a.row(j), a.cols));
+    for (int32_t j = 0; j < a.rows; ++j) norms_[j] = exact_[j] = std::sqrt(squareOf(a.row(j), a.cols));
   }
   int32_t longest(int32_t from) const {
     return static_cast<int32_t>(std::max_element(norms_ + from, norms_ + a_.rows) - norms_);
@@ -136,7 +135,7 @@ class RestNorms {
     if (left * ratio * ratio > 1.5e-8) {
       norms_[k] *= std::sqrt(left);
     } else {
-      norms_[k] = exact_[k] = std::sqrt(sumOfSquares(a_.row(k) + j + 1, a_.cols - j - 1));
+      norms_[k] = exact_[k] = std::sqrt(squareOf(a_.row(k) + j + 1, a_.cols - j - 1));
     }
   }
 
@@ -205,7 +204,7 @@ void solveR(const Rows& a, const double* diagonal, int32_t n, double* x) {
 }
 
 void solveRTransposed(const Rows& a, const double* diagonal, int32_t n, double* x) {
-  for (int32_t j = 0; j < n; ++j) x[j] = (x[j] - dot(a.row(j), x, j)) / diagonal[j];
+  for (int32_t j = 0; j < n; ++j) x[j] = (x[j] - inner(a.row(j), x, j)) / diagonal[j];
 }
 
 int32_t rankOf(const double* diagonal, int32_t count, double tolerance) {

@@ -4,7 +4,6 @@
 #include <cmath>
 #include <numeric>
 
-#include "optim/dense/dense.h"
 #include "optim/factor/householder.h"
 
 namespace dax {
@@ -20,7 +19,7 @@ class OneSided {
 
   bool run() {
     for (int sweep = 0; sweep < kMaxSweeps; ++sweep) {
-      for (int32_t i = 0; i < x_.rows; ++i) squares_[i] = sumOfSquares(x_.row(i), x_.cols);
+      for (int32_t i = 0; i < x_.rows; ++i) squares_[i] = squareOf(x_.row(i), x_.cols);
       if (!this->sweep()) return true;
     }
     return false;
@@ -46,7 +45,7 @@ class OneSided {
   // Rotates two rows so that they are orthogonal; false where they are.
   bool turn(int32_t p, int32_t q) {
     if (!(squares_[q] > kNothing)) return false;
-    const double product = dot(x_.row(p), x_.row(q), x_.cols);
+    const double product = inner(x_.row(p), x_.row(q), x_.cols);
     const double tolerance = DBL_EPSILON * std::sqrt(x_.cols);
     if (!(std::fabs(product) > tolerance * (std::sqrt(squares_[p]) * std::sqrt(squares_[q])))) return false;
     const double ratio = (squares_[q] - squares_[p]) / (2 * product);
@@ -56,8 +55,8 @@ class OneSided {
     if (turns_.data) rotate(turns_.row(p), turns_.row(q), cosine, sine, turns_.cols);
     const double before = squares_[q];
     squares_[p] -= tangent * product, squares_[q] += tangent * product;
-    if (squares_[q] < 0.01 * before) squares_[q] = sumOfSquares(x_.row(q), x_.cols);
-    if (squares_[p] < squares_[q]) squares_[p] = sumOfSquares(x_.row(p), x_.cols);
+    if (squares_[q] < 0.01 * before) squares_[q] = squareOf(x_.row(q), x_.cols);
+    if (squares_[p] < squares_[q]) squares_[p] = squareOf(x_.row(p), x_.cols);
     return true;
   }
 
@@ -78,9 +77,9 @@ void completeBasis(const Rows& v, int32_t first, double* shares) {
     std::fill_n(row, v.cols, 0.0);
     row[std::min_element(shares, shares + v.cols) - shares] = 1;
     for (int round = 0; round < 2; ++round) {
-      for (int32_t k = 0; k < i; ++k) addScaled(row, -dot(v.row(k), row, v.cols), v.row(k), v.cols);
+      for (int32_t k = 0; k < i; ++k) addScaled(row, -inner(v.row(k), row, v.cols), v.row(k), v.cols);
     }
-    const double norm = std::sqrt(sumOfSquares(row, v.cols));
+    const double norm = std::sqrt(squareOf(row, v.cols));
     for (int32_t j = 0; j < v.cols; ++j) row[j] /= norm;
     addShares(row);
   }

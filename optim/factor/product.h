@@ -40,7 +40,7 @@ class ProductBlock {
   template <class T>
   void multiply(const Operand<T>& a, const Operand<T>& b, int32_t i, int32_t rows, int32_t j, int32_t columns,
                 int32_t k) {
-    std::fill_n(sums_, kHeight * kWidth, 0.0);
+    std::fill_n(sums_, rows * kWidth, 0.0);
     for (int32_t p = 0; p < k; p += kDepth) {
       const int32_t depth = std::min(kDepth, k - p);
       pack(b, j, columns, p, depth);

@@ -3,13 +3,12 @@
 #include <cfloat>
 #include <cmath>
 
-#include "optim/dense/dense.h"
 #include "optim/factor/householder.h"
 
 namespace dax {
 namespace {
 
-constexpr int32_t kMaxJacobi = 16;  // rows up to which rotations of the whole matrix are used
+constexpr int32_t kMaxJacobi = 8;  // rows up to which rotations of the whole matrix are used
 
 // Rotations of a pair of rows and columns, until nothing is left beside the diagonal (Golub and Van Loan 2013, 8.5). Both
 // halves are kept.
@@ -63,8 +62,8 @@ void tridiagonalise(const Rows& a, double* diagonal, double* beside, double* tau
     beside[k] = makeReflection(v, rest, tau + k);
     if (tau[k] == 0) continue;
     // w = tau A v - (tau^2 / 2) (v^T A v) v, then A -= v w^T + w v^T.
-    for (int32_t i = 0; i < rest; ++i) product[i] = tau[k] * dot(a.row(k + 1 + i) + k + 1, v, rest);
-    const double share = 0.5 * tau[k] * dot(product, v, rest);
+    for (int32_t i = 0; i < rest; ++i) product[i] = tau[k] * inner(a.row(k + 1 + i) + k + 1, v, rest);
+    const double share = 0.5 * tau[k] * inner(product, v, rest);
     for (int32_t i = 0; i < rest; ++i) product[i] -= share * v[i];
     for (int32_t i = 0; i < rest; ++i) {
       double* const row = a.row(k + 1 + i) + k + 1;
@@ -82,7 +81,7 @@ void formVectors(const Rows& a, const double* tau, const Rows& vectors) {
     const int32_t rest = n - k - 1;
     for (int32_t i = k + 1; i < n && tau[k] != 0; ++i) {
       double* const row = vectors.row(i) + k + 1;
-      addScaled(row, -tau[k] * dot(v, row, rest), v, rest);
+      addScaled(row, -tau[k] * inner(v, row, rest), v, rest);
     }
   }
 }

@@ -6,6 +6,7 @@
 #include <cmath>
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
 #include <initializer_list>
 #include <utility>
 
@@ -142,14 +143,41 @@ void storeColumns(const Rows& from, PowerOfTwo scale, MatrixView<T> to) {
   }
 }
 
-// --- Rows ---
+// --- Rows. They must not overlap. ---
 
-inline void addScaled(double* to, double factor, const double* from, int32_t count) {
+// Scalar product as eight partial sums, for what fills them, then two. Short rows are frequent here: that of dense.h, whose order
+// of additions the solvers keep, is called, and pads what four do not divide.
+inline double inner(const double* a, const double* b, int32_t count) {
+  typedef double Pair __attribute__((vector_size(16)));
+  Pair sums[4] = {}, left, right;
+  int32_t i = 0;
+  for (; i + 8 <= count; i += 8) {
+    for (int k = 0; k < 4; ++k) {
+      std::memcpy(&left, a + i + 2 * k, sizeof left);
+      std::memcpy(&right, b + i + 2 * k, sizeof right);
+      sums[k] += left * right;
+    }
+  }
+  for (; i + 2 <= count; i += 2) {
+    std::memcpy(&left, a + i, sizeof left);
+    std::memcpy(&right, b + i, sizeof right);
+    sums[0] += left * right;
+  }
+  const Pair sum = (sums[0] + sums[1]) + (sums[2] + sums[3]);
+  const double product = sum[0] + sum[1];
+  return i < count ? product + a[i] * b[i] : product;
+}
+
+inline double squareOf(const double* v, int32_t count) {
+  return inner(v, v, count);
+}
+
+inline void addScaled(double* __restrict to, double factor, const double* __restrict from, int32_t count) {
   for (int32_t i = 0; i < count; ++i) to[i] += factor * from[i];
 }
 
 // (p, q) <- (c p - s q, s p + c q).
-inline void rotate(double* p, double* q, double cosine, double sine, int32_t count) {
+inline void rotate(double* __restrict p, double* __restrict q, double cosine, double sine, int32_t count) {
   for (int32_t i = 0; i < count; ++i) {
     const double x = p[i], y = q[i];
     p[i] = cosine * x - sine * y;
