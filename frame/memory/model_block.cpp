@@ -75,6 +75,16 @@ DaxStatus ModelWriter::seal(uint32_t magic, uint32_t version) {
 }
 
 DaxStatus ModelView::open(const void* block, uint64_t bytes, uint32_t magic, uint32_t version) {
+  ModelView view;
+  DAX_REQUIRE_OK(view.openUnsummed(block, bytes, magic, version));
+  ModelHeader header;
+  std::memcpy(&header, view.block_, sizeof header);
+  DAX_REQUIRE(header.checksum == checksumOf(view.block_, header.bytes), DAX_STS_BAD_PARAM);
+  *this = view;
+  return DAX_STS_OK;
+}
+
+DaxStatus ModelView::openUnsummed(const void* block, uint64_t bytes, uint32_t magic, uint32_t version) {
   DAX_REQUIRE(block, DAX_STS_NULL_POINTER);
   DAX_REQUIRE(reinterpret_cast<uintptr_t>(block) % kGrain == 0, DAX_STS_BAD_PARAM);
   DAX_REQUIRE(bytes >= sizeof(ModelHeader), DAX_STS_BAD_PARAM);
@@ -85,7 +95,6 @@ DaxStatus ModelView::open(const void* block, uint64_t bytes, uint32_t magic, uin
   DAX_REQUIRE(header.version == version, DAX_STS_CFG_VERSION);
   const uint64_t minimum = sizeof header + uint64_t{header.pieceCount} * sizeof(ModelPiece);
   DAX_REQUIRE(header.bytes >= minimum && header.bytes <= bytes, DAX_STS_BAD_PARAM);
-  DAX_REQUIRE(header.checksum == checksumOf(start, header.bytes), DAX_STS_BAD_PARAM);
   const std::span pieces(reinterpret_cast<const ModelPiece*>(start + sizeof header), header.pieceCount);
   DAX_REQUIRE(directoryFits(pieces, header.bytes), DAX_STS_BAD_PARAM);
   block_ = start;

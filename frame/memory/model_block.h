@@ -80,6 +80,9 @@ class ModelView {
   // of the block, an address that is no multiple of 8. What follows the block's own end is left unread.
   DaxStatus open(const void* block, uint64_t bytes, uint32_t magic, uint32_t version);
 
+  // The same without the checksum: for what is used for every frame of a stream, by readers that no contents can hurt.
+  DaxStatus openUnsummed(const void* block, uint64_t bytes, uint32_t magic, uint32_t version);
+
   // Of a name's first piece; without data where there is none or its elements have another size.
   template <ModelElement T>
   std::span<const T> piece(uint32_t name) const {

@@ -10,7 +10,8 @@
  *   symmetric   a b c|c b a a        circular  a b c|a b c a
  *   constant    a value of the caller
  *   in memory   the caller promises that the pixels around the region exist
- *   clip        there are none: windows end at the image, and what they count counts the pixels inside */
+ *   clip        there are none: windows end at the image, and what they count counts the pixels inside
+ *   leave       of geometric operations: pixels of the destination that lie outside the source stay as they are */
 enum {
   DAXI_BORDER_REPLICATE = 0,
   DAXI_BORDER_MIRROR = 1,
@@ -18,7 +19,8 @@ enum {
   DAXI_BORDER_CIRCULAR = 3,
   DAXI_BORDER_CONSTANT = 4,
   DAXI_BORDER_IN_MEMORY = 5,
-  DAXI_BORDER_CLIP = 6
+  DAXI_BORDER_CLIP = 6,
+  DAXI_BORDER_LEAVE = 7
 };
 
 #endif
