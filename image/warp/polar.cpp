@@ -62,10 +62,10 @@ double PolarWalk::radiusOf(int32_t y) const {
 
 void PolarWalk::row(int32_t y, Positions& at) const {
   const double radius = radiusOf(y);
-  for (int32_t i = 0; i < count_; ++i) {
-    at.x[i] = fixedPosition(cfg_.cx + radius * cosines_[i]);
-    at.y[i] = fixedPosition(cfg_.cy + radius * sines_[i]);
-  }
+  const auto place = [&](int32_t i) {
+    return RealPosition{cfg_.cx + radius * cosines_[i], cfg_.cy + radius * sines_[i]};
+  };
+  fixPositions(count_, place, at);
 }
 
 // --- And back ---
@@ -94,11 +94,11 @@ double PolarBackWalk::rowOf(double dx, double dy) const {
 
 void PolarBackWalk::row(int32_t y, Positions& at) const {
   const double dy = y - cfg_.cy;
-  for (int32_t i = 0; i < count_; ++i) {
+  const auto place = [&](int32_t i) {
     const double dx = x_ + i - cfg_.cx;
-    at.x[i] = fixedPosition(columnOf(dx, dy));
-    at.y[i] = fixedPosition(rowOf(dx, dy));
-  }
+    return RealPosition{columnOf(dx, dy), rowOf(dx, dy)};
+  };
+  fixPositions(count_, place, at);
 }
 
 }  // namespace dax

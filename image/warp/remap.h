@@ -18,8 +18,12 @@ class MapWalk {
 
   void row(int32_t y, Positions& at) const {
     const float *const x = rowAt(mapX_, stepX_, y) + x_, *const rowY = rowAt(mapY_, stepY_, y) + x_;
-    for (int32_t i = 0; i < count_; ++i) at.x[i] = fixedPosition(x[i]);
-    for (int32_t i = 0; i < count_; ++i) at.y[i] = fixedPosition(rowY[i]);
+    fixPositions(
+        count_,
+        [=](int32_t i) {
+          return RealPosition{x[i], rowY[i]};
+        },
+        at);
   }
 
  private:

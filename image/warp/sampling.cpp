@@ -1,17 +1,16 @@
 #include "image/warp/sampling.h"
 
+#include <cstring>
 #include <type_traits>
 
+#include "frame/dispatch.h"
 #include "frame/numeric/round.h"
 #include "image/border/border_index.h"
 #include "image/warp/kernel_weights.h"
+#include "image/warp/sampling_neon.h"
 
 namespace dax {
 namespace {
-
-// How many bits of a position's fraction count.
-template <class T>
-constexpr int kFractionBits = std::is_integral_v<T> ? 16 : 24;
 
 // The pixels of an axis around a position: kTaps of them; one is the nearest.
 template <int kTaps>
@@ -67,18 +66,35 @@ T weighted(const double (&wx)[kTaps], const double (&wy)[kTaps], const Pixel& pi
   return pixelOf<T>(sum);
 }
 
-// Linear interpolation of integers, exact until the last rounding, halves to the even one.
-template <class T>
-T linearOf(const T* above, const T* below, int next, int64_t fx, int64_t fy) {
-  using Row = std::conditional_t<sizeof(T) == 1, int32_t, int64_t>;
-  constexpr int kBits = kFractionBits<T>;
-  const auto along = [&](const T* row) {
-    const Row left = row[0], right = row[next];
-    return (left << kBits) + (right - left) * static_cast<Row>(fx);
+// A run of pixels in passes: what lies around the positions is brought together, so that the arithmetic runs in vectors.
+template <class T, int kChannels>
+void linearInside(const SampledImage<T>& image, const int64_t* px, const int64_t* py, int32_t count, T* dst) {
+  Neighbours<T> around[kChannels];
+  const T* const data = image.data;
+  const int64_t step = image.step;
+  for (int32_t i = 0; i < count; ++i) {
+    const T* const pixel = data + (py[i] >> 32) * step + (px[i] >> 32) * kChannels;
+    if constexpr (kChannels == 1) {
+      std::memcpy(around[0].above + 2 * i, pixel, 2 * sizeof(T));
+      std::memcpy(around[0].below + 2 * i, pixel + step, 2 * sizeof(T));
+    } else {
+      for (int c = 0; c < kChannels; ++c) {
+        around[c].above[2 * i] = pixel[c], around[c].above[2 * i + 1] = pixel[kChannels + c];
+        around[c].below[2 * i] = pixel[step + c], around[c].below[2 * i + 1] = pixel[step + kChannels + c];
+      }
+    }
+  }
+  const bool usesLanes = image.usesLanes;
+  const auto interpolate = [usesLanes, px, py, count](const Neighbours<T>& neighbours, T* to) {
+    if (usesLanes) return neon::linearRun<T>(neighbours, px, py, count, to);
+    portable::linearRun<T>(neighbours, px, py, count, to);
   };
-  const int64_t top = along(above), sum = (top << kBits) + (along(below) - top) * fy;
-  constexpr int64_t kBelowHalf = (int64_t{1} << (2 * kBits - 1)) - 1;
-  return static_cast<T>((sum + kBelowHalf + (sum >> 2 * kBits & 1)) >> 2 * kBits);
+  if constexpr (kChannels == 1) return interpolate(around[0], dst);
+  T results[kChannels][kChunk];
+  for (int c = 0; c < kChannels; ++c) interpolate(around[c], results[c]);
+  for (int32_t i = 0; i < count; ++i) {
+    for (int c = 0; c < kChannels; ++c) dst[kChannels * i + c] = results[c][i];
+  }
 }
 
 template <class T, int kChannels, int kTaps>
@@ -87,10 +103,6 @@ void sampleInside(const SampledImage<T>& image, int64_t px, int64_t py, T* dst) 
   const T* const first = image.data + Axis::first(py) * image.step + Axis::first(px) * kChannels;
   if constexpr (kTaps == 1) {
     for (int c = 0; c < kChannels; ++c) dst[c] = first[c];
-  } else if constexpr (kTaps == 2 && std::is_integral_v<T>) {
-    constexpr int kUnused = 32 - kFractionBits<T>;
-    const int64_t fx = static_cast<uint32_t>(px) >> kUnused, fy = static_cast<uint32_t>(py) >> kUnused;
-    for (int c = 0; c < kChannels; ++c) dst[c] = linearOf(first + c, first + image.step + c, kChannels, fx, fy);
   } else {
     double wx[kTaps], wy[kTaps];
     Axis::template weigh<T>(px, image.cubicA, wx);
@@ -113,6 +125,13 @@ void findTaps(int64_t position, int32_t side, int32_t border, int64_t (&taps)[kT
   }
 }
 
+// Whether the constant stands for all taps of an axis.
+template <int kTaps>
+bool isBeyond(int64_t position, int32_t side, int32_t border) {
+  const int64_t first = Footprint<kTaps>::first(position);
+  return border == DAXI_BORDER_CONSTANT && (first <= -kTaps || first >= side);
+}
+
 // Whether a pixel of that side covers the position.
 bool isCovered(int64_t position, int32_t side) {
   return position >= -kOnePixel / 2 && position < side * kOnePixel - kOnePixel / 2;
@@ -121,7 +140,9 @@ bool isCovered(int64_t position, int32_t side) {
 template <class T, int kChannels, int kTaps>
 void sampleAnywhere(const SampledImage<T>& image, int64_t px, int64_t py, T* dst) {
   if (image.leaves && !(isCovered(px, image.size.width) && isCovered(py, image.size.height))) return;
-  if (px == kNowhere || py == kNowhere) {
+  const bool isFar = isBeyond<kTaps>(px, image.size.width, image.borderX) ||
+                     isBeyond<kTaps>(py, image.size.height, image.borderY) || px == kNowhere || py == kNowhere;
+  if (isFar) {
     std::fill_n(dst, kChannels, image.value);
     return;
   }
@@ -140,28 +161,35 @@ void sampleAnywhere(const SampledImage<T>& image, int64_t px, int64_t py, T* dst
   }
 }
 
-// Most chunks lie wholly inside, which one pass over the positions tells.
 template <class T, int kChannels, int kTaps>
 void sampleChunk(const SampledImage<T>& given, const Positions& at, int32_t count, T* dst) {
   using Axis = Footprint<kTaps>;
   const SampledImage<T> image = given;  // stores of bytes cannot change the copy
   const int64_t highX = Axis::high(image.size.width), highY = Axis::high(image.size.height);
-  // Negative where the position lies outside.
-  const auto room = [&](int64_t x, int64_t y) {
-    return (x - Axis::kLow) | (highX - x) | (y - Axis::kLow) | (highY - y);
+  // Negative where a pixel of the footprint lies outside.
+  const auto room = [&](int32_t i) {
+    return (at.x[i] - Axis::kLow) | (highX - at.x[i]) | (at.y[i] - Axis::kLow) | (highY - at.y[i]);
   };
-  int64_t all = 0;
-  for (int32_t i = 0; i < count; ++i) all |= room(at.x[i], at.y[i]);
-  if (all >= 0) {
-    for (int32_t i = 0; i < count; ++i) {
-      sampleInside<T, kChannels, kTaps>(image, at.x[i], at.y[i], dst + ptrdiff_t{i} * kChannels);
+  const auto insideFrom = [&](int32_t first, int32_t end) {
+    if constexpr (kTaps == 2) {
+      linearInside<T, kChannels>(image, at.x + first, at.y + first, end - first, dst + ptrdiff_t{first} * kChannels);
+    } else {
+      for (int32_t i = first; i < end; ++i) {
+        sampleInside<T, kChannels, kTaps>(image, at.x[i], at.y[i], dst + ptrdiff_t{i} * kChannels);
+      }
     }
-    return;
-  }
-  for (int32_t i = 0; i < count; ++i) {
-    const auto sample =
-        room(at.x[i], at.y[i]) >= 0 ? sampleInside<T, kChannels, kTaps> : sampleAnywhere<T, kChannels, kTaps>;
-    sample(image, at.x[i], at.y[i], dst + ptrdiff_t{i} * kChannels);
+  };
+  // Most chunks lie wholly inside, which one pass over the positions tells.
+  int64_t all = 0;
+  for (int32_t i = 0; i < count; ++i) all |= room(i);
+  if (all >= 0) return insideFrom(0, count);
+  for (int32_t i = 0; i < count;) {
+    const int32_t first = i;
+    while (i < count && room(i) >= 0) ++i;
+    if (i > first) insideFrom(first, i);
+    for (; i < count && room(i) < 0; ++i) {
+      sampleAnywhere<T, kChannels, kTaps>(image, at.x[i], at.y[i], dst + ptrdiff_t{i} * kChannels);
+    }
   }
 }
 

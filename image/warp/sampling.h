@@ -3,12 +3,14 @@
 #pragma once
 
 #include <algorithm>
+#include <bit>
 #include <cmath>
 #include <cstdint>
 
 #include "daxi/border.h"
 #include "daxi/interpolation.h"
 #include "frame/check.h"
+#include "frame/cpu_feature.h"
 #include "frame/rows.h"
 #include "frame/tiles.h"
 #include "image/border/border_pixel.h"
@@ -20,18 +22,39 @@ namespace dax {
 constexpr int64_t kOnePixel = int64_t{1} << 32;
 constexpr int64_t kNowhere = -(int64_t{3} << 61);
 
-// Nowhere for NaN and what is more than 2^30 pixels away.
-inline int64_t fixedPosition(double pixels) {
-  const bool isSomewhere = pixels >= -0x1p30 && pixels <= 0x1p30;
-  return static_cast<int64_t>((isSomewhere ? pixels : -0x1.8p30) * 0x1p32);
+// In the same units, as a double; nowhere for NaN and what is more than 2^30 pixels away. Bits are compared and masked, which
+// compilers put into vectors.
+inline double scaledPosition(double pixels) {
+  const auto bits = std::bit_cast<int64_t>(pixels);
+  const int64_t isFar = -int64_t{(bits & INT64_MAX) > std::bit_cast<int64_t>(0x1p30)};
+  return std::bit_cast<double>((bits & ~isFar) | (std::bit_cast<int64_t>(-0x1.8p30) & isFar)) * 0x1p32;
 }
 
 // Consecutive pixels of a row.
-constexpr int32_t kChunk = 128;
+constexpr int32_t kChunk = 64;
 struct Positions {
   int64_t x[kChunk];
   int64_t y[kChunk];
 };
+
+// The fixed positions of a chunk, at(i) -> {x, y} of pixel i. In two passes, since few machines have vectors for the second
+// one.
+struct RealPosition {
+  double x, y;
+};
+template <class At>
+void fixPositions(int32_t count, const At& at, Positions& to) {
+  double x[kChunk], y[kChunk];
+  for (int32_t i = 0; i < count; ++i) {
+    const RealPosition position = at(i);
+    x[i] = scaledPosition(position.x);
+    y[i] = scaledPosition(position.y);
+  }
+  for (int32_t i = 0; i < count; ++i) {
+    to.x[i] = static_cast<int64_t>(x[i]);
+    to.y[i] = static_cast<int64_t>(y[i]);
+  }
+}
 
 template <class T>
 struct SampledImage {
@@ -43,6 +66,7 @@ struct SampledImage {
   bool leaves;  // pixels that lie outside as they are
   T value;      // of a constant border, and of what lies nowhere
   double cubicA;
+  bool usesLanes = usesNeon(currentIsa());
 };
 
 // Cfg: a configuration with interpolation, border, value and cubicA.
@@ -98,7 +122,7 @@ DaxStatus checkSampling(const Cfg& cfg) {
 // --- Worker ---
 
 // Computes the rectangle of a result. A walk enters some columns, at most kChunk, and then tells where their pixels lie, row
-// by row. Tiles of kChunk x 64 pixels keep what turned images read in the caches.
+// by row. Tiles of 64 x 64 pixels keep what turned images read in the caches.
 template <int kChannels, class T, class Walk>
 DaxStatus sampleRect(PoolThreads on, const SampledImage<T>& image, int32_t interpolation, T* dst, int32_t dstStep,
                      const DaxiRect& rect, const Walk& walk) {

@@ -1,5 +1,6 @@
 #include "image/warp/warp.h"
 
+#include <bit>
 #include <cmath>
 
 #include "frame/numeric/elementary.h"
@@ -13,6 +14,12 @@ bool fitsFixed(const double* row, DaxiSize size) {
   double sum = 0;
   for (int i = 0; i < 3; ++i) sum += std::fabs(row[i]) * sides[i];
   return sum < 0x1p30;
+}
+
+// 0 for a negative number: what is divided by it lies nowhere. (Bits, so that there are vectors for it.)
+double positivePart(double value) {
+  const auto bits = std::bit_cast<int64_t>(value);
+  return std::bit_cast<double>(bits & ~(bits >> 63));
 }
 
 }  // namespace
@@ -35,23 +42,22 @@ void AffineWalk::row(int32_t y, Positions& at) const {
     }
     return;
   }
-  for (int32_t i = 0; i < count_; ++i) {
+  const double* const m = real_;
+  const auto place = [=, this](int32_t i) {
     const double x = x_ + i;
-    at.x[i] = fixedPosition(real_[0] * x + (real_[1] * y + real_[2]));
-    at.y[i] = fixedPosition(real_[3] * x + (real_[4] * y + real_[5]));
-  }
+    return RealPosition{m[0] * x + (m[1] * y + m[2]), m[3] * x + (m[4] * y + m[5])};
+  };
+  fixPositions(count_, place, at);
 }
 
 void PerspectiveWalk::row(int32_t y, Positions& at) const {
   const double* const m = back_;
   const double u = m[1] * y + m[2], v = m[4] * y + m[5], w = m[7] * y + m[8];
-  for (int32_t i = 0; i < count_; ++i) {
-    const double x = x_ + i;
-    const double denominator = m[6] * x + w;
-    const bool isSeen = denominator > 0;
-    at.x[i] = isSeen ? fixedPosition((m[0] * x + u) / denominator) : kNowhere;
-    at.y[i] = isSeen ? fixedPosition((m[3] * x + v) / denominator) : kNowhere;
-  }
+  const auto place = [=, this](int32_t i) {
+    const double x = x_ + i, denominator = positivePart(m[6] * x + w);
+    return RealPosition{(m[0] * x + u) / denominator, (m[3] * x + v) / denominator};
+  };
+  fixPositions(count_, place, at);
 }
 
 void rotationBack(double angle, DaxiSize srcSize, DaxiSize dstSize, double (&back)[6]) {

@@ -112,7 +112,7 @@ bool normalise(const Matrix3x3& h, const double* points, double (&m)[9]) {
   for (const Exact& each : w) {
     if (!((each / mean).high > 0)) return false;
   }
-  for (int i = 0; i < 9; ++i) m[i] = (h[i] / mean).high;
+  for (int i = 0; i < 9; ++i) m[i] = (h[i] / mean).high + 0.0;  // no negative zeros
   return areFinite(m);
 }
 

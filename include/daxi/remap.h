@@ -1,16 +1,17 @@
 /* Images read at places that a map tells: dst(x, y) = src(mapX(x, y), mapY(x, y)).
  *
- * Maps are floats, in pixels of the source, whose centres are whole numbers. Their numbers are taken as they are, cut off at
- * 2^-32 pixels; floats themselves are 2^-11 pixels apart at column 8192. What is NaN or more than 2^30 pixels away gets the
- * constant, whatever the border, and with a border that leaves is not written. Interpolation, rounding and borders are those of
- * DAXI_WarpAffine_8u_C1R.
+ * Maps are floats, in pixels of the source, whose centres are whole numbers. Their numbers are taken as they are, cut
+ * off at 2^-32 pixels; floats themselves are 2^-11 pixels apart at column 8192. What is NaN or more than 2^30 pixels
+ * away gets the constant, whatever the border, and with a border that leaves is not written. Interpolation, rounding
+ * and borders are those of DAXI_WarpAffine_8u_C1R.
  *
- * For streams a map is prepared once, as whole numbers of 2^-12 pixels, rounded to the nearest, and used for each frame:
- * DAXI_RemapPrepare, DAXI_RemapPrepared. Prepared positions reach 2^19 - 1 pixels; what is further off counts as NaN.
+ * For streams a map is prepared once, as whole numbers of 2^-12 pixels, rounded to the nearest, and used for each
+ * frame: DAXI_RemapPrepare, DAXI_RemapPrepared. Prepared positions reach 2^19 - 1 pixels; what is further off counts
+ * as NaN.
  *
- * Source and destination must not overlap. Steps count elements. Sides are at most 2^20. No work buffer. Forms ending in _MT
- * run on the host's pool, in at most `threads` bands; any number works with any pool, results do not depend on it, and pool
- * may be null. Thread-safe for distinct destinations. The results are the same bits on every machine. */
+ * Source and destination must not overlap. Steps count elements. Sides are at most 2^20. No work buffer. Forms ending
+ * in _MT run on the host's pool, in at most `threads` bands; any number works with any pool, results do not depend on
+ * it, and pool may be null. Thread-safe for distinct destinations. The results are the same bits on every machine. */
 #ifndef DAXI_REMAP_H
 #define DAXI_REMAP_H
 
@@ -37,11 +38,11 @@ DAX_API DaxStatus DAXI_RemapDefaultCfg(DaxiRemapCfg* cfg);
  * Checks, in order: bytes null -> 0x10000014; size outside 1..1048576 -> 0x10000019. Thread-safe. */
 DAX_API DaxStatus DAXI_RemapPrepareModelSize(DaxiSize size, uint64_t* bytes);
 
-/* Prepares a map. The model is a block of the caller's, at a multiple of 8, of as many bytes as the query says, which may
- * be copied, written to a file and read again.
+/* Prepares a map. The model is a block of the caller's, at a multiple of 8, of as many bytes as the query says, which
+ * may be copied, written to a file and read again.
  *
- * Checks, in order: mapX, mapY or model null -> 0x10000014; size outside 1..1048576 -> 0x1000001a; mapXStep or mapYStep
- * below size.width -> 0x1000001b. A failed call writes nothing. Thread-safe. */
+ * Checks, in order: mapX, mapY or model null -> 0x10000014; size outside 1..1048576 -> 0x1000001a; mapXStep or
+ * mapYStep below size.width -> 0x1000001b. A failed call writes nothing. Thread-safe. */
 DAX_API DaxStatus DAXI_RemapPrepare(const float* mapX, int32_t mapXStep, const float* mapY, int32_t mapYStep,
                                     DaxiSize size, void* model);
 
@@ -55,21 +56,21 @@ DAX_API DaxStatus DAXI_RemapCheckModel(const void* model, uint64_t modelBytes, D
 /* Where the pixel (x, y) lies in the source. A status other than 0 ends the call. */
 typedef DaxStatus (*DaxiMapFunction)(void* user, double x, double y, double* sourceX, double* sourceY);
 
-/* A map from a function, called for each pixel, row by row, from the calling thread. `user` is passed on and may be null.
- * Doubles are rounded to floats; what they cannot hold is NaN.
+/* A map from a function, called for each pixel, row by row, from the calling thread. `user` is passed on and may be
+ * null. Doubles are rounded to floats; what they cannot hold is NaN.
  *
- * Checks, in order: function, mapX or mapY null -> 0x10000014; size outside 1..1048576 -> 0x1000001a; mapXStep or mapYStep
- * below size.width -> 0x1000001b. Then the status of the function, unchanged, after which the maps are written in part.
- * A call that fails a check writes nothing. Thread-safe. */
+ * Checks, in order: function, mapX or mapY null -> 0x10000014; size outside 1..1048576 -> 0x1000001a; mapXStep or
+ * mapYStep below size.width -> 0x1000001b. Then the status of the function, unchanged, after which the maps are
+ * written in part. A call that fails a check writes nothing. Thread-safe. */
 DAX_API DaxStatus DAXI_MapFromFunction(DaxiMapFunction function, void* user, float* mapX, int32_t mapXStep, float* mapY,
                                        int32_t mapYStep, DaxiSize size);
 
-/* The map of two remaps, `outer` first: map(x, y) = outer(inner(x, y)), linearly between its pixels, in double precision with
- * 24 bits of the fraction, rounded once; NaN where inner lies outside of outer.
+/* The map of two remaps, `outer` first: map(x, y) = outer(inner(x, y)), linearly between its pixels, in double
+ * precision with 24 bits of the fraction, rounded once; NaN where inner lies outside of outer.
  *
- * Maps must not overlap. Checks, in order: a map null -> 0x10000014; outerSize or size outside 1..1048576 -> 0x1000001a;
- * outerXStep or outerYStep below outerSize.width, innerXStep, innerYStep, mapXStep or mapYStep below size.width
- * -> 0x1000001b. A failed call writes nothing. Thread-safe. */
+ * Maps must not overlap. Checks, in order: a map null -> 0x10000014; outerSize or size outside 1..1048576 ->
+ * 0x1000001a; outerXStep or outerYStep below outerSize.width, innerXStep, innerYStep, mapXStep or mapYStep below
+ * size.width -> 0x1000001b. A failed call writes nothing. Thread-safe. */
 DAX_API DaxStatus DAXI_MapCompose(const float* outerX, int32_t outerXStep, const float* outerY, int32_t outerYStep,
                                   DaxiSize outerSize, const float* innerX, int32_t innerXStep, const float* innerY,
                                   int32_t innerYStep, float* mapX, int32_t mapXStep, float* mapY, int32_t mapYStep,

@@ -18,6 +18,7 @@ void* Call::place(const char* name, int64_t bytes, size_t alignment, Role role) 
   const size_t real = bytes < 0 ? 0 : static_cast<size_t>(bytes);
   const Place where = pick({Place::atEnd, Place::atEnd, Place::atStart, Place::odd});
   uint8_t* const data = arena_.take(real, alignment, where);
+  vague |= !data;
   if (!data) return nullptr;
   fillBytes(data, real);
   blocks.push_back({name, data, real, role});

@@ -34,9 +34,10 @@ def polar(
 ) -> Array:
     """A sector of a ring as a rectangle: columns are angles, rows radii.
 
-    image: uint8, uint16, int16 or float32, (height, width) or (height, width, 3). centre: (x, y). radii: above the first row
-    and below the last one; log: with a factor from row to row in place of a difference. shape: (rows, columns). start, span:
-    angles in radians, clockwise on the screen; a negative span runs the other way. The rest as of warp_affine.
+    image: uint8, uint16, int16 or float32, (height, width) or (height, width, 3). centre: (x, y). radii: above the
+    first row and below the last one; log: with a factor from row to row in place of a difference. shape: (rows,
+    columns). start, span: angles in radians, clockwise on the screen; a negative span runs the other way. The rest as
+    of warp_affine.
 
     >>> y, x = np.mgrid[:41, :41]
     >>> distance = np.hypot(x - 20, y - 20).astype(np.float32)

@@ -62,9 +62,9 @@ def remap(
 ) -> Array:
     """The image read at (map_x, map_y) for each pixel of the result.
 
-    image: uint8, uint16, int16 or float32, (height, width) or (height, width, 3). map_x, map_y: float32 arrays of the shape of
-    the result, or a PreparedMap in place of both. NaN gives `value`, in every mode but leave, where out stays as it is.
-    The rest as of warp_affine.
+    image: uint8, uint16, int16 or float32, (height, width) or (height, width, 3). map_x, map_y: float32 arrays of the
+    shape of the result, or a PreparedMap in place of both. NaN gives `value`, in every mode but leave, where out stays
+    as it is. The rest as of warp_affine.
 
     >>> dax.remap(np.array([[0, 100, 200]], np.uint8), np.array([[0.25, 2.0]]), np.array([[0, 0]]))
     array([[ 25, 200]], dtype=uint8)

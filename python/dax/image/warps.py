@@ -40,9 +40,10 @@ def warp_affine(
 ) -> Array:
     """The image moved by an affine matrix, at positions that are exact to 2^-16 pixel.
 
-    image: uint8, uint16, int16 or float32, (height, width) or (height, width, 3). matrix: 3 x 3 with the last row 0, 0, 1,
-    from image to result; inverse: from result to image. shape: (rows, columns) of the result, that of the image if None.
-    mode: what lies outside the image; leave: the pixels of out stay. value: of mode constant. cubic_a: Keys' parameter.
+    image: uint8, uint16, int16 or float32, (height, width) or (height, width, 3). matrix: 3 x 3 with the last row 0, 0,
+    1, from image to result; inverse: from result to image. shape: (rows, columns) of the result, that of the image if
+    None. mode: what lies outside the image; leave: the pixels of out stay. value: of mode constant. cubic_a: Keys'
+    parameter.
 
     >>> dax.warp_affine(np.array([[0, 100, 200, 50]], np.uint8), [[1, 0, 0.5], [0, 1, 0], [0, 0, 1]])
     array([[  0,  50, 150, 125]], dtype=uint8)
@@ -113,8 +114,8 @@ def warp_bound(
     *,
     inverse: bool = False,
 ) -> tuple[int, int, int, int]:
-    """(x, y, width, height) of the pixels that an image of this shape, or a region (x, y, width, height) of it, comes to
-    fill.
+    """(x, y, width, height) of the pixels that an image of this shape, or a region (x, y, width, height) of it, comes
+    to fill.
 
     >>> dax.warp_bound((10, 20), [[2, 0, 5], [0, 2, 0], [0, 0, 1]])
     (4, -1, 41, 21)

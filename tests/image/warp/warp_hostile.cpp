@@ -32,8 +32,9 @@ void rotation(Call& c) {
 void bound(Call& c) {
   c.filled<DaxiWarpCfg>("cfg", 1, [&](DaxiWarpCfg& cfg) {
     anySampling(c, cfg);
-    anyMatrix(c, cfg.m, c.chance(70));
-    if (cfg.m[6] == 0) cfg.m[0] = cfg.m[4] = 2;
+    if (c.chance(30)) return anyMatrix(c, cfg.m, c.chance(50));
+    const double near[9] = {2, 0.3, 5, -0.3, 1.5, 7, c.pick({0.0, 1e-4}), c.pick({0.0, -1e-4}), 1};
+    std::copy_n(near, 9, cfg.m);
   });
   const auto size = c.size("srcSize");
   c.given("region", DaxiRect{0, 0, size.width, size.height});
