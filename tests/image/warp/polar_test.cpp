@@ -25,7 +25,7 @@ DAX_POLARS(16s, int16_t)
 DAX_POLARS(32f, float)
 #undef DAX_POLARS
 
-constexpr long double kTurn = 6.283185307179586476925286766559L;
+constexpr double kTurn = 6.283185307179586;
 
 DaxiPolarCfg ring(double r0, double r1, double angle0, double span) {
   DaxiPolarCfg cfg;
@@ -36,26 +36,27 @@ DaxiPolarCfg ring(double r0, double r1, double angle0, double span) {
 
 // Where pixel (x, y) of a polar image of that size lies.
 Place inPicture(const DaxiPolarCfg& cfg, DaxiSize polar, int32_t x, int32_t y) {
-  const long double angle = cfg.angle0 + cfg.span * (x + 0.5L) / polar.width, part = (y + 0.5L) / polar.height;
-  const long double radius = cfg.log ? cfg.r0 * std::pow(static_cast<long double>(cfg.r1) / cfg.r0, part)
-                                     : cfg.r0 + (static_cast<long double>(cfg.r1) - cfg.r0) * part;
+  const double angle = cfg.angle0 + cfg.span * (x + 0.5) / polar.width, part = (y + 0.5) / polar.height;
+  const double radius = cfg.log ? cfg.r0 * std::pow(static_cast<double>(cfg.r1) / cfg.r0, part)
+                                : cfg.r0 + (static_cast<double>(cfg.r1) - cfg.r0) * part;
   return {cfg.cx + radius * std::cos(angle), cfg.cy + radius * std::sin(angle)};
 }
 
 // And where a pixel of the picture lies in the polar image, of the turns that the one nearest to its middle.
 Place inPolar(const DaxiPolarCfg& cfg, DaxiSize polar, int32_t x, int32_t y) {
-  const long double dx = x - static_cast<long double>(cfg.cx), dy = y - static_cast<long double>(cfg.cy);
-  const long double radius = std::hypot(dx, dy), middle = cfg.angle0 + cfg.span / 2.0L;
-  const long double offset = std::remainder(std::atan2(dy, dx) - middle, kTurn);
-  const long double part = cfg.log ? std::log(radius / cfg.r0) / std::log(static_cast<long double>(cfg.r1) / cfg.r0)
-                                   : (radius - cfg.r0) / (static_cast<long double>(cfg.r1) - cfg.r0);
-  return {(0.5L + offset / cfg.span) * polar.width - 0.5L, part * polar.height - 0.5L};
+  const double dx = x - static_cast<double>(cfg.cx), dy = y - static_cast<double>(cfg.cy);
+  const double radius = std::hypot(dx, dy), middle = cfg.angle0 + cfg.span / 2.0;
+  const double offset = std::remainder(std::atan2(dy, dx) - middle, kTurn);
+  const double part = cfg.log ? std::log(radius / cfg.r0) / std::log(static_cast<double>(cfg.r1) / cfg.r0)
+                              : (radius - cfg.r0) / (static_cast<double>(cfg.r1) - cfg.r0);
+  return {(0.5 + offset / cfg.span) * polar.width - 0.5, part * polar.height - 0.5};
 }
 
 template <class T>
 void expectPolar(bool isBack, DaxiSize from, DaxiSize to, int32_t channels, const DaxiPolarCfg& cfg) {
   const TestImage<T> src = warpNoise<T>({from.width * channels, from.height}, 3);
-  const auto& e = (isBack ? Polars<T>::kBack : Polars<T>::kForward)[channels / 2];
+  const WarpExport<T, DaxiPolarCfg>* const exports = isBack ? Polars<T>::kBack : Polars<T>::kForward;
+  const WarpExport<T, DaxiPolarCfg>& e = exports[channels / 2];
   const DaxiRect rect = {2, 1, to.width - 3, to.height - 1};
   const auto run = [&](void* pool, T* dst, int32_t step) {
     if (!pool) return e.plain(src.data(), src.step(), from, dst, step, to, rect, &cfg);

@@ -107,7 +107,7 @@ TYPED_TEST(Remap, IsTheFormulaPlainAndPrepared) {
           if (!pool) return with(isColour ? R::kPrepared3 : R::kPrepared1);
           return with(isColour ? R::kOnPool3 : R::kOnPool1, pool, 3u);
         };
-        const auto rounded = [](float place) { return std::nearbyint(place * 4096.0L) / 4096; };
+        const auto rounded = [](float place) { return std::nearbyint(place * 4096.0) / 4096; };
         expectSampled(
             src, isColour ? 3 : 1, all, how, prepared,
             [&](int32_t x, int32_t y) {

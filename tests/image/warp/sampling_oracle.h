@@ -1,4 +1,4 @@
-// A value between pixels by its definition: weights of both axes at once, in extended precision.
+// A value between pixels by its definition: weights of both axes at once, in double precision.
 #pragma once
 
 #include <array>
@@ -21,28 +21,28 @@ struct Sampling {
   bool wraps = false;  // along x, whatever the border
 };
 
-inline long double kernelAt(long double d, const Sampling& how) {
-  constexpr long double kPi = 3.14159265358979323846264338327950288L;
+inline double kernelAt(double d, const Sampling& how) {
+  constexpr double kPi = 3.141592653589793;
   d = std::fabs(d);
-  if (how.interpolation == DAXI_INTERPOLATION_LINEAR) return std::max(0.0L, 1 - d);
+  if (how.interpolation == DAXI_INTERPOLATION_LINEAR) return std::max(0.0, 1 - d);
   if (how.interpolation == DAXI_INTERPOLATION_LANCZOS3) {
     if (d >= 3) return 0;
     return d == 0 ? 1 : 3 * std::sin(kPi * d) * std::sin(kPi * d / 3) / (kPi * kPi * d * d);
   }
-  const long double a = how.cubicA;
+  const double a = how.cubicA;
   if (d >= 2) return 0;
   return d <= 1 ? (a + 2) * d * d * d - (a + 3) * d * d + 1 : a * d * d * d - 5 * a * d * d + 8 * a * d - 4 * a;
 }
 
 // pixel(x, y) of positions inside. Nothing where the destination is left as it is.
 template <class Pixel>
-std::optional<long double> sampled(const Pixel& pixel, int32_t width, int32_t height, const Sampling& how,
-                                   long double px, long double py) {
+std::optional<double> sampled(const Pixel& pixel, int32_t width, int32_t height, const Sampling& how, double px,
+                              double py) {
   const bool isSomewhere = std::fabs(px) <= 0x1p30 && std::fabs(py) <= 0x1p30;
   const bool isCovered = isSomewhere && px >= -0.5 && px < width - 0.5 && py >= -0.5 && py < height - 0.5;
   if (how.border == DAXI_BORDER_LEAVE && !isCovered) return {};
   if (!isSomewhere) return how.value;
-  const auto at = [&](int32_t x, int32_t y) -> long double {
+  const auto at = [&](int32_t x, int32_t y) -> double {
     const bool isInside = x >= 0 && x < width && y >= 0 && y < height;
     const int32_t border = how.border == DAXI_BORDER_LEAVE ? DAXI_BORDER_REPLICATE : how.border;
     if (how.wraps) x = borderPixel(x, width, DAXI_BORDER_CIRCULAR);
@@ -51,17 +51,17 @@ std::optional<long double> sampled(const Pixel& pixel, int32_t width, int32_t he
     return pixel(borderPixel(x, width, border), borderPixel(y, height, border));
   };
   if (how.interpolation == DAXI_INTERPOLATION_NEAREST) {
-    return at(static_cast<int32_t>(std::floor(px + 0.5L)), static_cast<int32_t>(std::floor(py + 0.5L)));
+    return at(static_cast<int32_t>(std::floor(px + 0.5)), static_cast<int32_t>(std::floor(py + 0.5)));
   }
-  const long double unit = std::ldexp(1.0L, how.fractionBits);
+  const double unit = std::ldexp(1.0, how.fractionBits);
   px = std::floor(px * unit) / unit, py = std::floor(py * unit) / unit;
   const auto left = static_cast<int32_t>(std::floor(px)) - 2, top = static_cast<int32_t>(std::floor(py)) - 2;
-  long double across[6], down[6];
+  double across[6], down[6];
   for (int32_t k = 0; k < 6; ++k) across[k] = kernelAt(left + k - px, how), down[k] = kernelAt(top + k - py, how);
-  long double sum = 0, weights = 0;
+  double sum = 0, weights = 0;
   for (int32_t j = 0; j < 6; ++j) {
     for (int32_t i = 0; i < 6; ++i) {
-      const long double weight = across[i] * down[j];
+      const double weight = across[i] * down[j];
       if (weight != 0) sum += weight * at(left + i, top + j);
       weights += weight;
     }

@@ -38,12 +38,12 @@ oracle::Sampling samplingOf(const Cfg& cfg, int bits) {
 template <class T>
 constexpr int kFraction = std::is_integral_v<T> ? 16 : 24;
 
-using Place = std::array<long double, 2>;
+using Place = std::array<double, 2>;
 
 // Whether a pixel is what the definition says at the place, or at one within `slack` of it.
 template <class T, class Pixel>
 bool isSampled(T found, T before, const Pixel& pixel, DaxiSize size, const oracle::Sampling& how, Place place,
-               long double slack) {
+               double slack) {
   for (int i = 0; i < 4; ++i) {
     const auto exact = oracle::sampled(pixel, size.width, size.height, how, place[0] + (i & 1 ? slack : -slack),
                                        place[1] + (i & 2 ? slack : -slack));
@@ -52,10 +52,9 @@ bool isSampled(T found, T before, const Pixel& pixel, DaxiSize size, const oracl
       continue;
     }
     using Limits = std::numeric_limits<T>;
-    const long double level = std::clamp<long double>(*exact, static_cast<long double>(Limits::lowest()),
-                                                      static_cast<long double>(Limits::max()));
-    if (std::fabs(found - level) <= (std::is_integral_v<T> ? 0.5L + 1e-6L : std::fabs(level) * 6e-8L + 1e-3L))
-      return true;
+    const double level =
+        std::clamp<double>(*exact, static_cast<double>(Limits::lowest()), static_cast<double>(Limits::max()));
+    if (std::fabs(found - level) <= (std::is_integral_v<T> ? 0.5 + 1e-6 : std::fabs(level) * 6e-8 + 1e-3)) return true;
   }
   return false;
 }
@@ -64,7 +63,7 @@ bool isSampled(T found, T before, const Pixel& pixel, DaxiSize size, const oracl
 // absolute indices.
 template <class T, class Run, class PositionOf>
 void expectSampled(const TestImage<T>& src, int32_t channels, const DaxiRect& rect, const oracle::Sampling& how,
-                   const Run& run, const PositionOf& positionOf, long double slack = 0x1p-26L) {
+                   const Run& run, const PositionOf& positionOf, double slack = 0x1p-26) {
   const DaxiSize size = {src.size().width / channels, src.size().height};
   TestImage<T> dst({rect.width * channels, rect.height}, 3), tiled(dst.size()), before(dst.size());
   before.randomize(5);

@@ -37,17 +37,17 @@ DaxiWarpCfg warpBy(std::array<double, 9> m, int32_t interpolation = DAXI_INTERPO
 }
 
 // Where a pixel lies, with the matrix from the destination to the source in extended precision.
-Place placeOf(const std::array<long double, 9>& m, int32_t x, int32_t y) {
-  const long double w = m[6] * x + m[7] * y + m[8];
+Place placeOf(const std::array<double, 9>& m, int32_t x, int32_t y) {
+  const double w = m[6] * x + m[7] * y + m[8];
   if (!(w > 0)) return {NAN, NAN};
   return {(m[0] * x + m[1] * y + m[2]) / w, (m[3] * x + m[4] * y + m[5]) / w};
 }
 
-std::array<long double, 9> inverseOf(const double (&m)[9]) {
-  std::array<long double, 9> inverse;
-  long double determinant = 0;
+std::array<double, 9> inverseOf(const double (&m)[9]) {
+  std::array<double, 9> inverse;
+  double determinant = 0;
   const auto minor = [&](int i, int j) {
-    const auto at = [&](int di, int dj) -> long double { return m[(i + di) % 3 * 3 + (j + dj) % 3]; };
+    const auto at = [&](int di, int dj) -> double { return m[(i + di) % 3 * 3 + (j + dj) % 3]; };
     return at(1, 1) * at(2, 2) - at(1, 2) * at(2, 1);
   };
   for (int j = 0; j < 3; ++j) determinant += m[j] * minor(0, j);
@@ -62,7 +62,7 @@ TYPED_TEST_SUITE(Warp, WarpPixels);
 
 template <class T, class Cfg>
 void expectWarp(const WarpExport<T, Cfg>* exports, DaxiSize from, int32_t channels, const DaxiRect& rect,
-                const Cfg& cfg, const std::array<long double, 9>& back) {
+                const Cfg& cfg, const std::array<double, 9>& back) {
   const TestImage<T> src = warpNoise<T>({from.width * channels, from.height}, 3);
   const DaxiSize to = {rect.x + rect.width + 5, rect.y + rect.height + 4};
   const WarpExport<T, Cfg>& e = exports[channels / 2];
@@ -89,9 +89,9 @@ TYPED_TEST(Warp, IsTheFormula) {
           const bool isAffine = cfg == &affine;
           auto back = inverseOf(cfg->m);
           // What is seen has a positive denominator.
-          const Place centre = {(from.width - 1) / 2.0L, (from.height - 1) / 2.0L};
-          const long double w = cfg->m[6] * centre[0] + cfg->m[7] * centre[1] + cfg->m[8];
-          if (w < 0) std::for_each(back.begin(), back.end(), [](long double& each) { each = -each; });
+          const Place centre = {(from.width - 1) / 2.0, (from.height - 1) / 2.0};
+          const double w = cfg->m[6] * centre[0] + cfg->m[7] * centre[1] + cfg->m[8];
+          if (w < 0) std::for_each(back.begin(), back.end(), [](double& each) { each = -each; });
           const DaxiRect rect = i % 4 ? DaxiRect{7, 3, 20, 17} : DaxiRect{0, 0, 143, 9};
           expectWarp(isAffine ? Warps<T>::kAffine : Warps<T>::kPerspective, from, 1 + 2 * (i % 2), rect, *cfg, back);
           if (this->HasFatalFailure()) return;
@@ -107,7 +107,7 @@ TYPED_TEST(Warp, BackwardAndFarAway) {
   for (const double far : {1.0, 0x1p29}) {
     DaxiWarpCfg cfg = warpBy({far, 0.25, 3, -0.125, 1, 0.5, 0, 0, 1});
     cfg.inverse = 1, cfg.border = DAXI_BORDER_MIRROR, cfg.value = 9;
-    std::array<long double, 9> back;
+    std::array<double, 9> back;
     std::copy(cfg.m, cfg.m + 9, back.begin());
     const bool isNear = far == 1;
     expectWarp(Warps<T>::kAffine, {isNear ? 8 : 1, 7}, 1, isNear ? DaxiRect{0, 0, 30, 20} : DaxiRect{0, 0, 1, 20}, cfg,
