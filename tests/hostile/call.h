@@ -89,6 +89,10 @@ class Call {
   // --- Memory ---
   // An image and its step: rows of the size's width, the last one without padding.
   void* image(const char* name, const char* step, DaxiSize size, int32_t channels = 1);
+  // The same for an array of planes of one step.
+  void planes(const char* name, const char* step, DaxiSize size) {
+    completePlanes(static_cast<size_t>(index(name)), step, size);
+  }
   // An image that may be another one, with the same step.
   void inPlace(const char* name, const char* step, const char* of, const char* stepOf);
   // The same for arrays of one length.

@@ -225,10 +225,15 @@ void Call::completeImage(size_t i) {
 void Call::completePlanes(size_t i, const char* stepName, DaxiSize planeSize) {
   const auto& [name, type, known] = function.arguments[i];
   const int64_t count = known.elements > 0 ? known.elements : layout(function.name, "P", type.innerIsConst);
+  const auto element = static_cast<int64_t>(type.innerElement);
   const int64_t rowStep = step(stepName, planeSize.width);
   const bool valid = planeSize.width >= 1 && planeSize.height >= 1 && planeSize.width <= rowStep && notRead_ != name;
-  const int64_t pixels = valid ? int64_t{planeSize.height - 1} * rowStep + planeSize.width : -1;
-  const auto element = static_cast<int64_t>(type.innerElement);
+  int64_t pixels = valid ? int64_t{planeSize.height - 1} * rowStep + planeSize.width : -1;
+  if (pixels > static_cast<int64_t>(Arena::kMaxBytes) / element) {  // more than there is: the call must refuse the step
+    vague = true;
+    set(stepName, static_cast<int32_t>(between(-1, int64_t{planeSize.width} - 1)));
+    pixels = -1;
+  }
   // The array itself is the caller's.
   auto** const planes = static_cast<void**>(array(name, count));
   if (!planes) return;

@@ -1,0 +1,102 @@
+// Blocks of pixels whose rows become columns, in vectors: as many rows as a vector has pixels. Joining vector i with vector
+// i + n / 2 element by element, for all i at once, doubles how many pixels of a column lie side by side; log2 n times
+// makes the columns rows.
+#pragma once
+
+#include "frame/dispatch.h"
+#include "frame/simd.h"
+#include "image/warp/rotate_portable.h"
+
+#if DAX_HAVE_NEON
+namespace dax::neon {
+
+template <class Element>
+struct TransposedLanes;
+#define DAX_TRANSPOSED_LANES(T, VECTOR, SUFFIX)                                                  \
+  template <>                                                                                    \
+  struct TransposedLanes<T> {                                                                    \
+    using Vector = VECTOR;                                                                       \
+    static Vector load(const void* from) { return vld1q_##SUFFIX(static_cast<const T*>(from)); } \
+    static void store(void* to, Vector v) { vst1q_##SUFFIX(static_cast<T*>(to), v); }            \
+    static Vector zip1(Vector a, Vector b) { return vzip1q_##SUFFIX(a, b); }                     \
+    static Vector zip2(Vector a, Vector b) { return vzip2q_##SUFFIX(a, b); }                     \
+  };
+DAX_TRANSPOSED_LANES(uint8_t, uint8x16_t, u8)
+DAX_TRANSPOSED_LANES(uint16_t, uint16x8_t, u16)
+DAX_TRANSPOSED_LANES(uint32_t, uint32x4_t, u32)
+DAX_TRANSPOSED_LANES(uint64_t, uint64x2_t, u64)
+#undef DAX_TRANSPOSED_LANES
+
+// Distances of rows in bytes. They are made outside of the function that uses them: a compiler that sees how they are made puts
+// an addition in place of every address, a quarter more instructions.
+struct RowDistances {
+  explicit RowDistances(ptrdiff_t step) : of{0, step, 2 * step, 3 * step}, four(4 * step) {}
+  ptrdiff_t of[4];
+  ptrdiff_t four;
+};
+
+// Rows of a block by few registers: every fourth one, and the distances to the three behind it.
+template <class Byte>
+struct BlockRows {
+  BlockRows(Byte* first, const RowDistances& distances)
+      : at{first, first + distances.four, first + 2 * distances.four, first + 3 * distances.four}, to(distances) {}
+  Byte* operator[](int i) const { return at[i / 4] + to.of[i % 4]; }
+  Byte* at[4];
+  const RowDistances& to;
+};
+
+template <class Pixel>
+[[gnu::always_inline]] inline void transposeBlock(const uint8_t* src, const RowDistances& srcRows, uint8_t* dst,
+                                                  const RowDistances& dstRows) {
+  using Lanes = TransposedLanes<typename Pixel::Bits>;
+  constexpr int n = 16 / sizeof(Pixel);
+  typename Lanes::Vector rows[n], joined[n];
+  const BlockRows<const uint8_t> from(src, srcRows);
+  const BlockRows<uint8_t> to(dst, dstRows);
+#pragma GCC unroll 16
+  for (int i = 0; i < n; ++i) rows[i] = Lanes::load(from[i]);
+#pragma GCC unroll 4
+  for (int side = 1; side < n; side *= 2) {
+#pragma GCC unroll 8
+    for (int i = 0; i < n / 2; ++i) {
+      joined[2 * i] = Lanes::zip1(rows[i], rows[i + n / 2]);
+      joined[2 * i + 1] = Lanes::zip2(rows[i], rows[i + n / 2]);
+    }
+#pragma GCC unroll 16
+    for (int i = 0; i < n; ++i) rows[i] = joined[i];
+  }
+#pragma GCC unroll 16
+  for (int i = 0; i < n; ++i) Lanes::store(to[i], rows[i]);
+}
+
+// Of a tile of at least one block; the last blocks overlap those before them where it is not whole.
+template <class Pixel>
+[[gnu::noinline]] void transposeBlocks(MovedRows<const Pixel> src, const RowDistances& srcRows, MovedRows<Pixel> dst,
+                                       const RowDistances& dstRows, int32_t width, int32_t height) {
+  constexpr int32_t n = 16 / sizeof(Pixel);
+  const RowDistances srcOf = srcRows, dstOf = dstRows;
+  for (int32_t column = 0; column < width; column += n) {
+    const int32_t x = std::min(column, width - n);
+    const uint8_t* from = src.from(x, 0).bytes;
+    uint8_t* to = dst.from(0, x).bytes;
+    for (int32_t y = n; y <= height; y += n, from += n * src.step, to += 16) {
+      transposeBlock<Pixel>(from, srcOf, to, dstOf);
+    }
+    if (height % n) {
+      transposeBlock<Pixel>(src.from(x, height - n).bytes, srcOf, dst.from(height - n, x).bytes, dstOf);
+    }
+  }
+}
+
+template <class Pixel>
+void transposeTile(MovedRows<const Pixel> src, MovedRows<Pixel> dst, int32_t width, int32_t height) {
+  if constexpr (Pixel::kIsElement) {
+    if (std::min(width, height) >= static_cast<int32_t>(16 / sizeof(Pixel))) {
+      return transposeBlocks(src, RowDistances(src.step), dst, RowDistances(dst.step), width, height);
+    }
+  }
+  portable::transposeTile(src, dst, width, height);
+}
+
+}  // namespace dax::neon
+#endif
