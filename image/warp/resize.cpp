@@ -1,13 +1,17 @@
-#include "image/warp/resize.h"
+#include "daxi/resize.h"
 
 #include <algorithm>
 #include <cmath>
 #include <cstddef>
 
 #include "frame/check.h"
-#include "frame/memory/work_buffer.h"
-#include "frame/rows.h"
+#include "frame/cpu_feature.h"
+#include "frame/tiles.h"
 #include "image/border/border_index.h"
+#include "image/warp/resize_area.h"
+#include "image/warp/resize_by_taps.h"
+#include "image/warp/resize_bytes.h"
+#include "image/warp/resize_nearest.h"
 #include "image/warp/resize_rows.h"
 
 static_assert(sizeof(DaxiResizeCfg) == 48 && offsetof(DaxiResizeCfg, factorX) == 32);
@@ -47,144 +51,83 @@ DaxStatus checkSizes(DaxiSize src, DaxiSize dst, const DaxiRect& rect) {
 }
 
 DaxStatus checkCfg(const DaxiResizeCfg& cfg, DaxiSize src, DaxiSize dst) {
-  DAX_REQUIRE(cfg.interpolation == DAXI_INTERPOLATION_LINEAR, DAX_STS_BAD_PARAM);
+  DAX_REQUIRE(cfg.interpolation >= DAXI_INTERPOLATION_NEAREST && cfg.interpolation <= DAXI_INTERPOLATION_AREA,
+              DAX_STS_BAD_PARAM);
   DAX_REQUIRE(cfg.antialias == 0 || cfg.antialias == 1, DAX_STS_BAD_PARAM);
   DAX_REQUIRE(std::isfinite(cfg.cubicA), DAX_STS_BAD_PARAM);
-  DAX_REQUIRE(hasBorderIndex(cfg.border), DAX_STS_BAD_PARAM);
+  DAX_REQUIRE(hasBorderIndex(cfg.border) || cfg.border == DAXI_BORDER_CONSTANT, DAX_STS_BAD_PARAM);
   DAX_REQUIRE(std::isfinite(cfg.value), DAX_STS_BAD_PARAM);
   DAX_REQUIRE(isFactor(cfg.factorX, src.width, dst.width), DAX_STS_BAD_PARAM);
   DAX_REQUIRE(isFactor(cfg.factorY, src.height, dst.height), DAX_STS_BAD_PARAM);
   return DAX_STS_OK;
 }
 
-// --- Worker ---
+// --- Methods ---
 
-// Taps of all columns, the weights of one row, and as many resized rows as a row of the result needs.
-template <class Arithmetic>
-struct ResizeBuffer {
-  ResizeBuffer(const ResizeGeometry& g, int32_t channels)
-      : tapsX(static_cast<uint64_t>(g.x.maxTaps())),
-        tapsY(static_cast<uint64_t>(g.y.maxTaps())),
-        rowLength(static_cast<uint64_t>(g.rect.width) * static_cast<uint64_t>(channels)),
-        columns(layout.add<Taps>(static_cast<uint64_t>(g.rect.width))),
-        indices(layout.add<int32_t>(static_cast<uint64_t>(g.rect.width) * tapsX)),
-        weightsX(layout.add<typename Arithmetic::Weight>(static_cast<uint64_t>(g.rect.width) * tapsX)),
-        weightsY(layout.add<typename Arithmetic::Weight>(tapsY)),
-        real(layout.add<double>(std::max(tapsX, tapsY))),
-        rows(layout.add<typename Arithmetic::Mid>(rowLength * tapsY)),
-        needed(layout.add<const typename Arithmetic::Mid*>(tapsY)),
-        held(layout.add<int64_t>(tapsY)) {}
-  BufferLayout layout;
-  uint64_t tapsX, tapsY, rowLength;
-  BufferPiece<Taps> columns;
-  BufferPiece<int32_t> indices;
-  BufferPiece<typename Arithmetic::Weight> weightsX, weightsY;
-  BufferPiece<double> real;
-  BufferPiece<typename Arithmetic::Mid> rows;
-  BufferPiece<const typename Arithmetic::Mid*> needed;
-  BufferPiece<int64_t> held;
-};
+// Whether the sums of whole weights fit: those of the cubic's magnitudes stay below 2.
+bool fitWideWeights(const ResizeGeometry& g) {
+  const bool isTame = g.x.interpolation != DAXI_INTERPOLATION_CUBIC || (g.x.cubicA >= -1 && g.x.cubicA <= 0);
+  return g.x.interpolation != DAXI_INTERPOLATION_AREA && isTame && std::max(g.x.maxTaps(), g.y.maxTaps()) <= kWideTaps;
+}
 
-template <class T, class Arithmetic, int kChannels>
-class Resizer {
- public:
-  using Weight = typename Arithmetic::Weight;
-  using Mid = typename Arithmetic::Mid;
+// Whether a column of a row of cells fits 32 bits.
+bool fitAreaSums(const ResizeGeometry& g, int64_t levels) {
+  return levels * AreaAxis(g.y.src, g.y.dst).src <= int64_t{1} << 32;
+}
 
-  Resizer(const T* src, int32_t srcStep, const ResizeGeometry& geometry, void* buffer)
-      : src_(src), srcStep_(srcStep), g_(geometry), at_(geometry, kChannels), buffer_(buffer) {
-    prepareColumns();
-    std::fill_n(at_.held.in(buffer), at_.tapsY, kNone);
-  }
-
-  void run(T* dst, int32_t dstStep) const {
-    Weight* const weights = at_.weightsY.in(buffer_);
-    const Mid** const needed = at_.needed.in(buffer_);
-    for (int32_t y = 0; y < g_.rect.height; ++y) {
-      const Taps taps = linearTaps(g_.y, g_.rect.y + y, at_.real.in(buffer_));
-      Arithmetic::setWeights(taps, at_.real.in(buffer_), weights, taps.count);
-      for (int32_t k = 0; k < taps.count; ++k) needed[k] = resizedRow(taps.first + k);
-      Arithmetic::alongY(needed, weights, taps.count, rowAt(dst, dstStep, y), g_.rect.width * kChannels);
-    }
-  }
-
- private:
-  static constexpr int64_t kNone = INT64_MIN;
-
-  void prepareColumns() const {
-    for (int32_t x = 0; x < g_.rect.width; ++x) {
-      Taps& taps = at_.columns.in(buffer_)[x];
-      const uint64_t first = static_cast<uint64_t>(x) * at_.tapsX;
-      taps = linearTaps(g_.x, g_.rect.x + x, at_.real.in(buffer_));
-      Arithmetic::setWeights(taps, at_.real.in(buffer_), at_.weightsX.in(buffer_) + first, taps.count);
-      for (int32_t k = 0; k < g_.x.maxTaps(); ++k) {
-        const int32_t tap = taps.first + std::min(k, taps.count - 1);
-        at_.indices.in(buffer_)[first + static_cast<uint64_t>(k)] =
-            static_cast<int32_t>(borderIndex(tap, g_.x.src, g_.border)) * kChannels;
+// Calls use.operator()<the class that resizes>() -> DaxStatus.
+template <class T, int kChannels, class Use>
+DaxStatus withResizer(const ResizeGeometry& g, const Use& use) {
+  if (g.x.interpolation == DAXI_INTERPOLATION_NEAREST) return use.template operator()<NearestResizer<T, kChannels>>();
+  if constexpr (std::is_integral_v<T>) {
+    if (g.x.interpolation == DAXI_INTERPOLATION_AREA && g.x.factor == 0 && g.y.factor == 0) {
+      if constexpr (sizeof(T) > 1) {
+        if (!fitAreaSums(g, 1 << 16)) return use.template operator()<AreaResizer<T, uint64_t, kChannels>>();
       }
+      return use.template operator()<AreaResizer<T, uint32_t, kChannels>>();
     }
   }
-
-  // Row y of the source, which may lie outside it, resized along x. Rows that are needed together are consecutive, so
-  // that each has a place of its own among as many.
-  const Mid* resizedRow(int64_t y) const {
-    const auto rows = static_cast<int64_t>(at_.tapsY);
-    const auto place = static_cast<uint64_t>((y % rows + rows) % rows);
-    Mid* const row = at_.rows.in(buffer_) + place * at_.rowLength;
-    int64_t& held = at_.held.in(buffer_)[place];
-    if (held != y) {
-      const auto from = static_cast<int32_t>(borderIndex(y, g_.y.src, g_.border));
-      Arithmetic::template alongX<kChannels>(rowAt(src_, srcStep_, from), at_.indices.in(buffer_),
-                                             at_.columns.in(buffer_), at_.weightsX.in(buffer_), g_.x.maxTaps(), row,
-                                             g_.rect.width);
-      held = y;
-    }
-    return row;
-  }
-
-  const T* src_;
-  int32_t srcStep_;
-  const ResizeGeometry& g_;
-  ResizeBuffer<Arithmetic> at_;
-  void* buffer_;
-};
-
-// Calls use(arithmetic) with the one for the pixel type and the taps.
-template <class T, class Use>
-auto withArithmetic(const ResizeGeometry& g, Use use) {
   if constexpr (std::is_same_v<T, uint8_t>) {
-    if (g.x.maxTaps() == 2 && g.y.maxTaps() == 2) return use(FixedResize{});
+    if (g.x.interpolation == DAXI_INTERPOLATION_LINEAR && g.x.maxTaps() == 2 && g.y.maxTaps() == 2) {
+      return use.template operator()<Resizer<T, PairResize<kChannels>, kChannels>>();
+    }
+    if (fitWideWeights(g)) return use.template operator()<Resizer<T, WideResize<kChannels>, kChannels>>();
   }
-  return use(RealResize<T>{});
+  return use.template operator()<Resizer<T, RealResize<T, kChannels>, kChannels>>();
 }
 
 // --- Entry points ---
 
-template <class T>
-DaxStatus bufferSize(DaxiSize srcSize, DaxiSize dstSize, const DaxiRect& dstRect, int32_t channels,
-                     const DaxiResizeCfg* cfg, uint64_t* bytes) {
+template <class T, int kChannels>
+DaxStatus resizeBufferSize(DaxiSize srcSize, DaxiSize dstSize, const DaxiRect& dstRect, const DaxiResizeCfg* cfg,
+                           uint64_t* bytes) {
   DAX_REQUIRE(cfg && bytes, DAX_STS_NULL_POINTER);
   DAX_REQUIRE(checkSizes(srcSize, dstSize, dstRect) == DAX_STS_OK, DAX_STS_BAD_PARAM);
   DAX_REQUIRE_OK(checkCfg(*cfg, srcSize, dstSize));
   const ResizeGeometry geometry(srcSize, dstSize, dstRect, *cfg);
-  return withArithmetic<T>(geometry, [&](auto arithmetic) {
-    return ResizeBuffer<decltype(arithmetic)>(geometry, channels).layout.store(bytes);
-  });
+  return withResizer<T, kChannels>(
+      geometry, [&]<class Method>() -> DaxStatus { return typename Method::Buffer(geometry).layout.store(bytes); });
 }
 
 template <int kChannels, class T>
-DaxStatus resize(const T* src, int32_t srcStep, DaxiSize srcSize, T* dst, int32_t dstStep, DaxiSize dstSize,
-                 const DaxiRect& dstRect, const DaxiResizeCfg* cfg, void* buffer) {
+DaxStatus resize(PoolThreads on, const T* src, int32_t srcStep, DaxiSize srcSize, T* dst, int32_t dstStep,
+                 DaxiSize dstSize, const DaxiRect& dstRect, const DaxiResizeCfg* cfg, void* buffer) {
   DAX_REQUIRE(src && dst && cfg && buffer, DAX_STS_NULL_POINTER);
   DAX_REQUIRE_OK(checkSizes(srcSize, dstSize, dstRect));
   DAX_REQUIRE(rowFits(srcSize.width, srcStep, kChannels) && rowFits(dstRect.width, dstStep, kChannels),
               DAX_STS_BAD_STEP);
   DAX_REQUIRE_OK(checkCfg(*cfg, srcSize, dstSize));
   const ResizeGeometry geometry(srcSize, dstSize, dstRect, *cfg);
-  withArithmetic<T>(geometry, [&](auto arithmetic) {
-    Resizer<T, decltype(arithmetic), kChannels>(src, srcStep, geometry, buffer).run(dst, dstStep);
+  const ResizedImage<T> image{src, srcStep, dst, dstStep};
+  return withResizer<T, kChannels>(geometry, [&]<class Method>() -> DaxStatus {
+    const Method method(image, geometry, buffer, currentIsa());
+    const auto tile = [&](int32_t first, int32_t end, uint32_t slice) -> DaxStatus {
+      method.run(first, end, slice);
+      return DAX_STS_OK;
+    };
+    if (!hasPool(on.pool, on.threads)) return tile(0, dstRect.height, 0);
+    return runTiles(on.pool, std::min(on.threads, geometry.tiles()), dstRect.height, 1, tile);
   });
-  return DAX_STS_OK;
 }
 
 }  // namespace
@@ -196,20 +139,27 @@ DaxStatus DAXI_ResizeDefaultCfg(DaxiResizeCfg* cfg) {
   return DAX_STS_OK;
 }
 
-#define DAX_RESIZE(SUFFIX, T, CHANNELS)                                                                           \
-  DaxStatus DAXI_ResizeBufferSize_##SUFFIX##_C##CHANNELS##R(DaxiSize srcSize, DaxiSize dstSize, DaxiRect dstRect, \
-                                                            const DaxiResizeCfg* cfg, uint64_t* bytes) {          \
-    return dax::bufferSize<T>(srcSize, dstSize, dstRect, CHANNELS, cfg, bytes);                                   \
-  }                                                                                                               \
-  DaxStatus DAXI_Resize_##SUFFIX##_C##CHANNELS##R(const T* src, int32_t srcStep, DaxiSize srcSize, T* dst,        \
-                                                  int32_t dstStep, DaxiSize dstSize, DaxiRect dstRect,            \
-                                                  const DaxiResizeCfg* cfg, void* buffer) {                       \
-    return dax::resize<CHANNELS>(src, srcStep, srcSize, dst, dstStep, dstSize, dstRect, cfg, buffer);             \
+#define DAX_RESIZE(SUFFIX, T, CHANNELS)                                                                                \
+  DaxStatus DAXI_ResizeBufferSize_##SUFFIX##_C##CHANNELS##R(DaxiSize srcSize, DaxiSize dstSize, DaxiRect dstRect,      \
+                                                            const DaxiResizeCfg* cfg, uint64_t* bytes) {               \
+    return dax::resizeBufferSize<T, CHANNELS>(srcSize, dstSize, dstRect, cfg, bytes);                                  \
+  }                                                                                                                    \
+  DaxStatus DAXI_Resize_##SUFFIX##_C##CHANNELS##R(const T* src, int32_t srcStep, DaxiSize srcSize, T* dst,             \
+                                                  int32_t dstStep, DaxiSize dstSize, DaxiRect dstRect,                 \
+                                                  const DaxiResizeCfg* cfg, void* buffer) {                            \
+    return dax::resize<CHANNELS>({}, src, srcStep, srcSize, dst, dstStep, dstSize, dstRect, cfg, buffer);              \
+  }                                                                                                                    \
+  DaxStatus DAXI_Resize_##SUFFIX##_C##CHANNELS##R_MT(void* pool, uint32_t threads, const T* src, int32_t srcStep,      \
+                                                     DaxiSize srcSize, T* dst, int32_t dstStep, DaxiSize dstSize,      \
+                                                     DaxiRect dstRect, const DaxiResizeCfg* cfg, void* buffer) {       \
+    return dax::resize<CHANNELS>({pool, threads}, src, srcStep, srcSize, dst, dstStep, dstSize, dstRect, cfg, buffer); \
   }
 DAX_RESIZE(8u, uint8_t, 1)
 DAX_RESIZE(8u, uint8_t, 3)
 DAX_RESIZE(16u, uint16_t, 1)
 DAX_RESIZE(16u, uint16_t, 3)
+DAX_RESIZE(16s, int16_t, 1)
+DAX_RESIZE(16s, int16_t, 3)
 DAX_RESIZE(32f, float, 1)
 DAX_RESIZE(32f, float, 3)
 #undef DAX_RESIZE

@@ -19,10 +19,7 @@ void resize(Call& c) {
   DaxiRect part = {0, 0, to.width, to.height};
   if (c.chance(50)) within(to.width, part.x, part.width), within(to.height, part.y, part.height);
   part = c.given("dstRect", part);
-  c.filled<DaxiResizeCfg>("cfg", 1, [](DaxiResizeCfg& cfg) {
-    cfg.interpolation = DAXI_INTERPOLATION_LINEAR, cfg.border &= 3;
-    cfg.factorX = cfg.factorY = 0;
-  });
+  c.filled<DaxiResizeCfg>("cfg", 1, [](DaxiResizeCfg& cfg) { cfg.factorX = cfg.factorY = 0; });
   if (!c.has("dst")) return;
   c.draw("src");
   const int32_t channels = std::string_view(c.function.name).find("C3") != std::string_view::npos ? 3 : 1;

@@ -1,10 +1,12 @@
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
 #include <limits>
 
 #include "daxi/resize.h"
 #include "tests/image/warp/resize_oracle.h"
+#include "tests/support/mock_pool.h"
 #include "tests/support/test_image.h"
 
 namespace dax::test {
@@ -13,19 +15,20 @@ namespace {
 template <class T>
 struct Export {
   decltype(&DAXI_ResizeBufferSize_8u_C1R) bufferSize;
-  DaxStatus (*resize)(const T*, int32_t, DaxiSize, T*, int32_t, DaxiSize, DaxiRect, const DaxiResizeCfg*, void*);
+  DaxStatus (*resize)(void*, uint32_t, const T*, int32_t, DaxiSize, T*, int32_t, DaxiSize, DaxiRect,
+                      const DaxiResizeCfg*, void*);
 };
 template <class T>
 const Export<T> kExports[2] = {};
-template <>
-const Export<uint8_t> kExports<uint8_t>[] = {{DAXI_ResizeBufferSize_8u_C1R, DAXI_Resize_8u_C1R},
-                                             {DAXI_ResizeBufferSize_8u_C3R, DAXI_Resize_8u_C3R}};
-template <>
-const Export<uint16_t> kExports<uint16_t>[] = {{DAXI_ResizeBufferSize_16u_C1R, DAXI_Resize_16u_C1R},
-                                               {DAXI_ResizeBufferSize_16u_C3R, DAXI_Resize_16u_C3R}};
-template <>
-const Export<float> kExports<float>[] = {{DAXI_ResizeBufferSize_32f_C1R, DAXI_Resize_32f_C1R},
-                                         {DAXI_ResizeBufferSize_32f_C3R, DAXI_Resize_32f_C3R}};
+#define DAX_RESIZE_EXPORTS(SUFFIX, T)                                                                     \
+  template <>                                                                                             \
+  const Export<T> kExports<T>[] = {{DAXI_ResizeBufferSize_##SUFFIX##_C1R, DAXI_Resize_##SUFFIX##_C1R_MT}, \
+                                   {DAXI_ResizeBufferSize_##SUFFIX##_C3R, DAXI_Resize_##SUFFIX##_C3R_MT}};
+DAX_RESIZE_EXPORTS(8u, uint8_t)
+DAX_RESIZE_EXPORTS(16u, uint16_t)
+DAX_RESIZE_EXPORTS(16s, int16_t)
+DAX_RESIZE_EXPORTS(32f, float)
+#undef DAX_RESIZE_EXPORTS
 
 DaxiResizeCfg defaults() {
   DaxiResizeCfg cfg;
@@ -36,8 +39,9 @@ DaxiResizeCfg defaults() {
 template <class T>
 class Resize : public testing::Test {
  protected:
-  // A part of a resize, with a work buffer of exactly the size that is asked for.
-  TestImage<T> run(const TestImage<T>& src, int32_t channels, DaxiSize to, DaxiRect rect, const DaxiResizeCfg& cfg) {
+  // A part of a resize, with a work buffer of exactly the size that is asked for; on a pool, or without one.
+  TestImage<T> run(const TestImage<T>& src, int32_t channels, DaxiSize to, DaxiRect rect, const DaxiResizeCfg& cfg,
+                   bool onPool = true) {
     const Export<T>& e = kExports<T>[channels / 2];
     const DaxiSize from = {src.size().width / channels, src.size().height};
     TestImage<T> dst({rect.width * channels, rect.height}, 3);
@@ -45,28 +49,34 @@ class Resize : public testing::Test {
     uint64_t bytes = 0;
     EXPECT_EQ(e.bufferSize(from, to, rect, &cfg, &bytes), DAX_STS_OK);
     GuardedBuffer<uint8_t> buffer(bytes, Guard::after);
-    EXPECT_EQ(e.resize(src.data(), src.step(), from, dst.data(), dst.step(), to, rect, &cfg, buffer.data()),
+    MockPool pool;
+    EXPECT_EQ(e.resize(onPool ? &pool : nullptr, 20, src.data(), src.step(), from, dst.data(), dst.step(), to, rect,
+                       &cfg, buffer.data()),
               DAX_STS_OK);
     EXPECT_TRUE(dst.paddingUntouched());
     return dst;
   }
 
   void expectFormula(const TestImage<T>& src, int32_t channels, DaxiSize to, const DaxiResizeCfg& cfg) {
-    const oracle::Axis ax{src.size().width / channels, to.width, cfg.factorX, cfg.antialias == 1};
-    const oracle::Axis ay{src.size().height, to.height, cfg.factorY, cfg.antialias == 1};
+    const int32_t width = src.size().width / channels;
+    const oracle::Axis ax{width, to.width, cfg.factorX, cfg.antialias == 1, cfg.interpolation, cfg.cubicA};
+    const oracle::Axis ay{src.size().height, to.height, cfg.factorY, cfg.antialias == 1, cfg.interpolation, cfg.cubicA};
     const TestImage<T> dst = run(src, channels, to, {0, 0, to.width, to.height}, cfg);
     for (int32_t y = 0; y < to.height; ++y) {
       for (int32_t x = 0; x < to.width * channels; ++x) {
         const auto pixel = [&](int32_t i, int32_t j) { return src.at(i * channels + x % channels, j); };
-        const long double exact = oracle::resized(pixel, ax, ay, cfg.border, x / channels, y);
+        long double exact = oracle::resized(pixel, ax, ay, cfg.border, cfg.value, x / channels, y);
+        if constexpr (std::is_integral_v<T>) {
+          exact = std::clamp<long double>(exact, std::numeric_limits<T>::min(), std::numeric_limits<T>::max());
+        }
         const long double error = std::fabs(dst.at(x, y) - exact);
         ASSERT_LE(error, std::is_integral_v<T> ? 0.51L : std::fabs(exact) * 6e-8L + 1e-6L)
-            << x << ", " << y << " of " << to.width << " x " << to.height;
+            << x << ", " << y << " of " << to.width << " x " << to.height << ", interpolation " << cfg.interpolation;
       }
     }
   }
 };
-using PixelTypes = testing::Types<uint8_t, uint16_t, float>;
+using PixelTypes = testing::Types<uint8_t, uint16_t, int16_t, float>;
 TYPED_TEST_SUITE(Resize, PixelTypes);
 
 template <class T>
@@ -75,7 +85,7 @@ TestImage<T> noise(DaxiSize size, uint64_t seed) {
   Random random(seed);
   image.fill([&](int32_t, int32_t) {
     const auto level = random.below(1 << 16);
-    return std::is_same_v<T, uint8_t> ? level >> 8 : level;
+    return std::is_same_v<T, uint8_t> ? level >> 8 : std::is_same_v<T, int16_t> ? level - (1 << 15) : level;
   });
   return image;
 }
@@ -84,43 +94,75 @@ TYPED_TEST(Resize, IsTheRealFormula) {
   uint64_t seed = 0;
   for (const DaxiSize from : {DaxiSize{1, 1}, {17, 9}, {40, 3}}) {
     for (const DaxiSize to : {DaxiSize{1, 1}, {17, 9}, {5, 4}, {39, 30}, {100, 2}}) {
-      for (int32_t i = 0; i < 8; ++i) {
+      for (int32_t i = 0; i < 10; ++i) {
         DaxiResizeCfg cfg = defaults();
-        cfg.antialias = i % 2, cfg.border = DAXI_BORDER_REPLICATE + i / 2;
+        cfg.interpolation = i % 5, cfg.antialias = i / 5, cfg.border = static_cast<int32_t>(seed % 5), cfg.value = 77;
         for (const int32_t channels : {1, 3}) {
           this->expectFormula(noise<TypeParam>({from.width * channels, from.height}, ++seed), channels, to, cfg);
         }
       }
     }
   }
-  // By factors, which set the positions.
-  DaxiResizeCfg cfg = defaults();
-  cfg.factorX = 0.37, cfg.factorY = 2.49;
-  this->expectFormula(noise<TypeParam>({41, 11}, 1), 1, {15, 27}, cfg);
+  for (int32_t i = 0; i < 5; ++i) {
+    DaxiResizeCfg cfg = defaults();
+    cfg.interpolation = i, cfg.border = i % 2 ? DAXI_BORDER_CONSTANT : DAXI_BORDER_CIRCULAR;
+    // More taps than whole weights are meant for, and a cubic whose weights are too large for them.
+    this->expectFormula(noise<TypeParam>({700, 2}, 1), 1, {8, 3}, cfg);
+    cfg.cubicA = -2.5, cfg.antialias = 0;
+    this->expectFormula(noise<TypeParam>({31, 12}, 1), 1, {80, 13}, cfg);
+    // Factors set the positions.
+    cfg.cubicA = -0.75, cfg.factorX = 0.37, cfg.factorY = 2.49;
+    this->expectFormula(noise<TypeParam>({41, 11}, 1), 1, {15, 27}, cfg);
+  }
 }
 
-// A part is that part of the whole; a flat image stays flat, and the same size is the image itself.
+// A part is that part of the whole, on a pool and without one; a flat image stays flat, and the same size is the image.
 TYPED_TEST(Resize, PartsFlatsAndCopies) {
   using T = TypeParam;
   const TestImage<T> src = noise<T>({30, 21}, 3);
   TestImage<T> flat(src.size());
-  flat.fill([](int32_t, int32_t) { return std::is_integral_v<T> ? T(201) : T(0.1); });
-  for (const DaxiSize to : {DaxiSize{71, 50}, {7, 13}}) {
-    const TestImage<T> whole = this->run(src, 1, to, {0, 0, to.width, to.height}, defaults());
-    for (int32_t i = 0; i < to.width; i += 3) {
-      const DaxiRect rect = {i, i % to.height, to.width - i, to.height - i % to.height};
-      const TestImage<T> part = this->run(src, 1, to, rect, defaults());
-      for (int32_t y = 0; y < rect.height; ++y) {
-        ASSERT_EQ(std::memcmp(part.row(y), whole.row(rect.y + y) + rect.x, static_cast<size_t>(rect.width) * sizeof(T)),
-                  0);
+  flat.fill([](int32_t, int32_t) { return std::is_integral_v<T> ? T(101) : T(0.1); });
+  for (const int32_t interpolation : {0, 1, 2, 3, 4}) {
+    DaxiResizeCfg cfg = defaults();
+    cfg.interpolation = interpolation;
+    // Of the third some positions are whole, where kernels have one tap.
+    for (const DaxiSize to : {DaxiSize{71, 50}, {7, 13}, {90, 63}}) {
+      const TestImage<T> whole = this->run(src, 1, to, {0, 0, to.width, to.height}, cfg);
+      for (int32_t i = 0; i < to.width; i += 3) {
+        const DaxiRect rect = {i, i % to.height, to.width - i, to.height - i % to.height};
+        const TestImage<T> part = this->run(src, 1, to, rect, cfg, i % 2 == 0);
+        for (int32_t y = 0; y < rect.height; ++y) {
+          const T* const expected = whole.row(rect.y + y) + rect.x;
+          ASSERT_EQ(std::memcmp(part.row(y), expected, static_cast<size_t>(rect.width) * sizeof(T)), 0);
+        }
+      }
+      const TestImage<T> level = this->run(flat, 1, to, {0, 0, to.width, to.height}, cfg);
+      for (int32_t y = 0; y < to.height; ++y) {
+        for (int32_t x = 0; x < to.width; ++x) ASSERT_EQ(level.at(x, y), flat.at(0, 0));
       }
     }
-    const TestImage<T> level = this->run(flat, 1, to, {0, 0, to.width, to.height}, defaults());
-    for (int32_t y = 0; y < to.height; ++y) {
-      for (int32_t x = 0; x < to.width; ++x) ASSERT_EQ(level.at(x, y), flat.at(0, 0));
+    ASSERT_TRUE(samePixels(this->run(src, 1, src.size(), {0, 0, 30, 21}, cfg), src));
+  }
+}
+
+// Means of cells are exact, halves to even.
+TYPED_TEST(Resize, AreasAreExact) {
+  using T = TypeParam;
+  if constexpr (std::is_integral_v<T>) {
+    DaxiResizeCfg cfg = defaults();
+    cfg.interpolation = DAXI_INTERPOLATION_AREA;
+    for (const DaxiSize to : {DaxiSize{12, 8}, {6, 4}, {17, 30}, {5, 3}, {1, 1}}) {
+      const TestImage<T> src = noise<T>({24, 16}, static_cast<uint64_t>(to.width));
+      const TestImage<T> dst = this->run(src, 1, to, {0, 0, to.width, to.height}, cfg);
+      for (int32_t y = 0; y < to.height; ++y) {
+        for (int32_t x = 0; x < to.width; ++x) {
+          const auto pixel = [&](int32_t i, int32_t j) { return src.at(i, j); };
+          ASSERT_EQ(dst.at(x, y), oracle::areaMean(pixel, src.size(), to, x, y))
+              << x << ", " << y << " of " << to.width;
+        }
+      }
     }
   }
-  ASSERT_TRUE(samePixels(this->run(src, 1, src.size(), {0, 0, 30, 21}, defaults()), src));
 }
 
 // Twice the size: quarters of differences, halves to the even number.

@@ -1,0 +1,98 @@
+// Bytes resized with whole weights, eight elements at a time: a table look-up brings two taps of each side by side.
+#pragma once
+
+#include "frame/dispatch.h"
+#include "frame/simd.h"
+#include "image/warp/resize_bytes_portable.h"
+
+#if DAX_HAVE_NEON
+namespace dax::neon {
+
+#if defined(__aarch64__)
+inline uint8x16_t bytesOfSpan(const uint8_t* from, uint8x16_t index) {
+  const uint8x16x2_t bytes = {{vld1q_u8(from), vld1q_u8(from + 16)}};
+  return vqtbl2q_u8(bytes, index);
+}
+#else
+// SIMDe goes through the bytes one by one.
+inline uint8x16_t bytesOfSpan(const uint8_t* from, uint8x16_t index) {
+  return vorrq_u8(vqtbl1q_u8(vld1q_u8(from), index), vqtbl1q_u8(vld1q_u8(from + 16), vsubq_u8(index, vdupq_n_u8(16))));
+}
+#endif
+
+inline void pairAlongX(const ByteTaps<uint16_t>& at, const uint8_t* row, uint16_t* mid) {
+  constexpr int32_t kShift = kWeightBits - portable::kPairMidBits;
+  const uint16_t* w = at.weights;
+  for (int32_t g = 0; g < at.groups; ++g, w += 2 * kResizeGroup) {
+    const ByteSpan& span = at.spans[g];
+    if (span.base < 0) {
+      portable::pairGroups(at, row, g, g + 1, mid);
+      continue;
+    }
+    const uint8x16_t taps = bytesOfSpan(row + span.base, vld1q_u8(span.index));
+    const uint16x8_t a = vmovl_u8(vget_low_u8(taps)), b = vmovl_high_u8(taps);
+    const uint16x8_t wa = vld1q_u16(w), wb = vld1q_u16(w + kResizeGroup);
+    const uint32x4_t low = vmlal_u16(vmull_u16(vget_low_u16(a), vget_low_u16(wa)), vget_low_u16(b), vget_low_u16(wb));
+    const uint32x4_t high = vmlal_high_u16(vmull_high_u16(a, wa), b, wb);
+    vst1q_u16(mid + ptrdiff_t{g} * kResizeGroup, vrshrn_high_n_u32(vrshrn_n_u32(low, kShift), high, kShift));
+  }
+}
+
+// Adds up a tap of eight elements.
+inline int32x4x2_t addTap(int32x4x2_t sums, uint16x8_t tap, const int32_t* w) {
+  const int32x4_t low = vreinterpretq_s32_u32(vmovl_u16(vget_low_u16(tap)));
+  const int32x4_t high = vreinterpretq_s32_u32(vmovl_high_u16(tap));
+  return {{vmlaq_s32(sums.val[0], low, vld1q_s32(w)), vmlaq_s32(sums.val[1], high, vld1q_s32(w + 4))}};
+}
+
+inline void wideAlongX(const ByteTaps<int32_t>& at, const uint8_t* row, float* mid) {
+  const uint8x16_t next = vdupq_n_u8(static_cast<uint8_t>(2 * at.channels));
+  const int32_t* w = at.weights;
+  for (int32_t g = 0; g < at.groups; ++g) {
+    const ByteSpan& span = at.spans[g];
+    if (span.base < 0) {
+      portable::wideGroups(at, row, g, g + 1, mid);
+      w += ptrdiff_t{at.taps} * kResizeGroup;
+      continue;
+    }
+    uint8x16_t index = vld1q_u8(span.index);
+    int32x4x2_t sums = {{vdupq_n_s32(0), vdupq_n_s32(0)}};
+    for (int32_t k = 0; k < at.taps; k += 2, w += 2 * kResizeGroup) {
+      const uint8x16_t taps = bytesOfSpan(row + span.base, index);
+      sums = addTap(sums, vmovl_u8(vget_low_u8(taps)), w);
+      sums = addTap(sums, vmovl_high_u8(taps), w + kResizeGroup);
+      index = vaddq_u8(index, next);
+    }
+    vst1q_f32(mid + ptrdiff_t{g} * kResizeGroup, vcvtq_f32_s32(sums.val[0]));
+    vst1q_f32(mid + ptrdiff_t{g} * kResizeGroup + 4, vcvtq_f32_s32(sums.val[1]));
+  }
+}
+
+// Halves to even: what is added to the sum is just below a half, and the lowest bit of the result. With the former already
+// in the sum that bit differs only where it has no effect.
+inline uint32x4_t pairOfRows(uint16x4_t a, uint16x4_t b, uint16x4_t wa, uint16x4_t wb) {
+  constexpr int32_t kShift = kWeightBits + portable::kPairMidBits;
+  const uint32x4_t half = vdupq_n_u32((1u << (kShift - 1)) - 1);
+  const uint32x4_t sum = vmlal_u16(vmlal_u16(half, a, wa), b, wb);
+  return vsraq_n_u32(sum, vshlq_n_u32(sum, 31 - kShift), 31);
+}
+
+inline uint8x8_t pairOfRows(const uint16_t* a, const uint16_t* b, uint16x8_t wa, uint16x8_t wb) {
+  const uint16x8_t va = vld1q_u16(a), vb = vld1q_u16(b);
+  const uint32x4_t low = pairOfRows(vget_low_u16(va), vget_low_u16(vb), vget_low_u16(wa), vget_low_u16(wb));
+  const uint32x4_t high = pairOfRows(vget_high_u16(va), vget_high_u16(vb), vget_high_u16(wa), vget_high_u16(wb));
+  return vshrn_n_u16(vuzp2q_u16(vreinterpretq_u16_u32(low), vreinterpretq_u16_u32(high)),
+                     kWeightBits + portable::kPairMidBits - 16);
+}
+
+inline void pairAlongY(const uint16_t* a, const uint16_t* b, uint32_t wa, uint32_t wb, uint8_t* dst, int32_t count) {
+  const uint16x8_t va = vdupq_n_u16(static_cast<uint16_t>(wa)), vb = vdupq_n_u16(static_cast<uint16_t>(wb));
+  int32_t i = 0;
+  for (; i + 16 <= count; i += 16) {
+    vst1q_u8(dst + i, vcombine_u8(pairOfRows(a + i, b + i, va, vb), pairOfRows(a + i + 8, b + i + 8, va, vb)));
+  }
+  portable::pairAlongY(a + i, b + i, wa, wb, dst + i, count - i);
+}
+
+}  // namespace dax::neon
+#endif
