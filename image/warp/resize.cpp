@@ -11,6 +11,7 @@
 #include "image/warp/resize_area.h"
 #include "image/warp/resize_by_taps.h"
 #include "image/warp/resize_bytes.h"
+#include "image/warp/resize_halve.h"
 #include "image/warp/resize_nearest.h"
 #include "image/warp/resize_rows.h"
 
@@ -88,6 +89,7 @@ DaxStatus withResizer(const ResizeGeometry& g, const Use& use) {
     }
   }
   if constexpr (std::is_same_v<T, uint8_t>) {
+    if (HalvingResizer<kChannels>::fits(g)) return use.template operator()<HalvingResizer<kChannels>>();
     if (g.x.interpolation == DAXI_INTERPOLATION_LINEAR && g.x.maxTaps() == 2 && g.y.maxTaps() == 2) {
       return use.template operator()<Resizer<T, PairResize<kChannels>, kChannels>>();
     }

@@ -117,8 +117,9 @@ struct WideResize {
     usesNeon(isa) ? neon::wideAlongX(taps, row, mid) : portable::wideAlongX(taps, row, mid);
   }
   static void alongY(const Mid* const* rows, const RowWeight* weights, int32_t taps, uint8_t* dst, int32_t count,
-                     int32_t) {
-    portable::wideAlongY(rows, weights, taps, dst, count);
+                     int32_t isa) {
+    usesNeon(isa) ? neon::wideAlongY(rows, weights, taps, dst, count)
+                  : portable::wideAlongY(rows, weights, taps, dst, count);
   }
 };
 

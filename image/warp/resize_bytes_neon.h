@@ -94,5 +94,53 @@ inline void pairAlongY(const uint16_t* a, const uint16_t* b, uint32_t wa, uint32
   portable::pairAlongY(a + i, b + i, wa, wb, dst + i, count - i);
 }
 
+// Sixteen columns of a sum of rows.
+inline void addRow(float32x4x4_t& sums, const float* row, float32x4_t weight) {
+  for (int j = 0; j < 4; ++j) sums.val[j] = vaddq_f32(sums.val[j], vmulq_f32(vld1q_f32(row + 4 * j), weight));
+}
+
+// To the nearest integer, halves to even.
+inline uint16x4_t nearestLevels(float32x4_t v) {
+#if defined(__aarch64__)
+  return vqmovun_s32(vcvtnq_s32_f32(v));
+#else
+  return vqmovun_s32((int32x4_t)_mm_cvtps_epi32((__m128)v));
+#endif
+}
+
+inline void wideAlongY(const float* const* rows, const float* weights, int32_t taps, uint8_t* dst, int32_t count) {
+  int32_t i = 0;
+  for (; i + 16 <= count; i += 16) {
+    const float32x4_t first = vdupq_n_f32(weights[0]);
+    float32x4x4_t sums;
+    for (int j = 0; j < 4; ++j) sums.val[j] = vmulq_f32(vld1q_f32(rows[0] + i + 4 * j), first);
+    for (int32_t k = 1; k < taps; ++k) addRow(sums, rows[k] + i, vdupq_n_f32(weights[k]));
+    const uint16x8_t low = vcombine_u16(nearestLevels(sums.val[0]), nearestLevels(sums.val[1]));
+    const uint16x8_t high = vcombine_u16(nearestLevels(sums.val[2]), nearestLevels(sums.val[3]));
+    vst1q_u8(dst + i, vcombine_u8(vqmovn_u16(low), vqmovn_u16(high)));
+  }
+  portable::wideColumns(rows, weights, taps, dst, i, count);
+}
+
+// As in pairOfRows, of sums of four.
+inline uint8x8_t quarterOf(uint8x16_t a, uint8x16_t b) {
+  const uint16x8_t sum = vaddq_u16(vpadalq_u8(vpaddlq_u8(a), b), vdupq_n_u16(1));
+  return vshrn_n_u16(vsraq_n_u16(sum, vshlq_n_u16(sum, 13), 15), 2);
+}
+
+template <int kChannels>
+void halveRows(const uint8_t* a, const uint8_t* b, uint8_t* dst, int32_t width) {
+  int32_t x = 0;
+  if constexpr (kChannels == 1) {
+    for (; x + 16 <= width; x += 16) {
+      const uint8_t *const above = a + 2 * ptrdiff_t{x}, *const below = b + 2 * ptrdiff_t{x};
+      vst1q_u8(dst + x, vcombine_u8(quarterOf(vld1q_u8(above), vld1q_u8(below)),
+                                    quarterOf(vld1q_u8(above + 16), vld1q_u8(below + 16))));
+    }
+  }
+  portable::halveRows<kChannels>(a + 2 * ptrdiff_t{x} * kChannels, b + 2 * ptrdiff_t{x} * kChannels,
+                                 dst + ptrdiff_t{x} * kChannels, width - x);
+}
+
 }  // namespace dax::neon
 #endif

@@ -83,9 +83,11 @@ inline void pairAlongY(const uint16_t* a, const uint16_t* b, uint32_t wa, uint32
   }
 }
 
-inline void wideAlongY(const float* const* rows, const float* weights, int32_t taps, uint8_t* dst, int32_t count) {
+// Columns first..count - 1.
+inline void wideColumns(const float* const* rows, const float* weights, int32_t taps, uint8_t* dst, int32_t first,
+                        int32_t count) {
   constexpr int32_t kBlock = 32;
-  for (int32_t i = 0; i < count; i += kBlock) {
+  for (int32_t i = first; i < count; i += kBlock) {
     const int32_t n = std::min(kBlock, count - i);
     float sums[kBlock] = {};
     for (int32_t j = 0; j < n; ++j) sums[j] = weights[0] * rows[0][i + j];
@@ -94,6 +96,21 @@ inline void wideAlongY(const float* const* rows, const float* weights, int32_t t
     }
     for (int32_t j = 0; j < n; ++j) {
       dst[i + j] = static_cast<uint8_t>(static_cast<int32_t>(std::rint(std::clamp(sums[j], 0.0f, 255.0f))));
+    }
+  }
+}
+
+inline void wideAlongY(const float* const* rows, const float* weights, int32_t taps, uint8_t* dst, int32_t count) {
+  wideColumns(rows, weights, taps, dst, 0, count);
+}
+
+// Means of two by two pixels, halves to even.
+template <int kChannels>
+void halveRows(const uint8_t* a, const uint8_t* b, uint8_t* dst, int32_t width) {
+  for (int32_t x = 0; x < width; ++x, a += 2 * kChannels, b += 2 * kChannels) {
+    for (int c = 0; c < kChannels; ++c) {
+      const int32_t sum = a[c] + a[c + kChannels] + b[c] + b[c + kChannels];
+      dst[kChannels * ptrdiff_t{x} + c] = static_cast<uint8_t>((sum + 1 + (sum >> 2 & 1)) >> 2);
     }
   }
 }

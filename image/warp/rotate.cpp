@@ -3,6 +3,7 @@
 #include "frame/check.h"
 #include "frame/dispatch.h"
 #include "frame/rows.h"
+#include "image/border/copy_border_neon.h"
 #include "image/warp/rotate_neon.h"
 #include "image/warp/rotate_portable.h"
 
@@ -91,43 +92,52 @@ DaxStatus forEachPlane(const MovedTo& image, const Use& use) {
 
 // --- Mirroring ---
 
+template <class Pixel>
+void reverseRow(const Pixel* src, Pixel* dst, int32_t count, int32_t isa) {
+  if constexpr (Pixel::kIsElement) {
+    if (usesNeon(isa)) return neon::reverseRun(dst, src, count);
+  }
+  portable::reverseRun(dst, src, count);
+}
+
 // Columns, rows, both or none of them in reverse order.
 DaxStatus mirrorBy(PoolThreads on, const MovedFrom& src, const MovedTo& dst, DaxiSize size, bool columns, bool rows) {
-  return forEachPlane(on, src, dst, size.height, [&](auto from, auto to, int32_t first, int32_t end) {
-    const auto target = rows ? to.upwards(size.height) : to;
-    for (int32_t y = first; y < end; ++y) {
-      if (columns) {
-        portable::reverseRow(from[y], target[y], size.width);
-      } else {
-        std::copy_n(from[y], size.width, target[y]);
-      }
-    }
-  });
+  return forEachPlane(on, src, dst, size.height,
+                      [&, isa = currentIsa()](auto from, auto to, int32_t first, int32_t end) {
+                        const auto target = rows ? to.upwards(size.height) : to;
+                        for (int32_t y = first; y < end; ++y) {
+                          if (columns) {
+                            reverseRow(from[y], target[y], size.width, isa);
+                          } else {
+                            std::copy_n(from[y], size.width, target[y]);
+                          }
+                        }
+                      });
 }
 
 // Exchanges left[i] and right[count - 1 - i], of runs that are apart.
 template <class Pixel>
-void exchangeReversed(Pixel* left, Pixel* right, int32_t count) {
+void exchangeReversed(Pixel* left, Pixel* right, int32_t count, int32_t isa) {
   constexpr int32_t kChunk = 128;
   Pixel chunk[kChunk];
   for (int32_t done = 0; done < count;) {
     const int32_t n = std::min(kChunk, count - done);
     Pixel* const other = right + (count - done - n);
     std::copy_n(left + done, n, chunk);
-    portable::reverseRow(other, left + done, n);
-    portable::reverseRow(chunk, other, n);
+    reverseRow(other, left + done, n, isa);
+    reverseRow(chunk, other, n, isa);
     done += n;
   }
 }
 
 template <class Pixel>
-void reverseInPlace(Pixel* row, int32_t width) {
-  exchangeReversed(row, row + (width - width / 2), width / 2);
+void reverseInPlace(Pixel* row, int32_t width, int32_t isa) {
+  exchangeReversed(row, row + (width - width / 2), width / 2, isa);
 }
 
 template <class Pixel>
 void mirrorColumns(MovedRows<Pixel> rows, DaxiSize size) {
-  for (int32_t y = 0; y < size.height; ++y) reverseInPlace(rows[y], size.width);
+  for (int32_t y = 0; y < size.height; ++y) reverseInPlace(rows[y], size.width, currentIsa());
 }
 
 template <class Pixel>
@@ -135,12 +145,12 @@ void mirrorUpsideDown(MovedRows<Pixel> rows, DaxiSize size, bool reverses) {
   for (int32_t y = 0; y < size.height / 2; ++y) {
     Pixel *const upper = rows[y], *const lower = rows[size.height - 1 - y];
     if (reverses) {
-      exchangeReversed(upper, lower, size.width);
+      exchangeReversed(upper, lower, size.width, currentIsa());
     } else {
       std::swap_ranges(upper, upper + size.width, lower);
     }
   }
-  if (reverses && size.height % 2 == 1) reverseInPlace(rows[size.height / 2], size.width);
+  if (reverses && size.height % 2 == 1) reverseInPlace(rows[size.height / 2], size.width, currentIsa());
 }
 
 // --- Rows that become columns ---
@@ -157,14 +167,22 @@ void transposeOneTile(MovedRows<const Pixel> src, MovedRows<Pixel> dst, int32_t 
   usesNeon(isa) ? neon::transposeTile(src, dst, width, height) : portable::transposeTile(src, dst, width, height);
 }
 
-// dst(y, x) = src(x, y) for rows first..end - 1 of the source.
+// Where the tile at i begins: what is left of `end` is at least as much as vectors take, where there is so much from `first` on.
+int32_t tileStart(int32_t i, int32_t first, int32_t end) {
+  constexpr int32_t kMinSide = 16;
+  return std::max(first, std::min(i, end - kMinSide));
+}
+
+// dst(y, x) = src(x, y) for rows first..end - 1 of the source. Tiles are four times as high as wide: high ones begin less often.
 template <class Pixel>
 void transposeRows(MovedRows<const Pixel> src, MovedRows<Pixel> dst, int32_t width, int32_t first, int32_t end) {
-  constexpr int32_t kSide = kTileSide<Pixel>;
+  constexpr int32_t kWidth = kTileSide<Pixel>, kHeight = 4 * kWidth;
   const int32_t isa = currentIsa();
-  for (int32_t y = first; y < end; y += kSide) {
-    for (int32_t x = 0; x < width; x += kSide) {
-      transposeOneTile(src.from(x, y), dst.from(y, x), std::min(kSide, width - x), std::min(kSide, end - y), isa);
+  for (int32_t row = first; row < end; row += kHeight) {
+    const int32_t y = tileStart(row, first, end), height = std::min(row + kHeight, end) - y;
+    for (int32_t column = 0; column < width; column += kWidth) {
+      const int32_t x = tileStart(column, 0, width);
+      transposeOneTile(src.from(x, y), dst.from(y, x), std::min(column + kWidth, width) - x, height, isa);
     }
   }
 }

@@ -30,17 +30,17 @@ DAX_TRANSPOSED_LANES(uint64_t, uint64x2_t, u64)
 // Distances of rows in bytes. They are made outside of the function that uses them: a compiler that sees how they are made puts
 // an addition in place of every address, a quarter more instructions.
 struct RowDistances {
-  explicit RowDistances(ptrdiff_t step) : of{0, step, 2 * step, 3 * step}, four(4 * step) {}
-  ptrdiff_t of[4];
-  ptrdiff_t four;
+  explicit RowDistances(ptrdiff_t step) : of{step, 2 * step, 3 * step, 4 * step} {}
+  ptrdiff_t of[4];  // one to four rows
 };
 
 // Rows of a block by few registers: every fourth one, and the distances to the three behind it.
 template <class Byte>
 struct BlockRows {
-  BlockRows(Byte* first, const RowDistances& distances)
-      : at{first, first + distances.four, first + 2 * distances.four, first + 3 * distances.four}, to(distances) {}
-  Byte* operator[](int i) const { return at[i / 4] + to.of[i % 4]; }
+  BlockRows(Byte* first, const RowDistances& distances) : to(distances) {
+    for (Byte*& each : at) each = first, first += distances.of[3];
+  }
+  Byte* operator[](int i) const { return i % 4 == 0 ? at[i / 4] : at[i / 4] + to.of[i % 4 - 1]; }
   Byte* at[4];
   const RowDistances& to;
 };

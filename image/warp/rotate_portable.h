@@ -1,4 +1,4 @@
-// Pixels in reverse order, and tiles of pixels whose rows become columns.
+// Pixels that are only moved, and tiles of them whose rows become columns.
 #pragma once
 
 #include <algorithm>
@@ -32,11 +32,6 @@ struct MovedRows {
 };
 
 namespace portable {
-
-template <class Pixel>
-void reverseRow(const Pixel* src, Pixel* dst, int32_t count) {
-  for (int32_t i = 0; i < count; ++i) dst[i] = src[count - 1 - i];
-}
 
 // dst(y, x) = src(x, y) for width columns and height rows of the source.
 template <class Pixel>

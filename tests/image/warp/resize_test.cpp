@@ -103,6 +103,10 @@ TYPED_TEST(Resize, IsTheRealFormula) {
       }
     }
   }
+  DaxiResizeCfg halving = defaults();
+  halving.antialias = 0;
+  this->expectFormula(noise<TypeParam>({3 * 76, 6}, 1), 3, {38, 3}, halving);
+  this->expectFormula(noise<TypeParam>({76, 6}, 1), 1, {38, 3}, halving);
   for (int32_t i = 0; i < 5; ++i) {
     DaxiResizeCfg cfg = defaults();
     cfg.interpolation = i, cfg.border = i % 2 ? DAXI_BORDER_CONSTANT : DAXI_BORDER_CIRCULAR;
@@ -151,8 +155,8 @@ TYPED_TEST(Resize, AreasAreExact) {
   if constexpr (std::is_integral_v<T>) {
     DaxiResizeCfg cfg = defaults();
     cfg.interpolation = DAXI_INTERPOLATION_AREA;
-    for (const DaxiSize to : {DaxiSize{12, 8}, {6, 4}, {17, 30}, {5, 3}, {1, 1}}) {
-      const TestImage<T> src = noise<T>({24, 16}, static_cast<uint64_t>(to.width));
+    for (const DaxiSize to : {DaxiSize{24, 8}, {6, 4}, {17, 30}, {5, 3}, {1, 1}}) {
+      const TestImage<T> src = noise<T>({48, 16}, static_cast<uint64_t>(to.width));
       const TestImage<T> dst = this->run(src, 1, to, {0, 0, to.width, to.height}, cfg);
       for (int32_t y = 0; y < to.height; ++y) {
         for (int32_t x = 0; x < to.width; ++x) {
@@ -160,6 +164,11 @@ TYPED_TEST(Resize, AreasAreExact) {
           ASSERT_EQ(dst.at(x, y), oracle::areaMean(pixel, src.size(), to, x, y))
               << x << ", " << y << " of " << to.width;
         }
+      }
+      if (to.width == 24) {  // halving linearly is the same
+        cfg.interpolation = DAXI_INTERPOLATION_LINEAR, cfg.antialias = 0;
+        ASSERT_TRUE(samePixels(this->run(src, 1, to, {0, 0, 24, 8}, cfg), dst));
+        cfg.interpolation = DAXI_INTERPOLATION_AREA;
       }
     }
   }
