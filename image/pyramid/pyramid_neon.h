@@ -8,6 +8,20 @@
 #if DAX_HAVE_NEON
 namespace dax::neon {
 
+// The even and the odd ones of 32 bytes.
+#if defined(__aarch64__)
+inline uint8x16x2_t evenAndOdd(const uint8_t* from) {
+  return vld2q_u8(from);
+}
+#else
+// SIMDe moves single elements.
+inline uint8x16x2_t evenAndOdd(const uint8_t* from) {
+  const uint16x8_t a = vreinterpretq_u16_u8(vld1q_u8(from)), b = vreinterpretq_u16_u8(vld1q_u8(from + 16));
+  return {{(uint8x16_t)_mm_packus_epi16((__m128i)(a & 255), (__m128i)(b & 255)),
+           (uint8x16_t)_mm_packus_epi16((__m128i)(a >> 8), (__m128i)(b >> 8))}};
+}
+#endif
+
 // Of eight columns: the even pixels before, at and behind them, and the odd ones between.
 inline uint16x8_t halvedSums(uint8x8_t a, uint8x8_t b, uint8x8_t c, uint8x8_t d, uint8x8_t e) {
   const uint16x8_t outer = vaddl_u8(a, e);
@@ -21,8 +35,8 @@ void halveAlongX(const T* src, int32_t width, PyramidSum<T>* sums, int32_t first
     if (x == 0) portable::halveAlongX<1>(src, width, sums, 0, 1), x = 1;
     // The last of the bytes that are read is 2x + 33.
     for (; x + 16 <= end && 2 * x + 34 <= width; x += 16) {
-      const uint8x16x2_t before = vld2q_u8(src + 2 * x - 2), at = vld2q_u8(src + 2 * x),
-                         behind = vld2q_u8(src + 2 * x + 2);
+      const uint8x16x2_t before = evenAndOdd(src + 2 * x - 2), at = evenAndOdd(src + 2 * x),
+                         behind = evenAndOdd(src + 2 * x + 2);
       const uint8x16_t a = before.val[0], b = before.val[1], c = at.val[0], d = at.val[1], e = behind.val[0];
       vst1q_u16(sums + x, halvedSums(vget_low_u8(a), vget_low_u8(b), vget_low_u8(c), vget_low_u8(d), vget_low_u8(e)));
       vst1q_u16(sums + x + 8,

@@ -8,15 +8,63 @@
 #if DAX_HAVE_NEON
 namespace dax::neon {
 
+// --- What SIMDe would do element by element, or in many steps ---
+
 #if defined(__aarch64__)
 inline uint8x16_t bytesOfSpan(const uint8_t* from, uint8x16_t index) {
   const uint8x16x2_t bytes = {{vld1q_u8(from), vld1q_u8(from + 16)}};
   return vqtbl2q_u8(bytes, index);
 }
+
+inline uint32x4x2_t products(uint16x8_t a, uint16x8_t b) {
+  return {{vmull_u16(vget_low_u16(a), vget_low_u16(b)), vmull_high_u16(a, b)}};
+}
+inline uint32x4x2_t addProducts(uint32x4x2_t sums, uint16x8_t a, uint16x8_t b) {
+  return {{vmlal_u16(sums.val[0], vget_low_u16(a), vget_low_u16(b)), vmlal_high_u16(sums.val[1], a, b)}};
+}
+
+template <int kShift>
+uint16x8_t roundedShift(uint32x4x2_t v) {
+  return vrshrn_high_n_u32(vrshrn_n_u32(v.val[0], kShift), v.val[1], kShift);
+}
+// Shifted by 16 and more to bytes.
+template <int kShift>
+uint8x8_t upperBytes(uint32x4x2_t v) {
+  return vshrn_n_u16(vuzp2q_u16(vreinterpretq_u16_u32(v.val[0]), vreinterpretq_u16_u32(v.val[1])), kShift - 16);
+}
+
+// To the nearest integer, halves to even, from 0 to at least 255.
+inline uint16x4_t nearestLevels(float32x4_t v) {
+  return vqmovun_s32(vcvtnq_s32_f32(v));
+}
 #else
-// SIMDe goes through the bytes one by one.
 inline uint8x16_t bytesOfSpan(const uint8_t* from, uint8x16_t index) {
   return vorrq_u8(vqtbl1q_u8(vld1q_u8(from), index), vqtbl1q_u8(vld1q_u8(from + 16), vsubq_u8(index, vdupq_n_u8(16))));
+}
+
+inline uint32x4x2_t products(uint16x8_t a, uint16x8_t b) {
+  const __m128i low = _mm_mullo_epi16((__m128i)a, (__m128i)b), high = _mm_mulhi_epu16((__m128i)a, (__m128i)b);
+  return {{(uint32x4_t)_mm_unpacklo_epi16(low, high), (uint32x4_t)_mm_unpackhi_epi16(low, high)}};
+}
+inline uint32x4x2_t addProducts(uint32x4x2_t sums, uint16x8_t a, uint16x8_t b) {
+  const uint32x4x2_t more = products(a, b);
+  return {{sums.val[0] + more.val[0], sums.val[1] + more.val[1]}};
+}
+
+template <int kShift>
+uint16x8_t roundedShift(uint32x4x2_t v) {
+  constexpr uint32_t kHalf = 1u << (kShift - 1);
+  return (uint16x8_t)_mm_packus_epi32((__m128i)((v.val[0] + kHalf) >> kShift), (__m128i)((v.val[1] + kHalf) >> kShift));
+}
+template <int kShift>
+uint8x8_t upperBytes(uint32x4x2_t v) {
+  const __m128i words = _mm_packus_epi32((__m128i)(v.val[0] >> kShift), (__m128i)(v.val[1] >> kShift));
+  return vget_low_u8((uint8x16_t)_mm_packus_epi16(words, words));
+}
+
+inline uint16x4_t nearestLevels(float32x4_t v) {
+  const __m128i whole = _mm_cvtps_epi32((__m128)v);
+  return vget_low_u16((uint16x8_t)_mm_packus_epi32(whole, whole));
 }
 #endif
 
@@ -32,9 +80,7 @@ inline void pairAlongX(const ByteTaps<uint16_t>& at, const uint8_t* row, uint16_
     const uint8x16_t taps = bytesOfSpan(row + span.base, vld1q_u8(span.index));
     const uint16x8_t a = vmovl_u8(vget_low_u8(taps)), b = vmovl_high_u8(taps);
     const uint16x8_t wa = vld1q_u16(w), wb = vld1q_u16(w + kResizeGroup);
-    const uint32x4_t low = vmlal_u16(vmull_u16(vget_low_u16(a), vget_low_u16(wa)), vget_low_u16(b), vget_low_u16(wb));
-    const uint32x4_t high = vmlal_high_u16(vmull_high_u16(a, wa), b, wb);
-    vst1q_u16(mid + ptrdiff_t{g} * kResizeGroup, vrshrn_high_n_u32(vrshrn_n_u32(low, kShift), high, kShift));
+    vst1q_u16(mid + ptrdiff_t{g} * kResizeGroup, roundedShift<kShift>(addProducts(products(a, wa), b, wb)));
   }
 }
 
@@ -70,19 +116,13 @@ inline void wideAlongX(const ByteTaps<int32_t>& at, const uint8_t* row, float* m
 
 // Halves to even: what is added to the sum is just below a half, and the lowest bit of the result. With the former already
 // in the sum that bit differs only where it has no effect.
-inline uint32x4_t pairOfRows(uint16x4_t a, uint16x4_t b, uint16x4_t wa, uint16x4_t wb) {
+inline uint8x8_t pairOfRows(const uint16_t* a, const uint16_t* b, uint16x8_t wa, uint16x8_t wb) {
   constexpr int32_t kShift = kWeightBits + portable::kPairMidBits;
   const uint32x4_t half = vdupq_n_u32((1u << (kShift - 1)) - 1);
-  const uint32x4_t sum = vmlal_u16(vmlal_u16(half, a, wa), b, wb);
-  return vsraq_n_u32(sum, vshlq_n_u32(sum, 31 - kShift), 31);
-}
-
-inline uint8x8_t pairOfRows(const uint16_t* a, const uint16_t* b, uint16x8_t wa, uint16x8_t wb) {
-  const uint16x8_t va = vld1q_u16(a), vb = vld1q_u16(b);
-  const uint32x4_t low = pairOfRows(vget_low_u16(va), vget_low_u16(vb), vget_low_u16(wa), vget_low_u16(wb));
-  const uint32x4_t high = pairOfRows(vget_high_u16(va), vget_high_u16(vb), vget_high_u16(wa), vget_high_u16(wb));
-  return vshrn_n_u16(vuzp2q_u16(vreinterpretq_u16_u32(low), vreinterpretq_u16_u32(high)),
-                     kWeightBits + portable::kPairMidBits - 16);
+  const uint32x4x2_t halves = {{half, half}};
+  uint32x4x2_t sums = addProducts(addProducts(halves, vld1q_u16(a), wa), vld1q_u16(b), wb);
+  for (uint32x4_t& sum : sums.val) sum = vsraq_n_u32(sum, vshlq_n_u32(sum, 31 - kShift), 31);
+  return upperBytes<kShift>(sums);
 }
 
 inline void pairAlongY(const uint16_t* a, const uint16_t* b, uint32_t wa, uint32_t wb, uint8_t* dst, int32_t count) {
@@ -97,15 +137,6 @@ inline void pairAlongY(const uint16_t* a, const uint16_t* b, uint32_t wa, uint32
 // Sixteen columns of a sum of rows.
 inline void addRow(float32x4x4_t& sums, const float* row, float32x4_t weight) {
   for (int j = 0; j < 4; ++j) sums.val[j] = vaddq_f32(sums.val[j], vmulq_f32(vld1q_f32(row + 4 * j), weight));
-}
-
-// To the nearest integer, halves to even.
-inline uint16x4_t nearestLevels(float32x4_t v) {
-#if defined(__aarch64__)
-  return vqmovun_s32(vcvtnq_s32_f32(v));
-#else
-  return vqmovun_s32((int32x4_t)_mm_cvtps_epi32((__m128)v));
-#endif
 }
 
 inline void wideAlongY(const float* const* rows, const float* weights, int32_t taps, uint8_t* dst, int32_t count) {
