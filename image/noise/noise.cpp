@@ -35,28 +35,28 @@ struct NoisyImage {
 
   int32_t windowRows() const { return size.height - 2; }
 
-  // visit(|response|) of all windows of a row that count, from left to right.
+  // visit(responses, counts, how many) for parts of a row, from left to right: of each window |response| and whether it
+  // counts.
   template <class Visit>
-  void forEachResponse(int32_t row, Visit visit) const {
+  void forEachPart(int32_t row, const Visit& visit) const {
+    constexpr int32_t kPart = 256;
     const Clipping<T> clipping(low, high);
-    const T *const a = rowAt(src, srcStep, row), *const b = a + srcStep, *const c = b + srcStep;
-    const auto columnAt = [=](int32_t x) {
-      const Number bend = Number{a[x]} - 2 * Number{b[x]} + Number{c[x]};
-      return Column{bend, clipping.isInside(a[x]) && clipping.isInside(b[x]) && clipping.isInside(c[x])};
-    };
-    Column left = columnAt(0), own = columnAt(1);
-    for (int32_t x = 2; x < size.width; ++x) {
-      const Column right = columnAt(x);
-      if (left.counts && own.counts && right.counts) visit(std::abs(left.bend - 2 * own.bend + right.bend));
-      left = own, own = right;
+    for (int32_t first = 0, n; first < size.width - 2; first += n) {
+      n = std::min(size.width - 2 - first, kPart);
+      const T *const a = rowAt(src, srcStep, row) + first, *const b = a + srcStep, *const c = b + srcStep;
+      Number bends[kPart + 2], responses[kPart];
+      uint8_t columns[kPart + 2], counts[kPart];
+      for (int32_t x = 0; x < n + 2; ++x) {
+        bends[x] = Number{a[x]} - 2 * Number{b[x]} + Number{c[x]};
+        columns[x] = clipping.isInside(a[x]) & clipping.isInside(b[x]) & clipping.isInside(c[x]);
+      }
+      for (int32_t x = 0; x < n; ++x) {
+        responses[x] = std::abs(bends[x] - 2 * bends[x + 1] + bends[x + 2]);
+        counts[x] = columns[x] & columns[x + 1] & columns[x + 2];
+      }
+      visit(responses, counts, n);
     }
   }
-
- private:
-  struct Column {
-    Number bend;
-    bool counts;
-  };
 };
 
 template <class T>
@@ -77,9 +77,18 @@ struct ResponseSum {
 
 template <class T>
 ResponseSum<T> sumOfResponses(const NoisyImage<T>& image, int32_t row) {
-  ResponseSum<T> sum;
-  image.forEachResponse(row, [&](auto response) { sum.add({static_cast<decltype(sum.sum)>(response), 1}); });
-  return sum;
+  using Number = typename NoisyImage<T>::Number;
+  ResponseSum<T> all;
+  image.forEachPart(row, [&](const Number* responses, const uint8_t* counts, int32_t n) {
+    Number sum = 0;
+    int32_t count = 0;
+    for (int32_t x = 0; x < n; ++x) {
+      sum += counts[x] ? responses[x] : 0;
+      count += counts[x];
+    }
+    all.add({static_cast<decltype(all.sum)>(sum), static_cast<uint64_t>(count)});
+  });
+  return all;
 }
 
 template <class T>
@@ -160,9 +169,11 @@ template <class T>
 DaxStatus countDigits(const NoisyImage<T>& image, uint32_t prefix, int shift, void* buffer, DigitCounts& all) {
   const auto countRows = [=](DigitCounts& counts, int32_t first, int32_t end) {
     for (int32_t y = first; y < end; ++y) {
-      image.forEachResponse(y, [&](auto response) {
-        const uint32_t digits = keyOf(response) >> shift;
-        if (digits >> kDigit == prefix) ++counts.of[digits % (1 << kDigit)];
+      image.forEachPart(y, [&](const auto* responses, const uint8_t* isCounted, int32_t n) {
+        for (int32_t x = 0; x < n; ++x) {
+          const uint32_t digits = keyOf(responses[x]) >> shift;
+          if (isCounted[x] && digits >> kDigit == prefix) ++counts.of[digits % (1 << kDigit)];
+        }
       });
     }
   };

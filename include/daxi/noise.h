@@ -26,9 +26,10 @@
  *   sigma           receives the deviation, in grey levels
  *   buffer          as many bytes as the query says, aligned as by malloc; forms without _MT need none
  *
- * Sums of integers are exact, floats are doubles added along each row, and row by row; the results are the same bits on
- * every machine. Forms ending in _MT run on the host's pool, in at most `threads` tiles; any number works with any pool,
- * results do not depend on it, and pool may be null. Thread-safe for distinct buffers.
+ * Sums of integers are exact, floats are doubles: of 256 windows of a row from left to right, such sums along the row, rows
+ * from top to bottom. The results are the same bits on every machine. Forms ending in _MT run on the host's pool, in at
+ * most `threads` tiles; any number works with any pool, results do not depend on it, and pool may be null. Thread-safe
+ * for distinct buffers.
  *
  * Checks, in order:
  *   src, sigma or buffer null                    0x10000014

@@ -81,6 +81,7 @@ PictureNoise noiseOf(const Picture& picture, double white) {
 template <class Of>
 StackNoise noiseOf(const std::vector<Picture>& frames, double white) {
   std::vector<const typename Of::Pixel*> pixels;
+  pixels.reserve(frames.size());
   for (const Picture& frame : frames) pixels.push_back(Of::image(frame).pixels.data());
   const auto& first = Of::image(frames.front());
   const auto n = static_cast<int32_t>(frames.size());

@@ -133,6 +133,7 @@ ExitStatus runImages(const NoiseOptions& options) {
   const auto files = filesOf(options.inputs);
   if (files.size() > 1 && !options.plot.empty()) reject("--plot: of one image, or with --frames or --dark");
   std::vector<NoiseResult> results;
+  results.reserve(files.size());
   for (const auto& file : files) results.push_back(noiseOfFile(options, file));
   (options.json ? writeNoiseJson : writeNoiseTable)(results);
   finishOutput();
