@@ -86,9 +86,9 @@ def photon_transfer(
     """
     darks = [dark] * len(bright) if isinstance(dark, FrameNoise) else list(dark)
     given = [0.0] * len(bright) if exposures is None else list(exposures)
-    for name, values in (("dark", darks), ("exposures", given)):
-        if len(values) != len(bright):
-            raise ValueError(f"{name}: {len(values)}, needed are {len(bright)}, one for each of bright")
+    for name, count in (("dark", len(darks)), ("exposures", len(given))):
+        if count != len(bright):
+            raise ValueError(f"{name}: {count}, needed are {len(bright)}, one for each of bright")
     points = ffi.new("DaxiPhotonTransferPoint[]", max(len(bright), 1))
     for point, exposure, light, black in zip(points, given, bright, darks):
         point.exposure = exposure
@@ -98,7 +98,7 @@ def photon_transfer(
     for flag, text in _WARNINGS.items():
         if found.flags & flag:
             warn(text)
-    line = [found.responsivity, found.offset, found.linearityError, found.linearitySpan]
+    has_line = not found.flags & 8
     return PhotonTransfer(
         found.gain,
         found.gainError,
@@ -108,6 +108,9 @@ def photon_transfer(
         found.fullWell,
         found.dynamicRange,
         found.maxSnr,
-        *([None] * 4 if found.flags & 8 else line),
+        found.responsivity if has_line else None,
+        found.offset if has_line else None,
+        found.linearityError if has_line else None,
+        found.linearitySpan if has_line else None,
         found.saturated,
     )
