@@ -50,7 +50,7 @@ def warp_affine(
     """
     src = source("image", image, WARPED, "C1 C3")
     cfg = configured("Warp", interpolation, mode, value, cubic_a, m=_matrix_field(matrix), inverse=int(inverse))
-    return sampled("WarpAffine", src, shape or src.array.shape[:2], cfg, out, pool)
+    return sampled("WarpAffine", src, shape or (src.size["height"], src.size["width"]), cfg, out, pool)
 
 
 def warp_perspective(
@@ -75,7 +75,7 @@ def warp_perspective(
     """
     src = source("image", image, WARPED, "C1 C3")
     cfg = configured("Warp", interpolation, mode, value, cubic_a, m=_matrix_field(matrix), inverse=int(inverse))
-    return sampled("WarpPerspective", src, shape or src.array.shape[:2], cfg, out, pool)
+    return sampled("WarpPerspective", src, shape or (src.size["height"], src.size["width"]), cfg, out, pool)
 
 
 def rotate(

@@ -8,7 +8,7 @@
 
 #include "daxi/border.h"
 #include "daxi/interpolation.h"
-#include "tests/image/warp/resize_oracle.h"
+#include "tests/support/filter_scene.h"
 
 namespace dax::oracle {
 
@@ -42,13 +42,11 @@ std::optional<double> sampled(const Pixel& pixel, int32_t width, int32_t height,
   const bool isCovered = isSomewhere && px >= -0.5 && px < width - 0.5 && py >= -0.5 && py < height - 0.5;
   if (how.border == DAXI_BORDER_LEAVE && !isCovered) return {};
   if (!isSomewhere) return how.value;
+  const int32_t down = how.border == DAXI_BORDER_LEAVE ? DAXI_BORDER_REPLICATE : how.border;
+  const int32_t across = how.wraps ? DAXI_BORDER_CIRCULAR : down;
   const auto at = [&](int32_t x, int32_t y) -> double {
-    const bool isInside = x >= 0 && x < width && y >= 0 && y < height;
-    const int32_t border = how.border == DAXI_BORDER_LEAVE ? DAXI_BORDER_REPLICATE : how.border;
-    if (how.wraps) x = borderPixel(x, width, DAXI_BORDER_CIRCULAR);
-    if (border == DAXI_BORDER_CONSTANT)
-      return isInside || (how.wraps && y >= 0 && y < height) ? pixel(x, y) : how.value;
-    return pixel(borderPixel(x, width, border), borderPixel(y, height, border));
+    const auto column = test::walkInside(x, width, across), row = test::walkInside(y, height, down);
+    return column && row ? pixel(static_cast<int32_t>(*column), static_cast<int32_t>(*row)) : how.value;
   };
   if (how.interpolation == DAXI_INTERPOLATION_NEAREST) {
     return at(static_cast<int32_t>(std::floor(px + 0.5)), static_cast<int32_t>(std::floor(py + 0.5)));
@@ -56,12 +54,12 @@ std::optional<double> sampled(const Pixel& pixel, int32_t width, int32_t height,
   const double unit = std::ldexp(1.0, how.fractionBits);
   px = std::floor(px * unit) / unit, py = std::floor(py * unit) / unit;
   const auto left = static_cast<int32_t>(std::floor(px)) - 2, top = static_cast<int32_t>(std::floor(py)) - 2;
-  double across[6], down[6];
-  for (int32_t k = 0; k < 6; ++k) across[k] = kernelAt(left + k - px, how), down[k] = kernelAt(top + k - py, how);
+  double columns[6], rows[6];
+  for (int32_t k = 0; k < 6; ++k) columns[k] = kernelAt(left + k - px, how), rows[k] = kernelAt(top + k - py, how);
   double sum = 0, weights = 0;
   for (int32_t j = 0; j < 6; ++j) {
     for (int32_t i = 0; i < 6; ++i) {
-      const double weight = across[i] * down[j];
+      const double weight = columns[i] * rows[j];
       if (weight != 0) sum += weight * at(left + i, top + j);
       weights += weight;
     }
