@@ -11,9 +11,6 @@
 namespace dax::test {
 namespace {
 
-using oracle::Place;
-using oracle::Turn;
-
 enum class Layout { c1, c3, p3 };
 
 template <class T>
@@ -36,18 +33,18 @@ struct Turner;
 #define DAX_TURNER(SUFFIX, T)                                                                                \
   template <>                                                                                                \
   struct Turner<T> {                                                                                         \
-    static DaxStatus run(Turn turn, Layout layout, Planes<T>& src, Planes<T>* dst, DaxiSize size) {          \
+    static DaxStatus run(oracle::Turn turn, Layout layout, Planes<T>& src, Planes<T>* dst, DaxiSize size) {  \
       MockPool pool;                                                                                         \
       T *s[3] = {}, *d[3] = {};                                                                              \
       for (size_t k = 0; k < src.size(); ++k) s[k] = src[k].data(), d[k] = dst ? (*dst)[k].data() : nullptr; \
       const int32_t step = src[0].step(), dstStep = dst ? (*dst)[0].step() : 0;                              \
-      if (turn == Turn::transpose) {                                                                         \
+      if (turn == oracle::Turn::transpose) {                                                                 \
         DAX_TURN_BY(Transpose, SUFFIX);                                                                      \
       }                                                                                                      \
-      if (turn < Turn::transpose) {                                                                          \
+      if (turn < oracle::Turn::transpose) {                                                                  \
         DAX_TURN_BY(Mirror, SUFFIX, static_cast<int32_t>(turn));                                             \
       }                                                                                                      \
-      const int32_t quarters = static_cast<int32_t>(turn) - static_cast<int32_t>(Turn::quarters0);           \
+      const int32_t quarters = static_cast<int32_t>(turn) - static_cast<int32_t>(oracle::Turn::quarters0);   \
       DAX_TURN_BY(Rotate90, SUFFIX, quarters);                                                               \
     }                                                                                                        \
   };
@@ -73,7 +70,7 @@ Planes<T> planesOf(Layout layout, DaxiSize size, int32_t padding) {
 template <class T>
 class Rotate : public testing::Test {
  protected:
-  static void expectTurned(Turn turn, Layout layout, DaxiSize size) {
+  static void expectTurned(oracle::Turn turn, Layout layout, DaxiSize size) {
     const int32_t channels = layout == Layout::c3 ? 3 : 1;
     const DaxiSize turned = rowsBecomeColumns(turn) ? DaxiSize{size.height, size.width} : size;
     Planes<T> src = planesOf<T>(layout, size, 1), dst = planesOf<T>(layout, turned, 2);
@@ -81,8 +78,8 @@ class Rotate : public testing::Test {
     for (size_t k = 0; k < src.size(); ++k) {
       ASSERT_TRUE(dst[k].paddingUntouched() && src[k].untouched());
       for (int32_t i = 0; i < size.width * size.height * channels; ++i) {
-        const Place from = {i / channels % size.width, i / channels / size.width};
-        const Place to = placeAfter(turn, from, size);
+        const oracle::Place from = {i / channels % size.width, i / channels / size.width};
+        const oracle::Place to = placeAfter(turn, from, size);
         ASSERT_TRUE(sameBits(dst[k].at(to.x * channels + i % channels, to.y),
                              src[k].at(from.x * channels + i % channels, from.y)))
             << from.x << ", " << from.y << " of " << size.width << " x " << size.height;
@@ -104,7 +101,7 @@ TYPED_TEST(Rotate, MovesEveryPixelToItsPlace) {
   for (const DaxiSize size : {DaxiSize{1, 1}, {5, 3}, {1, 40}, {16, 16}, {33, 70}, {67, 67}, {130, 65}, {300, 2}}) {
     for (int turn = 0; turn < 8; ++turn) {
       for (const Layout layout : {Layout::c1, Layout::c3, Layout::p3}) {
-        ASSERT_NO_FATAL_FAILURE(this->expectTurned(static_cast<Turn>(turn), layout, size)) << turn;
+        ASSERT_NO_FATAL_FAILURE(this->expectTurned(static_cast<oracle::Turn>(turn), layout, size)) << turn;
       }
     }
   }
