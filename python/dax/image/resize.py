@@ -36,7 +36,8 @@ def resize(
     result, or factor: 1/256 to 256, one number or (for rows, for columns), of which the nearest whole sides follow.
     interpolation: lanczos has three lobes, area is the mean over what a pixel covers. anti_aliasing: where the image
     shrinks, every pixel of it counts. cubic_a: the parameter of Keys' kernel. mode: what lies outside, as in
-    copy_border; value: of mode constant. region: only this part of the result, (column, row, columns, rows). pool: threads.
+    copy_border; value: of mode constant. region: only this part of the result, (column, row, columns, rows). pool:
+    threads.
 
     >>> dax.resize(np.array([[0, 100]], np.uint8), (1, 4))
     array([[  0,  25,  75, 100]], dtype=uint8)
