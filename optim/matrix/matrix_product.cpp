@@ -4,23 +4,27 @@
 namespace dax {
 namespace {
 
-// The factors of small products would not be worth their packing.
-template <class T>
+constexpr int32_t kSmall = 8, kShallow = 32;
+
+// Of small products the packing takes longer than the sums. kStride is that of a row of b, 0 for any.
+template <int kStride, class T>
 void multiplySmall(const Operand<T>& a, const Operand<T>& b, MatrixView<T> c, int32_t k) {
+  const ptrdiff_t stride = kStride > 0 ? kStride : b.outer;
   for (int32_t i = 0; i < c.rows; ++i) {
-    for (int32_t j = 0; j < c.cols; ++j) {
-      double sum = 0;
-      for (int32_t p = 0; p < k; ++p) sum += double{*b.at(j, p)} * double{*a.at(i, p)};
-      c.row(i)[j] = static_cast<T>(sum);
+    double sums[kSmall] = {};
+    for (int32_t p = 0; p < k; ++p) {
+      const double factor = *a.at(i, p);
+      const T* const row = b.at(0, p);
+      for (int32_t j = 0; j < c.cols; ++j) sums[j] += double{row[j * stride]} * factor;
     }
+    for (int32_t j = 0; j < c.cols; ++j) c.row(i)[j] = static_cast<T>(sums[j]);
   }
 }
 
 template <class T>
 DaxStatus multiplyOn(PoolThreads on, const Operand<T>& a, const Operand<T>& b, MatrixView<T> c, int32_t k) {
-  constexpr int32_t kSmall = 5;
-  if (c.rows < kSmall && c.cols < kSmall) {
-    multiplySmall(a, b, c, k);
+  if (c.rows <= kSmall && c.cols <= kSmall && k <= kShallow && !hasPool(on.pool, on.threads)) {
+    b.outer == 1 ? multiplySmall<1>(a, b, c, k) : multiplySmall<0>(a, b, c, k);
     return DAX_STS_OK;
   }
   return runRows(on, c.rows, [&](int32_t first, int32_t end) { multiplyRows<Keep::all>(a, b, c, k, first, end); });
