@@ -8,9 +8,8 @@ using bench::Image;
 bench::Task prepareMean(int side, int method = cv::ADAPTIVE_THRESH_MEAN_C) {
   const Image<uint8_t> from = bench::noise<uint8_t>();
   const Image<uint8_t> to(bench::kSize);
-  return {[=] {
-    cv::adaptiveThreshold(bench::viewOf(from), bench::viewOf(to), 255, method, cv::THRESH_BINARY, side, 0);
-  }};
+  return {
+      [=] { cv::adaptiveThreshold(bench::viewOf(from), bench::viewOf(to), 255, method, cv::THRESH_BINARY, side, 0); }};
 }
 
 // x > m (1 + k (s / r - 1)), or x > m + k s, of box filters in single precision.
@@ -42,10 +41,8 @@ const bench::OpenCvPeer operations[] = {
     {"local threshold by the mean, 15 x 15, 8u", [] { return prepareMean(15); }},
     {"local threshold by the mean, 51 x 51, 8u", [] { return prepareMean(51); }},
     {"local threshold by the mean, 255 x 255, 8u", [] { return prepareMean(255); }},
-    {"local threshold by a Gaussian mean, 15 x 15, 8u",
-     [] { return prepareMean(15, cv::ADAPTIVE_THRESH_GAUSSIAN_C); }},
-    {"local threshold by a Gaussian mean, 51 x 51, 8u",
-     [] { return prepareMean(51, cv::ADAPTIVE_THRESH_GAUSSIAN_C); }},
+    {"local threshold by a Gaussian mean, 15 x 15, 8u", [] { return prepareMean(15, cv::ADAPTIVE_THRESH_GAUSSIAN_C); }},
+    {"local threshold by a Gaussian mean, 51 x 51, 8u", [] { return prepareMean(51, cv::ADAPTIVE_THRESH_GAUSSIAN_C); }},
     {"Sauvola's threshold, 15 x 15, 8u", [] { return prepareDeviation<uint8_t, false>(15); }},
     {"Sauvola's threshold, 51 x 51, 8u", [] { return prepareDeviation<uint8_t, false>(51); }},
     {"Sauvola's threshold, 255 x 255, 8u", [] { return prepareDeviation<uint8_t, false>(255); }},
