@@ -41,11 +41,11 @@ struct NoisyImage {
   void forEachPart(int32_t row, const Visit& visit) const {
     constexpr int32_t kPart = 256;
     const Clipping<T> clipping(low, high);
+    Number bends[kPart + 2]{}, responses[kPart];
+    uint8_t columns[kPart + 2]{}, counts[kPart];
     for (int32_t first = 0, n; first < size.width - 2; first += n) {
       n = std::min(size.width - 2 - first, kPart);
       const T *const a = rowAt(src, srcStep, row) + first, *const b = a + srcStep, *const c = b + srcStep;
-      Number bends[kPart + 2], responses[kPart];
-      uint8_t columns[kPart + 2], counts[kPart];
       for (int32_t x = 0; x < n + 2; ++x) {
         bends[x] = Number{a[x]} - 2 * Number{b[x]} + Number{c[x]};
         columns[x] = clipping.isInside(a[x]) & clipping.isInside(b[x]) & clipping.isInside(c[x]);

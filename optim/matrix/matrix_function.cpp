@@ -70,7 +70,8 @@ class Exponential {
   bool compute(int exponent) {
     constexpr double kLargest = 5.371920351148152;  // norm up to which the approximant is right to the rounding
     int squarings = std::max(exponent - 900, 0);
-    for (double size = PowerOfTwo(std::min(exponent, 900))(norm1Of(a)); size > kLargest; size /= 2) ++squarings;
+    double size = PowerOfTwo(std::min(exponent, 900))(norm1Of(a));
+    while (size > kLargest) size /= 2, ++squarings;
     loadRows(MatrixIn<double>{a.data, a.step, a.rows, a.cols}, PowerOfTwo(exponent - squarings), a);
     if (!approximate()) return false;
     for (int k = 0; k < squarings && hasOnlyFinite(result); ++k) {
