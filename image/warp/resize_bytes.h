@@ -101,7 +101,7 @@ struct WideResize {
   struct Columns : ByteColumns<int32_t, kChannels> {
     using ByteColumns<int32_t, kChannels>::ByteColumns;
     void set(void* buffer, int32_t x, const Taps& at, const double* real) const {
-      int32_t wide[kWideTaps];
+      int32_t wide[kWideTaps]{};
       wideWeights(at, real, wide);
       ByteColumns<int32_t, kChannels>::set(buffer, x, at, wide);
     }

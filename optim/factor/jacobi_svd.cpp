@@ -9,7 +9,7 @@
 namespace dax {
 namespace {
 
-constexpr int kMaxSweeps = 60;
+constexpr int kMaxSvdSweeps = 60;
 constexpr double kNothing = 0x1p-1000;  // squares of norms that count as 0
 
 // Makes the rows of x orthogonal, longest first; `turns` follows, where it has data.
@@ -18,7 +18,7 @@ class OneSided {
   OneSided(const Rows& x, const Rows& turns, double* squares) : x_(x), turns_(turns), squares_(squares) {}
 
   bool run() {
-    for (int sweep = 0; sweep < kMaxSweeps; ++sweep) {
+    for (int sweep = 0; sweep < kMaxSvdSweeps; ++sweep) {
       for (int32_t i = 0; i < x_.rows; ++i) squares_[i] = squareOf(x_.row(i), x_.cols);
       if (!this->sweep()) return true;
     }

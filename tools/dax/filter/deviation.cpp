@@ -34,8 +34,8 @@ ImageFilter parseDeviation(std::string_view text) {
           deviationFilter<uint16_t>(DAXI_LocalStdDevBufferSize_16u32f, DAXI_LocalStdDev_16u32f_C1R, cfg)};
 }
 
-const FilterRegistration deviation({"--deviation", "WxH", "WxH with sides of 1..32767",
-                                    "standard deviation of W x H pixels: texture", kEdges, parseDeviation});
+const FilterRegistration localDeviation({"--deviation", "WxH", "WxH with sides of 1..32767",
+                                         "standard deviation of W x H pixels: texture", kEdges, parseDeviation});
 
 }  // namespace
 }  // namespace dax::tool

@@ -14,7 +14,7 @@ namespace {
 
 constexpr const char* kDistanceStep = "distances";
 constexpr const char* kSplitStep = "splitting";
-constexpr int32_t kNeighbours = 8;
+constexpr int32_t kSplitNeighbours = 8;
 using FloatImage = PixelImage<float>;
 using LabelImage = PixelImage<int32_t>;
 
@@ -42,17 +42,17 @@ GreyImage distancePicture(const GreyImage& mask) {
 // Peaks that rise by more than `height` above the pass to a higher one.
 GreyImage peaksOf(const FloatImage& image, float height) {
   uint64_t bytes;
-  check(DAXI_HMaximaBufferSize_32f(image.size, kNeighbours, &bytes), kSplitStep);
+  check(DAXI_HMaximaBufferSize_32f(image.size, kSplitNeighbours, &bytes), kSplitStep);
   const Memory buffer(bytes);
   auto lowered = makeImage<float>(image.size);
   check(DAXI_HMaxima_32f_C1R(image.pixels.data(), image.step(), lowered.pixels.data(), lowered.step(), image.size,
-                             height, kNeighbours, buffer.get()),
+                             height, kSplitNeighbours, buffer.get()),
         kSplitStep);
-  check(DAXI_RegionalMaximaBufferSize_32f(image.size, kNeighbours, &bytes), kSplitStep);
+  check(DAXI_RegionalMaximaBufferSize_32f(image.size, kSplitNeighbours, &bytes), kSplitStep);
   const Memory again(bytes);
   GreyImage peaks = makeGreyImage(image.size);
   check(DAXI_RegionalMaxima_32f_C1R(lowered.pixels.data(), lowered.step(), peaks.pixels.data(), peaks.step(),
-                                    image.size, kNeighbours, again.get()),
+                                    image.size, kSplitNeighbours, again.get()),
         kSplitStep);
   return peaks;
 }
@@ -60,11 +60,11 @@ GreyImage peaksOf(const FloatImage& image, float height) {
 // 1, 2, ... in the domains of `peaks`, 0 elsewhere in the mask, -1 outside it.
 LabelImage markersOf(const GreyImage& mask, const GreyImage& peaks) {
   uint64_t modelBytes, bytes;
-  check(DAXI_BlobFindModelSize_8u(mask.size, kNeighbours, &modelBytes), kSplitStep);
-  check(DAXI_BlobFindBufferSize_8u(mask.size, kNeighbours, &bytes), kSplitStep);
+  check(DAXI_BlobFindModelSize_8u(mask.size, kSplitNeighbours, &modelBytes), kSplitStep);
+  check(DAXI_BlobFindBufferSize_8u(mask.size, kSplitNeighbours, &bytes), kSplitStep);
   const Memory model(modelBytes), buffer(bytes);
   const DaxiDomainList* domains;
-  check(DAXI_BlobFind_8u_C1R(peaks.pixels.data(), peaks.step(), peaks.size, kNeighbours, model.get(), &domains,
+  check(DAXI_BlobFind_8u_C1R(peaks.pixels.data(), peaks.step(), peaks.size, kSplitNeighbours, model.get(), &domains,
                              buffer.get()),
         kSplitStep);
   auto markers = makeImage<int32_t>(mask.size);
@@ -106,10 +106,10 @@ ImageFilter parseSplit(std::string_view text) {
     LabelImage labels = markersOf(mask, peaksOf(depth, height));
     for (float& d : depth.pixels) d = -d;
     uint64_t bytes;
-    check(DAXI_WatershedBufferSize_32f32s(mask.size, kNeighbours, &bytes), kSplitStep);
+    check(DAXI_WatershedBufferSize_32f32s(mask.size, kSplitNeighbours, &bytes), kSplitStep);
     const Memory buffer(bytes);
     check(DAXI_Watershed_32f32s_C1R(depth.pixels.data(), depth.step(), labels.pixels.data(), labels.step(), mask.size,
-                                    kNeighbours, buffer.get()),
+                                    kSplitNeighbours, buffer.get()),
           kSplitStep);
     cutBetween(labels, result);
     return result;
