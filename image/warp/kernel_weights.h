@@ -6,6 +6,7 @@
 #include <numbers>
 
 #include "frame/math.h"
+#include "frame/numeric/elementary.h"
 
 namespace dax {
 
@@ -17,13 +18,14 @@ constexpr double cubicKernel(double x, double a) {
   return 0;
 }
 
-// sinc(x) sinc(x / 3) for |x| < 3. Weights of taps one apart do not add up to 1: they are to be divided by their sum.
+// sinc(x) sinc(x / 3) for |x| < 3, exactly 0 at whole numbers but 0. Weights of taps one apart do not add up to 1: they are to be
+// divided by their sum.
 inline double lanczos3Kernel(double x) {
-  const double d = std::fabs(x);
-  if (!(d < 3)) return 0;
-  if (d < 0x1p-30) return 1;
-  const double angle = std::numbers::pi * d;
-  return 3 * sinCosExact(angle).sine * sinCosExact(angle / 3).sine / (angle * angle);
+  constexpr double kPi = std::numbers::pi;
+  const double d = x < 0 ? -x : x;
+  if (d == 0) return 1;
+  if (!(d < 3) || d == std::floor(d)) return 0;
+  return 3 * elementary::sin(kPi * d) * elementary::sin(kPi * d / 3) / (kPi * kPi * d * d);
 }
 
 // The weights of the pixels 1 - kTaps / 2 .. kTaps / 2 for a position at t, 0 <= t < 1, right of pixel 0; they add up to 1.

@@ -4,7 +4,7 @@
 #include <cmath>
 #include <numeric>
 
-#include "frame/numeric/elementary.h"
+#include "image/warp/kernel_weights.h"
 
 namespace dax {
 namespace {
@@ -38,24 +38,10 @@ double radiusOf(int32_t interpolation) {
   return interpolation == DAXI_INTERPOLATION_CUBIC ? 2 : interpolation == DAXI_INTERPOLATION_LANCZOS3 ? 3 : 1;
 }
 
-// R. Keys, "Cubic convolution interpolation for digital image processing", 1981.
-double cubic(double x, double a) {
-  if (x < 1) return ((a + 2) * x - (a + 3)) * x * x + 1;
-  return x < 2 ? a * (((x - 5) * x + 8) * x - 4) : 0;
-}
-
-// sinc(x) sinc(x / 3), exactly 0 at whole numbers but 0.
-double lanczos3(double x) {
-  constexpr double kPi = 3.14159265358979323846;
-  if (x == 0) return 1;
-  if (!(x < 3) || x == std::floor(x)) return 0;
-  return 3 * elementary::sin(kPi * x) * elementary::sin(kPi * x / 3) / (kPi * kPi * x * x);
-}
-
 double kernelAt(const ResizeAxis& axis, double distance) {
   const double x = std::fabs(distance);
-  if (axis.interpolation == DAXI_INTERPOLATION_CUBIC) return cubic(x, axis.cubicA);
-  return axis.interpolation == DAXI_INTERPOLATION_LANCZOS3 ? lanczos3(x) : std::max(0.0, 1 - x);
+  if (axis.interpolation == DAXI_INTERPOLATION_CUBIC) return cubicKernel(x, axis.cubicA);
+  return axis.interpolation == DAXI_INTERPOLATION_LANCZOS3 ? lanczos3Kernel(x) : std::max(0.0, 1 - x);
 }
 
 // --- Taps ---
