@@ -32,10 +32,20 @@ struct LocalPolynomial {
     }
     return sum + rest;
   }
+  double plain(double t) const {
+    double sum = b[degree];
+    for (int32_t i = degree - 1; i >= 0; --i) sum = sum * t + b[i];
+    return sum;
+  }
   double slope(double t) const {
     double sum = degree * b[degree];
     for (int32_t i = degree - 1; i >= 1; --i) sum = sum * t + i * b[i];
     return sum;
+  }
+  // The sign of p(1), which few polynomials need more than a plain sum for.
+  int32_t signAtOne() const {
+    const double sum = plain(1), value = std::fabs(sum) > kNothing * magnitude(1) ? sum : (*this)(1);
+    return (value > 0) - (value < 0);
   }
   double magnitude(double t) const {
     double sum = 0;
@@ -78,26 +88,37 @@ struct Range {
   int32_t low, high;
 };
 
-// The root between `low` and `high`, 1..2, of a polynomial whose sign changes there once: Newton's method, which may not leave what is
-// left of the interval and must halve its steps, or else bisection.
-double findLocalRoot(const LocalPolynomial& p, double low, double high, bool isRising) {
-  double t = low + (high - low) / 2, step = high - low;
+// Where Newton's method leads from t, until a step is no longer than `enough`. It may not leave what is left of the interval, in which
+// the sign changes once, and must halve its steps, or else the interval is halved.
+template <class Value>
+double approach(const LocalPolynomial& p, const Value& valueAt, double t, double low, double high, bool isRising,
+                double enough) {
+  double step = high - low;
   for (int32_t round = 0; round < 200; ++round) {
-    const double value = p(t);
+    const double value = valueAt(t);
     if (value == 0) break;
     ((value > 0) == isRising ? high : low) = t;
     double next = t - value / p.slope(t);
     if (next == t) break;
-    if (!(next > low && next < high && std::fabs(next - t) <= step / 2)) next = low + (high - low) / 2;
+    const bool isNewton = next > low && next < high && std::fabs(next - t) <= step / 2;
+    if (!isNewton) next = low + (high - low) / 2;
     if (!(next > low && next < high)) break;
     step = std::fabs(next - t);
     t = next;
+    if (isNewton && step <= enough) break;
   }
   return t;
 }
 
+// The root between `low` and `high`, 1..2: most of the way with plain sums. Stationary points need no more.
+double findLocalRoot(const LocalPolynomial& p, double low, double high, bool isRising, bool isStationary) {
+  const auto plain = [&p](double t) { return p.plain(t); };
+  const double near = approach(p, plain, low + (high - low) / 2, low, high, isRising, isStationary ? 0x1p-30 : 0x1p-20);
+  return isStationary ? near : approach(p, p, near, low, high, isRising, 0);
+}
+
 // The only root between two points where p has different signs; that at `high` is told.
-Wide findRoot(const WidePolynomial& p, const Range& range, Wide low, Wide high, int32_t signAtHigh) {
+Wide findRoot(const WidePolynomial& p, const Range& range, Wide low, Wide high, int32_t signAtHigh, bool isStationary) {
   if (low.mantissa < 0 && high.mantissa > 0) {
     const int32_t middle = signOf(p.a[0]);
     if (middle == 0) return {0, 0};
@@ -110,9 +131,9 @@ Wide findRoot(const WidePolynomial& p, const Range& range, Wide low, Wide high, 
   int32_t least = near.mantissa == 0 ? std::min(range.low, far.exponent) : near.exponent, largest = far.exponent;
   while (least < largest) {
     const int32_t middle = least + (largest - least + 1) / 2;
-    const double value = LocalPolynomial(p, middle, isMirrored)(1);
-    if (value == 0) return {isMirrored ? -1.0 : 1.0, middle};
-    if ((value > 0) == (signFar > 0)) {
+    const int32_t sign = LocalPolynomial(p, middle, isMirrored).signAtOne();
+    if (sign == 0) return {isMirrored ? -1.0 : 1.0, middle};
+    if (sign == signFar) {
       largest = middle - 1;
     } else {
       least = middle;
@@ -120,7 +141,7 @@ Wide findRoot(const WidePolynomial& p, const Range& range, Wide low, Wide high, 
   }
   const double from = near.mantissa != 0 && near.exponent == least ? std::fabs(near.mantissa) : 1;
   const double to = far.exponent == least ? std::fabs(far.mantissa) : 2;
-  const double t = findLocalRoot({p, least, isMirrored}, from, to, signFar > 0);
+  const double t = findLocalRoot({p, least, isMirrored}, from, to, signFar > 0, isStationary);
   return wide(isMirrored ? -t : t, least);
 }
 
@@ -138,7 +159,7 @@ int32_t signOfDiscriminant(const WidePolynomial& p) {
 }
 
 // The roots, of which stationary points are given, and the signs there.
-WideRoots rootsBetween(const WidePolynomial& p, const WideRoots& stationary, const int32_t* signs) {
+WideRoots rootsBetween(const WidePolynomial& p, const WideRoots& stationary, const int32_t* signs, bool areStationary) {
   WideRoots found{};
   const Range range(p);
   const int32_t last = signOf(p.a[p.degree]);
@@ -148,7 +169,7 @@ WideRoots rootsBetween(const WidePolynomial& p, const WideRoots& stationary, con
     const bool isEnd = k == stationary.count;
     const Wide high = isEnd ? Wide{1, range.high} : stationary.at[k].x;
     const int32_t sign = isEnd ? last : signs[k];
-    if (before * sign < 0) found.at[found.count++] = {findRoot(p, range, low, high, sign), 1};
+    if (before * sign < 0) found.at[found.count++] = {findRoot(p, range, low, high, sign, areStationary), 1};
     if (sign == 0) {
       // Neighbours are one root.
       int32_t end = k, multiplicity = 1;
@@ -188,7 +209,7 @@ WideRoots findRealRoots(const WidePolynomial& p) {
     int32_t signs[kMaxRealDegree];
     for (int32_t k = 0; k < roots.count; ++k) signs[k] = signAt(level, roots.at[k].x);
     if (p.degree == 2) signs[0] = -signOfDiscriminant(p) * signOf(p.a[2]);
-    roots = rootsBetween(level, roots, signs);
+    roots = rootsBetween(level, roots, signs, degree < p.degree);
   }
   return roots;
 }
