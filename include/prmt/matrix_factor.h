@@ -96,9 +96,10 @@ DAX_API DaxStatus PRMT_MAT_QRPivot_f32(const float* a, int32_t aStep, float* q, 
  * with diagonal matrices D1 and D2, each value has a relative error of the order of B's condition number times 2^-53, however different
  * the elements of D1 and D2 are; below 1e-150 of the largest values are 0.
  *
- * accuracy   0: as said; 1: errors of the order of 2^-53 of the largest value will do, where that is faster, which it is not yet.
+ * accuracy   0: as said; 1: errors of the order of 2^-53 of the largest value will do. Where both sides are above 64, reflections to
+ *            a bidiagonal matrix and implicit QR then take less time (Golub and Kahan 1965, Demmel and Kahan 1990)
  *
- * Rotations did not end after 60 rounds -> 0x10000000. */
+ * Rotations or QR did not end after 60 rounds -> 0x10000000. */
 DAX_API DaxStatus PRMT_MAT_SVD_f64(const double* a, int32_t aStep, double* u, int32_t uStep, double* s, double* v,
                                    int32_t vStep, int32_t m, int32_t n, int32_t accuracy, void* buffer);
 DAX_API DaxStatus PRMT_MAT_SVD_f32(const float* a, int32_t aStep, float* u, int32_t uStep, float* s, float* v,

@@ -37,7 +37,7 @@ DaxStatus matrixSVD(MatrixIn<T> a, MatrixView<T> u, T* s, MatrixView<T> v, int32
   double* const signs = work.take(std::min(a.rows, a.cols));
   ThinSvd svd;
   // Right vectors give the signs.
-  DAX_REQUIRE_OK(findThinSvd(a, 0, u.data, u.data || v.data, work, svd));
+  DAX_REQUIRE_OK(findThinSvd(a, 0, u.data, u.data || v.data, work, svd, accuracy == 1));
   for (int32_t i = 0; i < svd.count && (u.data || v.data); ++i) signs[i] = signOf(svd.right.row(i), svd.right.cols);
   store(svd.values, PowerOfTwo(svd.exponent), s, svd.count);
   storeVectors(svd.left, signs, u);

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "frame/check.h"
+#include "optim/factor/bidiagonal_svd.h"
 #include "optim/factor/jacobi_svd.h"
 
 namespace dax {
@@ -14,9 +15,13 @@ struct ThinSvd {
   int exponent;
 };
 
+// Columns up to which small values are found to their own digits, whatever is asked for.
+constexpr int32_t kMaxJacobiSvd = 64;
+
 // Of a's rows and columns, and `moreRows` rows of zeros below them. Vectors of a side that is not needed may be missing.
 template <class T>
-DaxStatus findThinSvd(MatrixIn<T> a, int32_t moreRows, bool needsLeft, bool needsRight, WorkSpace& work, ThinSvd& svd) {
+DaxStatus findThinSvd(MatrixIn<T> a, int32_t moreRows, bool needsLeft, bool needsRight, WorkSpace& work, ThinSvd& svd,
+                      bool isFast = false) {
   const int32_t rows = a.rows + moreRows;
   const bool isWide = rows < a.cols;
   svd.count = std::min(rows, a.cols);
@@ -38,7 +43,12 @@ DaxStatus findThinSvd(MatrixIn<T> a, int32_t moreRows, bool needsLeft, bool need
   // The vectors of the longer side cost the most.
   const bool needsWide = isWide ? needsRight : needsLeft;
   const Rows none{nullptr, 0, 0, 0};
-  DAX_REQUIRE(jacobiSvd(copy, svd.values, needsWide ? wide : none, narrow, work.take(0)), DAX_STS_FAILURE);
+  double* const rest = work.take(0);
+  const bool isFound =
+      isFast && svd.count > kMaxJacobiSvd
+          ? bidiagonalSvd(copy, svd.values, needsWide ? wide : none, needsLeft || needsRight ? narrow : none, rest)
+          : jacobiSvd(copy, svd.values, needsWide ? wide : none, narrow, rest);
+  DAX_REQUIRE(isFound, DAX_STS_FAILURE);
   svd.left = isWide ? narrow : wide, svd.right = isWide ? wide : narrow;
   return DAX_STS_OK;
 }

@@ -42,6 +42,11 @@ const std::pair<const char*, Run> kRuns[] = {
        return PRMT_MAT_SVD_f64(p.a.data(), p.n, p.first.data(), p.n, p.values.data(), p.second.data(), p.n, p.n, p.n, 0,
                                p.work.data());
      }},
+    {"fast SVD",
+     [](Problem& p) {
+       return PRMT_MAT_SVD_f64(p.a.data(), p.n, p.first.data(), p.n, p.values.data(), p.second.data(), p.n, p.n, p.n, 1,
+                               p.work.data());
+     }},
     {"EigSym",
      [](Problem& p) {
        return PRMT_MAT_EigSym_f64(p.a.data(), p.n, p.values.data(), p.first.data(), p.n, p.n, p.work.data());
