@@ -3,7 +3,7 @@ set(CMAKE_CXX_IMPLICIT_LINK_LIBRARIES "")
 dax_write_exports(${PROJECT_BINARY_DIR})
 
 # Its sources: what lies in these folders.
-set(dax_floors frame geometry image measure optim pcl calib)
+set(dax_floors frame geometry space image measure optim pcl calib)
 list(TRANSFORM dax_floors PREPEND ${PROJECT_SOURCE_DIR}/ OUTPUT_VARIABLE patterns)
 list(TRANSFORM patterns APPEND /*.cpp)
 file(GLOB_RECURSE dax_sources CONFIGURE_DEPENDS ${patterns})

@@ -4,6 +4,7 @@
 #include <unordered_map>
 
 #include "dax.h"
+#include "dax3d.h"
 #include "dax3dpcl.h"
 #include "daxi.h"
 #include "prmt.h"
