@@ -163,9 +163,13 @@ DaxStatus fitCylinder(const T* given, int32_t n, double* cylinder, double* rms) 
   searchAxes(moments, axes, starts);
   CylinderShape best;
   double least = INFINITY;
+  double leastError = INFINITY;
   for (Candidate& start : starts) {
-    if (!(start.error < INFINITY)) continue;
-    improveAxis(moments, start.shape, start.error);
+    if (start.error < INFINITY) start.error = improveAxis(moments, start.shape, start.error);
+    leastError = std::min(leastError, start.error);
+  }
+  for (Candidate& start : starts) {
+    if (!(start.error < INFINITY && start.error <= 10 * leastError + 1e-12)) continue;  // of no prospect
     double energy = INFINITY;
     if (refineShape(points, start.shape, energy) == DAX_STS_OK && energy < least) least = energy, best = start.shape;
   }

@@ -74,6 +74,8 @@ DaxStatus refineShape(const CentredPoints<T>& points, Shape& shape, double& ener
     double after[kSums];
     evaluate(next, after);
     if (!(after[kSums - 1] < sums[kSums - 1])) {
+      // Of such a step rounding alone is left.
+      if (std::all_of(step, step + n, [](double part) { return std::fabs(part) < 1e-11; })) break;
       damping *= 10;
       continue;
     }

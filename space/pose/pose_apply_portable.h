@@ -15,7 +15,8 @@ struct Motion {
 namespace portable {
 
 template <class T>
-void movePoints(const Motion<T>& motion, const T* points, int64_t count, T* result) {
+void movePoints(const Motion<T>& given, const T* points, int64_t count, T* result) {
+  const Motion<T> motion = given;  // which no result can overlap
   const T* const r = motion.rotation;
   const T* const t = motion.translation;
   for (int64_t i = 0; i < count; ++i) {
