@@ -1,5 +1,5 @@
-// Small symmetric eigenproblems by Jacobi's rotations: exact to rounding for close eigenvalues too, which formulas with cosines
-// are not.
+// Small symmetric eigenproblems by Jacobi's rotations: exact to rounding for close eigenvalues too, which formulas with
+// cosines are not.
 #pragma once
 
 #include <cmath>

@@ -5,8 +5,8 @@
 
 namespace dax {
 
-// A = sum values[i] u[i] v[i]^T, where u and v are right-handed orthonormal triples: the last value has the sign of det(A), the
-// others descend and are at least its magnitude.
+// A = sum values[i] u[i] v[i]^T, where u and v are right-handed orthonormal triples: the last value has the sign of
+// det(A), the others descend and are at least its magnitude.
 struct ProperSvd3 {
   Vector3 u[3], v[3];
   double values[3];

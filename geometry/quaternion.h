@@ -53,8 +53,8 @@ inline Matrix3 matrixOf(const Quaternion& q) {
   return {{{1 - (yy + zz), xy - wz, xz + wy}, {xy + wz, 1 - (xx + zz), yz - wx}, {xz - wy, yz + wx, 1 - (xx + yy)}}};
 }
 
-// The canonical unit quaternion of a rotation: the largest of its four elements is at least 1/2, and the others follow from
-// it without cancellation (S. W. Shepperd, J. Guidance and Control 1(3), 1978).
+// The canonical unit quaternion of a rotation: the largest of its four elements is at least 1/2, and the others follow
+// from it without cancellation (S. W. Shepperd, J. Guidance and Control 1(3), 1978).
 inline Quaternion quaternionOf(const Matrix3& m) {
   const auto& [a, b, c] = m.rows;
   const double trace = a.x + b.y + c.z;

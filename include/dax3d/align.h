@@ -1,13 +1,15 @@
-/* Alignment of paired points: the motion that takes points `from` nearest to points `to`, in the sense of least squares.
+/* Alignment of paired points: the motion that takes points `from` nearest to points `to`, in the sense of least
+ * squares.
  *
- * sum w |scale R from_i + t - to_i|^2 is least, over all rotations R, translations t and, of similarities, scales > 0. In closed form:
- * with the cross-covariance H = sum w (from - mean) (to - mean)^T = U S V^T, R = V diag(1, 1, det(U) det(V)) U^T and
- * scale = tr(S diag(1, 1, det(U) det(V))) / sum w |from - mean|^2 (Horn 1987; Umeyama 1991). Reflections are excluded.
+ * sum w |scale R from_i + t - to_i|^2 is least, over all rotations R, translations t and, of similarities, scales > 0.
+ * In closed form: with the cross-covariance H = sum w (from - mean) (to - mean)^T = U S V^T, R = V diag(1, 1, det(U)
+ * det(V)) U^T and scale = tr(S diag(1, 1, det(U) det(V))) / sum w |from - mean|^2 (Horn 1987; Umeyama 1991).
+ * Reflections are excluded.
  *
- * Sums are taken in double precision over blocks of 1024 points, each shifted by its first point that has a weight, so that clouds
- * far from the origin lose no digits; points of even and of odd number are summed apart, and blocks are merged pairwise (Chan,
- * Golub and LeVeque 1983). Scaling all points by a power of two changes no bit but the scale of the results. The same bits on
- * every machine. Thread-safe.
+ * Sums are taken in double precision over blocks of 1024 points, each shifted by its first point that has a weight, so
+ * that clouds far from the origin lose no digits; points of even and of odd number are summed apart, and blocks are
+ * merged pairwise (Chan, Golub and LeVeque 1983). Scaling all points by a power of two changes no bit but the scale of
+ * the results. The same bits on every machine. Thread-safe.
  *
  * from, to   n points each, as triples x, y, z
  * weights    n numbers >= 0, or null: all 1
@@ -17,10 +19,10 @@
  *   n < 3                                                0x10000019
  *   a coordinate or weight infinite or NaN               0x10000032
  *   a weight below 0, or all 0                           0x10000019
- *   no unique answer: points (of `from`, of `to`, or in their covariance) on a line or at a place, to a second singular value
- *   of 1e-9 of the first; or a mirrored set for which several rotations are as good    0x10000033
+ *   no unique answer                                     0x10000033
  *   a result that doubles cannot hold                    0x10000032
- * A failed call writes nothing. */
+ * A failed call writes nothing. There is no unique answer where `from`, `to` or H lie on a line or at a place, to a second
+ * singular value of 1e-9 of the first one, nor of mirrored sets for which several rotations are as good. */
 #ifndef DAX3D_ALIGN_H
 #define DAX3D_ALIGN_H
 

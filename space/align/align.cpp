@@ -22,8 +22,8 @@ bool isTame(double square) {
   return square > 1e-200 && square < 1e200;
 }
 
-// Moments of coordinates and weights that may be scaled by powers of two: of those that squares cannot be told of, or that are not
-// finite.
+// Moments of coordinates and weights that may be scaled by powers of two: of those that squares cannot be told of, or
+// that are not finite.
 template <class T>
 DaxStatus safeMoments(PairedPoints<T>& points, bool hasScale, PairMoments& moments) {
   moments = pairMoments(points);

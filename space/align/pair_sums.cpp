@@ -15,8 +15,10 @@ struct TwoSums {
   TwoDoubles weight, from[3], to[3], cross[9], fromSquare, toSquare;
 };
 
+// Inlined, so that the sums stay in registers.
 template <bool kPlain>
-void addPoints(TwoSums& sums, const TwoDoubles* from, const TwoDoubles* to, TwoDoubles weight) {
+[[gnu::always_inline]] inline void addPoints(TwoSums& sums, const TwoDoubles* from, const TwoDoubles* to,
+                                             TwoDoubles weight) {
   TwoDoubles weighted[3];
   for (int i = 0; i < 3; ++i) {
     weighted[i] = kPlain ? from[i] : weight * from[i];
@@ -59,8 +61,8 @@ PairMoments momentsOf(const TwoSums& sums, double weight, const Vector3& fromShi
 
 template <class T>
 Vector3 pointAt(const T* points, int32_t i, double factor) {
-  const T* const p = points + ptrdiff_t{3} * i;
-  return {double{p[0]} * factor, double{p[1]} * factor, double{p[2]} * factor};
+  const ptrdiff_t at = ptrdiff_t{3} * i;
+  return {double{points[at]} * factor, double{points[at + 1]} * factor, double{points[at + 2]} * factor};
 }
 
 // kPlain: all factors and weights are 1.
@@ -75,20 +77,25 @@ PairMoments blockMoments(const PairedPoints<T>& points, int32_t first, int32_t e
   const Vector3 fromShift = pointAt(points.from, shift, factor(points.fromFactor));
   const Vector3 toShift = pointAt(points.to, shift, factor(points.toFactor));
   TwoSums sums{};
+  // Both points of a pair of lanes, less the shift.
+  const auto load = [](const T* all, int32_t i, int32_t next, double scale, const Vector3& less, TwoDoubles* lanes) {
+    const ptrdiff_t one = ptrdiff_t{3} * i, other = ptrdiff_t{3} * next;
+    const double origin[3] = {less.x, less.y, less.z};
+    for (int k = 0; k < 3; ++k) lanes[k] = TwoDoubles{double{all[one + k]}, double{all[other + k]}} * scale - origin[k];
+  };
   const auto add = [&](int32_t i, int32_t next, TwoDoubles weight) {
-    const Vector3 a = pointAt(points.from, i, factor(points.fromFactor)) - fromShift;
-    const Vector3 b = pointAt(points.from, next, factor(points.fromFactor)) - fromShift;
-    const Vector3 c = pointAt(points.to, i, factor(points.toFactor)) - toShift;
-    const Vector3 d = pointAt(points.to, next, factor(points.toFactor)) - toShift;
-    const TwoDoubles from[3] = {{a.x, b.x}, {a.y, b.y}, {a.z, b.z}};
-    const TwoDoubles to[3] = {{c.x, d.x}, {c.y, d.y}, {c.z, d.z}};
+    TwoDoubles from[3], to[3];
+    load(points.from, i, next, factor(points.fromFactor), fromShift, from);
+    load(points.to, i, next, factor(points.toFactor), toShift, to);
     if (!kPlain) sums.weight += weight;
     addPoints<kPlain>(sums, from, to, weight);
   };
-  int32_t i = first;
-  for (; i + 2 <= end; i += 2) add(i, i + 1, kPlain ? TwoDoubles{} : TwoDoubles{weightAt(i), weightAt(i + 1)});
-  // Beside the last of an odd number the shift itself, which adds nothing.
-  if (i < end) add(i, shift, kPlain ? TwoDoubles{} : TwoDoubles{weightAt(i), 0});
+  for (int32_t i = first; i < end; i += 2) {
+    // Beside the last of an odd number the shift itself, which adds nothing.
+    const bool isPair = i + 1 < end;
+    const int32_t next = isPair ? i + 1 : shift;
+    add(i, next, kPlain ? TwoDoubles{} : TwoDoubles{weightAt(i), isPair ? weightAt(next) : 0});
+  }
   return momentsOf(sums, kPlain ? end - first : both(sums.weight), fromShift, toShift);
 }
 
@@ -119,7 +126,7 @@ PairMoments merged(const PairMoments& a, const PairMoments& b) {
 // Pairwise: as the digits of a binary counter carry.
 template <bool kPlain, class T>
 PairMoments allMoments(const PairedPoints<T>& points) {
-  PairMoments open[32];
+  PairMoments open[32] = {};
   int depth = 0;
   uint32_t blocks = 0;
   for (int64_t first = 0; first < points.count; first += kBlock) {

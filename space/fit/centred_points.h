@@ -23,7 +23,8 @@ void sumInBlocks(int32_t count, double (&total)[kSums], const Add& add) {
   }
 }
 
-// Moved so that the mean is the origin, and scaled by a power of two so that the largest distance from it is in [1/4, 1).
+// Moved so that the mean is the origin, and scaled by a power of two so that the largest distance from it is in [1/4,
+// 1).
 template <class T>
 struct CentredPoints {
   const T* points;

@@ -65,9 +65,9 @@ class Moments {
   int place_[5][5][5] = {};
 };
 
-// The algebraic circle of the points seen along an axis, and about the mean squared distance from it: with x, y in the plane
-// of sight and z = x^2 + y^2, z = 2 a x + 2 b y + const in the sense of least squares, from moments alone (D. Eberly, Least Squares Fitting of
-// Data by Linear or Quadratic Structures, 2015).
+// The algebraic circle of the points seen along an axis, and about the mean squared distance from it: with x, y in the
+// plane of sight and z = x^2 + y^2, z = 2 a x + 2 b y + const in the sense of least squares, from moments alone (D.
+// Eberly, Least Squares Fitting of Data by Linear or Quadratic Structures, 2015).
 double seenAlong(const Moments& moments, const Vector3& axis, CylinderShape& shape) {
   const double w[3] = {axis.x, axis.y, axis.z};
   const auto projector = [&](int i, int j) { return (i == j ? 1.0 : 0.0) - w[i] * w[j]; };

@@ -20,8 +20,8 @@ struct NormalSums {
   }
 };
 
-// The step of (H + damping diag H) step = -g, by Cholesky's factors of the matrix scaled to a unit diagonal. False where a
-// pivot is below `least`.
+// The step of (H + damping diag H) step = -g, by Cholesky's factors of the matrix scaled to a unit diagonal. False
+// where a pivot is below `least`.
 template <int n>
 bool dampedStep(const double (&sums)[NormalSums<n>::kCount], double damping, double least, double (&step)[n]) {
   double scale[n], l[n][n] = {};
@@ -52,9 +52,9 @@ bool dampedStep(const double (&sums)[NormalSums<n>::kCount], double damping, dou
   return true;
 }
 
-// Shape: kNumbers; add(p, sums), the rows of one point; moved(step), the shape after a step. Points are centred. Moves `shape` to a
-// least sum of squares and returns it; DEGENERATE where the shape is not determined there. A radius beyond 1e5 of the extent counts
-// as none.
+// Shape: kNumbers; add(p, sums), the rows of one point; moved(step), the shape after a step. Points are centred. Moves
+// `shape` to a least sum of squares and returns it; DEGENERATE where the shape is not determined there. A radius beyond
+// 1e5 of the extent counts as none.
 template <class Shape, class T>
 DaxStatus refineShape(const CentredPoints<T>& points, Shape& shape, double& energy) {
   constexpr int n = Shape::kNumbers, kSums = NormalSums<n>::kCount;

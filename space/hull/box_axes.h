@@ -28,8 +28,8 @@ struct Span {
   double middle() const { return low + size() / 2; }
 };
 
-// The box around points along two axes at a right angle, and a third one that makes them right-handed. Of the first two axes the
-// component of largest magnitude becomes positive.
+// The box around points along two axes at a right angle, and a third one that makes them right-handed. Of the first two
+// axes the component of largest magnitude becomes positive.
 template <class T>
 Dax3dBox boxAlong(const T* points, int32_t n, const Vector3& first, const Vector3& second) {
   const Vector3 x = signedByLargest(first), y = signedByLargest(second), z = cross(x, y);

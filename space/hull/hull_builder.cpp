@@ -167,8 +167,8 @@ void HullBuilder::closeHorizon(int32_t i) {
   for (int32_t k = 0; k < horizonCount_; ++k) link(horizon_[k].beyond, 1, atCorner_[horizon_[k].to]);
 }
 
-// A point that saw a face that went sees one of the new ones, or none: the two faces at an edge of the horizon that it saw both make it
-// see the new face at that edge.
+// A point that saw a face that went sees one of the new ones, or none: the two faces at an edge of the horizon that it
+// saw both make it see the new face at that edge.
 void HullBuilder::distribute(int32_t pending, int32_t inserted) {
   while (pending >= 0) {
     const int32_t q = pending;
@@ -195,10 +195,37 @@ void HullBuilder::insert(int32_t i) {
   distribute(pending, i);
 }
 
-bool HullBuilder::build() {
+// The extremes along 7 axes come first, since points that they enclose need no more than one look; the others in random
+// order.
+void HullBuilder::drawOrder() {
+  constexpr Vector3 kAxes[] = {{1, 0, 0}, {0, 1, 0}, {0, 0, 1}, {1, 1, 1}, {1, 1, -1}, {1, -1, 1}, {-1, 1, 1}};
+  for (int32_t i = 0; i < n_; ++i) lowest_[i] = i, home_[i] = 0;
+  int32_t first = 0;
+  for (const Vector3& axis : kAxes) {
+    int32_t low = 0, high = 0;
+    double least = INFINITY, largest = -INFINITY;
+    for (int32_t i = 0; i < n_; ++i) {
+      const double along = dot(point(i), axis);
+      if (along < least) least = along, low = i;
+      if (along > largest) largest = along, high = i;
+    }
+    for (const int32_t i : {low, high}) {
+      if (home_[i] == 0) order_[first++] = i;
+      home_[i] = 1;
+    }
+  }
+  int32_t end = first;
+  for (int32_t i = 0; i < n_; ++i) {
+    if (home_[i] == 0) order_[end++] = i;
+  }
   Pcg32 random(1);
-  for (int32_t i = 0; i < n_; ++i) order_[i] = lowest_[i] = i;
-  for (int32_t i = n_ - 1; i > 0; --i) std::swap(order_[i], order_[random.below(static_cast<uint32_t>(i) + 1)]);
+  for (int32_t i = n_ - 1; i > first; --i) {
+    std::swap(order_[i], order_[first + static_cast<int32_t>(random.below(static_cast<uint32_t>(i - first) + 1))]);
+  }
+}
+
+bool HullBuilder::build() {
+  drawOrder();
   int32_t corners[4];
   if (!start(corners)) return false;
   firstFaces(corners);

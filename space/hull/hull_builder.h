@@ -58,6 +58,7 @@ class HullBuilder {
   int32_t writeTriangles(int32_t* triangles);
 
  private:
+  void drawOrder();
   bool sees(int32_t face, const Vector3& p) const;
   bool start(int32_t (&corners)[4]) const;
   void firstFaces(const int32_t (&corners)[4]);

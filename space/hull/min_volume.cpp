@@ -54,8 +54,8 @@ Vector3 normalOf(const HullBuilder& hull, int32_t face) {
   return unit(cross(hull.point(c[1]) - hull.point(c[0]), hull.point(c[2]) - hull.point(c[0])));
 }
 
-// Corners are kept from the first one on, so that the volume of small hulls far from the origin keeps its digits. False where there are
-// more than kMaxEdges edges.
+// Corners are kept from the first one on, so that the volume of small hulls far from the origin keeps its digits. False
+// where there are more than kMaxEdges edges.
 bool outlineOf(const HullBuilder& hull, int32_t n, HullOutline& outline) {
   outline.edgeCount = outline.cornerCount = 0;
   const Vector3 origin = hull.point(0);
@@ -84,8 +84,9 @@ bool outlineOf(const HullBuilder& hull, int32_t n, HullOutline& outline) {
 int32_t reduceCorners(const HullOutline& outline, double (&to)[6 * kDirections]) {
   int32_t kept[2 * kDirections], count = 0;
   const double golden = std::numbers::pi * (3 - std::sqrt(5.0));
-  for (int k = 0; k < kDirections / 2; ++k) {
-    const double z = (k + 0.5) / (kDirections / 2), r = std::sqrt((1 - z) * (1 + z));
+  constexpr int kHalf = kDirections / 2;
+  for (int k = 0; k < kHalf; ++k) {
+    const double z = (k + 0.5) / kHalf, r = std::sqrt((1 - z) * (1 + z));
     const SinCos turn = elementary::sinCos(golden * k);
     const Vector3 direction{r * turn.cosine, r * turn.sine, z};
     Span span;
@@ -147,9 +148,9 @@ void searchTurn(const HullOutline& outline, const BoxEdge& first, const BoxEdge&
   }
 }
 
-// J. O'Rourke, Finding minimal enclosing boxes, Int. J. Computer and Information Sciences 14, 1985: two adjacent faces of the least
-// box hold an edge each. The first one's normal turns between those of the edge's faces; the second one's then follows, and its edge is on
-// the outline seen along the first normal.
+// J. O'Rourke, Finding minimal enclosing boxes, Int. J. Computer and Information Sciences 14, 1985: two adjacent faces
+// of the least box hold an edge each. The first one's normal turns between those of the edge's faces; the second one's
+// then follows, and its edge is on the outline seen along the first normal.
 void searchEdge(const HullOutline& outline, const BoxEdge& first, BestBox& best) {
   Vector3 normals[kPlaces];
   double widths[kPlaces];

@@ -7,8 +7,8 @@
 namespace dax {
 namespace {
 
-// An exact number: a sum of doubles that do not overlap, in ascending order, without zeros. J. R. Shewchuk, Adaptive Precision
-// Floating-Point Arithmetic and Fast Robust Geometric Predicates, Discrete & Computational Geometry 18, 1997.
+// An exact number: a sum of doubles that do not overlap, in ascending order, without zeros. J. R. Shewchuk, Adaptive
+// Precision Floating-Point Arithmetic and Fast Robust Geometric Predicates, Discrete & Computational Geometry 18, 1997.
 template <int kCapacity>
 class Expansion {
  public:

@@ -93,8 +93,8 @@ Quaternion karcherMean(const WeightedPoses& set, Quaternion mean) {
 constexpr double kNear = 1e-9, kConverged = 1e-12;
 constexpr int kMaxSteps = 500;
 
-// The next step towards the geometric median of points at offset(i) from the estimate: Weiszfeld's, and where points lie at the
-// estimate, that of Y. Vardi and C.-H. Zhang, PNAS 97(4), 2000.
+// The next step towards the geometric median of points at offset(i) from the estimate: Weiszfeld's, and where points
+// lie at the estimate, that of Y. Vardi and C.-H. Zhang, PNAS 97(4), 2000.
 template <class Offset>
 Vector3 medianStep(const WeightedPoses& set, const Offset& offset) {
   Vector3 pull{0, 0, 0};

@@ -38,8 +38,9 @@ double wrapped(double angle) {
   return angle > kPi ? angle - 2 * kPi : angle <= -kPi ? angle + 2 * kPi : angle;
 }
 
-// E. Bernardes and S. Viollet, PLOS ONE 17(11), 2022, for axes that stay: turning the quaternion by a quarter about the middle axis
-// makes an order of three axes one of two, whose angles are sums and differences of arguments of complex numbers.
+// E. Bernardes and S. Viollet, PLOS ONE 17(11), 2022, for axes that stay: turning the quaternion by a quarter about the
+// middle axis makes an order of three axes one of two, whose angles are sums and differences of arguments of complex
+// numbers.
 struct HalfAngles {
   double sum, difference, middle;
   bool isLockedAtZero, isLockedAtEnd;

@@ -30,8 +30,8 @@ double across(const Segment& a, const Segment& b, double s) {
   return square > 0 ? std::clamp(dot(a.at(s) - b.start, b.along) / square, 0.0, 1.0) : 0;
 }
 
-// Of two segments the distance is least at the unbounded solution held to both, or at an end of one: all four ends are tried, since
-// the unbounded solution of nearly parallel ones has no digits.
+// Of two segments the distance is least at the unbounded solution held to both, or at an end of one: all four ends are
+// tried, since the unbounded solution of nearly parallel ones has no digits.
 void nearestOfSegments(const Segment& a, const Segment& b, double& s, double& t) {
   const Vector3 between = a.start - b.start;
   const double bb = dot(b.along, b.along), ab = dot(a.along, b.along);
