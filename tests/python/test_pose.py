@@ -141,7 +141,7 @@ def test_fits_boxes_and_hulls(rng):
         assert np.isclose(space.fit_cylinder(ring).shape.radius, 2, atol=1e-5)
         flat = (directions * [1, 2, 0] + [0, 0, 5]).astype(dtype)
         assert np.allclose(space.fit_plane(flat).shape.normal, [0, 0, 1], atol=1e-6)
-        assert np.allclose(space.fit_line(flat * [0, 1, 1]).shape.direction, [0, 1, 0], atol=1e-6)
+        assert np.allclose(space.fit_line((flat * [0, 1, 1]).astype(dtype)).shape.direction, [0, 1, 0], atol=1e-6)
         flat[:200, 2] += 7 + 3 * directions[:200, 0]
         robust = space.fit_plane(flat, robust=True)
         assert robust.inliers == 300 and np.isclose(robust.shape.offset, -5)
