@@ -34,10 +34,10 @@ void orthogonalise(Vector3 (&columns)[3], Vector3 (&v)[3]) {
 
 }  // namespace
 
-ProperSvd3 properSvd(const Matrix3& a) {
-  const Matrix3 t = transposed(a);
+ProperSvd3 properSvd(const Matrix33& a) {
+  const Matrix33 t = transposed(a);
   Vector3 columns[3] = {t.rows[0], t.rows[1], t.rows[2]};
-  Vector3 v[3] = {kIdentity3.rows[0], kIdentity3.rows[1], kIdentity3.rows[2]};
+  Vector3 v[3] = {kIdentity33.rows[0], kIdentity33.rows[1], kIdentity33.rows[2]};
   orthogonalise(columns, v);
   for (int i = 0; i < 2; ++i) {
     int longest = i;

@@ -1,7 +1,7 @@
 // Singular values of 3 x 3 matrices, by rotations alone.
 #pragma once
 
-#include "geometry/matrix3.h"
+#include "geometry/matrix33.h"
 
 namespace dax {
 
@@ -13,6 +13,6 @@ struct ProperSvd3 {
 };
 
 // Of finite elements, the largest magnitude between 1e-100 and 1e100. Values are right to rounding of the largest.
-ProperSvd3 properSvd(const Matrix3& a);
+ProperSvd3 properSvd(const Matrix33& a);
 
 }  // namespace dax

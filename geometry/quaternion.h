@@ -2,7 +2,7 @@
 #pragma once
 
 #include "frame/numeric/elementary.h"
-#include "geometry/matrix3.h"
+#include "geometry/matrix33.h"
 
 namespace dax {
 
@@ -46,7 +46,7 @@ inline Quaternion canonical(const Quaternion& q) {
 }
 
 // Of a unit quaternion.
-inline Matrix3 matrixOf(const Quaternion& q) {
+inline Matrix33 matrixOf(const Quaternion& q) {
   const auto [x, y, z] = q.v;
   const double xx = 2 * x * x, yy = 2 * y * y, zz = 2 * z * z, xy = 2 * x * y, xz = 2 * x * z, yz = 2 * y * z;
   const double wx = 2 * q.w * x, wy = 2 * q.w * y, wz = 2 * q.w * z;
@@ -55,7 +55,7 @@ inline Matrix3 matrixOf(const Quaternion& q) {
 
 // The canonical unit quaternion of a rotation: the largest of its four elements is at least 1/2, and the others follow
 // from it without cancellation (S. W. Shepperd, J. Guidance and Control 1(3), 1978).
-inline Quaternion quaternionOf(const Matrix3& m) {
+inline Quaternion quaternionOf(const Matrix33& m) {
   const auto& [a, b, c] = m.rows;
   const double trace = a.x + b.y + c.z;
   Quaternion q;

@@ -56,12 +56,12 @@ DaxStatus checkWeights(const PairedPoints<T>& points) {
 
 // U and V of the cross-covariance, and what is left of its three values: their sum.
 struct BestRotation {
-  Matrix3 rotation;
+  Matrix33 rotation;
   double gain;
   bool isMirrored;
 };
 
-DaxStatus bestRotation(const Matrix3& cross, BestRotation& best) {
+DaxStatus bestRotation(const Matrix33& cross, BestRotation& best) {
   double largest = 0;
   for (const Vector3& row : cross.rows) {
     largest = std::max({largest, std::fabs(row.x), std::fabs(row.y), std::fabs(row.z)});
@@ -71,7 +71,7 @@ DaxStatus bestRotation(const Matrix3& cross, BestRotation& best) {
   const ProperSvd3 svd = properSvd({{factor * cross.rows[0], factor * cross.rows[1], factor * cross.rows[2]}});
   const double tolerance = 1e-9 * svd.values[0];
   DAX_REQUIRE(svd.values[1] > tolerance && svd.values[1] + svd.values[2] > tolerance, DAX_STS_DEGENERATE);
-  const Matrix3 u{{svd.u[0], svd.u[1], svd.u[2]}}, v{{svd.v[0], svd.v[1], svd.v[2]}};
+  const Matrix33 u{{svd.u[0], svd.u[1], svd.u[2]}}, v{{svd.v[0], svd.v[1], svd.v[2]}};
   best = {transposed(v) * u, (svd.values[0] + svd.values[1] + svd.values[2]) / factor, svd.values[2] < -tolerance};
   return DAX_STS_OK;
 }
@@ -95,7 +95,7 @@ DaxStatus align(PairedPoints<T> points, bool hasScale, Dax3dAlignment* alignment
   const double rms = std::sqrt(std::max(left, 0.0) / m.weight) / points.toFactor;
   DAX_REQUIRE(isFinite(translation) && wholeScale > 0 && isFinite(Vector3{wholeScale, rms, 0}), DAX_STS_DATA_RANGE);
   *alignment = {{}, wholeScale, rms, best.isMirrored, 0};
-  storeMatrix3(best.rotation, alignment->pose, 4);
+  storeMatrix33(best.rotation, alignment->pose, 4);
   const double t[3] = {translation.x, translation.y, translation.z};
   for (int i = 0; i < 3; ++i) alignment->pose[4 * i + 3] = t[i];
   alignment->pose[15] = 1;

@@ -3,7 +3,7 @@
 
 #include <cstdint>
 
-#include "geometry/matrix3.h"
+#include "geometry/matrix33.h"
 
 namespace dax {
 
@@ -12,7 +12,7 @@ namespace dax {
 struct PairMoments {
   double weight;
   Vector3 fromMean, toMean;
-  Matrix3 cross;
+  Matrix33 cross;
   double fromSquare, toSquare;
 };
 

@@ -41,7 +41,7 @@ Dax3dBox boxAlong(const T* points, int32_t n, const Vector3& first, const Vector
   }
   const Vector3 centre = origin + along[0].middle() * x + along[1].middle() * y + along[2].middle() * z;
   Dax3dBox box{{}, {along[0].size(), along[1].size(), along[2].size()}};
-  storePose({transposed(Matrix3{{x, y, z}}), centre}, box.pose);
+  storePose({transposed(Matrix33{{x, y, z}}), centre}, box.pose);
   return box;
 }
 

@@ -230,7 +230,7 @@ DaxStatus leastBox(const T* points, int32_t n, Dax3dBox* box, void* buffer) {
   }
   // The longest side first.
   const Dax3dBox any = boxAlong(points, n, best.first, best.second);
-  const Matrix3 axes = transposed(loadPose(any.pose).rotation);
+  const Matrix33 axes = transposed(loadPose(any.pose).rotation);
   int order[3] = {0, 1, 2};
   std::sort(order, order + 3,
             [&](int i, int k) { return any.size[i] != any.size[k] ? any.size[i] > any.size[k] : i < k; });

@@ -9,16 +9,16 @@
 namespace dax {
 
 struct Pose {
-  Matrix3 rotation;
+  Matrix33 rotation;
   Vector3 translation;
 };
 
 inline Pose loadPose(const double* m) {
-  return {loadMatrix3(m, 4), {m[3], m[7], m[11]}};
+  return {loadMatrix33(m, 4), {m[3], m[7], m[11]}};
 }
 inline void storePose(const Pose& pose, double* to) {
   const double t[3] = {pose.translation.x, pose.translation.y, pose.translation.z};
-  storeMatrix3(pose.rotation, to, 4);
+  storeMatrix33(pose.rotation, to, 4);
   for (int i = 0; i < 3; ++i) to[4 * i + 3] = t[i], to[12 + i] = 0;
   to[15] = 1;
 }

@@ -72,7 +72,7 @@ DaxStatus eigenMean(const WeightedPoses& set, Quaternion& mean) {
 }
 
 // log(R^T R_i).
-Vector3 turnTo(const Quaternion& from, const Matrix3& to) {
+Vector3 turnTo(const Quaternion& from, const Matrix33& to) {
   return logarithmOf(canonical(unit(conjugate(from) * quaternionOf(to))));
 }
 

@@ -93,13 +93,13 @@ DaxStatus DAX3D_ROT_FromQuat_f64(const double quaternion[4], double rotation[9])
   const double largest = std::fmax(std::fabs(q.w), safeLength(q.v));
   DAX_REQUIRE(largest > 0, DAX_STS_BAD_PARAM);
   if (!(largest > 0x1p-400 && largest < 0x1p400)) q = (largest >= 1 ? 0x1p-600 : 0x1p600) * q;
-  storeMatrix3(matrixOf(unit(q)), rotation);
+  storeMatrix33(matrixOf(unit(q)), rotation);
   return DAX_STS_OK;
 }
 
 DaxStatus DAX3D_ROT_ToQuat_f64(const double rotation[9], double quaternion[4]) {
   DAX_REQUIRE(rotation && quaternion, DAX_STS_NULL_POINTER);
-  const Matrix3 matrix = loadMatrix3(rotation);
+  const Matrix33 matrix = loadMatrix33(rotation);
   DAX_REQUIRE(isRotation(matrix), DAX3D_STS_NO_ROTATION);
   const Quaternion q = quaternionOf(matrix);
   quaternion[0] = q.w;
@@ -111,13 +111,13 @@ DaxStatus DAX3D_ROT_FromRotVec_f64(const double rotVec[3], double rotation[9]) {
   DAX_REQUIRE(rotVec && rotation, DAX_STS_NULL_POINTER);
   const Vector3 v = load3(rotVec);
   DAX_REQUIRE(isFinite(v) && std::isfinite(safeLength(v)), DAX_STS_DATA_RANGE);
-  storeMatrix3(matrixOf(exponentialOf(v)), rotation);
+  storeMatrix33(matrixOf(exponentialOf(v)), rotation);
   return DAX_STS_OK;
 }
 
 DaxStatus DAX3D_ROT_ToRotVec_f64(const double rotation[9], double rotVec[3]) {
   DAX_REQUIRE(rotation && rotVec, DAX_STS_NULL_POINTER);
-  const Matrix3 matrix = loadMatrix3(rotation);
+  const Matrix33 matrix = loadMatrix33(rotation);
   DAX_REQUIRE(isRotation(matrix), DAX3D_STS_NO_ROTATION);
   store3(logarithmOf(quaternionOf(matrix)), rotVec);
   return DAX_STS_OK;
@@ -133,7 +133,7 @@ DaxStatus DAX3D_ROT_FromEuler_f64(const double angles[3], const char* order, dou
     const Quaternion next = aboutAxis(axes.axes[k], angles[k]);
     q = axes.intrinsic ? q * next : next * q;
   }
-  storeMatrix3(matrixOf(q), rotation);
+  storeMatrix33(matrixOf(q), rotation);
   return DAX_STS_OK;
 }
 
@@ -141,7 +141,7 @@ DaxStatus DAX3D_ROT_ToEuler_f64(const double rotation[9], const char* order, dou
   DAX_REQUIRE(rotation && order && angles && locked, DAX_STS_NULL_POINTER);
   EulerOrder axes{};
   DAX_REQUIRE(readOrder(order, axes), DAX_STS_BAD_PARAM);
-  const Matrix3 matrix = loadMatrix3(rotation);
+  const Matrix33 matrix = loadMatrix33(rotation);
   DAX_REQUIRE(isRotation(matrix), DAX3D_STS_NO_ROTATION);
   *locked = eulerAngles(quaternionOf(matrix), axes, angles);
   return DAX_STS_OK;

@@ -144,7 +144,7 @@ struct Triangle {
 
 struct Box3 {
   static constexpr int kNumbers = 19;
-  Matrix3 axes;  // rows
+  Matrix33 axes;  // rows
   Vector3 centre, half;
 
   DaxStatus read(const double* n);
