@@ -79,13 +79,12 @@ TYPED_TEST(Polar, IsTheFormulaThereAndBack) {
   for (DaxiPolarCfg cfg :
        {ring(3, 17, 0.3, circle), ring(17, 2, -9, -circle), ring(0, 30, 2.5, 1.9), ring(5, 16, 1, -4)}) {
     for (const int32_t border : kWarpBorders) {
-      for (int32_t interpolation = 0; interpolation < 4; ++interpolation, ++i) {
-        cfg.border = border, cfg.interpolation = interpolation, cfg.value = 91;
-        cfg.log = cfg.r0 > 0 && i % 3 == 0;
-        expectPolar<TypeParam>(false, {41, 29}, {140, 5}, 1 + 2 * (i % 2), cfg);
-        expectPolar<TypeParam>(true, {60, 11}, {41, 19}, 1 + 2 * (i % 2), cfg);
-        if (this->HasFatalFailure()) return;
-      }
+      cfg.border = border, cfg.interpolation = (i + i / 6) % 4, cfg.value = 91;
+      cfg.log = cfg.r0 > 0 && i % 3 == 0;
+      expectPolar<TypeParam>(false, {41, 29}, {140, 5}, 1 + 2 * (i % 2), cfg);
+      expectPolar<TypeParam>(true, {60, 11}, {41, 19}, 1 + 2 * (i % 2), cfg);
+      if (this->HasFatalFailure()) return;
+      ++i;
     }
   }
 }

@@ -99,6 +99,7 @@ TYPED_TEST(Remap, IsTheFormulaPlainAndPrepared) {
               return Place{maps.x.at(x, y), maps.y.at(x, y)};
             },
             0);
+        if (i % 3) continue;  // prepared maps differ in positions only
         const std::vector<uint64_t> model = modelOf(maps);
         const auto prepared = [&](void* pool, T* dst, int32_t step) {
           const auto with = [&](auto function, auto... on) {

@@ -1,9 +1,10 @@
-// A pixel of a resize by its definition: the kernels of both axes at once, in extended precision.
+// A pixel of a resize by its definition: the weights of all pixels of both axes, in double precision.
 #pragma once
 
 #include <algorithm>
 #include <cmath>
 #include <cstdint>
+#include <vector>
 
 #include "daxi/border.h"
 #include "daxi/interpolation.h"
@@ -30,61 +31,69 @@ struct Axis {
   double factor;
   bool widens;
   int32_t interpolation;
-  long double a;
+  double a;
 
-  long double scale() const {
-    return factor == 0 ? static_cast<long double>(src) / dst : 1 / static_cast<long double>(factor);
-  }
-  long double width() const { return widens ? std::max(1.0L, scale()) : 1.0L; }
-  long double position(int32_t i) const { return (i + 0.5L) * scale() - 0.5L; }
+  double scale() const { return factor == 0 ? static_cast<double>(src) / dst : 1 / static_cast<double>(factor); }
+  double width() const { return widens ? std::max(1.0, scale()) : 1.0; }
+  double position(int32_t i) const { return (i + 0.5) * scale() - 0.5; }
 
-  static long double sinc(long double x) { return x == 0 ? 1 : std::sin(M_PIl * x) / (M_PIl * x); }
+  static double sinc(double x) { return x == 0 ? 1 : std::sin(M_PI * x) / (M_PI * x); }
 
-  long double kernel(long double d) const {
-    if (interpolation == DAXI_INTERPOLATION_LINEAR) return std::max(0.0L, 1 - d);
+  double kernel(double d) const {
+    if (interpolation == DAXI_INTERPOLATION_LINEAR) return std::max(0.0, 1 - d);
     if (interpolation == DAXI_INTERPOLATION_LANCZOS3) return d < 3 ? sinc(d) * sinc(d / 3) : 0;
     if (d <= 1) return (a + 2) * d * d * d - (a + 3) * d * d + 1;
     return d < 2 ? a * d * d * d - 5 * a * d * d + 8 * a * d - 4 * a : 0;
   }
 
   // Of source pixel `tap` for output i.
-  long double weight(int32_t i, int32_t tap) const {
+  double weight(int32_t i, int32_t tap) const {
     if (interpolation == DAXI_INTERPOLATION_NEAREST) {
       const int64_t at = factor == 0 ? (2 * int64_t{i} + 1) * src / (2 * int64_t{dst})
                                      : static_cast<int64_t>(std::floor((i + 0.5) / factor));
       return tap == at;
     }
     if (interpolation == DAXI_INTERPOLATION_AREA) {
-      return std::max(0.0L,
-                      std::min((i + 1) * scale(), tap + 1.0L) - std::max(i * scale(), static_cast<long double>(tap)));
+      return std::max(0.0, std::min((i + 1) * scale(), tap + 1.0) - std::max(i * scale(), static_cast<double>(tap)));
     }
     return kernel(std::fabs(tap - position(i)) / width());
   }
 
-  int32_t first(int32_t i) const { return static_cast<int32_t>(std::floor(position(i) - reach())); }
-  int32_t last(int32_t i) const { return static_cast<int32_t>(std::ceil(position(i) + reach())); }
-  long double reach() const { return 3 * std::max(1.0L, scale()); }
+  double reach() const { return 3 * std::max(1.0, scale()); }
 };
+
+// What counts for an output: pixels of the source, or none for the constant, and their weights, which add up to 1.
+struct Tap {
+  int32_t at;
+  double weight;
+};
+inline std::vector<Tap> tapsOf(const Axis& axis, int32_t border, int32_t i) {
+  std::vector<Tap> taps;
+  double sum = 0;
+  const auto end = static_cast<int32_t>(std::ceil(axis.position(i) + axis.reach()));
+  for (auto k = static_cast<int32_t>(std::floor(axis.position(i) - axis.reach())); k <= end; ++k) {
+    const double weight = axis.weight(i, k);
+    if (weight == 0) continue;
+    const bool isConstant = border == DAXI_BORDER_CONSTANT && (k < 0 || k >= axis.src);
+    taps.push_back({isConstant ? -1 : borderPixel(k, axis.src, border), weight});
+    sum += weight;
+  }
+  for (Tap& tap : taps) tap.weight /= sum;
+  return taps;
+}
 
 // pixel(x, y) of positions inside; `value` where a constant border is meant.
 template <class Pixel>
-long double resized(const Pixel& pixel, const Axis& ax, const Axis& ay, int32_t border, double value, int32_t x,
-                    int32_t y) {
-  const auto at = [&](int32_t i, int32_t j) -> long double {
-    const bool isInside = i >= 0 && i < ax.src && j >= 0 && j < ay.src;
-    if (border == DAXI_BORDER_CONSTANT && !isInside) return value;
-    return pixel(borderPixel(i, ax.src, border), borderPixel(j, ay.src, border));
-  };
-  long double sum = 0, weights = 0;
-  for (int32_t j = ay.first(y); j <= ay.last(y); ++j) {
-    const long double wy = ay.weight(y, j);
-    for (int32_t i = ax.first(x); wy != 0 && i <= ax.last(x); ++i) {
-      const long double w = wy * ax.weight(x, i);
-      if (w != 0) sum += w * at(i, j);
-      weights += w;
+double resized(const Pixel& pixel, const std::vector<Tap>& columns, const std::vector<Tap>& rows, double value) {
+  double sum = 0;
+  for (const Tap& row : rows) {
+    double along = 0;
+    for (const Tap& column : columns) {
+      along += column.weight * (column.at < 0 || row.at < 0 ? value : pixel(column.at, row.at));
     }
+    sum += row.weight * along;
   }
-  return sum / weights;
+  return sum;
 }
 
 // The exact mean of a cell, halves to even: each pixel is cut into dst x dst parts, of which a cell has src x src.

@@ -85,6 +85,7 @@ TYPED_TEST(Warp, IsTheFormula) {
         DaxiWarpCfg perspective = warpBy({1.1, 0.2, 3, 0.1, -0.9, 12, 0.004, -0.03, 1}, interpolation);
         if (i % 2) std::for_each(perspective.m, perspective.m + 9, [](double& each) { each = -each; });
         for (DaxiWarpCfg* const cfg : {&affine, &perspective}) {
+          if (cfg == &perspective && i % 3) continue;  // they differ in positions only
           cfg->border = border, cfg->value = 77.3, cfg->cubicA = -0.75;
           const bool isAffine = cfg == &affine;
           auto back = inverseOf(cfg->m);
@@ -155,6 +156,16 @@ TEST(WarpOfFloats, FractionsAndNaN) {
     const auto moved = warped(Warps<float>::kAffine[0], ramp, {200, 3}, warpBy({1, 0, k / 4096.0, 0, 1, 0, 0, 0, 1}));
     ASSERT_EQ(moved.at(20, 1), static_cast<float>(20 - k / 4096.0)) << k;
     for (int32_t x = 10; x < 190; ++x) ASSERT_EQ(std::isnan(moved.at(x, 1)), x == 150 || (k && x == 151)) << x;
+  }
+}
+
+// What is not finite has weight 0 beside a pixel that stands still, also among pixels that are interpolated in vectors.
+TEST(WarpOfFloats, StandingStillKeepsEveryBit) {
+  TestImage<float> src({90, 14});
+  src.fill([](int32_t x, int32_t y) { return x == 40 ? NAN : x == 60 && y == 7 ? INFINITY : x * 0.37 - y; });
+  for (int32_t interpolation = 0; interpolation < 4; ++interpolation) {
+    const DaxiWarpCfg cfg = warpBy({1, 0, 0, 0, 1, 0, 0, 0, 1}, interpolation);
+    ASSERT_TRUE(samePixels(warped(Warps<float>::kAffine[0], src, src.size(), cfg), src)) << interpolation;
   }
 }
 
