@@ -20,14 +20,23 @@ uint8x16_t reverseBlock(uint8x16_t block) {
   return block;
 }
 
+// The kBlocks blocks that end at `end` to dst.
+template <int kBlocks, class T>
+void reverseBlocks(T* dst, const T* end) {
+  constexpr ptrdiff_t kBlock = 16 / sizeof(T);
+  uint8x16_t blocks[kBlocks];
+  for (int k = 0; k < kBlocks; ++k) blocks[k] = vld1q_u8(reinterpret_cast<const uint8_t*>(end - (k + 1) * kBlock));
+  for (int k = 0; k < kBlocks; ++k) {
+    vst1q_u8(reinterpret_cast<uint8_t*>(dst + k * kBlock), reverseBlock<sizeof(T)>(blocks[k]));
+  }
+}
+
 template <class T>
 void reverseRun(T* dst, const T* src, ptrdiff_t n) {
   constexpr ptrdiff_t kBlock = 16 / sizeof(T);
   ptrdiff_t i = 0;
-  for (; i <= n - kBlock; i += kBlock) {
-    const uint8x16_t block = vld1q_u8(reinterpret_cast<const uint8_t*>(src + n - i - kBlock));
-    vst1q_u8(reinterpret_cast<uint8_t*>(dst + i), reverseBlock<sizeof(T)>(block));
-  }
+  for (; i <= n - 4 * kBlock; i += 4 * kBlock) reverseBlocks<4>(dst + i, src + n - i);
+  for (; i <= n - kBlock; i += kBlock) reverseBlocks<1>(dst + i, src + n - i);
   portable::reverseRun(dst + i, src, n - i);
 }
 

@@ -153,20 +153,27 @@ inline void wideAlongY(const float* const* rows, const float* weights, int32_t t
   portable::wideColumns(rows, weights, taps, dst, i, count);
 }
 
-// As in pairOfRows, of sums of four.
+// A quarter of sums of four, halves to even: bits 1 and 2, or 1 and bit 2, take what is above a half, or a half above an odd
+// quarter, to the next one. Moving the lowest three bits up and down again, with rounding, adds them both. (SIMDe rounds in pieces.)
 inline uint8x8_t quarterOf(uint8x16_t a, uint8x16_t b) {
-  const uint16x8_t sum = vaddq_u16(vpadalq_u8(vpaddlq_u8(a), b), vdupq_n_u16(1));
-  return vshrn_n_u16(vsraq_n_u16(sum, vshlq_n_u16(sum, 13), 15), 2);
+  const uint16x8_t sum = vpadalq_u8(vpaddlq_u8(a), b);
+#if defined(__aarch64__)
+  return vshrn_n_u16(vrsraq_n_u16(sum, vshlq_n_u16(sum, 13), 15), 2);
+#else
+  return vshrn_n_u16(vaddq_u16(vsraq_n_u16(sum, vshlq_n_u16(sum, 13), 15), vdupq_n_u16(1)), 2);
+#endif
 }
 
 template <int kChannels>
 void halveRows(const uint8_t* a, const uint8_t* b, uint8_t* dst, int32_t width) {
   int32_t x = 0;
   if constexpr (kChannels == 1) {
-    for (; x + 16 <= width; x += 16) {
-      const uint8_t *const above = a + 2 * ptrdiff_t{x}, *const below = b + 2 * ptrdiff_t{x};
-      vst1q_u8(dst + x, vcombine_u8(quarterOf(vld1q_u8(above), vld1q_u8(below)),
-                                    quarterOf(vld1q_u8(above + 16), vld1q_u8(below + 16))));
+    for (; x + 32 <= width; x += 32) {
+      const uint8x16x4_t above = vld1q_u8_x4(a + 2 * ptrdiff_t{x}), below = vld1q_u8_x4(b + 2 * ptrdiff_t{x});
+      for (int k = 0; k < 4; k += 2) {
+        vst1q_u8(dst + x + 8 * k,
+                 vcombine_u8(quarterOf(above.val[k], below.val[k]), quarterOf(above.val[k + 1], below.val[k + 1])));
+      }
     }
   }
   portable::halveRows<kChannels>(a + 2 * ptrdiff_t{x} * kChannels, b + 2 * ptrdiff_t{x} * kChannels,

@@ -3,7 +3,6 @@
 #include "frame/check.h"
 #include "frame/dispatch.h"
 #include "frame/rows.h"
-#include "image/border/copy_border_neon.h"
 #include "image/warp/rotate_neon.h"
 #include "image/warp/rotate_portable.h"
 
@@ -94,10 +93,7 @@ DaxStatus forEachPlane(const MovedTo& image, const Use& use) {
 
 template <class Pixel>
 void reverseRow(const Pixel* src, Pixel* dst, int32_t count, int32_t isa) {
-  if constexpr (Pixel::kIsElement) {
-    if (usesNeon(isa)) return neon::reverseRun(dst, src, count);
-  }
-  portable::reverseRun(dst, src, count);
+  usesNeon(isa) ? neon::reversePixels(src, dst, count) : portable::reversePixels(src, dst, count);
 }
 
 // Columns, rows, both or none of them in reverse order.

@@ -3,8 +3,11 @@
 // makes the columns rows.
 #pragma once
 
+#include <array>
+
 #include "frame/dispatch.h"
 #include "frame/simd.h"
+#include "image/border/copy_border_neon.h"
 #include "image/warp/rotate_portable.h"
 
 #if DAX_HAVE_NEON
@@ -26,6 +29,27 @@ DAX_TRANSPOSED_LANES(uint16_t, uint16x8_t, u16)
 DAX_TRANSPOSED_LANES(uint32_t, uint32x4_t, u32)
 DAX_TRANSPOSED_LANES(uint64_t, uint64x2_t, u64)
 #undef DAX_TRANSPOSED_LANES
+
+// Runs of pixels of three elements in reverse order, as many whole pixels at a time as a vector holds: what its last bytes are
+// goes where the next pixels come.
+template <class Pixel>
+void reverseTriples(const Pixel* src, Pixel* dst, int32_t count) {
+  constexpr int32_t kBytes = sizeof(Pixel), kPixels = 16 / kBytes;
+  alignas(16) constexpr auto kOrder = [] {
+    std::array<uint8_t, 16> order{};
+    for (int32_t i = 0; i < 16; ++i)
+      order[i] = static_cast<uint8_t>((16 - (i / kBytes + 1) * kBytes + i % kBytes) & 15);
+    return order;
+  }();
+  const uint8x16_t order = vld1q_u8(kOrder.data());
+  const auto* end = reinterpret_cast<const uint8_t*>(src + count);
+  auto* to = reinterpret_cast<uint8_t*>(dst);
+  int32_t left = count;
+  for (; left * int64_t{kBytes} >= 16; left -= kPixels, end -= kPixels * kBytes, to += kPixels * kBytes) {
+    vst1q_u8(to, vqtbl1q_u8(vld1q_u8(end - 16), order));
+  }
+  for (int32_t i = 0; i < left; ++i) dst[count - left + i] = src[left - 1 - i];
+}
 
 // Distances of rows in bytes. They are made outside of the function that uses them: a compiler that sees how they are made puts
 // an addition in place of every address, a quarter more instructions.
@@ -85,6 +109,17 @@ template <class Pixel>
     if (height % n) {
       transposeBlock<Pixel>(src.from(x, height - n).bytes, srcOf, dst.from(height - n, x).bytes, dstOf);
     }
+  }
+}
+
+template <class Pixel>
+void reversePixels(const Pixel* src, Pixel* dst, int32_t count) {
+  if constexpr (Pixel::kIsElement) {
+    reverseRun(dst, src, count);
+  } else if constexpr (sizeof(Pixel) < 8) {
+    reverseTriples(src, dst, count);
+  } else {
+    portable::reverseRun(dst, src, count);
   }
 }
 

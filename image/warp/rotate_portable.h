@@ -6,6 +6,8 @@
 #include <cstdint>
 #include <type_traits>
 
+#include "image/border/copy_border_portable.h"
+
 namespace dax {
 
 // A pixel of any type with elements of this size: what it holds is not looked at.
@@ -32,6 +34,11 @@ struct MovedRows {
 };
 
 namespace portable {
+
+template <class Pixel>
+void reversePixels(const Pixel* src, Pixel* dst, int32_t count) {
+  reverseRun(dst, src, count);
+}
 
 // dst(y, x) = src(x, y) for width columns and height rows of the source.
 template <class Pixel>
