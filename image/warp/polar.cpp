@@ -63,7 +63,7 @@ double PolarWalk::radiusOf(int32_t y) const {
 void PolarWalk::row(int32_t y, Positions& at) const {
   const double radius = radiusOf(y);
   const auto place = [&](int32_t i) {
-    return RealPosition{cfg_.cx + radius * cosines_[i], cfg_.cy + radius * sines_[i]};
+    return RealPosition<double>{cfg_.cx + radius * cosines_[i], cfg_.cy + radius * sines_[i]};
   };
   fixPositions(count_, place, at);
 }
@@ -96,7 +96,7 @@ void PolarBackWalk::row(int32_t y, Positions& at) const {
   const double dy = y - cfg_.cy;
   const auto place = [&](int32_t i) {
     const double dx = x_ + i - cfg_.cx;
-    return RealPosition{columnOf(dx, dy), rowOf(dx, dy)};
+    return RealPosition<double>{columnOf(dx, dy), rowOf(dx, dy)};
   };
   fixPositions(count_, place, at);
 }

@@ -21,7 +21,7 @@ class MapWalk {
     fixPositions(
         count_,
         [=](int32_t i) {
-          return RealPosition{x[i], rowY[i]};
+          return RealPosition<float>{x[i], rowY[i]};
         },
         at);
   }

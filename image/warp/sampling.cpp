@@ -4,120 +4,174 @@
 #include <type_traits>
 
 #include "frame/dispatch.h"
-#include "frame/numeric/round.h"
 #include "image/border/border_index.h"
-#include "image/warp/kernel_weights.h"
 #include "image/warp/sampling_neon.h"
+#include "image/warp/sampling_portable.h"
 
 namespace dax {
 namespace {
 
-// The pixels of an axis around a position: kTaps of them; one is the nearest.
+// The first of the pixels of an axis around a position, kTaps of them; one is the nearest.
 template <int kTaps>
-struct Footprint {
-  static constexpr int64_t kShift = kTaps == 1 ? kOnePixel / 2 : 0;
-  static constexpr int64_t kBefore = kTaps > 2 ? kTaps / 2 - 1 : 0;
+int32_t firstTap(int64_t position) {
+  constexpr int64_t kShift = kTaps == 1 ? kOnePixel / 2 : 0;
+  constexpr int32_t kBefore = kTaps > 2 ? kTaps / 2 - 1 : 0;
+  return static_cast<int32_t>(static_cast<uint64_t>(position + kShift) >> 32) - kBefore;
+}
 
-  static int64_t first(int64_t position) { return ((position + kShift) >> 32) - kBefore; }
+// --- Inside ---
 
-  // The positions whose pixels all lie inside.
-  static constexpr int64_t kLow = kBefore * kOnePixel - kShift;
-  static int64_t high(int32_t side) { return (side - kTaps / 2) * kOnePixel - kShift - 1; }
+// The pixels of an image at which footprints inside begin.
+template <int kTaps>
+struct FirstPixels {
+  explicit FirstPixels(DaxiSize size) : columns(along(size.width)), rows(along(size.height)) {}
+  static uint32_t along(int32_t side) { return static_cast<uint32_t>(std::max(0, side - kTaps + 1)); }
 
-  template <class T>
-  static void weigh(int64_t position, double cubicA, double (&weights)[kTaps]) {
-    constexpr int kBits = kFractionBits<T>;
-    const auto units = static_cast<int64_t>(static_cast<uint32_t>(position) >> (32 - kBits));
-    const double fraction = static_cast<double>(units) / (int64_t{1} << kBits);
-    if constexpr (kTaps == 1) {
-      weights[0] = 1;
-    } else if constexpr (kTaps == 2) {
-      linearWeights(fraction, weights);
-    } else if constexpr (kTaps == 4) {
-      cubicWeights(fraction, cubicA, weights);
-    } else {
-      lanczos3Weights(fraction, weights);
-    }
+  bool contain(int64_t px, int64_t py) const {
+    return static_cast<uint32_t>(firstTap<kTaps>(px)) < columns && static_cast<uint32_t>(firstTap<kTaps>(py)) < rows;
   }
+
+  // Where the footprints of positions begin; whether all of them lie inside.
+  [[gnu::noinline]] bool locate(const Positions& at, int32_t count, int32_t step, int32_t channels,
+                                ptrdiff_t* offsets) const {
+    int32_t x[kChunk], y[kChunk];
+    uint32_t maxX = 0, maxY = 0;
+    for (int32_t i = 0; i < count; ++i) {
+      x[i] = firstTap<kTaps>(at.x[i]), y[i] = firstTap<kTaps>(at.y[i]);
+      maxX = std::max(maxX, static_cast<uint32_t>(x[i]));
+      maxY = std::max(maxY, static_cast<uint32_t>(y[i]));
+    }
+    for (int32_t i = 0; i < count; ++i) offsets[i] = int64_t{y[i]} * step + int64_t{x[i]} * channels;
+    return maxX < columns && maxY < rows;
+  }
+
+  uint32_t columns, rows;
 };
 
-// A pixel of weight 0 does not count, whatever it is.
-template <class T>
-double withPixel(double sum, double weight, T pixel) {
-  if constexpr (std::is_integral_v<T>) return sum + weight * pixel;
-  return weight == 0 ? sum : sum + weight * pixel;
-}
+// Some of the positions of a chunk, whose footprints lie inside.
+struct InsideRun {
+  const int64_t *x, *y;
+  const ptrdiff_t* offsets;
+  int32_t count;
+};
 
-template <class T>
-T pixelOf(double sum) {
-  if constexpr (std::is_integral_v<T>) return roundTo<T>(sum);
-  return static_cast<T>(sum);
-}
-
-// The sum of pixel(i, j) over the taps, along x first.
-template <class T, int kTaps, class Pixel>
-T weighted(const double (&wx)[kTaps], const double (&wy)[kTaps], const Pixel& pixel) {
-  double sum = 0;
-  for (int j = 0; j < kTaps; ++j) {
-    double row = 0;
-    for (int i = 0; i < kTaps; ++i) row = withPixel<T>(row, wx[i], pixel(i, j));
-    sum = wy[j] == 0 ? sum : sum + wy[j] * row;
-  }
-  return pixelOf<T>(sum);
-}
-
-// A run of pixels in passes: what lies around the positions is brought together, so that the arithmetic runs in vectors.
 template <class T, int kChannels>
-void linearInside(const SampledImage<T>& image, const int64_t* px, const int64_t* py, int32_t count, T* dst) {
-  Neighbours<T> around[kChannels];
-  const T* const data = image.data;
-  const int64_t step = image.step;
-  for (int32_t i = 0; i < count; ++i) {
-    const T* const pixel = data + (py[i] >> 32) * step + (px[i] >> 32) * kChannels;
-    if constexpr (kChannels == 1) {
-      std::memcpy(around[0].above + 2 * i, pixel, 2 * sizeof(T));
-      std::memcpy(around[0].below + 2 * i, pixel + step, 2 * sizeof(T));
-    } else {
-      for (int c = 0; c < kChannels; ++c) {
-        around[c].above[2 * i] = pixel[c], around[c].above[2 * i + 1] = pixel[kChannels + c];
-        around[c].below[2 * i] = pixel[step + c], around[c].below[2 * i + 1] = pixel[step + kChannels + c];
+void nearestInside(const SampledImage<T>& image, const InsideRun& run, T* dst) {
+  for (int32_t i = 0; i < run.count; ++i, dst += kChannels) {
+    const T* const pixel = image.data + run.offsets[i];
+    for (int c = 0; c < kChannels; ++c) dst[c] = pixel[c];
+  }
+}
+
+template <class T>
+void interpolate(const SampledImage<T>& image, const Neighbours<T>& around, const InsideRun& run, T* dst) {
+  if (image.usesLanes) return neon::linearRun(around, run.x, run.y, run.count, dst);
+  portable::linearRun(around, run.x, run.y, run.count, dst);
+}
+
+// Brings what lies around the positions together, kCount elements of either row, so that the arithmetic runs in vectors.
+template <int kCount, class T>
+void gather(const SampledImage<T>& image, const InsideRun& run, T* above, T* below) {
+  const T *const data = image.data, *const next = data + image.step;
+  for (int32_t i = 0; i < run.count; ++i) {
+    std::memcpy(above + kCount * i, data + run.offsets[i], kCount * sizeof(T));
+    std::memcpy(below + kCount * i, next + run.offsets[i], kCount * sizeof(T));
+  }
+}
+
+template <class T, int kChannels>
+void linearInside(const SampledImage<T>& image, const InsideRun& run, T* dst) {
+  Neighbours<T> around;
+  if constexpr (kChannels == 1) {
+    gather<2>(image, run, around.above, around.below);
+    interpolate(image, around, run, dst);
+  } else {
+    constexpr int kPair = 2 * kChannels;
+    T above[kPair * kChunk], below[kPair * kChunk], results[kChannels][kChunk];
+    gather<kPair>(image, run, above, below);
+    for (int c = 0; c < kChannels; ++c) {
+      for (int32_t i = 0; i < 2 * run.count; ++i) {
+        around.above[i] = above[kChannels * i + c];
+        around.below[i] = below[kChannels * i + c];
       }
+      interpolate(image, around, run, results[c]);
+    }
+    for (int32_t i = 0; i < run.count; ++i) {
+      for (int c = 0; c < kChannels; ++c) dst[kChannels * i + c] = results[c][i];
     }
   }
-  const bool usesLanes = image.usesLanes;
-  const auto interpolate = [usesLanes, px, py, count](const Neighbours<T>& neighbours, T* to) {
-    if (usesLanes) return neon::linearRun<T>(neighbours, px, py, count, to);
-    portable::linearRun<T>(neighbours, px, py, count, to);
-  };
-  if constexpr (kChannels == 1) return interpolate(around[0], dst);
-  T results[kChannels][kChunk];
-  for (int c = 0; c < kChannels; ++c) interpolate(around[c], results[c]);
-  for (int32_t i = 0; i < count; ++i) {
-    for (int c = 0; c < kChannels; ++c) dst[kChannels * i + c] = results[c][i];
+}
+
+// A channel of footprints, side by side.
+template <class T, int kChannels, int kTaps>
+struct Channel {
+  static constexpr int kArea = kTaps * kTaps;
+
+  Footprints<T> of(const SampledImage<T>& image, const InsideRun& run, int c) {
+    for (int32_t i = 0; i < run.count; ++i) {
+      offsets[i] = i * kArea;
+      const T* pixel = image.data + run.offsets[i] + c;
+      for (T* to = taps + offsets[i]; to < taps + offsets[i] + kArea; to += kTaps, pixel += image.step) {
+        for (int k = 0; k < kTaps; ++k) to[k] = pixel[k * kChannels];
+      }
+    }
+    return {taps, kTaps, offsets};
+  }
+
+  T taps[kChunk * kArea];
+  ptrdiff_t offsets[kChunk];
+};
+
+template <int kTaps, class T>
+void sumFootprints(bool usesLanes, const Footprints<T>& at, int32_t count, const TapWeights<kTaps>& x,
+                   const TapWeights<kTaps>& y, double* sums) {
+  if (usesLanes) return neon::sumTaps<kTaps>(at, count, x, y, sums);
+  portable::sumTaps<kTaps>(at, count, x, y, sums);
+}
+
+template <class T, int kChannels, int kTaps>
+void tapsInside(const SampledImage<T>& image, const InsideRun& run, T* dst) {
+  TapWeights<kTaps> x, y;
+  weighRun<kTaps>(run.x, run.count, kFractionBits<T>, image.cubicA, x);
+  weighRun<kTaps>(run.y, run.count, kFractionBits<T>, image.cubicA, y);
+  double sums[kChunk];
+  for (int c = 0; c < kChannels; ++c) {
+    if constexpr (kChannels == 1) {
+      sumFootprints<kTaps, T>(image.usesLanes, {image.data, image.step, run.offsets}, run.count, x, y, sums);
+    } else {
+      Channel<T, kChannels, kTaps> channel;
+      sumFootprints<kTaps>(image.usesLanes, channel.of(image, run, c), run.count, x, y, sums);
+    }
+    for (int32_t i = 0; i < run.count; ++i) dst[kChannels * i + c] = pixelOf<T>(sums[i]);
   }
 }
 
 template <class T, int kChannels, int kTaps>
-void sampleInside(const SampledImage<T>& image, int64_t px, int64_t py, T* dst) {
-  using Axis = Footprint<kTaps>;
-  const T* const first = image.data + Axis::first(py) * image.step + Axis::first(px) * kChannels;
+void sampleInside(const SampledImage<T>& image, const InsideRun& run, T* dst) {
   if constexpr (kTaps == 1) {
-    for (int c = 0; c < kChannels; ++c) dst[c] = first[c];
+    nearestInside<T, kChannels>(image, run, dst);
+  } else if constexpr (kTaps == 2) {
+    linearInside<T, kChannels>(image, run, dst);
   } else {
-    double wx[kTaps], wy[kTaps];
-    Axis::template weigh<T>(px, image.cubicA, wx);
-    Axis::template weigh<T>(py, image.cubicA, wy);
-    for (int c = 0; c < kChannels; ++c) {
-      const auto pixel = [&](int i, int j) { return first[ptrdiff_t{j} * image.step + i * kChannels + c]; };
-      dst[c] = weighted<T>(wx, wy, pixel);
-    }
+    tapsInside<T, kChannels, kTaps>(image, run, dst);
+  }
+}
+
+// --- Anywhere ---
+
+template <class T, int kTaps>
+void weigh(int64_t position, double cubicA, double (&weights)[kTaps]) {
+  if constexpr (kTaps == 1) {
+    weights[0] = 1;
+  } else {
+    kernelWeights(fractionOf(position, kFractionBits<T>), cubicA, weights);
   }
 }
 
 // The columns or rows that stand for the taps of an axis; -1 where the constant does.
 template <int kTaps>
 void findTaps(int64_t position, int32_t side, int32_t border, int64_t (&taps)[kTaps]) {
-  const int64_t first = Footprint<kTaps>::first(position);
+  const int64_t first = firstTap<kTaps>(position);
   for (int k = 0; k < kTaps; ++k) {
     const int64_t tap = first + k;
     const bool isInside = tap >= 0 && tap < side;
@@ -125,11 +179,15 @@ void findTaps(int64_t position, int32_t side, int32_t border, int64_t (&taps)[kT
   }
 }
 
-// Whether the constant stands for all taps of an axis.
+// Whether all taps lie beyond the same end of an axis, for all of some positions.
 template <int kTaps>
-bool isBeyond(int64_t position, int32_t side, int32_t border) {
-  const int64_t first = Footprint<kTaps>::first(position);
-  return border == DAXI_BORDER_CONSTANT && (first <= -kTaps || first >= side);
+[[gnu::noinline]] bool areBeyond(const int64_t* positions, int32_t count, int32_t side) {
+  int32_t minTap = INT32_MAX, maxTap = INT32_MIN;
+  for (int32_t i = 0; i < count; ++i) {
+    minTap = std::min(minTap, firstTap<kTaps>(positions[i]));
+    maxTap = std::max(maxTap, firstTap<kTaps>(positions[i]));
+  }
+  return maxTap <= -kTaps || minTap >= side;
 }
 
 // Whether a pixel of that side covers the position.
@@ -140,8 +198,11 @@ bool isCovered(int64_t position, int32_t side) {
 template <class T, int kChannels, int kTaps>
 void sampleAnywhere(const SampledImage<T>& image, int64_t px, int64_t py, T* dst) {
   if (image.leaves && !(isCovered(px, image.size.width) && isCovered(py, image.size.height))) return;
-  const bool isFar = isBeyond<kTaps>(px, image.size.width, image.borderX) ||
-                     isBeyond<kTaps>(py, image.size.height, image.borderY) || px == kNowhere || py == kNowhere;
+  const auto isConstant = [&](int64_t position, int32_t side, int32_t border) {
+    return border == DAXI_BORDER_CONSTANT && areBeyond<kTaps>(&position, 1, side);
+  };
+  const bool isFar = isConstant(px, image.size.width, image.borderX) ||
+                     isConstant(py, image.size.height, image.borderY) || px == kNowhere || py == kNowhere;
   if (isFar) {
     std::fill_n(dst, kChannels, image.value);
     return;
@@ -150,44 +211,49 @@ void sampleAnywhere(const SampledImage<T>& image, int64_t px, int64_t py, T* dst
   findTaps(px, image.size.width, image.borderX, columns);
   findTaps(py, image.size.height, image.borderY, rows);
   double wx[kTaps], wy[kTaps];
-  Footprint<kTaps>::template weigh<T>(px, image.cubicA, wx);
-  Footprint<kTaps>::template weigh<T>(py, image.cubicA, wy);
+  weigh<T>(px, image.cubicA, wx);
+  weigh<T>(py, image.cubicA, wy);
   for (int c = 0; c < kChannels; ++c) {
     const auto pixel = [&](int i, int j) {
-      const bool isConstant = columns[i] < 0 || rows[j] < 0;
-      return isConstant ? image.value : image.data[rows[j] * image.step + columns[i] * kChannels + c];
+      const bool isOutside = columns[i] < 0 || rows[j] < 0;
+      return isOutside ? image.value : image.data[rows[j] * image.step + columns[i] * kChannels + c];
     };
-    dst[c] = weighted<T>(wx, wy, pixel);
+    dst[c] = pixelOf<T>(weightedSum<T>(wx, wy, pixel));
   }
 }
 
+// Whether no pixel of the image counts for any of the positions, and no border brings one there.
+template <class T, int kTaps>
+bool areOutside(const SampledImage<T>& image, const Positions& at, int32_t count) {
+  const auto along = [&](const int64_t* positions, int32_t side, int32_t border) {
+    return (image.leaves || border == DAXI_BORDER_CONSTANT) && areBeyond<kTaps>(positions, count, side);
+  };
+  return along(at.x, image.size.width, image.borderX) || along(at.y, image.size.height, image.borderY);
+}
+
+// --- Chunks ---
+
 template <class T, int kChannels, int kTaps>
 void sampleChunk(const SampledImage<T>& given, const Positions& at, int32_t count, T* dst) {
-  using Axis = Footprint<kTaps>;
   const SampledImage<T> image = given;  // stores of bytes cannot change the copy
-  const int64_t highX = Axis::high(image.size.width), highY = Axis::high(image.size.height);
-  // Negative where a pixel of the footprint lies outside.
-  const auto room = [&](int32_t i) {
-    return (at.x[i] - Axis::kLow) | (highX - at.x[i]) | (at.y[i] - Axis::kLow) | (highY - at.y[i]);
-  };
+  const FirstPixels<kTaps> inside(image.size);
+  ptrdiff_t offsets[kChunk];
+  const bool areInside = inside.locate(at, count, image.step, kChannels, offsets);
   const auto insideFrom = [&](int32_t first, int32_t end) {
-    if constexpr (kTaps == 2) {
-      linearInside<T, kChannels>(image, at.x + first, at.y + first, end - first, dst + ptrdiff_t{first} * kChannels);
-    } else {
-      for (int32_t i = first; i < end; ++i) {
-        sampleInside<T, kChannels, kTaps>(image, at.x[i], at.y[i], dst + ptrdiff_t{i} * kChannels);
-      }
-    }
+    sampleInside<T, kChannels, kTaps>(image, {at.x + first, at.y + first, offsets + first, end - first},
+                                      dst + ptrdiff_t{first} * kChannels);
   };
-  // Most chunks lie wholly inside, which one pass over the positions tells.
-  int64_t all = 0;
-  for (int32_t i = 0; i < count; ++i) all |= room(i);
-  if (all >= 0) return insideFrom(0, count);
+  // Most chunks lie wholly inside, others wholly outside.
+  if (areInside) return insideFrom(0, count);
+  if (areOutside<T, kTaps>(image, at, count)) {
+    if (!image.leaves) std::fill_n(dst, ptrdiff_t{count} * kChannels, image.value);
+    return;
+  }
   for (int32_t i = 0; i < count;) {
     const int32_t first = i;
-    while (i < count && room(i) >= 0) ++i;
+    while (i < count && inside.contain(at.x[i], at.y[i])) ++i;
     if (i > first) insideFrom(first, i);
-    for (; i < count && room(i) < 0; ++i) {
+    for (; i < count && !inside.contain(at.x[i], at.y[i]); ++i) {
       sampleAnywhere<T, kChannels, kTaps>(image, at.x[i], at.y[i], dst + ptrdiff_t{i} * kChannels);
     }
   }

@@ -6,6 +6,8 @@
 #include <bit>
 #include <cmath>
 #include <cstdint>
+#include <limits>
+#include <type_traits>
 
 #include "daxi/border.h"
 #include "daxi/interpolation.h"
@@ -22,12 +24,15 @@ namespace dax {
 constexpr int64_t kOnePixel = int64_t{1} << 32;
 constexpr int64_t kNowhere = -(int64_t{3} << 61);
 
-// In the same units, as a double; nowhere for NaN and what is more than 2^30 pixels away. Bits are compared and masked, which
-// compilers put into vectors.
-inline double scaledPosition(double pixels) {
-  const auto bits = std::bit_cast<int64_t>(pixels);
-  const int64_t isFar = -int64_t{(bits & INT64_MAX) > std::bit_cast<int64_t>(0x1p30)};
-  return std::bit_cast<double>((bits & ~isFar) | (std::bit_cast<int64_t>(-0x1.8p30) & isFar)) * 0x1p32;
+// In the same units; nowhere for NaN and what is more than 2^30 pixels away. Bits are compared and masked, which compilers put
+// into vectors.
+template <class Real>
+double scaledPosition(Real pixels) {
+  using Bits = std::conditional_t<sizeof(Real) == 4, int32_t, int64_t>;
+  const auto bits = std::bit_cast<Bits>(pixels);
+  constexpr auto kFar = std::bit_cast<Bits>(Real{0x1p30}), kFarther = std::bit_cast<Bits>(Real{-0x1.8p30});
+  const auto isFar = static_cast<Bits>(-Bits{(bits & std::numeric_limits<Bits>::max()) > kFar});
+  return std::bit_cast<Real>((bits & ~isFar) | (kFarther & isFar)) * Real{0x1p32};
 }
 
 // Consecutive pixels of a row.
@@ -39,14 +44,15 @@ struct Positions {
 
 // The fixed positions of a chunk, at(i) -> {x, y} of pixel i. In two passes, since few machines have vectors for the second
 // one.
+template <class Real>
 struct RealPosition {
-  double x, y;
+  Real x, y;
 };
 template <class At>
 void fixPositions(int32_t count, const At& at, Positions& to) {
   double x[kChunk], y[kChunk];
   for (int32_t i = 0; i < count; ++i) {
-    const RealPosition position = at(i);
+    const auto position = at(i);
     x[i] = scaledPosition(position.x);
     y[i] = scaledPosition(position.y);
   }

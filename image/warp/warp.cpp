@@ -16,6 +16,13 @@ bool fitsFixed(const double* row, DaxiSize size) {
   return sum < 0x1p30;
 }
 
+// first, first + step, ...; each the sum of one some places before, which compilers put into vectors.
+void countUp(int64_t first, int64_t step, int32_t count, int64_t* to) {
+  constexpr int32_t kLanes = 8;
+  for (int32_t i = 0; i < std::min(count, kLanes); ++i) to[i] = first + step * i;
+  for (int32_t i = kLanes; i < count; ++i) to[i] = to[i - kLanes] + kLanes * step;
+}
+
 // 0 for a negative number: what is divided by it lies nowhere. (Bits, so that there are vectors for it.)
 double positivePart(double value) {
   const auto bits = std::bit_cast<int64_t>(value);
@@ -33,19 +40,14 @@ AffineWalk::AffineWalk(const double* back, DaxiSize dstSize)
 
 void AffineWalk::row(int32_t y, Positions& at) const {
   if (isFixed_) {
-    const int64_t startX = fixed_[0] * x_ + (fixed_[1] * y + fixed_[2]);
-    const int64_t startY = fixed_[3] * x_ + (fixed_[4] * y + fixed_[5]);
-    const int64_t stepX = fixed_[0], stepY = fixed_[3];
-    for (int32_t i = 0; i < count_; ++i) {
-      at.x[i] = startX + stepX * i;
-      at.y[i] = startY + stepY * i;
-    }
+    countUp(fixed_[0] * x_ + (fixed_[1] * y + fixed_[2]), fixed_[0], count_, at.x);
+    countUp(fixed_[3] * x_ + (fixed_[4] * y + fixed_[5]), fixed_[3], count_, at.y);
     return;
   }
   const double* const m = real_;
   const auto place = [=, this](int32_t i) {
     const double x = x_ + i;
-    return RealPosition{m[0] * x + (m[1] * y + m[2]), m[3] * x + (m[4] * y + m[5])};
+    return RealPosition<double>{m[0] * x + (m[1] * y + m[2]), m[3] * x + (m[4] * y + m[5])};
   };
   fixPositions(count_, place, at);
 }
@@ -55,7 +57,7 @@ void PerspectiveWalk::row(int32_t y, Positions& at) const {
   const double u = m[1] * y + m[2], v = m[4] * y + m[5], w = m[7] * y + m[8];
   const auto place = [=, this](int32_t i) {
     const double x = x_ + i, denominator = positivePart(m[6] * x + w);
-    return RealPosition{(m[0] * x + u) / denominator, (m[3] * x + v) / denominator};
+    return RealPosition<double>{(m[0] * x + u) / denominator, (m[3] * x + v) / denominator};
   };
   fixPositions(count_, place, at);
 }
