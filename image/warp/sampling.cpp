@@ -21,10 +21,13 @@ int32_t firstTap(int64_t position) {
 
 // --- Inside ---
 
-// The pixels of an image at which footprints inside begin.
+// The pixels of an image at which footprints inside begin. None in images beyond 2^31 elements, where offsets do not fit: their
+// pixels are taken one at a time.
 template <int kTaps>
 struct FirstPixels {
-  explicit FirstPixels(DaxiSize size) : columns(along(size.width)), rows(along(size.height)) {}
+  FirstPixels(DaxiSize size, int32_t step) : columns(along(size.width)), rows(along(size.height)) {
+    if (int64_t{step} * size.height > INT32_MAX) columns = rows = 0;
+  }
   static uint32_t along(int32_t side) { return static_cast<uint32_t>(std::max(0, side - kTaps + 1)); }
 
   bool contain(int64_t px, int64_t py) const {
@@ -33,15 +36,15 @@ struct FirstPixels {
 
   // Where the footprints of positions begin; whether all of them lie inside.
   [[gnu::noinline]] bool locate(const Positions& at, int32_t count, int32_t step, int32_t channels,
-                                ptrdiff_t* offsets) const {
-    int32_t x[kChunk], y[kChunk];
+                                int32_t* offsets) const {
     uint32_t maxX = 0, maxY = 0;
     for (int32_t i = 0; i < count; ++i) {
-      x[i] = firstTap<kTaps>(at.x[i]), y[i] = firstTap<kTaps>(at.y[i]);
-      maxX = std::max(maxX, static_cast<uint32_t>(x[i]));
-      maxY = std::max(maxY, static_cast<uint32_t>(y[i]));
+      const auto x = static_cast<uint32_t>(firstTap<kTaps>(at.x[i])),
+                 y = static_cast<uint32_t>(firstTap<kTaps>(at.y[i]));
+      maxX = std::max(maxX, x);
+      maxY = std::max(maxY, y);
+      offsets[i] = static_cast<int32_t>(y * static_cast<uint32_t>(step) + x * static_cast<uint32_t>(channels));
     }
-    for (int32_t i = 0; i < count; ++i) offsets[i] = int64_t{y[i]} * step + int64_t{x[i]} * channels;
     return maxX < columns && maxY < rows;
   }
 
@@ -51,12 +54,13 @@ struct FirstPixels {
 // Some of the positions of a chunk, whose footprints lie inside.
 struct InsideRun {
   const int64_t *x, *y;
-  const ptrdiff_t* offsets;
+  const int32_t* offsets;
   int32_t count;
 };
 
 template <class T, int kChannels>
 void nearestInside(const SampledImage<T>& image, const InsideRun& run, T* dst) {
+#pragma GCC unroll 4
   for (int32_t i = 0; i < run.count; ++i, dst += kChannels) {
     const T* const pixel = image.data + run.offsets[i];
     for (int c = 0; c < kChannels; ++c) dst[c] = pixel[c];
@@ -73,6 +77,7 @@ void interpolate(const SampledImage<T>& image, const Neighbours<T>& around, cons
 template <int kCount, class T>
 void gather(const SampledImage<T>& image, const InsideRun& run, T* above, T* below) {
   const T *const data = image.data, *const next = data + image.step;
+#pragma GCC unroll 4
   for (int32_t i = 0; i < run.count; ++i) {
     std::memcpy(above + kCount * i, data + run.offsets[i], kCount * sizeof(T));
     std::memcpy(below + kCount * i, next + run.offsets[i], kCount * sizeof(T));
@@ -119,7 +124,7 @@ struct Channel {
   }
 
   T taps[kChunk * kArea];
-  ptrdiff_t offsets[kChunk];
+  int32_t offsets[kChunk];
 };
 
 template <int kTaps, class T>
@@ -135,14 +140,15 @@ void tapsInside(const SampledImage<T>& image, const InsideRun& run, T* dst) {
   weighRun<kTaps>(run.x, run.count, kFractionBits<T>, image.cubicA, x);
   weighRun<kTaps>(run.y, run.count, kFractionBits<T>, image.cubicA, y);
   double sums[kChunk];
+  const int32_t count = run.count;  // stores of bytes cannot change the copy
   for (int c = 0; c < kChannels; ++c) {
     if constexpr (kChannels == 1) {
-      sumFootprints<kTaps, T>(image.usesLanes, {image.data, image.step, run.offsets}, run.count, x, y, sums);
+      sumFootprints<kTaps, T>(image.usesLanes, {image.data, image.step, run.offsets}, count, x, y, sums);
     } else {
       Channel<T, kChannels, kTaps> channel;
-      sumFootprints<kTaps>(image.usesLanes, channel.of(image, run, c), run.count, x, y, sums);
+      sumFootprints<kTaps>(image.usesLanes, channel.of(image, run, c), count, x, y, sums);
     }
-    for (int32_t i = 0; i < run.count; ++i) dst[kChannels * i + c] = pixelOf<T>(sums[i]);
+    for (int32_t i = 0; i < count; ++i) dst[kChannels * i + c] = pixelOf<T>(sums[i]);
   }
 }
 
@@ -179,7 +185,14 @@ void findTaps(int64_t position, int32_t side, int32_t border, int64_t (&taps)[kT
   }
 }
 
-// Whether all taps lie beyond the same end of an axis, for all of some positions.
+// Whether all taps lie beyond the same end of an axis.
+template <int kTaps>
+bool isBeyond(int64_t position, int32_t side) {
+  const int32_t first = firstTap<kTaps>(position);
+  return first <= -kTaps || first >= side;
+}
+
+// The same for all taps of all positions.
 template <int kTaps>
 [[gnu::noinline]] bool areBeyond(const int64_t* positions, int32_t count, int32_t side) {
   int32_t minTap = INT32_MAX, maxTap = INT32_MIN;
@@ -198,13 +211,11 @@ bool isCovered(int64_t position, int32_t side) {
 template <class T, int kChannels, int kTaps>
 void sampleAnywhere(const SampledImage<T>& image, int64_t px, int64_t py, T* dst) {
   if (image.leaves && !(isCovered(px, image.size.width) && isCovered(py, image.size.height))) return;
-  const auto isConstant = [&](int64_t position, int32_t side, int32_t border) {
-    return border == DAXI_BORDER_CONSTANT && areBeyond<kTaps>(&position, 1, side);
-  };
-  const bool isFar = isConstant(px, image.size.width, image.borderX) ||
-                     isConstant(py, image.size.height, image.borderY) || px == kNowhere || py == kNowhere;
+  const bool isFar = (image.borderX == DAXI_BORDER_CONSTANT && isBeyond<kTaps>(px, image.size.width)) ||
+                     (image.borderY == DAXI_BORDER_CONSTANT && isBeyond<kTaps>(py, image.size.height)) ||
+                     px == kNowhere || py == kNowhere;
   if (isFar) {
-    std::fill_n(dst, kChannels, image.value);
+    for (int c = 0; c < kChannels; ++c) dst[c] = image.value;
     return;
   }
   int64_t columns[kTaps], rows[kTaps];
@@ -236,8 +247,8 @@ bool areOutside(const SampledImage<T>& image, const Positions& at, int32_t count
 template <class T, int kChannels, int kTaps>
 void sampleChunk(const SampledImage<T>& given, const Positions& at, int32_t count, T* dst) {
   const SampledImage<T> image = given;  // stores of bytes cannot change the copy
-  const FirstPixels<kTaps> inside(image.size);
-  ptrdiff_t offsets[kChunk];
+  const FirstPixels<kTaps> inside(image.size, image.step);
+  int32_t offsets[kChunk];
   const bool areInside = inside.locate(at, count, image.step, kChannels, offsets);
   const auto insideFrom = [&](int32_t first, int32_t end) {
     sampleInside<T, kChannels, kTaps>(image, {at.x + first, at.y + first, offsets + first, end - first},

@@ -36,7 +36,7 @@ double scaledPosition(Real pixels) {
 }
 
 // Consecutive pixels of a row.
-constexpr int32_t kChunk = 64;
+constexpr int32_t kChunk = 128;
 struct Positions {
   int64_t x[kChunk];
   int64_t y[kChunk];
@@ -128,7 +128,7 @@ DaxStatus checkSampling(const Cfg& cfg) {
 // --- Worker ---
 
 // Computes the rectangle of a result. A walk enters some columns, at most kChunk, and then tells where their pixels lie, row
-// by row. Tiles of 64 x 64 pixels keep what turned images read in the caches.
+// by row. Tiles of 128 x 64 pixels keep what turned images read in the caches.
 template <int kChannels, class T, class Walk>
 DaxStatus sampleRect(PoolThreads on, const SampledImage<T>& image, int32_t interpolation, T* dst, int32_t dstStep,
                      const DaxiRect& rect, const Walk& walk) {

@@ -21,9 +21,9 @@ inline uint16x8_t fractionsOf(const int64_t* positions) {
   return vcombine_u16(vshrn_n_u32(fourFractions(positions), 16), vshrn_n_u32(fourFractions(positions + 4), 16));
 }
 
+#if defined(__aarch64__)
 // --- Linear, integers ---
 
-#if defined(__aarch64__)
 // first 2^16 + (second - first) f.
 inline uint32x4_t mixed(uint16x4_t first, uint16x4_t second, uint16x4_t f) {
   return vmlsl_u16(vmlal_u16(vshll_n_u16(first, 16), second, f), first, f);
@@ -89,14 +89,6 @@ void linearRun(const Neighbours<T>& around, const int64_t* px, const int64_t* py
   portable::linearRun(around, px, py, count, dst, i);
 }
 
-#else
-// What takes an instruction above takes SIMDe many; the portable loop becomes longer vectors.
-template <class T>
-void linearRun(const Neighbours<T>& around, const int64_t* px, const int64_t* py, int32_t count, T* dst) {
-  portable::linearRun(around, px, py, count, dst);
-}
-#endif
-
 // --- Linear, floats ---
 
 // What the fractions of four positions make of the neighbours, exactly: all bits fit floats.
@@ -147,6 +139,14 @@ inline void linearRun(const Neighbours<float>& around, const int64_t* px, const 
   }
   portable::linearRun(around, px, py, count, dst, i);
 }
+
+#else
+// What takes an instruction above takes SIMDe many; the portable loop becomes longer vectors.
+template <class T>
+void linearRun(const Neighbours<T>& around, const int64_t* px, const int64_t* py, int32_t count, T* dst) {
+  portable::linearRun(around, px, py, count, dst);
+}
+#endif
 
 // --- More taps ---
 

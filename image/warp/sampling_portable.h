@@ -29,7 +29,7 @@ template <class T>
 struct Footprints {
   const T* first;
   int64_t step;
-  const ptrdiff_t* offsets;
+  const int32_t* offsets;
 };
 
 // Weights of all taps of the positions of a run.
@@ -76,7 +76,8 @@ template <class T>
 T pixelOf(double sum) {
   if constexpr (std::is_integral_v<T>) {
     constexpr double kLow = std::numeric_limits<T>::min(), kHigh = std::numeric_limits<T>::max();
-    const double real = sum == sum ? sum : 0, bounded = real < kLow ? kLow : real > kHigh ? kHigh : real;
+    const auto real = std::bit_cast<double>(std::bit_cast<int64_t>(sum) & -int64_t{sum == sum});
+    const double atLeast = real < kLow ? kLow : real, bounded = atLeast > kHigh ? kHigh : atLeast;
     return static_cast<T>(static_cast<int32_t>(std::rint(bounded)));
   } else {
     return static_cast<T>(sum);

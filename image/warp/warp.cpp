@@ -2,6 +2,7 @@
 
 #include <bit>
 #include <cmath>
+#include <cstring>
 
 #include "frame/numeric/elementary.h"
 
@@ -16,11 +17,20 @@ bool fitsFixed(const double* row, DaxiSize size) {
   return sum < 0x1p30;
 }
 
-// first, first + step, ...; each the sum of one some places before, which compilers put into vectors.
+// first, first + step, ...: `count` numbers, and up to seven more, which may wrap.
 void countUp(int64_t first, int64_t step, int32_t count, int64_t* to) {
-  constexpr int32_t kLanes = 8;
-  for (int32_t i = 0; i < std::min(count, kLanes); ++i) to[i] = first + step * i;
-  for (int32_t i = kLanes; i < count; ++i) to[i] = to[i - kLanes] + kLanes * step;
+  using Pair = uint64_t __attribute__((vector_size(16)));
+  const auto start = static_cast<uint64_t>(first), delta = static_cast<uint64_t>(step);
+  Pair next[4] = {{start, start + delta}};
+  for (int k = 1; k < 4; ++k) next[k] = next[k - 1] + 2 * delta;
+  static_assert(kChunk % 8 == 0);
+  for (int32_t i = 0; i < count; i += 8) {
+#pragma GCC unroll 4
+    for (int k = 0; k < 4; ++k) {
+      std::memcpy(to + i + 2 * k, &next[k], sizeof(Pair));
+      next[k] += 8 * delta;
+    }
+  }
 }
 
 // 0 for a negative number: what is divided by it lies nowhere. (Bits, so that there are vectors for it.)
