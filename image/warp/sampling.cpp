@@ -84,6 +84,14 @@ void gather(const SampledImage<T>& image, const InsideRun& run, T* above, T* bel
   }
 }
 
+// Puts the channels of runs together.
+template <class T, int kChannels>
+void interleave(const T (&channels)[kChannels][kChunk], int32_t count, T* dst) {
+  for (int32_t i = 0; i < count; ++i) {
+    for (int c = 0; c < kChannels; ++c) dst[kChannels * i + c] = channels[c][i];
+  }
+}
+
 template <class T, int kChannels>
 void linearInside(const SampledImage<T>& image, const InsideRun& run, T* dst) {
   Neighbours<T> around;
@@ -101,9 +109,7 @@ void linearInside(const SampledImage<T>& image, const InsideRun& run, T* dst) {
       }
       interpolate(image, around, run, results[c]);
     }
-    for (int32_t i = 0; i < run.count; ++i) {
-      for (int c = 0; c < kChannels; ++c) dst[kChannels * i + c] = results[c][i];
-    }
+    interleave(results, run.count, dst);
   }
 }
 
@@ -128,10 +134,11 @@ struct Channel {
 };
 
 template <int kTaps, class T>
-void sumFootprints(bool usesLanes, const Footprints<T>& at, int32_t count, const TapWeights<kTaps>& x,
-                   const TapWeights<kTaps>& y, double* sums) {
-  if (usesLanes) return neon::sumTaps<kTaps>(at, count, x, y, sums);
-  portable::sumTaps<kTaps>(at, count, x, y, sums);
+void interpolate(bool usesLanes, const Footprints<T>& at, int32_t count, const TapWeights<kTaps>& x,
+                 const TapWeights<kTaps>& y, T* dst) {
+  double sums[kChunk];
+  usesLanes ? neon::sumTaps<kTaps>(at, count, x, y, sums) : portable::sumTaps<kTaps>(at, count, x, y, sums);
+  usesLanes ? neon::roundSums(sums, count, dst) : portable::roundSums(sums, count, dst);
 }
 
 template <class T, int kChannels, int kTaps>
@@ -139,16 +146,15 @@ void tapsInside(const SampledImage<T>& image, const InsideRun& run, T* dst) {
   TapWeights<kTaps> x, y;
   weighRun<kTaps>(run.x, run.count, kFractionBits<T>, image.cubicA, x);
   weighRun<kTaps>(run.y, run.count, kFractionBits<T>, image.cubicA, y);
-  double sums[kChunk];
-  const int32_t count = run.count;  // stores of bytes cannot change the copy
-  for (int c = 0; c < kChannels; ++c) {
-    if constexpr (kChannels == 1) {
-      sumFootprints<kTaps, T>(image.usesLanes, {image.data, image.step, run.offsets}, count, x, y, sums);
-    } else {
-      Channel<T, kChannels, kTaps> channel;
-      sumFootprints<kTaps>(image.usesLanes, channel.of(image, run, c), count, x, y, sums);
+  if constexpr (kChannels == 1) {
+    interpolate<kTaps, T>(image.usesLanes, {image.data, image.step, run.offsets}, run.count, x, y, dst);
+  } else {
+    T results[kChannels][kChunk];
+    Channel<T, kChannels, kTaps> channel;
+    for (int c = 0; c < kChannels; ++c) {
+      interpolate<kTaps>(image.usesLanes, channel.of(image, run, c), run.count, x, y, results[c]);
     }
-    for (int32_t i = 0; i < count; ++i) dst[kChannels * i + c] = pixelOf<T>(sums[i]);
+    interleave(results, run.count, dst);
   }
 }
 

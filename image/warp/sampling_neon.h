@@ -140,11 +140,40 @@ inline void linearRun(const Neighbours<float>& around, const int64_t* px, const 
   portable::linearRun(around, px, py, count, dst, i);
 }
 
+// --- Rounding ---
+
+inline void storeNarrow(uint8_t* to, int32x4_t low, int32x4_t high) {
+  vst1_u8(to, vqmovn_u16(vcombine_u16(vqmovun_s32(low), vqmovun_s32(high))));
+}
+inline void storeNarrow(uint16_t* to, int32x4_t low, int32x4_t high) {
+  vst1q_u16(to, vcombine_u16(vqmovun_s32(low), vqmovun_s32(high)));
+}
+inline void storeNarrow(int16_t* to, int32x4_t low, int32x4_t high) {
+  vst1q_s16(to, vcombine_s16(vqmovn_s32(low), vqmovn_s32(high)));
+}
+
+// Conversions round halves to even, saturate, and make 0 of NaN.
+template <class T>
+void roundSums(const double* sums, int32_t count, T* dst) {
+  int32_t i = 0;
+  if constexpr (std::is_integral_v<T>) {
+    const auto four = [&](const double* from) {
+      return vcombine_s32(vqmovn_s64(vcvtnq_s64_f64(vld1q_f64(from))), vqmovn_s64(vcvtnq_s64_f64(vld1q_f64(from + 2))));
+    };
+    for (; i + 8 <= count; i += 8) storeNarrow(dst + i, four(sums + i), four(sums + i + 4));
+  }
+  portable::roundSums(sums, count, dst, i);
+}
+
 #else
-// What takes an instruction above takes SIMDe many; the portable loop becomes longer vectors.
+// What takes an instruction above takes SIMDe many; the portable loops become longer vectors.
 template <class T>
 void linearRun(const Neighbours<T>& around, const int64_t* px, const int64_t* py, int32_t count, T* dst) {
   portable::linearRun(around, px, py, count, dst);
+}
+template <class T>
+void roundSums(const double* sums, int32_t count, T* dst) {
+  portable::roundSums(sums, count, dst);
 }
 #endif
 

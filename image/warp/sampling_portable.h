@@ -121,5 +121,10 @@ void sumTaps(const Footprints<T>& at, int32_t count, const TapWeights<kTaps>& x,
   }
 }
 
+template <class T>
+void roundSums(const double* sums, int32_t count, T* dst, int32_t from = 0) {
+  for (int32_t i = from; i < count; ++i) dst[i] = pixelOf<T>(sums[i]);
+}
+
 }  // namespace portable
 }  // namespace dax

@@ -2,7 +2,6 @@
 
 #include <bit>
 #include <cmath>
-#include <cstring>
 
 #include "frame/numeric/elementary.h"
 
@@ -19,17 +18,13 @@ bool fitsFixed(const double* row, DaxiSize size) {
 
 // first, first + step, ...: `count` numbers, and up to seven more, which may wrap.
 void countUp(int64_t first, int64_t step, int32_t count, int64_t* to) {
-  using Pair = uint64_t __attribute__((vector_size(16)));
-  const auto start = static_cast<uint64_t>(first), delta = static_cast<uint64_t>(step);
-  Pair next[4] = {{start, start + delta}};
-  for (int k = 1; k < 4; ++k) next[k] = next[k - 1] + 2 * delta;
-  static_assert(kChunk % 8 == 0);
-  for (int32_t i = 0; i < count; i += 8) {
-#pragma GCC unroll 4
-    for (int k = 0; k < 4; ++k) {
-      std::memcpy(to + i + 2 * k, &next[k], sizeof(Pair));
-      next[k] += 8 * delta;
-    }
+  constexpr int32_t kLanes = 8;
+  static_assert(kChunk % kLanes == 0);
+  const auto delta = static_cast<uint64_t>(step);
+  uint64_t ahead[kLanes], start = static_cast<uint64_t>(first);
+  for (uint64_t k = 0; k < kLanes; ++k) ahead[k] = k * delta;
+  for (int32_t i = 0; i < count; i += kLanes, start += kLanes * delta) {
+    for (int k = 0; k < kLanes; ++k) to[i + k] = static_cast<int64_t>(start + ahead[k]);
   }
 }
 
