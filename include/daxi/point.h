@@ -19,4 +19,9 @@ typedef struct DaxiPoint32f {
   float y;
 } DaxiPoint32f;
 
+typedef struct DaxiPoint64f {
+  double x;
+  double y;
+} DaxiPoint64f;
+
 #endif
