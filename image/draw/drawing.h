@@ -1,4 +1,5 @@
-// The outlines of one call and the memory in which they are painted.
+// The outlines of one call and the memory in which they are painted: every pixel is blended once, with the area of its
+// unit square that lies inside.
 #pragma once
 
 #include "frame/memory/work_buffer.h"
@@ -6,48 +7,87 @@
 
 namespace dax {
 
-enum class FillRule { nonZero, evenOdd };
+enum class FillRule : int32_t { nonZero, evenOdd };
 
-// A side of an outline, from its upper to its lower end; the line reaches beyond the image, the rows do not.
+inline bool isInside(FillRule rule, int32_t winding) {
+  return rule == FillRule::evenOdd ? (winding & 1) != 0 : winding != 0;
+}
+
+// A side of an outline, from its upper to its lower end, or a line that is one pixel thin. It reaches beyond the image; its
+// rows do not.
 struct Edge {
-  double x, y;         // a point of it
-  double slope;        // dx / dy
-  double top, bottom;  // within the rows of the image; equal: a horizontal side
-  double left, right;  // its extent
-  int32_t winding;     // 1 downwards, -1 upwards, 0 horizontal
-  int32_t next;        // that begins in the same row
+  double x0, y0, x1, y1;
+  double slope;  // dx / dy; 0 where y0 == y1
+  int32_t firstRow, lastRow;
+  int32_t winding;  // 1 downwards, -1 upwards
+  int32_t next;     // that begins in the same row, or -1
 };
 
-// The memory of a call that makes at most so many edges. Exports hand in a `void* buffer` of this size and malloc's
-// alignment; the size query stores it:
+// The part of an edge in one row.
+struct Piece {
+  double top, bottom, left, right;
+  int32_t edge;
+  int32_t first, last;  // columns
+};
+
+// Where an edge crosses a band of a row: x at its top, its bottom and half way.
+struct Crossing {
+  double x0, x1, middle;
+  int32_t winding;
+};
+
+// The memory of a call that makes at most so many edges. Exports take a `void* buffer` of this size; the size query is
 //   return DrawBuffer(size, edges).store(bytes);
 struct DrawBuffer {
   DrawBuffer(DaxiSize size, uint64_t edges);
+
+  // Whether so many edges can be counted at all; `store` and Drawing's `paint` fail with 0x10000015 where they cannot.
+  bool isPossible() const { return capacity <= INT32_MAX; }
   DaxStatus store(uint64_t* bytes) const;
 
   uint64_t capacity;
   BufferLayout layout;
   BufferPiece<Edge> edges;
+  BufferPiece<Piece> pieces;
+  BufferPiece<Crossing> crossings;
+  BufferPiece<double> ends;    // of pieces, and where they cross
+  BufferPiece<int32_t> heads;  // a row's first edge
+  BufferPiece<int32_t> active;
+  BufferPiece<double> areas;  // of a row's pixels
+  BufferPiece<float> coverage;
 };
 
 class Drawing {
  public:
   Drawing(const Canvas& canvas, const DrawBuffer& layout, void* buffer);
 
-  // A side of an outline; outlines are closed, and the inside of each is on the same hand for the non-zero rule to unite
-  // them. Coordinates must be finite.
-  void side(DaxiPoint64f from, DaxiPoint64f to);
-
   const Canvas& canvas() const { return canvas_; }
 
-  // Blends the pixels inside, each once, by colour, alpha and antialias of the stroke.
-  void paint(const DaxiStroke& stroke, FillRule rule);
+  // Nothing is painted outside of this part of the image, which is all of it at first.
+  void setWindow(const DaxiRect& window) { window_ = window; }
+  const DaxiRect& window() const { return window_; }
+
+  // A side of an outline. Outlines are closed; for the non-zero rule to unite them they run the same way around.
+  // Coordinates must be finite.
+  void side(DaxiPoint64f from, DaxiPoint64f to);
+
+  // A line of single pixels, Bresenham's. Lines and sides do not mix.
+  void thinLine(DaxiPoint32s from, DaxiPoint32s to);
+
+  // Blends the pixels inside by colour, alpha and antialias of the stroke, and forgets the outlines. 0x10000015 where there
+  // was not enough memory for them, without painting.
+  DaxStatus paint(const DaxiStroke& stroke, FillRule rule);
 
  private:
+  void add(const Edge& edge);
+
   Canvas canvas_;
   DrawBuffer layout_;
   void* buffer_;
+  DaxiRect window_;
   uint64_t count_ = 0;
+  double farRight_ = -1e300;  // of all sides
+  bool isThin_ = false;
 };
 
 }  // namespace dax

@@ -11,9 +11,9 @@ enum { DAXI_JOIN_ROUND = 0, DAXI_JOIN_MITER = 1, DAXI_JOIN_BEVEL = 2 };
 
 enum { DAXI_CAP_BUTT = 0, DAXI_CAP_ROUND = 1, DAXI_CAP_SQUARE = 2 };
 
-/* A pen. 64 bytes. */
+/* A pen. 56 bytes. */
 typedef struct DaxiStroke {
-  double width; /* pixels, 0..2147483647; default 1. 0 fills rectangles, ellipses, sectors, and is refused of lines */
+  double width;      /* pixels, 0 or 0.0009765625..2147483647; default 1. 0 fills closed shapes, lines refuse it */
   double miterLimit; /* 1..1000; default 4: a miter longer than so many widths is a bevel */
   double alpha;      /* opacity, 0..1; default 1 */
   int32_t join;      /* 0..2: DAXI_JOIN_ROUND, the default, to ..._BEVEL */
