@@ -7,7 +7,8 @@
 
 #include <algorithm>
 
-#include "image/draw/drawing.h"
+#include "image/draw/canvas.h"
+#include "image/draw/edge.h"
 
 namespace dax {
 
