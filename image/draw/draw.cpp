@@ -60,8 +60,11 @@ int64_t markerChords(double size, double width) {
   return chordCount((size + width) / 2, kTurn);
 }
 
+// Where hidden chords are left out, a miter may be as long as it ever is.
+constexpr double kMiterReach = 2;
+
 DaxiStroke markerStroke(DaxiStroke stroke, int32_t shape) {
-  if (shape == DAXI_MARKER_CIRCLE) stroke.join = DAXI_JOIN_MITER, stroke.miterLimit = 4;
+  if (shape == DAXI_MARKER_CIRCLE) stroke.join = DAXI_JOIN_MITER, stroke.miterLimit = 2 * kMiterReach;
   return stroke;
 }
 
@@ -69,7 +72,8 @@ uint64_t markerEdges(DaxiSize size, int32_t count, double extent, int32_t shape,
   DaxiStroke area = markerStroke(stroke, shape);
   uint64_t points = 8, lines = 4;
   if (shape == DAXI_MARKER_CIRCLE) {
-    points = static_cast<uint64_t>(maxArcPoints(size, stroke.width / 2, markerChords(extent, stroke.width))) + 1,
+    points =
+        static_cast<uint64_t>(maxArcPoints(size, kMiterReach * stroke.width, markerChords(extent, stroke.width))) + 1,
     lines = 1;
     area.antialias = 1;
   }
@@ -136,7 +140,7 @@ class Marker {
     if (width_ == 0) return addDisc(drawing_, at, half_);
     const Arc arc = {at, way_, half_, half_, 0, 0, kTurn, markerChords(2 * half_, width_)};
     bool isFirst = true;
-    walkArc(arc, windowOf(drawing_.window(), width_ / 2), [&](DaxiPoint64f p) {
+    walkArc(arc, windowOf(drawing_.window(), kMiterReach * width_), [&](DaxiPoint64f p) {
       isFirst ? pen_.moveTo(p) : pen_.lineTo(p);
       isFirst = false;
     });
@@ -201,6 +205,7 @@ DaxStatus drawRect(const Canvas& canvas, double x, double y, double width, doubl
   const DaxiPoint64f corners[] = {at - u - v, at + u - v, at + u + v, at - u + v};
   if (stroke->width == 0) {
     addOutline(drawing, corners, 4);
+    drawing.setSimple();
   } else {
     Pen pen(drawing, *stroke);
     addPolyline(pen, corners, 4, true);

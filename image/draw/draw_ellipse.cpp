@@ -80,6 +80,7 @@ Ends addArc(Drawing& drawing, const Arc& arc, bool isBack) {
 
 void addFilled(Drawing& drawing, const Oval& oval, int64_t chords) {
   const Ends ends = addArc(drawing, arcOf(oval, 0, chords), false);
+  drawing.setSimple();
   if (oval.isWhole()) return;
   drawing.side(ends.last, oval.centre);
   drawing.side(oval.centre, ends.first);
@@ -103,7 +104,10 @@ void addCap(Drawing& drawing, DaxiPoint64f outer, DaxiPoint64f inner, const Daxi
 void addParallel(Drawing& drawing, const Oval& oval, int64_t chords, const DaxiStroke& stroke) {
   const double half = stroke.width / 2;
   const Ends outer = addArc(drawing, arcOf(oval, half, chords), false);
-  const bool hasHole = half < std::min(oval.radiusX, oval.radiusY);
+  const double shorter = std::min(oval.radiusX, oval.radiusY), longer = std::max(oval.radiusX, oval.radiusY);
+  const bool hasHole = half < shorter;
+  // Where the inner curve does not overtake itself.
+  if (oval.isWhole() && (!hasHole || half * longer < shorter * shorter)) drawing.setSimple();
   if (!hasHole && oval.isWhole()) return;
   const Ends inner = addArc(drawing, arcOf(oval, -half, chords), true);
   if (oval.isWhole()) return;

@@ -22,7 +22,7 @@ DaxiPoint64f swapped(DaxiPoint64f p, bool isSteep) {
 
 // Nothing where the line is too wide or too short.
 std::optional<SlimLine> slimLineOf(DaxiPoint64f a, DaxiPoint64f b, double width) {
-  constexpr double kMaxAcross = 7;  // two groups of four, one of which begins with a part of a pixel
+  constexpr double kMaxAcross = 8;  // wider lines have more inside than sides
   constexpr double kShortest = 8;
   const bool isSteep = std::fabs(b.y - a.y) > std::fabs(b.x - a.x);
   DaxiPoint64f from = swapped(a, isSteep), to = swapped(b, isSteep);
@@ -35,8 +35,7 @@ std::optional<SlimLine> slimLineOf(DaxiPoint64f a, DaxiPoint64f b, double width)
   const double first = std::ceil(from.x + corner + 0.5), end = std::floor(to.x - corner - 0.5) + 1;
   if (!(end - first >= 2)) return {};
   const auto pixel = [](double v) { return static_cast<int32_t>(std::clamp(v, -2147483647.0, 2147483647.0)); };
-  const int32_t groups = across <= 3 ? 1 : 2;
-  return SlimLine{{isSteep, from.x, from.y, slope, half, pixel(first), pixel(end), groups}, from, to, corner};
+  return SlimLine{{isSteep, from.x, from.y, slope, half, pixel(first), pixel(end)}, from, to, corner};
 }
 
 // The band's pixels that lie in the image, or nearly so.
@@ -67,6 +66,25 @@ DaxiRect partOf(const Canvas& canvas, bool isSteep, int32_t first, int32_t end) 
   return isSteep ? DaxiRect{0, from, canvas.size.width, to - from} : DaxiRect{from, 0, to - from, canvas.size.height};
 }
 
+// A line from `from` to `to`, with a cap at its end, and at its beginning if hasBegin.
+void addLine(Drawing& drawing, DaxiPoint64f from, DaxiPoint64f to, bool hasBegin, const DaxiStroke& stroke) {
+  const DaxiPoint64f step = to - from;
+  const double length = std::sqrt(step.x * step.x + step.y * step.y), half = stroke.width / 2;
+  if (isThin(stroke) || stroke.cap == DAXI_CAP_ROUND || !(length > 0)) {
+    Pen pen(drawing, stroke);
+    pen.moveTo(from);
+    pen.lineTo(to);
+    pen.finish();
+    return;
+  }
+  const DaxiPoint64f along = half / length * step, n = turned(along);
+  if (stroke.cap == DAXI_CAP_SQUARE) to = to + along;
+  if (stroke.cap == DAXI_CAP_SQUARE && hasBegin) from = from - along;
+  const DaxiPoint64f corners[] = {from - n, to - n, to + n, from + n};
+  for (int i = 0; i < 4; ++i) drawing.side(corners[i], corners[(i + 1) % 4]);
+  drawing.setSimple();
+}
+
 // An end, and so much of the line that what is cut off lies in other parts.
 DaxStatus drawEnd(Drawing& drawing, const SlimLine& line, const DaxiRect& part, bool isFirst,
                   const DaxiStroke& stroke) {
@@ -76,10 +94,7 @@ DaxStatus drawEnd(Drawing& drawing, const SlimLine& line, const DaxiRect& part, 
   const DaxiPoint64f at = {cut, band.across + (cut - band.along) * band.slope};
   const DaxiPoint64f end = swapped(isFirst ? line.from : line.to, band.isSteep), from = swapped(at, band.isSteep);
   drawing.setWindow(part);
-  Pen pen(drawing, stroke);
-  pen.moveTo(from);
-  pen.lineTo(end);
-  pen.finish();
+  addLine(drawing, from, end, false, stroke);
   return drawing.paint(stroke, FillRule::nonZero);
 }
 
@@ -107,10 +122,7 @@ DaxStatus drawLine(const Canvas& canvas, double x0, double y0, double x1, double
   if (stroke->antialias) {
     if (const auto line = slimLineOf({x0, y0}, {x1, y1}, stroke->width)) return drawSlimLine(drawing, *line, *stroke);
   }
-  Pen pen(drawing, *stroke);
-  pen.moveTo({x0, y0});
-  pen.lineTo({x1, y1});
-  pen.finish();
+  addLine(drawing, {x0, y0}, {x1, y1}, true, *stroke);
   return drawing.paint(*stroke, FillRule::nonZero);
 }
 

@@ -117,7 +117,7 @@ DaxStatus Drawing::paint(const DaxiStroke& stroke, FillRule rule) {
                             layout_.ends.in(buffer_),
                             layout_.areas.in(buffer_),
                             layout_.coverage.in(buffer_)};
-  const RowPaint paint = {canvas_, inkOf(stroke), window_, rule};
+  const RowPaint paint = {canvas_, inkOf(stroke), window_, rule, isSimple_};
   const auto paintRow = isThin_ ? paintThinRow : stroke.antialias ? paintCoveredRow : paintRowOfCentres;
   for (int32_t y = rows.firstRow(); y <= rows.lastRow(); ++y) {
     if (const int32_t n = rows.enter(y)) paintRow(paint, memory, y, active, n);

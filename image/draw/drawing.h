@@ -39,6 +39,9 @@ class Drawing {
   void setWindow(const DaxiRect& window) { window_ = window; }
   const DaxiRect& window() const { return window_; }
 
+  // Says that the outlines turn at most once around any point, as convex ones do that do not overlap.
+  void setSimple() { isSimple_ = true; }
+
   // A side of an outline. Outlines are closed; for the non-zero rule to unite them they run the same way around.
   // Coordinates must be finite.
   void side(DaxiPoint64f from, DaxiPoint64f to);
@@ -59,7 +62,7 @@ class Drawing {
   DaxiRect window_;
   uint64_t count_ = 0;
   double farRight_ = -1e300;  // of all sides
-  bool isThin_ = false;
+  bool isThin_ = false, isSimple_ = false;
 };
 
 }  // namespace dax

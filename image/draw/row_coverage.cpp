@@ -37,6 +37,7 @@ class Cluster {
   Cluster(const RowPaint& paint, const RowMemory& memory, int32_t y, const Piece* pieces, int32_t count,
           int32_t winding, int32_t first, int32_t end)
       : rule_(paint.rule),
+        isSimple_(paint.isSimple),
         memory_(memory),
         y_(y),
         pieces_(pieces),
@@ -48,18 +49,21 @@ class Cluster {
   // Coverages of its pixels, in memory.coverage.
   void cover() {
     std::fill_n(memory_.areas, columns_ + 1, 0.0);
-    if (!coverBands()) {
+    if (isSimple_) {
+      addSides();
+    } else if (!coverBands()) {
       std::fill_n(memory_.areas, columns_ + 1, 0.0);
       coverSubRows();
     }
     double sum = 0;
     for (int32_t i = 0; i < columns_; ++i) {
       sum += memory_.areas[i];
-      memory_.coverage[i] = static_cast<float>(std::clamp(sum, 0.0, 1.0));
+      memory_.coverage[i] = static_cast<float>(std::min(std::fabs(sum), 1.0));
     }
   }
 
  private:
+  void addSides();
   bool coverBands();
   void coverSubRows();
   int32_t findEnds();
@@ -69,14 +73,26 @@ class Cluster {
   void addSide(double x0, double x1, double height);
 
   FillRule rule_;
+  bool isSimple_;
   const RowMemory& memory_;
   int32_t y_;
   const Piece* pieces_;
   int32_t count_;
   int32_t winding_;  // to the left
   int32_t first_, columns_;
-  int64_t effort_ = 0;
+  int64_t comparisons_ = 0;
 };
+
+// Outlines that do not overlap: whichever way they run, each pixel's sum is its area or the negative of it.
+void Cluster::addSides() {
+  memory_.areas[0] += winding_;
+  for (int32_t i = 0; i < count_; ++i) {
+    const Piece& piece = pieces_[i];
+    const Edge& edge = memory_.edges[piece.edge];
+    const double height = (piece.bottom - piece.top) * edge.winding;
+    if (height != 0) addSide(xAt(edge, piece.top), xAt(edge, piece.bottom), height);
+  }
+}
 
 // The heights at which bands begin and end.
 int32_t Cluster::findEnds() {
@@ -99,8 +115,7 @@ int32_t Cluster::findEnds() {
 
 bool Cluster::coverBands() {
   const int32_t ends = findEnds();
-  if (int64_t{ends} * count_ > kMaxEffort) return false;
-  // Crossings are kept behind the ends.
+  if (ends > kMaxBands) return false;
   for (int32_t i = 0; i + 1 < ends; ++i) {
     if (!coverBand(memory_.ends[i], memory_.ends[i + 1])) return false;
   }
@@ -130,8 +145,8 @@ bool Cluster::coverBand(double top, double bottom) {
 
 // A band in which edges cross: cut once more where they do. False where that is too much.
 bool Cluster::coverCrossed(int32_t count, double height) {
-  effort_ += int64_t{count} * count;
-  if (effort_ > kMaxEffort) return false;
+  comparisons_ += int64_t{count} * count;
+  if (comparisons_ > kMaxComparisons) return false;
   const Crossing* const all = memory_.crossings;
   double* const cuts = memory_.ends + 2 * int64_t{count_} + 2;
   int32_t n = 0;
@@ -145,8 +160,8 @@ bool Cluster::coverCrossed(int32_t count, double height) {
   }
   std::sort(cuts, cuts + n);
   cuts[n] = 1;
-  effort_ += int64_t{n} * count;
-  if (effort_ > kMaxEffort) return false;
+  comparisons_ += int64_t{n} * count;
+  if (comparisons_ > kMaxComparisons) return false;
   Crossing* const part = memory_.crossings + count;
   double from = 0;
   for (int32_t k = 0; k <= n; ++k) {

@@ -1,7 +1,8 @@
 // One row of a drawing: from the edges that reach it to blended pixels.
 //
 // Exact areas: edges are put together to clusters of columns that no edge leaves. Between clusters the winding number is the
-// same in all of the row. Within one, the row is cut into bands at the ends of edges and where edges cross; in a band the
+// same in all of the row. Where outlines do not overlap, the areas to the right of their edges add up to the coverage.
+// Else the row is cut into bands at the ends of edges and where edges cross; in a band the
 // edges are ordered, the fill rule chooses some of them, and the area to their right is added up by pixels.
 #pragma once
 
@@ -12,10 +13,9 @@
 
 namespace dax {
 
-// The effort for the exact bands of one cluster, in edges of bands. What would need more is cut into 64 rows of exact
-// spans.
-constexpr int64_t kMaxEffort = 1 << 16;
-constexpr int32_t kMaxCrossings = 4096;
+// What needs more bands in one cluster, or more crossings or comparisons of edges, is cut into 64 rows of exact spans.
+constexpr int32_t kMaxBands = 512, kMaxCrossings = 4096;
+constexpr int64_t kMaxComparisons = 1 << 20;
 constexpr uint64_t kMaxEnds = kMaxCrossings + 4;  // beyond those of pieces
 
 struct RowMemory {
@@ -32,6 +32,7 @@ struct RowPaint {
   Ink ink;
   DaxiRect window;
   FillRule rule;
+  bool isSimple;  // no two outlines overlap
 };
 
 // x of an edge at a height between its ends.

@@ -4,7 +4,7 @@
  *   dst + rint((color - dst) alpha coverage),
  * halves to even, with the area of the square that the shape covers; straight sides are exact, curves within 1/128
  * pixel. Without, a pixel belongs to a shape whose inside has its centre, left and upper sides included, and strokes up to a
- * pixel wide are Bresenham's lines: from their ends rounded to pixels, of two equally near pixels the one with the smaller
+ * pixel wide are Bresenham's lines: from their ends rounded to pixels, halves up, of two equally near pixels the one with the smaller
  * coordinate, so that the order of the ends does not matter. (Those of ellipses, arcs and round markers are shapes.)
  *
  * A call blends a pixel once, however often its shape crosses itself: a stroke is the union of its segments, joins and
