@@ -2,15 +2,16 @@
  *
  * A pixel is the unit square about its centre, which is at whole numbers. With anti-aliasing it becomes
  *   dst + rint((color - dst) alpha coverage),
- * halves to even, with the area of the square that the shape covers; straight sides are exact, curves within 1/128
- * pixel. Without, a pixel belongs to a shape whose inside has its centre, left and upper sides included, and strokes up to a
- * pixel wide are Bresenham's lines: from their ends rounded to pixels, halves up, of two equally near pixels the one with the smaller
- * coordinate, so that the order of the ends does not matter. (Those of ellipses, arcs and round markers are shapes.)
+ * halves to even, in single precision, with the area of the square that the shape covers; straight sides are exact,
+ * curves within 1/128 pixel, with the area that they have. Without, a pixel belongs to a shape whose inside has its centre, left and upper sides included, and
+ * strokes up to a pixel wide are Bresenham's lines: from their ends rounded to pixels, halves up, of two equally near pixels
+ * the one with the smaller coordinate, so that the order of the ends does not matter. (Those of ellipses, arcs and round
+ * markers are shapes.)
  *
  * A call blends a pixel once, however often its shape crosses itself: a stroke is the union of its segments, joins and
  * caps. What lies outside of the image is cut off, wherever it is, and costs no more than the rows and pixels that are
- * seen; the picture is the same as that part of a larger one. Where very much meets in one row of a few pixels, 64 rows of
- * exact spans stand for the area.
+ * seen; the picture is the same as that part of a larger one, but for the last bits of coverages. Where more than 512 ends
+ * or 4096 crossings of sides meet in a few pixels of one row, 64 rows of exact spans stand for the area.
  *
  * Width 0 fills rectangles, ellipses, sectors and closed markers; polygons are always filled, DAXI_DrawPolyline draws their
  * outlines. Coordinates lie within -2147483648..2147483647, angles within -1e6..1e6 radians from x to y, clockwise on the

@@ -85,8 +85,8 @@ def _drawn(shape: str, image: Array, stroke: Stroke, geometry: Sequence[Any], qu
 def draw_line(image: Array, start: Point, end: Point, stroke: Stroke = Stroke()) -> Array:
     """Draws a line into an image, from one point (x, y) to another, and returns the image.
 
-    image: uint8 or uint16, (height, width) or (height, width, 3), which is changed. A pixel is the unit square about its
-    centre, which is at whole numbers; what lies outside the image is cut off.
+    image: uint8 or uint16, (height, width) or (height, width, 3), which is changed. A pixel is the unit square about
+    its centre, which is at whole numbers; what lies outside the image is cut off.
 
     >>> dax.draw_line(np.zeros((3, 6), np.uint8), (0.5, 1), (3, 1), dax.Stroke(255))[1]
     array([  0, 255, 255, 128,   0,   0], dtype=uint8)
@@ -116,8 +116,8 @@ def draw_arrow(
 def draw_rectangle(
     image: Array, centre: Point, size: tuple[float, float], stroke: Stroke = Stroke(), *, angle: float = 0
 ) -> Array:
-    """Draws a rectangle of (width, height) about its centre, turned clockwise by the angle in radians; a stroke of width
-    0 fills it.
+    """Draws a rectangle of (width, height) about its centre, turned clockwise by the angle in radians; a stroke of
+    width 0 fills it.
 
     >>> dax.draw_rectangle(np.zeros((3, 5), np.uint8), (2, 1), (3, 1), dax.Stroke(9, width=0))[1]
     array([0, 9, 9, 9, 0], dtype=uint8)
