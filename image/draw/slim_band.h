@@ -172,21 +172,33 @@ void blendSlimBand(const Canvas& canvas, const Ink& ink, const SlimBand& band) {
   const auto column = [&](double x) {
     return static_cast<int32_t>(x < rows.low ? rows.low : x > rows.high ? rows.high : x);
   };
+  // Within the image rows of few pixels have the same number of fours.
+  const int32_t fours = rows.run < 6 ? (static_cast<int32_t>(2 * rows.run) + 4) / 4 : 0;
   for (int32_t y = rows.top; y < rows.bottom; ++y) {
     T* const row = rowAt(static_cast<T*>(canvas.pixels), canvas.step, y);
     const double middle = rows.middle + y * rows.perRow, ahead = rows.ahead + y * rows.aheadPerRow;
+    const auto weightsAt = [&](int32_t x) {
+      return alpha * coverageOf(static_cast<float>(ahead + x * rows.aheadPerPixel) + steps);
+    };
+    const double edge = middle - rows.run + 1;
+    if (fours > 0 && edge >= rows.low && edge + 4 * fours <= rows.high) {
+      int32_t x = static_cast<int32_t>(edge);
+      for (int32_t i = 0; i < fours; ++i, x += 4) {
+        blendFourPixels<T, kChannels>(row + ptrdiff_t{x} * kChannels, ink, weightsAt(x));
+      }
+      continue;
+    }
     const int32_t to = column(middle + rows.run + 1);
-    for (int32_t x = column(middle - rows.run + 1); x < to; x += 4) {
-      const Float4 weight = alpha * coverageOf(static_cast<float>(ahead + x * rows.aheadPerPixel) + steps);
+    for (int32_t x = column(edge); x < to; x += 4) {
       T* const at = row + ptrdiff_t{x} * kChannels;
       if (x + 4 <= rows.high) {  // what is not touched has no coverage
-        blendFourPixels<T, kChannels>(at, ink, weight);
+        blendFourPixels<T, kChannels>(at, ink, weightsAt(x));
         continue;
       }
       T last[4 * kChannels] = {};
       const size_t bytes = static_cast<size_t>(to - x) * kChannels * sizeof(T);
       std::memcpy(last, at, bytes);
-      blendFourPixels<T, kChannels>(last, ink, weight);
+      blendFourPixels<T, kChannels>(last, ink, weightsAt(x));
       std::memcpy(at, last, bytes);
     }
   }
