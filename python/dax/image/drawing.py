@@ -174,7 +174,8 @@ def draw_polygon(
            [7, 0, 0, 7],
            [7, 7, 7, 7]], dtype=uint8)
     """
-    parts = [outlines] if np.ndim(outlines[0]) == 1 else list(outlines)  # type: ignore[index, arg-type]
+    given: Any = outlines
+    parts = [given] if np.ndim(given[0]) == 1 else list(given)
     held = [numbers("outlines", each, (None, 2), np.float64) for each in parts]
     lengths = np.array([len(each) for each in held], np.int32)
     together, address = _points("outlines", np.concatenate(held))
