@@ -16,9 +16,9 @@
  * Checks, in order:
  *   src, kernel, dst or buffer null                                                              0x10000014
  *   srcSize or kernelSize outside 1..1048576                                                     0x1000001a
+ *   part outside 0..2                                                                            0x10000019
  *   of the part `valid`: kernelSize larger than srcSize                                          0x1000001a
  *   srcStep below a row of the source, kernelStep of the kernel, dstStep of the result           0x1000001b
- *   part outside 0..2                                                                            0x10000019
  * A failed call writes nothing; _MT forms return the status of the host's parallel-for, unchanged. */
 #ifndef DAXI_CONVOLVE_DFT_H
 #define DAXI_CONVOLVE_DFT_H
@@ -37,8 +37,8 @@ typedef enum DaxiConvolvePart {
 
 /* The size of a result.
  *
- * Checks, in order: dstSize null -> 0x10000014; srcSize or kernelSize outside 1..1048576 -> 0x10000019; of the part
- * `valid`: kernelSize larger than srcSize -> 0x10000019; part outside 0..2 -> 0x10000019. Thread-safe. */
+ * Checks, in order: dstSize null -> 0x10000014; srcSize or kernelSize outside 1..1048576 -> 0x10000019; part
+ * outside 0..2 -> 0x10000019; of the part `valid`: kernelSize larger than srcSize -> 0x10000019. Thread-safe. */
 DAX_API DaxStatus DAXI_ConvolveDftSize(DaxiSize srcSize, DaxiSize kernelSize, int32_t part, DaxiSize* dstSize);
 
 /* Bytes of work buffer of both operations, forms ending in _MT too.

@@ -9,7 +9,7 @@ using Query = DaxStatus (*)(DaxiSize, uint64_t*);
 using Make = DaxStatus (*)(DaxiSize, void*);
 
 void plan(Call& c, DaxiSize size, Query query, Make make) {
-  const bool isSmall = size.width >= 1 && size.height >= 1 && size.width < 100000 && size.height < 100000;
+  const bool isSmall = size.width >= 1 && size.height >= 1 && size.width < 10000 && size.height < 10000;
   const DaxiSize own = isSmall ? size : DaxiSize{3, 2};
   uint64_t bytes = 0;
   query(own, &bytes);
