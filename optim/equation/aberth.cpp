@@ -57,7 +57,7 @@ struct Aberth {
   Wide* a;
   double* logs;
   int32_t* hull;
-  bool* isDone;
+  int32_t* isDone;  // 0 or 1
   AberthRoots roots;
 };
 
@@ -181,9 +181,9 @@ void setPairs(const Aberth& all) {
       const double distance = squareSize({z.re - scale * other.re, z.im + scale * other.im});
       if (distance < best) best = distance, mate = j;
     }
-    all.isDone[k] = true;
+    all.isDone[k] = 1;
     if (mate >= 0) {
-      all.isDone[mate] = true;
+      all.isDone[mate] = 1;
       roots.at[mate] = {z.re, -z.im, z.exponent};
       roots.radius[mate] = roots.radius[k];
     } else {
@@ -200,25 +200,22 @@ void setPairs(const Aberth& all) {
 bool findRoots(const double* coefficients, int32_t degree, double* work, AberthRoots& roots) {
   static_assert(sizeof(Wide) == 2 * sizeof(double) && sizeof(WideComplex) == 3 * sizeof(double));
   const int64_t n = degree + 1;
-  auto* const coefficient = reinterpret_cast<Wide*>(work);
-  roots = {reinterpret_cast<WideComplex*>(work + 4 * n), reinterpret_cast<Wide*>(work + 8 * n)};
-  const Aberth all{degree,
-                   coefficient,
-                   work + 2 * n,
-                   reinterpret_cast<int32_t*>(work + 3 * n),
-                   reinterpret_cast<bool*>(work + 7 * n),
-                   roots};
+  WorkSpace space(work);
+  auto* const coefficient = reinterpret_cast<Wide*>(space.take(2 * n));
+  double* const logs = space.take(n);
+  roots = {reinterpret_cast<WideComplex*>(space.take(3 * n)), reinterpret_cast<Wide*>(space.take(2 * n))};
+  const Aberth all{degree, coefficient, logs, space.takeIntegers(n), space.takeIntegers(n), roots};
   for (int32_t i = 0; i <= degree; ++i) {
     all.a[i] = wide(coefficients[i]);
     all.logs[i] = coefficients[i] == 0 ? -1e9 : log2Of(all.a[i]);
   }
   setStarts(all);
-  std::fill_n(all.isDone, degree, false);
+  std::fill_n(all.isDone, degree, 0);
   int32_t open = degree;
   for (int round = 0; round < kMaxRounds && open > 0; ++round) {
     for (int32_t k = 0; k < degree; ++k) {
       if (all.isDone[k] || !correct(all, k)) continue;
-      all.isDone[k] = true;
+      all.isDone[k] = 1;
       --open;
     }
   }

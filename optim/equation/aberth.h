@@ -20,7 +20,7 @@ struct AberthRoots {
 };
 
 // Doubles of `work` for a degree.
-constexpr int64_t kAberthDoubles = 12;
+constexpr int64_t kAberthDoubles = 10;
 
 // The roots of a polynomial whose first and last coefficients are not 0; false where more than 100 rounds would be needed.
 // `work` of kAberthDoubles (degree + 1).
