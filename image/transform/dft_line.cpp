@@ -47,6 +47,14 @@ void stageOf(const T* x, T* y, int32_t m, int32_t s, const T* twiddles) {
   }
 }
 
+void twistPairs(DaxComplex64f* a, DaxComplex64f* b, const DaxComplex64f* w, int64_t count) {
+  for (int64_t k = 0; k < count; ++k) {
+    const DaxComplex64f turned = {b[k].re * w[k].re - b[k].im * w[k].im, b[k].re * w[k].im + b[k].im * w[k].re};
+    b[k] = {a[k].re - turned.re, a[k].im - turned.im};
+    a[k] = {a[k].re + turned.re, a[k].im + turned.im};
+  }
+}
+
 // In place, of a power of two, radix 2: for tables only.
 void transformPowerOfTwo(DaxComplex64f* x, int32_t length) {
   for (int32_t i = 1, reversed = 0; i < length; ++i) {
@@ -55,15 +63,13 @@ void transformPowerOfTwo(DaxComplex64f* x, int32_t length) {
     reversed ^= bit;
     if (i < reversed) std::swap(x[i], x[reversed]);
   }
-  for (int32_t half = 1; half < length; half *= 2) {
-    for (int32_t k = 0; k < half; ++k) {
-      const DaxComplex64f w = rootOfUnity(k, 2 * int64_t{half});
-      for (int64_t i = k; i < length; i += 2 * int64_t{half}) {
-        DaxComplex64f &a = x[i], &b = x[i + half];
-        const DaxComplex64f turned = {b.re * w.re - b.im * w.im, b.re * w.im + b.im * w.re};
-        b = {a.re - turned.re, a.im - turned.im};
-        a = {a.re + turned.re, a.im + turned.im};
-      }
+  constexpr int32_t kChunk = 64;  // of adjacent butterflies, so that lines of the cache are used up
+  for (int64_t half = 1; half < length; half *= 2) {
+    for (int64_t first = 0; first < half; first += kChunk) {
+      const int64_t count = std::min<int64_t>(kChunk, half - first);
+      DaxComplex64f w[kChunk];
+      for (int64_t k = 0; k < count; ++k) w[k] = rootOfUnity(first + k, 2 * half);
+      for (int64_t block = first; block < length; block += 2 * half) twistPairs(x + block, x + block + half, w, count);
     }
   }
 }

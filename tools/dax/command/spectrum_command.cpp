@@ -55,8 +55,8 @@ std::vector<DaxiNotch> notchesOf(const SpectrumOptions& options) {
 
 // The wave of a place: pixels from crest to crest, across its crests, and the angle of this direction from x to y.
 Fields lineOf(const SpectrumPeak& peak, DaxiSize size) {
-  const double u = static_cast<double>(peak.column - size.width / 2) / size.width;
-  const double v = static_cast<double>(peak.row - size.height / 2) / size.height;
+  const int32_t columns = peak.column - size.width / 2, rows = peak.row - size.height / 2;
+  const double u = 1.0 * columns / size.width, v = 1.0 * rows / size.height;
   return {std::to_string(peak.column), std::to_string(peak.row), fixed(1 / std::hypot(u, v), 2),
           fixed(std::atan2(v, u) * 180 / 3.14159265358979323846, 1), fixed(2 * peak.magnitude, 3)};
 }

@@ -104,7 +104,8 @@ std::vector<SpectrumPeak> strongestPeaks(const Spectrum& spectrum, size_t count,
 
 void takeOut(Spectrum& spectrum, std::vector<DaxiNotch> places) {
   const DaxiSize size = spectrum.size;
-  for (DaxiNotch& place : places) place.u -= size.width / 2, place.v -= size.height / 2;
+  const int32_t middleX = size.width / 2, middleY = size.height / 2;
+  for (DaxiNotch& place : places) place.u -= middleX, place.v -= middleY;
   const auto count = static_cast<int32_t>(places.size());
   uint64_t bytes = 0;
   check(DAXI_SpectrumNotchBufferSize(size, count, &bytes), "notch buffer");
