@@ -8,7 +8,8 @@
  * By complex transforms of N points for two lines at a time (Makhoul, A fast cosine transform in one and two dimensions,
  * 1980). Any sides from 1 to 2^26, fast where they have no prime factor above 7. A plan holds the tables for one size
  * and type, for both directions and any number of threads at once. It is a block of the caller's at a multiple of 8,
- * which may be moved, copied, written to a file and read again.
+ * which may be moved, copied, written to a file and read again. A signal alone costs as much as 16 (32f) or 8 (64f)
+ * rows of a picture, and as much work buffer: 128 bytes a number.
  *
  * Accuracy, in the L2 norm, relative: 3e-7 (32f) and 6e-16 (64f) to 2^20 points; 6e-7 and 1.2e-15 where a side has a
  * prime factor above 7. The results are the same bits on every machine, with any pool. Infinities and NaN spread over

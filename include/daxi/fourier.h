@@ -10,7 +10,7 @@
  * approach to the computation of discrete Fourier transform, 1970). A plan holds the tables for one size and type and
  * serves complex and real transforms, both directions, and any number of threads at once. It is a block of the caller's
  * at a multiple of 8, which may be moved, copied, written to a file and read again. A long signal is faster as one row
- * than as one column.
+ * than as one column; a real one alone costs as much as a complex one.
  *
  * Accuracy, in the L2 norm, relative: 3e-7 (32fc) and 6e-16 (64fc) to 2^20 points, with a chirp 6e-7 and 1.2e-15.
  * The results are the same bits on every machine, with any pool. A row of a picture and the same row alone may be
