@@ -6,6 +6,7 @@
 #include "image/draw/draw.h"
 #include "image/draw/pen.h"
 #include "image/draw/slim_band.h"
+#include "image/draw/thin_line.h"
 
 namespace dax {
 namespace {
@@ -70,7 +71,7 @@ DaxiRect partOf(const Canvas& canvas, bool isSteep, int32_t first, int32_t end) 
 void addLine(Drawing& drawing, DaxiPoint64f from, DaxiPoint64f to, bool hasBegin, const DaxiStroke& stroke) {
   const DaxiPoint64f step = to - from;
   const double length = std::sqrt(step.x * step.x + step.y * step.y), half = stroke.width / 2;
-  if (isThin(stroke) || stroke.cap == DAXI_CAP_ROUND || !(length > 0)) {
+  if (stroke.cap == DAXI_CAP_ROUND || !(length > 0)) {
     Pen pen(drawing, stroke);
     pen.moveTo(from);
     pen.lineTo(to);
@@ -118,6 +119,10 @@ DaxStatus drawLine(const Canvas& canvas, double x0, double y0, double x1, double
   DAX_REQUIRE_OK(checkCanvas(canvas, stroke, buffer));
   DAX_REQUIRE(isCoordinate(x0) && isCoordinate(y0) && isCoordinate(x1) && isCoordinate(y1), DAX_STS_BAD_PARAM);
   DAX_REQUIRE_OK(checkStroke(*stroke, canvas, false));
+  if (isThin(*stroke)) {
+    drawThinLine(canvas, inkOf(*stroke), nearestPixel({x0, y0}), nearestPixel({x1, y1}));
+    return DAX_STS_OK;
+  }
   Drawing drawing(canvas, DrawBuffer(canvas.size, lineEdges(canvas.size, *stroke)), buffer);
   if (stroke->antialias) {
     if (const auto line = slimLineOf({x0, y0}, {x1, y1}, stroke->width)) return drawSlimLine(drawing, *line, *stroke);

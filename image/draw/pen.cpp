@@ -2,7 +2,7 @@
 
 #include <utility>
 
-#include "frame/numeric/round.h"
+#include "image/draw/thin_line.h"
 
 namespace dax {
 namespace {
@@ -16,11 +16,6 @@ double scalarProduct(DaxiPoint64f a, DaxiPoint64f b) {
 
 double crossProduct(DaxiPoint64f a, DaxiPoint64f b) {
   return a.x * b.y - a.y * b.x;
-}
-
-// Halves go up, wherever the origin is.
-DaxiPoint32s nearestPixel(DaxiPoint64f p) {
-  return {roundTo<int32_t>(std::floor(p.x + 0.5)), roundTo<int32_t>(std::floor(p.y + 0.5))};
 }
 
 uint64_t sumOfProducts(uint64_t a, uint64_t b, uint64_t c, uint64_t d) {

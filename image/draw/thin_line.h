@@ -16,6 +16,12 @@ struct Run {
 // The pixels of a line in a row between its ends; x0, y0 come first by (y, x).
 Run thinRun(const Edge& line, int32_t y);
 
+// The pixel in which a point lies; halves go up, wherever the origin is.
+DaxiPoint32s nearestPixel(DaxiPoint64f point);
+
+// One line alone: the pixels of its rows follow from one another.
+void drawThinLine(const Canvas& canvas, const Ink& ink, DaxiPoint32s from, DaxiPoint32s to);
+
 // The pixels of all lines in a row, each once.
 void paintThinRow(const RowPaint& paint, const RowMemory& memory, int32_t y, int32_t* active, int32_t count);
 

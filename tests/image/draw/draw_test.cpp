@@ -214,6 +214,8 @@ TEST(Draw, ThinLinesAreBresenhams) {
     }
     ASSERT_TRUE(samePixels(draws(a, b), expected)) << a.x << ", " << a.y << " to " << b.x << ", " << b.y;
     ASSERT_TRUE(samePixels(draws(b, a), expected));
+    const Points ends = {{double(a.x), double(a.y)}, {double(b.x), double(b.y)}};
+    ASSERT_TRUE(samePixels(drawn({Kind::polyline, ends}, stroke, kWindow), expected));
   }
 }
 
