@@ -26,7 +26,7 @@ using bench::require;
 
 // The last one has steps of a power of two: its columns share few sets of the caches.
 constexpr DaxiSize kSizes[] = {{1920, 1080}, {3840, 2160}, {7680, 4320}, {10668, 6000}, {8192, 8192}};
-constexpr int kRounds = 5;
+constexpr int kRounds = 3;
 
 // Images of one size, and what the operations need beside them.
 struct Scene {
@@ -196,7 +196,7 @@ double cost(const Operation& operation, DaxiSize size) {
   const Run run = operation.prepare(scene);
   const auto pixels = static_cast<double>(bench::pixelCount(size));
   run();
-  return 1e6 * bench::fastest(kRounds * (pixels < 1e7 ? 4 : 1), run) / pixels;
+  return 1e6 * bench::fastest(kRounds * (pixels < 1e7 ? 5 : 1), run) / pixels;
 }
 
 }  // namespace
