@@ -6,7 +6,8 @@
  * of threads. Thread-safe on distinct results.
  *
  * Compose, Inverse and the functions that apply a pose compute with whatever numbers they are given: no rotation is
- * checked, NaN and infinities go through as IEEE says. The others need rotations as DAX3D_ROT_ToQuat_f64 does.
+ * checked, NaN and infinities go through as IEEE says. The others need rotations, to the tolerance of
+ * rotation.h.
  *
  * _MT: on the host's thread pool, in bands of ceil(n / threads) points, where pool is not null and threads > 1; else on
  * the calling thread. Returns the status of the host's parallel-for, unchanged.

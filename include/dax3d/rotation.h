@@ -23,7 +23,7 @@
 
 DAX_BEGIN_DECLS
 
-/* The rotation of a quaternion of any length (Shoemake 1985). The length is 0 -> 0x10000019, checked last. */
+/* The rotation of a quaternion of any length. A quaternion of length 0 -> 0x10000019, checked last. */
 DAX_API DaxStatus DAX3D_ROT_FromQuat_f64(const double quaternion[4], double rotation[9]);
 
 /* The unit quaternion of a rotation: w > 0, or w = 0 and the first of x, y and z that is not 0 positive. By the largest

@@ -71,9 +71,9 @@ DAX_API DaxStatus DAX3D_INTERSECT_PlanePlane_f64(const double a[4], const double
  * 0x10000033, checked last. */
 DAX_API DaxStatus DAX3D_INTERSECT_ThreePlanes_f64(const double planes[12], double point[3]);
 
-/* Where a line enters and leaves a sphere, a cylinder, a box, in the line's direction; of a line that touches, one
- * point twice. They do not meet -> 0x10000203, checked last; but before it the sine of the angle between a line and a
- * cylinder's axis within 1.1920929e-7 of 0 -> 0x10000204. */
+/* Where a line enters and leaves a sphere, a cylinder, a box, in the line's direction; of a line that touches, one point
+ * twice. Checked last: a line along a cylinder's axis, to a sine of 1.1920929e-7 -> 0x10000204; they do not meet ->
+ * 0x10000203. */
 DAX_API DaxStatus DAX3D_INTERSECT_LineSphere_f64(const double line[6], const double sphere[4], double points[6]);
 DAX_API DaxStatus DAX3D_INTERSECT_LineCylinder_f64(const double line[6], const double cylinder[7], double points[6]);
 DAX_API DaxStatus DAX3D_INTERSECT_LineBox_f64(const double line[6], const Dax3dBox* box, double points[6]);
@@ -89,8 +89,9 @@ DAX_API DaxStatus DAX3D_INTERSECT_PlaneSphere_f64(const double plane[4], const d
  * are the same -> 0x10000033; checked last. */
 DAX_API DaxStatus DAX3D_INTERSECT_SphereSphere_f64(const double a[4], const double b[4], double circle[7]);
 
-/* Whether two boxes, with what is inside, have a point in common, by separating axes (Gottschalk, Lin and Manocha
- * 1996). They do not -> 0x10000203, checked last. */
+/* Whether two boxes, with what is inside, have a point in common, by separating axes (Gottschalk, Lin and Manocha, 1996).
+ *
+ * Checked last: the boxes do not meet -> 0x10000203. */
 DAX_API DaxStatus DAX3D_INTERSECT_BoxBox_f64(const Dax3dBox* a, const Dax3dBox* b);
 
 /* Angles: of two vectors 0..pi; of two lines, a line and a plane, two planes 0..pi/2. Checks as
