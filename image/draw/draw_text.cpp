@@ -1,10 +1,12 @@
 #include "image/draw/draw_text.h"
 
 #include <algorithm>
+#include <cmath>
 #include <cstddef>
 
+#include "frame/numeric/round.h"
 #include "image/draw/glyph_trace.h"
-#include "image/draw/pen.h"
+#include "image/draw/ink_plane.h"
 #include "image/draw/text_lines.h"
 
 static_assert(sizeof(DaxiTextCfg) == 40 && offsetof(DaxiTextCfg, alignX) == 32);
@@ -46,38 +48,43 @@ DaxiStroke textPen(const DaxiStroke& stroke, const DaxiTextCfg& cfg) {
   return pen;
 }
 
-struct SideCount {
-  void side(DaxiPoint64f, DaxiPoint64f) { ++sides; }
-
-  uint64_t sides = 0;
-};
+// A pen of width up to 1 without anti-aliasing draws lines of single pixels.
+bool isHairline(const DaxiStroke& pen) {
+  return !pen.antialias && pen.width <= 1;
+}
 
 struct PlacedSides {
-  void side(DaxiPoint64f from, DaxiPoint64f to) { drawing.side(place(from), place(to)); }
+  void side(DaxiPoint64f from, DaxiPoint64f to) { plane.side(place(from), place(to)); }
+  void endRun() { plane.endRun(); }
 
-  Drawing& drawing;
+  InkPlane& plane;
   Placement place;
 };
 
-// Of lines of single pixels.
-struct PointCount {
-  void moveTo(DaxiPoint64f) { ++points, ++polylines; }
-  void lineTo(DaxiPoint64f) { ++points; }
+// put(x, y) for the pixels of lines.
+template <class Put>
+struct PlacedLines {
+  void moveTo(DaxiPoint64f p) { last = pixelAt(p); }
+  void lineTo(DaxiPoint64f p) {
+    const DaxiPoint32s next = pixelAt(p);
+    walkLine(last, next, put);
+    last = next;
+  }
+  void close() {}
+  DaxiPoint32s pixelAt(DaxiPoint64f p) const {
+    const DaxiPoint64f at = place(p);
+    return {roundTo<int32_t>(at.x), roundTo<int32_t>(at.y)};
+  }
 
-  uint64_t points = 0, polylines = 0;
-};
-
-struct PlacedPen {
-  void moveTo(DaxiPoint64f p) { pen.moveTo(place(p)); }
-  void lineTo(DaxiPoint64f p) { pen.lineTo(place(p)); }
-
-  Pen& pen;
+  const Put& put;
   Placement place;
+  DaxiPoint32s last{};
 };
 
 struct InkBox {
   void moveTo(DaxiPoint64f p) { add(place(p), half); }
   void lineTo(DaxiPoint64f p) { add(place(p), half); }
+  void close() {}
   void add(DaxiPoint64f p, double around) {
     box.left = std::min(box.left, p.x - around), box.right = std::max(box.right, p.x + around);
     box.top = std::min(box.top, p.y - around), box.bottom = std::max(box.bottom, p.y + around);
@@ -90,37 +97,39 @@ struct InkBox {
 
 // --- Drawing ---
 
+constexpr DaxiTextBox kNothing = {INFINITY, INFINITY, -INFINITY, -INFINITY, 0, 0, 0};
+
 class TextDrawing {
  public:
   TextDrawing(const Text& text, const DaxiTextCfg& cfg, const DaxiStroke& stroke)
       : text_(text), cfg_(cfg), stroke_(textPen(stroke, cfg)), unit_(cfg.height / kCapitalHeight) {}
 
-  DrawBuffer buffer(DaxiSize size) const { return DrawBuffer(size, isThin(stroke_) ? linesOf(size) : sides()); }
+  // Enough wherever the text is.
+  InkBuffer buffer(DaxiSize size) const {
+    const DaxiTextBox all = room();
+    const auto side = [](double low, double high, int32_t limit) {
+      return high >= low ? static_cast<int32_t>(std::min<double>(std::ceil(high - low) + 3, limit)) : 1;
+    };
+    return InkBuffer({side(all.left, all.right, size.width), side(all.top, all.bottom, size.height)});
+  }
 
-  DaxStatus draw(const Canvas& canvas, void* buffer) const {
-    Drawing drawing(canvas, this->buffer(canvas.size), buffer);
-    if (isThin(stroke_)) {
-      Pen pen(drawing, stroke_);
-      forEachShown(canvas.size, [&](const Glyph& glyph, const Placement& place) {
-        PlacedPen placed{pen, place};
-        traceGlyph(glyph, unit_, cfg_.slant, placed);
-      });
-      pen.finish();
-    } else {
-      forEachShown(canvas.size, [&](const Glyph& glyph, const Placement& place) {
-        PlacedSides placed{drawing, place};
-        outline(glyph, placed);
-      });
-    }
-    return drawing.paint(stroke_, FillRule::nonZero);
+  void draw(const Canvas& canvas, void* buffer) const {
+    // What hides all below may be drawn more than once.
+    if (isHairline(stroke_) && stroke_.alpha == 1) return drawHairlines(canvas);
+    const DaxiRect window = windowOf(room(), canvas.size);
+    if (window.width < 1 || window.height < 1) return;
+    InkPlane plane(this->buffer(canvas.size), buffer, window);
+    forEachShown(canvas.size, [&](const Glyph& glyph, const Placement& place) { ink(glyph, place, plane); });
+    plane.blend(canvas, inkOf(stroke_), stroke_.antialias != 0);
   }
 
   DaxiTextBox box() const {
-    DaxiTextBox result = {INFINITY, INFINITY, -INFINITY, -INFINITY, 0, 0, 0};
+    DaxiTextBox result = kNothing;
     InkBox ink{stroke_.width / 2, result};
     forEachGlyph(
         text_.bytes, text_.count, cfg_, {},
-        [&](const Placement& line, double length) {
+        [&](const Placement& line, const TextLines& lines) {
+          const double length = static_cast<double>(lines.length()) * unit_;
           ink.add(line({}), 0), ink.add(line({length, 0}), 0);
           result.advance = std::max(result.advance, length);
           ++result.lines;
@@ -134,49 +143,68 @@ class TextDrawing {
   }
 
  private:
-  template <class Sink>
-  void outline(const Glyph& glyph, Sink& sink) const {
-    RoundPen<Sink> pen(stroke_.width, sink);
+  template <class Use>
+  void forEachShown(DaxiSize size, const Use& use) const {
+    forEachGlyph(
+        text_.bytes, text_.count, cfg_, text_.place, [](const Placement&, const TextLines&) {},
+        [&](const Glyph& glyph, const Placement& place, bool) {
+          const DaxiRect part = windowOf(roomOf(glyph, place, kNothing), size);
+          if (part.width >= 1 && part.height >= 1) use(glyph, place);
+        });
+  }
+
+  void ink(const Glyph& glyph, const Placement& place, InkPlane& plane) const {
+    if (isHairline(stroke_)) {
+      return hairlines(glyph, place, [&](int64_t x, int64_t y) { plane.setPixel(x, y); });
+    }
+    PlacedSides sides{plane, place};
+    RoundPen<PlacedSides> pen(stroke_.width, sides);
     traceGlyph(glyph, unit_, cfg_.slant, pen);
     pen.finish();
   }
 
-  template <class Use>
-  void forEachCharacter(const Use& use) const {
-    TextLines lines(text_.bytes, text_.count);
-    while (lines.next()) lines.forEachGlyph([&](const Glyph& glyph, int64_t, bool) { use(glyph); });
+  template <class Put>
+  void hairlines(const Glyph& glyph, const Placement& place, const Put& put) const {
+    PlacedLines<Put> lines{put, place};
+    traceGlyph(glyph, unit_, cfg_.slant, lines);
   }
 
-  uint64_t sides() const {
-    SideCount count;
-    forEachCharacter([&](const Glyph& glyph) { outline(glyph, count); });
-    return count.sides;
+  void drawHairlines(const Canvas& canvas) const {
+    const Ink colour = inkOf(stroke_);
+    const auto put = [&](int64_t x, int64_t y) {
+      if (x < 0 || y < 0 || x >= canvas.size.width || y >= canvas.size.height) return;
+      canvas.blend(canvas, colour, static_cast<int32_t>(y), static_cast<int32_t>(x), static_cast<int32_t>(x + 1),
+                   nullptr);
+    };
+    forEachShown(canvas.size, [&](const Glyph& glyph, const Placement& place) { hairlines(glyph, place, put); });
   }
 
-  uint64_t linesOf(DaxiSize size) const {
-    PointCount count;
-    forEachCharacter([&](const Glyph& glyph) { traceGlyph(glyph, unit_, cfg_.slant, count); });
-    return strokeEdges(size, count.points, count.polylines, stroke_);
-  }
-
-  // Calls use(glyph, placement) for those that may reach into the image.
-  template <class Use>
-  void forEachShown(DaxiSize size, const Use& use) const {
-    forEachGlyph(
-        text_.bytes, text_.count, cfg_, text_.place, [](const Placement&, double) {},
-        [&](const Glyph& glyph, const Placement& place, bool) {
-          if (mayShow(glyph, place, size)) use(glyph, place);
-        });
-  }
-
-  bool mayShow(const Glyph& glyph, const Placement& place, DaxiSize size) const {
-    DaxiTextBox box = {INFINITY, INFINITY, -INFINITY, -INFINITY, 0, 0, 0};
-    InkBox ink{stroke_.width / 2 + 2, box, place};
+  // A box that holds a glyph, whatever its strokes, and the box before.
+  DaxiTextBox roomOf(const Glyph& glyph, const Placement& place, DaxiTextBox box) const {
+    InkBox corners{stroke_.width / 2 + 1, box, place};
     for (const double up : {kGlyphBottom, kGlyphTop}) {
-      ink.lineTo({cfg_.slant * up * unit_, up * unit_});
-      ink.lineTo({(glyph.advance + cfg_.slant * up) * unit_, up * unit_});
+      corners.lineTo({cfg_.slant * up * unit_, up * unit_});
+      corners.lineTo({(glyph.advance + cfg_.slant * up) * unit_, up * unit_});
     }
-    return box.right >= 0 && box.bottom >= 0 && box.left <= size.width && box.top <= size.height;
+    return box;
+  }
+
+  // Of all glyphs.
+  DaxiTextBox room() const {
+    DaxiTextBox box = kNothing;
+    forEachGlyph(
+        text_.bytes, text_.count, cfg_, text_.place, [](const Placement&, const TextLines&) {},
+        [&](const Glyph& glyph, const Placement& place, bool) { box = roomOf(glyph, place, box); });
+    return box;
+  }
+
+  // The pixels of the image in a box.
+  static DaxiRect windowOf(const DaxiTextBox& box, DaxiSize size) {
+    const auto pixel = [](double at, int32_t side) {
+      return static_cast<int32_t>(std::clamp(std::floor(at + 0.5), 0.0, static_cast<double>(side)));
+    };
+    const int32_t left = pixel(box.left, size.width), top = pixel(box.top, size.height);
+    return {left, top, pixel(box.right + 1, size.width) - left, pixel(box.bottom + 1, size.height) - top};
   }
 
   const Text& text_;
@@ -194,7 +222,8 @@ DaxStatus drawText(const Canvas& canvas, const Text& text, const DaxiTextCfg* cf
   DAX_REQUIRE(isCoordinate(text.place.x) && isCoordinate(text.place.y), DAX_STS_BAD_PARAM);
   DAX_REQUIRE_OK(checkTextCfg(*cfg));
   DAX_REQUIRE_OK(checkStroke(*stroke, canvas, true));
-  return TextDrawing(text, *cfg, *stroke).draw(canvas, buffer);
+  TextDrawing(text, *cfg, *stroke).draw(canvas, buffer);
+  return DAX_STS_OK;
 }
 
 }  // namespace dax
@@ -213,7 +242,7 @@ DaxStatus DAXI_DrawTextBufferSize(DaxiSize dstSize, const char* text, int32_t te
   DAX_REQUIRE(isTextLength(textBytes), DAX_STS_BAD_PARAM);
   DAX_REQUIRE_OK(checkTextCfg(*cfg));
   DAX_REQUIRE_OK(checkPen(*stroke, true));
-  return TextDrawing({text, textBytes, {}}, *cfg, *stroke).buffer(dstSize).store(bytes);
+  return TextDrawing({text, textBytes, {}}, *cfg, *stroke).buffer(dstSize).layout.store(bytes);
 }
 
 DaxStatus DAXI_TextSize(const char* text, int32_t textBytes, const DaxiTextCfg* cfg, const DaxiStroke* stroke,

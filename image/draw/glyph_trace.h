@@ -15,8 +15,8 @@ namespace dax {
 // angle), and the ellipse is its image under the matrix of the legs, which stretches by its norm. At most kPenError.
 template <class Pen>
 void traceCorner(DaxiPoint64f from, DaxiPoint64f corner, DaxiPoint64f to, Pen& pen) {
-  constexpr double kPieces = 1.055 * 3.1415926535897931;  // sqrt((1.055 pi / 2)^2 / (8 kPenError))
-  static_assert(kPenError == 1.0 / 32);
+  constexpr double kPieces = 1.055 * 2.2214414690791831;  // sqrt((1.055 pi / 2)^2 / (8 kPenError))
+  static_assert(kPenError == 1.0 / 16);
   const DaxiPoint64f a = {from.x - corner.x, from.y - corner.y}, b = {to.x - corner.x, to.y - corner.y};
   const double aa = a.x * a.x + a.y * a.y, bb = b.x * b.x + b.y * b.y, ab = a.x * b.x + a.y * b.y;
   const double norm = std::sqrt((aa + bb) / 2 + std::sqrt((aa - bb) * (aa - bb) / 4 + ab * ab));
@@ -29,11 +29,12 @@ void traceCorner(DaxiPoint64f from, DaxiPoint64f corner, DaxiPoint64f to, Pen& p
   pen.lineTo(to);
 }
 
-// Calls pen.moveTo and pen.lineTo for the strokes of a glyph. unit: pixels of a unit of the font.
+// Calls pen.moveTo and pen.lineTo for the strokes of a glyph, and pen.close where one is back at its start. unit: pixels of a
+// unit of the font.
 template <class Pen>
 void traceGlyph(const Glyph& glyph, double unit, double slant, Pen& pen) {
   const auto place = [&](GlyphPoint p) { return DaxiPoint64f{(p.u() + slant * p.v()) * unit, p.v() * unit}; };
-  DaxiPoint64f last{};
+  DaxiPoint64f last{}, first{};
   const uint16_t* const end = kGlyphPoints + (&glyph)[1].first;
   for (const uint16_t* p = kGlyphPoints + glyph.first; p != end; ++p) {
     const GlyphPoint point{*p};
@@ -41,19 +42,22 @@ void traceGlyph(const Glyph& glyph, double unit, double slant, Pen& pen) {
     if (!point.isCorner()) {
       if (point.isMove()) {
         pen.moveTo(here);
+        first = here;
       } else {
         pen.lineTo(here);
       }
       last = here;
-      continue;
+    } else {
+      // A stroke does not end with a corner.
+      const GlyphPoint next{p[1]};
+      DaxiPoint64f to = place(next);
+      if (next.isCorner()) to = {(here.x + to.x) / 2, (here.y + to.y) / 2};
+      traceCorner(last, here, to, pen);
+      last = to;
+      if (!next.isCorner()) ++p;
     }
-    // A stroke does not end with a corner.
-    const GlyphPoint next{p[1]};
-    DaxiPoint64f to = place(next);
-    if (next.isCorner()) to = {(here.x + to.x) / 2, (here.y + to.y) / 2};
-    traceCorner(last, here, to, pen);
-    last = to;
-    if (!next.isCorner()) ++p;
+    const bool isLast = p + 1 == end || GlyphPoint{p[1]}.isMove();
+    if (isLast && last.x == first.x && last.y == first.y) pen.close();
   }
 }
 

@@ -12,10 +12,10 @@
 namespace dax {
 
 // How far outlines may stay from those of true discs, pixels.
-inline constexpr double kPenError = 1.0 / 32;
+inline constexpr double kPenError = 1.0 / 16;
 
-// Calls sink.side(from, to) for the sides of outlines whose union is what the pen covers; all run the same way around their
-// inside. What it calls depends on the points alone.
+// Calls sink.side(from, to) for the sides of outlines whose union is what the pen covers, and sink.endRun() after each
+// outline; all run the same way around their inside. What it calls depends on the points alone.
 template <class Sink>
 class RoundPen {
  public:
@@ -35,46 +35,71 @@ class RoundPen {
   void lineTo(DaxiPoint64f point) {
     const double dx = point.x - last_.x, dy = point.y - last_.y, length = std::sqrt(dx * dx + dy * dy);
     if (!(length > 1e-9)) return;
-    const DaxiPoint64f way = {dx / length, dy / length};
+    const Segment next = {last_, {dx / length, dy / length}, length};
     if (!isDown_) {
-      begin(way);
-    } else if (isSmooth(way, length)) {
+      begin(next);
+    } else if (isSmooth(segment_, next)) {
       // Where the sides of both segments meet.
-      const double share = half_ / (1 + way_.x * way.x + way_.y * way.y);
-      advance({-share * (way_.y + way.y), share * (way_.x + way.x)});
+      const DaxiPoint64f a = segment_.way, b = next.way;
+      const double share = half_ / (1 + a.x * b.x + a.y * b.y);
+      advance({-share * (a.y + b.y), share * (a.x + b.x)});
     } else {
       end();
-      begin(way);
+      begin(next);
+      isWhole_ = false;
     }
-    way_ = way, length_ = length, last_ = point, isDown_ = true;
+    segment_ = next, last_ = point, isDown_ = true;
+  }
+
+  // Ends a stroke that is back at its start, without ends where it goes on smoothly.
+  void close() {
+    if (isDown_ && isWhole_ && isSmooth(segment_, first_)) {
+      advance(leftOf(segment_));
+      sink_.side(left_, firstLeft_);
+      sink_.side(firstRight_, right_);
+      sink_.endRun();
+      isDown_ = false;
+    }
+    finish();
   }
 
   // Ends the last stroke.
   void finish() {
     if (isDown_) end();
-    isDown_ = false;
+    isDown_ = false, isWhole_ = true;
   }
 
  private:
+  struct Segment {
+    DaxiPoint64f from;
+    DaxiPoint64f way;  // of length 1
+    double length;
+  };
+
   // Whether the corner where the sides meet stays close to the disc, and on the inner side within the segments. With the
   // turn t between them 2 / (1 + cosine) is 1 / cos(t / 2)^2, and (1 - cosine) / (1 + cosine) is tan(t / 2)^2.
-  bool isSmooth(DaxiPoint64f way, double length) const {
-    const double cosine = way_.x * way.x + way_.y * way.y, reach = half_ + kPenError;
-    const double inner = std::min(length, length_) / 2;
+  bool isSmooth(const Segment& a, const Segment& b) const {
+    const double cosine = a.way.x * b.way.x + a.way.y * b.way.y, reach = half_ + kPenError;
+    const double inner = std::min(a.length, b.length) / 2;
     return cosine > 0.5 && half_ * half_ * 2 <= reach * reach * (1 + cosine) &&
            half_ * half_ * (1 - cosine) <= inner * inner * (1 + cosine);
   }
 
-  void begin(DaxiPoint64f way) {
-    const DaxiPoint64f n = {-half_ * way.y, half_ * way.x};
-    left_ = {last_.x + n.x, last_.y + n.y}, right_ = {last_.x - n.x, last_.y - n.y};
-    halfDisc({-n.x, -n.y}, right_, left_);
+  DaxiPoint64f leftOf(const Segment& s) const { return {-half_ * s.way.y, half_ * s.way.x}; }
+
+  void begin(const Segment& s) {
+    const DaxiPoint64f n = leftOf(s);
+    first_ = s;
+    firstLeft_ = left_ = {s.from.x + n.x, s.from.y + n.y};
+    firstRight_ = right_ = {s.from.x - n.x, s.from.y - n.y};
   }
 
   void end() {
-    const DaxiPoint64f n = {-half_ * way_.y, half_ * way_.x};
+    const DaxiPoint64f n = leftOf(segment_), start = leftOf(first_);
     advance(n);
-    halfDisc(n, left_, right_);
+    halfDisc(last_, n, left_, right_);
+    halfDisc(first_.from, {-start.x, -start.y}, firstRight_, firstLeft_);
+    sink_.endRun();
   }
 
   // To the last point, with n from there to the left.
@@ -85,11 +110,11 @@ class RoundPen {
     left_ = left, right_ = right;
   }
 
-  // From last_ + n by half a turn from y to x.
-  void halfDisc(DaxiPoint64f n, DaxiPoint64f from, DaxiPoint64f to) {
+  // From centre + n by half a turn from y to x.
+  void halfDisc(DaxiPoint64f centre, DaxiPoint64f n, DaxiPoint64f from, DaxiPoint64f to) {
     for (int32_t i = 1; i < chords_; ++i) {
       n = {turn_.cosine * n.x + turn_.sine * n.y, turn_.cosine * n.y - turn_.sine * n.x};
-      const DaxiPoint64f next = {last_.x + n.x, last_.y + n.y};
+      const DaxiPoint64f next = {centre.x + n.x, centre.y + n.y};
       sink_.side(from, next);
       from = next;
     }
@@ -101,10 +126,11 @@ class RoundPen {
   int32_t chords_;
   SinCos turn_{};
   bool isDown_ = false;
+  bool isWhole_ = true;  // the stroke is one run so far
   DaxiPoint64f last_{};
-  DaxiPoint64f way_{};  // of the last segment
-  double length_ = 0;
+  Segment segment_{}, first_{};    // the last one, and the run's first one
   DaxiPoint64f left_{}, right_{};  // ends of the sides
+  DaxiPoint64f firstLeft_{}, firstRight_{};
 };
 
 }  // namespace dax

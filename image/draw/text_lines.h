@@ -71,7 +71,7 @@ inline double firstBaseline(const DaxiTextCfg& cfg, const char* text, int32_t by
   return cfg.alignY == DAXI_TEXT_BOTTOM ? -toLast : (cfg.height - toLast) / 2;
 }
 
-// Calls useLine(placement of its start, length in pixels) for every line and useGlyph(glyph, its placement, whether it stands
+// Calls useLine(placement of its start, the line) for every line and useGlyph(glyph, its placement, whether it stands
 // for another) for every character.
 template <class UseLine, class UseGlyph>
 void forEachGlyph(const char* text, int32_t bytes, const DaxiTextCfg& cfg, DaxiPoint64f place, const UseLine& useLine,
@@ -81,9 +81,9 @@ void forEachGlyph(const char* text, int32_t bytes, const DaxiTextCfg& cfg, DaxiP
   const double share = cfg.alignX == DAXI_TEXT_LEFT ? 0 : cfg.alignX == DAXI_TEXT_CENTRE ? -0.5 : -1;
   TextLines lines(text, bytes);
   for (int32_t i = 0; lines.next(); ++i) {
-    const double length = static_cast<double>(lines.length()) * unit;
+    const double length = share == 0 ? 0 : static_cast<double>(lines.length()) * unit;
     const Placement line = origin.moved(share * length, -(first + i * cfg.lineStep * cfg.height));
-    useLine(line, length);
+    useLine(line, lines);
     lines.forEachGlyph([&](const Glyph& glyph, int64_t u, bool isOther) {
       useGlyph(glyph, line.moved(static_cast<double>(u) * unit, 0), isOther);
     });

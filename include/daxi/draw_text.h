@@ -6,9 +6,11 @@
  *
  *   x + (u + slant v) cos(angle) + v sin(angle)        y + (u + slant v) sin(angle) - v cos(angle)
  *
- * The first character starts at u = 0, the others where the one before ends, some pairs closer (A and V). Curves are
- * polylines which stay within 1/32 pixel of them. All strokes of a call are one shape: each pixel is blended once, as by
- * DAXI_DrawPolyline_8u_C1R with round caps and joins, whatever those of the stroke.
+ * The first character starts at u = 0, the others where the one before ends, some pairs closer (A and V). Curves stay within
+ * 1/16 pixel of themselves. Strokes have round ends and joins, whatever those of the pen. Each pixel is blended once, as by
+ * DAXI_DrawPolyline_8u_C1R, with the area that a stroke covers of its square; where several do, with the largest of these areas,
+ * not that of their union. Without anti-aliasing pixels of at least half that area are drawn, but strokes up to a pixel wide
+ * are Bresenham's lines.
  *
  * The text is `textBytes` bytes of UTF-8, without a zero at its end. U+000A ends a line; the next one starts lineStep heights
  * below. U+000D is passed over. Of bytes that are no UTF-8 (overlong, surrogates, cut off) each longest part that begins like
@@ -18,7 +20,7 @@
  *
  * Checks of DAXI_DrawText, in order:
  *   dst, text, cfg, stroke or buffer null                          0x10000014
- *   dstSize of less than 1 x 1 pixels                              0x1000001a
+ *   dstSize outside 1..1048576                                     0x1000001a
  *   dstStep below a row                                            0x1000001b
  *   textBytes < 0 or textBytes > 1048576                           0x10000019
  *   x or y outside -2147483648..2147483647                         0x10000019
@@ -37,25 +39,25 @@ enum { DAXI_TEXT_LEFT = 0, DAXI_TEXT_CENTRE = 1, DAXI_TEXT_RIGHT = 2 };
 
 enum { DAXI_TEXT_BASELINE = 0, DAXI_TEXT_TOP = 1, DAXI_TEXT_MIDDLE = 2, DAXI_TEXT_BOTTOM = 3 };
 
-/* How text is set. 40 bytes. */
+/* How text is set. Of its baselines the first and the last are meant; the top is that of the first line's capitals, the
+ * middle lies between that and the last baseline. 40 bytes. */
 typedef struct DaxiTextCfg {
   double height;   /* of capitals, pixels: 1..65536; default 16 */
   double angle;    /* of the baseline, radians, clockwise on the screen: -1e6..1e6; default 0 */
   double slant;    /* to the right, of what is one high: -2..2; default 0; 0.27 is 15 degrees */
   double lineStep; /* from baseline to baseline, in heights: 0..10; default 1.5 */
   int32_t alignX;  /* 0..2: DAXI_TEXT_LEFT, the default, to ..._RIGHT: what of each line lies at (x, y) */
-  int32_t
-      alignY; /* 0..3: DAXI_TEXT_BASELINE of the first line, the default, its capitals' ..._TOP, the ..._MIDDLE between
-                      that and the ..._BOTTOM, which is the last baseline */
+  int32_t alignY;  /* 0..3: DAXI_TEXT_BASELINE, the default, to ..._BOTTOM: what of all lines */
 } DaxiTextCfg;
 
-/* What text takes. 48 bytes. */
+/* What text takes: a box, from (x, y) to the right and down, that holds all ink and every line's baseline from the start of
+ * its first character to the end of its last one. Ink leaves it by 1/16 pixel at most, Bresenham's lines by a pixel. 48
+ * bytes. */
 typedef struct DaxiTextBox {
-  double left; /* of a box, pixels from (x, y) to the right and down, that holds all ink and every line's baseline */
-  double top;  /* from the start of its first character to the end of its last one. Pixels whose squares */
-  double
-      right; /* lie outside of it are not drawn to; with antialias 0 and a width of at most 1 it is by half a pixel */
-  double bottom;    /* wider */
+  double left; /* pixels */
+  double top;
+  double right;
+  double bottom;
   double advance;   /* length of the longest line, pixels along the baseline */
   int32_t lines;    /* at least 1 */
   int32_t replaced; /* characters that are drawn as U+FFFD in place of what is missing or ill-formed */
@@ -81,16 +83,15 @@ DAX_API DaxStatus DAXI_DrawText_16u_C3R(uint16_t* dst, int32_t dstStep, DaxiSize
 
 /* Bytes of work buffer of DAXI_DrawText for the same arguments, of all types and wherever the text is.
  *
- * Checks, in order: text, cfg, stroke or bytes null -> 0x10000014; dstSize of less than 1 x 1 pixels, textBytes < 0 or
- * textBytes > 1048576, then cfg and stroke in the order of their fields -> 0x10000019; a size beyond 2^63 - 1 ->
- * 0x10000015. Thread-safe. */
+ * Checks, in order: text, cfg, stroke or bytes null -> 0x10000014; dstSize outside 1..1048576 -> 0x10000019; textBytes < 0 or
+ * textBytes > 1048576 -> 0x10000019; cfg, then stroke, in the order of their fields -> 0x10000019. Thread-safe. */
 DAX_API DaxStatus DAXI_DrawTextBufferSize(DaxiSize dstSize, const char* text, int32_t textBytes, const DaxiTextCfg* cfg,
                                           const DaxiStroke* stroke, uint64_t* bytes);
 
 /* What text takes, as DAXI_DrawText sets it by the same arguments. box receives it.
  *
- * Checks, in order: text, cfg, stroke or box null -> 0x10000014; textBytes < 0 or textBytes > 1048576, then cfg and stroke
- * in the order of their fields -> 0x10000019. Thread-safe. */
+ * Checks, in order: text, cfg, stroke or box null -> 0x10000014; textBytes < 0 or textBytes > 1048576 -> 0x10000019; cfg, then
+ * stroke, in the order of their fields -> 0x10000019. Thread-safe. */
 DAX_API DaxStatus DAXI_TextSize(const char* text, int32_t textBytes, const DaxiTextCfg* cfg, const DaxiStroke* stroke,
                                 DaxiTextBox* box);
 
