@@ -78,9 +78,10 @@ def draw_text(
     height. angle: in radians, clockwise on the screen. slant: to the right, of what is one high.
 
     >>> picture = dax.draw_text(np.zeros((12, 20), np.uint8), "Hi", (1, 10), 255, height=8, width=1)
-    >>> picture[2:11, 1:6]
-    array([[  0, 204,  51,   0,   0],
-           [  0, 204,  51,   0,   0]], dtype=uint8)
+    >>> picture[5:8, 1:9]
+    array([[  0, 204,  51,   0,   0,   0, 255,   0],
+           [  0, 204, 255, 255, 255, 255, 255,   0],
+           [  0, 204,  51,   0,   0,   0, 255,   0]], dtype=uint8)
     """
     src = source("image", image, _TYPES, "C1 C3")
     dst = target("out", out, src.array.shape, src.array.dtype)
@@ -116,7 +117,7 @@ def text_box(
     """What text takes as draw_text draws it, relative to its position.
 
     >>> dax.text_box("100 mm\\u00b2", height=10, width=1)
-    TextBox(left=0.0, top=-10.5, right=59.25, bottom=0.5, advance=59.25, lines=1, replaced=0)
+    TextBox(left=0.0, top=-10.5, right=58.75, bottom=0.5, advance=58.75, lines=1, replaced=0)
     """
     encoded, box = _bytes(text), ffi.new("DaxiTextBox*")
     cfg = _cfg(height, angle, slant, line_step, align, anchor)
