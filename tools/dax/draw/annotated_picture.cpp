@@ -3,16 +3,22 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
-#include <numbers>
 
 #include "base/failure.h"
+#include "base/library_call.h"
+#include "daxi/draw.h"
+#include "daxi/resize.h"
+#include "io/image_file.h"
 
 namespace dax::tool {
 namespace {
 
+constexpr int kMaxOverlaySide = 32767;
 constexpr int kLegibleSide = 960;  // small images are enlarged towards it
-constexpr double kFontSize = 13;   // output pixels, as all lengths of labels
-constexpr double kLabelMargin = 4;
+constexpr double kTextHeight = 9;  // of capitals, output pixels, as all lengths of labels
+constexpr double kTextThickness = 1.5;
+constexpr double kLabelHeight = 17;
+constexpr double kLabelMargin = 6;
 constexpr Ink kHalo{0, 0, 0, 0.55};
 constexpr Ink kLabelColour{0.06, 0.08, 0.11, 0.80};
 constexpr Ink kTextColour{1, 1, 1, 1};
@@ -20,50 +26,71 @@ constexpr Ink kTextColour{1, 1, 1, 1};
 double usableScale(DaxiSize size, double scale) {
   const double side = std::max(size.width, size.height);
   if (scale == 0) scale = std::clamp(std::round(kLegibleSide / side), 1.0, 8.0);
-  if (side <= kMaxDrawingSide && side * scale <= kMaxDrawingSide) return scale;
+  if (side <= kMaxOverlaySide && side * scale <= kMaxOverlaySide) return scale;
   throw Failure(ExitStatus::kRefused,
-                "overlay: the picture would be wider or higher than " + std::to_string(kMaxDrawingSide));
+                "overlay: the picture would be wider or higher than " + std::to_string(kMaxOverlaySide));
+}
+
+GreyImage resized(const GreyImage& image, double scale) {
+  const auto side = [scale](int32_t length) { return std::max(1, static_cast<int32_t>(std::rint(length * scale))); };
+  const DaxiSize size = {side(image.size.width), side(image.size.height)};
+  const DaxiRect all = {0, 0, size.width, size.height};
+  GreyImage result = makeGreyImage(size);
+  DaxiResizeCfg cfg;
+  DAXI_ResizeDefaultCfg(&cfg);
+  cfg.factorX = cfg.factorY = scale;
+  uint64_t bytes = 0;
+  check(DAXI_ResizeBufferSize_8u_C1R(image.size, size, all, &cfg, &bytes), "overlay");
+  const Memory buffer(bytes);
+  check(DAXI_Resize_8u_C1R(image.pixels.data(), image.step(), image.size, result.pixels.data(), result.step(), size,
+                           all, &cfg, buffer.get()),
+        "overlay");
+  return result;
+}
+
+ColourImage coloured(const GreyImage& image) {
+  ColourImage result = makeColourImage(image.size, {0, 0, 0});
+  std::transform(image.pixels.begin(), image.pixels.end(), result.pixels.begin(), [](uint8_t v) {
+    return Colour{v, v, v};
+  });
+  return result;
+}
+
+DaxiStroke strokeOf(const Ink& ink, double width) {
+  DaxiStroke stroke;
+  DAXI_StrokeDefault(&stroke);
+  stroke.width = width, stroke.alpha = ink.alpha;
+  const double components[] = {ink.red, ink.green, ink.blue};
+  std::transform(components, components + 3, stroke.color,
+                 [](double c) { return static_cast<int32_t>(255 * c + 0.5); });
+  return stroke;
+}
+
+DaxiTextCfg labelText() {
+  DaxiTextCfg cfg;
+  DAXI_TextDefaultCfg(&cfg);
+  cfg.height = kTextHeight;
+  return cfg;
 }
 
 }  // namespace
 
 AnnotatedPicture::AnnotatedPicture(const GreyImage& image, double scale)
-    : scale_(usableScale(image.size, scale)),
-      width_(scaled(image.size.width)),
-      height_(scaled(image.size.height)),
-      surface_(makeSurface(width_, height_)),
-      context_(cairo_create(surface_.get())) {
-  cairo_t* c = context_.get();
-  const Surface picture = toSurface(image);
-  cairo_scale(c, scale_, scale_);
-  cairo_set_source_surface(c, picture.get(), 0, 0);
-  cairo_pattern_set_filter(cairo_get_source(c), scale_ < 1 ? CAIRO_FILTER_GOOD : CAIRO_FILTER_BILINEAR);
-  cairo_pattern_set_extend(cairo_get_source(c), CAIRO_EXTEND_PAD);
-  cairo_paint(c);
-  cairo_identity_matrix(c);
-  cairo_set_line_join(c, CAIRO_LINE_JOIN_ROUND);
-  cairo_select_font_face(c, "sans-serif", CAIRO_FONT_SLANT_NORMAL, CAIRO_FONT_WEIGHT_BOLD);
-  cairo_set_font_size(c, kFontSize);
-}
+    : scale_(usableScale(image.size, scale)), picture_(coloured(scale_ == 1 ? image : resized(image, scale_))) {}
 
 void AnnotatedPicture::line(std::span<const Point> points, bool closed, const Ink& colour, double width) {
-  cairo_t* c = context_.get();
-  cairo_new_path(c);
-  for (const Point& point : points) cairo_line_to(c, out(point.x), out(point.y));
-  if (closed) cairo_close_path(c);
-  setInk(c, kHalo);
-  cairo_set_line_width(c, width + 1.6);
-  cairo_stroke_preserve(c);
-  setInk(c, colour);
-  cairo_set_line_width(c, width);
-  cairo_stroke(c);
+  std::vector<DaxiPoint64f> path;
+  for (const Point& point : points) path.push_back({out(point.x) - 0.5, out(point.y) - 0.5});
+  polyline(path, closed, strokeOf(kHalo, width + 1.6));
+  polyline(path, closed, strokeOf(colour, width));
 }
 
 void AnnotatedPicture::label(const Rect& around, const std::string& text) {
-  cairo_text_extents_t extents;
-  cairo_text_extents(context_.get(), text.c_str(), &extents);
-  const double width = extents.x_advance + 2 * kLabelMargin;
-  const double height = kFontSize + kLabelMargin;
+  const DaxiTextCfg cfg = labelText();
+  const DaxiStroke stroke = strokeOf(kTextColour, kTextThickness);
+  DaxiTextBox box;
+  check(DAXI_TextSize(text.data(), static_cast<int32_t>(text.size()), &cfg, &stroke, &box), "label");
+  const double width = std::max(kLabelHeight, box.advance + 2 * kLabelMargin), height = kLabelHeight;
   const Rect rect = onPicture(around);
   const double left = rect.x + (rect.width - width) / 2;
   const double top = rect.y + (rect.height - height) / 2;
@@ -77,30 +104,53 @@ void AnnotatedPicture::label(const Rect& around, const std::string& text) {
   drawLabel(*free, text);
 }
 
-int AnnotatedPicture::scaled(int side) const {
-  return std::max(1, static_cast<int>(std::lround(side * scale_)));
+std::string AnnotatedPicture::png() const {
+  DaxiImageRecord record = {};
+  record.width = picture_.size.width, record.height = picture_.size.height, record.channels = 3;
+  record.type = DAXI_SAMPLE_8U;
+  DaxiImageWriteCfg cfg;
+  DAXI_ImageWriteDefaultCfg(&cfg);
+  cfg.format = DAXI_IMAGE_PNG;
+  return encode(record, picture_.pixels.data(), cfg);
 }
 
 bool AnnotatedPicture::isFree(const Rect& rect) const {
-  const bool inside = rect.x >= 0 && rect.y >= 0 && rect.x + rect.width <= width_ && rect.y + rect.height <= height_;
+  const bool inside = rect.x >= 0 && rect.y >= 0 && rect.x + rect.width <= picture_.size.width &&
+                      rect.y + rect.height <= picture_.size.height;
   return inside && std::none_of(placed_.begin(), placed_.end(), [&](const Rect& r) { return r.overlaps(rect); });
 }
 
+void AnnotatedPicture::polyline(std::span<const DaxiPoint64f> points, bool closed, const DaxiStroke& stroke) {
+  if (points.empty()) return;
+  const auto count = static_cast<int32_t>(points.size());
+  uint64_t bytes = 0;
+  check(DAXI_DrawPolylineBufferSize(picture_.size, count, &stroke, &bytes), "overlay");
+  const Memory buffer(bytes);
+  check(DAXI_DrawPolyline_8u_C3R(pixels(), 3 * picture_.size.width, picture_.size, points.data(), count, closed ? 1 : 0,
+                                 &stroke, buffer.get()),
+        "overlay");
+}
+
+// A pill with the text in its middle.
 void AnnotatedPicture::drawLabel(const Rect& r, const std::string& text) {
-  cairo_t* c = context_.get();
-  const double radius = 3.5;
-  const double quarter = std::numbers::pi / 2;
-  cairo_new_sub_path(c);
-  cairo_arc(c, r.x + r.width - radius, r.y + radius, radius, -quarter, 0);
-  cairo_arc(c, r.x + r.width - radius, r.y + r.height - radius, radius, 0, quarter);
-  cairo_arc(c, r.x + radius, r.y + r.height - radius, radius, quarter, 2 * quarter);
-  cairo_arc(c, r.x + radius, r.y + radius, radius, 2 * quarter, 3 * quarter);
-  cairo_close_path(c);
-  setInk(c, kLabelColour);
-  cairo_fill(c);
-  setInk(c, kTextColour);
-  cairo_move_to(c, r.x + kLabelMargin, r.y + r.height - kLabelMargin - 0.5);
-  cairo_show_text(c, text.c_str());
+  const double radius = r.height / 2, middle = r.y + radius - 0.5;
+  DaxiStroke pill = strokeOf(kLabelColour, r.height);
+  pill.cap = DAXI_CAP_ROUND;
+  const std::array ends = {DaxiPoint64f{r.x + radius - 0.5, middle},
+                           DaxiPoint64f{r.x + r.width - radius - 0.5, middle}};
+  polyline(ends, false, pill);
+  DaxiTextCfg cfg = labelText();
+  cfg.alignX = DAXI_TEXT_CENTRE;
+  const DaxiStroke stroke = strokeOf(kTextColour, kTextThickness);
+  const auto count = static_cast<int32_t>(text.size());
+  uint64_t bytes = 0;
+  check(DAXI_DrawTextBufferSize(picture_.size, text.data(), count, &cfg, &stroke, &bytes), "label");
+  const Memory buffer(bytes);
+  // The baseline on a whole row.
+  const double baseline = std::floor(middle + kTextHeight / 2 + 0.5);
+  check(DAXI_DrawText_8u_C3R(pixels(), 3 * picture_.size.width, picture_.size, text.data(), count,
+                             r.x + r.width / 2 - 0.5, baseline, &cfg, &stroke, buffer.get()),
+        "label");
 }
 
 }  // namespace dax::tool

@@ -5,7 +5,10 @@
 #include <string>
 #include <vector>
 
-#include "draw/drawing.h"
+#include "daxi/draw_text.h"
+#include "draw/ink.h"
+#include "io/colour_image.h"
+#include "io/grey_image.h"
 #include "scene/contour.h"
 
 namespace dax::tool {
@@ -32,23 +35,18 @@ class AnnotatedPicture {
   // A label above, below, beside or on a rectangle of the image; omitted if there is no room.
   void label(const Rect& around, const std::string& text);
 
-  std::string png() {
-    require(cairo_status(context_.get()));
-    return toPng(surface_);
-  }
+  std::string png() const;
 
  private:
-  int scaled(int side) const;
   double out(double coordinate) const { return (coordinate + 0.5) * scale_; }
   Rect onPicture(const Rect& r) const { return {out(r.x), out(r.y), r.width * scale_, r.height * scale_}; }
   bool isFree(const Rect& rect) const;
+  void polyline(std::span<const DaxiPoint64f> points, bool closed, const DaxiStroke& stroke);
   void drawLabel(const Rect& rect, const std::string& text);
+  uint8_t* pixels() { return &picture_.pixels.data()->red; }
 
   double scale_;
-  int width_;
-  int height_;
-  Surface surface_;
-  Context context_;
+  ColourImage picture_;
   std::vector<Rect> placed_;
 };
 

@@ -6,6 +6,7 @@
 #include <memory>
 #include <string>
 
+#include "draw/ink.h"
 #include "io/colour_image.h"
 #include "io/grey_image.h"
 
@@ -17,10 +18,6 @@ struct DestroyDrawing {
 };
 using Surface = std::unique_ptr<cairo_surface_t, DestroyDrawing>;
 using Context = std::unique_ptr<cairo_t, DestroyDrawing>;
-
-struct Ink {
-  double red, green, blue, alpha;
-};
 
 inline void setInk(cairo_t* context, const Ink& ink) {
   cairo_set_source_rgba(context, ink.red, ink.green, ink.blue, ink.alpha);
