@@ -1,7 +1,6 @@
 // dax convert: the steps of tools/dax/convert, one after the other, between reading and writing.
 #include <CLI/CLI.hpp>
 #include <algorithm>
-#include <cctype>
 #include <iostream>
 #include <map>
 #include <memory>
@@ -34,11 +33,6 @@ struct ConvertOptions {
   std::map<const ConvertOption*, CLI::Option*> given;
 };
 
-const std::map<std::string, int32_t> kConvertFormats = {
-    {"bmp", DAXI_IMAGE_BMP},   {"pgm", DAXI_IMAGE_PNM},  {"ppm", DAXI_IMAGE_PNM},  {"pnm", DAXI_IMAGE_PNM},
-    {"pfm", DAXI_IMAGE_PFM},   {"raw", DAXI_IMAGE_RAW},  {"png", DAXI_IMAGE_PNG},  {"jpg", DAXI_IMAGE_JPEG},
-    {"jpeg", DAXI_IMAGE_JPEG}, {"tif", DAXI_IMAGE_TIFF}, {"tiff", DAXI_IMAGE_TIFF}};
-
 bool haveSeveralResults(const ConvertOptions& options) {
   return !options.merge && areSeveral(options.inputs);
 }
@@ -46,14 +40,8 @@ bool haveSeveralResults(const ConvertOptions& options) {
 int32_t formatOf(const ConvertOptions& options) {
   std::string name = options.format;
   if (name.empty() && haveSeveralResults(options)) reject("--format: of several images it must be told");
-  if (name.empty()) {
-    const std::string ending = fs::path(options.output).extension().string();
-    for (const char c : ending) {
-      if (c != '.') name += static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
-    }
-  }
-  const auto found = kConvertFormats.find(name);
-  if (found != kConvertFormats.end()) return found->second;
+  if (name.empty()) name = formatName(options.output);
+  if (const auto found = imageFormatOf(name)) return *found;
   const std::string formats = "png, jpg, tif, bmp, pgm, ppm, pfm, raw";
   if (!options.format.empty()) reject("--format: " + inQuotes(options.format) + " is none of " + formats);
   reject(printable(options.output) + ": no ending of a format that is written (" + formats + ")");

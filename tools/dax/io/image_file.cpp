@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <cctype>
+#include <map>
 #include <string_view>
 
 #include "base/failure.h"
@@ -141,6 +142,24 @@ GreyImage ImageFile::toGrey() const {
     forEachGrey(samples_.record, samples_.words(), put);
   }
   return grey;
+}
+
+std::optional<int32_t> imageFormatOf(const std::string& name) {
+  static const std::map<std::string, int32_t> formats = {
+      {"bmp", DAXI_IMAGE_BMP},   {"pgm", DAXI_IMAGE_PNM},  {"ppm", DAXI_IMAGE_PNM},  {"pnm", DAXI_IMAGE_PNM},
+      {"pfm", DAXI_IMAGE_PFM},   {"raw", DAXI_IMAGE_RAW},  {"png", DAXI_IMAGE_PNG},  {"jpg", DAXI_IMAGE_JPEG},
+      {"jpeg", DAXI_IMAGE_JPEG}, {"tif", DAXI_IMAGE_TIFF}, {"tiff", DAXI_IMAGE_TIFF}};
+  const auto found = formats.find(name);
+  if (found == formats.end()) return std::nullopt;
+  return found->second;
+}
+
+std::string formatName(const fs::path& path) {
+  std::string name;
+  for (const char c : path.extension().string()) {
+    if (c != '.') name += static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
+  }
+  return name;
 }
 
 bool hasImageExtension(const fs::path& path) {

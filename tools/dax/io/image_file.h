@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <cstring>
 #include <filesystem>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -64,6 +65,10 @@ class ImageFile {
 
 // Whether a file-name extension is of a format that can be read.
 bool hasImageExtension(const std::filesystem::path& path);
+
+// The format of a name such as "png"; and that name of a file's ending.
+std::optional<int32_t> imageFormatOf(const std::string& name);
+std::string formatName(const std::filesystem::path& path);
 
 // Encoded grey images.
 std::string encodePng(const GreyImage& image);
