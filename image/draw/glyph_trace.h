@@ -3,8 +3,8 @@
 
 #include <cmath>
 
-#include "image/draw/font.h"
 #include "image/draw/round_pen.h"
+#include "image/font/font.h"
 
 namespace dax {
 

@@ -5,7 +5,7 @@
 
 #include "daxi/draw_text.h"
 #include "frame/math.h"
-#include "image/draw/utf8.h"
+#include "image/font/utf8.h"
 
 namespace dax {
 

@@ -71,11 +71,11 @@ def draw_text(
 ) -> Array:
     """The image with text on it.
 
-    image: uint8 or uint16, (rows, columns) or (rows, columns, 3); `out` may be the image, which is then drawn into. text:
-    lines of characters; bytes are UTF-8. position: (x, y) of what align and anchor say: of each line the start, the middle
-    or the end, and of all lines the first baseline, the top of its capitals, the last baseline, or halfway between these
-    two. color: a number, or one for each channel. height: of capitals, in pixels. width: of strokes; 0 is a tenth of the
-    height. angle: in radians, clockwise on the screen. slant: to the right, of what is one high.
+    image: uint8 or uint16, (rows, columns) or (rows, columns, 3); `out` may be the image, which is then drawn into.
+    text: lines of characters; bytes are UTF-8. position: (x, y) of what align and anchor say: of each line the start,
+    the middle or the end, and of all lines the first baseline, the top of its capitals, the last baseline, or halfway
+    between these two. color: a number, or one for each channel. height: of capitals, in pixels. width: of strokes; 0
+    is a tenth of the height. angle: in radians, clockwise on the screen. slant: to the right, of what is one high.
 
     >>> picture = dax.draw_text(np.zeros((12, 20), np.uint8), "Hi", (1, 10), 255, height=8, width=1)
     >>> picture[5:8, 1:9]

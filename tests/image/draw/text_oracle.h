@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "daxi/draw_text.h"
-#include "image/draw/font.h"
+#include "image/font/font.h"
 #include "tests/support/test_image.h"
 
 namespace dax::test::oracle {

@@ -1,4 +1,4 @@
-#include "image/draw/font.h"
+#include "image/font/font.h"
 
 #include <algorithm>
 

@@ -1,5 +1,5 @@
-// Made by scripts/font from image/draw/font.txt: do not edit.
-#include "image/draw/font.h"
+// Made by scripts/font from image/font/font.txt: do not edit.
+#include "image/font/font.h"
 
 namespace dax {
 

@@ -3,7 +3,7 @@
 
 #include <cstdint>
 
-#include "image/draw/font.h"
+#include "image/font/font.h"
 
 namespace dax {
 
