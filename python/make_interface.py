@@ -49,12 +49,15 @@ def write_interface(source, output):
     ffi.emit_python_code(str(output / "_interface.py"))
 
 
-SOLVER_CODE = re.compile(r"PRMT_STS_\w+ = (-\d+),? +/\* (.*?) \*/")
+SOLVER_CODE = re.compile(r"PR\w+_STS_\w+ = (-\d+),? +/\* (.*?) \*/")
 
 
 def solver_texts(include):
-    header = include / "prmt/status.h"
-    return {int(code): text for code, text in SOLVER_CODE.findall(header.read_text())} if header.exists() else {}
+    """What the codes of solvers and graphs mean; where both have one, the solvers' words."""
+    texts = {}
+    for header in sorted(include.glob("pr*/status.h")):
+        texts.update((int(code), text) for code, text in SOLVER_CODE.findall(header.read_text()))
+    return texts
 
 
 def version_of(include):

@@ -89,6 +89,14 @@ int32_t measure(int32_t n, int32_t m, int64_t elements, uint64_t weights, uint64
 }
 
 }  // namespace
+
+void measureJacobianSolver(Arena& arena, int32_t n, int32_t m, int64_t elements, int64_t lower) {
+  const LmVectors vectors(arena, n);
+  const PrmtLmFunctions functions{nullptr, nullptr, nullptr, elements};
+  const ResidualSide side(arena, n, m, functions, nullptr);
+  NormalEquations::measureMatrices(arena, n, m, elements, lower);
+}
+
 }  // namespace dax
 
 int32_t PRMT_LM_BufferSize_f64(int32_t n, int32_t m, int64_t elements, uint64_t* bytes) {

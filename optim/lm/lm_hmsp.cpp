@@ -3,6 +3,7 @@
 
 #include <cstdio>
 
+#include "optim/lm/lm.h"
 #include "optim/lm/lm_loop.h"
 #include "optim/sparse/cholesky_analysis.h"
 
@@ -71,15 +72,20 @@ int32_t check(const double* x, int32_t n, int32_t m, const PrmtLmHmspFunctions* 
 }
 
 }  // namespace
+
+void measureNormalSolver(Arena& arena, int32_t n, int64_t elements) {
+  const LmVectors vectors(arena, n);
+  const PrmtLmHmspFunctions functions{nullptr, nullptr, nullptr, elements};
+  const Hmsp problem(arena, n, 1, functions, nullptr, nullptr);
+}
+
 }  // namespace dax
 
 int32_t PRMT_LM_HMSP_BufferSize_f64(int32_t n, int32_t m, int64_t elements, uint64_t* bytes) {
   DAX_REQUIRE(bytes, PRMT_STS_NULL_POINTER);
   PRMT_REQUIRE_OK(dax::checkCounts(n, m, elements));
   dax::Arena arena(nullptr, 0);
-  const dax::LmVectors vectors(arena, n);
-  const PrmtLmHmspFunctions functions{nullptr, nullptr, nullptr, elements};
-  const dax::Hmsp problem(arena, n, m, functions, nullptr, nullptr);
+  dax::measureNormalSolver(arena, n, elements);
   dax::measureCholesky(arena, n, static_cast<uint64_t>(dax::roomFor(n, n, elements)));
   return dax::storeNeed(arena, bytes);
 }

@@ -44,12 +44,16 @@ void NormalEquations::takeVectors(int32_t n, int32_t m) {
 }
 
 void NormalEquations::measure(Arena& arena, int32_t n, int32_t m, uint64_t elements) {
+  const auto lower = unsignedOf(n) * (unsignedOf(n) + 1) / 2;
+  measureMatrices(arena, n, m, static_cast<int64_t>(elements), static_cast<int64_t>(lower));
+  measureCholesky(arena, n, lower);
+}
+
+void NormalEquations::measureMatrices(Arena& arena, int32_t n, int32_t m, int64_t elements, int64_t lower) {
   NormalEquations worst(arena);
   worst.takeVectors(n, m);
-  const auto lower = unsignedOf(n) * (unsignedOf(n) + 1) / 2;
-  takeMatrix(arena, n, m, static_cast<int64_t>(elements));
-  takeMatrix(arena, n, n, static_cast<int64_t>(lower));
-  measureCholesky(arena, n, lower);
+  takeMatrix(arena, n, m, elements);
+  takeMatrix(arena, n, n, lower);
 }
 
 bool NormalEquations::adopt(const PrmtMsp& jacobian) {

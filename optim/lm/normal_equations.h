@@ -21,6 +21,9 @@ class NormalEquations {
   // Counts the memory of the worst case, a full matrix A, in a measuring arena.
   static void measure(Arena& arena, int32_t n, int32_t m, uint64_t elements);
 
+  // The same without the factor, for a Jacobian of so many elements and `lower` elements of A.
+  static void measureMatrices(Arena& arena, int32_t n, int32_t m, int64_t elements, int64_t lower);
+
  private:
   bool adopt(const PrmtMsp& jacobian);
   void takeVectors(int32_t n, int32_t m);

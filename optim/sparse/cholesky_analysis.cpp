@@ -48,6 +48,24 @@ int32_t findPanels(const CompressedGraph& nodes, const EliminationTree& tree, Ca
   return count;
 }
 
+struct PanelSizes {
+  int64_t rows, values;
+  int64_t update;  // bound on the size of the largest update of one panel by another
+};
+
+PanelSizes sizesOf(const Candidate* panels, int32_t count) {
+  PanelSizes sizes{0, 0, 0};
+  int64_t widest = 0;
+  for (const Candidate* p = panels; p != panels + count; ++p) widest = std::max<int64_t>(widest, p->columns);
+  for (const Candidate* p = panels; p != panels + count; ++p) {
+    const int64_t height = int64_t{p->columns} + p->below;
+    sizes.rows += height;
+    sizes.values += height * p->columns;
+    sizes.update = std::max(sizes.update, p->below * std::min<int64_t>(p->below, widest));
+  }
+  return sizes;
+}
+
 // Scratch of the analysis, returned to the arena at its end.
 struct Scratch {
   Scratch(Arena& arena, int32_t n, uint64_t elements)
@@ -208,14 +226,9 @@ bool analyse(Arena& arena, const PrmtMsp& matrix, PrmCholesky& factor, int64_t m
   if (!minimumDegree(arena, s.nodes.view(n), s.tree.node)) return false;
   s.tree.build(s.nodes);
   const int32_t panels = findPanels(s.nodes, s.tree, s.panels);
-  int64_t rows = 0, values = 0;
-  for (int32_t p = 0; p < panels; ++p) {
-    const int64_t height = int64_t{s.panels[p].columns} + s.panels[p].below;
-    rows += height;
-    values += height * s.panels[p].columns;
-  }
-  if (values > maxValues) return false;
-  takePanels(arena, factor, n, panels, rows, values, elements);
+  const PanelSizes sizes = sizesOf(s.panels, panels);
+  if (sizes.values > maxValues) return false;
+  takePanels(arena, factor, n, panels, sizes.rows, sizes.values, elements);
   if (!arena.fits()) return false;
   layColumns(s, factor);
   layRows(s, factor);
@@ -235,6 +248,37 @@ void measureCholesky(Arena& arena, int32_t n, uint64_t elements, int64_t maxValu
   const int64_t all = std::min(int64_t{n} * n, maxValues);
   takePanels(arena, factor, n, n, all, all, elements);
   arena.take<double>(unsignedOf(all));
+}
+
+bool measureBlocks(Arena& arena, Arena& work, const PrmtMsp& blocks, const int32_t* column, uint64_t elements) {
+  const int32_t n = blocks.cols, columns = column[n];
+  const Arena::Scope counting(arena), working(work);
+  const Scratch counted(arena, columns, elements);
+  Scratch s(work, n, unsignedOf(elementsOf(blocks)));
+  if (!work.fits()) return false;
+  s.matrix.fill(blocks);
+  s.nodes.compress(s.matrix, n);
+  for (int32_t k = 0; k < s.nodes.count; ++k) {
+    s.nodes.weight[k] = 0;
+    for (int32_t b = s.nodes.first[k]; b != kNone; b = s.nodes.next[b]) {
+      s.nodes.weight[k] += column[b + 1] - column[b];
+    }
+  }
+  measureMinimumDegree(arena, s.nodes.count, columns, unsignedOf(s.nodes.start[s.nodes.count]));
+  if (!minimumDegree(work, s.nodes.view(columns), s.tree.node)) return false;
+  s.tree.build(s.nodes);
+  const int32_t panels = findPanels(s.nodes, s.tree, s.panels);
+  const PanelSizes sizes = sizesOf(s.panels, panels);
+  PrmCholesky factor;
+  takePanels(arena, factor, columns, panels, sizes.rows, sizes.values, elements);
+  arena.take<double>(unsignedOf(sizes.update));
+  return true;
+}
+
+void measureBlockOrder(Arena& work, int32_t blocks, uint64_t elements, int32_t maxColumns) {
+  const Arena::Scope scope(work);
+  const Scratch scratch(work, blocks, elements);
+  measureMinimumDegree(work, blocks, blocks * maxColumns, 2 * elements);
 }
 
 }  // namespace dax

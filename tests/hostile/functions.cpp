@@ -7,6 +7,7 @@
 #include "dax3d.h"
 #include "dax3dpcl.h"
 #include "daxi.h"
+#include "prgo.h"
 #include "prmt.h"
 #include "tests/hostile/call.h"
 #include "zur.h"
