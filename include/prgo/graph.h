@@ -15,6 +15,10 @@
  *                                                                    (t, 2 vec(q)) of SE3, q the unit quaternion, w >= 0
  *   PRGO_EDGE_PRIOR        1  1..6  any                              of E = Z^-1 X; of points and vectors X - Z
  *   PRGO_EDGE_LANDMARK     2  2, 3  SE2, POINT2, or SE3, POINT3      R^T (p - t) - z
+ *   PRGO_EDGE_PROJECTION   3  2     SE3, POINT3                      (fx x / z + cx - u, fy y / z + cy - v) of the
+ *                                                                    point (x, y, z) = R^T (p - t) in front of a camera
+ *   PRGO_EDGE_PLANE        4  1     SE3, SE3                         n^T X^-1 Y p + d: of a point p of Y's frame beside
+ *                                                                    a plane of X's
  *
  * The energy of a graph is E = sum of rho(s) / 2 over its edges, s = r^T Omega r, Omega the information matrix of the edge,
  * positive semi-definite, and rho its kernel, with u = s / k^2:
@@ -46,7 +50,13 @@ enum {
   PRGO_VERTEX_POINT3 = 3,
   PRGO_VERTEX_VECTOR = 4
 };
-enum { PRGO_EDGE_RELATIVE = 0, PRGO_EDGE_PRIOR = 1, PRGO_EDGE_LANDMARK = 2 };
+enum {
+  PRGO_EDGE_RELATIVE = 0,
+  PRGO_EDGE_PRIOR = 1,
+  PRGO_EDGE_LANDMARK = 2,
+  PRGO_EDGE_PROJECTION = 3,
+  PRGO_EDGE_PLANE = 4
+};
 enum {
   PRGO_KERNEL_NONE = 0,
   PRGO_KERNEL_HUBER = 1,
@@ -69,7 +79,7 @@ typedef struct PrgoEdge {
   int32_t type;           /* what is measured, as above */
   int32_t kernel;         /* PRGO_KERNEL_... */
   double kernelWidth;     /* k above; 0: its default */
-  double measurement[6];  /* z, as an estimate of its kind */
+  double measurement[8];  /* z, as an estimate of its kind; (u, v, fx, fy, cx, cy); (p, n, d) */
   double information[21]; /* the upper triangle of Omega by rows; of size 3 six numbers, of size 6 all */
 } PrgoEdge;
 

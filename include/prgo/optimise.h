@@ -14,6 +14,9 @@
  * is held then, the damping keeps the equations regular, and the result counts such components when no single one of their priors is of
  * full rank on a vertex of the largest size.
  *
+ * Projections alone leave the scale free besides: then, of the pose of second lowest id, that number of the step is held that lies
+ * most along the way from the first pose.
+ *
  * Scale: before the first step each variable is multiplied by a power of two that brings the diagonal of J^T J into [1/2, 2),
  * so that damping and stepTolerance mean the same in any unit. The solvers' tolerance of energy is energyTolerance times the
  * energy at the start; when that falls more than a thousandfold, the solver goes on with the tolerance of the energy reached, at most
@@ -58,6 +61,7 @@ typedef struct PrgoResult {
   int32_t components;      /* of the graph */
   int32_t heldVertices;    /* for the gauge */
   int64_t firstHeld;       /* lowest id of those; -1 without one */
+  int32_t heldScales;      /* components of pictures alone, of which a number of a second pose was held */
   int32_t looseComponents; /* without a fixed vertex, with priors none of which is of full rank */
   int32_t weightlessEdges; /* edges on which the kernel has weight 0 at the end: outliers, or a bad start */
   int32_t firstWeightless; /* lowest index of those; -1 without one */

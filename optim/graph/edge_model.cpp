@@ -1,6 +1,7 @@
 #include "optim/graph/edge_model.h"
 
 #include <algorithm>
+#include <type_traits>
 
 #include "optim/graph/robust_kernel.h"
 
@@ -131,6 +132,36 @@ void spatialLandmark(const State& pose, const State& point, const double* z, dou
   }
 }
 
+// A camera's picture of a point; NaN of one that is not in front of it. Of u = fx x / z the derivative by the point is
+// (fx / z, 0, -fx x / z^2).
+void projection(const State& pose, const State& point, const double* z, double* r, Linear* out) {
+  const Vector3 seen = turnedBack(pose.r, load3(point.x) - load3(pose.x));
+  const double depth = seen.z > 0 ? seen.z : std::nan("");
+  const double across[2] = {seen.x / depth, seen.y / depth};
+  for (int i = 0; i < 2; ++i) r[i] = z[2 + i] * across[i] + z[4 + i] - z[i];
+  if (!out) return;
+  for (int i = 0; i < 2; ++i) {
+    const double slope = z[2 + i] / depth;
+    const Vector3 by{i == 0 ? slope : 0, i == 1 ? slope : 0, -slope * across[i]};
+    store3(-by, out->j[0] + 6 * i);
+    store3(cross(by, seen), out->j[0] + 6 * i + 3);
+    store3(turned(pose.r, by), out->j[1] + 3 * i);
+  }
+}
+
+// n^T X^-1 Y p + d: by the step of X (-n, n x q), q = X^-1 Y p, by that of Y (m, p x m), m = R_Y^T R_X n.
+void planeDistance(const State& x, const State& y, const double* z, double* r, Linear* out) {
+  const Vector3 point = load3(z), normal = load3(z + 3);
+  const Vector3 seen = turnedBack(x.r, turned(y.r, point) + load3(y.x) - load3(x.x));
+  r[0] = dot(normal, seen) + z[6];
+  if (!out) return;
+  const Vector3 m = turnedBack(y.r, turned(x.r, normal));
+  store3(-normal, out->j[0]);
+  store3(cross(normal, seen), out->j[0] + 3);
+  store3(m, out->j[1]);
+  store3(cross(point, m), out->j[1] + 3);
+}
+
 void identity(int32_t size, double* j) {
   for (int32_t i = 0; i < size * size; ++i) j[i] = i % (size + 1) == 0 ? 1 : 0;
 }
@@ -143,6 +174,10 @@ void plain(const EdgeView& view, double* r, Linear* out) {
   if (edge.type == PRGO_EDGE_LANDMARK) {
     (view.types[0] == PRGO_VERTEX_SE2 ? planarLandmark : spatialLandmark)(*view.ends[0], last, edge.measurement, r,
                                                                           out);
+    return;
+  }
+  if (edge.type == PRGO_EDGE_PROJECTION || edge.type == PRGO_EDGE_PLANE) {
+    (edge.type == PRGO_EDGE_PLANE ? planeDistance : projection)(*view.ends[0], last, edge.measurement, r, out);
     return;
   }
   const State* const first = isPrior ? nullptr : view.ends[0];
@@ -162,14 +197,24 @@ void plain(const EdgeView& view, double* r, Linear* out) {
   }
 }
 
-// to = root from, rows x rows by rows x cols.
-void whiten(const double* root, int32_t rows, int32_t cols, const double* from, double* to) {
+template <class Count>
+void multiplyBlocks(const double* root, Count rows, Count cols, const double* from, double* to) {
   std::fill_n(to, rows * cols, 0.0);
   for (int32_t i = 0; i < rows; ++i) {
     for (int32_t k = 0; k < rows; ++k) {
       const double factor = root[i * rows + k];
       for (int32_t j = 0; j < cols; ++j) to[i * cols + j] += factor * from[k * cols + j];
     }
+  }
+}
+
+// to = root from, rows x rows by rows x cols.
+void whiten(const double* root, int32_t rows, int32_t cols, const double* from, double* to) {
+  using Six = std::integral_constant<int32_t, 6>;
+  if (rows == 6 && cols == 6) {
+    multiplyBlocks(root, Six(), Six(), from, to);
+  } else {
+    multiplyBlocks(root, rows, cols, from, to);
   }
 }
 
@@ -191,6 +236,8 @@ int32_t endsOf(int32_t edgeType) {
       return 1;
     case PRGO_EDGE_RELATIVE:
     case PRGO_EDGE_LANDMARK:
+    case PRGO_EDGE_PROJECTION:
+    case PRGO_EDGE_PLANE:
       return 2;
     default:
       return 0;
@@ -200,13 +247,24 @@ int32_t endsOf(int32_t edgeType) {
 bool goesWith(int32_t edgeType, const PrgoVertex& first, const PrgoVertex* second) {
   if (edgeType == PRGO_EDGE_PRIOR) return true;
   if (!isPose(first.type)) return false;
+  if (edgeType == PRGO_EDGE_PROJECTION) {
+    return first.type == PRGO_VERTEX_SE3 && second->type == PRGO_VERTEX_POINT3;
+  }
+  if (edgeType == PRGO_EDGE_PLANE) return first.type == PRGO_VERTEX_SE3 && second->type == PRGO_VERTEX_SE3;
   if (edgeType == PRGO_EDGE_RELATIVE) return second->type == first.type;
   return second->type == (first.type == PRGO_VERTEX_SE2 ? PRGO_VERTEX_POINT2 : PRGO_VERTEX_POINT3);
 }
 
 int32_t residualSize(int32_t edgeType, const PrgoVertex& first) {
+  if (edgeType == PRGO_EDGE_PROJECTION) return 2;
+  if (edgeType == PRGO_EDGE_PLANE) return 1;
   if (edgeType == PRGO_EDGE_LANDMARK) return first.type == PRGO_VERTEX_SE2 ? 2 : 3;
   return first.size;
+}
+
+int32_t measuredSize(int32_t edgeType, const PrgoVertex& first) {
+  if (edgeType == PRGO_EDGE_PROJECTION) return 6;
+  return edgeType == PRGO_EDGE_PLANE ? 7 : residualSize(edgeType, first);
 }
 
 void normaliseEstimate(int32_t vertexType, double* estimate) {

@@ -31,8 +31,9 @@ int32_t endsOf(int32_t edgeType);
 // Whether an edge of this type goes with these vertices; `second` is null for a prior.
 bool goesWith(int32_t edgeType, const PrgoVertex& first, const PrgoVertex* second);
 
-// Length of its residuals.
+// Length of its residuals, and of its measurement.
 int32_t residualSize(int32_t edgeType, const PrgoVertex& first);
+int32_t measuredSize(int32_t edgeType, const PrgoVertex& first);
 
 // Brings angles and rotation vectors into their ranges.
 void normaliseEstimate(int32_t vertexType, double* estimate);

@@ -95,8 +95,9 @@ int32_t PRGO_GRAPH_AddEdge(PrgoGraph* graph, const PrgoEdge* edge) {
   DAX_REQUIRE(edge->kernel >= 0 && edge->kernel < dax::kKernels, PRGO_STS_BAD_PARAM);
   DAX_REQUIRE(!(edge->kernelWidth < 0), PRGO_STS_BAD_PARAM);
   const int32_t size = dax::residualSize(edge->type, graph->vertices[ends[0]]), triangle = size * (size + 1) / 2;
+  const int32_t measured = dax::measuredSize(edge->type, graph->vertices[ends[0]]);
   DAX_REQUIRE(std::isfinite(edge->kernelWidth), PRGO_STS_NOT_FINITE);
-  DAX_REQUIRE(dax::areFinite(edge->measurement, size) && dax::areFinite(edge->information, triangle),
+  DAX_REQUIRE(dax::areFinite(edge->measurement, measured) && dax::areFinite(edge->information, triangle),
               PRGO_STS_NOT_FINITE);
   double root[dax::kRootSize];
   DAX_REQUIRE(dax::informationRoot(edge->information, size, root), PRGO_STS_BAD_PARAM);
@@ -106,7 +107,7 @@ int32_t PRGO_GRAPH_AddEdge(PrgoGraph* graph, const PrgoEdge* edge) {
   added = {
       {edge->vertices[0], ends[1] < 0 ? edge->vertices[0] : edge->vertices[1]}, edge->type, edge->kernel, 0, {}, {}};
   added.kernelWidth = edge->kernelWidth > 0 ? edge->kernelWidth : dax::kKernelWidths[edge->kernel];
-  std::copy_n(edge->measurement, size, added.measurement);
+  std::copy_n(edge->measurement, measured, added.measurement);
   std::copy_n(edge->information, triangle, added.information);
   std::copy_n(ends, dax::kEdgeEnds, graph->ends + dax::kEdgeEnds * int64_t{index});
   std::copy_n(root, size * size, graph->roots + int64_t{dax::kRootSize} * index);

@@ -65,7 +65,7 @@ void Layout::placeVertices(Solver solver) {
     for (int32_t v = 0; v < graph_->vertexCount; ++v) {
       const PrgoVertex& vertex = graph_->vertices[v];
       if ((vertex.type == points) != second) continue;
-      position[v] = vertex.isFixed || held[v] ? -1 : free;
+      position[v] = vertex.isFixed || held[v] == kHeld ? -1 : free;
       if (position[v] < 0) continue;
       column[free + 1] = column[free] + vertex.size;
       vertexAt[free++] = v;

@@ -6,15 +6,15 @@
 #include <cstddef>
 
 #include "frame/check.h"
-#include "optim/graph/problem.h"
 #include "optim/graph/storage.h"
+#include "optim/graph/work.h"
 #include "optim/lm/lm.h"
 #include "optim/sparse/cholesky_analysis.h"
 #include "optim/sparse/msp.h"
 #include "prmt/lm_cg.h"
 #include "prmt/lm_hmsp.h"
 
-static_assert(sizeof(PrgoVertex) == 72 && offsetof(PrgoVertex, estimate) == 24 && sizeof(PrgoEdge) == 248 &&
+static_assert(sizeof(PrgoVertex) == 72 && offsetof(PrgoVertex, estimate) == 24 && sizeof(PrgoEdge) == 264 &&
               offsetof(PrgoEdge, measurement) == 32 && sizeof(PrgoCfg) == 72 && sizeof(PrgoResult) == 72);
 
 namespace dax {
@@ -119,19 +119,6 @@ int32_t solve(GraphProblem& problem, const Layout& layout, const PrgoCfg& cfg, v
   return PRGO_STS_OK;
 }
 
-// The memory of a call in front of the solver's own.
-struct Work {
-  Work(Arena& arena, const PrgoGraph& graph) : layout(arena, graph.vertexCount, graph.edgeCount) {
-    countBuild(arena, graph.vertexCount, graph.edgeCount);
-  }
-  Layout layout;
-};
-
-// Bytes for the call, of which the solver's follow those of the arena that has counted all others.
-uint64_t bothNeeds(const Arena& counted, uint64_t solver) {
-  return std::max(counted.needed(), counted.mark() + solver);
-}
-
 bool isIdle(const Layout& layout) {
   return layout.free == 0 || layout.edges == 0;
 }
@@ -144,6 +131,7 @@ void describe(const Layout& layout, double initial, PrgoResult* result) {
   result->components = layout.gauge.components;
   result->heldVertices = layout.gauge.held;
   result->firstHeld = layout.gauge.firstHeld;
+  result->heldScales = layout.gauge.scales;
   result->looseComponents = layout.gauge.loose;
   result->firstWeightless = -1;
 }

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cfloat>
 #include <cmath>
+#include <type_traits>
 
 #include "frame/check.h"
 #include "optim/graph/storage.h"
@@ -24,15 +25,29 @@ double scaleFor(double value) {
   return std::ldexp(1, -(exponent - (exponent & 1)) / 2);
 }
 
-// block = factor a^T b, of rows x sizeA and rows x sizeB, row by row.
-void transposedProduct(int32_t rows, const double* a, int32_t sizeA, const double* b, int32_t sizeB, double factor,
-                       double* block) {
+template <int32_t value>
+using Fixed = std::integral_constant<int32_t, value>;
+
+template <class Count>
+void productOf(Count rows, const double* a, Count sizeA, const double* b, Count sizeB, double factor, double* block) {
   std::fill_n(block, sizeA * sizeB, 0.0);
   for (int32_t k = 0; k < rows; ++k) {
     for (int32_t i = 0; i < sizeA; ++i) {
       const double value = factor * a[k * sizeA + i];
       for (int32_t j = 0; j < sizeB; ++j) block[i * sizeB + j] += value * b[k * sizeB + j];
     }
+  }
+}
+
+// block = factor a^T b, of rows x sizeA and rows x sizeB, row by row. Poses are most of what there is.
+void transposedProduct(int32_t rows, const double* a, int32_t sizeA, const double* b, int32_t sizeB, double factor,
+                       double* block) {
+  if (rows == 6 && sizeA == 6 && sizeB == 6) {
+    productOf(Fixed<6>(), a, Fixed<6>(), b, Fixed<6>(), factor, block);
+  } else if (rows == 3 && sizeA == 3 && sizeB == 3) {
+    productOf(Fixed<3>(), a, Fixed<3>(), b, Fixed<3>(), factor, block);
+  } else {
+    productOf(rows, a, sizeA, b, sizeB, factor, block);
   }
 }
 
@@ -88,6 +103,11 @@ void GraphProblem::start() {
     }
   }
   for (int32_t j = 0; j < n; ++j) scale_[j] = scaleFor(scale_[j]);
+  // A number that is held has a scale of 0: no derivative, and no step.
+  for (int32_t p = 0; p < layout_.free; ++p) {
+    const uint8_t held = layout_.held[layout_.vertexAt[p]];
+    if (held >= kHeldNumber) scale_[layout_.column[p] + held - kHeldNumber] = 0;
+  }
   trace_.energy = energyHere();
 }
 
@@ -100,7 +120,7 @@ double GraphProblem::energyHere() const {
 void GraphProblem::store(PrgoGraph& graph) const {
   for (int32_t v = 0; v < graph.vertexCount; ++v) {
     PrgoVertex& vertex = graph.vertices[v];
-    vertex.isHeld = layout_.held[v];
+    vertex.isHeld = layout_.held[v] == kHeld;
     const int32_t p = layout_.position[v];
     if (p >= 0) std::copy_n(x_ + layout_.column[p], vertex.size, vertex.estimate);
   }
@@ -213,8 +233,15 @@ int32_t GraphProblem::normal(const double* x, int32_t n, double lambda, void* us
   if (h->start[n] == 0) problem.layout_.setNormalPattern(*h);
   problem.expand(x);
   for (int32_t e = 0; e < problem.layout_.edges; ++e) problem.addNormal(e, *h, b);
-  for (int32_t j = 0; j < n; ++j) h->value[h->start[j]] += lambda;
+  // A number that is held has no derivatives.
+  for (int32_t j = 0; j < n; ++j) h->value[h->start[j]] += problem.scale_[j] == 0 ? 1 : lambda;
   return PRGO_STS_OK;
+}
+
+void GraphProblem::weighted(PrmtMsp* h, double* b) {
+  isBent_ = false;
+  normal(x_, layout_.parameters(), 0, this, h, b);
+  isBent_ = true;
 }
 
 void GraphProblem::addNormal(int32_t edge, PrmtMsp& h, double* b) const {
@@ -231,7 +258,7 @@ void GraphProblem::addNormal(int32_t edge, PrmtMsp& h, double* b) const {
     transposedProduct(view.rows, linear.j[k], view.sizes[k], linear.r, 1, weight, block);
     for (int32_t c = 0; c < view.sizes[k]; ++c) b[columns[k] + c] -= block[c];
   }
-  bend(view, kernel, linear);
+  if (isBent_) bend(view, kernel, linear);
   for (int k = 0; k < kEdgeEnds; ++k) {
     if (columns[k] < 0) continue;
     const int32_t size = view.sizes[k];

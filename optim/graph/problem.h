@@ -35,6 +35,10 @@ class GraphProblem {
   // Edges whose kernel gives them weight 0 at x.
   int32_t weightless(int32_t* first);
 
+  const double* scale() const { return scale_; }
+  // The normal equations at the estimates, with the weights of kernels alone.
+  void weighted(PrmtMsp* h, double* b);
+
   // Callbacks of the solvers; `user` is the problem.
   static int32_t energy(const double* x, int32_t n, int32_t m, void* user, double* sum);
   static int32_t residuals(const double* x, int32_t n, int32_t m, void* user, double* r);
@@ -61,6 +65,7 @@ class GraphProblem {
   double* x_;
   double* scale_;
   Trace trace_;
+  bool isBent_ = true;  // whether kernels bend the normal equations
 };
 
 }  // namespace dax

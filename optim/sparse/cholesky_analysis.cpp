@@ -51,12 +51,16 @@ int32_t findPanels(const CompressedGraph& nodes, const EliminationTree& tree, Ca
 struct PanelSizes {
   int64_t rows, values;
   int64_t update;  // bound on the size of the largest update of one panel by another
+  PanelBounds bounds;
 };
 
 PanelSizes sizesOf(const Candidate* panels, int32_t count) {
-  PanelSizes sizes{0, 0, 0};
-  int64_t widest = 0;
-  for (const Candidate* p = panels; p != panels + count; ++p) widest = std::max<int64_t>(widest, p->columns);
+  PanelSizes sizes{0, 0, 0, {0, 0}};
+  int64_t& widest = sizes.bounds.columns;
+  for (const Candidate* p = panels; p != panels + count; ++p) {
+    widest = std::max<int64_t>(widest, p->columns);
+    sizes.bounds.below = std::max<int64_t>(sizes.bounds.below, p->below);
+  }
   for (const Candidate* p = panels; p != panels + count; ++p) {
     const int64_t height = int64_t{p->columns} + p->below;
     sizes.rows += height;
@@ -250,7 +254,8 @@ void measureCholesky(Arena& arena, int32_t n, uint64_t elements, int64_t maxValu
   arena.take<double>(unsignedOf(all));
 }
 
-bool measureBlocks(Arena& arena, Arena& work, const PrmtMsp& blocks, const int32_t* column, uint64_t elements) {
+bool measureBlocks(Arena& arena, Arena& work, const PrmtMsp& blocks, const int32_t* column, uint64_t elements,
+                   PanelBounds* bounds) {
   const int32_t n = blocks.cols, columns = column[n];
   const Arena::Scope counting(arena), working(work);
   const Scratch counted(arena, columns, elements);
@@ -272,6 +277,7 @@ bool measureBlocks(Arena& arena, Arena& work, const PrmtMsp& blocks, const int32
   PrmCholesky factor;
   takePanels(arena, factor, columns, panels, sizes.rows, sizes.values, elements);
   arena.take<double>(unsignedOf(sizes.update));
+  if (bounds) *bounds = sizes.bounds;
   return true;
 }
 

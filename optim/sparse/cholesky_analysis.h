@@ -15,10 +15,16 @@ bool analyse(Arena& arena, const PrmtMsp& matrix, PrmCholesky& factor, int64_t m
 // Counts in a measuring arena the memory for any n x n matrix with this number of elements.
 void measureCholesky(Arena& arena, int32_t n, uint64_t elements, int64_t maxValues = INT64_MAX);
 
+// What no panel of a factor exceeds.
+struct PanelBounds {
+  int64_t columns, below;
+};
+
 // Counts in a measuring arena exactly what analyse() takes and borrows for a matrix of full blocks, of which it has so many
 // elements on and below the diagonal: `blocks` is its pattern by blocks, column[b] the first column of block b. (The update
-// of panels is bounded.) Finds the order in memory borrowed from `work`; false when that is too small.
-bool measureBlocks(Arena& arena, Arena& work, const PrmtMsp& blocks, const int32_t* column, uint64_t elements);
+// of panels is bounded, and so are they.) Finds the order in memory borrowed from `work`; false when that is too small.
+bool measureBlocks(Arena& arena, Arena& work, const PrmtMsp& blocks, const int32_t* column, uint64_t elements,
+                   PanelBounds* bounds = nullptr);
 
 // Counts what that borrows from `work`, for blocks of at most so many columns.
 void measureBlockOrder(Arena& work, int32_t blocks, uint64_t elements, int32_t maxColumns);

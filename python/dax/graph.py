@@ -2,7 +2,8 @@
 
 Vertices are poses of the plane "SE2" (x, y, theta), poses of space "SE3" (t, rotation vector), points "point2" and
 "point3", and vectors of up to six numbers "vector". Edges measure them: "relative" poses, "prior" for one vertex,
-"landmark" for a point seen from a pose. Each has an information matrix and, if wanted, a robust kernel. Results are the
+"landmark" for a point seen from a pose, "projection" for its
+picture (u, v, fx, fy, cx, cy), "plane" for a point beside a plane (p, n, d), both of frames of poses. Each has an information matrix and, if wanted, a robust kernel. Results are the
 same bits on every machine.
 """
 import warnings
@@ -21,7 +22,7 @@ NAMESPACE = True
 __all__ = ["Graph", "Result", "TextError", "read"]
 
 _VERTICES = {"SE2": 0, "SE3": 1, "point2": 2, "point3": 3, "vector": 4}
-_EDGES = {"relative": 0, "prior": 1, "landmark": 2}
+_EDGES = {"relative": 0, "prior": 1, "landmark": 2, "projection": 3, "plane": 4}
 _KERNELS = {"none": 0, "huber": 1, "cauchy": 2, "tukey": 3, "geman-mcclure": 4}
 _SOLVERS = {"jacobian": 0, "cg": 2, "normal": 3, "blocks": 4}
 _REASONS = {
@@ -121,9 +122,9 @@ class Graph:
         residual, or its default."""
         ends = (vertices, 0) if isinstance(vertices, (int, np.integer)) else tuple(vertices)
         values = numbers("measurement", measurement, (None,), np.float64)
-        n = len(values)
-        if not 1 <= n <= 6 or len(ends) != 2:
-            raise ValueError("an edge has two vertices and 1 to 6 numbers")
+        n = {"projection": 2, "plane": 1}.get(kind, len(values))
+        if not 1 <= n <= 6 or len(ends) != 2 or len(values) != {"projection": 6, "plane": 7}.get(kind, n):
+            raise ValueError("measurement: not as many numbers as this kind of edge between two vertices has")
         matrix = np.eye(n) if information is None else np.asarray(information, np.float64)
         matrix = np.diag(matrix) if matrix.ndim == 1 else matrix
         if matrix.shape != (n, n) or not np.array_equal(matrix, matrix.T, equal_nan=True):
@@ -139,7 +140,7 @@ class Graph:
     def _check_size(self, record: Any, first: int, n: int) -> None:
         """Refuses a measurement of another size than the edge's, where its first vertex is known."""
         found = self.vertices
-        found = found[found["id"] == first] if record.type != 2 else found[:0]
+        found = found[found["id"] == first] if record.type < 2 else found[:0]
         if len(found) and found["size"][0] != n:
             raise ValueError(f"measurement: {n} numbers, needed are {found['size'][0]}")
 
@@ -239,6 +240,32 @@ class Graph:
             result.looseComponents,
             result.weightlessEdges,
         )
+
+    def marginals(self, ids: ArrayLike) -> list[Array]:
+        """Covariances of the estimates of vertices, a matrix each, by the step (of poses X Exp(step)) at the minimum;
+        zeros of those that are fixed or held. A graph that does not determine its estimates raises dax.Error.
+
+        >>> g = dax.graph.Graph()
+        >>> g.add_vertex(7, "point2", [1, 2])
+        >>> g.add_edge("prior", 7, [1, 2], [4, 25])
+        >>> g.marginals([7])[0].round(6)
+        array([[0.25, 0.  ],
+               [0.  , 0.04]])
+        """
+        wanted = numbers("ids", ids, (None,), np.int64).copy()
+        found = np.zeros((len(wanted), 36))
+        size = ffi.new("uint64_t*", needed("PRGO_CORE_MarginalsBufferSize", self._record))
+        call(
+            "PRGO_CORE_Marginals",
+            self._record,
+            pointer(wanted, "int64_t"),
+            len(wanted),
+            pointer(found, "double"),
+            memory(size[0]),
+            size,
+        )
+        sizes = [self._size(int(each)) for each in wanted]
+        return [each[: n * n].reshape(n, n) for each, n in zip(found, sizes)]
 
     def to_text(self) -> str:
         """The graph in the common text format, one line for each vertex and edge."""

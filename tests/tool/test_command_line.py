@@ -70,6 +70,10 @@ REFUSED = {
     "fit truth.json": ["", "--model cubic", "--model polynomial", "--model polynomial:0", "--model polynomial:10",
                        "--model line --columns 1", "--model line --columns 0,1", "--model line --start 1",
                        "--model line --start 1,2,3", "--model line --start 1,nan", "--model line --plot out.png"],
+    "graph": ["", "info", "look in.g2o", "optimise in.g2o out.png", "optimise in.g2o --plot out.png",
+              "optimise in.g2o --solver best", "optimise in.g2o --kernel best", "optimise in.g2o --iterations 0",
+              "plot in.g2o", "plot in.g2o out.png", "make cube out.g2o", "make ring out.svg",
+              "make ring out.g2o --poses 5", "make ring out.g2o --turn 0", "make ring out.g2o --seed -1"],
     "range": ["", "info", "look in.range", "convert in.range", "convert in.range out.range",
               "convert in.range out.png --scale 1,1,1", "convert in.range out.ply --mask m.png",
               "convert in.range out.png --mask m.gif", "convert in.range out.png --mask out.png",
@@ -120,7 +124,7 @@ def test_help_tells_every_option_and_status(dax):
                    "--rejected"]:
         assert option in text
     commands = ["", "inspect", "render-scene", "chessboard", "filter", "caliper", "line", "fit", "range",
-                "range convert",
+                "range convert", "graph", "graph optimise",
                 "cloud", "cloud normals", "stats", "convert", "compare", "threshold", "noise", "focus", "spectrum"]
     for command in commands:
         text = dax(*command.split(), "--help").out

@@ -195,11 +195,35 @@ void writeText(Call& c) {
   c.mayWriteOn(PRGO_STS_BUFFER_TOO_SMALL);
 }
 
+void marginals(Call& c) {
+  const PrgoGraph* const made = graph(c, Role::foreign);
+  const int64_t count = c.number("count", 1, 100000, 4);
+  auto* const ids = static_cast<int64_t*>(c.array("ids", count));
+  const Block* const block = c.block(ids);
+  for (size_t i = 0; block && i < block->bytes / sizeof *ids; ++i) ids[i] = 10 * c.random.below(3);
+  if (block && block->bytes > 0 && c.isSpoiled("ids")) ids[0] = 7;
+  c.array("covariances", count < 1 ? -1 : 36 * count);
+  uint64_t bytes = 4096;
+  if (made && made->vertices && made->scratch) PRGO_CORE_MarginalsBufferSize(made, &bytes);
+  const uint64_t room = c.chance(10) ? bytes * static_cast<uint64_t>(c.random.below(100)) / 100 : bytes;
+  if (auto* const given = static_cast<uint64_t*>(c.array("bytes", 1))) *given = room;
+  c.set("buffer", c.isSpoiled("buffer") ? nullptr : c.memory("buffer", static_cast<int64_t>(room), Role::work));
+  c.worksBeforeFailing = true;
+  c.mayWriteOn(PRGO_STS_BUFFER_TOO_SMALL);
+}
+
+void marginalsNeed(Call& c) {
+  graph(c, Role::foreign);
+}
+
 const Rows rows = {
-    {"PRGO_GRAPH_BufferSize", create},     {"PRGO_GRAPH_Init", create},       {"PRGO_GRAPH_AddVertex", addVertex},
-    {"PRGO_GRAPH_AddEdge", addEdge},       {"PRGO_GRAPH_Fix", oneVertex},     {"PRGO_GRAPH_Estimate", oneVertex},
-    {"PRGO_GRAPH_SetEstimate", oneVertex}, {"PRGO_GRAPH_Energy", wholeGraph}, {"PRGO_CORE_BufferSize", need},
-    {"PRGO_CORE_optimize", optimise},      {"PRGO_GRAPH_CountText", text},    {"PRGO_GRAPH_ReadText", text},
+    {"PRGO_GRAPH_BufferSize", create},     {"PRGO_GRAPH_Init", create},
+    {"PRGO_GRAPH_AddVertex", addVertex},   {"PRGO_GRAPH_AddEdge", addEdge},
+    {"PRGO_GRAPH_Fix", oneVertex},         {"PRGO_GRAPH_Estimate", oneVertex},
+    {"PRGO_GRAPH_SetEstimate", oneVertex}, {"PRGO_GRAPH_Energy", wholeGraph},
+    {"PRGO_CORE_BufferSize", need},        {"PRGO_CORE_optimize", optimise},
+    {"PRGO_CORE_Marginals", marginals},    {"PRGO_CORE_MarginalsBufferSize", marginalsNeed},
+    {"PRGO_GRAPH_CountText", text},        {"PRGO_GRAPH_ReadText", text},
     {"PRGO_GRAPH_WriteText", writeText},
 };
 

@@ -24,7 +24,9 @@ TEST(Graph, DerivativesOfEdges) {
                             {PRGO_EDGE_PRIOR, PRGO_VERTEX_SE3, -1, 6},
                             {PRGO_EDGE_LANDMARK, PRGO_VERTEX_SE2, PRGO_VERTEX_POINT2, 2},
                             {PRGO_EDGE_LANDMARK, PRGO_VERTEX_SE3, PRGO_VERTEX_POINT3, 3},
-                            {PRGO_EDGE_PRIOR, PRGO_VERTEX_POINT3, -1, 3}};
+                            {PRGO_EDGE_PRIOR, PRGO_VERTEX_POINT3, -1, 3},
+                            {PRGO_EDGE_PROJECTION, PRGO_VERTEX_SE3, PRGO_VERTEX_POINT3, 2},
+                            {PRGO_EDGE_PLANE, PRGO_VERTEX_SE3, PRGO_VERTEX_SE3, 1}};
   Random random(3);
   for (const EdgeCase& c : cases) {
     for (const double angle : {0.0, 1e-9, 0.8, 3.1}) {
@@ -38,6 +40,11 @@ TEST(Graph, DerivativesOfEdges) {
       for (int k = 0; k < endsOf(c.edge); ++k) {
         view.sizes[k] = vertexSize(types[k], 0);
         for (int i = 0; i < view.sizes[k]; ++i) x[k][i] = around(random, 1);
+      }
+      if (c.edge == PRGO_EDGE_PROJECTION) {
+        edge.measurement[2] = 1.2, edge.measurement[3] = -0.9;
+        for (int i = 3; i < 6; ++i) x[0][i] *= 0.3;
+        x[1][2] += 4;
       }
       // The last vertex turned by the angle against the first, or against the measurement.
       const int last = endsOf(c.edge) - 1;
@@ -280,6 +287,49 @@ TEST(Graph, GaugeIsHeldOrNot) {
   ASSERT_EQ(g.optimise(cfg, result), 0);
   EXPECT_EQ(result.iterations, 0);
   EXPECT_EQ(result.finalEnergy, g.energy());
+}
+
+// Cameras and points from exact pictures, of which the scale is held; points beside planes close the rest.
+TEST(Graph, PicturesAndPlanes) {
+  for (const int32_t type : {3, 7, 0}) {
+    OwnGraph g(40, 200);
+    Random random(4);
+    std::vector<Numbers> points;
+    for (int32_t j = 0; j < 20; ++j) {
+      points.push_back({around(random, 2), around(random, 2), 6 + around(random, 1)});
+      g.vertex(100 + j, PRGO_VERTEX_POINT3,
+               {points.back()[0] + around(random, 0.1), points.back()[1], points.back()[2] + around(random, 0.3)});
+    }
+    for (int32_t k = 0; k < 5; ++k) {
+      const Numbers pose{0.5 * k, 0.1 * k * k, 0, 0.02 * k, -0.05 * k, 0.1};
+      Numbers start = pose;
+      for (double& value : start) value += k == 0 ? 0 : around(random, 0.02);
+      g.vertex(k, PRGO_VERTEX_SE3, start);
+      for (size_t j = 0; j < points.size(); ++j) {
+        Numbers p = points[j];
+        p.resize(6);
+        const Numbers seen = combined(pose, p, true);
+        ASSERT_EQ(g.edge(PRGO_EDGE_PROJECTION, k, 100 + int64_t(j),
+                         {400 * seen[0] / seen[2] + 320, 410 * seen[1] / seen[2] + 240, 400, 410, 320, 240}, {1, 1}),
+                  0);
+      }
+    }
+    PrgoResult result;
+    ASSERT_EQ(g.optimise(defaultCfg(type), result), 0) << type;
+    EXPECT_LT(result.finalEnergy, 1e-14) << type;
+    EXPECT_EQ(result.heldScales, 1);
+    EXPECT_EQ(result.firstHeld, 0);
+  }
+  OwnGraph wall(2, 4);
+  wall.vertex(0, PRGO_VERTEX_SE3, Numbers(6), true);
+  wall.vertex(1, PRGO_VERTEX_SE3, {0.3, -0.2, 0.5, 0.05, 0.1, 0});
+  for (const double x : {0.0, 1.0, 2.0}) {
+    ASSERT_EQ(wall.edge(PRGO_EDGE_PLANE, 0, 1, {x, x * x, 0, 0, 0, 1, -2}, {1}), 0);
+  }
+  PrgoResult result;
+  ASSERT_EQ(wall.optimise(defaultCfg(), result), 0);
+  EXPECT_LT(result.finalEnergy, 1e-20);
+  EXPECT_NEAR(wall.graph.vertices[1].estimate[2], 2, 1e-9);  // parallel to the plane z = 2, and in it
 }
 
 TEST(Graph, RefusesWhatIsWrong) {

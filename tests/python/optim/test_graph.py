@@ -86,6 +86,25 @@ def test_vertices_and_edges():
         assert not ring().optimise(max_iterations=1).converged
 
 
+def test_marginals_as_dense_inverse():
+    g = ring(12, 0.02)
+    g.optimise()
+    x = g.vertices["estimate"][:, :3].ravel()
+    r = lambda step: residuals(x + step, g)
+    j = np.stack([(r(1e-6 * row) - r(-1e-6 * row)) / 2e-6 for row in np.eye(36)], 1)
+    free = np.arange(36) < 33  # the lowest id, the last one, is held
+    inverse = np.linalg.inv(j[:, free].T @ j[:, free])
+    for k, found in enumerate(g.marginals(g.vertices["id"])):
+        if k == 11:
+            assert not found.any()
+            continue
+        c, s = np.cos(x[3 * k + 2]), np.sin(x[3 * k + 2])
+        turn = np.array([[c, s, 0], [-s, c, 0], [0, 0, 1]])
+        assert np.allclose(found, turn @ inverse[3 * k : 3 * k + 3, 3 * k : 3 * k + 3] @ turn.T, rtol=1e-5, atol=1e-9)
+    with pytest.raises(dax.Error):
+        g.marginals([5])
+
+
 def test_text():
     g = ring()
     again = dax.graph.read(g.to_text())
