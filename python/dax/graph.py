@@ -2,9 +2,9 @@
 
 Vertices are poses of the plane "SE2" (x, y, theta), poses of space "SE3" (t, rotation vector), points "point2" and
 "point3", and vectors of up to six numbers "vector". Edges measure them: "relative" poses, "prior" for one vertex,
-"landmark" for a point seen from a pose, "projection" for its
-picture (u, v, fx, fy, cx, cy), "plane" for a point beside a plane (p, n, d), both of frames of poses. Each has an information matrix and, if wanted, a robust kernel. Results are the
-same bits on every machine.
+"landmark" for a point seen from a pose, "projection" for its picture (u, v, fx, fy, cx, cy), "plane" for a point beside
+a plane (p, n, d), both of frames of poses. Each has an information matrix and, if wanted, a robust kernel. Results are
+the same bits on every machine.
 """
 import warnings
 from typing import Any, Callable, NamedTuple, Optional, Union
@@ -47,10 +47,11 @@ class TextError(ValueError):
 class Result(NamedTuple):
     """What an optimisation did.
 
-    initial, final: energies before and after. iterations: steps tried, of which `accepted` were taken. converged: whether
-    it ended before the limit of iterations. parameters, residuals: how many. components: of the graph; held: how many
-    vertices were held where they were since nothing else held their component, first_held: the lowest id of those, or
-    None; loose: components that only priors of too low rank hold. weightless: edges to which kernels give weight 0.
+    initial, final: energies before and after. iterations: steps tried, of which `accepted` were taken. converged:
+    whether it ended before the limit of iterations. parameters, residuals: how many. components: of the graph; held:
+    how many vertices were held where they were since nothing else held their component, first_held: the lowest id of
+    those, or None; loose: components that only priors of too low rank hold. weightless: edges to which kernels give
+    weight 0.
     """
 
     initial: float

@@ -22,7 +22,7 @@ void information(Call& c, int32_t size, bool definite, double* upper) {
 }
 
 // A graph of some of the vertices above, with ids 10 apart; null or without memory where it is spoiled.
-PrgoGraph* graph(Call& c, Role role) {
+PrgoGraph* graph(Call& c, Role role, bool isWritable = false) {
   auto* const record = c.record<PrgoGraph>("graph");
   if (!record) return nullptr;
   const auto count = static_cast<int32_t>(c.between(3, 7)), room = static_cast<int32_t>(c.between(count, 8));
@@ -39,7 +39,7 @@ PrgoGraph* graph(Call& c, Role role) {
   }
   const int32_t pairs[][3] = {{0, 0, 10}, {2, 10, 20}, {0, 30, 40}, {2, 40, 50}, {1, 30, 0}, {0, 10, 60}, {2, 0, 20}};
   for (int32_t e = static_cast<int32_t>(c.between(0, 7)); e > 0; --e) {
-    const auto& [type, from, to] = pairs[c.random.below(7)];
+    const auto& [type, from, to] = pairs[isWritable ? c.pick({0, 1, 5}) : c.random.below(7)];
     PrgoEdge edge{{from, to}, type, c.random.below(5), 0, {}, {}};
     fillNumbers(c, edge.measurement, 6);
     information(c, type == 2 ? (from < 30 ? 2 : 3) : (from < 30 || from == 60 ? 3 : 6), true, edge.information);
@@ -155,14 +155,14 @@ void fillText(Call& c, char* text, size_t length) {
                                            "EDGE_SE2 1 2 1\n"};
   size_t at = 0;
   for (int32_t k = 0; at < length; ++k) {
-    const std::string_view line = kLines[c.chance(95) ? k % 7 : c.random.below(9)];
+    const std::string_view line = kLines[c.chance(99) ? k % 7 : c.random.below(9)];
     const size_t count = std::min(line.size(), length - at);
     std::memcpy(text + at, line.data(), count);
     at += count;
     if (k == 6) break;
   }
   std::memset(text + at, '\n', length - at);
-  if (c.chance(10) && length > 0)
+  if (c.chance(3) && length > 0)
     text[c.random.below(static_cast<int32_t>(length))] = static_cast<char>(c.random.below(256));
 }
 
@@ -175,7 +175,7 @@ void text(Call& c) {
   c.record<PrgoTextInfo>("info");
   if (!c.has("graph")) return;
   PrgoGraph* const record = graph(c, Role::foreign);
-  if (record && record->vertices && record->scratch && c.chance(90)) {
+  if (record && record->vertices && record->scratch && c.chance(97)) {
     record->vertexCount = record->edgeCount = 0;
     uint64_t bytes = 0;
     PRGO_GRAPH_BufferSize(record->vertexCapacity, record->edgeCapacity, &bytes);
@@ -185,7 +185,7 @@ void text(Call& c) {
 }
 
 void writeText(Call& c) {
-  const PrgoGraph* const made = graph(c, Role::input);
+  const PrgoGraph* const made = graph(c, Role::input, c.chance(90));
   uint64_t need = 0;
   char none = 0;
   if (made && made->vertices && made->scratch) PRGO_GRAPH_WriteText(made, &none, &need);
