@@ -126,6 +126,9 @@ def test_help_tells_every_option_and_status(dax):
     commands = ["", "inspect", "render-scene", "chessboard", "filter", "caliper", "line", "fit", "range",
                 "range convert", "graph", "graph optimise",
                 "cloud", "cloud normals", "stats", "convert", "compare", "threshold", "noise", "focus", "spectrum"]
+                "range convert",
+                "cloud", "cloud normals", "stats", "convert", "warp", "compare", "threshold", "noise", "focus",
+                "spectrum"]
     for command in commands:
         text = dax(*command.split(), "--help").out
         assert all(f"\n  {status}  " in text for status in range(9)), command

@@ -1,20 +1,17 @@
-// dax convert: the steps of tools/dax/convert, one after the other, between reading and writing.
+#include "command/samples/samples_output.h"
+
 #include <CLI/CLI.hpp>
 #include <algorithm>
 #include <iostream>
+#include <cctype>
 #include <map>
-#include <memory>
 #include <new>
 
 #include "base/text.h"
 #include "base/workers.h"
 #include "command/commands.h"
-#include "convert/channels.h"
-#include "convert/convert_step.h"
-#include "io/image_file.h"
 #include "io/inputs.h"
 #include "io/output_file.h"
-#include "io/output_name.h"
 
 namespace dax::tool {
 namespace {
@@ -42,63 +39,57 @@ int32_t formatOf(const ConvertOptions& options) {
   if (name.empty() && haveSeveralResults(options)) reject("--format: of several images it must be told");
   if (name.empty()) name = formatName(options.output);
   if (const auto found = imageFormatOf(name)) return *found;
+const std::map<std::string, int32_t> kConvertFormats = {
+    {"bmp", DAXI_IMAGE_BMP},   {"pgm", DAXI_IMAGE_PNM},  {"ppm", DAXI_IMAGE_PNM},  {"pnm", DAXI_IMAGE_PNM},
+    {"pfm", DAXI_IMAGE_PFM},   {"raw", DAXI_IMAGE_RAW},  {"png", DAXI_IMAGE_PNG},  {"jpg", DAXI_IMAGE_JPEG},
+    {"jpeg", DAXI_IMAGE_JPEG}, {"tif", DAXI_IMAGE_TIFF}, {"tiff", DAXI_IMAGE_TIFF}};
+
+int32_t formatOf(const SamplesOptions& options, bool severalResults) {
+  std::string name = options.format;
+  if (name.empty() && severalResults) reject("--format: of several images it must be told");
+  if (name.empty()) {
+    const std::string ending = fs::path(options.output).extension().string();
+    for (const char c : ending) {
+      if (c != '.') name += static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
+    }
+  }
+  const auto found = kConvertFormats.find(name);
+  if (found != kConvertFormats.end()) return found->second;
   const std::string formats = "png, jpg, tif, bmp, pgm, ppm, pfm, raw";
   if (!options.format.empty()) reject("--format: " + inQuotes(options.format) + " is none of " + formats);
   reject(printable(options.output) + ": no ending of a format that is written (" + formats + ")");
 }
 
-DaxiImageWriteCfg writeCfg(const ConvertOptions& options) {
-  DaxiImageWriteCfg cfg;
-  DAXI_ImageWriteDefaultCfg(&cfg);
-  cfg.format = formatOf(options);
-  cfg.quality = options.quality, cfg.level = options.level;
-  cfg.compression = options.compression == "none" ? 0 : options.compression == "lzw" ? 1 : 2;
-  return cfg;
-}
-
-// In the order in which steps work, whatever that of the command line.
-std::vector<ConvertStep> stepsOf(const ConvertOptions& options) {
-  std::vector<ConvertStep> steps;
-  for (const ConvertOption* option : convertOptions()) {
-    if (options.given.at(option)->count() == 0) continue;
-    const std::string& value = options.values.at(option);
-    ConvertStep step = option->parse(value);
-    if (!step) reject(std::string(option->name) + ": " + inQuotes(value) + " is not " + option->form);
-    steps.push_back(std::move(step));
-  }
-  return steps;
-}
-
 // Why a format does not hold an image, and what helps; empty where it does.
-std::string misfitOf(const DaxiImageRecord& record, int32_t format) {
+std::string misfitOf(const DaxiImageRecord& record, int32_t format, const std::string& with) {
   const bool is8 = record.type == DAXI_SAMPLE_8U, is32 = record.type == DAXI_SAMPLE_32F;
   switch (format) {
     case DAXI_IMAGE_PFM:
-      if (!is32) return "PFM holds floats: --bits 32f";
+      if (!is32) return "PFM holds floats: " + with + "--bits 32f";
       break;
     case DAXI_IMAGE_PNM:
     case DAXI_IMAGE_PNG:
-      if (is32) return "the format holds no floats: --bits 16 or 8, or tif or pfm";
+      if (is32) return "the format holds no floats: " + with + "--bits 16 or 8, or tif or pfm";
       break;
     case DAXI_IMAGE_BMP:
     case DAXI_IMAGE_JPEG:
-      if (!is8) return "the format holds 8 bits: --bits 8";
+      if (!is8) return "the format holds 8 bits: " + with + "--bits 8";
       break;
   }
   const bool isOpaque = record.channels == 1 || record.channels == 3;
   const bool holdsOpacity = format == DAXI_IMAGE_PNG || format == DAXI_IMAGE_TIFF || format == DAXI_IMAGE_RAW ||
                             (format == DAXI_IMAGE_BMP && record.channels == 4);
   if (isOpaque || holdsOpacity) return "";
-  return "the format holds no opacity, which --channels " + std::string(record.channels == 2 ? "0" : "0,1,2") +
+  return "the format holds no opacity, which " + with + "--channels " + (record.channels == 2 ? "0" : "0,1,2") +
          " drops";
 }
 
 // The channels of other colour spaces, and the range of 9 to 15 bits, which only PNM tells.
-void sayWhatFilesDoNot(const fs::path& path, const Samples& samples, int32_t format) {
+void sayWhatFilesDoNot(const fs::path& path, const Samples& samples, int32_t format, const std::string& with) {
   const DaxiImageRecord& record = samples.record;
   if (record.type == DAXI_SAMPLE_16U && record.maxValue != 65535 && format != DAXI_IMAGE_PNM) {
-    say(path.string(),
-        "white is " + std::to_string(record.maxValue) + ", which the file does not tell; --bits 16 stretches");
+    say(path.string(), "white is " + std::to_string(record.maxValue) + ", which the file does not tell; " + with +
+                           "--bits 16 stretches");
   }
   if (samples.names.empty()) return;
   std::string names;
@@ -106,8 +97,9 @@ void sayWhatFilesDoNot(const fs::path& path, const Samples& samples, int32_t for
   say(path.string(), (samples.names.size() == 1 ? "channel " : "channels ") + names + " (" + samples.coding + ")");
 }
 
-std::string encoded(const Samples& samples, const DaxiImageWriteCfg& cfg, const std::string& name) {
-  const std::string misfit = misfitOf(samples.record, cfg.format);
+std::string encoded(const Samples& samples, const DaxiImageWriteCfg& cfg, const std::string& name,
+                    const std::string& with) {
+  const std::string misfit = misfitOf(samples.record, cfg.format, with);
   if (!misfit.empty()) throw Failure(ExitStatus::kCannotWrite, name + ": cannot be encoded: " + misfit);
   try {
     return encode(samples.record, samples.bytes.data(), cfg);
@@ -116,30 +108,24 @@ std::string encoded(const Samples& samples, const DaxiImageWriteCfg& cfg, const 
   }
 }
 
-void writeSamples(const fs::path& path, Samples& samples, const DaxiImageWriteCfg& cfg) {
+}  // namespace
+
+DaxiImageWriteCfg writeCfg(const SamplesOptions& options, bool severalResults) {
+  DaxiImageWriteCfg cfg;
+  DAXI_ImageWriteDefaultCfg(&cfg);
+  cfg.format = formatOf(options, severalResults);
+  cfg.quality = options.quality, cfg.level = options.level;
+  cfg.compression = options.compression == "none" ? 0 : options.compression == "lzw" ? 1 : 2;
+  return cfg;
+}
+
+void writeSamples(const fs::path& path, Samples& samples, const DaxiImageWriteCfg& cfg, const std::string& with) {
   // Fewer bits than 8 are kept where the format has them.
   DaxiImageRecord& record = samples.record;
   const bool packs = cfg.format == DAXI_IMAGE_PNG && record.channels == 1 && record.type == DAXI_SAMPLE_8U;
   if (!packs) record.bits = 0;
-  writeFile(path, encoded(samples, cfg, printable(path.string())));
-  sayWhatFilesDoNot(path, samples, cfg.format);
-}
-
-// "disc-0.png" for channel 0 of "disc.png"
-fs::path channelName(const fs::path& path, int32_t channel) {
-  fs::path name = path.stem();
-  name += "-" + std::to_string(channel) + path.extension().string();
-  return path.parent_path() / name;
-}
-
-void writeResult(const ConvertOptions& options, const fs::path& path, Samples& samples, const DaxiImageWriteCfg& cfg) {
-  if (!options.split) return writeSamples(path, samples, cfg);
-  for (int32_t channel = 0; channel < samples.record.channels; ++channel) {
-    const fs::path name = channelName(path, channel);
-    for (const std::string& input : options.inputs) requireOther("--split", name, {{"an input", input}});
-    Samples one = arranged(samples, {channel});
-    writeSamples(name, one, cfg);
-  }
+  writeFile(path, encoded(samples, cfg, printable(path.string()), with));
+  sayWhatFilesDoNot(path, samples, cfg.format, with);
 }
 
 Samples readUpright(const std::string& input) {
@@ -161,18 +147,7 @@ Samples stepped(const std::string& name, Samples samples, const std::vector<Conv
   return samples;
 }
 
-void mergeAll(const ConvertOptions& options, const std::vector<ConvertStep>& steps, const DaxiImageWriteCfg& cfg) {
-  const size_t count = options.inputs.size();
-  if (count < 2 || count > 4) reject("--merge: two to four images, a channel each");
-  for (const std::string& input : options.inputs) requireOther("OUT", options.output, {{"an input", input}});
-  std::vector<Samples> planes;
-  for (const std::string& input : options.inputs) planes.push_back(readUpright(input));
-  Samples samples = stepped(options.output, merged(planes), steps);
-  writeResult(options, options.output, samples, cfg);
-}
-
-ExitStatus convertAll(const ConvertOptions& options, const std::vector<ConvertStep>& steps,
-                      const DaxiImageWriteCfg& cfg) {
+ExitStatus convertAll(const SamplesOptions& options, const std::vector<ConvertStep>& steps, const WriteResult& write) {
   std::vector<Failure> failures;
   const auto conversions = planConversions(options.inputs, options.output, "." + options.format);
   Progress progress(conversions.size(), "images");
@@ -180,9 +155,9 @@ ExitStatus convertAll(const ConvertOptions& options, const std::vector<ConvertSt
     const std::string input = conversion.input.string();
     try {
       Samples samples = stepped(input, readUpright(input), steps);
-      writeResult(options, conversion.output, samples, cfg);
+      write(conversion.output, samples);
       const bool isRenamed = conversion.output.stem() != conversion.input.stem();
-      if (haveSeveralResults(options) && isRenamed) say(input, "written as " + printable(conversion.output.string()));
+      if (areSeveral(options.inputs) && isRenamed) say(input, "written as " + printable(conversion.output.string()));
     } catch (const Failure& failure) {
       failures.push_back(failure);
     } catch (const std::bad_alloc&) {
@@ -196,16 +171,8 @@ ExitStatus convertAll(const ConvertOptions& options, const std::vector<ConvertSt
   return ExitStatus::kSomeFailed;
 }
 
-ExitStatus runConvert(const ConvertOptions& options) {
-  const DaxiImageWriteCfg cfg = writeCfg(options);
-  const std::vector<ConvertStep> steps = stepsOf(options);
-  if (!options.merge) return convertAll(options, steps, cfg);
-  mergeAll(options, steps, cfg);
-  return ExitStatus::kOk;
-}
-
 // The last name on the command line is that of the result.
-void addNames(CLI::App& command, ConvertOptions& options) {
+void addNames(CLI::App& command, SamplesOptions& options) {
   command
       .add_option_function<std::vector<std::string>>(
           "IN",
@@ -229,7 +196,7 @@ void addNames(CLI::App& command, ConvertOptions& options) {
       ->type_name("");
 }
 
-void addFileOptions(CLI::App& command, ConvertOptions& options) {
+void addFileOptions(CLI::App& command, SamplesOptions& options) {
   command.add_option("--format", options.format, "png, jpg, tif, bmp, pgm, ppm, pfm or raw [the ending]")
       ->type_name("FORMAT")
       ->group("File");
@@ -245,39 +212,6 @@ void addFileOptions(CLI::App& command, ConvertOptions& options) {
       ->check(CLI::IsMember({"none", "lzw", "deflate"}))
       ->type_name("KIND")
       ->group("File");
-  command.add_flag("--merge", options.merge, "the images are the channels of one")->group("File");
-  command.add_flag("--split", options.split, "a file for each channel: OUT-0.png, OUT-1.png, ...")->group("File");
 }
 
-Command addConvert(CLI::App& app) {
-  CLI::App* command = app.add_subcommand("convert", "Convert images: file formats, bits, colours, channels, values");
-  auto options = std::make_shared<ConvertOptions>();
-  addNames(*command, *options);
-  for (const ConvertOption* option : convertOptions()) {
-    options->given[option] =
-        command->add_option(option->name, options->values[option], option->help)->type_name(option->valueName);
-    options->given[option]->group("Steps, in this order");
-  }
-  addFileOptions(*command, *options);
-  command->footer(
-      "A step refuses what it does not take, and tells what helps. Results in other colour spaces than\n"
-      "red, green, blue are files like others: their channels are told, and --from turns them back.\n"
-      "Examples:\n"
-      "  dax convert scan.tif view.jpg --bits 8 --quality 90\n"
-      "  dax convert heights.pfm heights.tif --compression deflate\n"
-      "  dax convert raw.pgm colours.png --debayer rggb\n"
-      "  dax convert photo.jpg hue.png --to hsv --pick 0\n"
-      "  dax convert photo.jpg lab.tif --read-as 32f --to lab\n"
-      "  dax convert dark.png bright.png --normalise 1..99 --gamma 0.6\n"
-      "  dax convert mixed.tif apart.tif --unmix 0.8,0.1,0,0.2,0.8,0.1,0,0.1,0.9\n"
-      "  dax convert radiograph.tif detail.png --read-as 16 --equalise clahe:8x8:3 --bits 8\n"
-      "  dax convert recordings/ grey/ --format png --grey 601\n"
-      "  dax convert red.png green.png blue.png colours.png --merge\n\n" +
-      std::string(kExitStatusHelp));
-  return {command, [options] { return runConvert(*options); }};
-}
-
-const CommandRegistration convertRegistration("convert", addConvert);
-
-}  // namespace
 }  // namespace dax::tool
