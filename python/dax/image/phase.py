@@ -38,7 +38,7 @@ class PhaseMotion(NamedTuple):
 
 
 def phase_shift(first: ArrayLike, second: ArrayLike, *, pool: Optional[Pool] = None) -> PhaseShift:
-    """The shift from one image to another, to about 1/200 of a pixel.
+    """The shift from one image to another, to about 1/100 of a pixel.
 
     first, second: (height, width) uint8, uint16 or float32, both alike, sides of 16 to 8192. Light and contrast may
     differ. Fails with dax.Error where an image is flat, or less than a quarter of both shows the same.
@@ -53,7 +53,7 @@ def phase_shift(first: ArrayLike, second: ArrayLike, *, pool: Optional[Pool] = N
 
 
 def phase_rotation_scale(first: ArrayLike, second: ArrayLike, *, pool: Optional[Pool] = None) -> PhaseMotion:
-    """Rotation, scale and shift from one image to another, to about 0.05 degrees and 0.3 per cent.
+    """Rotation, scale and shift from one image to another, to about 0.05 degrees and 0.2 per cent.
 
     Scales of 1/2 to 2, any angle. Images, and what fails, as of phase_shift.
 
