@@ -1,4 +1,6 @@
 """Images of another size, turned, straightened, unrolled."""
+import random
+import re
 import struct
 
 import pictures
@@ -93,6 +95,35 @@ def test_any_angle_and_rings(warp, dax, tmp_path):
     assert back[20 * 61 + 30] == 0 and abs(back[20 * 61 + 41] - 66) <= 8
     quarter = warp(rings, "--polar", "30,20,4,16,-90,90:20x12:log")
     assert (len(quarter[0]), len(quarter)) == (20, 12) and quarter[0][5] < 36 < 78 < quarter[11][5]
+
+
+def test_align(dax, tmp_path):
+    chance = random.Random(4)
+    coarse = [[chance.randrange(30, 220) for _ in range(40)] for _ in range(40)]
+    scene = [[coarse[y // 3][x // 3] for x in range(110)] for y in range(110)]
+    (tmp_path / "scene.pgm").write_bytes(grey(scene))
+    (tmp_path / "a.pgm").write_bytes(grey([row[10:100] for row in scene[10:100]]))
+    (tmp_path / "b.pgm").write_bytes(grey([row[6:96] for row in scene[15:105]]))
+    run = dax("warp", "b.pgm", "c.pgm", "--align", "a.pgm", "--interpolation", "nearest")
+    found = re.match(r"dax: b\.pgm: aligned, was off by (\S+), (\S+) pixels \(peak (\S+), the next (\S+)\)\n", run.err)
+    assert [float(each) for each in found.groups()[:2]] == pytest.approx([4, -5], abs=0.03)
+    rows = [(tmp_path / f"{name}.pgm").read_bytes()[-8100:] for name in "ac"]
+    assert all(a[90 * y : 90 * y + 86] == c[90 * y : 90 * y + 86] for a, c in [rows] for y in range(5, 90))
+    dax("warp", "a.pgm", "turned.pgm", "--affine", "0.95,-0.5,24,0.5,0.95,-17")
+    run = dax("warp", "turned.pgm", "back.png", "--align-turned", "a.pgm", "--interpolation", "cubic")
+    angle, scale = re.search(r"was turned by (\S+) degrees, scaled by (\S+), off", run.err).groups()
+    assert float(angle) == pytest.approx(27.76, abs=0.4) and float(scale) == pytest.approx(1.0735, rel=0.01)
+    (tmp_path / "other.pgm").write_bytes(grey([[chance.randrange(250) for _ in range(90)] for _ in range(90)]))
+    assert re.search("no clear match|finds nothing", dax("warp", "other.pgm", "d.pgm", "--align", "a.pgm", status=None).err)
+    (tmp_path / "flat.pgm").write_bytes(grey([[9] * 90] * 90))
+    for line, status, message in [
+        ("flat.pgm --align a.pgm", 5, "flat.pgm: --align finds nothing: the images are flat, or show too little alike"),
+        ("scene.pgm --align a.pgm", 5, "takes images of one size, not of 110 x 110 and 90 x 90: --resize before it"),
+        ("a.pgm --resize 9x9 --align a.pgm", 5, "--align takes images of one size"),
+        ("a.pgm --align none.pgm", 3, "cannot be opened"),
+    ]:
+        source, *steps = line.split()
+        assert message in dax("warp", source, "out.png", *steps, status=status).err, line
 
 
 def test_several(dax, tmp_path):

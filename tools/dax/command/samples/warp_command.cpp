@@ -124,6 +124,7 @@ Command addWarp(CLI::App& app) {
       "  dax warp cap.png text.png --polar 320,240,150,190\n"
       "  dax warp text.png cap.png --polar-back 320,240,150,190:640x480\n"
       "  dax warp part.png moved.png --shift 0.25,-3\n"
+      "  dax warp now.png laid-upon.png --align before.png --interpolation lanczos\n"
       "  dax warp recordings/ small/ --format png --resize 0.5 --interpolation area\n\n" +
       std::string(kExitStatusHelp));
   return {command, [options] { return runWarp(*options); }};
