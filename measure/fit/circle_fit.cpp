@@ -19,8 +19,8 @@ namespace dax {
 namespace {
 
 constexpr double kUnlimited = std::numeric_limits<double>::infinity();
-constexpr double kRobustSigma = 1.4826;  // of the median of the magnitudes of normal errors
-constexpr double kConverged = 1e-12;     // of the radius
+constexpr double kRobustSigma = 1.4826;     // of the median of the magnitudes of normal errors
+constexpr double kCircleConverged = 1e-12;  // of the radius
 
 PrmtSacCfg consensusOf(const CircleFitCfg& cfg) {
   return {PRMT_SAC_MSAC, cfg.trials, cfg.inlierDistance, cfg.confidence, cfg.seed, 10, 0};
@@ -125,7 +125,7 @@ bool geometric(const CircleWork& work, Circle* circle) {
 bool hasConverged(const Circle& before, const Circle& after) {
   const double change =
       std::max({std::fabs(after.x - before.x), std::fabs(after.y - before.y), std::fabs(after.r - before.r)});
-  return change <= kConverged * after.r;
+  return change <= kCircleConverged * after.r;
 }
 
 DaxStatus fitInRounds(const CircleWork& work, Fit fit, Circle* circle, DaxiCircleFit* result) {

@@ -8,7 +8,6 @@ namespace {
 
 constexpr int kMaxSteps = 50;
 constexpr double kSmallStep = 1e-13;  // of the radius
-constexpr double kMaxRadius = 1e4;    // of the spread; above, the points lie on a line
 
 struct Cholesky3 {
   double l00, l10, l11, l20, l21, l22;
@@ -93,7 +92,7 @@ bool fitGeometric(const CirclePoints& points, const float* weights, double sprea
     }
     if (isSmall) break;
   }
-  if (!(best.r <= kMaxRadius * spread)) return false;
+  if (!(best.r <= kMaxCircleRadius * spread)) return false;
   *circle = best;
   return true;
 }

@@ -5,8 +5,6 @@
 namespace dax {
 namespace {
 
-constexpr double kMaxRadius = 1e4;  // in units of the points' spread; above, they lie on a line
-
 // Weighted mean of the points, and their root mean square distance from it.
 struct Frame {
   double x = 0, y = 0, spread = 0, sum = 0;
@@ -72,7 +70,7 @@ bool fitHyper(const CirclePoints& points, const float* weights, Circle* circle) 
   const double d = t * t - t * z + (m.xx * m.yy - m.xy * m.xy);
   const double x = (m.xz * (m.yy - t) - m.yz * m.xy) / d / 2, y = (m.yz * (m.xx - t) - m.xz * m.xy) / d / 2;
   const double r = std::sqrt(x * x + y * y + z - 2 * t);
-  if (!(r > 0 && r <= kMaxRadius)) return false;
+  if (!(r > 0 && r <= kMaxCircleRadius)) return false;
   *circle = {frame.x + frame.spread * x, frame.y + frame.spread * y, frame.spread * r};
   return true;
 }

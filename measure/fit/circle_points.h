@@ -5,6 +5,9 @@
 
 namespace dax {
 
+// In units of the root mean square distance of the points from their mean: above it, they lie on a line.
+constexpr double kMaxCircleRadius = 1e4;
+
 struct CirclePoints {
   const double* x;
   const double* y;

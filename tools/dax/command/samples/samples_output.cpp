@@ -2,7 +2,6 @@
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
-#include <iostream>
 #include <cctype>
 #include <map>
 #include <new>
@@ -18,27 +17,6 @@ namespace {
 
 namespace fs = std::filesystem;
 
-struct ConvertOptions {
-  std::vector<std::string> inputs;
-  std::string output;
-  std::string format;
-  std::string compression = "lzw";
-  int quality = 95;
-  int level = 6;
-  bool merge = false, split = false;
-  std::map<const ConvertOption*, std::string> values;
-  std::map<const ConvertOption*, CLI::Option*> given;
-};
-
-bool haveSeveralResults(const ConvertOptions& options) {
-  return !options.merge && areSeveral(options.inputs);
-}
-
-int32_t formatOf(const ConvertOptions& options) {
-  std::string name = options.format;
-  if (name.empty() && haveSeveralResults(options)) reject("--format: of several images it must be told");
-  if (name.empty()) name = formatName(options.output);
-  if (const auto found = imageFormatOf(name)) return *found;
 const std::map<std::string, int32_t> kConvertFormats = {
     {"bmp", DAXI_IMAGE_BMP},   {"pgm", DAXI_IMAGE_PNM},  {"ppm", DAXI_IMAGE_PNM},  {"pnm", DAXI_IMAGE_PNM},
     {"pfm", DAXI_IMAGE_PFM},   {"raw", DAXI_IMAGE_RAW},  {"png", DAXI_IMAGE_PNG},  {"jpg", DAXI_IMAGE_JPEG},
