@@ -56,8 +56,9 @@ struct DftBuffer {
     const int32_t split = kind == DftKind::fourier && size.height == 1 ? splitOf(rows) : 0;
     const int32_t across = split ? rows / split : rows, down = split ? split : stagedLength(size.height);
     points = static_cast<uint64_t>(std::max(across, down));
-    const int32_t longer = split ? across : std::max(size.width, size.height);
-    tiles = static_cast<uint32_t>(std::min<int64_t>(kDftTiles, longer / kDftLines<T> + 1));
+    const int32_t strips =
+        split ? stripsOf(across, down) : std::max(stripsOf(size.height, size.width), stripsOf(size.width, size.height));
+    tiles = static_cast<uint32_t>(std::min<int32_t>(kDftTiles, strips));
     lines = layout.add<T>(2 * points * kDftPoint<T> * tiles);
     const uint64_t halves = pixelsOf(halfSpectrum(size)), rowNumbers = 2 * static_cast<uint64_t>(rows);
     numbers = layout.add<ComplexOf<T>>(kind == DftKind::cosine ? 0 : split ? rowNumbers : halves);
@@ -67,6 +68,10 @@ struct DftBuffer {
   uint32_t tiles;
   BufferPiece<T> lines;
   BufferPiece<ComplexOf<T>> numbers;
+
+ private:
+  // Lines of one point leave nothing to share.
+  static int32_t stripsOf(int32_t lineCount, int32_t n) { return n > 1 ? lineCount / kDftLines<T> + 1 : 1; }
 };
 
 template <class T>
