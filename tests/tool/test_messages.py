@@ -4,13 +4,13 @@ import pictures
 import pytest
 
 MISTAKES = {
-    "a command that is none": (["inspekt", "parts.png"], r'"inspekt" is no command (caliper, chessboard,'),
+    "a command that is none": (["inspekt", "parts.png"], r'"inspekt" is no command (annotate, caliper,'),
     "a command left out": (["cloud"], "which command? (normals, downsample, knn, stats) (dax cloud --help"),
     "a step that is none": (["range", "show", "parts.png"], '"show" is no command (info, convert,'),
     "help of the command": (["filter", "parts.png"], "OUT is required (dax filter --help"),
     "an option that is none": (["inspect", "parts.png", "--min-area", "5"], "dax: not expected: --min-area ("),
     "an option before the command": (["--json", "inspect", "parts.png"], "dax: not expected: --json ("),
-    "an option without a command": (["--json"], '"--json" is no option (caliper, chessboard,'),
+    "an option without a command": (["--json"], '"--json" is no option (annotate, caliper,'),
     "blanks for commas": (["caliper", "parts.png", "--box", "120", "80", "60", "16", "0"],
                           '--box: "120" is not X,Y,WIDTH,HEIGHT,ANGLE'),
     "one end of a range": (["inspect", "parts.png", "--area", "200"], '"200" is not MIN..MAX, MIN.. or ..MAX (pixels)'),

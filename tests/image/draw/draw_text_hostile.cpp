@@ -34,9 +34,11 @@ void text(Call& c) {
     cfg.angle = c.chance(50) ? 0 : static_cast<double>(c.between(-80, 80)) / 8;
     cfg.slant = c.chance(50) ? 0 : static_cast<double>(c.between(-16, 16)) / 8;
     cfg.lineStep = static_cast<double>(c.between(0, 80)) / 8;
+    cfg.alignX = static_cast<int32_t>(c.between(0, 2)), cfg.alignY = static_cast<int32_t>(c.between(0, 3));
   });
   c.filled<DaxiStroke>("stroke", 1, [&](DaxiStroke& stroke) {
     stroke.width = c.chance(80) ? static_cast<double>(c.between(0, 80)) / 8 : c.pick({0.001, 300.0, 1e6});
+    stroke.miterLimit = static_cast<double>(c.between(1, 20)), stroke.alpha = static_cast<double>(c.between(0, 8)) / 8;
     for (int32_t& each : stroke.color) each = static_cast<int32_t>(c.between(0, 255));
   });
 }
