@@ -64,7 +64,7 @@ Place greatest(const float* plane, DaxiSize size, const Place* around) {
     const float* const row = rowAt(plane, size.width, y);
     const bool mayBeNear = around && areNear(y, around->y, size.height);
     for (int32_t x = 0; x < size.width; ++x) {
-      if (!(row[x] > best.value) || (mayBeNear && areNear(x, around->x, size.width))) continue;
+      if (!(row[x] > best.value) || (mayBeNear && around && areNear(x, around->x, size.width))) continue;
       best = {x, y, row[x]};
     }
   }

@@ -33,7 +33,7 @@ struct PhaseLayout {
   DaxiSize size;  // of the transforms
   BufferPiece<uint8_t> plan, work;
   BufferPiece<float> plane;
-  BufferPiece<DaxComplex32f> spectra[2];
+  BufferPiece<DaxComplex32f> spectra[2] = {};
   BufferPiece<double> columns, rows;
 };
 

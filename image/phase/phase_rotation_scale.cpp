@@ -36,7 +36,7 @@ struct MotionBuffer {
   DaxiSize polarSize;
   BufferLayout layout;
   PhaseLayout pictures, polar;
-  BufferPiece<float> logs[2];  // columns twice
+  BufferPiece<float> logs[2] = {};  // columns twice
   BufferPiece<float> copy, turned;
 };
 
