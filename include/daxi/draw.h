@@ -25,7 +25,7 @@
  *   dstStep below a row                                                                 0x1000001b
  *   what is drawn, in the order of the arguments, then the stroke, in that of its fields  0x10000019
  *   more sides than can be counted, where the query fails in the same way               0x10000015
- * Queries: stroke or bytes null 0x10000014; then dstSize and the others as above, all 0x10000019; 0x10000015. */
+ * Queries: stroke or bytes null 0x10000014; dstSize or what is drawn out of its range 0x10000019; a size beyond 64 bits 0x10000015. */
 #ifndef DAXI_DRAW_H
 #define DAXI_DRAW_H
 

@@ -99,8 +99,11 @@ typedef struct PrmtSacResult {
 /* Fills in the defaults. cfg null -> -21. Thread-safe. */
 DAX_API int32_t PRMT_SAC_DefaultCfg(PrmtSacCfg* cfg);
 
-/* Bytes of work buffer for n data and at most `threads` threads. Checks as for the run, after bytes null -> -21; a size beyond
- * 64 bits -> -22. Thread-safe. */
+/* Bytes of work buffer for n data and at most `threads` threads.
+ *
+ * Checks, in order: model, one of its callbacks but refit, cfg or bytes null -> -21; a field of model outside its range -> -26; n below
+ * sampleSize, for LMEDS below twice of it -> -26; a field of cfg outside its range -> -26; a size beyond 64 bits -> -22.
+ * Thread-safe. */
 DAX_API int32_t PRMT_SAC_RunBufferSize_f64(const PrmtSacModel* model, int32_t n, const PrmtSacCfg* cfg,
                                            uint32_t threads, uint64_t* bytes);
 

@@ -125,7 +125,6 @@ def test_help_tells_every_option_and_status(dax):
         assert option in text
     commands = ["", "inspect", "render-scene", "chessboard", "filter", "caliper", "line", "fit", "range",
                 "range convert", "graph", "graph optimise",
-                "range convert",
                 "cloud", "cloud normals", "stats", "convert", "warp", "compare", "threshold", "noise", "focus",
                 "spectrum"]
     for command in commands:

@@ -116,7 +116,6 @@ def test_align(dax, tmp_path):
     (tmp_path / "other.pgm").write_bytes(grey([[chance.randrange(250) for _ in range(90)] for _ in range(90)]))
     said = dax("warp", "other.pgm", "d.pgm", "--align", "a.pgm", status=None).err
     assert re.search("no clear match|finds nothing", said)
-    assert re.search("no clear match|finds nothing", dax("warp", "other.pgm", "d.pgm", "--align", "a.pgm", status=None).err)
     (tmp_path / "flat.pgm").write_bytes(grey([[9] * 90] * 90))
     for line, status, message in [
         ("flat.pgm --align a.pgm", 5, "flat.pgm: --align finds nothing: the images are flat, or show too little alike"),

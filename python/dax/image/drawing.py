@@ -95,7 +95,13 @@ def draw_line(image: Array, start: Point, end: Point, stroke: Stroke = Stroke())
 
 
 def draw_polyline(image: Array, points: ArrayLike, stroke: Stroke = Stroke(), *, closed: bool = False) -> Array:
-    """Draws lines through points, (n, 2), as one shape: where they meet or cross, a pixel is still drawn once."""
+    """Draws lines through points, (n, 2), as one shape: where they meet or cross, a pixel is still drawn once.
+
+    >>> dax.draw_polyline(np.zeros((3, 4), np.uint8), [(1, 0), (1, 2), (3, 2)], dax.Stroke(9, antialias=False))
+    array([[0, 9, 0, 0],
+           [0, 9, 0, 0],
+           [0, 9, 9, 9]], dtype=uint8)
+    """
     held, address = _points("points", points)
     return _drawn("Polyline", image, stroke, [address, len(held), int(closed)], [len(held)])
 
@@ -109,7 +115,12 @@ def draw_arrow(
     head: float = 10,
     spread: float = 0.4,
 ) -> Array:
-    """Draws a line with two barbs at its tip. head: their length; spread: their angle to the line, in radians."""
+    """Draws a line with two barbs at its tip. head: their length; spread: their angle to the line, in radians.
+
+    >>> pen = dax.Stroke(9, antialias=False)
+    >>> dax.draw_arrow(np.zeros((5, 6), np.uint8), (0, 2), (5, 2), pen, head=3, spread=np.pi / 4)[1]
+    array([0, 0, 0, 0, 9, 0], dtype=uint8)
+    """
     return _drawn("Arrow", image, stroke, [*start, *tip, head, spread], [])
 
 
@@ -134,7 +145,11 @@ def draw_ellipse(
     angle: float = 0,
 ) -> Array:
     """Draws a circle of one radius, or an ellipse of two half axes, the first at the angle; a stroke of width 0 fills
-    it."""
+    it.
+
+    >>> dax.draw_ellipse(np.zeros((3, 5), np.uint8), (2, 1), (2, 1), dax.Stroke(9, width=0, antialias=False))[1]
+    array([9, 9, 9, 9, 9], dtype=uint8)
+    """
     a, b = radii if isinstance(radii, tuple) else (radii, radii)
     return _drawn("Ellipse", image, stroke, [*centre, a, b, angle], [a, b])
 
@@ -150,7 +165,12 @@ def draw_arc(
     angle: float = 0,
 ) -> Array:
     """Draws the part of a circle or an ellipse that begins at the angle `start` and spans so many radians, clockwise
-    where positive; of an ellipse they are those of its parameter. A stroke of width 0 fills the sector."""
+    where positive; of an ellipse they are those of its parameter. A stroke of width 0 fills the sector.
+
+    >>> quarter = dax.draw_arc(np.zeros((6, 6), np.uint8), (0, 0), 5, 0, np.pi / 2, dax.Stroke(255, width=0))
+    >>> int(quarter[2, 2]), int(quarter[5, 5])
+    (255, 0)
+    """
     a, b = radii if isinstance(radii, tuple) else (radii, radii)
     return _drawn("Arc", image, stroke, [*centre, a, b, angle, start, span], [a, b, span])
 
@@ -193,7 +213,13 @@ def draw_markers(
     angle: float = 0,
 ) -> Array:
     """Draws a marker at each of the points, (n, 2), in a square of that size, turned by the angle; a stroke of width 0
-    fills those that are closed."""
+    fills those that are closed.
+
+    >>> dax.draw_markers(np.zeros((3, 7), np.uint8), [(1, 1), (5, 1)], "plus", dax.Stroke(9, antialias=False), size=3)
+    array([[0, 9, 0, 0, 0, 9, 0],
+           [9, 9, 9, 0, 9, 9, 9],
+           [0, 9, 0, 0, 0, 9, 0]], dtype=uint8)
+    """
     held, address = _points("points", points)
     which = choice("shape", shape, _MARKERS)
     return _drawn("Marker", image, stroke, [address, len(held), size, angle, which], [len(held), size, which])

@@ -33,5 +33,6 @@ def approximate_contour(points: ArrayLike, tolerance: float, *, closed: bool = F
     own = pointer(array, ctype), len(array), int(closed), tolerance, pointer(indices, "int32_t"), kept, flags, work
     call(f"DAXI_ContourApprox_{suffix}", *own)
     if flags[0] & _LIMIT:
-        warnings.warn("approximate_contour: the chain folds so often that more points were kept than are needed", stacklevel=2)
+        text = "approximate_contour: the chain folds so often that more points were kept than are needed"
+        warnings.warn(text, stacklevel=2)
     return indices[: kept[0]].copy()

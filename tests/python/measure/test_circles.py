@@ -23,7 +23,8 @@ def test_as_scipy(rng, arc):
         away = (points - c[:2]).astype(float)
         return np.column_stack([-away / np.hypot(*away.T)[:, None], -np.ones(len(points))])
 
-    best = scipy.optimize.least_squares(distances, (120, 90, 80), slopes, method="lm", xtol=1e-15, ftol=1e-15, gtol=1e-15)
+    tight = dict(xtol=1e-15, ftol=1e-15, gtol=1e-15)
+    best = scipy.optimize.least_squares(distances, (120, 90, 80), slopes, method="lm", **tight)
     found = dax.fit_circle(points, weights="least-squares")
     assert np.allclose([found.x, found.y, found.r], best.x, atol=1e-7)
     sigma2 = (best.fun**2).sum() / 197
