@@ -49,7 +49,7 @@ constexpr const char* kFooter =
     "  dax filter parts.png clean.png --median3 --compare specks.png\n"
     "  dax compare parts.png clean.png --out difference.png\n"
     "  dax convert clean.png view.jpg --normalise 1..99 --quality 90\n"
-    "  dax warp photo.jpg upright.jpg --rotate 90 --resize 640x\n"
+    "  dax warp view.jpg upright.jpg --rotate 90 --resize 640x\n"
     "  dax caliper parts.png --box 368,217,90,24,34 --pair --plot profile.png\n"
     "  dax line parts.png --from 63,333 --to 97,394 --overlay line.png\n"
     "  dax chessboard left/ --size 9x6 --json\n"

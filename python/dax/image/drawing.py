@@ -215,7 +215,7 @@ def draw_markers(
     """Draws a marker at each of the points, (n, 2), in a square of that size, turned by the angle; a stroke of width 0
     fills those that are closed.
 
-    >>> dax.draw_markers(np.zeros((3, 7), np.uint8), [(1, 1), (5, 1)], "plus", dax.Stroke(9, antialias=False), size=3)
+    >>> dax.draw_markers(np.zeros((3, 7), np.uint8), [(1, 1), (5, 1)], "plus", dax.Stroke(9, antialias=False), size=2)
     array([[0, 9, 0, 0, 0, 9, 0],
            [9, 9, 9, 0, 9, 9, 9],
            [0, 9, 0, 0, 0, 9, 0]], dtype=uint8)

@@ -25,7 +25,7 @@ def approximate_contour(points: ArrayLike, tolerance: float, *, closed: bool = F
     """
     is_whole = np.asarray(points).dtype == np.int32
     array = numbers("points", points, (None, 2), np.int32 if is_whole else np.float32)
-    within("tolerance", tolerance, 0, np.finfo(float).max)
+    within("tolerance", tolerance, 0, float(np.finfo(float).max))
     suffix, ctype = ("32s", "DaxiPoint32s") if is_whole else ("32f", "DaxiPoint32f")
     indices = np.empty(len(array), np.int32)
     kept, flags = ffi.new("int32_t*"), ffi.new("uint32_t*")
