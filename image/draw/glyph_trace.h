@@ -1,7 +1,9 @@
 // Glyphs as polylines, in pixels along the baseline and above it.
 #pragma once
 
+#include <algorithm>
 #include <cmath>
+#include <cstdint>
 
 #include "image/draw/round_pen.h"
 #include "image/font/font.h"
@@ -20,9 +22,9 @@ void traceCorner(DaxiPoint64f from, DaxiPoint64f corner, DaxiPoint64f to, Pen& p
   const DaxiPoint64f a = {from.x - corner.x, from.y - corner.y}, b = {to.x - corner.x, to.y - corner.y};
   const double aa = a.x * a.x + a.y * a.y, bb = b.x * b.x + b.y * b.y, ab = a.x * b.x + a.y * b.y;
   const double norm = std::sqrt((aa + bb) / 2 + std::sqrt((aa - bb) * (aa - bb) / 4 + ab * ab));
-  const double pieces = std::ceil(kPieces * std::sqrt(norm));
-  for (double k = 1; k < pieces; ++k) {
-    const double t = k / pieces, s = 1 - t;
+  const auto pieces = static_cast<int32_t>(std::clamp(std::ceil(kPieces * std::sqrt(norm)), 1.0, 1e6));
+  for (int32_t k = 1; k < pieces; ++k) {
+    const double t = static_cast<double>(k) / pieces, s = 1 - t;
     const double f = s * s, c = 1.4142135623730951 * t * s, g = t * t, sum = f + c + g;
     pen.lineTo({(f * from.x + c * corner.x + g * to.x) / sum, (f * from.y + c * corner.y + g * to.y) / sum});
   }

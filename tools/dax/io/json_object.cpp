@@ -8,13 +8,13 @@
 namespace dax::tool {
 namespace {
 
-using Json = nlohmann::json;
+using PlainJson = nlohmann::json;
 
 std::string shown(double value) {
   return shortest(static_cast<float>(value));
 }
 
-bool isWithin(const Json& value, double low, double high) {
+bool isWithin(const PlainJson& value, double low, double high) {
   return value.is_number() && value.get<double>() >= low && value.get<double>() <= high;
 }
 
@@ -24,7 +24,7 @@ std::string rangeText(double low, double high) {
 
 }  // namespace
 
-JsonObject::JsonObject(const Json& value, std::string file, std::string place)
+JsonObject::JsonObject(const PlainJson& value, std::string file, std::string place)
     : value_(value), file_(std::move(file)), place_(std::move(place)) {
   if (!value.is_object()) refuse("", "is not an object, { ... }");
 }
@@ -34,27 +34,27 @@ bool JsonObject::has(const char* key) {
 }
 
 double JsonObject::number(const char* key, double low, double high, std::optional<double> otherwise) {
-  const Json* const value = find(key);
+  const PlainJson* const value = find(key);
   if (!value && otherwise) return *otherwise;
   if (!value || !isWithin(*value, low, high)) refuse(key, "is not a number in " + rangeText(low, high));
   return value->get<double>();
 }
 
 bool JsonObject::flag(const char* key, bool otherwise) {
-  const Json* const value = find(key);
+  const PlainJson* const value = find(key);
   if (!value) return otherwise;
   if (!value->is_boolean()) refuse(key, "is neither true nor false");
   return value->get<bool>();
 }
 
 std::string JsonObject::text(const char* key) {
-  const Json& value = at(key);
+  const PlainJson& value = at(key);
   if (!value.is_string()) refuse(key, "is not a text, \"...\"");
   return value.get<std::string>();
 }
 
 int JsonObject::choice(const char* key, std::initializer_list<const char*> names, std::optional<int> otherwise) {
-  const Json* const value = find(key);
+  const PlainJson* const value = find(key);
   if (!value && otherwise) return *otherwise;
   std::string all;
   for (size_t i = 0; i < names.size(); ++i) {
@@ -66,25 +66,25 @@ int JsonObject::choice(const char* key, std::initializer_list<const char*> names
 }
 
 std::vector<double> JsonObject::numbers(const char* key, size_t count, double low, double high) {
-  const Json& value = at(key);
+  const PlainJson& value = at(key);
   const std::string wanted =
       "is not a list of " + (count ? std::to_string(count) + " " : std::string()) + "numbers in ";
   if (!value.is_array() || (count && value.size() != count)) refuse(key, wanted + rangeText(low, high));
   std::vector<double> result;
-  for (const Json& each : value) {
+  for (const PlainJson& each : value) {
     if (!isWithin(each, low, high)) refuse(key, wanted + rangeText(low, high));
     result.push_back(each.get<double>());
   }
   return result;
 }
 
-const Json& JsonObject::at(const char* key) {
-  const Json* const value = find(key);
+const PlainJson& JsonObject::at(const char* key) {
+  const PlainJson* const value = find(key);
   if (!value) refuse(key, "is missing");
   return *value;
 }
 
-const Json* JsonObject::find(const char* key) {
+const PlainJson* JsonObject::find(const char* key) {
   known_.insert(key);
   const auto found = value_.find(key);
   return found == value_.end() ? nullptr : &*found;
