@@ -34,8 +34,8 @@ class Consensus {
         pools_(problem.n, problem.model.sampleSize, cfg.maxIterations),
         stop_{kNone, problem.n},
         inliers_(pieces.inliers.in(buffer)),
-        next_(pieces.next.in(buffer)) {
-    best_ = {};
+        next_(pieces.next.in(buffer)),
+        best_() {
     // Better than none: one inlier, or a median.
     best_.cost = isMedian_ ? kNone : problem.n;
   }

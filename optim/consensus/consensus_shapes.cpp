@@ -73,10 +73,9 @@ struct ShapeBuffer : SacBuffer {
   template <class T>
   ShapeBuffer(const PrmtSacModel& model, int32_t dimension, int32_t n, const PrmtSacCfg& cfg, uint32_t threads,
               const T*)
-      : SacBuffer(model, n, cfg, threads) {
-    points =
-        layout.add<uint8_t>(sizeof(T) * static_cast<uint64_t>(dimension) * static_cast<uint64_t>(roundedToLanes(n)));
-  }
+      : SacBuffer(model, n, cfg, threads),
+        points(layout.add<uint8_t>(sizeof(T) * static_cast<uint64_t>(dimension) *
+                                   static_cast<uint64_t>(roundedToLanes(n)))) {}
   BufferPiece<uint8_t> points;
 };
 

@@ -310,7 +310,8 @@ int32_t HullBuilder::writeTriangles(int32_t* triangles) {
   const auto fan = [&] {
     std::rotate(polygon, std::min_element(polygon, polygon + corners), polygon + corners);
     for (int32_t k = 2; k < corners; ++k) {
-      int32_t* const to = triangles + ptrdiff_t{3} * count++;
+      int32_t* const to = triangles + ptrdiff_t{3} * count;
+      ++count;
       to[0] = polygon[0], to[1] = polygon[k - 1], to[2] = polygon[k];
     }
     corners = 0;

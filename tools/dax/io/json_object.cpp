@@ -36,8 +36,8 @@ bool JsonObject::has(const char* key) {
 double JsonObject::number(const char* key, double low, double high, std::optional<double> otherwise) {
   const PlainJson* const value = find(key);
   if (!value && otherwise) return *otherwise;
-  if (!value || !isWithin(*value, low, high)) refuse(key, "is not a number in " + rangeText(low, high));
-  return value->get<double>();
+  if (value && isWithin(*value, low, high)) return value->get<double>();
+  refuse(key, "is not a number in " + rangeText(low, high));
 }
 
 bool JsonObject::flag(const char* key, bool otherwise) {
