@@ -34,10 +34,11 @@ enum {
 typedef struct PrgoTextInfo {
   int32_t vertices; /* lines of vertices */
   int32_t edges;
-  int32_t fixed;   /* ids of FIX */
-  int32_t unknown; /* lines passed over */
-  int64_t line;    /* the line that is refused, from 1; 0 without one */
-  int32_t reason;  /* PRGO_TEXT_... */
+  int32_t fixed;    /* ids of FIX */
+  int32_t unknown;  /* lines passed over */
+  int64_t line;     /* the line that is refused, from 1; 0 without one */
+  int32_t reason;   /* PRGO_TEXT_... */
+  int32_t reserved; /* 0 */
 } PrgoTextInfo;
 
 /* Counts the lines of a text of `length` bytes, so that a graph can be made for it. Nothing is refused; more lines of a kind

@@ -298,7 +298,8 @@ int32_t PRGO_GRAPH_CountText(const char* text, uint64_t length, PrgoTextInfo* in
            static_cast<int32_t>(fixed),
            static_cast<int32_t>(unknown),
            0,
-           PRGO_TEXT_OK};
+           PRGO_TEXT_OK,
+           0};
   return PRGO_STS_OK;
 }
 
