@@ -5,6 +5,10 @@ add_library(dax_settings INTERFACE)
 target_compile_options(dax_settings INTERFACE -ffp-contract=off -Wall -Wextra -Wshadow -Werror=return-type)
 if(CMAKE_SYSTEM_PROCESSOR MATCHES "x86_64|AMD64")
   target_compile_options(dax_settings INTERFACE -march=${DAX_X86_ARCH})
+  # GCC 12 takes two doubles that are rounded to floats and back as a vector, and drops the rounding.
+  if(CMAKE_CXX_COMPILER_ID STREQUAL GNU)
+    target_compile_options(dax_settings INTERFACE -fno-tree-slp-vectorize)
+  endif()
 endif()
 if(DAX_SANITIZE)
   target_compile_options(dax_settings INTERFACE -fsanitize=${DAX_SANITIZE} -fno-sanitize-recover=all
